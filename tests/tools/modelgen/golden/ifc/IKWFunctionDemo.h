@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#pragma once
+
+#include "IKWFunctionRootBase.h"
+#include "IKWProperties.h"
+#include "KWEnumerations.h"
+
+#include <memory>
+
+class IKWFunctionChannel;
+class IKWFunctionDemo;
+class IKWFunctionLabel;
+class IKWFunctionTexts;
+
+/** The root of the tree, built on the first call. The library holds it weakly: the tree lives as
+    long as anyone holds the result, and a later call builds a fresh one with defaults. Callable
+    from any thread. */
+KW_EXPORT std::shared_ptr<IKWFunctionDemo> GetDemoRoot();
+
+/** Root of the demonstration. */
+class KW_EXPORT IKWFunctionDemo : public IKWFunctionRootBase
+{
+public:
+    ~IKWFunctionDemo() override;
+    /** A switch with the frame's default. Default: Off. */
+    virtual std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const = 0;
+    /** Array (4 items): One input. */
+    virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgChannel() const = 0;
+    /** Map (at most 100 items): A named item. */
+    virtual std::shared_ptr<IKWMap<IKWFunctionLabel>> GetPgLabel() const = 0;
+    /** Array (0 items at first, at most 15): One input. */
+    virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const = 0;
+    /** All kinds of texts; the name | pipe is part of this. */
+    virtual std::shared_ptr<IKWFunctionTexts> GetPgTexts() const = 0;
+    /** Action: Sets the defaults. */
+    virtual std::shared_ptr<IKWAction> GetPrPreset() const = 0;
+    /** Operation: Stops the acquisition. */
+    virtual std::shared_ptr<IKWOperation> GetPrStop() const = 0;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Generated from Texts.toml: change the model, not this file.
+#pragma once
+
+#include "IKWFunctionBase.h"
+#include "IKWProperties.h"
+#include "KWEnumerations.h"
+
+#include <memory>
+
+/** All kinds of texts; the name | pipe is part of this. */
+class KW_EXPORT IKWFunctionTexts : public IKWFunctionBase
+{
+public:
+    ~IKWFunctionTexts() override;
+    /** Title. Range: at most 20 characters. Default: "a "b" µ". */
+    virtual std::shared_ptr<IKWStringProperty> GetPrTitle() const = 0;
+    /** Choice. Values: "one", "two". Default: "one". */
+    virtual std::shared_ptr<IKWStringProperty> GetPrChoice() const = 0;
+    /** Block. */
+    virtual std::shared_ptr<IKWBlobProperty> GetPrBlock() const = 0;
+    /** Pattern. Range: at most 8 bits. Default: "01X". */
+    virtual std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const = 0;
+    /** File. Range: extensions csv, bin. */
+    virtual std::shared_ptr<IKWFilePathProperty> GetPrFile() const = 0;
+    /** Link. */
+    virtual std::shared_ptr<IKWReferenceProperty> GetPrLink() const = 0;
+};

@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#include "CommonDatabase/DbHandles.h"
+#include "IKWFunctionChannel.h"
+#include "IKWFunctionDemo.h"
+#include "IKWFunctionLabel.h"
+#include "PgChannel.h"
+#include "PgDemoBase.h"
+#include "PgLabel.h"
+#include "PgTexts.h"
+#include "PgaChannel.h"
+#include "PgmLabel.h"
+
+namespace
+{
+class CFIMDemo final : public CDbRootHandle<IKWFunctionDemo, CPgDemoBase>
+{
+public:
+    using CDbRootHandle::CDbRootHandle;
+    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const override
+    {
+        return m_node.GetPrState()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgChannel() const override
+    {
+        return m_node.GetPgChannel()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWMap<IKWFunctionLabel>> GetPgLabel() const override
+    {
+        return m_node.GetPgLabel()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const override
+    {
+        return m_node.GetPgFrames()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWFunctionTexts> GetPgTexts() const override
+    {
+        return m_node.GetPgTexts()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWAction> GetPrPreset() const override
+    {
+        return m_node.GetPrPreset()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWOperation> GetPrStop() const override
+    {
+        return m_node.GetPrStop()->GetFIMPointer();
+    }
+};
+
+class CFIMChannel final : public CDbGroupHandle<IKWFunctionChannel, CPgChannel>
+{
+public:
+    using CDbGroupHandle::CDbGroupHandle;
+    std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const override
+    {
+        return m_node.GetPrScale()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const override
+    {
+        return m_node.GetPrGain()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWEnumProperty<KW_RATE>> GetPrRate() const override
+    {
+        return m_node.GetPrRate()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<UINT16>> GetPrMask() const override
+    {
+        return m_node.GetPrMask()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<INT16>> GetPrSmall() const override
+    {
+        return m_node.GetPrSmall()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<INT32>> GetPrWord() const override
+    {
+        return m_node.GetPrWord()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<UINT32>> GetPrCount() const override
+    {
+        return m_node.GetPrCount()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<INT64>> GetPrLong() const override
+    {
+        return m_node.GetPrLong()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<UINT64>> GetPrTicks() const override
+    {
+        return m_node.GetPrTicks()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<double>> GetPrReading() const override
+    {
+        return m_node.GetPrReading()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrSavedResult() const override
+    {
+        return m_node.GetPrSavedResult()->GetFIMPointer();
+    }
+};
+
+class CFIMLabel final : public CDbGroupHandle<IKWFunctionLabel, CPgLabel>
+{
+public:
+    using CDbGroupHandle::CDbGroupHandle;
+    std::shared_ptr<IKWNumericProperty<INT32>> GetPrKey() const override
+    {
+        return m_node.GetPrKey()->GetFIMPointer();
+    }
+};
+} // namespace
+
+IKWFunctionDemo::~IKWFunctionDemo() = default;
+
+CPgDemoBase::CPgDemoBase()
+{
+    SetPropertyListSize(1);
+    AddPropertyToList(m_pState = new CDbPropEnum<KW_ONOFF>, QStringLiteral("State"));
+    SetSaveRecallType(m_pState, 1, true);
+    SetPropGroupListSize(4);
+    AddPropGroupToList(m_pChannel = new CPgaChannel(0, 2147483647), QStringLiteral("Channel"));
+    m_pChannel->DbSetSize(4);
+    AddPropGroupToList(m_pLabel = new CPgmLabel(100), QStringLiteral("Label"));
+    m_pLabel->SetNamePattern(QStringLiteral("Label%1"));
+    AddPropGroupToList(m_pFrames = new CPgaChannel(1, 15), QStringLiteral("Frames"));
+    AddPropGroupToList(m_pTexts = new CPgTexts, QStringLiteral("Texts"));
+    AddObject(m_pPreset = new CDbFunction, QStringLiteral("Preset"));
+    AddObject(m_pStop = new CDbOperation, QStringLiteral("Stop"));
+}
+
+CPgDemoBase::~CPgDemoBase() = default;
+
+std::unique_ptr<IKWFunctionBase> CPgDemoBase::CreateFIM()
+{
+    return std::make_unique<CFIMDemo>(*this);
+}
+
+std::shared_ptr<IKWFunctionDemo> CPgDemoBase::GetFIMPointer()
+{
+    return FIMPointer<IKWFunctionDemo>();
+}
+
+IKWFunctionChannel::~IKWFunctionChannel() = default;
+
+CPgChannel::CPgChannel()
+{
+    SetPropertyListSize(11);
+    AddPropertyToList(m_pScale = new CDbPropNum<double>, QStringLiteral("Scale"));
+    m_pScale->DeclareUnit(eKW_UNIT_FREQ_S_DIV);
+    m_pScale->DeclareMinAndMax(1e-09, 100.0);
+    m_pScale->DeclareStepMode(eSTEPMODE_LIST);
+    m_pScale->DeclareValueList({1e-09, 0.001, 100.0});
+    m_pScale->DbSetDefault(0.001);
+    SetSaveRecallType(m_pScale, 2, true);
+    AddPropertyToList(m_pGain = new CDbPropNum<double>, QStringLiteral("Gain"));
+    m_pGain->DeclareMinAndMax(0.5, CDbPropNum<double>::kHighest);
+    m_pGain->DeclareStep(0.1);
+    m_pGain->DeclareStepMode(eSTEPMODE_FACTOR);
+    m_pGain->DeclareStepFactor(1.5);
+    m_pGain->DeclareStepBehaviour(eSTEP_BEHAVIOUR_WRAP);
+    m_pGain->DeclareResolution(0.01);
+    m_pGain->DeclareFormat(eNUMBERFORMAT_ENGINEERING);
+    m_pGain->DbSetDefault(1.0);
+    SetSaveRecallType(m_pGain, 2, true);
+    AddPropertyToList(m_pRate = new CDbPropEnum<KW_RATE>, QStringLiteral("Rate"));
+    m_pRate->DeclareEnabledValues({eKW_RATE_10K, eKW_RATE_2U5});
+    m_pRate->DbSetDefault(eKW_RATE_2U5);
+    SetSaveRecallType(m_pRate, 2, true);
+    AddPropertyToList(m_pMask = new CDbPropNum<UINT16>, QStringLiteral("Mask"));
+    m_pMask->DeclareBitGroupSize(4);
+    m_pMask->DeclareFormat(eNUMBERFORMAT_HEX);
+    m_pMask->DbSetDefault(65535);
+    SetSaveRecallType(m_pMask, 2, true);
+    AddPropertyToList(m_pSmall = new CDbPropNum<INT16>, QStringLiteral("Small"));
+    m_pSmall->DeclareMinAndMax(-32768, CDbPropNum<INT16>::kHighest);
+    m_pSmall->DbSetDefault(-1);
+    SetSaveRecallType(m_pSmall, 2, true);
+    AddPropertyToList(m_pWord = new CDbPropNum<INT32>, QStringLiteral("Word"));
+    m_pWord->DeclareMinAndMax((-2147483647 - 1), 5);
+    SetSaveRecallType(m_pWord, 2, true);
+    AddPropertyToList(m_pCount = new CDbPropNum<UINT32>, QStringLiteral("Count"));
+    m_pCount->DbSetDefault(4294967295U);
+    SetSaveRecallType(m_pCount, 2, true);
+    AddPropertyToList(m_pLong = new CDbPropNum<INT64>, QStringLiteral("Long"));
+    m_pLong->DeclareMinAndMax((-9223372036854775807LL - 1), 9223372036854775807LL);
+    SetSaveRecallType(m_pLong, 2, true);
+    AddPropertyToList(m_pTicks = new CDbPropNum<UINT64>, QStringLiteral("Ticks"));
+    m_pTicks->DbSetDefault(18446744073709551615ULL);
+    SetSaveRecallType(m_pTicks, 2, true);
+    AddPropertyToList(m_pReading = new CDbPropNum<double>, QStringLiteral("Reading"));
+    m_pReading->SetObjectType(eOBJECTTYPE_RESULT);
+    m_pReading->DeclareUnit(eKW_UNIT_NONE);
+    SetSaveRecallType(m_pReading, 0, true);
+    AddPropertyToList(m_pSavedResult = new CDbPropEnum<KW_ONOFF>, QStringLiteral("SavedResult"));
+    m_pSavedResult->SetObjectType(eOBJECTTYPE_RESULT);
+    m_pSavedResult->DbSetDefault(eKW_ONOFF_ON);
+    SetSaveRecallType(m_pSavedResult, 1, true);
+}
+
+CPgChannel::~CPgChannel() = default;
+
+std::unique_ptr<IKWFunctionBase> CPgChannel::CreateFIM()
+{
+    return std::make_unique<CFIMChannel>(*this);
+}
+
+std::shared_ptr<IKWFunctionChannel> CPgChannel::GetFIMPointer()
+{
+    return FIMPointer<IKWFunctionChannel>();
+}
+
+IKWFunctionLabel::~IKWFunctionLabel() = default;
+
+CPgLabel::CPgLabel()
+{
+    SetPropertyListSize(1);
+    AddPropertyToList(m_pKey = new CDbPropNum<INT32>, QStringLiteral("Key"));
+    SetSaveRecallType(m_pKey, 0, true);
+}
+
+CPgLabel::~CPgLabel() = default;
+
+std::unique_ptr<IKWFunctionBase> CPgLabel::CreateFIM()
+{
+    return std::make_unique<CFIMLabel>(*this);
+}
+
+std::shared_ptr<IKWFunctionLabel> CPgLabel::GetFIMPointer()
+{
+    return FIMPointer<IKWFunctionLabel>();
+}

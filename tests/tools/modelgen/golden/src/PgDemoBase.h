@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#pragma once
+
+#include "CommonDatabase/DbFunction.h"
+#include "CommonDatabase/DbPgRoot.h"
+#include "CommonDatabase/DbPropEnum.h"
+#include "KWEnumerations.h"
+
+class CPgTexts;
+class CPgaChannel;
+class CPgmLabel;
+class IKWFunctionDemo;
+
+/** Root of the demonstration. Its rules are in CPgDemo. */
+class CPgDemoBase : public CDbPgRoot
+{
+public:
+    using Interface = IKWFunctionDemo;
+
+    CPgDemoBase();
+    ~CPgDemoBase() override;
+
+    std::shared_ptr<IKWFunctionDemo> GetFIMPointer();
+
+    /** A switch with the frame's default. Default: Off. */
+    CDbPropEnum<KW_ONOFF>* GetPrState() const { return m_pState; }
+    /** Array (4 items): One input. */
+    CPgaChannel* GetPgChannel() const { return m_pChannel; }
+    /** Map (at most 100 items): A named item. */
+    CPgmLabel* GetPgLabel() const { return m_pLabel; }
+    /** Array (0 items at first, at most 15): One input. */
+    CPgaChannel* GetPgFrames() const { return m_pFrames; }
+    /** All kinds of texts; the name | pipe is part of this. */
+    CPgTexts* GetPgTexts() const { return m_pTexts; }
+    /** Action: Sets the defaults. */
+    CDbFunction* GetPrPreset() const { return m_pPreset; }
+    /** Operation: Stops the acquisition. */
+    CDbOperation* GetPrStop() const { return m_pStop; }
+
+protected:
+    std::unique_ptr<IKWFunctionBase> CreateFIM() override;
+
+    CDbPropEnum<KW_ONOFF>* m_pState;
+    CPgaChannel* m_pChannel;
+    CPgmLabel* m_pLabel;
+    CPgaChannel* m_pFrames;
+    CPgTexts* m_pTexts;
+    CDbFunction* m_pPreset;
+    CDbOperation* m_pStop;
+};

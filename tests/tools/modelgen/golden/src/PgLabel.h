@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#pragma once
+
+#include "CommonDatabase/DbPropNum.h"
+#include "CommonDatabase/ZELPropertyGroup.h"
+
+class IKWFunctionLabel;
+
+/** A named item. */
+class CPgLabel : public CZELPropertyGroup
+{
+public:
+    using Interface = IKWFunctionLabel;
+
+    CPgLabel();
+    ~CPgLabel() override;
+
+    std::shared_ptr<IKWFunctionLabel> GetFIMPointer();
+
+    /** Key of the item. Default: 0. */
+    CDbPropNum<INT32>* GetPrKey() const { return m_pKey; }
+
+protected:
+    std::unique_ptr<IKWFunctionBase> CreateFIM() override;
+
+    CDbPropNum<INT32>* m_pKey;
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#pragma once
+
+#include "CommonDatabase/DbPgArray.h"
+#include "IKWFunctionChannel.h"
+#include "PgChannel.h"
+
+/** Array of groups: One input. */
+class CPgaChannel final : public CDbPgArray<CPgChannel, CDbPgArrayBase>
+{
+public:
+    using CDbPgArray::CDbPgArray;
+};

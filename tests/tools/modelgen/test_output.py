@@ -1,0 +1,111 @@
+# SPDX-License-Identifier: MIT
+"""Which files a run writes, keeps and takes away."""
+
+import os
+import subprocess
+import sys
+import unittest
+
+from support import HERE, CWorkspace
+
+_OLD = 1_000_000_000
+
+
+class OutputTest(unittest.TestCase):
+    def setUp(self) -> None:
+        self.workspace = self.enterContext(CWorkspace())
+        self.workspace.copy_model()
+        self.assertEqual(self.workspace.run(), (0, [], []))
+        for path in self.workspace.out.rglob("*"):
+            os.utime(path, (_OLD, _OLD))
+
+    def _rewritten(self) -> set[str]:
+        """Runs again; files whose time stamps moved."""
+        self.assertEqual(self.workspace.run()[0], 0)
+        return {
+            path for path in self.workspace.outputs()
+            if (self.workspace.out / path).stat().st_mtime != _OLD
+        }
+
+    def test_unchanged_model_rewrites_files(self) -> None:
+        self.assertEqual(self._rewritten(), set())
+
+    def test_changed_default_rewrites_headers_of_other_groups(self) -> None:
+        self.workspace.replace("groups/Texts.toml", 'default = "01X"', 'default = "111"')
+        self.assertEqual(self._rewritten(), {
+            "docs/settings/Texts.md", "ifc/IKWFunctionTexts.h", "src/Groups_Texts.cpp",
+            "src/PgTexts.h",
+        })
+
+    def test_changed_enumeration_text_rewrites_other_tables(self) -> None:
+        self.workspace.write("enumerations/More.toml",
+                             '[KW_MORE]\nbrief = "More."\nvalues = [ { serial = "A" } ]\n')
+        self.assertEqual(self._rewritten(), {
+            "database/EnumNames_More.cpp", "docs/settings/enumerations.md", "ifc/KWEnumerations.h",
+        })
+
+    def test_removed_container_leaves_its_class_behind(self) -> None:
+        own = self.workspace.out / "src/PgOwn.h"
+        own.write_text("// written by hand\n", encoding="utf-8")
+        self.workspace.replace("groups/Demo.toml", 'map = true, pattern = "Label%1", max = 100',
+                               "array = 2")
+        self._rewritten()
+        self.assertFalse((self.workspace.out / "src/PgmLabel.h").exists())
+        self.assertTrue((self.workspace.out / "src/PgaLabel.h").exists())
+        self.assertTrue(own.exists(), "a file of other origin was removed")
+
+    def test_listed_outputs_are_not_the_written_ones(self) -> None:
+        status, listed, _ = self.workspace.run("--list-outputs")
+        self.assertEqual(status, 0)
+        prefix = f"{self.workspace.out}/"
+        self.assertEqual(sorted(path.removeprefix(prefix) for path in listed),
+                         sorted(self.workspace.outputs()))
+
+    def test_listing_and_checking_write_files(self) -> None:
+        self.workspace.out = self.workspace.root / "other"
+        for option in ("--list-outputs", "--check"):
+            self.assertEqual(self.workspace.run(option)[0], 0)
+            self.assertFalse(self.workspace.out.exists(), option)
+
+    def test_model_with_mistakes_writes_files(self) -> None:
+        self.workspace.out = self.workspace.root / "other"
+        self.workspace.replace("groups/Texts.toml", "length = 20", "length = 0")
+        for options in ((), ("--list-outputs",), ("--check",)):
+            status, listed, mistakes = self.workspace.run(*options)
+            self.assertEqual((status, listed, len(mistakes)), (1, [], 1), options)
+            self.assertFalse(self.workspace.out.exists(), options)
+
+    def test_long_constructor_stays_in_one_function(self) -> None:
+        rows = "".join(
+            f'  {{ name = "P{i}", type = "int32", default = {i}, brief = "P." }},\n'
+            for i in range(30)
+        )
+        self.workspace.replace("groups/Demo.toml", '{ name = "Key", type = "int32", save = 0, '
+                               'brief = "Key of the item." }', f"\n{rows}")
+        self.assertEqual(self.workspace.run()[0], 0)
+        made = self.workspace.outputs()
+        self.assertIn("CPgLabel::CPgLabel()\n{\n    DeclareProperties();\n}\n",
+                      made["src/Groups_Demo.cpp"])
+        self.assertEqual(made["src/Groups_Demo.cpp"].count("AddPropertyToList(m_pP"), 30)
+        self.assertIn("private:\n    void DeclareProperties();\n", made["src/PgLabel.h"])
+
+    def test_enumerations_alone_are_no_model(self) -> None:
+        with CWorkspace() as workspace:
+            workspace.copy_model()
+            for path in (workspace.root / "groups").iterdir():
+                path.unlink()
+            self.assertEqual(workspace.run()[0], 0)
+            self.assertIn("ifc/KWEnumerations.h", workspace.outputs())
+
+    def test_folder_is_not_runnable(self) -> None:
+        command = [sys.executable, str(HERE.parents[2] / "tools/modelgen"), "--enumerations",
+                   str(HERE / "model/enumerations"), "--groups", str(HERE / "model/groups"),
+                   "--out", "somewhere", "--list-outputs"]
+        environment = {**os.environ, "PYTHONDONTWRITEBYTECODE": "1"}
+        run = subprocess.run(command, capture_output=True, text=True, env=environment, check=True,
+                             cwd=self.workspace.root)
+        self.assertIn("somewhere/ifc/IKWFunctionDemo.h", run.stdout.splitlines())
+
+
+if __name__ == "__main__":
+    unittest.main()

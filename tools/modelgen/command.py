@@ -1,0 +1,66 @@
+# SPDX-License-Identifier: MIT
+"""Command line of the generator."""
+
+import argparse
+import sys
+from pathlib import Path
+
+from . import emit_enums, emit_groups, emit_interfaces, emit_reference, emit_sources
+from .check_enums import check_enums
+from .check_groups import check_groups
+from .diagnostics import Diagnostics
+from .model import Model
+from .output import update
+from .reader import read_folder
+
+
+def load(enumerations: Path, groups: Path, diagnostics: Diagnostics) -> Model:
+    """Reads and checks a model. It may be emitted only when nothing was reported. What a damaged
+    file would have declared is not complained about as missing: checking stops before."""
+    model = Model()
+    enum_files = read_folder(enumerations, diagnostics)
+    group_files = read_folder(groups, diagnostics)
+    if not diagnostics.found:
+        model.enums = check_enums(enum_files, diagnostics)
+    if not diagnostics.found:
+        model.groups = check_groups(group_files, model.enums, diagnostics)
+    return model
+
+
+def emit(model: Model) -> dict[str, str]:
+    """All files that a model makes: path below the output folder, and content."""
+    files: dict[str, str] = {}
+    for emitter in (emit_enums, emit_interfaces, emit_groups, emit_sources, emit_reference):
+        files.update(emitter.emit(model))
+    return files
+
+
+def _arguments(arguments: list[str]) -> argparse.Namespace:
+    parser = argparse.ArgumentParser(
+        prog="modelgen", description="Makes C++ and a settings reference from the model."
+    )
+    parser.add_argument("--enumerations", type=Path, required=True, help="folder of enumerations")
+    parser.add_argument("--groups", type=Path, required=True, help="folder of property groups")
+    parser.add_argument("--out", type=Path, required=True, help="folder to write below")
+    mode = parser.add_mutually_exclusive_group()
+    mode.add_argument("--list-outputs", action="store_true", help="print the files, write none")
+    mode.add_argument("--check", action="store_true", help="check the model, write nothing")
+    return parser.parse_args(arguments)
+
+
+def main(arguments: list[str]) -> int:
+    """Exit status: 0 done, 1 the model has mistakes, 2 wrong usage."""
+    options = _arguments(arguments)
+    diagnostics = Diagnostics()
+    model = load(options.enumerations, options.groups, diagnostics)
+    if diagnostics.found:
+        print("\n".join(diagnostics.lines()), file=sys.stderr)
+        return 1
+    if options.check:
+        return 0
+    files = emit(model)
+    if options.list_outputs:
+        print("\n".join(str(options.out / path) for path in files))
+    else:
+        update(options.out, files)
+    return 0

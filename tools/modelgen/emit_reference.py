@@ -1,0 +1,123 @@
+# SPDX-License-Identifier: MIT
+"""Third stage: the settings reference in Markdown."""
+
+from . import facts
+from .cpptext import GENERATED
+from .model import Child, EnumType, EnumValue, Group, Model, Property
+
+_HEAD = "<!-- SPDX-License-Identifier: MIT -->\n"
+_HEAD += f"<!-- {GENERATED} the model: change the model, not this file. -->\n"
+
+
+def _cell(text: str) -> str:
+    """A text that stays within its table cell and is not taken for markup."""
+    for sign in "\\|<>*_`[]":
+        text = text.replace(sign, f"\\{sign}")
+    return text
+
+
+def _row(cells: list[str]) -> str:
+    return f"| {' | '.join(cells)} |\n"
+
+
+def _table(header: list[str], rows: list[list[str]]) -> str:
+    return _row(header) + _row(["---"] * len(header)) + "".join(_row(row) for row in rows)
+
+
+def _anchor(name: str) -> str:
+    """The anchor that a heading of this name gets."""
+    return name.lower()
+
+
+def group_paths(model: Model) -> dict[str, list[str]]:
+    """Every place of every group, in tree order; items are [n] in arrays and [name] in maps."""
+    paths: dict[str, list[str]] = {name: [] for name in model.groups}
+    suffix = {"single": "", "array": "[n]", "map": "[name]"}
+
+    def visit(group: Group, path: str) -> None:
+        paths[group.name].append(path)
+        for child in group.children:
+            step = f"{child.name}{suffix[child.kind]}"
+            visit(model.groups[child.group], f"{path}/{step}" if path else step)
+
+    for group in model.groups.values():
+        if group.root:
+            visit(group, "")
+    return paths
+
+
+def _type_cell(prop: Property) -> str:
+    if prop.enum:
+        return f"[{_cell(prop.enum.name)}](enumerations.md#{_anchor(prop.enum.name)})"
+    return prop.kind
+
+
+def _property_row(prop: Property) -> list[str]:
+    return [
+        f"`{prop.name}`", _type_cell(prop), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
+        _cell(facts.default(prop)), "result" if prop.result else "setting", facts.saved(prop),
+        _cell(prop.brief),
+    ]
+
+
+def _child_row(child: Child, model: Model) -> list[str]:
+    target = model.groups[child.group]
+    kind = "group" if child.kind == "single" else child.kind
+    link = f"[{_cell(child.name)}]({target.file}.md#{_anchor(target.name)})"
+    return [link, kind, facts.count(child), _cell(target.brief)]
+
+
+def _group(group: Group, places: list[str], model: Model) -> str:
+    where = ", ".join(f"`{place}`" if place else "the root" for place in places)
+    text = f"\n## {group.name}\n\n{facts.sentence(_cell(group.brief))}\n\nPath: {where}\n"
+    if group.properties:
+        header = ["Property", "Type", "Unit", "Range", "Default", "Kind", "Saved with", "Meaning"]
+        text += "\n" + _table(header, [_property_row(p) for p in group.properties])
+    if group.children:
+        header = ["Child", "Kind", "Size", "Meaning"]
+        text += "\n" + _table(header, [_child_row(c, model) for c in group.children])
+    if group.actions:
+        rows = [[f"`{a.name}`", a.kind, _cell(a.brief)] for a in group.actions]
+        text += "\n" + _table(["Action", "Kind", "Meaning"], rows)
+    return text
+
+
+def _value_row(value: EnumValue) -> list[str]:
+    texts = [value.display, value.short, value.remote, value.serial]
+    stands_for = "" if value.value is None else facts.figure(value.value)
+    return [str(value.number), *[_cell(text or "") for text in texts], stands_for,
+            _cell(value.brief)]
+
+
+def _enumeration(enum: EnumType) -> str:
+    header = ["Value", "Display", "Short", "Remote", "Serial", "Number", "Meaning"]
+    rows = [_value_row(value) for value in enum.values]
+    return f"\n## {enum.name}\n\n{facts.sentence(_cell(enum.brief))}\n\n{_table(header, rows)}"
+
+
+def _index(model: Model, stems: dict[str, list[Group]]) -> str:
+    rows = [
+        [f"[{stem}]({stem}.md)", ", ".join(_cell(group.name) for group in groups)]
+        for stem, groups in stems.items()
+    ]
+    return (
+        f"{_HEAD}# Settings reference\n\nOne page per instrument function. Values of "
+        f"enumerations stand on a [page of their own](enumerations.md).\n\n"
+        f"{_table(['Function', 'Groups'], rows)}"
+    )
+
+
+def emit(model: Model) -> dict[str, str]:
+    """Pages of the reference: path below the output folder, and content."""
+    stems: dict[str, list[Group]] = {}
+    for group in model.groups.values():
+        stems.setdefault(group.file, []).append(group)
+    places = group_paths(model)
+    pages = {"index": _index(model, stems)}
+    enumerations = "".join(_enumeration(enum) for enum in model.enums.values())
+    pages["enumerations"] = f"{_HEAD}# Enumerations\n{enumerations}"
+    for stem, groups in stems.items():
+        text = "".join(_group(group, places[group.name], model) for group in groups)
+        # A title equal to a group's name would take that group's anchor.
+        pages[stem] = f"{_HEAD}# Settings of {stem}\n{text}"
+    return {f"docs/settings/{page}.md": text for page, text in pages.items()}

@@ -1,0 +1,84 @@
+# SPDX-License-Identifier: MIT
+"""Third stage: sources of the group classes, one per model file."""
+
+from . import cpptext, naming
+from .declarations import (
+    action_statements,
+    child_statements,
+    parts_of_constructor,
+    property_statements,
+)
+from .model import Group, Model
+
+
+def _handle(group: Group) -> str:
+    node = naming.generated_class(group)
+    handle = naming.interface(group.name)
+    base = "CDbRootHandle" if group.root else "CDbGroupHandle"
+    accessors = ""
+    for accessor, _, kind, _ in naming.members(group):
+        result = f"std::shared_ptr<{kind}>"
+        head = cpptext.signature(result, f"{accessor}() const override", 4)
+        body = f"return m_node.{accessor}()->GetFIMPointer();"
+        accessors += f"{head}\n    {{\n        {body}\n    }}\n"
+    head = cpptext.class_head(f"CFIM{group.name} final", f"{base}<{handle}, {node}>")
+    return f"{head}\n{{\npublic:\n    using {base}::{base};\n{accessors}}};\n"
+
+
+def _function(name: str, statements: list[str], parameter: str = "") -> str:
+    body = "".join(f"{statement}\n" for statement in statements)
+    if parameter and "(index, " not in body and "(index)" not in body:
+        parameter = f"[[maybe_unused]] {parameter}"
+    return f"{name}({parameter})\n{{\n{body}}}\n"
+
+
+def _constructor(group: Group) -> str:
+    node = naming.generated_class(group)
+    parts = parts_of_constructor(group)
+    parameter = naming.constructor_parameter(group)
+    if not parts:
+        statements = property_statements(group) + child_statements(group)
+        return _function(f"{node}::{node}", statements + action_statements(group), parameter)
+    argument = "index" if parameter else ""
+    calls = [f"    {part}({argument});" for part in parts]
+    functions = [
+        _function(f"void {node}::{part}", lines, parameter) for part, lines in parts.items()
+    ]
+    return "\n".join([_function(f"{node}::{node}", calls, parameter), *functions])
+
+
+def _definitions(group: Group) -> str:
+    node = naming.generated_class(group)
+    handle = naming.interface(group.name)
+    pointer = cpptext.signature(f"std::shared_ptr<{handle}>", f"{node}::GetFIMPointer()")
+    return (
+        f"{handle}::~{handle}() = default;\n\n"
+        f"{_constructor(group)}\n"
+        f"{node}::~{node}() = default;\n\n"
+        f"std::unique_ptr<IKWFunctionBase> {node}::CreateFIM()\n{{\n"
+        f"    return std::make_unique<CFIM{group.name}>(*this);\n}}\n\n"
+        f"{pointer}\n{{\n"
+        f"    return FIMPointer<{handle}>();\n}}\n"
+    )
+
+
+def _source(stem: str, groups: list[Group]) -> str:
+    own = {f"{naming.generated_stem(g)}.h" for g in groups}
+    children = {f"{naming.child_stem(c)}.h" for g in groups for c in g.children}
+    handles = {f"{naming.interface(g.name)}.h" for g in groups}
+    includes = "".join(f'#include "{header}"\n' for header in sorted(own | children | handles))
+    handle_classes = "\n".join(_handle(group) for group in groups)
+    definitions = "\n".join(_definitions(group) for group in groups)
+    return (
+        f"{cpptext.head(f'{stem}.toml')}"
+        f'#include "CommonDatabase/DbHandles.h"\n{includes}\n'
+        f"namespace\n{{\n{handle_classes}}} // namespace\n\n{definitions}"
+    )
+
+
+def emit(model: Model) -> dict[str, str]:
+    """Sources of all groups: path below the output folder, and content."""
+    stems: dict[str, list[Group]] = {}
+    for group in model.groups.values():
+        stems.setdefault(group.file, []).append(group)
+    return {f"src/Groups_{stem}.cpp": _source(stem, groups) for stem, groups in stems.items()}

@@ -1,0 +1,114 @@
+# SPDX-License-Identifier: MIT
+"""Names that the model's parts have in C++; every emitter takes them from here."""
+
+from .model import Action, Child, Group, Property
+
+ROOT_BASE = "CDbPgRoot"
+GROUP_BASE = "CZELPropertyGroup"
+
+NUMBER_TYPES = {
+    "int16": "INT16", "uint16": "UINT16", "int32": "INT32", "uint32": "UINT32",
+    "int64": "INT64", "uint64": "UINT64", "double": "double",
+}
+_OTHER_TYPES = {
+    # kind: node class, handle class, header of the node class
+    "string": ("CDbPropString", "IKWStringProperty", "DbPropText.h"),
+    "bitpattern": ("CDbPropBitPattern", "IKWBitPatternProperty", "DbPropText.h"),
+    "filepath": ("CDbPropFilePath", "IKWFilePathProperty", "DbPropText.h"),
+    "blob": ("CDbPropBlob", "IKWBlobProperty", "DbPropBlob.h"),
+    "reference": ("CDbPropReference", "IKWReferenceProperty", "DbPropReference.h"),
+}
+_ACTION_TYPES = {
+    "function": ("CDbFunction", "IKWAction"),
+    "operation": ("CDbOperation", "IKWOperation"),
+}
+_CONTAINER_PREFIX = {"single": "Pg", "array": "Pga", "map": "Pgm"}
+_CONTAINER_HANDLE = {"array": "IKWArray", "map": "IKWMap"}
+
+
+def interface(group: str) -> str:
+    """Handle class of a group."""
+    return f"IKWFunction{group}"
+
+
+def final_class(group: str) -> str:
+    """Class whose objects stand in the tree."""
+    return f"CPg{group}"
+
+
+def generated_stem(group: Group) -> str:
+    """File name, without its ending, of the generated class."""
+    return f"Pg{group.name}Base" if group.rules else f"Pg{group.name}"
+
+
+def generated_class(group: Group) -> str:
+    """The generated class: the final one, or the base of a hand-written one."""
+    return f"C{generated_stem(group)}"
+
+
+def property_class(prop: Property) -> str:
+    if prop.enum:
+        return f"CDbPropEnum<{prop.enum.name}>"
+    if prop.kind in NUMBER_TYPES:
+        return f"CDbPropNum<{NUMBER_TYPES[prop.kind]}>"
+    return _OTHER_TYPES[prop.kind][0]
+
+
+def property_handle(prop: Property) -> str:
+    if prop.enum:
+        return f"IKWEnumProperty<{prop.enum.name}>"
+    if prop.kind in NUMBER_TYPES:
+        return f"IKWNumericProperty<{NUMBER_TYPES[prop.kind]}>"
+    return _OTHER_TYPES[prop.kind][1]
+
+
+def property_header(prop: Property) -> str:
+    """Header of the frame that defines the property's class."""
+    if prop.enum:
+        return "DbPropEnum.h"
+    if prop.kind in NUMBER_TYPES:
+        return "DbPropNum.h"
+    return _OTHER_TYPES[prop.kind][2]
+
+
+def child_stem(child: Child) -> str:
+    """File name, without its ending, of a child's class."""
+    return f"{_CONTAINER_PREFIX[child.kind]}{child.group}"
+
+
+def child_class(child: Child) -> str:
+    return f"C{child_stem(child)}"
+
+
+def child_handle(child: Child) -> str:
+    item = interface(child.group)
+    return item if child.kind == "single" else f"{_CONTAINER_HANDLE[child.kind]}<{item}>"
+
+
+def action_class(action: Action) -> str:
+    return _ACTION_TYPES[action.kind][0]
+
+
+def action_handle(action: Action) -> str:
+    return _ACTION_TYPES[action.kind][1]
+
+
+def members(group: Group) -> list[tuple[str, str, str, str]]:
+    """All members in list order: accessor, node class, handle class, name."""
+    return (
+        [(f"GetPr{p.name}", property_class(p), property_handle(p), p.name)
+         for p in group.properties]
+        + [(f"GetPg{c.name}", child_class(c), child_handle(c), c.name) for c in group.children]
+        + [(f"GetPr{a.name}", action_class(a), action_handle(a), a.name) for a in group.actions]
+    )
+
+
+def constructor_parameter(group: Group) -> str:
+    """An item whose defaults differ from item to item is constructed with its index."""
+    return "INT32 index" if group.indexed else ""
+
+
+def constructor_head(group: Group) -> str:
+    """Declaration of the generated class's constructor."""
+    explicit = "explicit " if group.indexed else ""
+    return f"{explicit}{generated_class(group)}({constructor_parameter(group)})"
