@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "KWMath.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+
+namespace
+{
+// 10^22 is the largest power of ten that a double holds exactly.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kExactPowers = static_cast<int>(std::size(kPowersOfTen));
+} // namespace
+
+double KWMath::Pow10(int exponent) noexcept
+{
+    if (exponent >= 0 && exponent < kExactPowers)
+        return kPowersOfTen[exponent];
+    if (exponent < 0 && exponent > -kExactPowers)
+        return 1.0 / kPowersOfTen[-exponent];
+    return std::pow(10.0, exponent);
+}
+
+int KWMath::DecimalExponent(double value) noexcept
+{
+    const double magnitude = std::fabs(value);
+    if (!(magnitude > 0.0) || std::isinf(magnitude))
+        return 0;
+    const int exponent = static_cast<int>(std::floor(std::log10(magnitude)));
+    if (Pow10(exponent) > magnitude)
+        return exponent - 1;
+    return Pow10(exponent + 1) <= magnitude ? exponent + 1 : exponent;
+}
+
+double KWMath::FloorToDecimalExponent(double value, int exponent) noexcept
+{
+    const double scale = Pow10(std::abs(exponent));
+    const auto multiple = [=](double count)
+    { return exponent < 0 ? count / scale : count * scale; };
+    // The quotient is rounded: 0.0003 holds 0.0001 just less than three times. What counts is which
+    // multiple, itself rounded, is not above the value.
+    double count = std::floor(exponent < 0 ? value * scale : value / scale);
+    if (multiple(count + 1.0) <= value)
+        count += 1.0;
+    else if (multiple(count) > value)
+        count -= 1.0;
+    const double result = multiple(count);
+    return std::isfinite(result) ? result : value;
+}
+
+double KWMath::LinearPosition(double value, double start, double stop) noexcept
+{
+    return start == stop ? 0.0 : (value - start) / (stop - start);
+}
+
+double KWMath::LinearValue(double position, double start, double stop) noexcept
+{
+    return position == 1.0 ? stop : start + position * (stop - start);
+}
+
+double KWMath::LogarithmicPosition(double value, double start, double stop) noexcept
+{
+    return start == stop ? 0.0 : std::log10(value / start) / std::log10(stop / start);
+}
+
+double KWMath::LogarithmicValue(double position, double start, double stop) noexcept
+{
+    return position == 1.0 ? stop : start * std::pow(stop / start, position);
+}
