@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "DbFunction.h"
+
+#include "DbPgRoot.h"
+#include "LockManager.h"
+
+namespace
+{
+class CFIMAction final : public IKWAction
+{
+public:
+    explicit CFIMAction(CDbFunction& node) : m_node(node) {}
+    KW_ACCEPTANCE Set() override { return m_node.Set(); }
+    KW_ACCEPTANCE ExternalApply() override { return m_node.ExternalApply(); }
+    UINT64 GetRunCount() const override { return m_node.GetRunCount(); }
+    std::shared_ptr<IDbAction> GetDbObject() const override { return m_node.ShareAction(); }
+
+private:
+    CDbFunction& m_node;
+};
+
+class CFIMOperation final : public IKWOperation
+{
+public:
+    explicit CFIMOperation(CDbOperation& node) : m_node(node) {}
+    KW_ACCEPTANCE Set() override { return m_node.Set(); }
+    KW_ACCEPTANCE ExternalSetEventAndWaitForCompletion(KW_OP_EVENT event,
+                                                       KW_OP_RESULT expected) override
+    {
+        return m_node.ExternalSetEventAndWaitForCompletion(event, expected);
+    }
+    KW_ACCEPTANCE SetTimeout(UINT32 ms) override { return m_node.SetTimeout(ms); }
+    void AttachExecutor(bool attached) override { m_node.AttachExecutor(attached); }
+    KW_OP_EVENT TakeEvent() override { return m_node.TakeEvent(); }
+    void Complete(KW_OP_RESULT result) override { m_node.Complete(result); }
+    KW_OP_RESULT GetResult() const override { return m_node.GetResult(); }
+    std::shared_ptr<IDbAction> GetDbObject() const override { return m_node.ShareAction(); }
+
+private:
+    CDbOperation& m_node;
+};
+} // namespace
+
+CDbFunction::~CDbFunction() = default;
+
+KW_ACCEPTANCE CDbFunction::CheckAccess() const
+{
+    const CDbPgRoot* const root = GetDbRoot();
+    if (root == nullptr)
+    {
+        return eKW_ACC_DETACHED;
+    }
+    if (!root->MayWrite())
+    {
+        return eKW_ACC_NO_WRITE_ACCESS;
+    }
+    return GetAvailability() == eAVAILABILITY_AVAILABLE ? eKW_ACC_OK : eKW_ACC_NOT_AVAILABLE;
+}
+
+void CDbFunction::CountRun()
+{
+    m_runs.IncChangeCounter();
+    GetParent()->IncChangeCounter();
+}
+
+KW_ACCEPTANCE CDbFunction::Set()
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    CountRun();
+    return GetParent()->OnFunction(this);
+}
+
+std::shared_ptr<IKWAction> CDbFunction::GetFIMPointer()
+{
+    const CLockGuard lock;
+    if (!m_fim)
+    {
+        m_fim = std::make_unique<CFIMAction>(*this);
+    }
+    return {shared_from_this(), m_fim.get()};
+}
+
+std::shared_ptr<IDbAction> CDbFunction::ShareAction()
+{
+    return {shared_from_this(), this};
+}
+
+CDbOperation::~CDbOperation() = default;
+
+KW_ACCEPTANCE CDbOperation::Set()
+{
+    return ExternalSetEventAndWaitForCompletion(eKW_OP_EVENT_START, eKW_OP_RESULT_SUCCESS);
+}
+
+KW_ACCEPTANCE CDbOperation::ExternalSetEventAndWaitForCompletion(KW_OP_EVENT event,
+                                                                 KW_OP_RESULT expected)
+{
+    {
+        const CLockGuard treeLock;
+        if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
+        {
+            return access;
+        }
+        CountRun();
+    }
+    std::unique_lock<std::mutex> lock(m_mutex);
+    const UINT64 request = ++m_request;
+    m_event = event;
+    m_result = eKW_OP_RESULT_NONE;
+    if (!m_hasExecutor)
+    {
+        m_event = eKW_OP_EVENT_NONE;
+        m_result = event == eKW_OP_EVENT_ABORT ? eKW_OP_RESULT_ABORTED : eKW_OP_RESULT_SUCCESS;
+        m_finished = request;
+    }
+    if (!m_completed.wait_for(lock, m_timeout, [&] { return m_finished >= request; }))
+    {
+        return eKW_ACC_TIMEOUT;
+    }
+    return m_result == expected ? eKW_ACC_OK : eKW_ACC_OPERATION_FAILED;
+}
+
+KW_ACCEPTANCE CDbOperation::SetTimeout(UINT32 milliseconds)
+{
+    if (milliseconds < 1)
+    {
+        return eKW_ACC_BELOW_MINIMUM;
+    }
+    if (milliseconds > kMaxTimeoutMs)
+    {
+        return eKW_ACC_ABOVE_MAXIMUM;
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_timeout = std::chrono::milliseconds(milliseconds);
+    return eKW_ACC_OK;
+}
+
+void CDbOperation::AttachExecutor(bool attached)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_hasExecutor = attached;
+    if (!attached && m_finished < m_request)
+    {
+        // Nobody will complete what was requested: the requester must not wait out its timeout.
+        m_result = eKW_OP_RESULT_FAILURE;
+        m_finished = m_request;
+        m_completed.notify_all();
+    }
+}
+
+KW_OP_EVENT CDbOperation::TakeEvent()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return std::exchange(m_event, eKW_OP_EVENT_NONE);
+}
+
+void CDbOperation::Complete(KW_OP_RESULT result)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_result = result;
+    m_finished = m_request;
+    m_completed.notify_all();
+}
+
+KW_OP_RESULT CDbOperation::GetResult() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_result;
+}
+
+std::shared_ptr<IKWOperation> CDbOperation::GetFIMPointer()
+{
+    const CLockGuard lock;
+    if (!m_operationFim)
+    {
+        m_operationFim = std::make_unique<CFIMOperation>(*this);
+    }
+    return {shared_from_this(), m_operationFim.get()};
+}

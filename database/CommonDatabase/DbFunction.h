@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbChangeCounter.h"
+#include "DbObject.h"
+#include "IKWProperties.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+/** An action of a group that runs at once: the group's OnFunction says what it does. */
+class CDbFunction : public CDbNode<IDbAction>
+{
+public:
+    ~CDbFunction() override;
+
+    /** Runs the action as a client: access check, count, OnFunction; one step for undo. */
+    virtual KW_ACCEPTANCE Set();
+    /** The same, for callers outside the owning group. */
+    KW_ACCEPTANCE ExternalApply() { return Set(); }
+    KW_ACCEPTANCE Execute() override { return Set(); }
+    UINT64 GetRunCount() const { return static_cast<UINT64>(m_runs.Get()); }
+
+    KW_NODE_KIND GetKind() const override { return eKW_NODE_FUNCTION; }
+    std::shared_ptr<IKWAction> GetFIMPointer();
+    std::shared_ptr<IDbAction> ShareAction();
+
+protected:
+    KW_ACCEPTANCE CheckAccess() const;
+    void CountRun();
+
+private:
+    CDbChangeCounter m_runs;
+    std::unique_ptr<IKWAction> m_fim;
+};
+
+/**
+ * An action that another layer carries out: events go to an executor, which reports the end.
+ * Without an executor a started operation succeeds at once. The operation has its own lock, so
+ * that an executor can complete it while the requester waits inside a bracket of the tree.
+ */
+class CDbOperation : public CDbFunction
+{
+public:
+    static constexpr UINT32 kMaxTimeoutMs = 600000;
+
+    ~CDbOperation() override;
+
+    KW_ACCEPTANCE Set() override;
+    KW_ACCEPTANCE ExternalSetEventAndWaitForCompletion(KW_OP_EVENT event, KW_OP_RESULT expected);
+    KW_ACCEPTANCE SetTimeout(UINT32 milliseconds);
+    void AttachExecutor(bool attached);
+    KW_OP_EVENT TakeEvent();
+    void Complete(KW_OP_RESULT result);
+    KW_OP_RESULT GetResult() const;
+
+    KW_NODE_KIND GetKind() const override { return eKW_NODE_OPERATION; }
+    std::shared_ptr<IKWOperation> GetFIMPointer();
+
+private:
+    mutable std::mutex m_mutex;
+    std::condition_variable m_completed;
+    std::chrono::milliseconds m_timeout{5000};
+    KW_OP_EVENT m_event = eKW_OP_EVENT_NONE;
+    KW_OP_RESULT m_result = eKW_OP_RESULT_NONE;
+    UINT64 m_request = 0;
+    UINT64 m_finished = 0;
+    bool m_hasExecutor = false;
+    std::unique_ptr<IKWOperation> m_operationFim;
+};

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbTypes.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+class CDbPropBase;
+
+/** One reversible change. */
+class CDbHistRecord
+{
+public:
+    explicit CDbHistRecord(eOPERATIONTYPE type) : m_operation(type) {}
+    virtual ~CDbHistRecord() = default;
+
+    eOPERATIONTYPE GetOperationType() const { return m_operation; }
+    ePROCESSINGTYPE GetProcessingType() const { return m_processing; }
+
+    /** Takes the new state once all that belongs to the step has been written; false when nothing
+        changed after all, so that the record can be dropped. */
+    virtual bool Finish() = 0;
+    /** "Scale", "Label3 inserted". */
+    virtual QString GetText() const = 0;
+    void Undo();
+    void Redo();
+
+protected:
+    virtual void DoUndo() = 0;
+    virtual void DoRedo() = 0;
+    void SetProcessingType(ePROCESSINGTYPE type) { m_processing = type; }
+
+private:
+    eOPERATIONTYPE m_operation;
+    ePROCESSINGTYPE m_processing = ePROCESSINGTYPE::Recording;
+};
+
+/** The state of one property before and after a step; the property's kind says what that holds. */
+class CDbPropBaseHist : public CDbHistRecord
+{
+public:
+    explicit CDbPropBaseHist(CDbPropBase& property);
+    ~CDbPropBaseHist() override;
+
+    CDbPropBase& GetProperty() const { return *m_property; }
+    bool Finish() override;
+    QString GetText() const override;
+
+    /** The recorded value, old or new, as a variant. */
+    virtual CDbValue GetValue(bool newValue) const = 0;
+    virtual bool IsChanged() const = 0;
+
+protected:
+    void DoUndo() override;
+    void DoRedo() override;
+
+private:
+    std::shared_ptr<CDbPropBase> m_property;
+};
+
+/** All that one client write, or one transaction, changed. */
+class CDbUndoStep
+{
+public:
+    explicit CDbUndoStep(QString text) : m_text(std::move(text)) {}
+    void Add(std::unique_ptr<CDbHistRecord> record) { m_records.push_back(std::move(record)); }
+    /** False when nothing is left to undo. */
+    bool Finish();
+    void Undo();
+    void Redo();
+    QString GetText() const;
+
+private:
+    QString m_text;
+    std::vector<std::unique_ptr<CDbHistRecord>> m_records;
+};
+
+/** The steps that can be undone and redone; bounded, the oldest go first. */
+class CDbHistory
+{
+public:
+    static constexpr std::size_t kMaxSteps = 100;
+
+    void Add(std::unique_ptr<CDbUndoStep> step);
+    bool Undo();
+    bool Redo();
+    void Clear();
+    const CDbUndoStep* NextUndo() const { return m_done.empty() ? nullptr : m_done.back().get(); }
+    const CDbUndoStep* NextRedo() const
+    {
+        return m_undone.empty() ? nullptr : m_undone.back().get();
+    }
+
+private:
+    std::deque<std::unique_ptr<CDbUndoStep>> m_done;
+    std::vector<std::unique_ptr<CDbUndoStep>> m_undone;
+};

@@ -1,0 +1,445 @@
+// SPDX-License-Identifier: MIT
+#include "DbPgArray.h"
+
+#include "DbPgRoot.h"
+#include "DbSettings.h"
+#include "KWErrorReport.h"
+#include "LockManager.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr char kSource[] = "CommonDatabase/Src/DbPgArray";
+const QString kItemElement = QStringLiteral("ArrayItem");
+}
+
+CDbPgArrayBase::CDbPgArrayBase(INT32 dynamic, INT32 maxCount)
+    : CDbContainerBase(dynamic != 0, maxCount)
+{
+    SetPropertyListSize(1);
+    AddPropertyToList(m_pActiveIndex = new CDbPropNumInt32, QStringLiteral("ActiveIndex"));
+    m_pActiveIndex->DeclareMinAndMax(-1, kUnlimited);
+    m_pActiveIndex->DbSetDefault(-1);
+    m_pActiveIndex->SetMax(-1);
+}
+
+CDbPgArrayBase::~CDbPgArrayBase()
+{
+    std::for_each(m_items.begin(), m_items.end(), [](const auto& item) { Detach(*item); });
+}
+
+void CDbPgArrayBase::ReportContainer(const QString& text, int line, const char* signature)
+{
+    _KW_ProcessErrorString(text, line, kSource, signature, e_KW_MESSAGE_TYPE_ERROR);
+}
+
+#define KW_REPORT_ARRAY(text) ReportContainer(text, __LINE__, signature)
+
+KW_ACCEPTANCE CDbPgArrayBase::SetSizeFor(INT32 count, const char* signature)
+{
+    const CLockGuard lock;
+    const QLatin1String where(signature);
+    if (count < 0)
+    {
+        KW_REPORT_ARRAY(QStringLiteral("bad size argument in ") + where);
+        return eKW_ACC_BAD_INDEX;
+    }
+    if (count < GetCount())
+    {
+        KW_REPORT_ARRAY(QStringLiteral("Cannot use SetSize() to reduce size of the array -- "
+                                       "memory leaks! in ") +
+                        where);
+        return eKW_ACC_CAN_NOT_SHRINK;
+    }
+    if (count > GetMaxCount())
+    {
+        KW_REPORT_ARRAY(QStringLiteral("bad size argument in ") + where);
+        return eKW_ACC_CONTAINER_FULL;
+    }
+    t_Items items;
+    for (INT32 i = GetCount(); i < count; ++i)
+    {
+        items.push_back(Own(CreateItem(i)));
+    }
+    Place(GetCount(), items, eWRITEKIND::Internal);
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::InsertFor(INT32 index, const char* signature)
+{
+    const CLockGuard lock;
+    if (index < 0 || index > GetCount())
+    {
+        KW_REPORT_ARRAY(QStringLiteral("Bad index ") + QString::number(index));
+        return eKW_ACC_BAD_INDEX;
+    }
+    if (IsMaxCountReached())
+    {
+        return eKW_ACC_CONTAINER_FULL;
+    }
+    auto item = Own(CreateItem(index));
+    if (!item)
+    {
+        KW_REPORT_ARRAY(QStringLiteral("new failed in ") + QLatin1String(signature));
+        return eKW_ACC_INTERNAL;
+    }
+    Place(index, {std::move(item)}, eWRITEKIND::Internal);
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::RemoveFor(INT32 index, INT32 count, const char* signature)
+{
+    const CLockGuard lock;
+    if (index < 0)
+    {
+        KW_REPORT_ARRAY(QStringLiteral("Negative index... in ") + QLatin1String(signature));
+        return eKW_ACC_BAD_INDEX;
+    }
+    if (count < 0)
+    {
+        KW_REPORT_ARRAY(QStringLiteral("Negative nofElements... in ") + QLatin1String(signature));
+        return eKW_ACC_BAD_INDEX;
+    }
+    if (INT64{index} + count > GetCount())
+    {
+        KW_REPORT_ARRAY(QStringLiteral("Index out of range."));
+        return eKW_ACC_BAD_INDEX;
+    }
+    Take(index, count, eWRITEKIND::Internal);
+    return eKW_ACC_OK;
+}
+
+// Undo and redo put back what was: the owner's rules do not run again, because what they changed
+// is restored by records of its own.
+void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
+{
+    if (items.empty())
+    {
+        return;
+    }
+    const CDbRootScope scope(GetDbRoot(), kind);
+    m_items.insert(m_items.begin() + index, items.begin(), items.end());
+    for (std::size_t i = 0; i < items.size(); ++i)
+    {
+        Adopt(*items[i], QString::number(index + static_cast<INT32>(i)), kind);
+    }
+    Renumber(index);
+    AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Insert, index, items);
+    UpdateActiveLimits();
+    IncChangeCounter();
+    CDbPropertyGroup* const owner = GetParent();
+    if (owner != nullptr && kind != eWRITEKIND::Undo)
+    {
+        owner->OnItemInserted(this, items.front()->NodeName());
+    }
+}
+
+void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
+{
+    const auto begin = m_items.begin() + index;
+    const t_Items items(begin, begin + count);
+    if (items.empty())
+    {
+        return;
+    }
+    const CDbRootScope scope(GetDbRoot(), kind);
+    AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Remove, index, items);
+    m_items.erase(begin, begin + count);
+    const QString name = items.front()->NodeName();
+    std::for_each(items.begin(), items.end(), [](const auto& item) { Detach(*item); });
+    Renumber(index);
+    UpdateActiveLimits();
+    IncChangeCounter();
+    CDbPropertyGroup* const owner = GetParent();
+    if (owner != nullptr && kind != eWRITEKIND::Undo)
+    {
+        owner->OnItemRemoved(this, name);
+    }
+}
+
+void CDbPgArrayBase::Renumber(INT32 from)
+{
+    for (INT32 i = from; i < GetCount(); ++i)
+    {
+        m_items[i]->SetNodeName(QString::number(i));
+    }
+}
+
+void CDbPgArrayBase::UpdateActiveLimits()
+{
+    m_pActiveIndex->SetMax(GetCount() - 1);
+}
+
+void CDbPgArrayBase::RollbackValue(const CDbPgArrayHist& record)
+{
+    if (record.GetOperationType() == eOPERATIONTYPE::Insert)
+    {
+        Take(record.GetIndex(), static_cast<INT32>(record.GetItems().size()), eWRITEKIND::Undo);
+    }
+    else
+    {
+        Place(record.GetIndex(), record.GetItems(), eWRITEKIND::Undo);
+    }
+}
+
+void CDbPgArrayBase::RedoValue(const CDbPgArrayHist& record)
+{
+    if (record.GetOperationType() == eOPERATIONTYPE::Insert)
+    {
+        Place(record.GetIndex(), record.GetItems(), eWRITEKIND::Undo);
+    }
+    else
+    {
+        Take(record.GetIndex(), static_cast<INT32>(record.GetItems().size()), eWRITEKIND::Undo);
+    }
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::Insert(INT32 index)
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckClientAccess(); access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    return InsertInternal(index);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::Remove(INT32 index, INT32 count)
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckClientAccess(); access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    return DbRemovePriv(index, count);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::Copy(INT32 source, INT32 target)
+{
+    const CLockGuard lock;
+    const CDbPropertyGroup* const original = ItemAt(source);
+    if (original == nullptr)
+    {
+        return eKW_ACC_BAD_INDEX;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    const KW_ACCEPTANCE code = Insert(target);
+    if (code <= eKW_ACC_WARNING)
+    {
+        CopyContents(*original, *ItemAt(target));
+    }
+    return code;
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::SetActive(INT32 index)
+{
+    return m_pActiveIndex->Set(index);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::Grow(INT32 count)
+{
+    const CLockGuard lock;
+    if (GetDbRoot() == nullptr)
+    {
+        return eKW_ACC_DETACHED;
+    }
+    return IsDynamic() ? DbSetSize(count) : static_cast<KW_ACCEPTANCE>(eKW_ACC_FIXED_SIZE);
+}
+
+INT32 CDbPgArrayBase::GetCount() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return static_cast<INT32>(m_items.size());
+}
+
+CDbPropertyGroup* CDbPgArrayBase::ItemAt(INT32 index) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return index < 0 || index >= GetCount() ? nullptr : m_items[index].get();
+}
+
+std::shared_ptr<IKWFunctionBase> CDbPgArrayBase::ShareItemHandle(INT32 index) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    CDbPropertyGroup* const item = ItemAt(index);
+    return item != nullptr ? item->GetHandle() : nullptr;
+}
+
+INT32 CDbPgArrayBase::IndexOf(QStringView key) const
+{
+    bool isNumber = false;
+    const int index = key.toInt(&isNumber);
+    return isNumber && ItemAt(index) != nullptr ? index : -1;
+}
+
+bool CDbPgArrayBase::IsItem(const QString& name) const
+{
+    return IndexOf(name) >= 0;
+}
+
+INT32 CDbPgArrayBase::PositionOf(const CDbPropertyGroup& item) const
+{
+    const auto found = std::find_if(m_items.begin(), m_items.end(),
+                                    [&item](const auto& own) { return own.get() == &item; });
+    return found == m_items.end() ? -1 : static_cast<INT32>(found - m_items.begin());
+}
+
+std::shared_ptr<IDbGroup> CDbPgArrayBase::GetItemByPosition(INT32 position) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    CDbPropertyGroup* const item = ItemAt(position);
+    return item != nullptr ? item->ShareGroup() : nullptr;
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::InsertItem(const QString& key)
+{
+    const CLockGuard lock;
+    bool isNumber = false;
+    const INT32 index = key.isEmpty() ? GetCount() : key.toInt(&isNumber);
+    return key.isEmpty() || isNumber ? Insert(index)
+                                     : static_cast<KW_ACCEPTANCE>(eKW_ACC_BAD_INDEX);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::RemoveItem(const QString& key)
+{
+    const CLockGuard lock;
+    const INT32 index = IndexOf(key);
+    return index < 0 ? static_cast<KW_ACCEPTANCE>(eKW_ACC_BAD_INDEX) : Remove(index, 1);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::RenameItem(const QString& /*key*/, const QString& /*newKey*/)
+{
+    return eKW_ACC_WRONG_KIND;
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::CopyItem(const QString& key, const QString& newKey)
+{
+    const CLockGuard lock;
+    bool isNumber = false;
+    const INT32 target = newKey.isEmpty() ? GetCount() : newKey.toInt(&isNumber);
+    return newKey.isEmpty() || isNumber ? Copy(IndexOf(key), target)
+                                        : static_cast<KW_ACCEPTANCE>(eKW_ACC_BAD_INDEX);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::SetActiveItem(const QString& key)
+{
+    const CLockGuard lock;
+    const INT32 index = IndexOf(key);
+    return index < 0 ? static_cast<KW_ACCEPTANCE>(eKW_ACC_BAD_INDEX) : SetActive(index);
+}
+
+QString CDbPgArrayBase::GetActiveItem() const
+{
+    const INT32 active = GetActive();
+    return active < 0 ? QStringLiteral("") : QString::number(active);
+}
+
+void CDbPgArrayBase::VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const
+{
+    std::for_each(m_items.begin(), m_items.end(), [&visit](const auto& item) { visit(*item); });
+}
+
+CDbPropertyGroup* CDbPgArrayBase::FindItem(QStringView key) const
+{
+    return ItemAt(IndexOf(key));
+}
+
+INT32 CDbPgArrayBase::GetSavedPattern() const
+{
+    // Without items the class of the items decides nothing: an empty array is saved as empty.
+    INT32 pattern = m_items.empty() && IsDynamic() ? eSAVERECALL_ALL : eSAVERECALL_NONE;
+    VisitItems([&pattern](CDbPropertyGroup& item) { pattern |= item.GetSavedPattern(); });
+    return pattern & GetSaveRecallType();
+}
+
+void CDbPgArrayBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
+{
+    writer.Attribute(KW_SETTINGS_COUNT, QString::number(m_items.size()));
+    CDbContainerBase::SerializeContents(writer, pattern);
+    for (const auto& item : m_items)
+    {
+        writer.StartElement(kItemElement);
+        item->SerializeBaseAttributes(writer);
+        item->SerializeContents(writer, pattern);
+        writer.EndElement();
+    }
+}
+
+void CDbPgArrayBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
+{
+    INT32 count = 0;
+    for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
+    {
+        count += child.Kind() == kItemElement ? 1 : 0;
+    }
+    if (IsDynamic() && count <= GetMaxCount())
+    {
+        if (count < GetCount())
+        {
+            DbRemovePriv(count, GetCount() - count);
+        }
+        DbSetSize(count);
+    }
+    INT32 index = 0;
+    for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
+    {
+        if (child.Kind() != kItemElement)
+        {
+            DeSerializeChild(child, recall);
+            continue;
+        }
+        CDbPropertyGroup* const item = ItemAt(index++);
+        if (item == nullptr)
+        {
+            recall.Skip(*this, QStringLiteral("Item %1 skipped: the array has %2 items")
+                                   .arg(index - 1)
+                                   .arg(GetCount()));
+        }
+        else
+        {
+            item->DeSerialize(child, recall);
+        }
+    }
+}
+
+void CDbPgArrayBase::DeSerializeChild(const CDbSettingsElement& element, CDbRecall& recall)
+{
+    if (element.Kind() != QLatin1String("Prop"))
+    {
+        recall.CountSkipped();
+        ReportContainer(QStringLiteral("Unexpected item: ") + element.Kind().toString(), __LINE__,
+                        Q_FUNC_INFO);
+        return;
+    }
+    CDbContainerBase::DeSerializeChild(element, recall);
+}
+
+void CDbPgArrayBase::RemoveAllItems()
+{
+    DbRemovePriv(0, GetCount());
+}
+
+CDbPgArrayHist::CDbPgArrayHist(CDbPgArrayBase& array, eOPERATIONTYPE operation, INT32 index,
+                               t_Items items)
+    : CDbHistRecord(operation),
+      m_array(std::static_pointer_cast<CDbPgArrayBase>(array.shared_from_this())), m_index(index),
+      m_items(std::move(items)),
+      m_text((operation == eOPERATIONTYPE::Insert ? QStringLiteral("%1 inserted")
+                                                  : QStringLiteral("%1 removed"))
+                 .arg(m_items.front()->GetPath()))
+{
+}
+
+bool CDbPgArrayHist::Finish()
+{
+    SetProcessingType(ePROCESSINGTYPE::Done);
+    return true;
+}
+
+QString CDbPgArrayHist::GetText() const
+{
+    return m_text;
+}

@@ -1,0 +1,590 @@
+// SPDX-License-Identifier: MIT
+#include "DbPgMap.h"
+
+#include "DbPgRoot.h"
+#include "DbSettings.h"
+#include "KWErrorReport.h"
+#include "LockManager.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr char kSource[] = "CommonDatabase/Src/DbPgMap";
+const QString kItemElement = QStringLiteral("MapItem");
+
+/** An item that left its map answers its last name, no key, and refuses to be renamed. */
+class CFIMMapItem final : public IKWMapItem
+{
+public:
+    explicit CFIMMapItem(CDbPropertyGroup& item) : m_item(item) {}
+    QString GetName() const override { return m_item.GetNodeName(); }
+    QString GetDisplayName() const override
+    {
+        const CLockGuard lock(eACCESS_READ);
+        return Map() != nullptr ? Map()->DisplayNameOf(m_item) : m_item.NodeName();
+    }
+    INT32 GetNumericKey() const override
+    {
+        const CLockGuard lock(eACCESS_READ);
+        return Map() != nullptr ? Map()->NumericKeyOf(m_item) : -1;
+    }
+    bool IsActive() const override
+    {
+        const CLockGuard lock(eACCESS_READ);
+        return Map() != nullptr && Map()->GetActiveItem() == m_item.NodeName();
+    }
+    KW_ACCEPTANCE Rename(const QString& newName) override
+    {
+        const CLockGuard lock;
+        return Map() != nullptr ? Map()->Rename(m_item.NodeName(), newName)
+                                : static_cast<KW_ACCEPTANCE>(eKW_ACC_DETACHED);
+    }
+    std::shared_ptr<IKWFunctionBase> GetGroup() const override { return m_item.GetHandle(); }
+
+private:
+    CDbPgMapBase* Map() const { return dynamic_cast<CDbPgMapBase*>(m_item.GetParent()); }
+
+    CDbPropertyGroup& m_item;
+};
+} // namespace
+
+CDbPgMapBase::CDbPgMapBase(INT32 maxCount) : CDbContainerBase(true, maxCount)
+{
+    SetPropertyListSize(1);
+    AddPropertyToList(m_pActiveKey = new CDbPropString, QStringLiteral("ActiveKey"));
+}
+
+CDbPgMapBase::~CDbPgMapBase()
+{
+    std::for_each(m_items.begin(), m_items.end(),
+                  [](const auto& entry) { Detach(*entry.second.group); });
+}
+
+void CDbPgMapBase::ReportContainer(const QString& text, int line, const char* signature)
+{
+    _KW_ProcessErrorString(text, line, kSource, signature, e_KW_MESSAGE_TYPE_ERROR);
+}
+
+#define KW_REPORT_MAP(text) ReportContainer(text, __LINE__, signature)
+
+KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& name, const QString& displayName,
+                                      INT32 numericKey, bool makeActive, const char* signature)
+{
+    const CLockGuard lock;
+    if (!IsNameValid(name))
+    {
+        KW_REPORT_MAP(QStringLiteral("\"%1\" is no valid name in ").arg(name) +
+                      QLatin1String(signature));
+        return eKW_ACC_BAD_NAME;
+    }
+    if (IsItem(name) || IsItem(numericKey))
+    {
+        KW_REPORT_MAP((IsItem(name) ? name : QString::number(numericKey)) +
+                      QStringLiteral(" already exists in ") + QLatin1String(signature));
+        return eKW_ACC_NAME_IN_USE;
+    }
+    if (IsMaxCountReached())
+    {
+        return eKW_ACC_CONTAINER_FULL;
+    }
+    const INT32 key = numericKey < 0 ? LowestFreeKey() : numericKey;
+    const t_Item item{Own(CreateItem(key)), displayName.isEmpty() ? name : displayName, key};
+    if (!item.group)
+    {
+        KW_REPORT_MAP(QStringLiteral("CreatePropertyGroup for ") + name +
+                      QStringLiteral(" failed in ") + QLatin1String(signature));
+        return eKW_ACC_INTERNAL;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Internal);
+    Place(name, item, eWRITEKIND::Internal);
+    return makeActive ? m_pActiveKey->DbSet(name) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
+}
+
+KW_ACCEPTANCE CDbPgMapBase::RemoveFor(const QString& name, const char* signature)
+{
+    const CLockGuard lock;
+    const auto found = m_items.find(name);
+    if (found == m_items.end())
+    {
+        KW_REPORT_MAP(QStringLiteral("Item ") + name + QStringLiteral(" does not exist in ") +
+                      QLatin1String(signature));
+        return eKW_ACC_NOT_FOUND;
+    }
+    if (m_namesByKey.count(found->second.numericKey) == 0)
+    {
+        KW_REPORT_MAP(QStringLiteral("Element not found"));
+        return eKW_ACC_INTERNAL;
+    }
+    Take(name, eWRITEKIND::Internal);
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPgMapBase::AdaptFor(const QString& oldName, const QString& newName,
+                                     INT32 numericKey, const char* signature)
+{
+    const CLockGuard lock;
+    const auto found = m_items.find(oldName);
+    if (found == m_items.end())
+    {
+        KW_REPORT_MAP(QStringLiteral("PropertyGroup ") + oldName +
+                      QStringLiteral(" not exists in ") + QLatin1String(signature));
+        return eKW_ACC_NOT_FOUND;
+    }
+    const INT32 oldKey = found->second.numericKey;
+    const INT32 newKey = numericKey < 0 ? oldKey : numericKey;
+    if (!IsNameValid(newName))
+    {
+        KW_REPORT_MAP(QStringLiteral("\"%1\" is no valid name in ").arg(newName) +
+                      QLatin1String(signature));
+        return eKW_ACC_BAD_NAME;
+    }
+    if ((newName != oldName && IsItem(newName)) || (newKey != oldKey && IsItem(newKey)))
+    {
+        KW_REPORT_MAP(newName + QStringLiteral(" already exists in ") + QLatin1String(signature));
+        return eKW_ACC_NAME_IN_USE;
+    }
+    if (m_namesByKey.count(oldKey) == 0)
+    {
+        KW_REPORT_MAP(QStringLiteral("erase numeric key"));
+        return eKW_ACC_INTERNAL;
+    }
+    Move(oldName, newName, newKey, eWRITEKIND::Internal);
+    return eKW_ACC_OK;
+}
+
+void CDbPgMapBase::Place(const QString& name, const t_Item& item, eWRITEKIND kind)
+{
+    const CDbRootScope scope(GetDbRoot(), kind);
+    m_items.emplace(name, item);
+    m_namesByKey.emplace(item.numericKey, name);
+    Adopt(*item.group, name, kind);
+    AddRecord<CDbPgMapHist>(*this, eOPERATIONTYPE::Insert, name, item);
+    IncChangeCounter();
+    CDbPropertyGroup* const owner = GetParent();
+    if (owner != nullptr && kind != eWRITEKIND::Undo)
+    {
+        owner->OnItemInserted(this, name);
+    }
+}
+
+void CDbPgMapBase::Take(const QString& name, eWRITEKIND kind)
+{
+    const CDbRootScope scope(GetDbRoot(), kind);
+    const auto found = m_items.find(name);
+    const t_Item item = found->second;
+    AddRecord<CDbPgMapHist>(*this, eOPERATIONTYPE::Remove, name, item);
+    m_namesByKey.erase(item.numericKey);
+    m_items.erase(found);
+    Detach(*item.group);
+    IncChangeCounter();
+    if (kind == eWRITEKIND::Undo)
+    {
+        return;
+    }
+    if (m_pActiveKey->Get() == name)
+    {
+        m_pActiveKey->DbSet(QStringLiteral(""));
+    }
+    if (CDbPropertyGroup* const owner = GetParent())
+    {
+        owner->OnItemRemoved(this, name);
+    }
+}
+
+void CDbPgMapBase::Move(const QString& oldName, const QString& newName, INT32 numericKey,
+                        eWRITEKIND kind)
+{
+    const CDbRootScope scope(GetDbRoot(), kind);
+    CDbPropertyGroup* const owner = kind == eWRITEKIND::Undo ? nullptr : GetParent();
+    if (owner != nullptr)
+    {
+        owner->OnItemRenaming(this, oldName, newName);
+    }
+    auto entry = m_items.extract(oldName);
+    t_Item& item = entry.mapped();
+    AddRecord<CDbPgMapHist>(*this, oldName, item.numericKey, newName, numericKey);
+    m_namesByKey.erase(item.numericKey);
+    item.displayName = item.displayName == oldName ? newName : item.displayName;
+    item.numericKey = numericKey;
+    item.group->SetNodeName(newName);
+    m_namesByKey.emplace(numericKey, newName);
+    entry.key() = newName;
+    m_items.insert(std::move(entry));
+    IncChangeCounter();
+    if (owner == nullptr)
+    {
+        return;
+    }
+    if (m_pActiveKey->Get() == oldName)
+    {
+        m_pActiveKey->DbSet(newName);
+    }
+    owner->OnItemRenamed(this, oldName, newName);
+}
+
+void CDbPgMapBase::RollbackValue(const CDbPgMapHist& record)
+{
+    switch (record.GetOperationType())
+    {
+    case eOPERATIONTYPE::Insert:
+        Take(record.GetName(), eWRITEKIND::Undo);
+        break;
+    case eOPERATIONTYPE::Remove:
+        Place(record.GetName(), record.GetItem(), eWRITEKIND::Undo);
+        break;
+    default:
+        Move(record.GetNewName(), record.GetName(), record.GetKey(), eWRITEKIND::Undo);
+        break;
+    }
+}
+
+void CDbPgMapBase::RedoValue(const CDbPgMapHist& record)
+{
+    switch (record.GetOperationType())
+    {
+    case eOPERATIONTYPE::Insert:
+        Place(record.GetName(), record.GetItem(), eWRITEKIND::Undo);
+        break;
+    case eOPERATIONTYPE::Remove:
+        Take(record.GetName(), eWRITEKIND::Undo);
+        break;
+    default:
+        Move(record.GetName(), record.GetNewName(), record.GetNewKey(), eWRITEKIND::Undo);
+        break;
+    }
+}
+
+KW_ACCEPTANCE CDbPgMapBase::CheckGroupActionAvailable(eACTION action) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const KW_ACCEPTANCE access = CheckClientAccess();
+    const bool full = action == eACTION::Insert && IsMaxCountReached();
+    return access <= eKW_ACC_WARNING && full ? static_cast<KW_ACCEPTANCE>(eKW_ACC_CONTAINER_FULL)
+                                             : access;
+}
+
+KW_ACCEPTANCE CDbPgMapBase::Insert(const QString& name)
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckGroupActionAvailable(eACTION::Insert);
+        access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    return InsertInternal(name.isEmpty() ? CreateUniqueName() : name, QString(), -1, false, true);
+}
+
+KW_ACCEPTANCE CDbPgMapBase::Remove(const QString& name)
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckGroupActionAvailable(eACTION::Remove);
+        access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    return ProcessRemove(name);
+}
+
+KW_ACCEPTANCE CDbPgMapBase::Rename(const QString& oldName, const QString& newName)
+{
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckGroupActionAvailable(eACTION::Rename);
+        access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    return AdaptNumericKeyAndName(oldName, NormalizeName(newName), -1);
+}
+
+KW_ACCEPTANCE CDbPgMapBase::Copy(const QString& source, const QString& target)
+{
+    const CLockGuard lock;
+    const CDbPropertyGroup* const original = ItemByName(source);
+    if (original == nullptr)
+    {
+        return eKW_ACC_NOT_FOUND;
+    }
+    const QString name = target.isEmpty() ? CreateUniqueName() : NormalizeName(target);
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    const KW_ACCEPTANCE code = Insert(name);
+    if (code <= eKW_ACC_WARNING)
+    {
+        CopyContents(*original, *ItemByName(name));
+    }
+    return code;
+}
+
+KW_ACCEPTANCE CDbPgMapBase::SetActive(const QString& name)
+{
+    const CLockGuard lock;
+    return name.isEmpty() || IsItem(name) ? m_pActiveKey->Set(name)
+                                          : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
+}
+
+INT32 CDbPgMapBase::GetCount() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return static_cast<INT32>(m_items.size());
+}
+
+QStringList CDbPgMapBase::GetNames() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    QStringList names;
+    for (const auto& [key, name] : m_namesByKey)
+    {
+        names.append(name);
+    }
+    return names;
+}
+
+bool CDbPgMapBase::IsItem(const QString& name) const
+{
+    return ItemByName(name) != nullptr;
+}
+
+bool CDbPgMapBase::IsItem(INT32 numericKey) const
+{
+    return ItemByKey(numericKey) != nullptr;
+}
+
+CDbPropertyGroup* CDbPgMapBase::ItemByName(QStringView name) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto found = m_items.find(name.toString());
+    return found == m_items.end() ? nullptr : found->second.group.get();
+}
+
+CDbPropertyGroup* CDbPgMapBase::ItemByKey(INT32 numericKey) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto found = m_namesByKey.find(numericKey);
+    return found == m_namesByKey.end() ? nullptr : ItemByName(found->second);
+}
+
+const CDbPgMapBase::t_Item* CDbPgMapBase::Lookup(const CDbPropertyGroup& item) const
+{
+    const auto found = m_items.find(item.NodeName());
+    return found != m_items.end() && found->second.group.get() == &item ? &found->second : nullptr;
+}
+
+INT32 CDbPgMapBase::NumericKeyOf(const CDbPropertyGroup& item) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const t_Item* const entry = Lookup(item);
+    return entry != nullptr ? entry->numericKey : -1;
+}
+
+QString CDbPgMapBase::DisplayNameOf(const CDbPropertyGroup& item) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const t_Item* const entry = Lookup(item);
+    return entry != nullptr ? entry->displayName : QString();
+}
+
+INT32 CDbPgMapBase::PositionOf(const CDbPropertyGroup& item) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto found = m_namesByKey.find(NumericKeyOf(item));
+    return found == m_namesByKey.end()
+               ? -1
+               : static_cast<INT32>(std::distance(m_namesByKey.begin(), found));
+}
+
+std::shared_ptr<IKWMapItem> CDbPgMapBase::ShareMapItem(CDbPropertyGroup* item)
+{
+    if (item == nullptr)
+    {
+        return nullptr;
+    }
+    if (!item->MapItemHandle())
+    {
+        item->MapItemHandle() = std::make_unique<CFIMMapItem>(*item);
+    }
+    return {item->shared_from_this(), item->MapItemHandle().get()};
+}
+
+std::shared_ptr<IKWMapItem> CDbPgMapBase::ShareMapItem(const QString& name) const
+{
+    const CLockGuard lock;
+    return ShareMapItem(ItemByName(name));
+}
+
+std::shared_ptr<IKWMapItem> CDbPgMapBase::ShareMapItem(INT32 numericKey) const
+{
+    const CLockGuard lock;
+    return ShareMapItem(ItemByKey(numericKey));
+}
+
+INT32 CDbPgMapBase::LowestFreeKey() const
+{
+    INT32 key = 0;
+    for (auto entry = m_namesByKey.begin(); entry != m_namesByKey.end() && entry->first == key;
+         ++entry)
+    {
+        ++key;
+    }
+    return key;
+}
+
+QString CDbPgMapBase::CreateUniqueName() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const QString pattern = m_namePattern.contains(QLatin1String("%1"))
+                                ? m_namePattern
+                                : m_namePattern + QLatin1String("%1");
+    QString name;
+    for (INT32 number = 1; name.isEmpty() || IsItem(name); ++number)
+    {
+        name = pattern.arg(number);
+    }
+    return name;
+}
+
+QString CDbPgMapBase::NormalizeName(const QString& name)
+{
+    return name.simplified();
+}
+
+bool CDbPgMapBase::IsNameValid(const QString& name)
+{
+    const auto isForbidden = [](QChar c)
+    {
+        return c.unicode() < 0x20 || c == u'/' || c == u'[' || c == u']' || c.isSurrogate() ||
+               c.unicode() >= 0xFFFE;
+    };
+    return !name.isEmpty() && name.size() <= kMaxNameLength && name == NormalizeName(name) &&
+           std::none_of(name.begin(), name.end(), isForbidden);
+}
+
+std::shared_ptr<IDbGroup> CDbPgMapBase::GetItemByPosition(INT32 position) const
+{
+    const CLockGuard lock(eACCESS_READ);
+    if (position < 0 || position >= GetCount())
+    {
+        return nullptr;
+    }
+    return ItemByName(std::next(m_namesByKey.begin(), position)->second)->ShareGroup();
+}
+
+void CDbPgMapBase::VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const
+{
+    for (const auto& [key, name] : m_namesByKey)
+    {
+        visit(*m_items.at(name).group);
+    }
+}
+
+/** A map counts like any group; the override is where a map that keeps items elsewhere hooks in. */
+void CDbPgMapBase::IncChangeCounter()
+{
+    CDbContainerBase::IncChangeCounter();
+}
+
+INT32 CDbPgMapBase::GetSavedPattern() const
+{
+    INT32 pattern = m_items.empty() ? eSAVERECALL_ALL : eSAVERECALL_NONE;
+    VisitItems([&pattern](CDbPropertyGroup& item) { pattern |= item.GetSavedPattern(); });
+    return pattern & GetSaveRecallType();
+}
+
+void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
+{
+    CDbContainerBase::SerializeContents(writer, pattern);
+    for (const auto& [key, name] : m_namesByKey)
+    {
+        const t_Item& item = m_items.at(name);
+        writer.StartElement(kItemElement);
+        item.group->SerializeBaseAttributes(writer);
+        writer.Attribute(KW_SETTINGS_KEY, QString::number(key));
+        writer.Attribute(KW_SETTINGS_DISPLAY_NAME, item.displayName);
+        item.group->SerializeContents(writer, pattern);
+        writer.EndElement();
+    }
+}
+
+void CDbPgMapBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
+{
+    RemoveAllItems();
+    for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
+    {
+        if (child.Kind() == kItemElement)
+        {
+            DeSerializeItem(child, recall);
+        }
+    }
+    // The active key names an item, so it follows the items.
+    for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
+    {
+        if (child.Kind() != kItemElement)
+        {
+            DeSerializeChild(child, recall);
+        }
+    }
+}
+
+void CDbPgMapBase::DeSerializeItem(const CDbSettingsElement& element, CDbRecall& recall)
+{
+    const QString name = element.Name().toString();
+    bool isNumber = false;
+    const INT32 key = element.Attribute(KW_SETTINGS_KEY).toInt(&isNumber);
+    const KW_ACCEPTANCE code =
+        InsertInternal(name, element.Attribute(KW_SETTINGS_DISPLAY_NAME).toString(),
+                       isNumber ? key : -1, false, false);
+    if (code > eKW_ACC_WARNING)
+    {
+        recall.Skip(*this, QStringLiteral("Item \"%1\" skipped (%2)")
+                               .arg(name, KW_GetAcceptanceText(code)));
+        return;
+    }
+    ItemByName(name)->DeSerialize(element, recall);
+}
+
+void CDbPgMapBase::RemoveAllItems()
+{
+    const QStringList names = GetNames();
+    for (auto name = names.crbegin(); name != names.crend(); ++name)
+    {
+        Take(*name, eWRITEKIND::Internal);
+    }
+}
+
+CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QString& name,
+                           CDbPgMapBase::t_Item item)
+    : CDbHistRecord(operation),
+      m_map(std::static_pointer_cast<CDbPgMapBase>(map.shared_from_this())), m_name(name),
+      m_item(std::move(item))
+{
+}
+
+CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldKey,
+                           const QString& newName, INT32 newKey)
+    : CDbHistRecord(eOPERATIONTYPE::Rename),
+      m_map(std::static_pointer_cast<CDbPgMapBase>(map.shared_from_this())), m_name(oldName),
+      m_newName(newName), m_newKey(newKey)
+{
+    m_item.numericKey = oldKey;
+}
+
+bool CDbPgMapHist::Finish()
+{
+    SetProcessingType(ePROCESSINGTYPE::Done);
+    return true;
+}
+
+QString CDbPgMapHist::GetText() const
+{
+    switch (GetOperationType())
+    {
+    case eOPERATIONTYPE::Insert:
+        return m_name + QStringLiteral(" inserted");
+    case eOPERATIONTYPE::Remove:
+        return m_name + QStringLiteral(" removed");
+    default:
+        return m_name + QStringLiteral(" renamed");
+    }
+}

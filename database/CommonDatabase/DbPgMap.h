@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbContainerBase.h"
+#include "DbPropText.h"
+
+#include <map>
+
+/** Record of an item that came into, left, or was renamed in a map. */
+class CDbPgMapHist;
+
+/**
+ * Name-keyed container of groups. Every item has a unique name (its node name), a unique numeric
+ * key ≥ 0 and a display name. Order is that of the numeric keys. The active item's name is held in
+ * the property "ActiveKey".
+ */
+class CDbPgMapBase : public CDbContainerBase
+{
+public:
+    static constexpr INT32 kMaxNameLength = 64;
+
+    explicit CDbPgMapBase(INT32 maxCount);
+    ~CDbPgMapBase() override;
+
+    /** Creates an item; an empty display name takes the name, a negative key the lowest free one.
+        `makeActive` makes it the active item, `normalize` normalizes the name first. */
+    virtual KW_ACCEPTANCE InsertInternal(const QString& name, const QString& displayName,
+                                         INT32 numericKey, bool makeActive, bool normalize) = 0;
+    virtual KW_ACCEPTANCE ProcessRemove(const QString& name) = 0;
+    /** Gives an item a new name and, unless negative, a new numeric key; keeps both indexes in
+        step and counts the change. */
+    virtual KW_ACCEPTANCE AdaptNumericKeyAndName(const QString& oldName, const QString& newName,
+                                                 INT32 numericKey) = 0;
+
+    /** Client operations: one step for undo. */
+    KW_ACCEPTANCE Insert(const QString& name);
+    KW_ACCEPTANCE Remove(const QString& name);
+    KW_ACCEPTANCE Rename(const QString& oldName, const QString& newName);
+    KW_ACCEPTANCE Copy(const QString& source, const QString& target);
+    KW_ACCEPTANCE SetActive(const QString& name);
+
+    /** What a client can do with the items now. */
+    enum class eACTION
+    {
+        Insert,
+        Remove,
+        Rename
+    };
+    KW_ACCEPTANCE CheckGroupActionAvailable(eACTION action) const;
+
+    INT32 GetCount() const override;
+    QStringList GetNames() const;
+    bool IsItem(const QString& name) const;
+    bool IsItem(INT32 numericKey) const;
+    CDbPropertyGroup* ItemByName(QStringView name) const;
+    CDbPropertyGroup* ItemByKey(INT32 numericKey) const;
+    /** −1 for a stranger. */
+    INT32 NumericKeyOf(const CDbPropertyGroup& item) const;
+    QString DisplayNameOf(const CDbPropertyGroup& item) const;
+    INT32 PositionOf(const CDbPropertyGroup& item) const override;
+    /** Handle of the item; null when there is none. */
+    std::shared_ptr<IKWMapItem> ShareMapItem(const QString& name) const;
+    std::shared_ptr<IKWMapItem> ShareMapItem(INT32 numericKey) const;
+    CDbPropString* GetPrActiveKey() const { return m_pActiveKey; }
+
+    /** "%1" in the pattern is a number that makes the name unique. */
+    void SetNamePattern(const QString& pattern) { m_namePattern = pattern; }
+    QString CreateUniqueName() const;
+    /** Without white space at the ends, and with single spaces inside. */
+    static QString NormalizeName(const QString& name);
+    /** 1 … 64 characters that neither a path nor a file needs for itself: no control characters
+        and none of "/", "[", "]". */
+    static bool IsNameValid(const QString& name);
+
+    KW_NODE_KIND GetKind() const override { return eKW_NODE_MAP; }
+    std::shared_ptr<IDbGroup> GetItemByPosition(INT32 position) const override;
+    KW_ACCEPTANCE InsertItem(const QString& key) override { return Insert(key); }
+    KW_ACCEPTANCE RemoveItem(const QString& key) override { return Remove(key); }
+    KW_ACCEPTANCE RenameItem(const QString& key, const QString& newKey) override
+    {
+        return Rename(key, newKey);
+    }
+    KW_ACCEPTANCE CopyItem(const QString& key, const QString& newKey) override
+    {
+        return Copy(key, newKey);
+    }
+    KW_ACCEPTANCE SetActiveItem(const QString& key) override { return SetActive(key); }
+    QString GetActiveItem() const override { return m_pActiveKey->Get(); }
+
+    QString GetXMLElementName() const override { return QStringLiteral("Map"); }
+    INT32 GetSavedPattern() const override;
+    void IncChangeCounter() override;
+
+    void RollbackValue(const CDbPgMapHist& record);
+    void RedoValue(const CDbPgMapHist& record);
+
+    struct t_Item
+    {
+        std::shared_ptr<CDbPropertyGroup> group;
+        QString displayName;
+        INT32 numericKey = -1;
+    };
+
+protected:
+    KW_ACCEPTANCE InsertFor(const QString& name, const QString& displayName, INT32 numericKey,
+                            bool makeActive, const char* signature);
+    KW_ACCEPTANCE RemoveFor(const QString& name, const char* signature);
+    KW_ACCEPTANCE AdaptFor(const QString& oldName, const QString& newName, INT32 numericKey,
+                           const char* signature);
+    static void ReportContainer(const QString& text, int line, const char* signature);
+
+    void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
+    void SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const override;
+    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
+    CDbPropertyGroup* FindItem(QStringView key) const override { return ItemByName(key); }
+    void RemoveAllItems() override;
+
+private:
+    static std::shared_ptr<IKWMapItem> ShareMapItem(CDbPropertyGroup* item);
+    const t_Item* Lookup(const CDbPropertyGroup& item) const;
+    INT32 LowestFreeKey() const;
+    void Place(const QString& name, const t_Item& item, eWRITEKIND kind);
+    void Take(const QString& name, eWRITEKIND kind);
+    void Move(const QString& oldName, const QString& newName, INT32 numericKey, eWRITEKIND kind);
+    void DeSerializeItem(const CDbSettingsElement& element, CDbRecall& recall);
+
+    std::map<QString, t_Item> m_items;
+    std::map<INT32, QString> m_namesByKey;
+    QString m_namePattern = QStringLiteral("Item%1");
+    CDbPropString* m_pActiveKey;
+};
+
+class CDbPgMapHist final : public CDbHistRecord
+{
+public:
+    /** Insert and remove. */
+    CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QString& name,
+                 CDbPgMapBase::t_Item item);
+    /** Rename. */
+    CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldKey, const QString& newName,
+                 INT32 newKey);
+    bool Finish() override;
+    QString GetText() const override;
+
+    const QString& GetName() const { return m_name; }
+    const QString& GetNewName() const { return m_newName; }
+    INT32 GetKey() const { return m_item.numericKey; }
+    INT32 GetNewKey() const { return m_newKey; }
+    const CDbPgMapBase::t_Item& GetItem() const { return m_item; }
+
+protected:
+    void DoUndo() override { m_map->RollbackValue(*this); }
+    void DoRedo() override { m_map->RedoValue(*this); }
+
+private:
+    std::shared_ptr<CDbPgMapBase> m_map;
+    QString m_name;
+    QString m_newName;
+    INT32 m_newKey = -1;
+    CDbPgMapBase::t_Item m_item;
+};
+
+/** Map of groups of class T. */
+template <typename T>
+class CDbPgMap : public CDbPgMapBase
+{
+public:
+    using CDbPgMapBase::CDbPgMapBase;
+    KW_ACCEPTANCE InsertInternal(const QString& name, const QString& displayName, INT32 numericKey,
+                                 bool makeActive, bool normalize) override
+    {
+        return InsertFor(normalize ? NormalizeName(name) : name, displayName, numericKey,
+                         makeActive, Q_FUNC_INFO);
+    }
+    KW_ACCEPTANCE ProcessRemove(const QString& name) override
+    {
+        return RemoveFor(name, Q_FUNC_INFO);
+    }
+    KW_ACCEPTANCE AdaptNumericKeyAndName(const QString& oldName, const QString& newName,
+                                         INT32 numericKey) override
+    {
+        return AdaptFor(oldName, newName, numericKey, Q_FUNC_INFO);
+    }
+    /** Null when no item has the name. */
+    T* ItemDirect(const QString& name) const { return static_cast<T*>(ItemByName(name)); }
+    std::shared_ptr<IKWMap<typename T::Interface>> GetFIMPointer()
+    {
+        return this->template FIMPointer<IKWMap<typename T::Interface>>();
+    }
+
+protected:
+    CDbPropertyGroup* CreateItem(INT32 index) override { return MakeItem<T>(index); }
+    std::unique_ptr<IKWFunctionBase> CreateFIM() override;
+};

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbPropertyGroup.h"
+#include "Dependencies.h"
+#include "ZELPropertyGroup.h"
+
+/**
+ * Root of a tree: transactions, undo and redo, history switch, brackets, control mode, dependency
+ * engine, save and recall.
+ *
+ * Writes nest: a client's write runs rules, which write more. The outermost one is the scope that
+ * runs the dependants and, when a client opened it and history is on, makes one undo step of
+ * everything written inside. Writes outside a client's scope leave no step.
+ */
+class CDbPgRoot : public CZELPropertyGroup
+{
+public:
+    CDbPgRoot();
+    ~CDbPgRoot() override;
+
+    CDbPgRoot* AsDbRoot() override { return this; }
+    CDependencies& GetDependencies() { return m_dependencies; }
+    void SetAutoUpdateDependencies(bool on) { m_dependencies.SetAutoUpdate(on); }
+
+    // Scopes: called by the pipeline under the lock.
+    void BeginScope(eWRITEKIND kind);
+    void EndScope();
+    /** Records the state of a property that is about to change, once per step. */
+    void Record(CDbPropBase& property);
+    void AddRecord(std::unique_ptr<CDbHistRecord> record);
+    bool IsRecording() const { return m_step != nullptr; }
+    /** Counts a change and marks what depends on it. */
+    void Changed(CDbPropBase& property);
+
+    // History.
+    void EnableHistoryObjects();
+    /** Forgets all steps: what then changes unrecorded could not be undone rightly. */
+    void DisableHistoryObjects();
+    bool HistoryObjectsEnabled() const { return m_historyEnabled; }
+    KW_ACCEPTANCE Undo();
+    KW_ACCEPTANCE Redo();
+    bool CanUndo() const;
+    bool CanRedo() const;
+    QString GetUndoText() const;
+    QString GetRedoText() const;
+
+    // Brackets: keep the lock until they end, nest, belong to the calling thread.
+    void StartTransaction(const QString& text);
+    /** With `keep` false everything since the start is rolled back; eKW_ACC_NOTHING_TO_DO when
+        history is off, so that nothing could be rolled back. Only the outermost end decides. */
+    KW_ACCEPTANCE EndTransaction(bool keep);
+    void StartReadAccess();
+    void EndReadAccess();
+    void StartWriteAccess(KW_CLIENT_ORIGIN origin);
+    void EndWriteAccess();
+    void SetControlMode(KW_CONTROL_MODE mode);
+    KW_CONTROL_MODE GetControlMode() const;
+    /** Whether the calling thread's writes are taken in the present control mode. */
+    bool MayWrite() const;
+
+    // Files.
+    virtual KW_ACCEPTANCE Save(QString fileName);
+    virtual KW_ACCEPTANCE Recall(QString fileName);
+    /** True when the file was applied, even if parts had to be skipped. */
+    virtual bool RecallFromFile(const QString& fileName, SaveRecallPattern pattern);
+    /** Writes everything of `pattern`; CSV when the name ends in ".csv", XML otherwise. */
+    KW_ACCEPTANCE SaveToFile(const QString& fileName, SaveRecallPattern pattern) const;
+    KW_ACCEPTANCE ApplyFile(const QString& fileName, SaveRecallPattern pattern);
+    /** Sets the defaults of `pattern` and recomputes, as one step for undo. */
+    KW_ACCEPTANCE ApplyDefaults(SaveRecallPattern pattern, const QString& text);
+    /** To be overridden by a root whose clients call it. */
+    virtual KW_ACCEPTANCE RunPresetSequence(bool factory);
+    virtual void UpdateAllMeasSettings();
+
+    /** Where the files of the root's own actions live. */
+    void SetSettingsFolder(const QString& folder);
+    QString GetSettingsFolder() const;
+
+    void OnTreeCreated() override;
+    bool IsTreeCreated() const { return m_treeCreated; }
+
+private:
+    void CloseStep();
+    KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
+    QByteArray Serialized(bool csv, INT32 pattern) const;
+
+    CDependencies m_dependencies;
+    CDbHistory m_history;
+    std::unique_ptr<CDbUndoStep> m_step;
+    UINT32 m_stepId = 0;
+    INT32 m_scopes = 0;
+    INT32 m_transactions = 0;
+    QString m_settingsFolder;
+    KW_CONTROL_MODE m_controlMode = eCONTROL_LOCAL;
+    bool m_historyEnabled = false;
+    bool m_treeCreated = false;
+    bool m_rollBack = false;
+};
+
+/** One scope of a root, which may be missing: then only the change is counted. */
+class CDbRootScope
+{
+public:
+    CDbRootScope(CDbPgRoot* root, eWRITEKIND kind) : m_root(root)
+    {
+        if (m_root != nullptr)
+        {
+            m_root->BeginScope(kind);
+        }
+    }
+    ~CDbRootScope()
+    {
+        if (m_root != nullptr)
+        {
+            m_root->EndScope();
+        }
+    }
+    CDbRootScope(const CDbRootScope&) = delete;
+    CDbRootScope& operator=(const CDbRootScope&) = delete;
+
+    void Record(CDbPropBase& property) const
+    {
+        if (m_root != nullptr)
+        {
+            m_root->Record(property);
+        }
+    }
+    void Changed(CDbPropBase& property) const
+    {
+        if (m_root != nullptr)
+        {
+            m_root->Changed(property);
+        }
+        else if (property.GetParent() != nullptr)
+        {
+            property.GetParent()->IncChangeCounter();
+        }
+    }
+
+private:
+    CDbPgRoot* m_root;
+};

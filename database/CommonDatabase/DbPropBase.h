@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbHistory.h"
+#include "DbObject.h"
+#include "IKWProperties.h"
+
+#include <QVariant>
+#include <atomic>
+
+/**
+ * Base of every property, and the one way to write: every change of every property passes
+ * WriteValue, whatever its kind and whoever asks. The steps: access → validation → unchanged? →
+ * PrePropertySet of the group → history → store → validity → change counters → hook of the group
+ * → what depends on it. A refusal at any step leaves value, limits, counters and history alone.
+ *
+ * A property of a concrete kind adds what its value type needs: Validate, Store, GetValue, its
+ * history record, its texts.
+ */
+class CDbPropBase : public CDbNode<IDbProperty>
+{
+public:
+    ~CDbPropBase() override;
+
+    /** The pipeline. Codes: those of IKWNumericProperty::Set and its siblings. */
+    KW_ACCEPTANCE WriteValue(CDbValue value, eWRITEKIND kind);
+    virtual CDbValue GetValue() const = 0;
+    virtual CDbValue GetDefaultValue() const = 0;
+    /** Takes over the value of another property of the same kind, as an internal write. */
+    KW_ACCEPTANCE RestoreValue(const CDbPropBase& other);
+    /** Back to the default; limits follow. */
+    KW_ACCEPTANCE WriteDefault();
+    /** The same as a client write. */
+    KW_ACCEPTANCE SetToDefault() override;
+    KW_ACCEPTANCE SetText(const QString& text) override;
+
+    KW_VALIDITY GetValidity() const override { return m_validity.load(std::memory_order_acquire); }
+    KW_ACCEPTANCE SetValidity(KW_VALIDITY validity);
+    void SetAvailability(KW_AVAILABILITY availability) override;
+
+    /** The only values that the property takes, in stepping order; empty for no such list.
+        Numbers must be numbers, texts texts; an entry of another kind never matches. */
+    const QVariantList& GetValueList() const;
+    void DeclareValueList(const QVariantList& values);
+
+    /** Runs dependants on the next writes even where the value stays the same. */
+    void SetForceDependencies(bool force) { m_forceDependencies = force; }
+    bool HasForceDependencies() const { return m_forceDependencies; }
+    /** Set by CDependencies for a property that others depend on. */
+    void SetHasDependants() { m_hasDependants = true; }
+    bool HasDependants() const { return m_hasDependants; }
+    /** Drops references to other nodes; called before the owning group goes. */
+    virtual void ReleaseReferences() {}
+
+    /** A record that holds the present state as the old one. */
+    virtual std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() = 0;
+    /** Gives the record the present state as the new one. */
+    void FinishNewHistValueEntry(CDbPropBaseHist& record);
+    /** Restore the record's old or new state whole: value, limits, validity, availability. */
+    void RollbackValue(const CDbPropBaseHist& record);
+    void RedoValue(const CDbPropBaseHist& record);
+    /** Internal writes of a recorded value, and of another property's value. */
+    KW_ACCEPTANCE CloneHistoryData(const CDbPropBaseHist& record, bool newValue);
+    KW_ACCEPTANCE ClonePropData(const CDbPropBase& source);
+    /** Step of the root that already holds a record of this property. */
+    UINT32 GetRecordedStep() const { return m_recordedStep; }
+    void SetRecordedStep(UINT32 step) { m_recordedStep = step; }
+
+    KW_NODE_KIND GetKind() const override { return eKW_NODE_PROPERTY; }
+    QString GetMinText() const override { return QStringLiteral(""); }
+    QString GetMaxText() const override { return QStringLiteral(""); }
+    QString GetStepText() const override { return QStringLiteral(""); }
+    QStringList GetValueTexts() const override;
+    const CEnumNameInfo* GetEnumNameInfo() const override { return nullptr; }
+    KW_UNIT GetUnitCode() const override;
+    KW_ACCEPTANCE IncDec(INT32 steps) override;
+    std::shared_ptr<IKWPropertyBase> GetHandle() override;
+    std::shared_ptr<IDbProperty> ShareProperty();
+
+    /** The handle, made on the first call and kept. */
+    IKWPropertyBase* EnsureFIM();
+
+    QString GetXMLElementName() const override;
+    bool SerializeProp(CDbSettingsWriter& writer) const override;
+    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
+
+    /** Reads a text as a candidate for WriteValue; eKW_ACC_BAD_TEXT and siblings. */
+    virtual KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const = 0;
+
+protected:
+    CDbPropBase() = default;
+
+    /** Checks a candidate and may round or bound it (code 1). */
+    virtual KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const = 0;
+    /** Takes a validated value. Kinds whose limits follow the value widen them here. */
+    virtual void Store(const CDbValue& value, eWRITEKIND kind) = 0;
+    virtual bool IsStored(const CDbValue& value) const { return value == GetValue(); }
+    virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
+    virtual void SaveState(CDbPropBaseHist& record, bool newState) const = 0;
+    virtual std::unique_ptr<IKWPropertyBase> CreateFIM() = 0;
+    /** Texts of value-list entries. */
+    virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
+
+    /** Whether a client may write now. */
+    KW_ACCEPTANCE CheckAccess() const;
+    /** Writes a result that the acquisition delivers. */
+    KW_ACCEPTANCE WriteResult(CDbValue value);
+
+    /** What every kind records beside its own state. */
+    struct t_CommonState
+    {
+        KW_VALIDITY validity;
+        KW_AVAILABILITY availability;
+        bool operator==(const t_CommonState&) const = default;
+    };
+    t_CommonState GetCommonState() const;
+    void SetCommonState(const t_CommonState& state);
+
+private:
+    KW_ACCEPTANCE Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE RunHook(eWRITEKIND kind);
+    void RestoreState(const CDbPropBaseHist& record, bool newState);
+
+    std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
+    bool m_forceDependencies = false;
+    bool m_hasDependants = false;
+    UINT32 m_recordedStep = 0;
+    std::unique_ptr<QVariantList> m_valueList;
+    std::atomic<IKWPropertyBase*> m_fim{nullptr};
+};
+
+/** The record of a property kind whose state is a value type TState with operator==. */
+template <typename TState>
+class CDbPropHist : public CDbPropBaseHist
+{
+public:
+    using CDbPropBaseHist::CDbPropBaseHist;
+    CDbValue GetValue(bool newValue) const override { return State(newValue).AsValue(); }
+    bool IsChanged() const override { return !(m_before == m_after); }
+    TState& State(bool newState) { return newState ? m_after : m_before; }
+    const TState& State(bool newState) const { return newState ? m_after : m_before; }
+
+private:
+    TState m_before{};
+    TState m_after{};
+};
+
+/**
+ * Brackets one change of a property that is not a write of its value (a limit, a validity): takes
+ * the lock, opens a scope of the root, records the old state on Touch and counts the change.
+ */
+class CDbChange
+{
+public:
+    explicit CDbChange(CDbPropBase& property, eWRITEKIND kind = eWRITEKIND::Internal);
+    ~CDbChange();
+    CDbChange(const CDbChange&) = delete;
+    CDbChange& operator=(const CDbChange&) = delete;
+    /** Call before the state changes. */
+    void Touch();
+
+private:
+    CDbPropBase& m_property;
+    CDbPgRoot* m_root;
+    bool m_touched = false;
+};

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "DbHandles.h"
+#include "DbPgRoot.h"
+#include "DbPropText.h"
+#include "LockManager.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+
+void CDbPropFilePath::SetFolder(const QString& folder)
+{
+    const CLockGuard lock;
+    m_folder = folder;
+}
+
+QString CDbPropFilePath::GetFolder() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return m_folder;
+}
+
+KW_ACCEPTANCE CDbPropFilePath::ValidateText(const QString& text) const
+{
+    if (text.isEmpty())
+    {
+        return eKW_ACC_OK;
+    }
+    const QString clean = QDir::cleanPath(text);
+    const bool leavesFolder = clean == QLatin1String("..") || clean.startsWith(QLatin1String("../"));
+    const bool hasControl = std::any_of(text.begin(), text.end(),
+                                        [](QChar c) { return c.unicode() < 0x20; });
+    if (leavesFolder || hasControl || text.endsWith(QLatin1Char('/')))
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    const QString extension = QFileInfo(text).suffix();
+    const bool known = (m_openExtensions.isEmpty() && m_saveExtensions.isEmpty()) ||
+                       m_openExtensions.contains(extension, Qt::CaseInsensitive) ||
+                       m_saveExtensions.contains(extension, Qt::CaseInsensitive);
+    return known ? eKW_ACC_OK : eKW_ACC_BAD_NAME;
+}
+
+QString CDbPropFilePath::GetFullPath() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const QString name = Get();
+    return name.isEmpty() || QDir::isAbsolutePath(name) ? name : QDir(m_folder).filePath(name);
+}
+
+bool CDbPropFilePath::CreateFullPath() const
+{
+    return QDir().mkpath(QFileInfo(GetFullPath()).absolutePath());
+}
+
+QString CDbPropFilePath::CreateNewFileName() const
+{
+    constexpr int kHighestNumber = 999;
+    const CLockGuard lock(eACCESS_READ);
+    const QDir folder(m_folder);
+    for (int number = 1; number <= kHighestNumber && !m_saveExtensions.isEmpty(); ++number)
+    {
+        const QString name = QStringLiteral("%1%2.%3")
+                                 .arg(m_stem)
+                                 .arg(number, 3, 10, QLatin1Char('0'))
+                                 .arg(m_saveExtensions.first());
+        if (!folder.exists(name))
+        {
+            return name;
+        }
+    }
+    return QStringLiteral("");
+}
+
+KW_ACCEPTANCE CDbPropFilePath::Load(QByteArray& contents) const
+{
+    QFile file(GetFullPath());
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileSize)
+    {
+        return eKW_ACC_FILE_NOT_READABLE;
+    }
+    QByteArray read = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+    {
+        return eKW_ACC_FILE_NOT_READABLE;
+    }
+    contents = std::move(read);
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPropFilePath::Write(const QByteArray& contents) const
+{
+    if (GetFullPath().isEmpty() || !CreateFullPath())
+    {
+        return eKW_ACC_FILE_NOT_WRITABLE;
+    }
+    QSaveFile file(GetFullPath());
+    const bool written = file.open(QIODevice::WriteOnly) &&
+                         file.write(contents) == contents.size() && file.commit();
+    return written ? eKW_ACC_OK : eKW_ACC_FILE_NOT_WRITABLE;
+}
+
+std::unique_ptr<IKWPropertyBase> CDbPropFilePath::CreateFIM()
+{
+    return std::make_unique<CFIMFilePath>(*this);
+}
+
+std::shared_ptr<IKWFilePathProperty> CDbPropFilePath::GetFIMPointer()
+{
+    return {shared_from_this(), static_cast<IKWFilePathProperty*>(EnsureFIM())};
+}

@@ -1,0 +1,603 @@
+// SPDX-License-Identifier: MIT
+#include "DbPropNum.h"
+
+#include "DbHandles.h"
+#include "DbPgRoot.h"
+#include "DbSettings.h"
+#include "DbStepping.h"
+#include "KWEnumerations.h"
+#include "LockManager.h"
+#include "MatConstants.h"
+#include "NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+
+KW_ACCEPTANCE CDbPropNumBase::SetUnit(KW_UNIT unit)
+{
+    if (!GetStaticEnumNameInfo<KW_UNIT>().IsValue(unit))
+    {
+        return eKW_ACC_UNKNOWN_VALUE;
+    }
+    CDbChange change(*this);
+    if (!m_unit.Compare(CDbUnit(unit)))
+    {
+        change.Touch();
+        m_unit.SetUnit(unit);
+    }
+    return eKW_ACC_OK;
+}
+
+KW_UNIT CDbPropNumBase::GetUnit() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return m_unit.GetUnit();
+}
+
+template <typename T>
+CDbPropNum<T>::CDbPropNum()
+    : m_step(std::is_same_v<T, double> ? T{} : T{1}), m_stepDefault(m_step.load())
+{
+}
+
+template <typename T>
+bool CDbPropNum<T>::IsNumber(T value)
+{
+    return value == value;
+}
+
+template <typename T>
+bool CDbPropNum<T>::IsListEntry(const QVariant& entry, T& number)
+{
+    bool isNumber = false;
+    if constexpr (std::is_same_v<T, double>)
+    {
+        number = entry.toDouble(&isNumber);
+    }
+    else if constexpr (std::is_signed_v<T>)
+    {
+        number = static_cast<T>(entry.toLongLong(&isNumber));
+    }
+    else
+    {
+        number = static_cast<T>(entry.toULongLong(&isNumber));
+    }
+    return isNumber && IsNumber(number);
+}
+
+template <typename T>
+void CDbPropNum<T>::DbSetDefault(T value)
+{
+    m_default = std::clamp(value, m_declaredMin, m_declaredMax);
+    m_value.store(m_default, std::memory_order_release);
+    m_userValue.store(m_default, std::memory_order_release);
+}
+
+template <typename T>
+void CDbPropNum<T>::DeclareMinAndMax(T min, T max)
+{
+    m_declaredMin = min;
+    m_declaredMax = max;
+    m_min.store(min, std::memory_order_release);
+    m_max.store(max, std::memory_order_release);
+    DbSetDefault(m_default);
+}
+
+template <typename T>
+void CDbPropNum<T>::DeclareStep(T step)
+{
+    m_stepDefault = step;
+    m_step.store(step, std::memory_order_release);
+}
+
+template <typename T>
+int CDbPropNum<T>::FindInList(T value) const
+{
+    const QVariantList& list = GetValueList();
+    for (int i = 0; i < list.size(); ++i)
+    {
+        T entry{};
+        const bool same = IsListEntry(list[i], entry) &&
+                          (entry == value || CMatConstants::AreEqual(static_cast<double>(entry),
+                                                                     static_cast<double>(value)));
+        if (same)
+        {
+            return i;
+        }
+    }
+    return -1;
+}
+
+template <typename T>
+bool CDbPropNum<T>::HasListEntryWithin(T min, T max) const
+{
+    const QVariantList& list = GetValueList();
+    return list.isEmpty() || std::any_of(list.begin(), list.end(),
+                                         [min, max](const QVariant& item)
+                                         {
+                                             T entry{};
+                                             return IsListEntry(item, entry) && entry >= min &&
+                                                    entry <= max;
+                                         });
+}
+
+template <typename T>
+T CDbPropNum<T>::NearestInList(T value) const
+{
+    const T min = GetMin();
+    const T max = GetMax();
+    T nearest = std::clamp(value, min, max);
+    double distance = std::numeric_limits<double>::infinity();
+    for (const QVariant& item : GetValueList())
+    {
+        T entry{};
+        if (!IsListEntry(item, entry) || entry < min || entry > max)
+        {
+            continue;
+        }
+        const double d = std::fabs(static_cast<double>(entry) - static_cast<double>(value));
+        if (d < distance)
+        {
+            distance = d;
+            nearest = entry;
+        }
+    }
+    return nearest;
+}
+
+template <typename T>
+T CDbPropNum<T>::RoundToResolution(T value) const
+{
+    if constexpr (std::is_same_v<T, double>)
+    {
+        return m_resolution > 0.0 ? CMatConstants::AdjustToResolution(value, m_resolution) : value;
+    }
+    else
+    {
+        // Nearest multiple, half away from zero, without leaving the type.
+        const T rest = m_resolution > T{} ? static_cast<T>(value % m_resolution) : T{};
+        const bool away = rest > T{} ? rest >= m_resolution - rest : -rest >= m_resolution + rest;
+        if (rest == T{} || !away)
+        {
+            return static_cast<T>(value - rest);
+        }
+        bool overflow = false;
+        return NStepping::Linear<T>(static_cast<T>(value - rest), m_resolution, rest > T{} ? 1 : -1,
+                                    overflow);
+    }
+}
+
+template <typename T>
+T CDbPropNum<T>::GetNearestLegal(T value) const
+{
+    return GetValueList().isEmpty() ? std::clamp(RoundToResolution(value), GetMin(), GetMax())
+                                    : NearestInList(value);
+}
+
+/** Values that lie beside a limit by rounding alone count as the limit. */
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::ValidateRange(T& value, T min, T max) const
+{
+    const auto isBeyond = [](T outer, T limit)
+    { return !CMatConstants::AreEqual(static_cast<double>(outer), static_cast<double>(limit)); };
+    if (value < min && (!std::is_same_v<T, double> || isBeyond(value, min)))
+    {
+        return eKW_ACC_BELOW_MINIMUM;
+    }
+    if (value > max && (!std::is_same_v<T, double> || isBeyond(value, max)))
+    {
+        return eKW_ACC_ABOVE_MAXIMUM;
+    }
+    value = std::clamp(value, min, max);
+    return eKW_ACC_OK;
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
+{
+    const t_Carrier* const carried = std::get_if<t_Carrier>(&value);
+    if (carried == nullptr)
+    {
+        return eKW_ACC_WRONG_KIND;
+    }
+    T number = static_cast<T>(*carried);
+    if (!IsNumber(number))
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    const bool limitsFollow = kind == eWRITEKIND::Recall || kind == eWRITEKIND::Default;
+    const T min = limitsFollow ? m_declaredMin : GetMin();
+    const T max = limitsFollow ? m_declaredMax : GetMax();
+    if (const KW_ACCEPTANCE code = ValidateRange(number, min, max); code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
+    T legal = number;
+    if (!GetValueList().isEmpty())
+    {
+        const int index = FindInList(number);
+        if (index < 0)
+        {
+            return eKW_ACC_NOT_IN_VALUE_LIST;
+        }
+        IsListEntry(GetValueList()[index], legal);
+    }
+    else if (kind != eWRITEKIND::Auto)
+    {
+        legal = std::clamp(RoundToResolution(number), min, max);
+    }
+    value = Carry(legal);
+    const bool rounded = legal != number && !CMatConstants::AreEqual(static_cast<double>(legal),
+                                                                     static_cast<double>(number));
+    return rounded ? eKW_ACC_WARNING : eKW_ACC_OK;
+}
+
+template <typename T>
+bool CDbPropNum<T>::IsStored(const CDbValue& value) const
+{
+    const T number = static_cast<T>(std::get<t_Carrier>(value));
+    return number == Get() && number == GetUserValue();
+}
+
+template <typename T>
+void CDbPropNum<T>::Store(const CDbValue& value, eWRITEKIND kind)
+{
+    const T number = static_cast<T>(std::get<t_Carrier>(value));
+    m_min.store(std::min(GetMin(), number), std::memory_order_release);
+    m_max.store(std::max(GetMax(), number), std::memory_order_release);
+    m_value.store(number, std::memory_order_release);
+    if (kind != eWRITEKIND::Auto)
+    {
+        m_userValue.store(number, std::memory_order_release);
+    }
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetLimited(T value)
+{
+    if (!IsNumber(value))
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    const CLockGuard lock;
+    const T legal = GetNearestLegal(value);
+    const KW_ACCEPTANCE code = Set(legal);
+    return code == eKW_ACC_OK && legal != value ? static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING) : code;
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
+{
+    if (!IsNumber(value))
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    const CLockGuard lock;
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
+    const KW_ACCEPTANCE code = SetLimited(value);
+    const T wish = std::clamp(value, m_declaredMin, m_declaredMax);
+    if (code <= eKW_ACC_WARNING && wish != GetUserValue())
+    {
+        CDbChange change(*this);
+        change.Touch();
+        m_userValue.store(wish, std::memory_order_release);
+    }
+    return code;
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
+{
+    const CLockGuard lock;
+    if (!IsNumber(min) || !IsNumber(max))
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    if (min > max)
+    {
+        return eKW_ACC_LIMITS_CROSSED;
+    }
+    if (min < m_declaredMin || max > m_declaredMax)
+    {
+        return eKW_ACC_OUTSIDE_DECLARED;
+    }
+    if (!HasListEntryWithin(min, max))
+    {
+        return eKW_ACC_NOT_IN_VALUE_LIST;
+    }
+    if (min == GetMin() && max == GetMax())
+    {
+        return eKW_ACC_OK;
+    }
+    CDbChange change(*this);
+    change.Touch();
+    m_min.store(min, std::memory_order_release);
+    m_max.store(max, std::memory_order_release);
+    FollowLimits();
+    return eKW_ACC_OK;
+}
+
+/** The value goes where its wish is, as near as the limits let it. */
+template <typename T>
+void CDbPropNum<T>::FollowLimits()
+{
+    const T wish = GetUserValue();
+    const T target = GetValueList().isEmpty() ? std::clamp(wish, GetMin(), GetMax())
+                                              : NearestInList(wish);
+    if (target != Get())
+    {
+        const KW_VALIDITY validity = GetValidity();
+        WriteValue(Carry(target), eWRITEKIND::Auto);
+        SetValidity(validity);
+    }
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetStep(T step)
+{
+    if (!(step > T{}) || step > kHighest)
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    CDbChange change(*this);
+    if (step != GetStep())
+    {
+        change.Touch();
+        m_step.store(step, std::memory_order_release);
+    }
+    return eKW_ACC_OK;
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetStepDefault()
+{
+    return m_stepDefault > T{} ? SetStep(m_stepDefault)
+                               : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_A_NUMBER);
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
+{
+    if (!(resolution >= T{}) || resolution > kHighest)
+    {
+        return eKW_ACC_NOT_A_NUMBER;
+    }
+    const CLockGuard lock;
+    m_resolution = resolution;
+    const T rounded = std::clamp(RoundToResolution(Get()), GetMin(), GetMax());
+    return rounded == Get() ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK)
+                            : WriteValue(Carry(rounded), eWRITEKIND::Auto);
+}
+
+template <typename T>
+bool CDbPropNum<T>::FindStep(INT32 steps, T& next, bool& overflow) const
+{
+    switch (GetStepMode())
+    {
+    case eSTEPMODE_LINEAR:
+        next = NStepping::Linear<T>(Get(), GetStep(), steps, overflow);
+        return GetStep() > T{};
+    case eSTEPMODE_FACTOR:
+        next = NStepping::Factor<T>(Get(), GetStepFactor(), steps, overflow);
+        return true;
+    case eSTEPMODE_LADDER125:
+        next = NStepping::Ladder125<T>(Get(), steps, overflow);
+        return true;
+    default:
+        return false;
+    }
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::IncDec(INT32 steps)
+{
+    const CLockGuard lock;
+    if (!GetValueList().isEmpty())
+    {
+        return StepInList(steps);
+    }
+    T next{};
+    bool overflow = false;
+    if (!FindStep(steps, next, overflow))
+    {
+        return eKW_ACC_WRONG_KIND;
+    }
+    return StepOver(next, steps > 0, overflow);
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::StepOver(T next, bool up, bool overflow)
+{
+    const T min = GetMin();
+    const T max = GetMax();
+    T inside = next;
+    const bool beyond = overflow || ValidateRange(inside, min, max) > eKW_ACC_WARNING;
+    if (!beyond)
+    {
+        return Set(inside);
+    }
+    switch (GetStepBehaviour())
+    {
+    case eSTEP_BEHAVIOUR_WRAP:
+        return Set(up ? min : max);
+    case eSTEP_BEHAVIOUR_REFUSE:
+        return up ? eKW_ACC_ABOVE_MAXIMUM : eKW_ACC_BELOW_MINIMUM;
+    default:
+        return std::max<KW_ACCEPTANCE>(Set(up ? max : min), eKW_ACC_WARNING);
+    }
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
+{
+    std::vector<T> entries;
+    for (const QVariant& item : GetValueList())
+    {
+        T entry{};
+        if (IsListEntry(item, entry) && entry >= GetMin() && entry <= GetMax())
+        {
+            entries.push_back(entry);
+        }
+    }
+    const auto present = std::find(entries.begin(), entries.end(), Get());
+    if (present == entries.end())
+    {
+        return SetLimited(Get());
+    }
+    const INT64 count = static_cast<INT64>(entries.size());
+    const INT64 wanted = (present - entries.begin()) + INT64{steps};
+    const INT64 end = steps > 0 ? count - 1 : 0;
+    if (wanted >= 0 && wanted < count)
+    {
+        return Set(entries[wanted]);
+    }
+    switch (GetStepBehaviour())
+    {
+    case eSTEP_BEHAVIOUR_WRAP:
+        return Set(entries[((wanted % count) + count) % count]);
+    case eSTEP_BEHAVIOUR_REFUSE:
+        return steps > 0 ? eKW_ACC_ABOVE_MAXIMUM : eKW_ACC_BELOW_MINIMUM;
+    default:
+        return std::max<KW_ACCEPTANCE>(Set(entries[end]), eKW_ACC_WARNING);
+    }
+}
+
+template <typename T>
+std::unique_ptr<CDbPropBaseHist> CDbPropNum<T>::MakeNewHistValueEntry()
+{
+    auto record = std::make_unique<t_Hist>(*this);
+    SaveState(*record, false);
+    return record;
+}
+
+template <typename T>
+void CDbPropNum<T>::SaveState(CDbPropBaseHist& record, bool newState) const
+{
+    static_cast<t_Hist&>(record).State(newState) = {
+        GetCommonState(), Get(), GetUserValue(), GetMin(), GetMax(), GetStep(),
+        GetDbUnit().GetUnit()};
+}
+
+template <typename T>
+void CDbPropNum<T>::LoadState(const CDbPropBaseHist& record, bool newState)
+{
+    const t_State& state = static_cast<const t_Hist&>(record).State(newState);
+    SetCommonState(state.common);
+    m_min.store(state.min, std::memory_order_release);
+    m_max.store(state.max, std::memory_order_release);
+    m_value.store(state.value, std::memory_order_release);
+    m_userValue.store(state.userValue, std::memory_order_release);
+    m_step.store(state.step, std::memory_order_release);
+    DeclareUnit(state.unit);
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetTypeName() const
+{
+    if constexpr (std::is_same_v<T, double>)
+    {
+        return QStringLiteral("double");
+    }
+    else
+    {
+        return QLatin1String(std::is_signed_v<T> ? "int" : "uint") + QString::number(8 * sizeof(T));
+    }
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetText() const
+{
+    return KW_NumberToText(Get());
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetDefaultText() const
+{
+    return KW_NumberToText(m_default);
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetMinText() const
+{
+    const T min = GetMin();
+    return min == kLowest ? QStringLiteral("") : KW_NumberToText(min);
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetMaxText() const
+{
+    const T max = GetMax();
+    return max == kHighest ? QStringLiteral("") : KW_NumberToText(max);
+}
+
+template <typename T>
+QString CDbPropNum<T>::GetStepText() const
+{
+    const bool stepsLinear = GetStepMode() == eSTEPMODE_LINEAR && GetValueList().isEmpty();
+    return stepsLinear && GetStep() > T{} ? KW_NumberToText(GetStep()) : QStringLiteral("");
+}
+
+template <typename T>
+QString CDbPropNum<T>::ToText(const QVariant& entry) const
+{
+    T number{};
+    return IsListEntry(entry, number) ? KW_NumberToText(number) : entry.toString();
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::ParseText(const QString& text, CDbValue& value) const
+{
+    T number{};
+    if (!KW_TextToNumber(QStringView(text), number))
+    {
+        return eKW_ACC_BAD_TEXT;
+    }
+    value = Carry(number);
+    return eKW_ACC_OK;
+}
+
+template <typename T>
+bool CDbPropNum<T>::SerializeProp(CDbSettingsWriter& writer) const
+{
+    CDbPropBase::SerializeProp(writer);
+    if (GetUserValue() != Get())
+    {
+        writer.Attribute(KW_SETTINGS_USER_VALUE, KW_NumberToText(GetUserValue()));
+    }
+    return writer.IsGood();
+}
+
+template <typename T>
+void CDbPropNum<T>::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
+{
+    CDbPropBase::DeSerialize(element, recall);
+    const QStringView text = element.Attribute(KW_SETTINGS_USER_VALUE);
+    T wish{};
+    if (text.isNull() || !KW_TextToNumber(text, wish) || !IsNumber(wish))
+    {
+        return;
+    }
+    CDbChange change(*this);
+    change.Touch();
+    m_userValue.store(std::clamp(wish, m_declaredMin, m_declaredMax), std::memory_order_release);
+}
+
+template <typename T>
+std::unique_ptr<IKWPropertyBase> CDbPropNum<T>::CreateFIM()
+{
+    return std::make_unique<CFIMNumeric<T>>(*this);
+}
+
+template <typename T>
+std::shared_ptr<IKWNumericProperty<T>> CDbPropNum<T>::GetFIMPointer()
+{
+    return {shared_from_this(), static_cast<IKWNumericProperty<T>*>(EnsureFIM())};
+}
+
+template class CDbPropNum<INT16>;
+template class CDbPropNum<UINT16>;
+template class CDbPropNum<INT32>;
+template class CDbPropNum<UINT32>;
+template class CDbPropNum<INT64>;
+template class CDbPropNum<UINT64>;
+template class CDbPropNum<double>;

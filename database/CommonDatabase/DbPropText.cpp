@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "DbPropText.h"
+
+#include "DbHandles.h"
+#include "DbPgRoot.h"
+#include "LockManager.h"
+
+#include <algorithm>
+
+namespace
+{
+/** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
+bool IsSavable(const QString& text)
+{
+    for (auto c = text.cbegin(); c != text.cend(); ++c)
+    {
+        const char16_t code = c->unicode();
+        const bool isControl =
+            code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r';
+        if (isControl || code == 0xFFFE || code == 0xFFFF || c->isLowSurrogate())
+        {
+            return false;
+        }
+        if (c->isHighSurrogate() && (++c == text.cend() || !c->isLowSurrogate()))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+} // namespace
+
+void CDbPropTextBase::DbSetDefault(const QString& text)
+{
+    m_default = text;
+    m_value = text;
+}
+
+QString CDbPropTextBase::Get() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return m_value;
+}
+
+KW_ACCEPTANCE CDbPropTextBase::ParseText(const QString& text, CDbValue& value) const
+{
+    value = text.isNull() ? QStringLiteral("") : text;
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPropTextBase::Validate(CDbValue& value, eWRITEKIND /*kind*/) const
+{
+    const QString* const text = std::get_if<QString>(&value);
+    return text != nullptr ? ValidateText(*text) : static_cast<KW_ACCEPTANCE>(eKW_ACC_WRONG_KIND);
+}
+
+void CDbPropTextBase::Store(const CDbValue& value, eWRITEKIND /*kind*/)
+{
+    m_value = std::get<QString>(value);
+}
+
+std::unique_ptr<CDbPropBaseHist> CDbPropTextBase::MakeNewHistValueEntry()
+{
+    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
+    SaveState(*record, false);
+    return record;
+}
+
+void CDbPropTextBase::SaveState(CDbPropBaseHist& record, bool newState) const
+{
+    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_value};
+}
+
+void CDbPropTextBase::LoadState(const CDbPropBaseHist& record, bool newState)
+{
+    const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
+    SetCommonState(state.common);
+    m_value = state.value;
+}
+
+KW_ACCEPTANCE CDbPropString::ValidateText(const QString& text) const
+{
+    if (text.size() > m_maxLength)
+    {
+        return eKW_ACC_TOO_LONG;
+    }
+    if (!IsSavable(text))
+    {
+        return eKW_ACC_BAD_TEXT;
+    }
+    const QVariantList& list = GetValueList();
+    return list.isEmpty() || list.contains(text)
+               ? eKW_ACC_OK
+               : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_IN_VALUE_LIST);
+}
+
+std::unique_ptr<IKWPropertyBase> CDbPropString::CreateFIM()
+{
+    return std::make_unique<CFIMString>(*this);
+}
+
+std::shared_ptr<IKWStringProperty> CDbPropString::GetFIMPointer()
+{
+    return {shared_from_this(), static_cast<IKWStringProperty*>(EnsureFIM())};
+}
+
+KW_ACCEPTANCE CDbPropBitPattern::ValidateText(const QString& text) const
+{
+    if (text.size() > m_maxLength)
+    {
+        return eKW_ACC_TOO_LONG;
+    }
+    const bool isPattern = std::all_of(text.begin(), text.end(),
+                                       [](QChar c) { return c == u'0' || c == u'1' || c == u'X'; });
+    return isPattern ? eKW_ACC_OK : eKW_ACC_BAD_TEXT;
+}
+
+KW_ACCEPTANCE CDbPropBitPattern::SetFormat(E_NUMBERFORMAT format)
+{
+    if (format != eNUMBERFORMAT_HEX && format != eNUMBERFORMAT_BINARY)
+    {
+        return eKW_ACC_UNKNOWN_VALUE;
+    }
+    CDbChange change(*this);
+    if (format != m_format)
+    {
+        change.Touch();
+        m_format = format;
+    }
+    return eKW_ACC_OK;
+}
+
+E_NUMBERFORMAT CDbPropBitPattern::GetFormat() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return m_format;
+}
+
+std::unique_ptr<IKWPropertyBase> CDbPropBitPattern::CreateFIM()
+{
+    return std::make_unique<CFIMBitPattern>(*this);
+}
+
+std::shared_ptr<IKWBitPatternProperty> CDbPropBitPattern::GetFIMPointer()
+{
+    return {shared_from_this(), static_cast<IKWBitPatternProperty*>(EnsureFIM())};
+}

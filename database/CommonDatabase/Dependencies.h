@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbTypes.h"
+
+#include <functional>
+#include <initializer_list>
+#include <vector>
+
+class CDbPropBase;
+class CDbPropertyGroup;
+
+/**
+ * What couples groups: updates of one group that depend on properties of another, registered once
+ * when the tree is created. After a write each update whose sources changed runs once, in the
+ * order of registration; an update whose source changes again after it ran is a cycle, which is
+ * reported and not followed. Runs under the tree's lock.
+ */
+class CDependencies
+{
+public:
+    explicit CDependencies(CDbPropertyGroup& root) : m_root(root) {}
+
+    /** `update` belongs to `owner` and depends on `sources`; `name` is for reports. */
+    void Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBase*> sources,
+             std::function<void()> update, const QString& name);
+    /** Drops the updates of an owner that leaves the tree. */
+    void Remove(const CDbPropertyGroup& owner);
+
+    /** Automatic updates after every write; off while the tree is being built. */
+    void SetAutoUpdate(bool on) { m_autoUpdate = on; }
+    void MarkChanged(const CDbPropBase& property);
+    /** Runs what MarkChanged marked. */
+    void RunMarked();
+
+    /** Every group's UpdateGroup, children first, in tree order, then every dependent update in
+        order of registration. A second run changes nothing. */
+    void CalculateEverything();
+
+private:
+    struct t_Dependant
+    {
+        CDbPropertyGroup* owner;
+        std::vector<const CDbPropBase*> sources;
+        std::function<void()> update;
+        QString name;
+        bool marked;
+        bool done;
+    };
+
+    CDbPropertyGroup& m_root;
+    std::vector<t_Dependant> m_dependants;
+    bool m_autoUpdate = false;
+    bool m_anyMarked = false;
+    bool m_running = false;
+};

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "IKWFunctionBase.h"
+
+/** What the root's handle offers beside its groups: files, undo, brackets, access. */
+class KW_EXPORT IKWFunctionRootBase : public IKWFunctionBase
+{
+public:
+    ~IKWFunctionRootBase() override;
+
+    /** Writes the user's settings: CSV when the name ends in ".csv", XML otherwise. The old file
+        stands until the new one is whole: eKW_ACC_FILE_NOT_WRITABLE. */
+    virtual KW_ACCEPTANCE Save(const QString& fileName) = 0;
+    /** Reads and checks the whole file, then applies it as one step for undo. Code 1 when nodes or
+        values had to be skipped (each is reported); eKW_ACC_FILE_NOT_READABLE or
+        eKW_ACC_FILE_NOT_UNDERSTOOD leave the tree as it was. Settings that the file does not name
+        keep their values. */
+    virtual KW_ACCEPTANCE Recall(const QString& fileName) = 0;
+    /** Sets the defaults: of the user's settings, or with `factory` of everything that is saved. */
+    virtual KW_ACCEPTANCE RunPresetSequence(bool factory) = 0;
+    /** Folder of the actions Save, Recall, StartupRecall and ShutdownSave. */
+    virtual void SetSettingsFolder(const QString& folder) = 0;
+    virtual QString GetSettingsFolder() const = 0;
+    /** Recomputes every group that carries out measurements. */
+    virtual void UpdateAllMeasSettings() = 0;
+
+    /** eKW_ACC_NOTHING_TO_DO, or eKW_ACC_IN_TRANSACTION inside a bracket. */
+    virtual KW_ACCEPTANCE Undo() = 0;
+    virtual KW_ACCEPTANCE Redo() = 0;
+    virtual bool CanUndo() const = 0;
+    virtual bool CanRedo() const = 0;
+    /** What the next undo or redo would take back or repeat; empty when there is nothing. */
+    virtual QString GetUndoText() const = 0;
+    virtual QString GetRedoText() const = 0;
+    /** Switching off forgets all steps: what changed unrecorded could not be undone rightly. */
+    virtual void EnableHistory(bool on) = 0;
+
+    /** Brackets nest, belong to the calling thread, and keep other threads' writes out until the
+        last is closed: use the guards of KWBrackets.h. A transaction is one step for undo; with
+        `keep` false it is rolled back (which needs history to be on). */
+    virtual void StartTransaction(const QString& text) = 0;
+    virtual KW_ACCEPTANCE EndTransaction(bool keep) = 0;
+    virtual void StartReadAccess() = 0;
+    virtual void EndReadAccess() = 0;
+    /** Writes of this thread count as coming from `origin` until the bracket ends. */
+    virtual void StartWriteAccess(KW_CLIENT_ORIGIN origin) = 0;
+    virtual void EndWriteAccess() = 0;
+
+    /** Local lockout refuses every local write with eKW_ACC_NO_WRITE_ACCESS. */
+    virtual void SetControlMode(KW_CONTROL_MODE mode) = 0;
+    virtual KW_CONTROL_MODE GetControlMode() const = 0;
+};

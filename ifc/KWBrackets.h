@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "IKWFunctionRootBase.h"
+
+#include <utility>
+
+/** Reads several values that belong together: no write comes between. Keep it short. */
+class CKWReadBracket
+{
+public:
+    explicit CKWReadBracket(std::shared_ptr<IKWFunctionRootBase> root) : m_root(std::move(root))
+    {
+        m_root->StartReadAccess();
+    }
+    ~CKWReadBracket() { m_root->EndReadAccess(); }
+    CKWReadBracket(const CKWReadBracket&) = delete;
+    CKWReadBracket& operator=(const CKWReadBracket&) = delete;
+
+private:
+    std::shared_ptr<IKWFunctionRootBase> m_root;
+};
+
+/** Writes on behalf of the local user or of remote control. */
+class CKWWriteBracket
+{
+public:
+    CKWWriteBracket(std::shared_ptr<IKWFunctionRootBase> root, KW_CLIENT_ORIGIN origin)
+        : m_root(std::move(root))
+    {
+        m_root->StartWriteAccess(origin);
+    }
+    ~CKWWriteBracket() { m_root->EndWriteAccess(); }
+    CKWWriteBracket(const CKWWriteBracket&) = delete;
+    CKWWriteBracket& operator=(const CKWWriteBracket&) = delete;
+
+private:
+    std::shared_ptr<IKWFunctionRootBase> m_root;
+};
+
+/** Several writes as one step for undo; rolled back unless Commit was called. */
+class CKWTransaction
+{
+public:
+    CKWTransaction(std::shared_ptr<IKWFunctionRootBase> root, const QString& text)
+        : m_root(std::move(root))
+    {
+        m_root->StartTransaction(text);
+    }
+    ~CKWTransaction()
+    {
+        if (m_root)
+        {
+            m_root->EndTransaction(false);
+        }
+    }
+    KW_ACCEPTANCE Commit() { return std::exchange(m_root, nullptr)->EndTransaction(true); }
+    CKWTransaction(const CKWTransaction&) = delete;
+    CKWTransaction& operator=(const CKWTransaction&) = delete;
+
+private:
+    std::shared_ptr<IKWFunctionRootBase> m_root;
+};
