@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "LabelList/LabelListMessage.h"
+#include "LabelList/LabelListSignal.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+namespace
+{
+CLabelListSignal Signal(const std::string& name, const std::string& unit = "", UINT32 startBit = 8)
+{
+    return {name,
+            startBit,
+            12,
+            eKW_ENDIANNESS_LITTLE_ENDIAN,
+            eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT,
+            0.5,
+            -40.0,
+            -100.0,
+            215.0,
+            unit};
+}
+
+TEST(LabelListSignal, SwapsFields)
+{
+    const CLabelListSignal signal = Signal("Rpm", "rpm");
+    EXPECT_EQ(signal.getName(), "Rpm");
+    EXPECT_EQ(signal.getStartBit(), 8U);
+    EXPECT_EQ(signal.getBitLength(), 12U);
+    EXPECT_EQ(signal.getEndianness(), eKW_ENDIANNESS_LITTLE_ENDIAN);
+    EXPECT_EQ(signal.getValueType(), eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT);
+    EXPECT_EQ(signal.getFactor(), 0.5);
+    EXPECT_EQ(signal.getOffset(), -40.0);
+    EXPECT_EQ(signal.getMinimum(), -100.0);
+    EXPECT_EQ(signal.getMaximum(), 215.0);
+    EXPECT_EQ(signal.getUnit(), "rpm");
+}
+
+TEST(LabelListSignal, BuildsKeyThatDoesNotSort)
+{
+    EXPECT_EQ(Signal("Rpm").getSignalKey(), "0008Rpm");
+    EXPECT_EQ(Signal("", "", 0).getSignalKey(), "0000");
+    EXPECT_EQ(Signal("A", "", 9999).getSignalKey(), "9999A");
+    EXPECT_EQ(Signal("A", "", 4294967295U).getSignalKey(), "4294967295A");
+    EXPECT_LT(Signal("Z", "", 9).getSignalKey(), Signal("A", "", 10).getSignalKey());
+}
+
+TEST(LabelListSignal, MisplacesCursor)
+{
+    CLabelListSignal signal;
+    QByteArray label = "untouched";
+    EXPECT_FALSE(signal.getSignalEnumValue(3, label));
+    EXPECT_EQ(label, "untouched");
+
+    signal.addSignalEnumValue({3, "Third"});
+    signal.addSignalEnumValue({1, "First"});
+    EXPECT_EQ(signal.getCurrentEnumIndex(), 0U);
+    EXPECT_EQ(signal.getCurrentEnumLabel(), "");
+    EXPECT_TRUE(signal.getSignalEnumValue(3, label));
+    EXPECT_EQ(label, "Third");
+    EXPECT_EQ(signal.getCurrentEnumIndex(), 3U);
+    signal.addSignalEnumValue({2, "Second"});
+    signal.addSignalEnumValue({3, "Drei"});
+    EXPECT_EQ(signal.getCurrentEnumLabel(), "Drei");
+    EXPECT_FALSE(signal.getSignalEnumValue(4, label));
+    EXPECT_EQ(label, "");
+    EXPECT_EQ(signal.getCurrentEnumIndex(), 0U);
+    EXPECT_EQ(signal.getCurrentEnumLabel(), "");
+}
+
+TEST(LabelListSignal, SharesCursorOrLabelsWithCopy)
+{
+    auto original = std::make_unique<CLabelListSignal>(Signal("Gear"));
+    original->addSignalEnumValue({7, "Park"});
+    QByteArray label;
+    original->getSignalEnumValue(7, label);
+    CLabelListSignal copy = *original;
+    CLabelListSignal assigned;
+    assigned = *original;
+    original->addSignalEnumValue({7, "Changed"});
+    original->getSignalEnumValue(8, label);
+    original.reset();
+    EXPECT_EQ(copy.getCurrentEnumIndex(), 7U);
+    EXPECT_EQ(copy.getCurrentEnumLabel(), "Park");
+    EXPECT_EQ(assigned.getCurrentEnumLabel(), "Park");
+}
+
+TEST(LabelListSignal, LosesLabelsWithNewParameters)
+{
+    CLabelListSignal signal = Signal("Gear");
+    signal.addSignalEnumValue({7, "Park"});
+    signal.setParameters("Lever", 1, 2, eKW_ENDIANNESS_BIG_ENDIAN,
+                         eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM, 1.0, 0.0, 0.0, 3.0, "");
+    QByteArray label;
+    EXPECT_TRUE(signal.getSignalEnumValue(7, label));
+    EXPECT_EQ(signal.getName(), "Lever");
+}
+
+TEST(LabelListMessage, HasWrongDefaultsOrLosesSignalsWithNewParameters)
+{
+    static_assert(std::is_polymorphic_v<CLabelListMessage>);
+    CLabelListMessage message;
+    EXPECT_EQ(message.getName(), "");
+    EXPECT_EQ(message.getIdentifierFormat(), "11");
+    EXPECT_EQ(message.getIdentifier(), 0U);
+    EXPECT_EQ(message.getLength(), 0U);
+    EXPECT_EQ(message.getCount(), 0);
+    EXPECT_TRUE(message.getSignals().empty());
+
+    message.addSignal({"a", Signal("A")});
+    message.setParameters("Engine", "29", 0x1FFFFFFF, 8);
+    EXPECT_EQ(message.getName(), "Engine");
+    EXPECT_EQ(message.getIdentifierFormat(), "29");
+    EXPECT_EQ(message.getIdentifier(), 0x1FFFFFFFU);
+    EXPECT_EQ(message.getLength(), 8U);
+    EXPECT_TRUE(message.hasSignal("a"));
+    EXPECT_EQ(CLabelListMessage("Body", "11", 5, 4).getIdentifier(), 5U);
+}
+
+TEST(LabelListMessage, FilesSignalsUnderWrongKeyOrOrder)
+{
+    CLabelListMessage message;
+    message.addSignal({"b", Signal("First")});
+    message.addSignal({"b", Signal("Second")});
+    message.addSignal({"\xC3\xA4", Signal("Umlaut")});
+    message.addSignal({"B", Signal("Capital")});
+    message.addSignal({QByteArray("b\0c", 3), Signal("Zero")});
+    EXPECT_EQ(message.CreateMessageLabel(), ":\n- Capital\n- Second\n- Zero\n- Umlaut");
+    EXPECT_FALSE(message.hasSignal("First"));
+
+    EXPECT_TRUE(message.updateSignalValueType("b", eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM));
+    EXPECT_TRUE(message.addSignalEnumValue("b", {1, "On"}));
+    EXPECT_FALSE(message.updateSignalValueType("x", eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM));
+    EXPECT_FALSE(message.addSignalEnumValue("x", {1, "On"}));
+    EXPECT_EQ(message.getSignals().size(), 4U);
+    const CLabelListSignal& signal = message.getSignals().at("b");
+    EXPECT_EQ(signal.getValueType(), eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM);
+    EXPECT_EQ(signal.getSignalEnumValues().at(1), "On");
+}
+
+TEST(LabelListMessage, SharesSignalsWithCopy)
+{
+    CLabelListMessage message("Engine", "11", 1, 8);
+    message.addSignal({"a", Signal("A")});
+    message.setCount(3);
+    CLabelListMessage copy = message;
+    message.addSignalEnumValue("a", {1, "On"});
+    EXPECT_TRUE(copy.getSignals().at("a").getSignalEnumValues().empty());
+    EXPECT_EQ(copy.getCount(), 3);
+    copy = message;
+    EXPECT_EQ(copy.getSignals().at("a").getSignalEnumValues().size(), 1U);
+}
+
+TEST(LabelListMessage, LabelsLinesWrong)
+{
+    CLabelListMessage message("Engine", "11", 1, 8);
+    EXPECT_EQ(message.CreateMessageLabel(), "Engine");
+    message.addSignal({"0008Rpm", Signal("Rpm", "rpm")});
+    message.addSignal({"0024State", Signal("State")});
+    EXPECT_EQ(message.CreateMessageLabel(), "Engine:\n- Rpm (rpm)\n- State");
+}
+} // namespace

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KWErrorReport.h"
+
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+/** Receives the process's reports for the length of a block, from any thread. */
+class CRecordedReports
+{
+public:
+    CRecordedReports()
+        : m_previous(KW_SetErrorHandler(
+              [this](const KW_ErrorReport& report)
+              {
+                  const std::lock_guard guard(m_mutex);
+                  m_reports.push_back(report);
+              }))
+    {
+    }
+    ~CRecordedReports() { KW_SetErrorHandler(m_previous); }
+    CRecordedReports(const CRecordedReports&) = delete;
+    CRecordedReports& operator=(const CRecordedReports&) = delete;
+
+    /** What arrived since the last call. */
+    std::vector<KW_ErrorReport> Take()
+    {
+        const std::lock_guard guard(m_mutex);
+        return std::exchange(m_reports, {});
+    }
+
+    /** The messages of what arrived since the last call. */
+    std::vector<std::string> TakeMessages()
+    {
+        std::vector<std::string> messages;
+        for (const KW_ErrorReport& report : Take())
+            messages.push_back(report.message.toStdString());
+        return messages;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<KW_ErrorReport> m_reports;
+    KW_ErrorHandler m_previous;
+};
+
+/** What TakeMessages gives for one report of this text, or for none where it is empty. */
+inline std::vector<std::string> OneMessage(const std::string& text)
+{
+    return text.empty() ? std::vector<std::string>() : std::vector<std::string>{text};
+}
