@@ -40,7 +40,7 @@ enum KW_AVAILABILITY : INT32
 enum KW_VALUE_STATE : INT32
 {
     eVALUESTATE_SELECTABLE = 0,
-    eVALUESTATE_LAST_RESORT = 1,   ///< Selectable because nothing else is ("none").
+    eVALUESTATE_LAST_RESORT = 1, ///< Selectable because nothing else is ("none").
     eVALUESTATE_NOT_SELECTABLE = 2
 };
 

@@ -34,7 +34,8 @@ constexpr T ToInteger(double value) noexcept
 {
     static_assert(std::is_integral_v<T> && sizeof(T) <= 8);
     // Both powers of two, hence exact as doubles, which the largest 64-bit integers are not.
-    constexpr double kBeyond = 2.0 * static_cast<double>(std::numeric_limits<T>::max() / 2 + 1);
+    constexpr T kHalfWay = std::numeric_limits<T>::max() / 2 + 1;
+    constexpr double kBeyond = 2.0 * static_cast<double>(kHalfWay);
     constexpr double kLowest = static_cast<double>(std::numeric_limits<T>::min());
     if (value >= kBeyond)
         return std::numeric_limits<T>::max();

@@ -68,6 +68,15 @@ void CDbContainerBase::CopyContents(const CDbPropertyGroup& source, CDbPropertyG
     }
 }
 
+INT32 CDbContainerBase::GetSavedPattern() const
+{
+    if (m_itemPattern < 0)
+    {
+        m_itemPattern = Own(CreateItem(0))->GetSavedPattern();
+    }
+    return m_itemPattern & GetSaveRecallType();
+}
+
 void CDbContainerBase::WriteDefaults(INT32 pattern)
 {
     if (IsDynamic() && (GetSavedPattern() & pattern) != 0)

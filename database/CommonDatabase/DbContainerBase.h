@@ -24,10 +24,13 @@ public:
     virtual INT32 PositionOf(const CDbPropertyGroup& item) const = 0;
 
     void WriteDefaults(INT32 pattern) override;
+    /** What the class of the items carries, whether there are items or not: an empty container is
+        saved as empty where a filled one would be saved. */
+    INT32 GetSavedPattern() const override;
 
 protected:
     /** An item of the container's class, not yet part of it. */
-    virtual CDbPropertyGroup* CreateItem(INT32 index) = 0;
+    virtual CDbPropertyGroup* CreateItem(INT32 index) const = 0;
     /** Items whose declaration depends on their place take their index. */
     template <typename T>
     static T* MakeItem([[maybe_unused]] INT32 index)
@@ -66,4 +69,6 @@ private:
 
     INT32 m_maxCount;
     bool m_dynamic;
+    /** Of the item class; −1 until it was asked for. */
+    mutable INT32 m_itemPattern = -1;
 };

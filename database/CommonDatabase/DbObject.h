@@ -110,9 +110,9 @@ private:
 };
 
 /**
- * A node with the client interface of its kind, which is a second IDbObject: one answer serves both.
- * A shared virtual base would say the same, but costs every node class a table for each of its
- * bases under construction: half of the library for 500 classes.
+ * A node with the client interface of its kind, which is a second IDbObject: one answer serves
+ * both. A shared virtual base would say the same, but costs every node class a table for each of
+ * its bases under construction: half of the library for 500 classes.
  */
 template <typename TInterface>
 class CDbNode : public CDbObject, public TInterface

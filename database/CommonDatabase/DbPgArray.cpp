@@ -12,7 +12,7 @@ namespace
 {
 constexpr char kSource[] = "CommonDatabase/Src/DbPgArray";
 const QString kItemElement = QStringLiteral("ArrayItem");
-}
+} // namespace
 
 CDbPgArrayBase::CDbPgArrayBase(INT32 dynamic, INT32 maxCount)
     : CDbContainerBase(dynamic != 0, maxCount)
@@ -345,14 +345,6 @@ void CDbPgArrayBase::VisitItems(const std::function<void(CDbPropertyGroup&)>& vi
 CDbPropertyGroup* CDbPgArrayBase::FindItem(QStringView key) const
 {
     return ItemAt(IndexOf(key));
-}
-
-INT32 CDbPgArrayBase::GetSavedPattern() const
-{
-    // Without items the class of the items decides nothing: an empty array is saved as empty.
-    INT32 pattern = m_items.empty() && IsDynamic() ? eSAVERECALL_ALL : eSAVERECALL_NONE;
-    VisitItems([&pattern](CDbPropertyGroup& item) { pattern |= item.GetSavedPattern(); });
-    return pattern & GetSaveRecallType();
 }
 
 void CDbPgArrayBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const

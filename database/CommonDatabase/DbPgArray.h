@@ -53,7 +53,6 @@ public:
     QString GetActiveItem() const override;
 
     QString GetXMLElementName() const override { return QStringLiteral("Array"); }
-    INT32 GetSavedPattern() const override;
 
     /** Undo and redo: put items back, or take them out, without touching them. */
     void RollbackValue(const CDbPgArrayHist& record);
@@ -130,7 +129,7 @@ public:
     }
 
 protected:
-    CDbPropertyGroup* CreateItem(INT32 index) override
+    CDbPropertyGroup* CreateItem(INT32 index) const override
     {
         return CDbContainerBase::MakeItem<T>(index);
     }

@@ -37,7 +37,9 @@ public:
     KW_ACCEPTANCE Rename(const QString& newName) override
     {
         const CLockGuard lock;
-        return Map() != nullptr ? Map()->Rename(m_item.NodeName(), newName)
+        // A copy: the node's own name changes on the way.
+        const QString oldName = m_item.NodeName();
+        return Map() != nullptr ? Map()->Rename(oldName, newName)
                                 : static_cast<KW_ACCEPTANCE>(eKW_ACC_DETACHED);
     }
     std::shared_ptr<IKWFunctionBase> GetGroup() const override { return m_item.GetHandle(); }
@@ -485,13 +487,6 @@ void CDbPgMapBase::IncChangeCounter()
     CDbContainerBase::IncChangeCounter();
 }
 
-INT32 CDbPgMapBase::GetSavedPattern() const
-{
-    INT32 pattern = m_items.empty() ? eSAVERECALL_ALL : eSAVERECALL_NONE;
-    VisitItems([&pattern](CDbPropertyGroup& item) { pattern |= item.GetSavedPattern(); });
-    return pattern & GetSaveRecallType();
-}
-
 void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
 {
     CDbContainerBase::SerializeContents(writer, pattern);
@@ -537,8 +532,9 @@ void CDbPgMapBase::DeSerializeItem(const CDbSettingsElement& element, CDbRecall&
                        isNumber ? key : -1, false, false);
     if (code > eKW_ACC_WARNING)
     {
-        recall.Skip(*this, QStringLiteral("Item \"%1\" skipped (%2)")
-                               .arg(name, KW_GetAcceptanceText(code)));
+        recall.Skip(
+            *this,
+            QStringLiteral("Item \"%1\" skipped (%2)").arg(name, KW_GetAcceptanceText(code)));
         return;
     }
     ItemByName(name)->DeSerialize(element, recall);

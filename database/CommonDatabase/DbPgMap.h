@@ -88,7 +88,6 @@ public:
     QString GetActiveItem() const override { return m_pActiveKey->Get(); }
 
     QString GetXMLElementName() const override { return QStringLiteral("Map"); }
-    INT32 GetSavedPattern() const override;
     void IncChangeCounter() override;
 
     void RollbackValue(const CDbPgMapHist& record);
@@ -189,6 +188,6 @@ public:
     }
 
 protected:
-    CDbPropertyGroup* CreateItem(INT32 index) override { return MakeItem<T>(index); }
+    CDbPropertyGroup* CreateItem(INT32 index) const override { return MakeItem<T>(index); }
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 };

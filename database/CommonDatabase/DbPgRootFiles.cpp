@@ -77,13 +77,14 @@ KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern p
 {
     const QByteArray text = Serialized(IsCsv(fileName), pattern);
     QSaveFile file(fileName);
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
-                         file.commit();
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
     if (!written)
     {
-        KW_REPORT_ERROR(QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")
-                            .arg(fileName, file.errorString()),
-                        kSource);
+        KW_REPORT_ERROR(
+            QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")
+                .arg(fileName, file.errorString()),
+            kSource);
         return eKW_ACC_FILE_NOT_WRITABLE;
     }
     return eKW_ACC_OK;
@@ -95,9 +96,9 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     const QByteArray text = ReadSettings(fileName, error);
     if (!error.isEmpty())
     {
-        KW_REPORT_ERROR(QStringLiteral("Can not read \"%1\": %2. Nothing was changed.")
-                            .arg(fileName, error),
-                        kSource);
+        KW_REPORT_ERROR(
+            QStringLiteral("Can not read \"%1\": %2. Nothing was changed.").arg(fileName, error),
+            kSource);
         return eKW_ACC_FILE_NOT_READABLE;
     }
     CDbSettingsDocument document;

@@ -18,8 +18,8 @@ QString CDbPropBlob::GetText() const
 
 KW_ACCEPTANCE CDbPropBlob::ParseText(const QString& text, CDbValue& value) const
 {
-    auto decoded = QByteArray::fromBase64Encoding(text.toLatin1(),
-                                                  QByteArray::AbortOnBase64DecodingErrors);
+    auto decoded =
+        QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
     if (!decoded)
     {
         return eKW_ACC_BAD_TEXT;

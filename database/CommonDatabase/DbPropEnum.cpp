@@ -62,9 +62,10 @@ void CDbPropEnumBase::DeclareEnabledValues(std::initializer_list<INT32> values)
 void CDbPropEnumBase::UpdateAvailability(KW_AVAILABILITY otherwise)
 {
     const CLockGuard lock;
-    const bool any = m_states.empty() ||
-                     std::any_of(m_states.begin(), m_states.end(), [](KW_VALUE_STATE state)
-                                 { return state != eVALUESTATE_NOT_SELECTABLE; });
+    const bool any = m_states.empty() || std::any_of(m_states.begin(), m_states.end(),
+                                                     [](KW_VALUE_STATE state) {
+                                                         return state != eVALUESTATE_NOT_SELECTABLE;
+                                                     });
     SetAvailability(any ? eAVAILABILITY_AVAILABLE : otherwise);
 }
 
@@ -100,7 +101,8 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::Validate(CDbValue& value, eWRITEKIND kind) c
         return eKW_ACC_UNKNOWN_VALUE;
     }
     const bool mustBeEnabled = kind == eWRITEKIND::Client && !m_states.empty();
-    return mustBeEnabled && m_states[static_cast<std::size_t>(*carried)] == eVALUESTATE_NOT_SELECTABLE
+    return mustBeEnabled &&
+                   m_states[static_cast<std::size_t>(*carried)] == eVALUESTATE_NOT_SELECTABLE
                ? eKW_ACC_NOT_ENABLED
                : eKW_ACC_OK;
 }
@@ -175,7 +177,7 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::ParseText(const QString& text, CDbValue& val
 void CDbPropEnumIntAccess::SaveState(CDbPropBaseHist& record, bool newState) const
 {
     static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), GetAsInt(),
-                                                                 m_states};
+                                                                  m_states};
 }
 
 void CDbPropEnumIntAccess::LoadState(const CDbPropBaseHist& record, bool newState)

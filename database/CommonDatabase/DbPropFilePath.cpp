@@ -29,9 +29,10 @@ KW_ACCEPTANCE CDbPropFilePath::ValidateText(const QString& text) const
         return eKW_ACC_OK;
     }
     const QString clean = QDir::cleanPath(text);
-    const bool leavesFolder = clean == QLatin1String("..") || clean.startsWith(QLatin1String("../"));
-    const bool hasControl = std::any_of(text.begin(), text.end(),
-                                        [](QChar c) { return c.unicode() < 0x20; });
+    const bool leavesFolder =
+        clean == QLatin1String("..") || clean.startsWith(QLatin1String("../"));
+    const bool hasControl =
+        std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x20; });
     if (leavesFolder || hasControl || text.endsWith(QLatin1Char('/')))
     {
         return eKW_ACC_BAD_NAME;
@@ -97,8 +98,8 @@ KW_ACCEPTANCE CDbPropFilePath::Write(const QByteArray& contents) const
         return eKW_ACC_FILE_NOT_WRITABLE;
     }
     QSaveFile file(GetFullPath());
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.write(contents) == contents.size() && file.commit();
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit();
     return written ? eKW_ACC_OK : eKW_ACC_FILE_NOT_WRITABLE;
 }
 

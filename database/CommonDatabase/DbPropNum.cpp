@@ -112,13 +112,13 @@ template <typename T>
 bool CDbPropNum<T>::HasListEntryWithin(T min, T max) const
 {
     const QVariantList& list = GetValueList();
-    return list.isEmpty() || std::any_of(list.begin(), list.end(),
-                                         [min, max](const QVariant& item)
-                                         {
-                                             T entry{};
-                                             return IsListEntry(item, entry) && entry >= min &&
-                                                    entry <= max;
-                                         });
+    return list.isEmpty() ||
+           std::any_of(list.begin(), list.end(),
+                       [min, max](const QVariant& item)
+                       {
+                           T entry{};
+                           return IsListEntry(item, entry) && entry >= min && entry <= max;
+                       });
 }
 
 template <typename T>
@@ -262,7 +262,8 @@ KW_ACCEPTANCE CDbPropNum<T>::SetLimited(T value)
     const CLockGuard lock;
     const T legal = GetNearestLegal(value);
     const KW_ACCEPTANCE code = Set(legal);
-    return code == eKW_ACC_OK && legal != value ? static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING) : code;
+    return code == eKW_ACC_OK && legal != value ? static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING)
+                                                : code;
 }
 
 template <typename T>
@@ -322,8 +323,8 @@ template <typename T>
 void CDbPropNum<T>::FollowLimits()
 {
     const T wish = GetUserValue();
-    const T target = GetValueList().isEmpty() ? std::clamp(wish, GetMin(), GetMax())
-                                              : NearestInList(wish);
+    const T target =
+        GetValueList().isEmpty() ? std::clamp(wish, GetMin(), GetMax()) : NearestInList(wish);
     if (target != Get())
     {
         const KW_VALIDITY validity = GetValidity();
@@ -365,8 +366,11 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
     const CLockGuard lock;
     m_resolution = resolution;
     const T rounded = std::clamp(RoundToResolution(Get()), GetMin(), GetMax());
-    return rounded == Get() ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK)
-                            : WriteValue(Carry(rounded), eWRITEKIND::Auto);
+    if (rounded == Get())
+    {
+        return eKW_ACC_OK;
+    }
+    return std::max<KW_ACCEPTANCE>(WriteValue(Carry(rounded), eWRITEKIND::Auto), eKW_ACC_WARNING);
 }
 
 template <typename T>
@@ -474,8 +478,8 @@ template <typename T>
 void CDbPropNum<T>::SaveState(CDbPropBaseHist& record, bool newState) const
 {
     static_cast<t_Hist&>(record).State(newState) = {
-        GetCommonState(), Get(), GetUserValue(), GetMin(), GetMax(), GetStep(),
-        GetDbUnit().GetUnit()};
+        GetCommonState(), Get(),     GetUserValue(),       GetMin(),
+        GetMax(),         GetStep(), GetDbUnit().GetUnit()};
 }
 
 template <typename T>

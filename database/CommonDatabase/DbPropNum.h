@@ -103,7 +103,8 @@ public:
     /** eKW_ACC_NOT_A_NUMBER unless positive and finite. */
     KW_ACCEPTANCE SetStep(T step);
     KW_ACCEPTANCE SetStepDefault();
-    /** 0 for no rounding; eKW_ACC_NOT_A_NUMBER when negative or not finite. */
+    /** 0 for no rounding; eKW_ACC_NOT_A_NUMBER when negative or not finite; code 1 when the present
+        value was rounded. */
     KW_ACCEPTANCE SetResolution(T resolution);
 
     /** The nearest legal value: of the list, else rounded to the resolution, within the limits. */

@@ -15,8 +15,7 @@ bool IsSavable(const QString& text)
     for (auto c = text.cbegin(); c != text.cend(); ++c)
     {
         const char16_t code = c->unicode();
-        const bool isControl =
-            code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r';
+        const bool isControl = code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r';
         if (isControl || code == 0xFFFE || code == 0xFFFF || c->isLowSurrogate())
         {
             return false;

@@ -96,11 +96,11 @@ public:
 
     void DeclareFolder(const QString& folder) { m_folder = folder; }
     void DeclareStem(const QString& stem) { m_stem = stem; }
-    void DeclareOpenExtensions(std::initializer_list<QString> list) 
+    void DeclareOpenExtensions(std::initializer_list<QString> list)
     {
         m_openExtensions = QStringList(list);
     }
-    void DeclareSaveExtensions(std::initializer_list<QString> list) 
+    void DeclareSaveExtensions(std::initializer_list<QString> list)
     {
         m_saveExtensions = QStringList(list);
     }

@@ -12,8 +12,8 @@ namespace
 template <typename TList>
 auto FindByName(const TList& list, QStringView name) -> decltype(list.front().get())
 {
-    const auto found = std::find_if(list.begin(), list.end(), [name](const auto& node)
-                                    { return node->NodeName() == name; });
+    const auto found = std::find_if(list.begin(), list.end(),
+                                    [name](const auto& node) { return node->NodeName() == name; });
     return found == list.end() ? nullptr : found->get();
 }
 

@@ -122,7 +122,7 @@ protected:
     static T ItemDefault(INT32 index, std::initializer_list<T> perItem, T otherwise)
     {
         return index >= 0 && index < static_cast<INT32>(perItem.size()) ? perItem.begin()[index]
-                                                                       : otherwise;
+                                                                        : otherwise;
     }
     template <typename I>
     std::shared_ptr<I> FIMPointer()

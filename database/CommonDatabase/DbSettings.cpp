@@ -102,14 +102,16 @@ bool CDbSettingsDocument::CheckVersion(QStringView version)
     const int major = version.left(point < 0 ? version.size() : point).toInt(&isNumber);
     if (!isNumber || major < 1)
     {
-        return Fail(QStringLiteral("the format version \"%1\" is no version").arg(version.toString()));
+        return Fail(
+            QStringLiteral("the format version \"%1\" is no version").arg(version.toString()));
     }
     if (major > kSettingsMajorVersion)
     {
-        return Fail(QStringLiteral("the format version %1 is newer than %2.%3; update this instrument")
-                        .arg(version.toString())
-                        .arg(kSettingsMajorVersion)
-                        .arg(kSettingsMinorVersion));
+        return Fail(
+            QStringLiteral("the format version %1 is newer than %2.%3; update this instrument")
+                .arg(version.toString())
+                .arg(kSettingsMajorVersion)
+                .arg(kSettingsMinorVersion));
     }
     return true;
 }
@@ -131,7 +133,8 @@ CDbRecall CDbRecall::Apply(CDbObject& node, const CDbSettingsElement& element, I
     }
     node.DeSerialize(element, recall);
     const auto deferred = std::move(recall.m_deferred);
-    std::for_each(deferred.begin(), deferred.end(), [&recall](const auto& apply) { apply(recall); });
+    std::for_each(deferred.begin(), deferred.end(),
+                  [&recall](const auto& apply) { apply(recall); });
     return recall;
 }
 

@@ -147,7 +147,10 @@ private:
     };
 
     t_Text Keep(QStringView text);
-    QStringView View(t_Text text) const { return QStringView(m_text).mid(text.offset, text.length); }
+    QStringView View(t_Text text) const
+    {
+        return QStringView(m_text).mid(text.offset, text.length);
+    }
     bool Fail(const QString& error);
     bool FailAt(const QXmlStreamReader& reader, const QString& error);
     bool Open(QStringView kind);

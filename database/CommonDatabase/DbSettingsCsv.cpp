@@ -7,9 +7,8 @@ const QString kEnd = QStringLiteral("End");
 
 void AppendQuoted(QString& text, const QString& field)
 {
-    const bool needsQuotes =
-        field.contains(QLatin1Char(',')) || field.contains(QLatin1Char('"')) ||
-        field.contains(QLatin1Char('\n')) || field.contains(QLatin1Char('\r'));
+    const bool needsQuotes = field.contains(QLatin1Char(',')) || field.contains(QLatin1Char('"')) ||
+                             field.contains(QLatin1Char('\n')) || field.contains(QLatin1Char('\r'));
     if (!needsQuotes)
     {
         text += field;

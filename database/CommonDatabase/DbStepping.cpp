@@ -79,7 +79,8 @@ T Linear(T value, T step, INT32 steps, bool& overflow)
     else
     {
         const bool up = steps > 0;
-        const UINT64 count = up ? static_cast<UINT64>(steps) : UINT64{0} - static_cast<INT64>(steps);
+        const UINT64 count =
+            up ? static_cast<UINT64>(steps) : UINT64{0} - static_cast<INT64>(steps);
         UINT64 distance = 0;
         T result{};
         overflow = __builtin_mul_overflow(count, static_cast<UINT64>(step), &distance) ||

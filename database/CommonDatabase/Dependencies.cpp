@@ -13,8 +13,8 @@ void CDependencies::Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBa
     {
         source->SetHasDependants();
     }
-    m_dependants.push_back({&owner, {sources.begin(), sources.end()}, std::move(update), name,
-                            false, false});
+    m_dependants.push_back(
+        {&owner, {sources.begin(), sources.end()}, std::move(update), name, false, false});
 }
 
 void CDependencies::Remove(const CDbPropertyGroup& owner)

@@ -153,8 +153,7 @@ CEnumNameInfo::t_Conversion CEnumNameInfo::Search(const QString& name, KW_ENUM_N
     return found;
 }
 
-CEnumNameInfo::t_Conversion CEnumNameInfo::ConvertName(const QString& name,
-                                                       KW_ENUM_NAME kind) const
+CEnumNameInfo::t_Conversion CEnumNameInfo::ConvertName(const QString& name, KW_ENUM_NAME kind) const
 {
     const t_Conversion exact = Search(name, kind, Qt::CaseSensitive);
     return exact.match != eMATCH::None ? exact : Search(name, kind, Qt::CaseInsensitive);

@@ -29,7 +29,8 @@ bool KW_TextToNumber(QStringView text, T& value)
     {
         *end++ = c.unicode() < 0x80 ? static_cast<char>(c.unicode()) : '?';
     }
-    const char* const begin = (*ascii == '+' && text.size() > 1 && ascii[1] != '-') ? ascii + 1 : ascii;
+    const char* const begin =
+        (*ascii == '+' && text.size() > 1 && ascii[1] != '-') ? ascii + 1 : ascii;
     T number{};
     const auto result = std::from_chars(begin, end, number);
     if (result.ec != std::errc{} || result.ptr != end)

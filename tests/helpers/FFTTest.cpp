@@ -216,6 +216,7 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, FFTRange,
     testing::Values(t_Range{0, 10, 100e6, 60e6, {0, 5e7, 5e7, 2.5e7}},
                     t_Range{0, 10, 100e6, 20e6, {0, 2e7, 2e7, 1e7}},
+                    t_Range{0, 10, 100e6, 8e6, {0, 1e7, 1e7, 5e6}},
                     t_Range{0, 10, 25e3, 60e6, {0, 1e4, 1e4, 5e3}},
                     t_Range{1, 10, 7.4e6, 60e6, {10, 3e6, 2999990, 1500005}},
                     // The lower bound is 10 or 100 times the minimum, and stands above the upper.

@@ -189,7 +189,8 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, HorizontalRecord,
     testing::Values(t_Record{10.0, 0, 100000, 500000.0}, t_Record{1e-4, 0, 1, 500000.0},
                     t_Record{1.999e-4, 0, 1, 999500.0}, t_Record{1e-9, 0, 1, 5.0},
-                    t_Record{2e6, 2, 2000000000, 5e6}, t_Record{1.7e9, 0, 2000000000, 4.25e9},
+                    t_Record{750.0, 2, 1500000000, 2500.0}, t_Record{2e6, 2, 2000000000, 5e6},
+                    t_Record{1.7e9, 0, 2000000000, 4.25e9},
                     // No 32-bit budget serves these: the search must end, and say so once.
                     t_Record{1e10, 0, 1, 5e19, kZeroBudget},
                     t_Record{1e30, 2, 1, 5e39, kZeroBudget},
@@ -231,6 +232,7 @@ TEST(HorizontalRecord, SlowAndRollModeShareTheSmallerBudget)
     for (const auto& row : {t_Shared{1.0, 1.25e9, 5e9, 0, 0, 10000, 40000, 125000.0},
                             t_Shared{1.0, 5e9, 1.25e9, 0, 0, 40000, 10000, 125000.0},
                             t_Shared{1.0, 1.25e9, 1.25e9, 1, 0, 20000, 20000, 62500.0},
+                            t_Shared{1.0, 5e9, 1.25e9, 1, 0, 40000, 10000, 125000.0},
                             t_Shared{2e6, 1.25e9, 5e9, 0, 2, 500000000, 2000000000, 5e6},
                             t_Shared{2e6, 5e9, 1.25e9, 0, 2, 2000000000, 500000000, 5e6}})
     {

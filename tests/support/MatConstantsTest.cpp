@@ -105,7 +105,8 @@ INSTANTIATE_TEST_SUITE_P(
                     t_Adjustment{1.7, kInf, 1.7}, t_Adjustment{1.7, kNan, 1.7},
                     t_Adjustment{kInf, 1.0, kInf}, t_Adjustment{-kInf, 1.0, -kInf},
                     t_Adjustment{kNan, 1.0, kNan}, t_Adjustment{kMax, 1e-3, kMax},
-                    t_Adjustment{kMax, 1e308, kMax}, t_Adjustment{1.0, kStep, 1.0}));
+                    t_Adjustment{kMax, 1e308, kMax}, t_Adjustment{1e20, 0.3, 1e20},
+                    t_Adjustment{1.0, kStep, 1.0}));
 
 RC_GTEST_PROP(CMatConstants, ASecondAdjustmentChangesNothing, ())
 {

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "FixtureTree.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+class Containers : public testing::Test
+{
+protected:
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CPgFixture& m_group = *m_root->m_pFirst;
+    CPgaFixtureItem& m_array = *m_group.m_pArray;
+    CPgmFixtureItem& m_map = *m_group.m_pMap;
+    CReports m_reports;
+
+    /** The one report since the last call, and that nothing else changed. */
+    void ExpectRefused(KW_ACCEPTANCE code, KW_ACCEPTANCE expected, const char* text,
+                       const char* file)
+    {
+        EXPECT_EQ(code, expected);
+        ASSERT_EQ(m_reports.Count(), 1) << text;
+        const KW_ErrorReport report = m_reports.All()[0];
+        EXPECT_TRUE(report.message.startsWith(QLatin1String(text)))
+            << report.message.toStdString() << " is not " << text;
+        EXPECT_EQ(report.file, QLatin1String(file));
+        EXPECT_TRUE(report.function.contains(QLatin1String("CPgFixtureItem")))
+            << report.function.toStdString();
+        EXPECT_EQ(m_root->Text(), m_before);
+        m_reports.Clear();
+    }
+    void Remember() { m_before = m_root->Text(); }
+
+    QByteArray m_before;
+};
+
+constexpr char kArray[] = "CommonDatabase/Src/DbPgArray";
+constexpr char kMap[] = "CommonDatabase/Src/DbPgMap";
+} // namespace
+
+TEST_F(Containers, ArraySizeShrinksOrGoesNegative)
+{
+    ASSERT_EQ(m_array.DbSetSize(3), eKW_ACC_OK);
+    Remember();
+    EXPECT_EQ(m_array.DbSetSize(3), eKW_ACC_OK) << "the present count changes nothing";
+    EXPECT_EQ(m_root->Text(), m_before);
+    ExpectRefused(m_array.DbSetSize(-1), eKW_ACC_BAD_INDEX, "bad size argument in KW_ACCEPTANCE",
+                  kArray);
+    ExpectRefused(m_array.DbSetSize(2), eKW_ACC_CAN_NOT_SHRINK,
+                  "Cannot use SetSize() to reduce size of the array -- memory leaks! in ", kArray);
+    ExpectRefused(m_array.DbSetSize(21), eKW_ACC_CONTAINER_FULL, "bad size argument in ", kArray);
+    EXPECT_EQ(m_array.ItemAt(2)->GetNodeName(), QStringLiteral("2"));
+}
+
+TEST_F(Containers, ArrayTakesBadIndexesOrCounts)
+{
+    ASSERT_EQ(m_array.DbSetSize(2), eKW_ACC_OK);
+    Remember();
+    ExpectRefused(m_array.InsertInternal(3), eKW_ACC_BAD_INDEX, "Bad index 3", kArray);
+    ExpectRefused(m_array.Insert(-1), eKW_ACC_BAD_INDEX, "Bad index -1", kArray);
+    ExpectRefused(m_array.DbRemovePriv(-1, 1), eKW_ACC_BAD_INDEX, "Negative index... in ", kArray);
+    ExpectRefused(m_array.DbRemovePriv(0, -1), eKW_ACC_BAD_INDEX, "Negative nofElements... in ",
+                  kArray);
+    ExpectRefused(m_array.DbRemovePriv(1, 2), eKW_ACC_BAD_INDEX, "Index out of range.", kArray);
+    ExpectRefused(m_array.Remove(1, 2147483647), eKW_ACC_BAD_INDEX, "Index out of range.", kArray);
+    EXPECT_EQ(m_group.m_pFixed->Insert(0), eKW_ACC_FIXED_SIZE);
+    EXPECT_EQ(m_group.m_pFixed->Remove(0, 1), eKW_ACC_FIXED_SIZE);
+    EXPECT_EQ(m_array.ItemAt(2), nullptr);
+    EXPECT_FALSE(m_array.IsItem(QStringLiteral("2")));
+}
+
+TEST_F(Containers, ArrayChangeIsNotUndoneWithContentsIndexAndReference)
+{
+    for (int i = 0; i < 3; ++i)
+    {
+        ASSERT_EQ(m_array.Insert(i), eKW_ACC_OK);
+        m_array.ItemDirect(i)->m_pLevel->Set(i);
+    }
+    ASSERT_EQ(m_array.SetActive(2), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pReference->Set(QStringLiteral("First/Array[2]")), eKW_ACC_OK);
+    Remember();
+    const auto kept = m_array.ItemAt(1)->ShareGroup();
+    ASSERT_EQ(m_array.Remove(1, 2), eKW_ACC_OK);
+    EXPECT_EQ(m_array.GetCount(), 1);
+    EXPECT_EQ(m_array.GetActive(), 0) << "the active index follows the count";
+    EXPECT_FALSE(m_group.m_pReference->IsActive());
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("First/Array[1] removed"));
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Text(), m_before);
+    EXPECT_EQ(m_array.ItemAt(1)->ShareGroup(), kept) << "the same node, so handles stay good";
+    EXPECT_EQ(m_group.m_pReference->Get(), QStringLiteral("First/Array[2]"));
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(m_array.GetCount(), 1);
+    EXPECT_EQ(kept->GetProperty(0)->SetText(QStringLiteral("5")), eKW_ACC_DETACHED);
+}
+
+TEST_F(Containers, MapTakesDoubleMissingOrBadNames)
+{
+    ASSERT_EQ(m_map.Insert(QStringLiteral("a")), eKW_ACC_OK);
+    ASSERT_EQ(m_map.InsertInternal(QStringLiteral("b"), QString(), 7, true, false), eKW_ACC_OK);
+    Remember();
+    ExpectRefused(m_map.Insert(QStringLiteral(" a ")), eKW_ACC_NAME_IN_USE, "a already exists in ",
+                  kMap);
+    ExpectRefused(m_map.InsertInternal(QStringLiteral("c"), QString(), 7, false, false),
+                  eKW_ACC_NAME_IN_USE, "7 already exists in ", kMap);
+    ExpectRefused(m_map.Remove(QStringLiteral("x")), eKW_ACC_NOT_FOUND, "Item x does not exist in ",
+                  kMap);
+    ExpectRefused(m_map.Rename(QStringLiteral("x"), QStringLiteral("y")), eKW_ACC_NOT_FOUND,
+                  "PropertyGroup x not exists in ", kMap);
+    ExpectRefused(m_map.Rename(QStringLiteral("a"), QStringLiteral("b")), eKW_ACC_NAME_IN_USE,
+                  "b already exists in ", kMap);
+    ExpectRefused(m_map.Insert(QStringLiteral("a/b")), eKW_ACC_BAD_NAME, "\"a/b\" is no valid name",
+                  kMap);
+    EXPECT_EQ(m_map.Copy(QStringLiteral("x"), QStringLiteral("y")), eKW_ACC_NOT_FOUND);
+    EXPECT_EQ(m_map.SetActive(QStringLiteral("x")), eKW_ACC_NOT_FOUND);
+    EXPECT_EQ(m_map.GetActiveItem(), QStringLiteral("b"));
+    EXPECT_TRUE(m_map.IsItem(7));
+    EXPECT_FALSE(m_map.IsItem(-1));
+    EXPECT_EQ(m_map.GetNames(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
+}
+
+TEST_F(Containers, RenameLosesKeyActiveItemReferenceOrHandle)
+{
+    m_map.Insert(QStringLiteral("a"));
+    m_map.InsertInternal(QStringLiteral("b"), QStringLiteral("Shown"), 7, true, false);
+    ASSERT_EQ(m_group.m_pReference->Set(QStringLiteral("First/Map[b]")), eKW_ACC_OK);
+    const auto item = m_map.ShareMapItem(7);
+    ASSERT_EQ(item->Rename(QStringLiteral("z")), eKW_ACC_OK);
+    EXPECT_EQ(item->GetName(), QStringLiteral("z"));
+    EXPECT_EQ(item->GetDisplayName(), QStringLiteral("Shown"));
+    EXPECT_EQ(item->GetNumericKey(), 7);
+    EXPECT_TRUE(item->IsActive());
+    EXPECT_EQ(m_map.GetActiveItem(), QStringLiteral("z"));
+    EXPECT_EQ(m_group.m_pReference->Get(), QStringLiteral("First/Map[z]"));
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("b renamed"));
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_map.GetActiveItem(), QStringLiteral("b"));
+    EXPECT_EQ(item->GetName(), QStringLiteral("b"));
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    ASSERT_EQ(m_map.AdaptNumericKeyAndName(QStringLiteral("z"), QStringLiteral("z"), 3),
+              eKW_ACC_OK);
+    EXPECT_EQ(item->GetNumericKey(), 3);
+    ASSERT_EQ(m_map.Remove(QStringLiteral("z")), eKW_ACC_OK);
+    EXPECT_EQ(m_map.GetActiveItem(), QString());
+    EXPECT_EQ(item->GetNumericKey(), -1);
+    EXPECT_EQ(item->Rename(QStringLiteral("y")), eKW_ACC_DETACHED);
+}
+
+TEST_F(Containers, CopyMissesContentsOrAliasesThem)
+{
+    m_map.Insert(QStringLiteral("a"));
+    m_map.ItemDirect(QStringLiteral("a"))->m_pLevel->Set(4.0);
+    m_map.ItemDirect(QStringLiteral("a"))->m_pLabel->Set(QStringLiteral("x"));
+    Remember();
+    ASSERT_EQ(m_map.Copy(QStringLiteral("a"), QStringLiteral("b")), eKW_ACC_OK);
+    EXPECT_EQ(m_map.ItemDirect(QStringLiteral("b"))->m_pLevel->Get(), 4.0);
+    EXPECT_EQ(m_map.ItemDirect(QStringLiteral("b"))->m_pLabel->Get(), QStringLiteral("x"));
+    m_map.ItemDirect(QStringLiteral("b"))->m_pLevel->Set(5.0);
+    EXPECT_EQ(m_map.ItemDirect(QStringLiteral("a"))->m_pLevel->Get(), 4.0);
+    m_root->Undo();
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Text(), m_before) << "a copy is one step";
+}
+
+TEST_F(Containers, PatternNamesCollideOrLimitIsIgnored)
+{
+    m_map.Insert(QStringLiteral("Label2"));
+    for (int i = 1; i < 20; ++i)
+    {
+        ASSERT_EQ(m_map.Insert(QString()), eKW_ACC_OK);
+    }
+    EXPECT_EQ(m_map.GetNames().at(1), QStringLiteral("Label1"));
+    EXPECT_EQ(m_map.GetNames().at(2), QStringLiteral("Label3"));
+    EXPECT_EQ(m_map.Insert(QStringLiteral("one more")), eKW_ACC_CONTAINER_FULL);
+    EXPECT_EQ(m_map.GetCount(), 20);
+}

@@ -1,0 +1,368 @@
+// SPDX-License-Identifier: MIT
+#include "FixtureTree.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace
+{
+/** A property kind: a legal text other than the default, and one that is refused. */
+struct t_Kind
+{
+    const char* name;
+    const char* legal;
+    const char* illegal;
+    KW_ACCEPTANCE code;
+};
+
+constexpr t_Kind kKinds[] = {
+    {"Int16", "-32768", "32768", eKW_ACC_BAD_TEXT},
+    {"UInt16", "65535", "-1", eKW_ACC_BAD_TEXT},
+    {"Int32", "-100", "101", eKW_ACC_ABOVE_MAXIMUM},
+    {"UInt32", "4294967295", "1.5", eKW_ACC_BAD_TEXT},
+    {"Int64", "-9223372036854775808", "x", eKW_ACC_BAD_TEXT},
+    {"UInt64", "18446744073709551615", "", eKW_ACC_BAD_TEXT},
+    {"Double", "0.1", "-0.5", eKW_ACC_BELOW_MINIMUM},
+    {"Listed", "5", "3", eKW_ACC_NOT_IN_VALUE_LIST},
+    {"Follower", "-2.5", "nan", eKW_ACC_NOT_A_NUMBER},
+    {"Enum", "RUNT", "NOTHING", eKW_ACC_UNKNOWN_VALUE},
+    {"Text", "a \"b\" <c> & ä\n", "12345678901234567890123456789012345678901", eKW_ACC_TOO_LONG},
+    {"Blob", "AAEC/w==", "?", eKW_ACC_BAD_TEXT},
+    {"Pattern", "01X1", "012", eKW_ACC_BAD_TEXT},
+    {"Path", "sub/a.csv", "../a.csv", eKW_ACC_BAD_NAME},
+    {"Reference", "First/Fixed[1]", "First/Fixed[2]", eKW_ACC_NOT_FOUND},
+};
+
+/** All counters from a property's group up to the root. */
+std::vector<long long> Counters(CDbPropBase& property)
+{
+    std::vector<long long> counters;
+    for (CDbPropertyGroup* group = property.GetParent(); group != nullptr;
+         group = group->GetParent())
+    {
+        counters.push_back(0);
+        group->HasChanged(counters.back());
+    }
+    return counters;
+}
+
+class WritePipeline : public testing::TestWithParam<t_Kind>
+{
+protected:
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CPgFixture& m_group = *m_root->m_pFirst;
+    CDbPropBase& m_property = *m_group.FindProperty(QString::fromUtf8(GetParam().name));
+    const QString m_legal = QString::fromUtf8(GetParam().legal);
+    const QString m_illegal = QString::fromUtf8(GetParam().illegal);
+
+    void SetUp() override { m_group.m_hooks.clear(); }
+    QStringList State()
+    {
+        return {m_property.GetText(), m_property.GetMinText(), m_property.GetMaxText(),
+                QString::number(m_property.GetValidity())};
+    }
+};
+} // namespace
+
+TEST_P(WritePipeline, RefusedWriteLeavesATrace)
+{
+    const QStringList state = State();
+    const auto counters = Counters(m_property);
+    EXPECT_EQ(m_property.SetText(m_illegal), GetParam().code);
+    EXPECT_EQ(State(), state);
+    EXPECT_EQ(Counters(m_property), counters);
+    EXPECT_FALSE(m_root->CanUndo());
+    EXPECT_TRUE(m_group.m_hooks.empty());
+}
+
+TEST_P(WritePipeline, TakenWriteIsNotReadBackCountedOrUndone)
+{
+    const QString before = m_property.GetText();
+    auto counters = Counters(m_property);
+    ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    EXPECT_EQ(m_property.GetText(), m_legal);
+    const auto after = Counters(m_property);
+    for (std::size_t i = 0; i < counters.size(); ++i)
+    {
+        EXPECT_GT(after[i], counters[i]) << "level " << i;
+    }
+    EXPECT_EQ(m_group.m_hooks.front(), QStringLiteral("set ") + m_property.GetNodeName());
+    EXPECT_EQ(m_root->GetUndoText(), m_property.GetPath());
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_property.GetText(), before);
+    EXPECT_GT(Counters(m_property).back(), after.back()) << "an undo is a change";
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(m_property.GetText(), m_legal);
+    EXPECT_EQ(m_root->Redo(), eKW_ACC_NOTHING_TO_DO);
+}
+
+TEST_P(WritePipeline, SameValueCountsOrMakesAStep)
+{
+    ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    const auto counters = Counters(m_property);
+    m_group.m_hooks.clear();
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    EXPECT_EQ(Counters(m_property), counters);
+    ASSERT_EQ(m_group.m_hooks.size(), 1U);
+    EXPECT_EQ(m_group.m_hooks[0], QStringLiteral("unchanged ") + m_property.GetNodeName());
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_P(WritePipeline, AccessIsNotChecked)
+{
+    m_property.SetAvailability(eAVAILABILITY_READ_ONLY);
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_READ_ONLY);
+    m_property.SetAvailability(eAVAILABILITY_NOT_AVAILABLE);
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_NOT_AVAILABLE);
+    m_property.SetAvailability(eAVAILABILITY_AVAILABLE);
+    m_root->m_pFirst->SetMaxAvailability(eAVAILABILITY_NOT_AVAILABLE);
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_NOT_AVAILABLE) << "the parent counts";
+    m_root->m_pFirst->SetMaxAvailability(eAVAILABILITY_AVAILABLE);
+    m_property.SetObjectType(eOBJECTTYPE_RESULT);
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_READ_ONLY);
+    m_property.SetObjectType(eOBJECTTYPE_SETTING);
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_NO_WRITE_ACCESS);
+    m_root->SetControlMode(eCONTROL_LOCAL);
+    const auto handle = m_property.GetHandle();
+    const auto node = m_property.ShareProperty();
+    m_root.reset();
+    EXPECT_EQ(node->SetText(m_legal), eKW_ACC_DETACHED);
+    EXPECT_EQ(node->GetText(), node->GetDefaultText());
+}
+
+TEST_P(WritePipeline, HandleIsMadeTwice)
+{
+    EXPECT_EQ(m_property.GetHandle().get(), m_property.GetHandle().get());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, WritePipeline, testing::ValuesIn(kKinds),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+namespace
+{
+class Frame : public testing::Test
+{
+protected:
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CPgFixture& m_group = *m_root->m_pFirst;
+};
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+} // namespace
+
+TEST_F(Frame, InfinityOrNaNEntersTheTree)
+{
+    EXPECT_EQ(m_group.m_pFollower->Set(kInfinity), eKW_ACC_ABOVE_MAXIMUM);
+    EXPECT_EQ(m_group.m_pResult->SetResult(kInfinity), eKW_ACC_ABOVE_MAXIMUM);
+    EXPECT_EQ(m_group.m_pResult->SetResult(std::nan("")), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(m_group.m_pFollower->SetLimited(std::nan("")), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(m_group.m_pFollower->SetLimited(kInfinity), eKW_ACC_WARNING);
+    EXPECT_EQ(m_group.m_pFollower->Get(), 10.0);
+}
+
+TEST_F(Frame, ResultBecomesAnUndoStepOrASettingTakesOne)
+{
+    EXPECT_EQ(m_group.m_pResult->SetResult(3.0), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->CanUndo());
+    EXPECT_EQ(m_group.m_pDouble->SetResult(3.0), eKW_ACC_READ_ONLY);
+    m_group.m_pResult->SetValidity(eKW_VALIDITY_INVALID);
+    long long counter = 0;
+    m_root->HasChanged(counter);
+    EXPECT_EQ(m_group.m_pResult->SetResult(3.0), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pResult->GetValidity(), eKW_VALIDITY_VALID);
+    EXPECT_TRUE(m_root->HasChanged(counter)) << "the same figure, valid again, is news";
+}
+
+TEST_F(Frame, LimitLeavesTheValueBehindOrForgetsTheWish)
+{
+    CDbPropNum<double>& follower = *m_group.m_pFollower;
+    ASSERT_EQ(follower.Set(-8.0), eKW_ACC_OK);
+    m_group.m_hooks.clear();
+    ASSERT_EQ(m_group.m_pDouble->Set(5.0), eKW_ACC_OK);
+    EXPECT_EQ(follower.Get(), -5.0);
+    EXPECT_EQ(follower.GetUserValue(), -8.0);
+    EXPECT_EQ(m_group.m_hooks[1], QStringLiteral("auto Follower"));
+    ASSERT_EQ(m_group.m_pDouble->Set(7.0), eKW_ACC_OK);
+    EXPECT_EQ(follower.Get(), -7.0);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(follower.Get(), -5.0);
+    EXPECT_EQ(follower.GetMin(), -5.0);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(follower.Get(), -8.0);
+    EXPECT_EQ(follower.GetMin(), -10.0);
+    EXPECT_EQ(follower.SetUserValue(50.0), eKW_ACC_WARNING);
+    EXPECT_EQ(follower.Get(), 10.0);
+    ASSERT_EQ(m_group.m_pDouble->Set(100.0), eKW_ACC_OK);
+    EXPECT_EQ(follower.Get(), 50.0) << "limits opened: the wish comes true";
+    ASSERT_EQ(follower.Set(1.0), eKW_ACC_OK);
+    EXPECT_EQ(follower.GetUserValue(), 1.0);
+}
+
+TEST_F(Frame, LimitsAreTakenThatNobodyCanKeep)
+{
+    CDbPropNum<double>& p = *m_group.m_pDouble;
+    EXPECT_EQ(p.SetMin(2000.0), eKW_ACC_LIMITS_CROSSED);
+    EXPECT_EQ(p.SetMinAndMax(5.0, 4.0), eKW_ACC_LIMITS_CROSSED);
+    EXPECT_EQ(p.SetMax(std::nan("")), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(p.SetMax(1001.0), eKW_ACC_OUTSIDE_DECLARED);
+    EXPECT_EQ(m_group.m_pListed->SetMinAndMax(2.5, 4.0), eKW_ACC_NOT_IN_VALUE_LIST);
+    EXPECT_EQ(m_group.m_pListed->SetMinAndMax(4.0, 20.0), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pListed->Get(), 5.0) << "the nearest entry inside";
+    EXPECT_EQ(p.GetMin(), 0.0);
+    EXPECT_EQ(p.GetMax(), 1000.0);
+}
+
+TEST_F(Frame, ResolutionRoundsSilentlyOrPastTheLimit)
+{
+    CDbPropNum<double>& p = *m_group.m_pDouble;
+    ASSERT_EQ(p.SetResolution(0.3), eKW_ACC_WARNING) << "10 is no multiple of 0.3";
+    EXPECT_EQ(p.Set(1.0), eKW_ACC_WARNING);
+    EXPECT_DOUBLE_EQ(p.Get(), 0.9);
+    EXPECT_EQ(p.Set(1000.0), eKW_ACC_WARNING);
+    EXPECT_LE(p.Get(), 1000.0);
+    CDbPropNum<INT16>& i = *m_group.m_pInt16;
+    i.DeclareResolution(10);
+    EXPECT_EQ(i.Set(-15), eKW_ACC_WARNING);
+    EXPECT_EQ(i.Get(), -20);
+    EXPECT_EQ(i.Set(32767), eKW_ACC_OK);
+    EXPECT_EQ(i.Get(), 32767) << "the next multiple lies beyond the type";
+}
+
+TEST_F(Frame, ValueBesideALimitByRoundingIsRefused)
+{
+    CDbPropNum<double>& p = *m_group.m_pDouble;
+    EXPECT_EQ(p.Set(std::nextafter(1000.0, 2000.0)), eKW_ACC_OK);
+    EXPECT_EQ(p.Get(), 1000.0);
+    EXPECT_EQ(p.Set(1000.0 * (1.0 + 1e-12)), eKW_ACC_ABOVE_MAXIMUM);
+}
+
+namespace
+{
+struct t_StepCase
+{
+    const char* name;
+    E_STEPMODES mode;
+    E_STEP_BEHAVIOUR behaviour;
+    double start;
+    INT32 steps;
+    double end;
+    KW_ACCEPTANCE code;
+};
+
+class Stepping : public testing::TestWithParam<t_StepCase>
+{
+};
+} // namespace
+
+TEST_P(Stepping, EndsElsewhere)
+{
+    const t_StepCase& c = GetParam();
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropNum<double>& p =
+        c.mode == eSTEPMODE_LIST ? *root->m_pFirst->m_pListed : *root->m_pFirst->m_pDouble;
+    p.DeclareStepMode(c.mode);
+    p.DeclareStepBehaviour(c.behaviour);
+    ASSERT_EQ(p.Set(c.start), eKW_ACC_OK);
+    EXPECT_EQ(p.IncDec(c.steps), c.code);
+    EXPECT_DOUBLE_EQ(p.Get(), c.end);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, Stepping,
+    testing::Values(
+        t_StepCase{"Linear", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 1, -1, 0.5, 0},
+        t_StepCase{"LinearStops", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 999, 5, 1000, 1},
+        t_StepCase{"LinearWraps", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_WRAP, 999, 5, 0, 0},
+        t_StepCase{"LinearRefuses", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_REFUSE, 0, -1, 0,
+                   eKW_ACC_BELOW_MINIMUM},
+        t_StepCase{"Factor", eSTEPMODE_FACTOR, eSTEP_BEHAVIOUR_LIMIT, 3, 2, 12, 0},
+        t_StepCase{"LadderUp", eSTEPMODE_LADDER125, eSTEP_BEHAVIOUR_LIMIT, 1, 4, 20, 0},
+        t_StepCase{"LadderFromBetween", eSTEPMODE_LADDER125, eSTEP_BEHAVIOUR_LIMIT, 3, 1, 5, 0},
+        t_StepCase{"LadderDown", eSTEPMODE_LADDER125, eSTEP_BEHAVIOUR_LIMIT, 1, -2, 0.2, 0},
+        t_StepCase{"List", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_LIMIT, 2, 2, 10, 0},
+        t_StepCase{"ListStops", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_LIMIT, 5, 2, 10, 1},
+        t_StepCase{"ListWraps", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_WRAP, 1, -1, 10, 0},
+        t_StepCase{"ListRefuses", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_REFUSE, 10, 1, 10,
+                   eKW_ACC_ABOVE_MAXIMUM}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(Frame, StepLeavesTheIntegerTypeThroughTheBackDoor)
+{
+    m_group.m_pInt64->Set(std::numeric_limits<INT64>::max() - 1);
+    EXPECT_EQ(m_group.m_pInt64->IncDec(2147483647), eKW_ACC_WARNING);
+    EXPECT_EQ(m_group.m_pInt64->Get(), std::numeric_limits<INT64>::max());
+    m_group.m_pUInt64->Set(1);
+    EXPECT_EQ(m_group.m_pUInt64->IncDec(-2147483647 - 1), eKW_ACC_WARNING);
+    EXPECT_EQ(m_group.m_pUInt64->Get(), 0U);
+    m_group.m_pInt16->Set(-32768);
+    EXPECT_EQ(m_group.m_pInt16->IncDec(-1), eKW_ACC_WARNING);
+    EXPECT_EQ(m_group.m_pInt16->Get(), -32768);
+}
+
+TEST_F(Frame, EnumerationOffersWhatIsDisabled)
+{
+    CDbPropEnum<KW_ZEL_TRIGGER_TYPE>& e = *m_group.m_pEnum;
+    ASSERT_EQ(e.EnableValue(eKW_ZEL_TRIGGER_TYPE_GLITCH, false), eKW_ACC_OK);
+    EXPECT_EQ(e.Set(eKW_ZEL_TRIGGER_TYPE_GLITCH), eKW_ACC_NOT_ENABLED);
+    EXPECT_EQ(e.DbSet(eKW_ZEL_TRIGGER_TYPE_GLITCH), eKW_ACC_OK) << "rules may";
+    ASSERT_EQ(e.Set(eKW_ZEL_TRIGGER_TYPE_EDGE), eKW_ACC_OK);
+    EXPECT_EQ(e.IncDec(1), eKW_ACC_OK);
+    EXPECT_EQ(e.Get(), eKW_ZEL_TRIGGER_TYPE_WIDTH) << "steps over the gap";
+    EXPECT_EQ(e.IncDec(100), eKW_ACC_WARNING);
+    EXPECT_EQ(e.Get(), eKW_ZEL_TRIGGER_TYPE_EXTERNAL);
+    EXPECT_EQ(e.SetAsInt(15), eKW_ACC_UNKNOWN_VALUE);
+    EXPECT_EQ(e.SetAsInt(-1), eKW_ACC_UNKNOWN_VALUE);
+    EXPECT_EQ(e.EnableValue(15, true), eKW_ACC_UNKNOWN_VALUE);
+    EXPECT_EQ(e.SetText(QStringLiteral("glit")), eKW_ACC_NOT_ENABLED) << "remote name";
+    EXPECT_EQ(e.EnableAllValues(), eKW_ACC_OK);
+    EXPECT_EQ(e.SetText(QStringLiteral("glit")), eKW_ACC_OK);
+}
+
+TEST_F(Frame, TextHoldsWhatNoFileCan)
+{
+    for (const char16_t bad : {u'\x01', u'\x1f', u'\xd800', u'\xdc00', u'\xffff'})
+    {
+        EXPECT_EQ(m_group.m_pText->Set(QStringLiteral("a") + QChar(bad)), eKW_ACC_BAD_TEXT);
+    }
+    EXPECT_EQ(m_group.m_pText->Set(QString::fromUtf8("\U0001F600\t\r\n")), eKW_ACC_OK);
+}
+
+TEST_F(Frame, TransactionIsSeveralStepsOrSurvivesItsRollback)
+{
+    const QByteArray before = m_root->Text();
+    m_root->StartTransaction(QStringLiteral("both"));
+    m_group.m_pDouble->Set(4.0);
+    m_group.m_pMap->Insert(QStringLiteral("a"));
+    EXPECT_EQ(m_root->Undo(), eKW_ACC_IN_TRANSACTION);
+    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_OK);
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("both"));
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Text(), before);
+    m_root->StartTransaction(QStringLiteral("none"));
+    m_group.m_pArray->Insert(0);
+    m_group.m_pArray->ItemDirect(0)->m_pLevel->Set(1.0);
+    m_group.m_pDouble->Set(4.0);
+    EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Text(), before);
+    EXPECT_TRUE(m_root->CanRedo()) << "a step that never was takes no redo away";
+    m_root->DisableHistoryObjects();
+    m_root->StartTransaction(QStringLiteral("off"));
+    m_group.m_pDouble->Set(4.0);
+    EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_NOTHING_TO_DO);
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_F(Frame, RootPretendsToUpdateMeasurements)
+{
+    const CReports reports;
+    m_root->UpdateAllMeasSettings();
+    ASSERT_EQ(reports.Count(), 1);
+    const KW_ErrorReport report = reports.All()[0];
+    EXPECT_EQ(report.message, QStringLiteral("Attention: This function should never be called!!"));
+    EXPECT_EQ(report.line, 162);
+    EXPECT_EQ(report.file, QStringLiteral("CommonDatabase/Src/DbPgRoot"));
+}
