@@ -34,8 +34,8 @@ void CPgADConverter::OnTreeCreated()
     CPgADConverterBase::OnTreeCreated();
     if (CPgZEL* const root = CPgZEL::Of(*this))
     {
-        root->GetDependencies().Add(*this, {root->GetPgHorizontal()->GetPrZELMode()},
-                                    [this] { UpdateGroup(); },
-                                    QStringLiteral("ADConverter/ADCModeResult"));
+        root->GetDependencies().Add(
+            *this, {root->GetPgHorizontal()->GetPrZELMode()}, [this] { UpdateGroup(); },
+            QStringLiteral("ADConverter/ADCModeResult"));
     }
 }

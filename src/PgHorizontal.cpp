@@ -47,6 +47,7 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
         {{m_pScale}, {&H::CalculateScaleGui, &H::RunRecalculationChain}},
         {{m_pAcquisitionMode, m_pZELMode}, {&H::RunRecalculationChain}},
     };
+    const KW_ZEL_DSP_MODE wantedMode = m_pDSPMode->Get();
     for (const t_Row& row : rows)
     {
         if (std::find(row.properties.begin(), row.properties.end(), property) ==
@@ -61,7 +62,10 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
     }
     UpdateClosing();
     IncChangeCounter();
-    return CPgHorizontalBase::OnPropertySet(property);
+    // A signal-processing mode that the timebase does not allow was taken back by the chain.
+    const bool takenBack = property == m_pDSPMode && m_pDSPMode->Get() != wantedMode;
+    return std::max<KW_ACCEPTANCE>(takenBack ? eKW_ACC_WARNING : eKW_ACC_OK,
+                                   CPgHorizontalBase::OnPropertySet(property));
 }
 
 void CPgHorizontal::RunRecalculationChain()
@@ -89,8 +93,8 @@ void CPgHorizontal::OnTreeCreated()
     if (CPgZEL* const root = CPgZEL::Of(*this))
     {
         root->GetDependencies().Add(
-            *this, {root->GetPgDDC()->GetPrState(), m_pZELMode}, [this] { OnDownConverterChanged(); },
-            QStringLiteral("Horizontal/UpdateZELMode"));
+            *this, {root->GetPgDDC()->GetPrState(), m_pZELMode},
+            [this] { OnDownConverterChanged(); }, QStringLiteral("Horizontal/UpdateZELMode"));
     }
 }
 
@@ -189,9 +193,9 @@ void CPgHorizontal::SetScaleFromGui()
     const QVariantList& scales = m_pScale->GetValueList();
     if (index < 0 || index >= scales.size())
     {
-        KW_REPORT_ERROR(QStringLiteral("This enum entry %1is not in the ValueList of m_pScale")
-                            .arg(index),
-                        __FILE__);
+        KW_REPORT_ERROR(
+            QStringLiteral("This enum entry %1is not in the ValueList of m_pScale").arg(index),
+            __FILE__);
         return;
     }
     bool isNumber = false;
@@ -264,8 +268,7 @@ void CPgHorizontal::SetAveragesFromGui()
 void CPgHorizontal::CalculateMaxNumberOfBusEvents()
 {
     const UINT32 traces = t_Helper::GetNumberOfHistoryTraces(m_pHistoryDepth->Get());
-    KW_CHECKED(
-        m_pMaxNumOfSerialBusEvents->DbSet(NHorizontalHardware::kBusEventMemory / traces));
+    KW_CHECKED(m_pMaxNumOfSerialBusEvents->DbSet(NHorizontalHardware::kBusEventMemory / traces));
 }
 
 void CPgHorizontal::CalculateBasicHorizontalSettings()
@@ -330,9 +333,8 @@ void CPgHorizontal::CalculateDependentHorizontalSettingsAnalog(const t_Record& r
     // The fast mode, when it is forced, interpolates in hardware whatever the record's length.
     t_Helper::CalculateDependentHorizontalSettings(
         record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
-        m_pAcquisitionTime->Get(),
-        NHorizontalHardware::kRequiredPoints, recordLength, traceLength, interpolation, inHardware,
-        resolution);
+        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, recordLength, traceLength,
+        interpolation, inHardware, resolution);
     KW_CHECKED(m_pDecimationFactor->DbSet(record.decimation));
     KW_CHECKED(m_pDecimationFactorAnalogEffective->DbSet(
         t_Helper::CalculateDecimationFactorEffective(m_pZELMode->Get(), record.decimation)));
@@ -352,9 +354,8 @@ void CPgHorizontal::CalculateDependentHorizontalSettingsDigital(const t_Record& 
     double resolution = 0.0;
     t_Helper::CalculateDependentHorizontalSettings(
         record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
-        m_pAcquisitionTime->Get(),
-        NHorizontalHardware::kRequiredPoints, recordLength, traceLength, interpolation, inHardware,
-        resolution);
+        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, recordLength, traceLength,
+        interpolation, inHardware, resolution);
     KW_CHECKED(m_pDecimationFactorDigital->DbSet(record.decimation));
     KW_CHECKED(m_pRecordLengthDigital->DbSet(recordLength));
     KW_CHECKED(m_pPPLengthWithoutSettlingSamplesDigital->DbSet(traceLength));
@@ -369,8 +370,8 @@ void CPgHorizontal::SetSettlingSamples(UINT32 preAnalog, UINT32 postAnalog, UINT
 {
     KW_CHECKED(m_pPreSettlingSamples->DbSet(preAnalog));
     KW_CHECKED(m_pPreSettlingSamplesDigital->DbSet(preDigital));
-    KW_CHECKED(m_pPPLength->DbSet(m_pPPLengthWithoutSettlingSamples->Get() + preAnalog +
-                                  postAnalog));
+    KW_CHECKED(
+        m_pPPLength->DbSet(m_pPPLengthWithoutSettlingSamples->Get() + preAnalog + postAnalog));
     KW_CHECKED(m_pPPLengthDigital->DbSet(m_pPPLengthWithoutSettlingSamplesDigital->Get() +
                                          preDigital + postDigital));
 }
@@ -381,10 +382,10 @@ void CPgHorizontal::ReportMismatches() const
     {
         if (analog != digital)
         {
-            KW_REPORT_ERROR(QStringLiteral("%1 mismatch in slow/roll mode: analog = %2, digital = %3")
-                                .arg(QLatin1String(quantity), KW_ReportText(analog),
-                                     KW_ReportText(digital)),
-                            __FILE__);
+            KW_REPORT_ERROR(
+                QStringLiteral("%1 mismatch in slow/roll mode: analog = %2, digital = %3")
+                    .arg(QLatin1String(quantity), KW_ReportText(analog), KW_ReportText(digital)),
+                __FILE__);
         }
     };
     report("PPLength w/o settling samples", m_pPPLengthWithoutSettlingSamples->Get(),
@@ -463,10 +464,11 @@ void CPgHorizontal::CalculatePreTriggerSamples(double left)
     const auto count = KWMath::ToInteger<INT64>(samples);
     if (static_cast<double>(count) != samples)
     {
-        KW_REPORT_ERROR(
-            QStringLiteral("The type cast of the value changed the numerical value."), __FILE__);
+        KW_REPORT_ERROR(QStringLiteral("The type cast of the value changed the numerical value."),
+                        __FILE__);
     }
-    KW_CHECKED(m_pPreTriggerSamplesWithSettlingSamples->DbSet(count + m_pPreSettlingSamples->Get()));
+    KW_CHECKED(
+        m_pPreTriggerSamplesWithSettlingSamples->DbSet(count + m_pPreSettlingSamples->Get()));
 }
 
 void CPgHorizontal::UpdateClosing()

@@ -110,9 +110,8 @@ KW_ACCEPTANCE CPgZEL::RecallPattern(const QString& fileName, SaveRecallPattern p
 KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
 {
     StopAcquisition();
-    const KW_ACCEPTANCE code =
-        factory ? KW_CHECKED(m_pPresetFactory->ExternalApply())
-                : KW_CHECKED(m_pPreset->ExternalApply());
+    const KW_ACCEPTANCE code = factory ? KW_CHECKED(m_pPresetFactory->ExternalApply())
+                                       : KW_CHECKED(m_pPreset->ExternalApply());
     if (code <= eKW_ACC_WARNING)
     {
         SwitchMode();

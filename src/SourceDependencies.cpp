@@ -37,7 +37,8 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
     }
     if (IsDigitalChannel(channel))
     {
-        return IsOn(QStringLiteral("Logic/LogicChannel[%1]/Enabled").arg(channel - eKW_ZEL_CHANNEL_D0));
+        return IsOn(
+            QStringLiteral("Logic/LogicChannel[%1]/Enabled").arg(channel - eKW_ZEL_CHANNEL_D0));
     }
     switch (channel)
     {
@@ -73,8 +74,8 @@ bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selec
         const auto channel = static_cast<KW_ZEL_CHANNEL>(value);
         const bool usable =
             activity.IsSourceActive(channel) && m_application.IsSourceApplicable(channel);
-        KW_CHECKED(selector.EnableValueInternally(
-            channel, usable ? eVALUESTATE_SELECTABLE : eVALUESTATE_NOT_SELECTABLE));
+        KW_CHECKED(selector.EnableValueInternally(channel, usable ? eVALUESTATE_SELECTABLE
+                                                                  : eVALUESTATE_NOT_SELECTABLE));
         firstUsable = usable && firstUsable == eKW_ZEL_CHANNEL_NONE ? channel : firstUsable;
     }
     const bool anyUsable = firstUsable != eKW_ZEL_CHANNEL_NONE;
