@@ -1,0 +1,92 @@
+# SPDX-License-Identifier: MIT
+"""What a user of zelctl types, and what it must answer: text, place of the text, exit status."""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ZELCTL = os.path.abspath(sys.argv.pop())
+CONVERTER = "Setup/Selfalignment/ADConverter"
+
+# name, arguments, exit status, pieces of stdout, pieces of stderr
+CASES = [
+    ("value with unit", ["get", "Horizontal/Scale"], 0, ["100 ns/div"], []),
+    ("prefix and unit", ["set", "Horizontal/Scale", "2 ms/div"], 0, ["100 ns/div → 2 ms/div"], []),
+    ("trace shows followers", ["set", "Horizontal/Scale", "2ms", "--trace"], 0,
+     ["Horizontal/AcquisitionTime: 1 µs → 20 ms", "Horizontal/Position maximum:"], []),
+    ("prefix alone", ["set", "Horizontal/Scale", "2m"], 0, ["2 ms/div"], []),
+    ("remote name", ["set", f"{CONVERTER}/ADCModeMode", "man"], 0, ["AUTO → MANUAL"], []),
+    ("refused with code and choice", ["set", "Horizontal/Scale", "3 ms/div"], 1, [],
+     ["code 5 NOT_IN_VALUE_LIST", "1 ns/div"]),
+    ("limit is named", ["set", "Horizontal/Position", "1 ks"], 1, [],
+     ["ABOVE_MAXIMUM", "1.71798692 s"]),
+    ("result is read only", ["set", "Horizontal/RecordLength", "5"], 1, [], ["READ_ONLY"]),
+    ("nearest path", ["get", "Horizntal/Scale"], 2, [], ["did you mean Horizontal/Scale"]),
+    ("item that is missing", ["get", "Vertical/Channel[9]/Enabled"], 2, [], ["4 items"]),
+    ("unknown value", ["set", "Trigger/Type", "Egde"], 2, [], ["Egde"]),
+    ("foreign unit", ["set", "Horizontal/Position", "5 V"], 2, [], ["V"]),
+    ("unknown command", ["frobnicate"], 2, [], ["frobnicate"]),
+    ("unknown type", ["enum", "KW_NOTHING"], 2, [], ["KW_NOTHING"]),
+    ("missing file", ["recall", "/nowhere/at/all.xml"], 1, [], ["/nowhere/at/all.xml"]),
+    ("enumeration", ["enum", "KW_ZEL_CHANNEL"], 0, ["S1", "FFT 1", "NONE"], []),
+    ("tree finds", ["tree", "--find", "RBWRatio"], 0, ["RBWRatio"], []),
+    ("calc sample rate", ["calc", "samplerate", "ZEL_C"], 0, ["5 GSa/s"], []),
+]
+
+
+def run(*arguments, **options):
+    return subprocess.run([ZELCTL, *arguments], capture_output=True, text=True, timeout=60,
+                          check=False, **options)
+
+
+class Zelctl(unittest.TestCase):
+    def test_answers(self):
+        for name, arguments, status, stdout, stderr in CASES:
+            with self.subTest(name):
+                done = run(*arguments)
+                self.assertEqual(done.returncode, status, done.stdout + done.stderr)
+                for piece in stdout:
+                    self.assertIn(piece, done.stdout)
+                for piece in stderr:
+                    self.assertIn(piece, done.stderr)
+                if status:
+                    self.assertEqual(done.stderr.count("zelctl:"), 1, done.stderr)
+
+    def test_state_is_lost_between_load_and_save(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for suffix in ("xml", "csv"):
+                file = os.path.join(folder, f"a.{suffix}")
+                self.assertEqual(run("--save", file, "set", "Horizontal/Scale", "1us").returncode, 0)
+                done = run("--load", file, "get", "Horizontal/Scale")
+                self.assertEqual(done.stdout.strip().split(" = ")[-1], "1 µs/div")
+                self.assertEqual(run("--load", file, "diff", file).returncode, 0)
+                self.assertEqual(run("diff", file).returncode, 1)
+
+    def test_json_is_no_document(self):
+        done = run("--json", "get", "Horizontal/Scale")
+        self.assertIn("1e-07", json.dumps(json.loads(done.stdout)))
+
+    def test_script_goes_on_after_a_failure(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
+            script.write("# first\nset Horizontal/Scale 1us\nset Horizontal/Scale 3us\n"
+                         "echo too far\n")
+            script.flush()
+            done = run("run", script.name)
+            self.assertNotEqual(done.returncode, 0)
+            self.assertNotIn("too far\n", done.stdout.replace("echo too far", ""))
+            self.assertIn(f"{script.name}:3", done.stderr)
+
+    def test_example_fails(self):
+        examples = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../../examples")
+        for name in sorted(os.listdir(examples)):
+            if name.endswith(".zel"):
+                with self.subTest(name), tempfile.TemporaryDirectory() as folder:
+                    done = run("run", os.path.join(os.path.abspath(examples), name), cwd=folder)
+                    self.assertEqual(done.returncode, 0, done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

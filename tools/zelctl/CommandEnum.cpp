@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "Commands.h"
+#include "EnumText.h"
+#include "IKWProperties.h"
+#include "NearestNames.h"
+#include "NodeText.h"
+#include "TreeWalk.h"
+
+#include <QJsonArray>
+#include <QMap>
+
+namespace
+{
+constexpr char kFooter[] =
+    "Each value may be written by its serial, remote or display name. For a property, \"*\" marks\n"
+    "its present value and \"-\" the values that can not be selected now.\n"
+    "\n"
+    "Examples:\n"
+    "  zelctl enum                         all enumeration types\n"
+    "  zelctl enum KW_WINDOW_TYPE\n"
+    "  zelctl enum Trigger/Type";
+
+using t_Types = QMap<QString, const CEnumNameInfo*>;
+
+/** Every type that a property of the tree has; KW_UNIT, the type of all units, comes with them. */
+t_Types CollectTypes(CSession& session)
+{
+    const CEnumNameInfo& units = GetStaticEnumNameInfo<KW_UNIT>();
+    t_Types types{{units.GetType(), &units}};
+    WalkTree(session.GetTree(), 0,
+             [&types](const std::shared_ptr<IDbObject>& node, int)
+             {
+                 const auto* const property = dynamic_cast<const IDbProperty*>(node.get());
+                 if (property != nullptr && property->GetEnumNameInfo() != nullptr)
+                 {
+                     types.insert(property->GetTypeName(), property->GetEnumNameInfo());
+                 }
+             });
+    return types;
+}
+
+QString ShowText(const QString& text)
+{
+    return text.isNull() ? QString() : text.isEmpty() ? QStringLiteral("\"\"") : text;
+}
+
+t_Answer ListTypes(CSession& session)
+{
+    CReply reply(session, QStringLiteral("enum"));
+    QJsonArray json;
+    CTable table;
+    const t_Types types = CollectTypes(session);
+    for (const CEnumNameInfo* const names : types)
+    {
+        table.Add({names->GetType(), QStringLiteral("%1 values").arg(names->GetEnumSize())});
+        json.append(QJsonObject{{QStringLiteral("type"), names->GetType()},
+                                {QStringLiteral("count"), names->GetEnumSize()}});
+    }
+    return reply.Lines(table.GetLines(0)).Field("types", json).Send();
+}
+
+/** "*" for the present value, "-" for one that can not be selected. */
+QString GetMark(const IKWEnumPropertyBase& property, INT32 value)
+{
+    const bool selectable = property.GetValueState(value) != eVALUESTATE_NOT_SELECTABLE;
+    return property.GetAsInt() == value ? QStringLiteral("*")
+           : selectable                 ? QStringLiteral(" ")
+                                        : QStringLiteral("-");
+}
+
+QJsonObject ToJson(const CEnumNameInfo& names, INT32 value, const IKWEnumPropertyBase* property)
+{
+    QJsonObject json{{QStringLiteral("number"), value},
+                     {QStringLiteral("serial"), names.GetSerialName(value)},
+                     {QStringLiteral("remote"), names.GetRemoteName(value)},
+                     {QStringLiteral("display"), names.GetName(value)},
+                     {QStringLiteral("short"), names.GetShortName(value)}};
+    if (const auto quantity = names.GetNumber(value))
+    {
+        json[QStringLiteral("quantity")] = *quantity;
+    }
+    if (property != nullptr)
+    {
+        json[QStringLiteral("selectable")] =
+            property->GetValueState(value) != eVALUESTATE_NOT_SELECTABLE;
+        json[QStringLiteral("present")] = property->GetAsInt() == value;
+    }
+    return json;
+}
+
+t_Answer ListValues(CSession& session, const CEnumNameInfo& names,
+                    const IKWEnumPropertyBase* property)
+{
+    CTable table;
+    table.Add({QString(), QStringLiteral("number"), QStringLiteral("serial"),
+               QStringLiteral("remote"), QStringLiteral("display"), QStringLiteral("short"),
+               QStringLiteral("stands for")});
+    QJsonArray json;
+    for (INT32 value = 0; value < names.GetEnumSize(); ++value)
+    {
+        const auto quantity = names.GetNumber(value);
+        table.Add({property != nullptr ? GetMark(*property, value) : QString(),
+                   QString::number(value), ShowText(names.GetSerialName(value)),
+                   ShowText(names.GetRemoteName(value)), ShowText(names.GetName(value)),
+                   ShowText(names.GetShortName(value)),
+                   quantity ? QString::number(*quantity, 'g', 12) : QString()});
+        json.append(ToJson(names, value, property));
+    }
+    CReply reply(session, QStringLiteral("enum"));
+    return reply.Line(names.GetType())
+        .Lines(table.GetLines(0))
+        .Field("type", names.GetType())
+        .Field("values", json)
+        .Send();
+}
+
+struct t_EnumOptions
+{
+    std::string name;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("name", name, "Enumeration type, or path of a property of such a type")
+            ->type_name("TYPE|PATH");
+    }
+
+    t_Answer Run(CSession& session) const;
+};
+
+t_Answer t_EnumOptions::Run(CSession& session) const
+{
+    const QString wanted = ToText(name);
+    if (wanted.isEmpty())
+    {
+        return ListTypes(session);
+    }
+    if (wanted.startsWith(QLatin1String("KW_")))
+    {
+        const t_Types types = CollectTypes(session);
+        if (!types.contains(wanted))
+        {
+            throw CFailure(eSTATUS_USAGE,
+                           QStringLiteral("no enumeration type \"%1\"%2")
+                               .arg(wanted, DidYouMean(GetNearestNames(wanted, types.keys()))));
+        }
+        return ListValues(session, *types[wanted], nullptr);
+    }
+    const auto property = session.FindProperty(wanted);
+    const auto handle = std::dynamic_pointer_cast<IKWEnumPropertyBase>(property->GetHandle());
+    if (!handle)
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 is of type %2, not an enumeration")
+                                          .arg(wanted, property->GetTypeName()));
+    }
+    return ListValues(session, handle->GetEnumNameInfo(), handle.get());
+}
+} // namespace
+
+void AddEnumCommand(CLI::App& app, t_Run& run)
+{
+    AddCommand<t_EnumOptions>(app, run, "enum", "Show the values of an enumeration", kFooter);
+}

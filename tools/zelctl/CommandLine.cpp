@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "CommandLine.h"
+
+#include "NearestNames.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr char kDescription[] =
+    "Reads and writes the settings of the instrument: a tree of groups, in which every write runs\n"
+    "the instrument's own rules. The state lives as long as the process and starts from the\n"
+    "defaults; --load and --save carry it from one call to the next.";
+
+constexpr char kFooter[] =
+    "Paths lead from the root to a node: Horizontal/Scale, Vertical/Channel[0]/Offset.\n"
+    "\n"
+    "First steps:\n"
+    "  zelctl tree --depth 1                   the functions of the instrument\n"
+    "  zelctl tree --find scale                where is it?\n"
+    "  zelctl get Horizontal                   all settings of a group\n"
+    "  zelctl set Horizontal/Scale 20us --trace   write, and see what moves with it\n"
+    "  zelctl --save my.xml set Meter/Range 10V   keep the result\n"
+    "  zelctl --load my.xml shell              go on from there, line by line\n"
+    "\n"
+    "Exit status: 0 done; 1 a write was refused, states differ, a script failed; 2 the command\n"
+    "line, a path or a value is wrong.\n"
+    "\"zelctl COMMAND --help\" explains a command.";
+
+constexpr char kSessionOnly[] = "\"%1\" works in scripts (zelctl run) and in the shell only";
+
+QStringList GetCommandNames(CLI::App& app)
+{
+    QStringList names;
+    for (const CLI::App* const command : app.get_subcommands([](CLI::App*) { return true; }))
+    {
+        names.append(ToText(command->get_name()));
+    }
+    return names;
+}
+
+bool IsSessionCommand(const QString& name)
+{
+    CLI::App app;
+    t_Run run;
+    AddSessionCommands(app, run);
+    return GetCommandNames(app).contains(name) || name == QLatin1String("echo") ||
+           name == QLatin1String("expect");
+}
+} // namespace
+
+CCommandLine::CCommandLine(CSession& session, ePLACE place)
+    : m_session(session), m_place(place), m_style(session.GetStyle()), m_app(kDescription, "zelctl")
+{
+    m_app.footer(kFooter);
+    m_app.require_subcommand(1);
+    m_app.fallthrough();
+    m_app.set_help_flag("-h,--help", "Show this help");
+    m_app.add_flag("--json", m_style.json, "Answer with one JSON document per command");
+    m_app.add_flag("--exact", m_style.exact, "Show numbers in full, without prefixes");
+    AddTreeCommand(m_app, m_run);
+    AddPropertyCommands(m_app, m_run);
+    AddEnumCommand(m_app, m_run);
+    AddFileCommands(m_app, m_run);
+    AddEditCommands(m_app, m_run);
+    AddCalcCommand(m_app, m_run);
+    if (place == ePLACE::Session)
+    {
+        AddSessionCommands(m_app, m_run);
+    }
+    AddScriptCommands(m_app, m_run);
+}
+
+bool CCommandLine::Parse(std::vector<std::string> words)
+{
+    if (words.empty() || words.front() == "help")
+    {
+        std::rotate(words.begin(), words.begin() + (words.empty() ? 0 : 1), words.end());
+        words.resize(std::max<std::size_t>(words.size(), 1));
+        words.back() = "--help";
+    }
+    // The parser takes the words from the back.
+    std::reverse(words.begin(), words.end());
+    try
+    {
+        m_app.parse(std::move(words));
+    }
+    catch (const CLI::CallForHelp&)
+    {
+        m_session.GetOutput().Line(ToText(m_app.help()).trimmed());
+        return false;
+    }
+    catch (const CLI::CallForVersion& version)
+    {
+        m_session.GetOutput().Line(ToText(version.what()));
+        return false;
+    }
+    catch (const CLI::ParseError& error)
+    {
+        throw Explain(error);
+    }
+    return true;
+}
+
+CFailure CCommandLine::Explain(const CLI::ParseError& error)
+{
+    const auto chosen = m_app.get_subcommands();
+    const auto unknown = m_app.remaining();
+    if (chosen.empty() && !unknown.empty())
+    {
+        const QString name = ToText(unknown.front());
+        if (m_place == ePLACE::Process && IsSessionCommand(name))
+        {
+            return {eSTATUS_USAGE, QString::fromLatin1(kSessionOnly).arg(name)};
+        }
+        return {eSTATUS_USAGE,
+                QStringLiteral("no command \"%1\"%2")
+                    .arg(name, DidYouMean(GetNearestNames(name, GetCommandNames(m_app))))};
+    }
+    QString command;
+    for (auto level = chosen; !level.empty(); level = level.front()->get_subcommands())
+    {
+        command += QLatin1Char(' ') + ToText(level.front()->get_name());
+    }
+    return {eSTATUS_USAGE, QStringLiteral("%1; see \"zelctl%2 --help\"")
+                               .arg(ToText(error.what()).simplified(), command)};
+}
+
+t_Answer CCommandLine::Run()
+{
+    const t_Style before = m_session.GetStyle();
+    m_session.SetStyle(m_style);
+    try
+    {
+        const t_Answer answer = m_run(m_session);
+        m_session.SetStyle(before);
+        return answer;
+    }
+    catch (...)
+    {
+        m_session.SetStyle(before);
+        throw;
+    }
+}

@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "Commands.h"
+#include "NodeText.h"
+#include "Trace.h"
+#include "TreeWalk.h"
+#include "ValueText.h"
+
+#include <QJsonArray>
+
+namespace
+{
+constexpr char kGetFooter[] =
+    "One property gives its bare value; several, or a group, give lines \"path = value\".\n"
+    "\n"
+    "Examples:\n"
+    "  zelctl get Spectrum/RBW\n"
+    "  zelctl get Horizontal                      all settings and results of the timebase\n"
+    "  zelctl get --info Vertical/Channel[0]/Scale   with limits, default and selectable values";
+
+constexpr char kSetFooter[] =
+    "Numbers take a prefix (f p n u m k M G T) and the property's unit, both may be left out:\n"
+    "\"1.5 MHz\", \"20ms\", \"3k\", \"2 mV/div\", \"50%\"; whole numbers also 0x1F. Enumerations "
+    "take\n"
+    "serial, remote or display names in upper or lower case: see \"zelctl enum PATH\". A text "
+    "with\n"
+    "blanks stands in quotes, a value that begins with a letter after \"-\" behind a \"--\".\n"
+    "\n"
+    "The answer is the old and the new value. A write that the instrument refuses changes "
+    "nothing,\n"
+    "names the limit it met, and gives exit status 1.\n"
+    "\n"
+    "Examples:\n"
+    "  zelctl set Vertical/Channel[0]/Scale 200 mV/div --trace\n"
+    "  zelctl --load my.xml --save my.xml set Meter/Range 10V";
+
+QString DescribeFiles(INT32 saveRecall)
+{
+    switch (saveRecall)
+    {
+    case eSAVERECALL_NONE:
+        return QStringLiteral("no file");
+    case eSAVERECALL_SETTINGS:
+        return QStringLiteral("settings files");
+    case eSAVERECALL_SYSTEM:
+        return QStringLiteral("the instrument's own state");
+    default:
+        return QStringLiteral("settings files and the instrument's own state");
+    }
+}
+
+QStringList GetInfoLines(const IDbProperty& property, bool exact)
+{
+    const t_ShownValue value = GetShownValue(property);
+    CTable table;
+    const auto row = [&table](const char* name, const QString& text)
+    {
+        if (!text.isEmpty())
+        {
+            table.Add({QStringLiteral("  ") + QLatin1String(name), text});
+        }
+    };
+    const auto shown = [&](const QString& text) {
+        return text.isEmpty() ? QString() : ShowValue({text, value.type, value.unit}, exact);
+    };
+    QStringList selectable;
+    const QStringList texts = property.GetValueTexts();
+    for (const QString& text : texts)
+    {
+        selectable.append(shown(text));
+    }
+    row("value", ShowValue(value, exact));
+    row("default", shown(property.GetDefaultText()));
+    row("minimum", shown(property.GetMinText()));
+    row("maximum", shown(property.GetMaxText()));
+    row("step", shown(property.GetStepText()));
+    row("selectable", selectable.join(QLatin1String(", ")));
+    row("type", value.type);
+    row("unit", GetUnitText(value.unit));
+    row("state", DescribeState(property));
+    row("saved in", DescribeFiles(property.GetSaveRecallType()));
+    return QStringList(property.GetPath()) + table.GetLines(0);
+}
+
+struct t_GetOptions
+{
+    std::vector<std::string> paths;
+    bool info = false;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("path", paths, "Properties or groups")->required();
+        command.add_flag("-i,--info", info, "Also show limits, default, type, unit and state");
+    }
+
+    t_Answer Run(CSession& session) const;
+
+private:
+    using t_Properties = std::vector<std::shared_ptr<IDbProperty>>;
+    t_Properties Collect(CSession& session) const;
+};
+
+t_GetOptions::t_Properties t_GetOptions::Collect(CSession& session) const
+{
+    t_Properties properties;
+    for (const std::string& path : paths)
+    {
+        const auto node = session.Find(ToText(path));
+        auto* const group = dynamic_cast<IDbGroup*>(node.get());
+        for (INT32 i = 0; group != nullptr && i < group->GetPropertyCount(); ++i)
+        {
+            properties.push_back(group->GetProperty(i));
+        }
+        if (group == nullptr)
+        {
+            properties.push_back(session.FindProperty(ToText(path)));
+        }
+        else if (group->GetPropertyCount() == 0)
+        {
+            throw CFailure(eSTATUS_USAGE,
+                           QStringLiteral("%1 has no properties of its own; \"zelctl tree %1\" "
+                                          "shows what is below")
+                               .arg(group->GetPath()));
+        }
+    }
+    return properties;
+}
+
+t_Answer t_GetOptions::Run(CSession& session) const
+{
+    const t_Properties properties = Collect(session);
+    const bool exact = session.GetStyle().exact;
+    const bool isBare = properties.size() == 1 && paths.size() == 1;
+    CReply reply(session, QStringLiteral("get"));
+    QJsonArray json;
+    for (const auto& property : properties)
+    {
+        const t_ShownValue value = GetShownValue(*property);
+        const bool isText = value.type == QLatin1String("string");
+        json.append(ToJson(*property, true));
+        if (info)
+        {
+            reply.Lines(GetInfoLines(*property, exact));
+        }
+        else
+        {
+            reply.Line(isBare
+                           ? (isText ? value.text : ShowValue(value, exact))
+                           : property->GetPath() + QStringLiteral(" = ") + ShowValue(value, exact));
+        }
+    }
+    return reply.Field("properties", json).Send();
+}
+
+struct t_SetOptions
+{
+    std::string path;
+    std::string value;
+    std::string unit;
+    bool trace = false;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("path", path, "Property to write")->required();
+        command.add_option("value", value, "New value")->required();
+        command.add_option("unit", unit,
+                           "Prefix and unit, when a blank parts them from the number");
+        command.add_flag("-t,--trace", trace, "Show everything else that changed, limits included");
+    }
+
+    t_Answer Run(CSession& session) const;
+};
+
+t_Answer t_SetOptions::Run(CSession& session) const
+{
+    const bool exact = session.GetStyle().exact;
+    const auto property = session.FindProperty(ToText(path));
+    const QString written = ToText(unit.empty() ? value : value + ' ' + unit);
+    const QString text = ReadValue(*property, written);
+    const t_ShownValue before = GetShownValue(*property);
+    const CTrace tracing(session, trace);
+    const KW_ACCEPTANCE code = property->SetText(text);
+    Require(code,
+            QStringLiteral("%1 = %2").arg(property->GetPath(),
+                                          ShowValue({text, before.type, before.unit}, exact)),
+            DescribeLimits(*property, code, exact));
+    const t_ShownValue after = GetShownValue(*property);
+    const QString shown =
+        before.text == after.text
+            ? ShowValue(after, exact) + QStringLiteral(" (unchanged)")
+            : ShowValue(before, exact) + QStringLiteral(" → ") + ShowValue(after, exact);
+    CReply reply(session, QStringLiteral("set"));
+    reply.Line(property->GetPath() + QStringLiteral(": ") + shown + DescribeWarning(code))
+        .Field("path", property->GetPath())
+        .Field("old", ToJsonValue(before))
+        .Field("new", ToJsonValue(after))
+        .Field("unit", GetUnitText(after.unit));
+    tracing.AddTo(reply, property->GetPath());
+    return reply.Send(code);
+}
+} // namespace
+
+void AddPropertyCommands(CLI::App& app, t_Run& run)
+{
+    AddCommand<t_GetOptions>(app, run, "get", "Show the value of properties", kGetFooter);
+    AddCommand<t_SetOptions>(app, run, "set", "Write a setting", kSetFooter);
+}

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "Commands.h"
+#include "NodeText.h"
+#include "TreeWalk.h"
+
+#include <QJsonArray>
+
+namespace
+{
+constexpr char kFooter[] =
+    "Columns: name, type, value, and what is special about the node: \"result\" is delivered by\n"
+    "the instrument and can not be set, \"invalid\" has no usable value yet, \"read only\" and\n"
+    "\"not available\" depend on other settings. In a terminal long values are cut to its width.\n"
+    "\n"
+    "Examples:\n"
+    "  zelctl tree --depth 1               the functions of the instrument\n"
+    "  zelctl tree Vertical/Channel[0]     everything about the first channel\n"
+    "  zelctl tree --find bandwidth        every node with \"bandwidth\" in its name";
+
+QString GetTypeText(const IDbObject& node)
+{
+    if (const auto* const property = dynamic_cast<const IDbProperty*>(&node))
+    {
+        return property->GetTypeName();
+    }
+    const QString kind = GetKindText(node.GetKind());
+    const auto* const container = dynamic_cast<const IDbContainer*>(&node);
+    return container == nullptr
+               ? kind
+               : QStringLiteral("%1, %2 items").arg(kind).arg(container->GetCount());
+}
+
+QString CountText(int count, const char* singular, const char* plural)
+{
+    return count == 0 ? QString()
+                      : QStringLiteral("%1 %2").arg(count).arg(
+                            QLatin1String(count == 1 ? singular : plural));
+}
+
+/** What stands below a group that is not walked into. */
+QString DescribeContents(const IDbGroup& group)
+{
+    QStringList parts{CountText(group.GetPropertyCount(), "property", "properties"),
+                      CountText(group.GetGroupCount(), "group", "groups"),
+                      CountText(group.GetActionCount(), "action", "actions")};
+    parts.removeAll(QString());
+    return parts.isEmpty() ? QString()
+                           : QStringLiteral("(%1)").arg(parts.join(QLatin1String(", ")));
+}
+
+struct t_TreeOptions
+{
+    std::string path;
+    int depth = 0;
+    std::string find;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("path", path, "Group to start at; everything when left out");
+        command.add_option("-d,--depth", depth, "Levels to show; all when left out")
+            ->check(CLI::PositiveNumber);
+        command
+            .add_option("-f,--find", find,
+                        "Show only nodes with TEXT in their name, in upper or lower case, with "
+                        "their paths")
+            ->type_name("TEXT");
+    }
+
+    t_Answer Run(CSession& session) const;
+
+private:
+    QStringList GetRow(const IDbObject& node, int level, bool exact) const;
+};
+
+QStringList t_TreeOptions::GetRow(const IDbObject& node, int level, bool exact) const
+{
+    QString value;
+    if (const auto* const property = dynamic_cast<const IDbProperty*>(&node))
+    {
+        value = ShowValue(GetShownValue(*property), exact);
+    }
+    const auto* const group = dynamic_cast<const IDbGroup*>(&node);
+    if (group != nullptr && level == depth)
+    {
+        value = DescribeContents(*group);
+    }
+    const QString name =
+        find.empty() ? QString(2 * (level - 1), QLatin1Char(' ')) + GetStep(node) : node.GetPath();
+    return {name, GetTypeText(node), value, DescribeState(node)};
+}
+
+t_Answer t_TreeOptions::Run(CSession& session) const
+{
+    const auto start = session.FindGroup(ToText(path));
+    CTable table({{2, 14}, {1, 12}, {0, 24}});
+    QJsonArray json;
+    WalkTree(*start, depth,
+             [&](const std::shared_ptr<IDbObject>& node, int level)
+             {
+                 if (find.empty() || GetStep(*node).contains(ToText(find), Qt::CaseInsensitive))
+                 {
+                     table.Add(GetRow(*node, level, session.GetStyle().exact));
+                     json.append(ToJson(*node, false));
+                 }
+             });
+    if (json.isEmpty() && !find.empty())
+    {
+        throw CFailure(eSTATUS_REFUSED,
+                       QStringLiteral("no node has \"%1\" in its name").arg(ToText(find)));
+    }
+    CReply reply(session, QStringLiteral("tree"));
+    reply.Lines(table.GetLines(GetTerminalWidth())).Field("nodes", json);
+    return reply.Send();
+}
+} // namespace
+
+void AddTreeCommand(CLI::App& app, t_Run& run)
+{
+    AddCommand<t_TreeOptions>(app, run, "tree", "Show groups, settings and results", kFooter);
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Session.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+
+/** A command whose words have been read. */
+using t_Run = std::function<t_Answer(CSession&)>;
+
+inline QString ToText(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+/**
+ * Adds a command. Its words are read into an object of TOptions, which has `void
+ * Declare(CLI::App&)` to bind them and `t_Answer Run(CSession&) const` to carry the command out.
+ * When the command is chosen, `run` is set.
+ */
+template <typename TOptions>
+void AddCommand(CLI::App& app, t_Run& run, const char* name, const char* brief, const char* footer)
+{
+    const auto options = std::make_shared<TOptions>();
+    CLI::App* const command = app.add_subcommand(name, brief);
+    command->footer(footer);
+    options->Declare(*command);
+    command->callback([options, &run]
+                      { run = [options](CSession& session) { return options->Run(session); }; });
+}
+
+void AddTreeCommand(CLI::App& app, t_Run& run);
+void AddPropertyCommands(CLI::App& app, t_Run& run);
+void AddEnumCommand(CLI::App& app, t_Run& run);
+void AddFileCommands(CLI::App& app, t_Run& run);
+void AddEditCommands(CLI::App& app, t_Run& run);
+void AddCalcCommand(CLI::App& app, t_Run& run);
+/** The commands of "calc" that concern acquisition and signals. */
+void AddSignalCalculations(CLI::App& calc, t_Run& run);
+/** The commands of "calc" that concern probes, meter and bus signals. */
+void AddMeterCalculations(CLI::App& calc, t_Run& run);
+void AddScriptCommands(CLI::App& app, t_Run& run);
+/** Commands that make sense only where several share one process. */
+void AddSessionCommands(CLI::App& app, t_Run& run);

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "Figures.h"
+
+#include "NodeText.h"
+
+CFigures::CFigures(CSession& session, const char* command)
+    : m_session(session), m_reply(session, QLatin1String("calc ") + QLatin1String(command)),
+      m_reportedBefore(session.GetOutput().GetReportedErrors())
+{
+}
+
+void CFigures::AddRow(const QString& name, const QString& shown, const QJsonValue& value,
+                      const QString& unit)
+{
+    m_table.Add({name, shown});
+    QJsonObject figure{{QStringLiteral("value"), value}};
+    if (!unit.isEmpty())
+    {
+        figure[QStringLiteral("unit")] = unit;
+    }
+    m_result[name] = figure;
+}
+
+CFigures& CFigures::Add(const QString& name, double value, KW_UNIT unit)
+{
+    const QString text = ToShortestText(value);
+    AddRow(name, m_session.GetStyle().exact ? ShowExactNumber(text, unit) : ShowNumber(text, unit),
+           ToJsonValue({text, QStringLiteral("double"), unit}), GetUnitText(unit));
+    return *this;
+}
+
+CFigures& CFigures::Add(const char* name, double value, KW_UNIT unit)
+{
+    return Add(QString::fromLatin1(name), value, unit);
+}
+
+CFigures& CFigures::Add(const char* name, const QString& text)
+{
+    AddRow(QString::fromLatin1(name), text, text, {});
+    return *this;
+}
+
+t_Answer CFigures::Send()
+{
+    const bool failed = m_session.GetOutput().GetReportedErrors() != m_reportedBefore;
+    return m_reply.Lines(m_table.GetLines(0))
+        .Field("result", m_result)
+        .Send(eKW_ACC_OK, failed ? eSTATUS_REFUSED : eSTATUS_OK);
+}

@@ -1,0 +1,341 @@
+// SPDX-License-Identifier: MIT
+#include "NodeText.h"
+
+#include "EnumNameInfo.h"
+#include "EnumText.h"
+#include "Failure.h"
+#include "IKWProperties.h"
+#include "KWEnumerations.h"
+#include "TreeWalk.h"
+#include "ValueText.h"
+
+#include <QJsonArray>
+#include <array>
+#include <cmath>
+#include <memory>
+
+namespace
+{
+struct t_IntegerType
+{
+    const char* name;
+    const char* lowest;
+    const char* highest;
+};
+
+constexpr std::array<t_IntegerType, 6> kIntegers{
+    {{"int16", "-32768", "32767"},
+     {"uint16", "0", "65535"},
+     {"int32", "-2147483648", "2147483647"},
+     {"uint32", "0", "4294967295"},
+     {"int64", "-9223372036854775808", "9223372036854775807"},
+     {"uint64", "0", "18446744073709551615"}}};
+
+const t_IntegerType* FindInteger(const QString& type)
+{
+    for (const t_IntegerType& integer : kIntegers)
+    {
+        if (type == QLatin1String(integer.name))
+        {
+            return &integer;
+        }
+    }
+    return nullptr;
+}
+
+bool IsDouble(const QString& type)
+{
+    return type == QLatin1String("double");
+}
+
+bool IsNumber(const QString& type)
+{
+    return IsDouble(type) || FindInteger(type) != nullptr;
+}
+
+bool IsText(const QString& type)
+{
+    return type == QLatin1String("string") || type == QLatin1String("filepath");
+}
+
+QString Quoted(const QString& text)
+{
+    QString shown = text;
+    shown.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    return QLatin1Char('"') + shown + QLatin1Char('"');
+}
+
+QString ReadInteger(const t_IntegerType& type, const t_Decimal& number, const QString& path)
+{
+    if (!number.IsWhole())
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 takes whole numbers (%2), not %3")
+                                          .arg(path, QLatin1String(type.name), number.ToText()));
+    }
+    return number.ToText();
+}
+
+/** Hexadecimal digits behind "0x" as decimal text; nothing for any other text. */
+QString FromHexadecimal(const QString& written)
+{
+    bool isNumber = false;
+    const QString text = written.trimmed();
+    const qulonglong value = text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)
+                                 ? text.mid(2).toULongLong(&isNumber, 16)
+                                 : 0;
+    return isNumber ? QString::number(value) : QString();
+}
+
+QString ReadNumberText(const IDbProperty& property, const QString& written)
+{
+    const QString path = property.GetPath();
+    const t_IntegerType* const integer = FindInteger(property.GetTypeName());
+    if (integer == nullptr)
+    {
+        const QString special = written.trimmed().toLower();
+        const bool isSpecial = special == QLatin1String("nan") || special == QLatin1String("inf") ||
+                               special == QLatin1String("-inf");
+        return isSpecial ? special : ReadNumber(written, property.GetUnitCode(), path).ToText();
+    }
+    const QString hexadecimal = FromHexadecimal(written);
+    return hexadecimal.isEmpty()
+               ? ReadInteger(*integer, ReadNumber(written, property.GetUnitCode(), path), path)
+               : hexadecimal;
+}
+
+QString DescribeRange(const IDbProperty& property, bool exact)
+{
+    const QString type = property.GetTypeName();
+    const t_IntegerType* const integer = FindInteger(type);
+    if (!IsNumber(type))
+    {
+        return {};
+    }
+    const auto show = [&](const QString& limit, const char* otherwise)
+    {
+        const QString text = limit.isEmpty() ? QString::fromLatin1(otherwise) : limit;
+        return ShowValue({text, type, property.GetUnitCode()}, exact);
+    };
+    return QStringLiteral("allowed: %1 … %2")
+        .arg(show(property.GetMinText(), integer != nullptr ? integer->lowest : "-inf"),
+             show(property.GetMaxText(), integer != nullptr ? integer->highest : "inf"));
+}
+
+QString DescribeSelectable(const IDbProperty& property, bool exact)
+{
+    constexpr int kMostNames = 16;
+    QStringList values;
+    const QStringList texts = property.GetValueTexts();
+    for (const QString& text : texts)
+    {
+        values.append(ShowValue({text, property.GetTypeName(), property.GetUnitCode()}, exact));
+    }
+    const QString more = values.size() > kMostNames
+                             ? QStringLiteral(", … (%1 in all)").arg(values.size())
+                             : QString();
+    return values.isEmpty()
+               ? QString()
+               : QStringLiteral("selectable: ") +
+                     QStringList(values.mid(0, kMostNames)).join(QLatin1String(", ")) + more;
+}
+
+QString DescribeLength(IKWPropertyBase* handle)
+{
+    const QString text = QStringLiteral("at most %1 %2");
+    if (const auto* const string = dynamic_cast<IKWStringProperty*>(handle))
+    {
+        return text.arg(string->GetMaxLength()).arg(QLatin1String("characters"));
+    }
+    if (const auto* const pattern = dynamic_cast<IKWBitPatternProperty*>(handle))
+    {
+        return text.arg(pattern->GetMaxLength()).arg(QLatin1String("bits"));
+    }
+    if (const auto* const blob = dynamic_cast<IKWBlobProperty*>(handle))
+    {
+        return text.arg(blob->GetMaxSize()).arg(QLatin1String("bytes"));
+    }
+    return {};
+}
+
+QString DescribeForm(const IDbProperty& property, bool exact)
+{
+    const QString type = property.GetTypeName();
+    if (type == QLatin1String("bitpattern"))
+    {
+        return QStringLiteral("a pattern consists of 0, 1 and X");
+    }
+    if (type == QLatin1String("blob"))
+    {
+        return QStringLiteral("bytes are written in base 64");
+    }
+    return DescribeRange(property, exact);
+}
+
+QString DescribeFile(IKWPropertyBase* handle)
+{
+    const auto* const file = dynamic_cast<IKWFilePathProperty*>(handle);
+    return file == nullptr
+               ? QString()
+               : QStringLiteral("a file in \"%1\" that ends in .%2")
+                     .arg(file->GetFolder(), file->GetOpenExtensions().join(QLatin1String(", .")));
+}
+
+QJsonArray ToJsonArray(const QStringList& texts)
+{
+    return QJsonArray::fromStringList(texts);
+}
+
+void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
+{
+    const t_ShownValue value = GetShownValue(property);
+    json[QStringLiteral("type")] = value.type;
+    json[QStringLiteral("value")] = ToJsonValue(value);
+    json[QStringLiteral("text")] = value.text;
+    json[QStringLiteral("unit")] = GetUnitText(value.unit);
+    json[QStringLiteral("result")] = property.GetObjectType() == eOBJECTTYPE_RESULT;
+    json[QStringLiteral("valid")] = property.GetValidity() == eKW_VALIDITY_VALID;
+    if (!full)
+    {
+        return;
+    }
+    const auto other = [&](const QString& text) {
+        return text.isEmpty() ? QJsonValue() : ToJsonValue({text, value.type, value.unit});
+    };
+    json[QStringLiteral("default")] =
+        ToJsonValue({property.GetDefaultText(), value.type, value.unit});
+    json[QStringLiteral("minimum")] = other(property.GetMinText());
+    json[QStringLiteral("maximum")] = other(property.GetMaxText());
+    json[QStringLiteral("step")] = other(property.GetStepText());
+    json[QStringLiteral("selectable")] = ToJsonArray(property.GetValueTexts());
+}
+} // namespace
+
+t_ShownValue GetShownValue(const IDbProperty& property)
+{
+    return {property.GetText(), property.GetTypeName(), property.GetUnitCode()};
+}
+
+QString ShowValue(const t_ShownValue& value, bool exact)
+{
+    if (IsNumber(value.type))
+    {
+        return exact ? ShowExactNumber(value.text, value.unit) : ShowNumber(value.text, value.unit);
+    }
+    if (value.type == QLatin1String("blob") && !exact)
+    {
+        return QStringLiteral("%1 bytes").arg(QByteArray::fromBase64(value.text.toLatin1()).size());
+    }
+    return IsText(value.type) || value.text.isEmpty() ? Quoted(value.text) : value.text;
+}
+
+QString ReadValue(const IDbProperty& property, const QString& written)
+{
+    const QString type = property.GetTypeName();
+    if (IsNumber(type))
+    {
+        return ReadNumberText(property, written);
+    }
+    if (const CEnumNameInfo* const names = property.GetEnumNameInfo())
+    {
+        return GetEnumText(*names, ReadEnum(*names, written, property.GetPath()));
+    }
+    if (type == QLatin1String("bitpattern"))
+    {
+        QString pattern = written.toUpper();
+        pattern.remove(QLatin1Char(' ')).remove(QLatin1Char('_'));
+        return pattern;
+    }
+    return written;
+}
+
+QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exact)
+{
+    const auto handle = const_cast<IDbProperty&>(property).GetHandle();
+    switch (code)
+    {
+    case eKW_ACC_BELOW_MINIMUM:
+    case eKW_ACC_ABOVE_MAXIMUM:
+    case eKW_ACC_NOT_A_NUMBER:
+        return DescribeRange(property, exact);
+    case eKW_ACC_BAD_TEXT:
+        return DescribeForm(property, exact);
+    case eKW_ACC_NOT_IN_VALUE_LIST:
+    case eKW_ACC_NOT_ENABLED:
+    case eKW_ACC_UNKNOWN_VALUE:
+    case eKW_ACC_AMBIGUOUS_NAME:
+        return DescribeSelectable(property, exact);
+    case eKW_ACC_TOO_LONG:
+        return DescribeLength(handle.get());
+    case eKW_ACC_BAD_NAME:
+        return DescribeFile(handle.get());
+    case eKW_ACC_NOT_FOUND:
+        return QStringLiteral("a reference takes the path of an item of an array or map");
+    case eKW_ACC_READ_ONLY:
+        return property.GetObjectType() == eOBJECTTYPE_RESULT
+                   ? QStringLiteral("a result follows from other settings or is measured")
+                   : QStringLiteral("it can not be changed in the present state");
+    default:
+        return {};
+    }
+}
+
+QString GetAvailabilityText(KW_AVAILABILITY availability)
+{
+    switch (availability)
+    {
+    case eAVAILABILITY_AVAILABLE:
+        return QStringLiteral("available");
+    case eAVAILABILITY_READ_ONLY:
+        return QStringLiteral("read only");
+    case eAVAILABILITY_NOT_AVAILABLE:
+        return QStringLiteral("not available");
+    }
+    return {};
+}
+
+QString DescribeState(const IDbObject& node)
+{
+    QStringList states;
+    if (node.GetObjectType() == eOBJECTTYPE_RESULT)
+    {
+        states.append(QStringLiteral("result"));
+    }
+    const auto* const property = dynamic_cast<const IDbProperty*>(&node);
+    if (property != nullptr && property->GetValidity() == eKW_VALIDITY_INVALID)
+    {
+        states.append(QStringLiteral("invalid"));
+    }
+    if (node.GetAvailability() != eAVAILABILITY_AVAILABLE)
+    {
+        states.append(GetAvailabilityText(node.GetAvailability()));
+    }
+    return states.join(QLatin1String(", "));
+}
+
+QJsonValue ToJsonValue(const t_ShownValue& value)
+{
+    constexpr double kLargestExact = 9007199254740992.0;
+    bool isNumber = false;
+    const double number = IsNumber(value.type) ? value.text.toDouble(&isNumber) : 0.0;
+    const bool isExact = IsDouble(value.type) || std::fabs(number) < kLargestExact;
+    return isNumber && std::isfinite(number) && isExact ? QJsonValue(number)
+                                                        : QJsonValue(value.text);
+}
+
+QJsonObject ToJson(const IDbObject& node, bool full)
+{
+    QJsonObject json{{QStringLiteral("path"), node.GetPath()},
+                     {QStringLiteral("kind"), GetKindText(node.GetKind())},
+                     {QStringLiteral("availability"), GetAvailabilityText(node.GetAvailability())}};
+    if (const auto* const property = dynamic_cast<const IDbProperty*>(&node))
+    {
+        AddProperty(json, *property, full);
+    }
+    if (const auto* const container = dynamic_cast<const IDbContainer*>(&node))
+    {
+        json[QStringLiteral("count")] = container->GetCount();
+        json[QStringLiteral("maximumCount")] = container->GetMaxCount();
+        json[QStringLiteral("active")] = container->GetActiveItem();
+    }
+    return json;
+}

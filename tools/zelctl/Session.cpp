@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "Session.h"
+
+#include "AcceptanceNames.h"
+#include "IKWFunctionZEL.h"
+#include "NearestNames.h"
+#include "TreeWalk.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+/** Longest beginning of a path that leads to a node; may be the root. */
+std::shared_ptr<IDbObject> FindStart(IDbGroup& tree, const QString& path, QString& rest)
+{
+    auto end = path.size();
+    std::shared_ptr<IDbObject> node;
+    while (!node)
+    {
+        end = std::max({path.lastIndexOf(QLatin1Char('/'), end - 1),
+                        path.lastIndexOf(QLatin1Char('['), end - 1), decltype(end){0}});
+        node = tree.Find(path.left(end));
+    }
+    rest = path.mid(end);
+    return node;
+}
+
+QString DescribeItems(const IDbGroup& group, const IDbContainer& container)
+{
+    const INT32 count = container.GetCount();
+    if (count == 0)
+    {
+        return group.GetPath() + QStringLiteral(" has no items");
+    }
+    const auto key = [&container](INT32 position)
+    { return GetStep(*container.GetItemByPosition(position)); };
+    const QString last = count > 1 ? QStringLiteral(" … ") + key(count - 1) : QString();
+    return QStringLiteral("%1 has %2 %3: %4%5")
+        .arg(group.GetPath())
+        .arg(count)
+        .arg(count == 1 ? QLatin1String("item") : QLatin1String("items"), key(0), last);
+}
+} // namespace
+
+CSession::~CSession()
+{
+    if (m_inTransaction)
+    {
+        End(false);
+    }
+}
+
+IKWFunctionRootBase& CSession::GetRoot()
+{
+    if (!m_root)
+    {
+        m_root = GetZELRoot();
+        m_tree = m_root->GetDbObject();
+    }
+    return *m_root;
+}
+
+IDbGroup& CSession::GetTree()
+{
+    GetRoot();
+    return *m_tree;
+}
+
+std::shared_ptr<IDbObject> CSession::Find(const QString& path)
+{
+    QString clean = path == QLatin1String(".") ? QString() : path;
+    while (clean.endsWith(QLatin1Char('/')))
+    {
+        clean.chop(1);
+    }
+    auto node = GetTree().Find(clean);
+    if (!node)
+    {
+        throw Missing(clean);
+    }
+    return node;
+}
+
+CFailure CSession::Missing(const QString& path)
+{
+    QString rest;
+    const auto start = FindStart(GetTree(), path, rest);
+    auto* const group = dynamic_cast<IDbGroup*>(start.get());
+    const IDbContainer* const container = group != nullptr ? group->AsContainer() : nullptr;
+    const QString what = QStringLiteral("no node \"%1\"").arg(path);
+    if (container != nullptr && rest.startsWith(QLatin1Char('[')))
+    {
+        return {eSTATUS_USAGE, what + QStringLiteral("; ") + DescribeItems(*group, *container)};
+    }
+    const QStringList nearest = GetNearestNames(path, GetAllPaths(GetTree()));
+    return {eSTATUS_USAGE,
+            what +
+                (nearest.isEmpty()
+                     ? QStringLiteral("; \"zelctl tree --find TEXT\" searches by a part of a name")
+                     : DidYouMean(nearest))};
+}
+
+template <typename TNode>
+std::shared_ptr<TNode> CSession::FindKind(const QString& path, const char* wanted)
+{
+    const auto node = Find(path);
+    auto found = std::dynamic_pointer_cast<TNode>(node);
+    if (!found)
+    {
+        const QString name =
+            node->GetPath().isEmpty() ? QStringLiteral("the root") : node->GetPath();
+        const QString kind = GetKindText(node->GetKind());
+        const bool vowel = QLatin1String("aeio").contains(kind.front());
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("%1 is %2 %3, not %4")
+                           .arg(name, vowel ? QLatin1String("an") : QLatin1String("a"), kind,
+                                QLatin1String(wanted)));
+    }
+    return found;
+}
+
+std::shared_ptr<IDbProperty> CSession::FindProperty(const QString& path)
+{
+    return FindKind<IDbProperty>(path, "a property");
+}
+
+std::shared_ptr<IDbGroup> CSession::FindGroup(const QString& path)
+{
+    return FindKind<IDbGroup>(path, "a group");
+}
+
+std::shared_ptr<IDbContainer> CSession::FindContainer(const QString& path)
+{
+    return FindKind<IDbContainer>(path, "an array or map");
+}
+
+std::shared_ptr<IDbAction> CSession::FindAction(const QString& path)
+{
+    return FindKind<IDbAction>(path, "an action");
+}
+
+void CSession::Begin(const QString& text)
+{
+    if (m_inTransaction)
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("\"begin\" stands inside another one; "
+                                                     "close it with \"commit\" or \"rollback\""));
+    }
+    GetRoot().StartTransaction(text);
+    m_inTransaction = true;
+}
+
+KW_ACCEPTANCE CSession::End(bool keep)
+{
+    if (!std::exchange(m_inTransaction, false))
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("\"%1\" needs a \"begin\" before it")
+                           .arg(keep ? QLatin1String("commit") : QLatin1String("rollback")));
+    }
+    return GetRoot().EndTransaction(keep);
+}
+
+void Require(KW_ACCEPTANCE code, const QString& what, const QString& detail)
+{
+    if (!KW_IsAccepted(code))
+    {
+        throw CFailure(code,
+                       QStringLiteral("refused: %1: %2%3")
+                           .arg(what, DescribeAcceptance(code),
+                                detail.isEmpty() ? QString() : QStringLiteral("; ") + detail));
+    }
+}
+
+CReply::CReply(CSession& session, const QString& command) : m_session(session)
+{
+    Field("command", command);
+}
+
+CReply& CReply::Line(const QString& text)
+{
+    m_lines.append(text);
+    return *this;
+}
+
+CReply& CReply::Lines(const QStringList& texts)
+{
+    m_lines += texts;
+    return *this;
+}
+
+t_Answer CReply::Send(KW_ACCEPTANCE code, eSTATUS status)
+{
+    if (m_session.GetStyle().json)
+    {
+        Field("code", static_cast<int>(code));
+        m_session.GetOutput().Document(m_document);
+        return {status, code};
+    }
+    for (const QString& line : m_lines)
+    {
+        m_session.GetOutput().Line(line);
+    }
+    return {status, code};
+}

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Failure.h"
+#include "IKWFunctionRootBase.h"
+#include "Output.h"
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+/** How answers are written. */
+struct t_Style
+{
+    bool json = false;  ///< one JSON document per command
+    bool exact = false; ///< numbers in full instead of rounded with a prefix
+};
+
+/** What a command answered when it was not refused. */
+struct t_Answer
+{
+    eSTATUS status = eSTATUS_OK;
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+};
+
+/** The tree and everything else that commands of one process share. */
+class CSession
+{
+public:
+    explicit CSession(COutput& output) : m_output(output) {}
+    /** Rolls back what no commit has closed. */
+    ~CSession();
+    CSession(const CSession&) = delete;
+    CSession& operator=(const CSession&) = delete;
+
+    /** The instrument's root; built at the first call, so that commands without a tree are quick.
+     */
+    IKWFunctionRootBase& GetRoot();
+    IDbGroup& GetTree();
+
+    /** The node of a path; "", "/" and "." are the root. Fails with the nearest names. */
+    std::shared_ptr<IDbObject> Find(const QString& path);
+    /** As Find for a node of one kind; fails with what the node is instead. */
+    std::shared_ptr<IDbProperty> FindProperty(const QString& path);
+    std::shared_ptr<IDbGroup> FindGroup(const QString& path);
+    std::shared_ptr<IDbContainer> FindContainer(const QString& path);
+    std::shared_ptr<IDbAction> FindAction(const QString& path);
+
+    /** Brackets several writes to one step for undo; they do not nest here. */
+    void Begin(const QString& text);
+    KW_ACCEPTANCE End(bool keep);
+    bool IsInTransaction() const { return m_inTransaction; }
+
+    COutput& GetOutput() { return m_output; }
+    const t_Style& GetStyle() const { return m_style; }
+    void SetStyle(const t_Style& style) { m_style = style; }
+
+private:
+    template <typename TNode>
+    std::shared_ptr<TNode> FindKind(const QString& path, const char* wanted);
+    CFailure Missing(const QString& path);
+
+    COutput& m_output;
+    t_Style m_style;
+    std::shared_ptr<IKWFunctionRootBase> m_root;
+    std::shared_ptr<IDbGroup> m_tree;
+    bool m_inTransaction = false;
+};
+
+/** Fails for a refusing code; `what` is the request, `detail` what would have been taken. */
+void Require(KW_ACCEPTANCE code, const QString& what, const QString& detail = {});
+
+/** The answer of one command, collected as lines for a reader and as a document for scripts. */
+class CReply
+{
+public:
+    CReply(CSession& session, const QString& command);
+
+    CReply& Line(const QString& text);
+    CReply& Lines(const QStringList& texts);
+    template <typename TValue>
+    CReply& Field(const char* name, const TValue& value)
+    {
+        m_document[QLatin1String(name)] = value;
+        return *this;
+    }
+    /** Writes what the session's style asks for. */
+    t_Answer Send(KW_ACCEPTANCE code = eKW_ACC_OK, eSTATUS status = eSTATUS_OK);
+
+private:
+    CSession& m_session;
+    QStringList m_lines;
+    QJsonObject m_document;
+};
