@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "EnumNameInfo.h"
+#include "IKWProperties.h"
+#include "TreeCatalogue.h"
+#include "ZelTree.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace
+{
+/** Inserts items until every container that clients fill holds at least `count`, nested ones too.
+ */
+void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
+{
+    VisitGroups(root->GetDbObject(),
+                [count](const std::shared_ptr<IDbGroup>& group)
+                {
+                    IDbContainer* const container = group->AsContainer();
+                    while (container != nullptr && container->IsDynamic() &&
+                           container->GetCount() < count)
+                    {
+                        ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
+                            << group->GetPath().toStdString();
+                    }
+                });
+}
+
+void AppendCatalogue(const std::shared_ptr<IDbGroup>& group, int depth, QStringList& lines)
+{
+    for (INT32 i = 0; i < group->GetGroupCount(); ++i)
+    {
+        const auto child = group->GetGroup(i);
+        IDbContainer* const container = child->AsContainer();
+        const char* const mark = container == nullptr                 ? ""
+                                 : child->GetKind() == eKW_NODE_ARRAY ? " [a]"
+                                                                      : " [m]";
+        lines.append(QString(2 * depth, QLatin1Char(' ')) + child->GetNodeName() +
+                     QLatin1String(mark));
+        AppendCatalogue(container != nullptr ? container->GetItemByPosition(0) : child, depth + 1,
+                        lines);
+    }
+}
+
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const QString& suffix)
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("settings.") + suffix);
+    EXPECT_EQ(root->Save(name), eKW_ACC_OK);
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+/** A legal text other than the present one, or a null text where the property has only one value.
+ */
+QString OtherText(IDbProperty& property)
+{
+    const QString type = property.GetTypeName();
+    const QString present = property.GetText();
+    const QStringList values = property.GetValueTexts();
+    if (!values.isEmpty() || property.GetEnumNameInfo() != nullptr)
+    {
+        const auto other = std::find_if(values.begin(), values.end(),
+                                        [&present](const QString& v) { return v != present; });
+        return other == values.end() ? QString() : *other;
+    }
+    if (type == QLatin1String("string"))
+    {
+        return present == QLatin1String("a") ? QStringLiteral("b") : QStringLiteral("a");
+    }
+    if (type == QLatin1String("blob"))
+    {
+        return QStringLiteral("AQID");
+    }
+    if (type == QLatin1String("bitpattern"))
+    {
+        return present == QLatin1String("1X") ? QStringLiteral("0") : QStringLiteral("1X");
+    }
+    if (type == QLatin1String("reference"))
+    {
+        return QStringLiteral("Vertical/Channel[2]");
+    }
+    if (type == QLatin1String("filepath"))
+    {
+        for (const char* extension :
+             {"csv", "xml", "png", "txt", "qm", "json", "dbc", "bin", "msk"})
+        {
+            const QString name = QStringLiteral("a.") + QLatin1String(extension);
+            if (property.SetText(name) == eKW_ACC_OK)
+            {
+                property.SetText(present);
+                return name;
+            }
+        }
+        return QString();
+    }
+    const QString max = property.GetMaxText();
+    const QString min = property.GetMinText();
+    return !max.isEmpty() && max != present   ? max
+           : !min.isEmpty() && min != present ? min
+           : present == QLatin1String("1")    ? QStringLiteral("2")
+                                              : QStringLiteral("1");
+}
+} // namespace
+
+TEST(Tree, GroupIsMissingMisplacedOrOfTheWrongKind)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    QStringList built;
+    AppendCatalogue(root->GetDbObject(), 0, built);
+    const QStringList expected =
+        QString::fromLatin1(kTreeCatalogue).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (int i = 0; i < std::min(built.size(), expected.size()); ++i)
+    {
+        ASSERT_EQ(built[i].toStdString(), expected[i].toStdString()) << "line " << i;
+    }
+    EXPECT_EQ(built.size(), expected.size());
+}
+
+TEST(Tree, RootHasOtherPropertiesOrActions)
+{
+    const auto root = GetZELRoot()->GetDbObject();
+    QStringList names;
+    for (INT32 i = 0; i < root->GetPropertyCount(); ++i)
+    {
+        names.append(root->GetProperty(i)->GetNodeName());
+    }
+    for (INT32 i = 0; i < root->GetActionCount(); ++i)
+    {
+        names.append(root->GetAction(i)->GetNodeName());
+    }
+    EXPECT_EQ(names.join(QLatin1Char(' ')),
+              QStringLiteral("RemoteState RemoteViewState AutosetLogger Preset PresetFactory Save "
+                             "Recall StartupRecall ShutdownSave"));
+}
+
+TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
+{
+    const auto root = GetZELRoot();
+    const auto markers = Container(root, "Spectrum/SpectrumMarkers/SpectrumMarker");
+    for (int i = 0; i < 15; ++i)
+    {
+        ASSERT_EQ(markers->InsertItem(QString()), eKW_ACC_OK);
+    }
+    EXPECT_EQ(markers->InsertItem(QString()), eKW_ACC_CONTAINER_FULL);
+    VisitGroups(root->GetDbObject(),
+                [](const std::shared_ptr<IDbGroup>& group)
+                {
+                    if (group->GetKind() == eKW_NODE_ARRAY &&
+                        group->GetNodeName() != QLatin1String("SpectrumMarker"))
+                    {
+                        EXPECT_EQ(group->AsContainer()->GetMaxCount(), 2147483647)
+                            << group->GetPath().toStdString();
+                    }
+                });
+}
+
+TEST(Tree, ConverterGroupDiffersFromItsDataSheet)
+{
+    const auto root = GetZELRoot();
+    const auto group = std::dynamic_pointer_cast<IDbGroup>(
+        root->GetDbObject()->Find(QStringLiteral("Setup/Selfalignment/ADConverter")));
+    QStringList rows;
+    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    {
+        const auto p = group->GetProperty(i);
+        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(p->GetHandle());
+        rows.append(
+            p->GetNodeName() + QLatin1Char(' ') + p->GetTypeName() + QLatin1Char(' ') +
+            (e ? QString::number(e->GetAsInt()) : p->GetText()) +
+            (p->GetObjectType() == eOBJECTTYPE_RESULT ? QStringLiteral(" result") : QString()));
+        EXPECT_EQ(p->GetSaveRecallType(), 1);
+    }
+    EXPECT_EQ(rows.join(QLatin1Char('\n')).toStdString(),
+              "MarkerBit KW_ONOFF 0\nTwoComplement KW_ONOFF 1\nResolution KW_ZEL_ADC_RESOLUTION 3\n"
+              "TSG_GAIN KW_ZEL_ADC_TSG_GAIN 2\nTSG_FREQ KW_ZEL_ADC_TSG_FREQ 1\nTSG_CC uint16 0\n"
+              "CalDACActive KW_ONOFF 0\nADCModeMode KW_ZEL_AUTOMAN 0\n"
+              "ADCModeManual KW_ZEL_ADC_MODE 0\nADCModeResult KW_ZEL_ADC_MODE 0 result\n"
+              "ADCMxoTps KW_ZEL_ADC_MXOTPS 3\nLF_Active KW_ONOFF 1\nCALDAC uint16 0\n"
+              "ATBxDEC KW_ZEL_ADC_ATBxDEC 0\nSysmonADC uint16 0\nSysmonAdcUsed KW_ONOFF 0\n"
+              "VerifyAdcOutput KW_ONOFF 1\nSpectrumMode KW_ONOFF 0");
+}
+
+class WholeTreeFile : public testing::TestWithParam<const char*>
+{
+};
+
+TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
+{
+    const QString suffix = QString::fromLatin1(GetParam());
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("all.") + suffix);
+    QByteArray first;
+    {
+        const auto root = GetZELRoot();
+        FillContainers(root, 3);
+        ASSERT_EQ(root->Save(name), eKW_ACC_OK);
+        first = Saved(root, suffix);
+    }
+    const CZelReports reports;
+    const auto root = GetZELRoot();
+    ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
+    EXPECT_TRUE(Saved(root, suffix) == first);
+    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
+
+TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    root->EnableHistory(false);
+    root->EnableHistory(true);
+    const auto before = Snapshot(root->GetDbObject());
+    int written = 0;
+    int steps = 0;
+    QStringList refused;
+    VisitGroups(
+        root->GetDbObject(),
+        [&](const std::shared_ptr<IDbGroup>& group)
+        {
+            for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+            {
+                const auto property = group->GetProperty(i);
+                if (property->GetObjectType() == eOBJECTTYPE_RESULT ||
+                    property->GetAvailability() != eAVAILABILITY_AVAILABLE)
+                {
+                    continue;
+                }
+                const QString text = OtherText(*property);
+                if (text.isNull())
+                {
+                    continue;
+                }
+                const KW_ACCEPTANCE code = property->SetText(text);
+                const bool same = property->GetText() == text;
+                if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && !same))
+                {
+                    refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
+                                       .arg(property->GetPath(), text)
+                                       .arg(code)
+                                       .arg(property->GetText()));
+                }
+                ++written;
+                // Back at once: the next property is tried from the same state.
+                while (root->CanUndo())
+                {
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                    ++steps;
+                }
+                // The whole tree is compared now and then: each time would take minutes.
+                if (written % 100 == 0)
+                {
+                    ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
+                        << "at or before " << property->GetPath().toStdString();
+                }
+            }
+        });
+    EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
+    EXPECT_EQ(refused, QStringList());
+    EXPECT_GT(written, 1000);
+    EXPECT_GE(steps, written);
+}
+
+TEST(Tree, EnumerationIsUsedByNoProperty)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    std::set<QString> used;
+    VisitGroups(root->GetDbObject(),
+                [&used](const std::shared_ptr<IDbGroup>& group)
+                {
+                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+                    {
+                        const CEnumNameInfo* const names = group->GetProperty(i)->GetEnumNameInfo();
+                        if (names != nullptr)
+                        {
+                            used.insert(names->GetType());
+                        }
+                    }
+                });
+    QStringList unused;
+    QFile header(QStringLiteral(KWI_ENUMERATIONS_HEADER));
+    ASSERT_TRUE(header.open(QIODevice::ReadOnly));
+    int types = 0;
+    for (const QString& line : QString::fromUtf8(header.readAll()).split(QLatin1Char('\n')))
+    {
+        if (!line.startsWith(QLatin1String("enum KW_")))
+        {
+            continue;
+        }
+        const QString type = line.section(QLatin1Char(' '), 1, 1);
+        ++types;
+        if (used.count(type) == 0 && type != QLatin1String("KW_SIGNAL_FORMAT"))
+        {
+            unused.append(type);
+        }
+    }
+    EXPECT_EQ(types, 253) << "252 types and the signal format";
+    EXPECT_EQ(unused, QStringList());
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "IDbObject.h"
+#include "IKWFunctionZEL.h"
+#include "KWErrorReport.h"
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+// What the tests of the whole tree share.
+
+/** Visits every group below and with `group`, items of containers included, parents first. */
+void VisitGroups(const std::shared_ptr<IDbGroup>& group,
+                 const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit);
+
+/** Path, value, present limits, selectable values and validity of every property. */
+std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root);
+
+/** Names of the entries in which two snapshots differ; empty when they are the same. */
+QString FirstDifference(const std::vector<QString>& a, const std::vector<QString>& b);
+
+/** A property of the tree by its path; fails the test when there is none. */
+std::shared_ptr<IDbProperty> Property(const std::shared_ptr<IKWFunctionZEL>& root,
+                                      const char* path);
+std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& root,
+                                        const char* path);
+
+/** Collects the reports of its lifetime. */
+class CZelReports
+{
+public:
+    CZelReports();
+    ~CZelReports();
+    QStringList Messages() const;
+
+private:
+    mutable std::mutex m_mutex;
+    QStringList m_messages;
+    KW_ErrorHandler m_previous;
+};
