@@ -1,0 +1,44 @@
+# SPDX-License-Identifier: MIT
+# Settings that every target of the project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(KWI_CCACHE ccache)
+if(KWI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${KWI_CCACHE})
+endif()
+
+add_library(kwi_settings INTERFACE)
+target_compile_options(
+    kwi_settings
+    INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+              -Wnon-virtual-dtor -Woverloaded-virtual
+              # Reports name sources by their place in the project.
+              -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
+              # GCC 12 sees overlapping copies in every "text" + std::string.
+              $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
+              # A fused a*b+c rounds once where the formulas round twice: results must not depend
+              # on whether the processor has the instruction.
+              -ffp-contract=off)
+if(KWI_WERROR)
+    target_compile_options(kwi_settings INTERFACE -Werror)
+endif()
+target_compile_definitions(kwi_settings INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
+                                                  $<$<CONFIG:Debug>:KWI_CHECK_LOCK_ORDER>)
+if(KWI_SANITIZE)
+    # Line numbers are all that a sanitizer's report shows; more would double the build.
+    target_compile_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE}
+                                                  -fno-sanitize-recover=all
+                                                  -fno-omit-frame-pointer -O1 -g1)
+    target_link_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE})
+endif()

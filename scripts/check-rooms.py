@@ -1,0 +1,149 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Fails when a source includes what its room may not, or when the model's folders hold code.
+
+The rooms and what they may include are described in docs/architecture.md.
+"""
+
+import argparse
+import re
+import sys
+from pathlib import Path
+
+# Longest prefix decides. Generated files belong to the room that they are generated for.
+ROOMS = {
+    "support": "support",
+    "database/CommonDatabase": "frame",
+    "database/Enumerations": "model",
+    "src/Groups": "model",
+    "src": "rules",
+    "ifc": "ifc",
+    "tools": "tools",
+    "examples": "client",
+    "tests": "tests",
+    "tests/client": "client tests",
+    "bench": "tests",
+    "generated/database": "frame",
+    "generated/ifc": "ifc",
+    "generated/src": "rules",
+}
+
+MAY_INCLUDE = {
+    "support": {"support", "ifc basics"},
+    "frame": {"frame", "support", "ifc basics", "ifc of the frame"},
+    "rules": {"rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
+    "ifc": {"ifc", "ifc basics", "ifc of the frame"},
+    "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
+    "client": {"client", "ifc", "ifc basics", "ifc of the frame"},
+    "client tests": {"client tests", "ifc", "ifc basics", "ifc of the frame"},
+    "tests": {"tests", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
+}
+
+# Parts of ifc/ that know no group of the instrument, so that lower rooms may implement them.
+IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
+IFC_OF_THE_FRAME = {
+    "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
+    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h",
+}
+
+# Where the compiler looks for quoted names, after the folder of the including file.
+SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src")
+
+# Libraries: Qt headers without a folder, the standard library in lower case without ".h".
+STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
+FURTHER_LIBRARIES = {
+    "support": r"boost/.*",
+    "frame": r"boost/.*",
+    "rules": r"boost/.*",
+    "ifc": None,
+    "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
+    "client": None,
+    "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
+    "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
+}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
+SKIPPED = ("tests/tools/modelgen/golden",)
+
+
+class CTree:
+    """The sources of the project by their names, generated ones below "generated"."""
+
+    def __init__(self, root: Path, generated: Path) -> None:
+        folders = {name: root / name for name in
+                   ("support", "database", "src", "ifc", "tools", "examples", "tests", "bench")}
+        folders["generated"] = generated
+        self.files = {
+            (name / path.relative_to(folder)).as_posix(): path
+            for name, folder in ((Path(name), folder) for name, folder in folders.items())
+            for path in sorted(folder.rglob("*"))
+            if path.suffix in (".h", ".cpp") and "__pycache__" not in path.parts
+        }
+
+    def resolve(self, source: str, include: str) -> str | None:
+        """Name of the file that a quoted include means, as the compiler would find it."""
+        here = (Path("/") / source).parent
+        for folder in (here, *(Path("/") / name for name in SEARCH)):
+            name = str((folder / include).resolve()).lstrip("/")
+            if name in self.files:
+                return name
+        return None
+
+
+def room_of(source: str) -> str:
+    fitting = [folder for folder in ROOMS if source.startswith(f"{folder}/")]
+    room = ROOMS[max(fitting, key=len)] if fitting else "generated"
+    if room == "ifc" and Path(source).name in IFC_BASICS:
+        return "ifc basics"
+    if room == "ifc" and Path(source).name in IFC_OF_THE_FRAME:
+        return "ifc of the frame"
+    return room
+
+
+def complaint(tree: CTree, source: str, quoted: str | None, library: str | None) -> str | None:
+    room = room_of(source)
+    room = "ifc" if room.startswith("ifc") else room
+    name = quoted or library
+    target = tree.resolve(source, name)
+    if target is not None:
+        if room_of(target) in MAY_INCLUDE[room]:
+            return None
+        return f'{room} may not include {room_of(target)} ("{name}")'
+    if quoted:
+        return f'no file is named "{quoted}"'
+    further = FURTHER_LIBRARIES[room]
+    if STANDARD.match(library) or (further and re.fullmatch(further, library)):
+        return None
+    return f"{room} may not use <{library}>"
+
+
+def check(root: Path, generated: Path) -> list[str]:
+    tree = CTree(root, generated)
+    found = []
+    for source, path in tree.files.items():
+        if source.startswith(SKIPPED):
+            continue
+        if room_of(source) == "model":
+            found.append(f"{source}: the model is data, not code")
+            continue
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            include = INCLUDE.match(line)
+            problem = include and complaint(tree, source, *include.groups())
+            if problem:
+                found.append(f"{source}:{number}: {problem}")
+    return found
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--root", type=Path, default=Path(__file__).resolve().parent.parent)
+    parser.add_argument("--generated", type=Path, required=True,
+                        help="folder of generated files, such as build/release/generated")
+    options = parser.parse_args()
+    found = check(options.root, options.generated)
+    print("\n".join(found), end="\n" if found else "")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Installs the Debian 12 packages that are missing: those of build and tests, with the argument
+# "ci" also those of the checks in .ci/run. Says nothing when there is nothing to do.
+set -euo pipefail
+
+packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
+    libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev)
+if [ "${1:-}" = ci ]; then
+    packages+=(qtbase5-dev clang-format-14 codespell)
+fi
+
+if ! command -v dpkg-query >/dev/null; then
+    echo "setup: not a Debian system; the build needs the counterparts of: ${packages[*]}" >&2
+    exit 0
+fi
+
+installed=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null || true)
+missing=()
+for package in "${packages[@]}"; do
+    grep -qxF "$package installed" <<<"$installed" || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "setup: neither root nor sudo; ask an administrator to install: ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+    [ -t 0 ] || as_root=(sudo -n)
+fi
+
+echo "setup: installing ${missing[*]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+apt_get() {
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 \
+        "$@" </dev/null >"$log" 2>&1; then
+        cat "$log" >&2
+        echo "setup: apt-get $1 failed" >&2
+        exit 1
+    fi
+}
+apt_get update
+apt_get install -y --no-install-recommends "${missing[@]}"

@@ -1,0 +1,73 @@
+# SPDX-License-Identifier: MIT
+"""The room check must find what it is there for: each row puts one file into an empty tree."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+SCRIPT = Path(__file__).resolve().parents[3] / "scripts" / "check-rooms.py"
+
+# The files that the rows include.
+TREE = (
+    "ifc/KWTypes.h", "ifc/IDbObject.h", "ifc/LabelList/LabelListSignal.h",
+    "support/LockManager.h", "database/CommonDatabase/DbObject.h", "src/PgScale.h",
+    "generated/ifc/IKWFunctionScale.h", "generated/src/PgScaleBase.h",
+)
+
+# Folder, source line, what is expected: nothing, or a part of the complaint.
+ROWS = (
+    ("support", '#include "KWTypes.h"', None),
+    ("support", '#include "IDbObject.h"', "support may not include ifc of the frame"),
+    ("support", '#include "CommonDatabase/DbObject.h"', "support may not include frame"),
+    ("database/CommonDatabase", '#include "LockManager.h"', None),
+    ("database/CommonDatabase", '#include "DbObject.h"', None),
+    ("database/CommonDatabase", '#include "PgScale.h"', "frame may not include rules"),
+    ("database/CommonDatabase", '#include <PgScale.h>', "frame may not include rules"),
+    ("database/CommonDatabase", '#include "PgScaleBase.h"', "frame may not include rules"),
+    ("database/CommonDatabase", '#include "IKWFunctionScale.h"', "frame may not include ifc"),
+    ("database/CommonDatabase", '  #  include "LabelList/LabelListSignal.h"', "frame may not"),
+    ("src", '#include "PgScaleBase.h"', None),
+    ("src", '#include <boost/math/special_functions/round.hpp>', None),
+    ("src", '#include <gtest/gtest.h>', "rules may not use <gtest/gtest.h>"),
+    ("src", '#include "../tests/Fixture.h"', "no file is named"),
+    ("ifc", '#include <boost/format.hpp>', "ifc may not use <boost/format.hpp>"),
+    ("ifc", '#include "LockManager.h"', "ifc may not include support"),
+    ("ifc/LabelList", '#include "IKWFunctionScale.h"', None),
+    ("tools/zelctl", '#include <CLI/CLI.hpp>', None),
+    ("tools/zelctl", '#include "CommonDatabase/DbObject.h"', "tools may not include frame"),
+    ("examples/client", '#include "LockManager.h"', "client may not include support"),
+    ("tests/client", '#include "LockManager.h"', "client tests may not include support"),
+    ("tests/database", '#include "PgScaleBase.h"', None),
+    ("generated/ifc", '#include "CommonDatabase/DbObject.h"', "ifc may not include frame"),
+    ("src/Groups", "int x;", "the model is data, not code"),
+)
+
+
+def run(folder: str, line: str) -> tuple[int, str]:
+    with tempfile.TemporaryDirectory() as name:
+        root = Path(name)
+        for path in (*TREE, f"{folder}/Row.cpp"):
+            (root / path).parent.mkdir(parents=True, exist_ok=True)
+            (root / path).write_text("#pragma once\n", encoding="utf-8")
+        (root / folder / "Row.cpp").write_text(f"{line}\n", encoding="utf-8")
+        result = subprocess.run(
+            [sys.executable, SCRIPT, "--root", root, "--generated", root / "generated"],
+            capture_output=True, text=True, check=False)
+    return result.returncode, result.stdout
+
+
+class CRoomsTest(unittest.TestCase):
+    def test_breach_is_found_and_named_and_nothing_else_is(self) -> None:
+        for folder, line, expected in ROWS:
+            with self.subTest(folder=folder, line=line):
+                status, output = run(folder, line)
+                self.assertEqual((status, output == ""), (int(expected is not None),
+                                                          expected is None), output)
+                self.assertIn(f"{folder}/Row.cpp:" if expected else "", output)
+                self.assertIn(expected or "", output)
+
+
+if __name__ == "__main__":
+    unittest.main()
