@@ -233,7 +233,7 @@ std::shared_ptr<IDbObject> CDbPropertyGroup::Find(const QString& path) const
 {
     const CLockGuard lock(eACCESS_READ);
     CDbObject* node = const_cast<CDbPropertyGroup*>(this);
-    qsizetype position = 0;
+    int position = 0;
     while (node != nullptr && position < path.size())
     {
         auto* const group = dynamic_cast<CDbPropertyGroup*>(node);
@@ -244,10 +244,10 @@ std::shared_ptr<IDbObject> CDbPropertyGroup::Find(const QString& path) const
         // An item follows its container directly; its key may hold any character but "]".
         const bool isItem = path[position] == QLatin1Char('[');
         const QLatin1Char end(isItem ? ']' : '/');
-        const qsizetype begin = position + (isItem || path[position] == end ? 1 : 0);
-        qsizetype stop = path.indexOf(end, begin);
-        const qsizetype bracket = isItem ? -1 : path.indexOf(QLatin1Char('['), begin);
-        stop = stop < 0 ? path.size() : stop;
+        const int begin = position + (isItem || path[position] == end ? 1 : 0);
+        int stop = static_cast<int>(path.indexOf(end, begin));
+        const int bracket = isItem ? -1 : static_cast<int>(path.indexOf(QLatin1Char('['), begin));
+        stop = stop < 0 ? static_cast<int>(path.size()) : stop;
         stop = bracket >= 0 && bracket < stop ? bracket : stop;
         const QStringView step = QStringView(path).mid(begin, stop - begin);
         node = isItem ? group->FindItem(step) : group->FindMember(step);
