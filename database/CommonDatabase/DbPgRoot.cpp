@@ -44,7 +44,7 @@ void CDbPgRoot::OnTreeCreated()
 
 void CDbPgRoot::BeginScope(eWRITEKIND kind)
 {
-    if (m_scopes++ == 0 && m_step == nullptr && kind == eWRITEKIND::Client && m_historyEnabled)
+    if (m_scopes++ == 0 && m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
     {
         m_step = std::make_unique<CDbUndoStep>(QString());
         m_stepId = ++s_lastStepId;

@@ -14,7 +14,7 @@ CDbPropBase::~CDbPropBase()
 KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
 {
     const CLockGuard lock;
-    if (kind == eWRITEKIND::Client)
+    if (IsClientWrite(kind))
     {
         if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
         {
@@ -64,6 +64,7 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
     switch (kind)
     {
     case eWRITEKIND::Client:
+    case eWRITEKIND::Wish:
         // The value stands whatever the hook answers: a refusal further down was reported there
         // and leaves a warning here.
         return std::min<KW_ACCEPTANCE>(group->OnPropertySet(this), eKW_ACC_WARNING);

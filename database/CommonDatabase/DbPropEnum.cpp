@@ -100,7 +100,7 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::Validate(CDbValue& value, eWRITEKIND kind) c
     {
         return eKW_ACC_UNKNOWN_VALUE;
     }
-    const bool mustBeEnabled = kind == eWRITEKIND::Client && !m_states.empty();
+    const bool mustBeEnabled = IsClientWrite(kind) && !m_states.empty();
     return mustBeEnabled &&
                    m_states[static_cast<std::size_t>(*carried)] == eVALUESTATE_NOT_SELECTABLE
                ? eKW_ACC_NOT_ENABLED

@@ -246,7 +246,7 @@ void CDbPropNum<T>::Store(const CDbValue& value, eWRITEKIND kind)
     m_min.store(std::min(GetMin(), number), std::memory_order_release);
     m_max.store(std::max(GetMax(), number), std::memory_order_release);
     m_value.store(number, std::memory_order_release);
-    if (kind != eWRITEKIND::Auto)
+    if (kind != eWRITEKIND::Auto && kind != eWRITEKIND::Wish)
     {
         m_userValue.store(number, std::memory_order_release);
     }
@@ -274,16 +274,29 @@ KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
         return eKW_ACC_NOT_A_NUMBER;
     }
     const CLockGuard lock;
-    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    const KW_ACCEPTANCE code = SetLimited(value);
-    const T wish = std::clamp(value, m_declaredMin, m_declaredMax);
-    if (code <= eKW_ACC_WARNING && wish != GetUserValue())
+    if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
     {
-        CDbChange change(*this);
+        return access;
+    }
+    const T wish = std::clamp(value, m_declaredMin, m_declaredMax);
+    const T legal = GetNearestLegal(value);
+    CDbValue carried = Carry(legal);
+    if (const KW_ACCEPTANCE refusal = Validate(carried, eWRITEKIND::Wish);
+        refusal > eKW_ACC_WARNING)
+    {
+        return refusal;
+    }
+    CDbChange change(*this, eWRITEKIND::Wish);
+    const bool isOpen = wish != legal;
+    if (isOpen && wish != GetUserValue())
+    {
+        // Before the hooks of the write, which may settle for less.
         change.Touch();
         m_userValue.store(wish, std::memory_order_release);
     }
-    return code;
+    const KW_ACCEPTANCE code =
+        WriteValue(std::move(carried), isOpen ? eWRITEKIND::Wish : eWRITEKIND::Client);
+    return legal == value ? code : std::max<KW_ACCEPTANCE>(code, eKW_ACC_WARNING);
 }
 
 template <typename T>

@@ -13,12 +13,19 @@
 enum class eWRITEKIND : UINT8
 {
     Client,   ///< a handle's Set: access is checked, OnPropertySet follows
+    Wish,     ///< the same, from SetUserValue: the user's value stands already
     Internal, ///< DbSet of a group's rule: OnPropertyDbSet follows
     Auto,     ///< a limit took the value with it: OnPropertyAutoSet follows
     Default,  ///< back to the default: limits follow the value, no hook
     Undo,     ///< restores a recorded state whole: no checks, no hook
     Recall    ///< from a file: limits follow the value, no hook
 };
+
+/** Access is checked, and the write opens an entry of the history. */
+constexpr bool IsClientWrite(eWRITEKIND kind)
+{
+    return kind == eWRITEKIND::Client || kind == eWRITEKIND::Wish;
+}
 
 /** What a history record is about. */
 enum class eOPERATIONTYPE : UINT8

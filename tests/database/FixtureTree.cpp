@@ -78,6 +78,10 @@ CPgFixture::CPgFixture()
 KW_ACCEPTANCE CPgFixture::OnPropertySet(const CDbPropBase* property)
 {
     m_hooks.push_back(QStringLiteral("set ") + property->NodeName());
+    if (m_settleFollower && property == m_pFollower)
+    {
+        m_pFollower->DbSet(m_pFollower->Get());
+    }
     UpdateGroup();
     return eKW_ACC_OK;
 }

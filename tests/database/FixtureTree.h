@@ -64,6 +64,9 @@ public:
 
     /** Hooks that ran, such as "set Double". */
     std::vector<QString> m_hooks;
+    /** A rule that writes the follower's own value again, as one does that adjusts a set of values.
+     */
+    bool m_settleFollower = false;
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;

@@ -202,6 +202,15 @@ TEST_F(Frame, LimitLeavesTheValueBehindOrForgetsTheWish)
     EXPECT_EQ(follower.GetUserValue(), 1.0);
 }
 
+TEST_F(Frame, RuleThatSettlesForLessLeavesTheWishPending)
+{
+    CDbPropNum<double>& follower = *m_group.m_pFollower;
+    m_group.m_settleFollower = true;
+    EXPECT_EQ(follower.SetUserValue(50.0), eKW_ACC_WARNING);
+    EXPECT_EQ(follower.Get(), 10.0);
+    EXPECT_EQ(follower.GetUserValue(), 10.0) << "the hook wrote the value it settled for";
+}
+
 TEST_F(Frame, LimitsAreTakenThatNobodyCanKeep)
 {
     CDbPropNum<double>& p = *m_group.m_pDouble;
