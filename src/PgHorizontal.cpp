@@ -48,6 +48,11 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
         {{m_pAcquisitionMode, m_pZELMode}, {&H::RunRecalculationChain}},
     };
     const KW_ZEL_DSP_MODE wantedMode = m_pDSPMode->Get();
+    if (property == m_pZELMode)
+    {
+        // At once, and not as a dependant: whoever depends on the mode must see the final one.
+        UpdateZELMode();
+    }
     for (const t_Row& row : rows)
     {
         if (std::find(row.properties.begin(), row.properties.end(), property) ==
@@ -93,8 +98,8 @@ void CPgHorizontal::OnTreeCreated()
     if (CPgZEL* const root = CPgZEL::Of(*this))
     {
         root->GetDependencies().Add(
-            *this, {root->GetPgDDC()->GetPrState(), m_pZELMode},
-            [this] { OnDownConverterChanged(); }, QStringLiteral("Horizontal/UpdateZELMode"));
+            *this, {root->GetPgDDC()->GetPrState()}, [this] { OnDownConverterChanged(); },
+            QStringLiteral("Horizontal/UpdateZELMode"));
     }
 }
 
@@ -110,7 +115,9 @@ void CPgHorizontal::OnDownConverterChanged()
 
 void CPgHorizontal::UpdateZELMode()
 {
-    const bool isRequired = CPgZEL::Of(*this)->GetPgDDC()->GetPrState()->Get() == eKW_ONOFF_ON;
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    const bool isRequired =
+        root != nullptr && root->GetPgDDC()->GetPrState()->Get() == eKW_ONOFF_ON;
     if (isRequired && m_pZELMode->DbSet(eKW_ZEL_MODE_ZEL_A) > eKW_ACC_WARNING)
     {
         KW_REPORT_ERROR(QStringLiteral("Could not set ZEL mode to required mode."), __FILE__);

@@ -214,6 +214,10 @@ TEST_F(HorizontalGroup, DownConverterRunsAtAnotherRate)
     EXPECT_EQ(h->GetPrSampleRate()->Get(), 1.25e9);
     h->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B);
     EXPECT_EQ(h->GetPrZELMode()->Get(), eKW_ZEL_MODE_ZEL_A);
+    EXPECT_EQ(Property(root, "Setup/Selfalignment/ADConverter/ADCModeResult")->GetText(),
+              QStringLiteral("FOUR_CHANNELS"))
+        << "who depends on the mode sees the one that is required";
+    EXPECT_EQ(reports.Messages(), QStringList());
 }
 
 namespace
