@@ -60,12 +60,12 @@ KW_ACCEPTANCE CPgDDC::OnState()
 
 void CPgDDC::Init(double center, double span)
 {
-    const double dSpan = KWMath::Bound(m_pSpan->GetMin(), span, m_pSpan->GetMax());
-    const double dCenter = KWMath::Bound(m_pCenter->GetMin(), center, m_pCenter->GetMax());
-    const DDC::DecimationRate rate = t_Helper::CalculateDecimation(dSpan);
-    const DDC::NcoFrequency nco = t_Helper::CalculateNcoFrequency(dCenter, rate.m_R_DDC);
-    KW_CHECKED(m_pSpan->DbSet(dSpan));
-    KW_CHECKED(m_pCenter->DbSet(dCenter));
+    const double boundSpan = KWMath::Bound(m_pSpan->GetMin(), span, m_pSpan->GetMax());
+    const double boundCenter = KWMath::Bound(m_pCenter->GetMin(), center, m_pCenter->GetMax());
+    const DDC::DecimationRate rate = t_Helper::CalculateDecimation(boundSpan);
+    const DDC::NcoFrequency nco = t_Helper::CalculateNcoFrequency(boundCenter, rate.m_R_DDC);
+    KW_CHECKED(m_pSpan->DbSet(boundSpan));
+    KW_CHECKED(m_pCenter->DbSet(boundCenter));
     KW_CHECKED(m_pSampleDezimationFactor->DbSet(rate.m_R_DDC));
     KW_CHECKED(m_pFrequencyShift->DbSet(t_Helper::CalculateFrequencyShift(nco)));
     KW_CHECKED(m_pGain->DbSet(t_Helper::CalculateGain(rate, nco).m_Gain_DDC));

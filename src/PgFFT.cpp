@@ -40,6 +40,11 @@ KW_ACCEPTANCE CPgFFT::OnFunction(const CDbFunction* function)
     return CPgFFTBase::OnFunction(function);
 }
 
+void CPgFFT::UpdateGroup()
+{
+    UpdateBandwidthLimits();
+}
+
 void CPgFFT::OnTreeCreated()
 {
     CPgFFTBase::OnTreeCreated();
@@ -56,6 +61,10 @@ void CPgFFT::UpdateBandwidthLimits()
 {
     using t_Helper = CZELDatabaseHelperFFT;
     const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
     const KW_WINDOW_TYPE window = root->GetPgSpectrum()->GetPrWindowType()->Get();
     const double numerator =
         t_Helper::GetWindowLengthFactor(window) * root->GetPgHorizontal()->GetPrSampleRate()->Get();

@@ -10,6 +10,7 @@ class CPgFFT : public CPgFFTBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
     void OnTreeCreated() override;
 
     /** Samples per spectrum, their rate in Hz, and whether they come from the down-converter. */

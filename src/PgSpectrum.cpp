@@ -91,6 +91,9 @@ void CPgSpectrum::UpdateGroup()
     UpdateAxis();
     UpdateBandwidth();
     UpdateMagnitudeAxis();
+    // Before any dependency runs: the timebase looks at the down-converter, which still stands as
+    // the settings before a recall had it.
+    UpdateDownConverter();
 }
 
 void CPgSpectrum::OnTreeCreated()

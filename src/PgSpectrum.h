@@ -4,6 +4,8 @@
 #include "PgSpectrumBase.h"
 #include "SpectrumAxis.h"
 
+#include <functional>
+
 class CPgZEL;
 
 /**
@@ -83,6 +85,9 @@ private:
     CSpectrumAxis AxisRules() const;
     t_SpectrumAxis Axis() const;
     void SetAxis(const t_SpectrumAxis& axis);
+    /** Where the limits alone bring the span to its value they take it along: a span that the
+        center holds back comes back with the center. */
+    void WriteSpan(double min, double span, double max);
     void OnStart();
     void OnStop();
     void OnSpan();

@@ -29,8 +29,18 @@ void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis)
     const t_SpectrumAxis max = AxisRules().Maximum(axis);
     WriteInRange(*m_pHorizontalStart, min.start, axis.start, max.start);
     WriteInRange(*m_pHorizontalStop, min.stop, axis.stop, max.stop);
-    WriteInRange(*m_pHorizontalSpan, min.span, axis.span, max.span);
+    WriteSpan(min.span, axis.span, max.span);
     WriteInRange(*m_pHorizontalCenter, min.center, axis.center, max.center);
+}
+
+void CPgSpectrum::WriteSpan(double min, double span, double max)
+{
+    if (KWMath::Bound(min, m_pHorizontalSpan->GetUserValue(), max) == span)
+    {
+        KW_CHECKED(m_pHorizontalSpan->SetMinAndMax(min, max));
+        return;
+    }
+    WriteInRange(*m_pHorizontalSpan, min, span, max);
 }
 
 void CPgSpectrum::OnStart()

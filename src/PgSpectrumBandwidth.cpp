@@ -131,7 +131,12 @@ bool CPgSpectrum::NeedsDownConverter() const
 
 void CPgSpectrum::UpdateDownConverter()
 {
-    CPgDDC* const ddc = CPgZEL::Of(*this)->GetPgDDC();
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    CPgDDC* const ddc = root->GetPgDDC();
     if (IsAnalysis())
     {
         // What is cut out must lie about its arithmetic middle, whatever the axis calls center.

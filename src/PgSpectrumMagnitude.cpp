@@ -14,6 +14,7 @@
 #include "SpectrumHardware.h"
 
 #include <cmath>
+#include <limits>
 
 void CPgSpectrum::SelectSource(KW_ZEL_CHANNEL channel)
 {

@@ -22,11 +22,11 @@ inline void OpenLimits(CDbPropNumDouble& property, double min, double value, dou
     }
 }
 
-/** Gives a property its limits and a value within them; the value is written at most once. A wish
-    that the new limits hold back to just this value stays a wish. */
+/** Gives a property its limits and a value within them; the value is written at most once, and not
+    at all when it stands already: a wish that the limits hold back to it stays a wish. */
 inline void WriteInRange(CDbPropNumDouble& property, double min, double value, double max)
 {
-    if (KWMath::Bound(min, property.GetUserValue(), max) != value)
+    if (property.Get() != value || KWMath::Bound(min, property.GetUserValue(), max) != value)
     {
         OpenLimits(property, min, value, max);
         KW_CHECKED(property.DbSet(value));
