@@ -18,7 +18,13 @@ if ! cmake --preset "$preset" "${options[@]}" </dev/null >"$log" 2>&1; then
     exit 1
 fi
 
+build() {
+    cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" "$@" </dev/null
+}
+
 # A terminal shows the progress, a log only what is wrong.
-quiet=()
-[ -t 1 ] || quiet=(-- --quiet)
-cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" "${quiet[@]}" </dev/null
+if [ -t 1 ]; then
+    build
+else
+    build -- --quiet | { grep -vxF 'ninja: no work to do.' || true; }
+fi
