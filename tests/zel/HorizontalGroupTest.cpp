@@ -327,6 +327,103 @@ INSTANTIATE_TEST_SUITE_P(Rows, HorizontalDispatch,
                                          t_DispatchCase{"ZELMode", "ZEL_B", kChain}),
                          [](const auto& test) { return std::string(test.param.property); });
 
+namespace
+{
+/** Reaches the store of an enumeration, past the check that keeps illegal values out. */
+struct t_OpenEnumeration : CDbPropEnumIntAccess
+{
+    static void Force(CDbPropEnumIntAccess& property, INT64 value)
+    {
+        constexpr auto store = &t_OpenEnumeration::Store;
+        (property.*store)(value, eWRITEKIND::Internal);
+    }
+};
+
+struct t_IllegalCase
+{
+    const char* name;
+    std::function<void(CPgHorizontal&)> spoil;
+    const char* property;
+    INT64 value;
+    const char* report;
+    const char* steps;
+};
+} // namespace
+
+class HorizontalIllegal : public testing::TestWithParam<t_IllegalCase>
+{
+};
+
+TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
+{
+    const CZelReports reports;
+    CDbPgRoot root;
+    auto* const group = new CRecordingHorizontal;
+    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+    group->UpdateGroup();
+    GetParam().spoil(*group);
+    group->steps.clear();
+    const double scale = group->GetPrScale()->Get();
+    const double reference = group->GetPrReferencePoint()->Get();
+    auto* const property = dynamic_cast<CDbPropEnumIntAccess*>(
+        group->FindProperty(QString::fromLatin1(GetParam().property)));
+    ASSERT_NE(property, nullptr);
+    t_OpenEnumeration::Force(*property, GetParam().value);
+    group->OnPropertySet(property);
+    EXPECT_EQ(reports.Messages(), QStringList{QString::fromLatin1(GetParam().report)});
+    EXPECT_EQ(group->steps, GetParam().steps);
+    EXPECT_EQ(group->GetPrScale()->Get(), scale);
+    EXPECT_EQ(group->GetPrReferencePoint()->Get(), reference);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Entries, HorizontalIllegal,
+    testing::Values(
+        t_IllegalCase{
+            "ScaleGUIPastTheList",
+            [](CPgHorizontal& h)
+            { h.GetPrScale()->DeclareValueList(h.GetPrScale()->GetValueList().mid(0, 8)); },
+            "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
+        t_IllegalCase{"ScaleGUINegative", [](CPgHorizontal&) {}, "ScaleGUI", -1,
+                      "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
+        t_IllegalCase{"EntryIsNoNumber",
+                      [](CPgHorizontal& h)
+                      {
+                          QVariantList scales = h.GetPrScale()->GetValueList();
+                          scales[3] = QStringLiteral("fast");
+                          h.GetPrScale()->DeclareValueList(scales);
+                      },
+                      "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
+        t_IllegalCase{"ReferencePointGUI", [](CPgHorizontal&) {}, "ReferencePointGUI", 3,
+                      "This enum entry 3is not in the map with the predefined values.", "Plwr."}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
+{
+    /** Logic inputs whose clock no decimation brings to the rate of the analog path. */
+    class COddClock final : public CPgHorizontal
+    {
+        void UpdateDigitalSampleRate() override { m_pSampleRateDigital->DbSet(1.30005e9); }
+    };
+    const CZelReports reports;
+    CDbPgRoot root;
+    auto* const group = new COddClock;
+    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+    ASSERT_EQ(group->GetPrWaveformUpdateMode()->Set(eKW_WAVEFORM_UPDATE_MODE_ROLL), eKW_ACC_OK);
+    const auto before = reports.Messages().size();
+    ASSERT_EQ(group->GetPrScale()->Set(0.1), eKW_ACC_OK);
+    // 1 s: floor(1.30005e9 / 125000) = 10400 clocks a sample leave 125004.8 samples.
+    EXPECT_EQ(reports.Messages().mid(before + 1),
+              (QStringList{QStringLiteral("PPLength w/o settling samples mismatch in slow/roll "
+                                          "mode: analog = 125000, digital = 125004"),
+                           QStringLiteral("RecordLength mismatch in slow/roll mode: analog = "
+                                          "125000, digital = 125004"),
+                           QStringLiteral("ResolutionPP mismatch in slow/roll mode: analog = "
+                                          "8e-06, digital = 7.99969e-06")}));
+    EXPECT_EQ(group->GetPrPPLength()->Get(), 125000u + 64 + 64) << "the update went on";
+    EXPECT_NEAR(group->GetPrLeft()->Get(), -0.5, 1e-12);
+}
+
 RC_GTEST_PROP(HorizontalRandom, LeavesTheGroupInconsistentOrUndoIncomplete, ())
 {
     const CZelReports reports;
