@@ -2,11 +2,14 @@
 // The frame's rows of the budgets: what does a read, a poll for changes and a client's write cost,
 // beside an atomic load, a virtual call and a recursive mutex of the same run?
 
+#include "CommonDatabase/DbPgRoot.h"
+#include "CommonDatabase/DbPropNum.h"
 #include "IKWFunctionChannel.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionVertical.h"
 #include "IKWFunctionZEL.h"
 
+#include <array>
 #include <atomic>
 #include <benchmark/benchmark.h>
 #include <mutex>
@@ -19,6 +22,48 @@ struct t_Virtual
     virtual ~t_Virtual() = default;
     virtual double Get() const { return m_value; }
     double m_value = 1.0;
+};
+
+/** The same again, so that the compiler can not know which of the two is called. */
+struct t_OtherVirtual final : t_Virtual
+{
+    double Get() const override { return -m_value; }
+};
+
+/** A source and the eight that follow it, each one written by the rule. */
+class CPgEight final : public CZELPropertyGroup
+{
+public:
+    CPgEight()
+    {
+        AddPropertyToList(m_source = Number(), QStringLiteral("Source"));
+        for (std::size_t i = 0; i < m_followers.size(); ++i)
+        {
+            AddPropertyToList(m_followers[i] = Number(), QStringLiteral("Follower%1").arg(i));
+        }
+    }
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override
+    {
+        double value = m_source->Get();
+        for (CDbPropNumDouble* const follower : m_followers)
+        {
+            follower->DbSet(value += 1.0);
+        }
+        return CZELPropertyGroup::OnPropertySet(property);
+    }
+
+    CDbPropNumDouble* m_source;
+
+private:
+    static CDbPropNumDouble* Number()
+    {
+        auto* const number = new CDbPropNumDouble;
+        number->DeclareMinAndMax(-1e6, 1e6);
+        return number;
+    }
+
+    std::array<CDbPropNumDouble*, 8> m_followers{};
 };
 } // namespace
 
@@ -34,8 +79,9 @@ BENCHMARK(BaselineAtomicLoad);
 
 static void BaselineVirtualCall(benchmark::State& state)
 {
-    auto object = std::make_unique<t_Virtual>();
-    const t_Virtual* pointer = object.get();
+    const std::array<std::unique_ptr<t_Virtual>, 2> objects = {std::make_unique<t_Virtual>(),
+                                                               std::make_unique<t_OtherVirtual>()};
+    const t_Virtual* pointer = objects[state.max_iterations % 2].get();
     for (auto _ : state)
     {
         benchmark::DoNotOptimize(pointer);
@@ -105,6 +151,24 @@ static void FrameClientSet(benchmark::State& state)
     }
 }
 BENCHMARK(FrameClientSet)->ArgName("history")->Arg(0)->Arg(1);
+
+/** A rule that writes eight others, each with limits, in the same write. */
+static void FrameClientSetWithEightDependants(benchmark::State& state)
+{
+    CDbPgRoot root;
+    auto* const group = new CPgEight;
+    root.AddPropGroupToList(group, QStringLiteral("Eight"));
+    if (state.range(0) != 0)
+    {
+        root.EnableHistoryObjects();
+    }
+    double value = 0.0;
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(group->m_source->Set(value = 1.0 - value));
+    }
+}
+BENCHMARK(FrameClientSetWithEightDependants)->ArgName("history")->Arg(0)->Arg(1);
 
 /** Reads while another thread writes without a pause: the figure must stay that of a read. */
 static void FrameGetWhileAnotherThreadWrites(benchmark::State& state)
