@@ -46,6 +46,13 @@ bool CDbPropNum<T>::IsNumber(T value)
     return value == value;
 }
 
+/** Negative zero equals zero, but reads and saves differently: it stays outside of the tree. */
+template <typename T>
+T CDbPropNum<T>::PlainZero(T value)
+{
+    return value == T{} ? T{} : value;
+}
+
 template <typename T>
 bool CDbPropNum<T>::IsListEntry(const QVariant& entry, T& number)
 {
@@ -226,7 +233,7 @@ KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
     {
         legal = std::clamp(RoundToResolution(number), min, max);
     }
-    value = Carry(legal);
+    value = Carry(PlainZero(legal));
     const bool rounded = legal != number && !CMatConstants::AreEqual(static_cast<double>(legal),
                                                                      static_cast<double>(number));
     return rounded ? eKW_ACC_WARNING : eKW_ACC_OK;
@@ -278,7 +285,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
     {
         return access;
     }
-    const T wish = std::clamp(value, m_declaredMin, m_declaredMax);
+    const T wish = PlainZero(std::clamp(value, m_declaredMin, m_declaredMax));
     const T legal = GetNearestLegal(value);
     CDbValue carried = Carry(legal);
     if (const KW_ACCEPTANCE refusal = Validate(carried, eWRITEKIND::Wish);
@@ -325,8 +332,8 @@ KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
     }
     CDbChange change(*this);
     change.Touch();
-    m_min.store(min, std::memory_order_release);
-    m_max.store(max, std::memory_order_release);
+    m_min.store(PlainZero(min), std::memory_order_release);
+    m_max.store(PlainZero(max), std::memory_order_release);
     FollowLimits();
     return eKW_ACC_OK;
 }
@@ -596,7 +603,8 @@ void CDbPropNum<T>::DeSerialize(const CDbSettingsElement& element, CDbRecall& re
     }
     CDbChange change(*this);
     change.Touch();
-    m_userValue.store(std::clamp(wish, m_declaredMin, m_declaredMax), std::memory_order_release);
+    m_userValue.store(PlainZero(std::clamp(wish, m_declaredMin, m_declaredMax)),
+                      std::memory_order_release);
 }
 
 template <typename T>

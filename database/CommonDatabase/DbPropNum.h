@@ -154,6 +154,7 @@ private:
 
     static CDbValue Carry(T value) { return CDbValue(static_cast<t_Carrier>(value)); }
     static bool IsNumber(T value);
+    static T PlainZero(T value);
     static bool IsListEntry(const QVariant& entry, T& number);
     int FindInList(T value) const;
     bool HasListEntryWithin(T min, T max) const;

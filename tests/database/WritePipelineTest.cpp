@@ -202,6 +202,18 @@ TEST_F(Frame, LimitLeavesTheValueBehindOrForgetsTheWish)
     EXPECT_EQ(follower.GetUserValue(), 1.0);
 }
 
+TEST_F(Frame, NegativeZeroIsSavedAsAnotherValue)
+{
+    CDbPropNum<double>& follower = *m_group.m_pFollower;
+    ASSERT_EQ(follower.Set(-0.0), eKW_ACC_OK);
+    EXPECT_FALSE(std::signbit(follower.Get()));
+    ASSERT_EQ(follower.Set(7.0), eKW_ACC_OK);
+    ASSERT_EQ(follower.SetMinAndMax(-5.0, -0.0), eKW_ACC_OK);
+    EXPECT_EQ(follower.GetText(), QStringLiteral("0"));
+    EXPECT_FALSE(std::signbit(follower.Get()));
+    EXPECT_FALSE(std::signbit(follower.GetMax()));
+}
+
 TEST_F(Frame, RuleThatSettlesForLessLeavesTheWishPending)
 {
     CDbPropNum<double>& follower = *m_group.m_pFollower;
