@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Installs the Debian 12 packages that are missing: those of build and tests, with the argument
-# "ci" also those of the checks in .ci/run. Says nothing when there is nothing to do.
+# "ci" also those of the checks in .ci/run, with "fuzz" those of the fuzzers. Says nothing when there is nothing to do.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev)
 if [ "${1:-}" = ci ]; then
     packages+=(qtbase5-dev clang-format-14 codespell)
+fi
+if [ "${1:-}" = fuzz ]; then
+    packages+=(clang-14)
 fi
 
 if ! command -v dpkg-query >/dev/null; then
