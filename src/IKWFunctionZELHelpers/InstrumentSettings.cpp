@@ -1,12 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "InstrumentSettings.h"
 
-__attribute__((weak)) std::optional<KW_ZEL_DMM_ADC_RATE> NInstrumentSettings::DmmAdcRate()
+#include "PgMeter.h"
+#include "PgZEL.h"
+
+std::optional<KW_ZEL_DMM_ADC_RATE> NInstrumentSettings::DmmAdcRate()
 {
-    return kFreshDmmAdcRate;
+    if (const auto root = KW_PeekZELRoot())
+    {
+        return root->GetPgMeter()->GetPrAdcRate()->Get();
+    }
+    return std::nullopt;
 }
 
-__attribute__((weak)) std::optional<KW_UNIT> NInstrumentSettings::TemperatureUnit()
+std::optional<KW_UNIT> NInstrumentSettings::TemperatureUnit()
 {
-    return kFreshTemperatureUnit;
+    if (const auto root = KW_PeekZELRoot())
+    {
+        return root->GetPgMeter()->GetPrTemperatureUnit()->Get();
+    }
+    return std::nullopt;
 }
