@@ -7,7 +7,8 @@
 
 namespace
 {
-std::mutex s_rootMutex;
+// Recursive: while the tree is being built, its rules may call helpers that peek at the root.
+std::recursive_mutex s_rootMutex;
 // The library itself keeps no tree alive: when the last client lets the root go, it is gone.
 std::weak_ptr<CPgZEL> s_root;
 
@@ -26,7 +27,7 @@ std::shared_ptr<CPgZEL> BuildRoot()
 
 std::shared_ptr<CPgZEL> KW_PeekZELRoot()
 {
-    const std::lock_guard<std::mutex> lock(s_rootMutex);
+    const std::lock_guard<std::recursive_mutex> lock(s_rootMutex);
     return s_root.lock();
 }
 
@@ -38,7 +39,7 @@ std::shared_ptr<IKWFunctionZEL> GetZELRoot()
     }
     // The tree's lock comes first: a rule that holds it may peek at the root meanwhile.
     const CLockGuard treeLock;
-    const std::lock_guard<std::mutex> lock(s_rootMutex);
+    const std::lock_guard<std::recursive_mutex> lock(s_rootMutex);
     if (const auto root = s_root.lock())
     {
         return root->GetFIMPointer();
