@@ -5,6 +5,7 @@
 #include "DbPgRoot.h"
 #include "DbSettings.h"
 #include "DbStepping.h"
+#include "DbValueList.h"
 #include "KWEnumerations.h"
 #include "LockManager.h"
 #include "MatConstants.h"
@@ -54,25 +55,6 @@ T CDbPropNum<T>::PlainZero(T value)
 }
 
 template <typename T>
-bool CDbPropNum<T>::IsListEntry(const QVariant& entry, T& number)
-{
-    bool isNumber = false;
-    if constexpr (std::is_same_v<T, double>)
-    {
-        number = entry.toDouble(&isNumber);
-    }
-    else if constexpr (std::is_signed_v<T>)
-    {
-        number = static_cast<T>(entry.toLongLong(&isNumber));
-    }
-    else
-    {
-        number = static_cast<T>(entry.toULongLong(&isNumber));
-    }
-    return isNumber && IsNumber(number);
-}
-
-template <typename T>
 void CDbPropNum<T>::DbSetDefault(T value)
 {
     m_default = std::clamp(value, m_declaredMin, m_declaredMax);
@@ -95,61 +77,6 @@ void CDbPropNum<T>::DeclareStep(T step)
 {
     m_stepDefault = step;
     m_step.store(step, std::memory_order_release);
-}
-
-template <typename T>
-int CDbPropNum<T>::FindInList(T value) const
-{
-    const QVariantList& list = GetValueList();
-    for (int i = 0; i < list.size(); ++i)
-    {
-        T entry{};
-        const bool same = IsListEntry(list[i], entry) &&
-                          (entry == value || CMatConstants::AreEqual(static_cast<double>(entry),
-                                                                     static_cast<double>(value)));
-        if (same)
-        {
-            return i;
-        }
-    }
-    return -1;
-}
-
-template <typename T>
-bool CDbPropNum<T>::HasListEntryWithin(T min, T max) const
-{
-    const QVariantList& list = GetValueList();
-    return list.isEmpty() ||
-           std::any_of(list.begin(), list.end(),
-                       [min, max](const QVariant& item)
-                       {
-                           T entry{};
-                           return IsListEntry(item, entry) && entry >= min && entry <= max;
-                       });
-}
-
-template <typename T>
-T CDbPropNum<T>::NearestInList(T value) const
-{
-    const T min = GetMin();
-    const T max = GetMax();
-    T nearest = std::clamp(value, min, max);
-    double distance = std::numeric_limits<double>::infinity();
-    for (const QVariant& item : GetValueList())
-    {
-        T entry{};
-        if (!IsListEntry(item, entry) || entry < min || entry > max)
-        {
-            continue;
-        }
-        const double d = std::fabs(static_cast<double>(entry) - static_cast<double>(value));
-        if (d < distance)
-        {
-            distance = d;
-            nearest = entry;
-        }
-    }
-    return nearest;
 }
 
 template <typename T>
@@ -177,8 +104,9 @@ T CDbPropNum<T>::RoundToResolution(T value) const
 template <typename T>
 T CDbPropNum<T>::GetNearestLegal(T value) const
 {
-    return GetValueList().isEmpty() ? std::clamp(RoundToResolution(value), GetMin(), GetMax())
-                                    : NearestInList(value);
+    return GetValueList().isEmpty()
+               ? std::clamp(RoundToResolution(value), GetMin(), GetMax())
+               : NValueList::Nearest(GetValueList(), value, GetMin(), GetMax());
 }
 
 /** Values that lie beside a limit by rounding alone count as the limit. */
@@ -222,12 +150,12 @@ KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
     T legal = number;
     if (!GetValueList().isEmpty())
     {
-        const int index = FindInList(number);
+        const int index = NValueList::Find(GetValueList(), number);
         if (index < 0)
         {
             return eKW_ACC_NOT_IN_VALUE_LIST;
         }
-        IsListEntry(GetValueList()[index], legal);
+        NValueList::ReadEntry(GetValueList()[index], legal);
     }
     else if (kind != eWRITEKIND::Auto)
     {
@@ -322,7 +250,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
     {
         return eKW_ACC_OUTSIDE_DECLARED;
     }
-    if (!HasListEntryWithin(min, max))
+    if (!NValueList::HasEntryWithin(GetValueList(), min, max))
     {
         return eKW_ACC_NOT_IN_VALUE_LIST;
     }
@@ -343,8 +271,9 @@ template <typename T>
 void CDbPropNum<T>::FollowLimits()
 {
     const T wish = GetUserValue();
-    const T target =
-        GetValueList().isEmpty() ? std::clamp(wish, GetMin(), GetMax()) : NearestInList(wish);
+    const T target = GetValueList().isEmpty()
+                         ? std::clamp(wish, GetMin(), GetMax())
+                         : NValueList::Nearest(GetValueList(), wish, GetMin(), GetMax());
     if (target != Get())
     {
         const KW_VALIDITY validity = GetValidity();
@@ -436,18 +365,20 @@ KW_ACCEPTANCE CDbPropNum<T>::StepOver(T next, bool up, bool overflow)
     const T max = GetMax();
     T inside = next;
     const bool beyond = overflow || ValidateRange(inside, min, max) > eKW_ACC_WARNING;
-    if (!beyond)
-    {
-        return Set(inside);
-    }
+    return beyond ? StepPastEnd(up, up ? min : max, up ? max : min) : Set(inside);
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::StepPastEnd(bool up, T wrapped, T end)
+{
     switch (GetStepBehaviour())
     {
     case eSTEP_BEHAVIOUR_WRAP:
-        return Set(up ? min : max);
+        return Set(wrapped);
     case eSTEP_BEHAVIOUR_REFUSE:
         return up ? eKW_ACC_ABOVE_MAXIMUM : eKW_ACC_BELOW_MINIMUM;
     default:
-        return std::max<KW_ACCEPTANCE>(Set(up ? max : min), eKW_ACC_WARNING);
+        return std::max<KW_ACCEPTANCE>(Set(end), eKW_ACC_WARNING);
     }
 }
 
@@ -458,7 +389,7 @@ KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
     for (const QVariant& item : GetValueList())
     {
         T entry{};
-        if (IsListEntry(item, entry) && entry >= GetMin() && entry <= GetMax())
+        if (NValueList::ReadEntry(item, entry) && entry >= GetMin() && entry <= GetMax())
         {
             entries.push_back(entry);
         }
@@ -470,20 +401,12 @@ KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
     }
     const INT64 count = static_cast<INT64>(entries.size());
     const INT64 wanted = (present - entries.begin()) + INT64{steps};
-    const INT64 end = steps > 0 ? count - 1 : 0;
     if (wanted >= 0 && wanted < count)
     {
         return Set(entries[wanted]);
     }
-    switch (GetStepBehaviour())
-    {
-    case eSTEP_BEHAVIOUR_WRAP:
-        return Set(entries[((wanted % count) + count) % count]);
-    case eSTEP_BEHAVIOUR_REFUSE:
-        return steps > 0 ? eKW_ACC_ABOVE_MAXIMUM : eKW_ACC_BELOW_MINIMUM;
-    default:
-        return std::max<KW_ACCEPTANCE>(Set(entries[end]), eKW_ACC_WARNING);
-    }
+    return StepPastEnd(steps > 0, entries[((wanted % count) + count) % count],
+                       entries[steps > 0 ? count - 1 : 0]);
 }
 
 template <typename T>
@@ -565,7 +488,7 @@ template <typename T>
 QString CDbPropNum<T>::ToText(const QVariant& entry) const
 {
     T number{};
-    return IsListEntry(entry, number) ? KW_NumberToText(number) : entry.toString();
+    return NValueList::ReadEntry(entry, number) ? KW_NumberToText(number) : entry.toString();
 }
 
 template <typename T>

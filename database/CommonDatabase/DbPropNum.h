@@ -155,14 +155,13 @@ private:
     static CDbValue Carry(T value) { return CDbValue(static_cast<t_Carrier>(value)); }
     static bool IsNumber(T value);
     static T PlainZero(T value);
-    static bool IsListEntry(const QVariant& entry, T& number);
-    int FindInList(T value) const;
-    bool HasListEntryWithin(T min, T max) const;
-    T NearestInList(T value) const;
     T RoundToResolution(T value) const;
     KW_ACCEPTANCE ValidateRange(T& value, T min, T max) const;
     void FollowLimits();
     KW_ACCEPTANCE StepOver(T next, bool up, bool overflow);
+    /** What the step behaviour says: `wrapped` at the other end, a refusal, or `end` with code 1.
+     */
+    KW_ACCEPTANCE StepPastEnd(bool up, T wrapped, T end);
     KW_ACCEPTANCE StepInList(INT32 steps);
     bool FindStep(INT32 steps, T& next, bool& overflow) const;
 
