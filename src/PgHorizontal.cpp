@@ -11,6 +11,7 @@
 #include "PgDDC.h"
 #include "PgSampleCounter.h"
 #include "PgZEL.h"
+#include "RuleDispatch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,17 +20,18 @@ using NHorizontalHardware::kDivisions;
 using t_Helper = CZELDatabaseHelperHorizontal;
 using t_Common = CZELDatabaseHelperCommon;
 
-/** A row of the dispatch: what runs when one of these properties was set. */
-struct CPgHorizontal::t_Row
+namespace
 {
-    std::initializer_list<const CDbPropBase*> properties;
-    std::initializer_list<t_Step> steps;
-};
+KW_ONOFF OnOff(bool on)
+{
+    return on ? eKW_ONOFF_ON : eKW_ONOFF_OFF;
+}
+} // namespace
 
 KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
 {
     using H = CPgHorizontal;
-    const t_Row rows[] = {
+    const NRules::t_DispatchRow<CPgHorizontal> rows[] = {
         {{m_pScaleGUI}, {&H::SetScaleFromGui, &H::RunRecalculationChain}},
         {{m_pAcquisitionTime}, {&H::CalculateHorizontalScale, &H::RunRecalculationChain}},
         {{m_pReferencePoint},
@@ -53,18 +55,7 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
         // At once, and not as a dependant: whoever depends on the mode must see the final one.
         UpdateZELMode();
     }
-    for (const t_Row& row : rows)
-    {
-        if (std::find(row.properties.begin(), row.properties.end(), property) ==
-            row.properties.end())
-        {
-            continue;
-        }
-        for (const t_Step step : row.steps)
-        {
-            (this->*step)();
-        }
-    }
+    NRules::Dispatch(*this, rows, property);
     UpdateClosing();
     IncChangeCounter();
     // A signal-processing mode that the timebase does not allow was taken back by the chain.
@@ -330,46 +321,39 @@ void CPgHorizontal::CalculateBasicHorizontalSettingsAnalogAndDigitalSlowOrRollMo
     CalculateDependentHorizontalSettingsDigital(digital);
 }
 
-void CPgHorizontal::CalculateDependentHorizontalSettingsAnalog(const t_Record& record)
+CPgHorizontal::t_Trace CPgHorizontal::TraceOf(const t_Record& record) const
 {
-    UINT32 recordLength = 0;
-    UINT32 traceLength = 0;
-    double interpolation = 1.0;
-    bool inHardware = false;
-    double resolution = 0.0;
+    t_Trace trace{};
     // The fast mode, when it is forced, interpolates in hardware whatever the record's length.
     t_Helper::CalculateDependentHorizontalSettings(
         record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
-        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, recordLength, traceLength,
-        interpolation, inHardware, resolution);
+        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, trace.recordLength,
+        trace.length, trace.interpolation, trace.isInterpolatedInHardware, trace.resolution);
+    return trace;
+}
+
+void CPgHorizontal::CalculateDependentHorizontalSettingsAnalog(const t_Record& record)
+{
+    const t_Trace trace = TraceOf(record);
     KW_CHECKED(m_pDecimationFactor->DbSet(record.decimation));
     KW_CHECKED(m_pDecimationFactorAnalogEffective->DbSet(
         t_Helper::CalculateDecimationFactorEffective(m_pZELMode->Get(), record.decimation)));
-    KW_CHECKED(m_pRecordLength->DbSet(recordLength));
-    KW_CHECKED(m_pPPLengthWithoutSettlingSamples->DbSet(traceLength));
-    KW_CHECKED(m_pInterpolationFactor->DbSet(interpolation));
-    KW_CHECKED(m_pTOADoneInHWInterpolation->DbSet(inHardware ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
-    KW_CHECKED(m_pResolutionPP->DbSet(resolution));
+    KW_CHECKED(m_pRecordLength->DbSet(trace.recordLength));
+    KW_CHECKED(m_pPPLengthWithoutSettlingSamples->DbSet(trace.length));
+    KW_CHECKED(m_pInterpolationFactor->DbSet(trace.interpolation));
+    KW_CHECKED(m_pTOADoneInHWInterpolation->DbSet(OnOff(trace.isInterpolatedInHardware)));
+    KW_CHECKED(m_pResolutionPP->DbSet(trace.resolution));
 }
 
 void CPgHorizontal::CalculateDependentHorizontalSettingsDigital(const t_Record& record)
 {
-    UINT32 recordLength = 0;
-    UINT32 traceLength = 0;
-    double interpolation = 1.0;
-    bool inHardware = false;
-    double resolution = 0.0;
-    t_Helper::CalculateDependentHorizontalSettings(
-        record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
-        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, recordLength, traceLength,
-        interpolation, inHardware, resolution);
+    const t_Trace trace = TraceOf(record);
     KW_CHECKED(m_pDecimationFactorDigital->DbSet(record.decimation));
-    KW_CHECKED(m_pRecordLengthDigital->DbSet(recordLength));
-    KW_CHECKED(m_pPPLengthWithoutSettlingSamplesDigital->DbSet(traceLength));
-    KW_CHECKED(m_pInterpolationFactorDigital->DbSet(interpolation));
-    KW_CHECKED(
-        m_pTOADoneInHWInterpolationDigital->DbSet(inHardware ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
-    KW_CHECKED(m_pResolutionPPDigital->DbSet(resolution));
+    KW_CHECKED(m_pRecordLengthDigital->DbSet(trace.recordLength));
+    KW_CHECKED(m_pPPLengthWithoutSettlingSamplesDigital->DbSet(trace.length));
+    KW_CHECKED(m_pInterpolationFactorDigital->DbSet(trace.interpolation));
+    KW_CHECKED(m_pTOADoneInHWInterpolationDigital->DbSet(OnOff(trace.isInterpolatedInHardware)));
+    KW_CHECKED(m_pResolutionPPDigital->DbSet(trace.resolution));
 }
 
 void CPgHorizontal::SetSettlingSamples(UINT32 preAnalog, UINT32 postAnalog, UINT32 preDigital,

@@ -52,15 +52,24 @@ protected:
     virtual void UpdateClosing();
 
 private:
-    using t_Step = void (CPgHorizontal::*)();
-    struct t_Row;
-
     /** A path's record before interpolation. */
     struct t_Record
     {
         UINT32 decimation;
         double length;
     };
+
+    /** What becomes of it on the screen. */
+    struct t_Trace
+    {
+        UINT32 recordLength;
+        UINT32 length; ///< points, settling samples not counted
+        double interpolation;
+        bool isInterpolatedInHardware;
+        double resolution; ///< seconds per point
+    };
+
+    t_Trace TraceOf(const t_Record& record) const;
 
     void CalculateBasicHorizontalSettingsAnalog();
     void CalculateBasicHorizontalSettingsDigital();

@@ -11,20 +11,14 @@
 #include "PgVertical.h"
 #include "PgZEL.h"
 #include "PgaChannel.h"
+#include "RuleDispatch.h"
 
 #include <algorithm>
-
-/** A row of the dispatch: what runs when one of these properties was set. */
-struct CPgSpectrum::t_Row
-{
-    std::initializer_list<const CDbPropBase*> properties;
-    std::initializer_list<t_Step> steps;
-};
 
 KW_ACCEPTANCE CPgSpectrum::OnPropertySet(const CDbPropBase* property)
 {
     using S = CPgSpectrum;
-    const t_Row rows[] = {
+    const NRules::t_DispatchRow<CPgSpectrum> rows[] = {
         {{m_pHorizontalStart}, {&S::OnStart, &S::UpdateBandwidth}},
         {{m_pHorizontalStop}, {&S::OnStop, &S::UpdateBandwidth}},
         {{m_pHorizontalSpan}, {&S::OnSpan, &S::UpdateBandwidth}},
@@ -40,18 +34,7 @@ KW_ACCEPTANCE CPgSpectrum::OnPropertySet(const CDbPropBase* property)
          {&S::UpdateMagnitudeAxis}},
     };
     const CDbValue wanted = property->GetValue();
-    for (const t_Row& row : rows)
-    {
-        if (std::find(row.properties.begin(), row.properties.end(), property) ==
-            row.properties.end())
-        {
-            continue;
-        }
-        for (const t_Step step : row.steps)
-        {
-            (this->*step)();
-        }
-    }
+    NRules::Dispatch(*this, rows, property);
     KW_ACCEPTANCE code = property->GetValue() == wanted ? eKW_ACC_OK : eKW_ACC_WARNING;
     if (!IsAnalysis() && (property == m_pHorizontalCenter || property == m_pHorizontalSpan))
     {

@@ -79,7 +79,6 @@ public:
 
 private:
     using t_Step = void (CPgSpectrum::*)();
-    struct t_Row;
 
     // Frequency axis, in PgSpectrumAxis.cpp.
     CSpectrumAxis AxisRules() const;
