@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "LockManager.h"
+
+#include "KWErrorReport.h"
+
+#include <QStringList>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+TEST(LockManager, SecondThreadGetsInOrTheFirstLocksItselfOut)
+{
+    constexpr int kRounds = 2000;
+    int unguarded = 0;
+    std::atomic<int> inside{0};
+    std::atomic<int> wrong{0};
+    const auto work = [&]
+    {
+        for (int i = 0; i < kRounds; ++i)
+        {
+            const CLockGuard outer(i % 2 == 0 ? eACCESS_READ : eACCESS_WRITE);
+            const CLockGuard inner;
+            wrong += ++inside != 1;
+            ++unguarded;
+            --inside;
+        }
+    };
+    std::thread other(work);
+    work();
+    other.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(unguarded, 2 * kRounds);
+}
+
+#ifdef KWI_CHECK_LOCK_ORDER
+namespace
+{
+class LockOrder : public testing::Test
+{
+protected:
+    LockOrder()
+        : m_previous(KW_SetErrorHandler([this](const KW_ErrorReport& report)
+                                        { m_messages.append(report.message); }))
+    {
+    }
+    ~LockOrder() override { KW_SetErrorHandler(m_previous); }
+
+    QStringList m_messages;
+
+private:
+    KW_ErrorHandler m_previous;
+};
+} // namespace
+
+TEST_F(LockOrder, LockGivenBackOutOfOrderIsNotNamed)
+{
+    CLockManager& locks = CLockManager::instance();
+    locks.Lock(eCS_TREE, eACCESS_READ, "a.cpp", 1);
+    locks.Lock(eCS_TREE, eACCESS_WRITE, "b.cpp", 2);
+    locks.Unlock(eCS_TREE, eACCESS_READ, "a.cpp", 1);
+    locks.Unlock(eCS_TREE, eACCESS_WRITE, "b.cpp", 2);
+    EXPECT_EQ(m_messages,
+              (QStringList{
+                  QStringLiteral("Lock not given back in order: held section 0, access 1, taken at "
+                                 "b.cpp:2; given back section 0, access 0, taken at a.cpp:1"),
+                  QStringLiteral("Lock not given back in order: held section 0, access 0, taken at "
+                                 "a.cpp:1; given back section 0, access 1, taken at b.cpp:2")}));
+    std::thread([] { const CLockGuard free; }).join();
+}
+
+TEST_F(LockOrder, UnlockWithoutALockReleasesAnotherThreadsOne)
+{
+    CLockManager::instance().Unlock(eCS_TREE, eACCESS_WRITE, "c.cpp", 3);
+    EXPECT_EQ(m_messages, QStringList{QStringLiteral("Unlock without a lock: section 0, access 1, "
+                                                     "taken at c.cpp:3")});
+}
+#endif
