@@ -219,9 +219,10 @@ public:
 
     /** Executor's side: announces or withdraws an executor. */
     virtual void AttachExecutor(bool attached) = 0;
-    /** Executor's side: takes the pending event (none when there is none). */
+    /** Executor's side: takes the pending event (none when there is none). What Complete ends is
+        every request up to this one. */
     virtual KW_OP_EVENT TakeEvent() = 0;
-    /** Executor's side: ends the running operation. */
+    /** Executor's side: ends the operation whose event was taken. */
     virtual void Complete(KW_OP_RESULT result) = 0;
     virtual KW_OP_RESULT GetResult() const = 0;
     virtual std::shared_ptr<IDbAction> GetDbObject() const = 0;

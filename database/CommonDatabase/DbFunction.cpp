@@ -156,14 +156,16 @@ void CDbOperation::AttachExecutor(bool attached)
 KW_OP_EVENT CDbOperation::TakeEvent()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    m_taken = m_request;
     return std::exchange(m_event, eKW_OP_EVENT_NONE);
 }
 
 void CDbOperation::Complete(KW_OP_RESULT result)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    // An end that comes after the timeout must not pass for that of a later request.
     m_result = result;
-    m_finished = m_request;
+    m_finished = m_taken;
     m_completed.notify_all();
 }
 

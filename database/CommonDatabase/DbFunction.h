@@ -65,6 +65,7 @@ private:
     KW_OP_EVENT m_event = eKW_OP_EVENT_NONE;
     KW_OP_RESULT m_result = eKW_OP_RESULT_NONE;
     UINT64 m_request = 0;
+    UINT64 m_taken = 0; ///< request that the executor works on
     UINT64 m_finished = 0;
     bool m_hasExecutor = false;
     std::unique_ptr<IKWOperation> m_operationFim;

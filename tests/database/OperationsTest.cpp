@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "FixtureTree.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace
+{
+class Operations : public testing::Test
+{
+protected:
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CDbOperation& m_operation = *m_root->m_pFirst->m_pOperation;
+
+    /** Takes events until one comes. */
+    KW_OP_EVENT WaitForEvent()
+    {
+        KW_OP_EVENT event = eKW_OP_EVENT_NONE;
+        while (event == eKW_OP_EVENT_NONE)
+        {
+            event = m_operation.TakeEvent();
+            std::this_thread::yield();
+        }
+        return event;
+    }
+};
+} // namespace
+
+TEST_F(Operations, WithoutExecutorWaitsOrFails)
+{
+    EXPECT_EQ(m_operation.Set(), eKW_ACC_OK);
+    EXPECT_EQ(m_operation.GetResult(), eKW_OP_RESULT_SUCCESS);
+    EXPECT_EQ(
+        m_operation.ExternalSetEventAndWaitForCompletion(eKW_OP_EVENT_ABORT, eKW_OP_RESULT_ABORTED),
+        eKW_ACC_OK);
+    EXPECT_EQ(m_operation.TakeEvent(), eKW_OP_EVENT_NONE) << "nobody is there to take it";
+    EXPECT_EQ(m_operation.GetRunCount(), 2U);
+}
+
+struct t_EndCase
+{
+    const char* name;
+    KW_OP_RESULT result;
+    KW_ACCEPTANCE code;
+};
+
+class OperationEnds : public Operations, public testing::WithParamInterface<t_EndCase>
+{
+};
+
+TEST_P(OperationEnds, WithAnotherCodeOrInsideTheTreesLock)
+{
+    m_operation.AttachExecutor(true);
+    std::thread executor(
+        [&]
+        {
+            EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
+            // The executor may use the tree while the requester waits.
+            EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(4.0), eKW_ACC_OK);
+            m_operation.Complete(GetParam().result);
+        });
+    EXPECT_EQ(m_operation.Set(), GetParam().code);
+    executor.join();
+    EXPECT_EQ(m_operation.GetResult(), GetParam().result);
+    EXPECT_EQ(m_root->m_pFirst->m_pResult->Get(), 4.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Results, OperationEnds,
+    testing::Values(t_EndCase{"Success", eKW_OP_RESULT_SUCCESS, eKW_ACC_OK},
+                    t_EndCase{"Failure", eKW_OP_RESULT_FAILURE, eKW_ACC_OPERATION_FAILED},
+                    t_EndCase{"Aborted", eKW_OP_RESULT_ABORTED, eKW_ACC_OPERATION_FAILED}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
+{
+    m_operation.AttachExecutor(true);
+    ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
+    std::thread first([&] { EXPECT_EQ(m_operation.Set(), eKW_ACC_TIMEOUT); });
+    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
+    first.join();
+    ASSERT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs), eKW_ACC_OK);
+    std::atomic<bool> ended{false};
+    std::thread second(
+        [&]
+        {
+            EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED);
+            ended = true;
+        });
+    while (m_operation.GetRunCount() < 2)
+    {
+        std::this_thread::yield();
+    }
+    m_operation.Complete(eKW_OP_RESULT_SUCCESS);
+    EXPECT_FALSE(ended) << "that was the first";
+    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
+    m_operation.Complete(eKW_OP_RESULT_FAILURE);
+    second.join();
+}
+
+TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGone)
+{
+    m_operation.AttachExecutor(true);
+    std::thread executor(
+        [&]
+        {
+            WaitForEvent();
+            m_operation.AttachExecutor(false);
+        });
+    EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED);
+    executor.join();
+    EXPECT_EQ(m_operation.Set(), eKW_ACC_OK) << "nobody is attached any more";
+}
+
+TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
+{
+    EXPECT_EQ(m_operation.SetTimeout(0), eKW_ACC_BELOW_MINIMUM);
+    EXPECT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs + 1), eKW_ACC_ABOVE_MAXIMUM);
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(m_operation.Set(), eKW_ACC_NO_WRITE_ACCESS);
+    EXPECT_EQ(m_root->m_pFirst->m_pAction->Set(), eKW_ACC_NO_WRITE_ACCESS);
+    m_root->SetControlMode(eCONTROL_LOCAL);
+    EXPECT_EQ(m_operation.GetRunCount(), 0U) << "refused requests do not count";
+    const auto operation = m_operation.GetFIMPointer();
+    const auto action = m_root->m_pFirst->m_pAction->GetFIMPointer();
+    m_root.reset();
+    EXPECT_EQ(operation->Set(), eKW_ACC_DETACHED);
+    EXPECT_EQ(action->Set(), eKW_ACC_DETACHED);
+}
+
+TEST_F(Operations, ActionIsNoStepForUndoOrCountsElsewhere)
+{
+    CPgFixture& group = *m_root->m_pFirst;
+    ASSERT_EQ(group.m_pInt32->Set(5), eKW_ACC_OK);
+    long long counter = 0;
+    m_root->HasChanged(counter);
+    ASSERT_EQ(group.m_pAction->ExternalApply(), eKW_ACC_OK);
+    EXPECT_EQ(group.m_pInt32->Get(), 0);
+    EXPECT_TRUE(m_root->HasChanged(counter));
+    EXPECT_EQ(group.m_pAction->GetRunCount(), 1U);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(group.m_pInt32->Get(), 5);
+}
