@@ -8,6 +8,7 @@
 #include "KWEnumerations.h"
 #include "KWMath.h"
 
+#include <initializer_list>
 #include <optional>
 
 class CPgZEL;
@@ -87,6 +88,16 @@ void WriteResult(CDbPropNumDouble& result, double value);
 
 /** Sets the results of a group invalid, those of child groups not. */
 void InvalidateResults(CDbPropertyGroup& group);
+
+/** What the present state has no use for can not be written by clients; its value is kept. */
+inline void SetAvailable(std::initializer_list<CDbPropBase*> properties, bool available)
+{
+    for (CDbPropBase* const property : properties)
+    {
+        property->SetAvailability(available ? eAVAILABILITY_AVAILABLE
+                                            : eAVAILABILITY_NOT_AVAILABLE);
+    }
+}
 
 // Channels ---------------------------------------------------------------------------------------
 

@@ -37,8 +37,9 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
     }
     if (IsDigitalChannel(channel))
     {
-        return IsOn(
-            QStringLiteral("Logic/LogicChannel[%1]/Enabled").arg(channel - eKW_ZEL_CHANNEL_D0));
+        return IsOn(QStringLiteral("Logic/Enabled")) &&
+               IsOn(QStringLiteral("Logic/LogicChannel[%1]/Enabled")
+                        .arg(channel - eKW_ZEL_CHANNEL_D0));
     }
     switch (channel)
     {
