@@ -106,7 +106,14 @@ KW_ACCEPTANCE CDbOperation::ExternalSetEventAndWaitForCompletion(KW_OP_EVENT eve
         {
             return access;
         }
+        const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
         CountRun();
+        const KW_ACCEPTANCE code =
+            event == eKW_OP_EVENT_START ? GetParent()->OnFunction(this) : eKW_ACC_OK;
+        if (code > eKW_ACC_WARNING)
+        {
+            return code;
+        }
     }
     std::unique_lock<std::mutex> lock(m_mutex);
     const UINT64 request = ++m_request;

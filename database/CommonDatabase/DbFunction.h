@@ -37,7 +37,8 @@ private:
 
 /**
  * An action that another layer carries out: events go to an executor, which reports the end.
- * Without an executor a started operation succeeds at once. The operation has its own lock, so
+ * Without an executor a started operation succeeds at once. Before an executor sees the request to
+ * start, the group's OnFunction runs and may refuse it. The operation has its own lock, so
  * that an executor can complete it while the requester waits inside a bracket of the tree.
  */
 class CDbOperation : public CDbFunction
