@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "PgLINBusSettings.h"
+
+#include "BusRules.h"
+
+KW_ACCEPTANCE CPgLINBusSettings::OnPropertySet(const CDbPropBase* property)
+{
+    return std::max(NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, property),
+                    CPgLINBusSettingsBase::OnPropertySet(property));
+}
+
+void CPgLINBusSettings::UpdateGroup()
+{
+    NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate);
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PgLINBusSettingsBase.h"
+
+/** LIN decoder: the bit rate follows its usual values. */
+class CPgLINBusSettings : public CPgLINBusSettingsBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+};
