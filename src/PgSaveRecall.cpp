@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "PgSaveRecall.h"
+
+#include "CheckedAccess.h"
+#include "PgDiagrams.h"
+#include "PgZEL.h"
+#include "PgaSaveRecallSlot.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+KW_ACCEPTANCE CPgSaveRecall::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pSaveToSlot)
+    {
+        return SaveToSlot();
+    }
+    if (function == m_pRecallFromSlot)
+    {
+        return RecallFromSlot();
+    }
+    if (function == m_pClearSlot)
+    {
+        return ClearSlot();
+    }
+    if (function == m_pSaveToFile)
+    {
+        return SaveTo(UserFile());
+    }
+    return function == m_pRecallFromFile ? RecallFrom(UserFile())
+                                         : CPgSaveRecallBase::OnFunction(function);
+}
+
+CPgSaveRecallSlot* CPgSaveRecall::SelectedSlot() const
+{
+    return m_pSaveRecallSlot->ItemDirect(m_pSelectedSlot->GetAsInt());
+}
+
+QString CPgSaveRecall::SlotFile() const
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    return QDir(root->GetSettingsFolder())
+        .filePath(m_pSelectedSlot->GetText() + QLatin1String(".xml"));
+}
+
+QString CPgSaveRecall::UserFile() const
+{
+    const QString name = m_pFile->GetFullPath();
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    return name.isEmpty() ? name : QDir(root->GetSettingsFolder()).filePath(name);
+}
+
+KW_ACCEPTANCE CPgSaveRecall::SaveToSlot()
+{
+    const CPgSaveRecallSlot* const slot = SelectedSlot();
+    if (slot->GetPrProtected()->Get() == eKW_ONOFF_ON)
+    {
+        return eKW_ACC_READ_ONLY;
+    }
+    const KW_ACCEPTANCE code = SaveTo(SlotFile());
+    if (code <= eKW_ACC_WARNING)
+    {
+        KW_CHECKED(slot->GetPrUsed()->DbSet(eKW_ONOFF_ON));
+        KW_CHECKED(slot->GetPrSavedAt()->DbSet(QDateTime::currentSecsSinceEpoch()));
+    }
+    return code;
+}
+
+KW_ACCEPTANCE CPgSaveRecall::RecallFromSlot()
+{
+    const bool isUsed = SelectedSlot()->GetPrUsed()->Get() == eKW_ONOFF_ON;
+    return isUsed ? RecallFrom(SlotFile()) : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
+}
+
+KW_ACCEPTANCE CPgSaveRecall::ClearSlot()
+{
+    const CPgSaveRecallSlot* const slot = SelectedSlot();
+    if (slot->GetPrProtected()->Get() == eKW_ONOFF_ON)
+    {
+        return eKW_ACC_READ_ONLY;
+    }
+    if (QFile::exists(SlotFile()) && !QFile::remove(SlotFile()))
+    {
+        return eKW_ACC_FILE_NOT_WRITABLE;
+    }
+    KW_CHECKED(slot->GetPrUsed()->DbSet(eKW_ONOFF_OFF));
+    KW_CHECKED(slot->GetPrSavedAt()->DbSet(0));
+    KW_CHECKED(slot->GetPrName()->DbSet(QStringLiteral("")));
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CPgSaveRecall::SaveTo(const QString& fileName) const
+{
+    if (fileName.isEmpty())
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    QDir().mkpath(QFileInfo(fileName).absolutePath());
+    return CPgZEL::Of(*this)->SaveToFile(fileName, eSAVERECALL_SETTINGS);
+}
+
+// Only the file is applied: the action runs under the tree's lock, which the acquisition may need
+// before it can stop.
+KW_ACCEPTANCE CPgSaveRecall::RecallFrom(const QString& fileName)
+{
+    if (fileName.isEmpty())
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    return m_pRecallScreen->Get() == eKW_ONOFF_ON
+               ? CPgZEL::Of(*this)->ApplyFile(fileName, eSAVERECALL_SETTINGS)
+               : RecallBelowScreen(fileName);
+}
+
+/** All but the diagrams, which become again what they were. */
+KW_ACCEPTANCE CPgSaveRecall::RecallBelowScreen(const QString& fileName)
+{
+    CPgZEL* const root = CPgZEL::Of(*this);
+    QList<QString> screen;
+    root->GetPgDiagrams()->SerializeCSV(screen, eSAVERECALL_SETTINGS);
+    const KW_ACCEPTANCE code = root->ApplyFile(fileName, eSAVERECALL_SETTINGS);
+    if (code <= eKW_ACC_WARNING)
+    {
+        QListIterator<QString> fields(screen);
+        root->GetPgDiagrams()->DeSerializeCSV(fields);
+        root->UpdateAllMeasSettings();
+    }
+    return code;
+}
