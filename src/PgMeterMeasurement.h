@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PgMeterMeasurementBase.h"
+
+#include <optional>
+
+/** One reading of a channel. Without a reading (status "no reading") its results are invalid. */
+class CPgMeterMeasurement : public CPgMeterMeasurementBase
+{
+public:
+    using CPgMeterMeasurementBase::CPgMeterMeasurementBase;
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void OnPropertyDbSet(const CDbPropBase* property) override;
+
+    /** Unit of the multimeter's function, or of this reading's quantity at the input (volt or
+        ampere). A reading in another unit is dropped. */
+    void Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction);
+    void DropReadings();
+    void ResetStatistics();
+
+private:
+    KW_UNIT UnitOfQuantity(KW_UNIT atInput) const;
+    /** Answers whether the unit is another one now. */
+    bool WriteUnit(KW_UNIT unit);
+};

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "PgMeterSourceChannel.h"
+
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "PgCounter.h"
+#include "PgMeter.h"
+#include "RuleHelpers.h"
+
+KW_ACCEPTANCE CPgMeterSourceChannel::OnPropertySet(const CDbPropBase* property)
+{
+    if (property == m_pRange)
+    {
+        KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
+        UpdateGroup();
+        if (CPgMeter* const meter = NRules::Above<CPgMeter>(*this))
+        {
+            meter->UpdateGroup();
+        }
+        if (CPgCounter* const counter = NRules::Above<CPgCounter>(*this))
+        {
+            counter->UpdateGroup();
+        }
+    }
+    return CPgMeterSourceChannelBase::OnPropertySet(property);
+}
+
+void CPgMeterSourceChannel::UpdateGroup()
+{
+    KW_CHECKED(m_pScale->DbSet(
+        CZELDatabaseHelperCommon::ConvertMeterRange2VerticalScale(m_pRange->Get())));
+}
+
+void CPgMeterSourceChannel::OnTreeCreated()
+{
+    CPgMeterSourceChannelBase::OnTreeCreated();
+    // Choosing the range that the automatic has found means to keep it.
+    m_pRange->SetForceDependencies(true);
+}
