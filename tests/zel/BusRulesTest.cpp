@@ -373,7 +373,7 @@ TEST_P(BusRule, IsBroken)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BusRule, testing::ValuesIn(Cases()),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(BusRules, MarkedFrameDoesNotFollow)
 {

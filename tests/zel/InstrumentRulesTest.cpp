@@ -194,7 +194,7 @@ TEST_P(InstrumentRule, IsBroken)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, InstrumentRule, testing::ValuesIn(Cases()),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(InstrumentRules, SelftestKeepsOldResultsOrRunsOnAfterAbort)
 {
