@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -200,6 +201,30 @@ TEST_F(Frame, LimitLeavesTheValueBehindOrForgetsTheWish)
     EXPECT_EQ(follower.Get(), 50.0) << "limits opened: the wish comes true";
     ASSERT_EQ(follower.Set(1.0), eKW_ACC_OK);
     EXPECT_EQ(follower.GetUserValue(), 1.0);
+}
+
+TEST_F(Frame, MovedLimitsCrossOnTheirWay)
+{
+    using t_Common = CZELDatabaseHelperCommon;
+    CDbPropNum<double>& follower = *m_group.m_pFollower;
+    CDbPropNum<INT32>& count = *m_group.m_pInt32;
+    ASSERT_EQ(follower.SetMinAndMax(0.0, 1.0), eKW_ACC_OK);
+    for (const int start : {50, -60, 5})
+    {
+        EXPECT_EQ(t_Common::SetMinMax(&follower, start + 0.5, start + 9.5), eKW_ACC_OK);
+        EXPECT_EQ(t_Common::SetMinMax(&count, start, start + 9), eKW_ACC_OK);
+        EXPECT_EQ(follower.GetMin(), start + 0.5);
+        EXPECT_EQ(follower.GetMax(), start + 9.5);
+        EXPECT_EQ(follower.Get(), start < 0 ? start + 9.5 : start + 0.5) << "nearest to its wish";
+        EXPECT_EQ(count.GetMin(), start);
+        EXPECT_EQ(count.GetMax(), start + 9);
+    }
+    const CReports reports;
+    EXPECT_EQ(t_Common::SetMinMax(&count, 5, 101), eKW_ACC_OUTSIDE_DECLARED);
+    EXPECT_EQ(count.GetMax(), 14) << "refused whole";
+    EXPECT_EQ(reports.Messages(),
+              QStringLiteral("Error (%1) by database access: eAcc = pProperty->SetMax(Max)")
+                  .arg(eKW_ACC_OUTSIDE_DECLARED));
 }
 
 TEST_F(Frame, NegativeZeroIsSavedAsAnotherValue)
