@@ -3,9 +3,9 @@
 #include "DbSettings.h"
 #include "ErrorReport.h"
 #include "LockManager.h"
+#include "WholeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QXmlStreamWriter>
 
 namespace
@@ -76,14 +76,12 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern) const
 KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern pattern) const
 {
     const QByteArray text = Serialized(IsCsv(fileName), pattern);
-    QSaveFile file(fileName);
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-    if (!written)
+    QString error;
+    if (!KW_WriteWholeFile(fileName, text, error))
     {
         KW_REPORT_ERROR(
             QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")
-                .arg(fileName, file.errorString()),
+                .arg(fileName, error),
             kSource);
         return eKW_ACC_FILE_NOT_WRITABLE;
     }

@@ -3,10 +3,10 @@
 #include "DbPgRoot.h"
 #include "DbPropText.h"
 #include "LockManager.h"
+#include "WholeFile.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -97,10 +97,9 @@ KW_ACCEPTANCE CDbPropFilePath::Write(const QByteArray& contents) const
     {
         return eKW_ACC_FILE_NOT_WRITABLE;
     }
-    QSaveFile file(GetFullPath());
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit();
-    return written ? eKW_ACC_OK : eKW_ACC_FILE_NOT_WRITABLE;
+    QString error;
+    return KW_WriteWholeFile(GetFullPath(), contents, error) ? eKW_ACC_OK
+                                                             : eKW_ACC_FILE_NOT_WRITABLE;
 }
 
 std::unique_ptr<IKWPropertyBase> CDbPropFilePath::CreateFIM()
