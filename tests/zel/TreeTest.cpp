@@ -99,6 +99,10 @@ QString OtherText(IDbProperty& property)
     }
     const QString max = property.GetMaxText();
     const QString min = property.GetMinText();
+    if (!min.isEmpty() && min == max)
+    {
+        return QString();
+    }
     return !max.isEmpty() && max != present   ? max
            : !min.isEmpty() && min != present ? min
            : present == QLatin1String("1")    ? QStringLiteral("2")
