@@ -158,19 +158,18 @@ void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& u
     {
         return;
     }
-    const CPgaChannel* const channels = root->GetPgVertical()->GetPgChannel();
-    for (INT32 i = 0; i < channels->GetCount(); ++i)
-    {
-        const CPgChannel* const channel = channels->ItemDirect(i);
-        root->GetDependencies().Add(
-            owner, {channel->GetPrTop(), channel->GetPrBottom(), channel->GetPrProbeUnit()}, update,
-            name);
-    }
+    const auto channel = [root](INT32 i)
+    { return root->GetPgVertical()->GetPgChannel()->ItemDirect(i); };
     const CPgReferenceCurve* const reference = root->GetPgVertical()->GetPgReferenceCurve();
-    root->GetDependencies().Add(owner,
-                                {reference->GetPrScale(), reference->GetPrPosition(),
-                                 reference->GetPgReferenceCurveAttributes()->GetPrUnit()},
-                                update, name);
+    root->GetDependencies().Add(
+        owner,
+        {channel(0)->GetPrTop(), channel(0)->GetPrBottom(), channel(0)->GetPrProbeUnit(),
+         channel(1)->GetPrTop(), channel(1)->GetPrBottom(), channel(1)->GetPrProbeUnit(),
+         channel(2)->GetPrTop(), channel(2)->GetPrBottom(), channel(2)->GetPrProbeUnit(),
+         channel(3)->GetPrTop(), channel(3)->GetPrBottom(), channel(3)->GetPrProbeUnit(),
+         reference->GetPrScale(), reference->GetPrPosition(),
+         reference->GetPgReferenceCurveAttributes()->GetPrUnit()},
+        update, name);
     // The mathematics channel follows the others: an entry of its own runs after they have.
     const CPgMathematics* const mathematics = root->GetPgMathematics();
     root->GetDependencies().Add(

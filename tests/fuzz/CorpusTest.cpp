@@ -39,7 +39,7 @@ TEST_P(SettingsCorpus, FileThatOnceBrokeTheReaderDoesSoAgain)
         {
             KW_TrySettingsFile(text.left(i), GetParam());
             QByteArray spoilt = text;
-            spoilt[i] = static_cast<char>(spoilt[i] ^ 4);
+            spoilt.data()[i] = static_cast<char>(text.at(static_cast<int>(i)) ^ 4);
             KW_TrySettingsFile(spoilt, GetParam());
         }
     }

@@ -117,14 +117,23 @@ QByteArray CRuleTree::Saved() const
 
 QString CRuleTree::Instability() const
 {
-    long long counter = 0;
-    const auto group = root->GetDbObject();
+    std::vector<long long> counters;
     const auto before = State();
-    group->HasChanged(counter);
+    VisitGroups(root->GetDbObject(), [&counters](const std::shared_ptr<IDbGroup>& group)
+                { group->HasChanged(counters.emplace_back()); });
     KW_PeekZELRoot()->UpdateAllMeasSettings();
-    if (group->HasChanged(counter))
+    QString changed;
+    std::size_t next = 0;
+    VisitGroups(root->GetDbObject(),
+                [&](const std::shared_ptr<IDbGroup>& group)
+                {
+                    // Parents come first: the last one is the group itself.
+                    changed = group->HasChanged(counters[next++]) ? group->GetPath() : changed;
+                });
+    if (!changed.isNull())
     {
-        return QStringLiteral("computed again: ") + FirstDifference(before, State());
+        return QStringLiteral("computed again: %1: ").arg(changed) +
+               FirstDifference(before, State());
     }
     const QByteArray first = Saved();
     EXPECT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
