@@ -68,15 +68,20 @@ void CPgCursor::OnTreeCreated()
     {
         return;
     }
-    const auto update = [this] { UpdateGroup(); };
+    NRules::AddSourceDependency(
+        *this, [this] { UpdateGroup(); }, QStringLiteral("Cursor/Source"));
+    const auto follow = [this]
+    {
+        LimitLines();
+        UpdateDeltas();
+    };
     const QString name = QStringLiteral("Cursor/X1");
     root->GetDependencies().Add(*this,
                                 {root->GetPgHorizontal()->GetPrLeft(),
                                  root->GetPgHorizontal()->GetPrRight(),
                                  root->GetPgXY()->GetPrSourceX()},
-                                update, name);
-    NRules::AddSourceDependency(*this, update, name);
-    NRules::AddScreenDependency(*this, update, name);
+                                follow, name);
+    NRules::AddScreenDependency(*this, follow, name);
 }
 
 std::array<CPgCursor::t_Pair, 3> CPgCursor::Pairs() const

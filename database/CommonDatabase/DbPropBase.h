@@ -46,9 +46,10 @@ public:
     /** Runs dependants on the next writes even where the value stays the same. */
     void SetForceDependencies(bool force) { m_forceDependencies = force; }
     bool HasForceDependencies() const { return m_forceDependencies; }
-    /** Set by CDependencies for a property that others depend on. */
-    void SetHasDependants() { m_hasDependants = true; }
-    bool HasDependants() const { return m_hasDependants; }
+    /** Given by CDependencies to a property that others depend on, counted from 1. */
+    void SetSourceNumber(UINT16 number) { m_sourceNumber = number; }
+    UINT16 GetSourceNumber() const { return m_sourceNumber; }
+    bool HasDependants() const { return m_sourceNumber != 0; }
     /** Drops references to other nodes; called before the owning group goes. */
     virtual void ReleaseReferences() {}
 
@@ -123,7 +124,7 @@ private:
 
     std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
     bool m_forceDependencies = false;
-    bool m_hasDependants = false;
+    UINT16 m_sourceNumber = 0;
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;
     std::atomic<IKWPropertyBase*> m_fim{nullptr};

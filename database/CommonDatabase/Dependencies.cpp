@@ -4,25 +4,32 @@
 #include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
-#include <algorithm>
 
 void CDependencies::Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBase*> sources,
                         std::function<void()> update, const QString& name)
 {
+    const auto place = static_cast<UINT16>(m_dependants.size());
     for (CDbPropBase* const source : sources)
     {
-        source->SetHasDependants();
+        if (!source->HasDependants())
+        {
+            m_dependantsOfSource.emplace_back();
+            source->SetSourceNumber(static_cast<UINT16>(m_dependantsOfSource.size()));
+        }
+        m_dependantsOfSource[source->GetSourceNumber() - 1U].push_back(place);
     }
-    m_dependants.push_back(
-        {&owner, {sources.begin(), sources.end()}, std::move(update), name, false, false});
+    m_dependants.push_back({&owner, std::move(update), name, false, false});
 }
 
 void CDependencies::Remove(const CDbPropertyGroup& owner)
 {
-    m_dependants.erase(std::remove_if(m_dependants.begin(), m_dependants.end(),
-                                      [&owner](const t_Dependant& dependant)
-                                      { return dependant.owner == &owner; }),
-                       m_dependants.end());
+    for (t_Dependant& dependant : m_dependants)
+    {
+        if (dependant.owner == &owner)
+        {
+            dependant = {nullptr, [] {}, QString(), false, false};
+        }
+    }
 }
 
 void CDependencies::MarkChanged(const CDbPropBase& property)
@@ -31,13 +38,9 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
     {
         return;
     }
-    for (t_Dependant& dependant : m_dependants)
+    for (const UINT16 place : m_dependantsOfSource[property.GetSourceNumber() - 1U])
     {
-        if (std::find(dependant.sources.begin(), dependant.sources.end(), &property) ==
-            dependant.sources.end())
-        {
-            continue;
-        }
+        t_Dependant& dependant = m_dependants[place];
         if (dependant.done)
         {
             KW_REPORT_ERROR(QStringLiteral("Dependency cycle: \"%1\" changed again after \"%2\" "

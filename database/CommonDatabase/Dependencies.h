@@ -40,8 +40,7 @@ public:
 private:
     struct t_Dependant
     {
-        CDbPropertyGroup* owner;
-        std::vector<const CDbPropBase*> sources;
+        CDbPropertyGroup* owner; ///< null once the owner has left the tree
         std::function<void()> update;
         QString name;
         bool marked;
@@ -50,6 +49,9 @@ private:
 
     CDbPropertyGroup& m_root;
     std::vector<t_Dependant> m_dependants;
+    /** Places in m_dependants for each source, by the number that the source carries less one: what
+        a write marks must not cost more the more is registered. */
+    std::vector<std::vector<UINT16>> m_dependantsOfSource;
     bool m_autoUpdate = false;
     bool m_anyMarked = false;
     bool m_running = false;
