@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PgHysteresisLevelBase.h"
+#include "RuleHelpers.h"
+
+/** Hysteresis of a channel's trigger comparators: divisions by the size that is selected. */
+class CPgHysteresisLevel : public CPgHysteresisLevelBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+
+    void FollowScreen(const NRules::t_Screen& screen);
+};
