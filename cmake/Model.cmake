@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Runs the model generator: enumerations and groups are data, their C++ is made at build time.
+# Runs the model generator: enumerations and groups are data, their C++ is made from them.
 
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
@@ -13,26 +13,21 @@ set(generatorCommand
     ${PROJECT_SOURCE_DIR}/database/Enumerations --groups ${PROJECT_SOURCE_DIR}/src/Groups --out
     ${KWI_GENERATED_DIR})
 
-# Adding a group adds files: the list is read anew whenever the model changes.
+# A changed model configures anew, and the generator runs then: a group that gets rules of its own
+# leaves the generated headers, and only a build that starts afterwards sees who included it. Files
+# keep their time stamps while their content is the same, so that one changed property recompiles
+# only what shows it.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${modelFiles} ${generatorFiles})
-execute_process(COMMAND ${generatorCommand} --list-outputs OUTPUT_VARIABLE generatedFiles
-                RESULT_VARIABLE generatorResult)
+execute_process(COMMAND ${generatorCommand} RESULT_VARIABLE generatorResult)
+if(NOT generatorResult)
+    execute_process(COMMAND ${generatorCommand} --list-outputs OUTPUT_VARIABLE generatedFiles
+                    RESULT_VARIABLE generatorResult)
+endif()
 if(generatorResult)
     message(FATAL_ERROR "The model has mistakes (see above).")
 endif()
 string(REPLACE "\n" ";" generatedFiles "${generatedFiles}")
 list(REMOVE_ITEM generatedFiles "")
-
-# Outputs keep their time stamps when their content is unchanged, so that one changed property
-# recompiles only what shows it; the stamp is what the build compares with the model.
-add_custom_command(
-    OUTPUT ${KWI_GENERATED_DIR}/model.stamp
-    BYPRODUCTS ${generatedFiles}
-    COMMAND ${generatorCommand}
-    COMMAND ${CMAKE_COMMAND} -E touch ${KWI_GENERATED_DIR}/model.stamp
-    DEPENDS ${modelFiles} ${generatorFiles}
-    COMMENT "Generating enumerations and groups from the model")
-add_custom_target(kwi_model DEPENDS ${KWI_GENERATED_DIR}/model.stamp)
 
 set(KWI_GENERATED_ENUM_SOURCES ${generatedFiles})
 list(FILTER KWI_GENERATED_ENUM_SOURCES INCLUDE REGEX "^${KWI_GENERATED_DIR}/database/.*\\.cpp$")

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "TriggerRules.h"
+
+#include "PgChannelState.h"
+#include "PgDataSource.h"
+#include "PgaChannelState.h"
+#include "PgaDataSource.h"
+
+void NTriggerRules::ClearStates(const CPgaChannelState& states)
+{
+    for (INT32 i = 0; i < states.GetCount(); ++i)
+    {
+        KW_CHECKED(
+            states.ItemDirect(i)->GetPrState()->DbSet(eKW_ZEL_TRIGGER_CHANNEL_STATE_DONT_CARE));
+    }
+}
+
+void NTriggerRules::OfferClockAndData(CDbPropEnum<KW_ZEL_CHANNEL>& clock,
+                                      const CPgaDataSource& data)
+{
+    NRules::OfferSources(clock, NRules::eSOURCES_INPUTS);
+    for (INT32 i = 0; i < data.GetCount(); ++i)
+    {
+        NRules::OfferSources(*data.ItemDirect(i)->GetPrSource(), NRules::eSOURCES_INPUTS,
+                             clock.Get());
+    }
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "RuleHelpers.h"
+
+class CPgaChannelState;
+class CPgaDataSource;
+
+/** What several trigger types share. */
+namespace NTriggerRules
+{
+/** Every channel becomes "don't care". */
+void ClearStates(const CPgaChannelState& states);
+
+/** Lets a clock and its data lines offer the inputs that are on; no data line is the clock. */
+void OfferClockAndData(CDbPropEnum<KW_ZEL_CHANNEL>& clock, const CPgaDataSource& data);
+} // namespace NTriggerRules
