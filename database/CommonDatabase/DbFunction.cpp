@@ -4,6 +4,8 @@
 #include "DbPgRoot.h"
 #include "LockManager.h"
 
+#include <algorithm>
+
 namespace
 {
 class CFIMAction final : public IKWAction
@@ -115,21 +117,43 @@ KW_ACCEPTANCE CDbOperation::ExternalSetEventAndWaitForCompletion(KW_OP_EVENT eve
             return code;
         }
     }
+    return SendAndWait(event, expected);
+}
+
+KW_ACCEPTANCE CDbOperation::SendAndWait(KW_OP_EVENT event, KW_OP_RESULT expected)
+{
     std::unique_lock<std::mutex> lock(m_mutex);
-    const UINT64 request = ++m_request;
+    t_Waiting self{++m_request, eKW_OP_RESULT_NONE};
+    m_waiting.push_back(&self);
     m_event = event;
     m_result = eKW_OP_RESULT_NONE;
     if (!m_hasExecutor)
     {
         m_event = eKW_OP_EVENT_NONE;
-        m_result = event == eKW_OP_EVENT_ABORT ? eKW_OP_RESULT_ABORTED : eKW_OP_RESULT_SUCCESS;
-        m_finished = request;
+        Finish(self.request,
+               event == eKW_OP_EVENT_ABORT ? eKW_OP_RESULT_ABORTED : eKW_OP_RESULT_SUCCESS);
     }
-    if (!m_completed.wait_for(lock, m_timeout, [&] { return m_finished >= request; }))
+    m_completed.wait_for(lock, m_timeout, [&self] { return self.result != eKW_OP_RESULT_NONE; });
+    m_waiting.erase(std::find(m_waiting.begin(), m_waiting.end(), &self));
+    if (self.result == eKW_OP_RESULT_NONE)
     {
         return eKW_ACC_TIMEOUT;
     }
-    return m_result == expected ? eKW_ACC_OK : eKW_ACC_OPERATION_FAILED;
+    return self.result == expected ? eKW_ACC_OK : eKW_ACC_OPERATION_FAILED;
+}
+
+void CDbOperation::Finish(UINT64 request, KW_OP_RESULT result)
+{
+    // While a later request runs, the end of an earlier one is not the operation's.
+    m_result = request == m_request ? result : m_result;
+    for (t_Waiting* const waiting : m_waiting)
+    {
+        if (waiting->request <= request && waiting->result == eKW_OP_RESULT_NONE)
+        {
+            waiting->result = result;
+        }
+    }
+    m_completed.notify_all();
 }
 
 KW_ACCEPTANCE CDbOperation::SetTimeout(UINT32 milliseconds)
@@ -151,12 +175,12 @@ void CDbOperation::AttachExecutor(bool attached)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_hasExecutor = attached;
-    if (!attached && m_finished < m_request)
+    if (!attached && m_request > 0 && m_result == eKW_OP_RESULT_NONE)
     {
-        // Nobody will complete what was requested: the requester must not wait out its timeout.
-        m_result = eKW_OP_RESULT_FAILURE;
-        m_finished = m_request;
-        m_completed.notify_all();
+        // Nobody will complete what was requested: its requester must not wait out the timeout,
+        // and the next executor must not start what its requester knows as failed.
+        m_event = eKW_OP_EVENT_NONE;
+        Finish(m_request, eKW_OP_RESULT_FAILURE);
     }
 }
 
@@ -171,9 +195,7 @@ void CDbOperation::Complete(KW_OP_RESULT result)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     // An end that comes after the timeout must not pass for that of a later request.
-    m_result = result;
-    m_finished = m_taken;
-    m_completed.notify_all();
+    Finish(m_taken, result);
 }
 
 KW_OP_RESULT CDbOperation::GetResult() const

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <vector>
 
 /** An action of a group that runs at once: the group's OnFunction says what it does. */
 class CDbFunction : public CDbNode<IDbAction>
@@ -60,6 +61,18 @@ public:
     std::shared_ptr<IKWOperation> GetFIMPointer();
 
 private:
+    /** A requester that waits. Each has a result of its own, so that the request of another does
+        not take it away. */
+    struct t_Waiting
+    {
+        UINT64 request;
+        KW_OP_RESULT result;
+    };
+
+    KW_ACCEPTANCE SendAndWait(KW_OP_EVENT event, KW_OP_RESULT expected);
+    /** Ends all requests up to `request` that have not ended; needs the mutex. */
+    void Finish(UINT64 request, KW_OP_RESULT result);
+
     mutable std::mutex m_mutex;
     std::condition_variable m_completed;
     std::chrono::milliseconds m_timeout{5000};
@@ -67,7 +80,7 @@ private:
     KW_OP_RESULT m_result = eKW_OP_RESULT_NONE;
     UINT64 m_request = 0;
     UINT64 m_taken = 0; ///< request that the executor works on
-    UINT64 m_finished = 0;
+    std::vector<t_Waiting*> m_waiting;
     bool m_hasExecutor = false;
     std::unique_ptr<IKWOperation> m_operationFim;
 };

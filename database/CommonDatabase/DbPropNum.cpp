@@ -235,6 +235,34 @@ KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
 }
 
 template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetToMin()
+{
+    const CLockGuard lock;
+    return Set(GetMin());
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetToMax()
+{
+    const CLockGuard lock;
+    return Set(GetMax());
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetMin(T min)
+{
+    const CLockGuard lock;
+    return SetMinAndMax(min, GetMax());
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::SetMax(T max)
+{
+    const CLockGuard lock;
+    return SetMinAndMax(GetMin(), max);
+}
+
+template <typename T>
 KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
 {
     const CLockGuard lock;

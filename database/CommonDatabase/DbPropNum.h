@@ -85,8 +85,8 @@ public:
     KW_ACCEPTANCE Set(T value) { return WriteValue(Carry(value), eWRITEKIND::Client); }
     KW_ACCEPTANCE SetLimited(T value);
     KW_ACCEPTANCE SetUserValue(T value);
-    KW_ACCEPTANCE SetToMin() { return Set(GetMin()); }
-    KW_ACCEPTANCE SetToMax() { return Set(GetMax()); }
+    KW_ACCEPTANCE SetToMin();
+    KW_ACCEPTANCE SetToMax();
     KW_ACCEPTANCE Inc() { return IncDec(1); }
     KW_ACCEPTANCE Dec() { return IncDec(-1); }
     KW_ACCEPTANCE IncDec(INT32 steps) override;
@@ -97,8 +97,8 @@ public:
     /** Move the present limits; a value outside them moves too, as an automatic write. Refused:
         eKW_ACC_NOT_A_NUMBER, eKW_ACC_LIMITS_CROSSED, eKW_ACC_OUTSIDE_DECLARED,
         eKW_ACC_NOT_IN_VALUE_LIST when no entry of the value list would be left. */
-    KW_ACCEPTANCE SetMin(T min) { return SetMinAndMax(min, GetMax()); }
-    KW_ACCEPTANCE SetMax(T max) { return SetMinAndMax(GetMin(), max); }
+    KW_ACCEPTANCE SetMin(T min);
+    KW_ACCEPTANCE SetMax(T max);
     KW_ACCEPTANCE SetMinAndMax(T min, T max);
     /** eKW_ACC_NOT_A_NUMBER unless positive and finite. */
     KW_ACCEPTANCE SetStep(T step);

@@ -113,6 +113,67 @@ TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGone)
     EXPECT_EQ(m_operation.Set(), eKW_ACC_OK) << "nobody is attached any more";
 }
 
+TEST_F(Operations, RequestToAnExecutorThatIsGoneStartsTheNext)
+{
+    m_operation.AttachExecutor(true);
+    ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
+    EXPECT_EQ(m_operation.Set(), eKW_ACC_TIMEOUT);
+    m_operation.AttachExecutor(false);
+    m_operation.AttachExecutor(true);
+    EXPECT_EQ(m_operation.TakeEvent(), eKW_OP_EVENT_NONE);
+}
+
+TEST_F(Operations, EndForOneRequesterIsLostByTheRequestOfAnother)
+{
+    constexpr int kRounds = 300;
+    std::atomic<bool> done{false};
+    std::atomic<int> wrong{0};
+    m_operation.AttachExecutor(true);
+    std::thread executor(
+        [&]
+        {
+            while (!done)
+            {
+                if (m_operation.TakeEvent() == eKW_OP_EVENT_START)
+                {
+                    m_operation.Complete(eKW_OP_RESULT_SUCCESS);
+                }
+            }
+        });
+    const auto request = [&]
+    {
+        for (int i = 0; i < kRounds; ++i)
+        {
+            wrong += m_operation.Set() != eKW_ACC_OK;
+        }
+    };
+    std::thread other(request);
+    request();
+    other.join();
+    done = true;
+    executor.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(m_operation.GetRunCount(), 2U * kRounds);
+}
+
+TEST_F(Operations, AbortIsTakenForTheEndThatTheStartWaitsFor)
+{
+    m_operation.AttachExecutor(true);
+    std::thread starter([&] { EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED); });
+    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
+    std::thread stopper(
+        [&]
+        {
+            EXPECT_EQ(m_operation.ExternalSetEventAndWaitForCompletion(eKW_OP_EVENT_ABORT,
+                                                                       eKW_OP_RESULT_ABORTED),
+                      eKW_ACC_OK);
+        });
+    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_ABORT);
+    m_operation.Complete(eKW_OP_RESULT_ABORTED);
+    starter.join();
+    stopper.join();
+}
+
 TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
 {
     EXPECT_EQ(m_operation.SetTimeout(0), eKW_ACC_BELOW_MINIMUM);

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+// Several threads on one tree of the frame. The assertions see what is lost, torn or late; the
+// thread sanitizer sees the rest.
+
+#include "FixtureTree.h"
+#include "LockManager.h"
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <future>
+#include <gtest/gtest.h>
+#include <limits>
+#include <thread>
+
+namespace
+{
+constexpr int kRounds = 400;
+/** Rounds that hit a gap of a few instructions even where two cores are busy. */
+constexpr int kNarrow = 20000;
+
+/** Runs each task `rounds` times in a thread of its own; all start together. */
+void RunTogether(const std::vector<std::function<void(int)>>& tasks, int rounds = kRounds)
+{
+    std::atomic<std::size_t> ready{0};
+    std::vector<std::thread> threads;
+    for (const auto& task : tasks)
+    {
+        threads.emplace_back(
+            [&ready, &task, rounds, count = tasks.size()]
+            {
+                ++ready;
+                while (ready < count)
+                {
+                    std::this_thread::yield();
+                }
+                for (int round = 0; round < rounds; ++round)
+                {
+                    task(round);
+                }
+            });
+    }
+    for (std::thread& thread : threads)
+    {
+        thread.join();
+    }
+}
+
+class Threads : public testing::Test
+{
+protected:
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CPgFixture& m_group = *m_root->m_pFirst;
+    std::atomic<int> m_wrong{0};
+};
+
+/** A reading that promises never to wait; the handle is fetched beforehand. */
+struct t_Reading
+{
+    const char* name;
+    std::function<std::function<void()>(CPgFixture&)> prepare;
+};
+
+template <typename THandle, typename TRead>
+std::function<void()> With(std::shared_ptr<THandle> handle, TRead read)
+{
+    return [handle, read] { read(*handle); };
+}
+
+template <typename T>
+std::function<void()> NumberOf(CDbPropNum<T>* property)
+{
+    return With(property->GetFIMPointer(),
+                [](IKWNumericProperty<T>& p)
+                {
+                    p.Get();
+                    p.GetMin();
+                    p.GetMax();
+                    p.GetDefault();
+                    p.GetStep();
+                    p.GetUserValue();
+                });
+}
+
+const t_Reading kReadings[] = {
+    {"Int16", [](CPgFixture& g) { return NumberOf(g.m_pInt16); }},
+    {"UInt16", [](CPgFixture& g) { return NumberOf(g.m_pUInt16); }},
+    {"Int32", [](CPgFixture& g) { return NumberOf(g.m_pInt32); }},
+    {"UInt32", [](CPgFixture& g) { return NumberOf(g.m_pUInt32); }},
+    {"Int64", [](CPgFixture& g) { return NumberOf(g.m_pInt64); }},
+    {"UInt64", [](CPgFixture& g) { return NumberOf(g.m_pUInt64); }},
+    {"Double", [](CPgFixture& g) { return NumberOf(g.m_pDouble); }},
+    {"Enumeration",
+     [](CPgFixture& g)
+     {
+         return With(g.m_pEnum->GetFIMPointer(),
+                     [](IKWEnumProperty<KW_ZEL_TRIGGER_TYPE>& p)
+                     {
+                         p.Get();
+                         p.GetAsInt();
+                         p.GetDefault();
+                         p.GetEnumNameInfo().GetSerialName(0);
+                     });
+     }},
+    {"Counter",
+     [](CPgFixture& g)
+     {
+         return With(g.GetHandle(),
+                     [](IKWFunctionBase& group)
+                     {
+                         long long counter = 0;
+                         group.HasChanged(counter);
+                     });
+     }},
+    {"RunCount",
+     [](CPgFixture& g) {
+         return With(g.m_pAction->GetFIMPointer(), [](IKWAction& action) { action.GetRunCount(); });
+     }},
+    {"Validity", [](CPgFixture& g)
+     { return With(g.m_pResult->ShareProperty(), [](IDbProperty& p) { p.GetValidity(); }); }},
+    {"FetchingAHandle", [](CPgFixture& g)
+     { return [&g] { g.m_pDouble->GetFIMPointer(), g.m_pArray->GetFIMPointer(); }; }},
+};
+} // namespace
+
+class LockFreeReading : public Threads, public testing::WithParamInterface<t_Reading>
+{
+};
+
+TEST_P(LockFreeReading, WaitsForAWriter)
+{
+    const std::function<void()> read = GetParam().prepare(m_group);
+    std::promise<void> done;
+    std::future<void> finished = done.get_future();
+    m_root->StartTransaction(QStringLiteral("long"));
+    ASSERT_EQ(m_group.m_pDouble->Set(20.0), eKW_ACC_OK);
+    std::thread reader(
+        [&]
+        {
+            read();
+            done.set_value();
+        });
+    const auto state = finished.wait_for(std::chrono::seconds(20));
+    m_root->EndTransaction(true);
+    reader.join();
+    EXPECT_EQ(state, std::future_status::ready);
+}
+
+INSTANTIATE_TEST_SUITE_P(Readings, LockFreeReading, testing::ValuesIn(kReadings),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+namespace
+{
+/** Two numbers whose bytes all differ. */
+template <typename T>
+struct t_Pair;
+template <>
+struct t_Pair<INT64>
+{
+    static constexpr INT64 low = -0x0102030405060708;
+    static constexpr INT64 high = 0x7171717171717171;
+};
+template <>
+struct t_Pair<UINT64>
+{
+    static constexpr UINT64 low = 0x0102030405060708;
+    static constexpr UINT64 high = 0xf1f1f1f1f1f1f1f1;
+};
+template <>
+struct t_Pair<double>
+{
+    static constexpr double low = -1.2345678901234567e-200;
+    static constexpr double high = 9.8765432109876543e+200;
+};
+
+template <typename T>
+class Torn : public testing::Test
+{
+};
+using t_Wide = testing::Types<INT64, UINT64, double>;
+TYPED_TEST_SUITE(Torn, t_Wide);
+} // namespace
+
+TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)
+{
+    using t = t_Pair<TypeParam>;
+    CDbPropNum<TypeParam> property;
+    std::atomic<int> torn{0};
+    const auto write = [&](int round)
+    {
+        const TypeParam value = round % 2 == 0 ? t::low : t::high;
+        torn += property.SetMinAndMax(value, value) != eKW_ACC_OK;
+    };
+    write(0);
+    const auto read = [&](int)
+    {
+        for (const TypeParam seen : {property.Get(), property.GetMin(), property.GetMax()})
+        {
+            // The first write of all starts from zero.
+            torn += seen != t::low && seen != t::high && seen != TypeParam{};
+        }
+    };
+    RunTogether({write, read, read});
+    EXPECT_EQ(torn, 0);
+}
+
+TEST_F(Threads, StepOrItsCountIsLost)
+{
+    long long before = 0;
+    long long after = 0;
+    m_root->HasChanged(before);
+    const auto step = [&](int) { m_wrong += m_group.m_pInt64->Inc() != eKW_ACC_OK; };
+    RunTogether({step, step, step});
+    EXPECT_EQ(m_wrong, 0);
+    EXPECT_EQ(m_group.m_pInt64->Get(), 3 * kRounds);
+    m_root->HasChanged(after);
+    EXPECT_GE(after - before, 3 * kRounds);
+    int steps = 0;
+    while (m_root->Undo() == eKW_ACC_OK)
+    {
+        ++steps;
+    }
+    EXPECT_EQ(m_group.m_pInt64->Get(), 3 * kRounds - steps) << "each write is a step of its own";
+}
+
+TEST_F(Threads, LimitSetByOneThreadIsTakenBackByAnother)
+{
+    CDbPropNum<double>& limited = *m_group.m_pFollower;
+    const auto distance = [](int round) { return 11.0 + round % 900; };
+    ASSERT_EQ(limited.SetMinAndMax(-distance(0), distance(0)), eKW_ACC_OK);
+    const auto lower = [&](int round)
+    {
+        m_wrong += limited.GetMin() != -distance(round);
+        limited.SetMin(-distance(round + 1));
+    };
+    const auto raise = [&](int round)
+    {
+        m_wrong += limited.GetMax() != distance(round);
+        limited.SetMax(distance(round + 1));
+    };
+    RunTogether({lower, raise}, 10 * kNarrow);
+    EXPECT_EQ(m_wrong, 0);
+}
+
+TEST_F(Threads, WriteToTheLimitIsRefusedWhileTheLimitMoves)
+{
+    const auto move = [&](int round) { m_group.m_pDouble->Set(round % 2 == 0 ? 1000.0 : 1.0); };
+    const auto toEnd = [&](int round)
+    {
+        const auto handle = m_group.m_pFollower->GetFIMPointer();
+        m_wrong += (round % 2 == 0 ? handle->SetToMax() : handle->SetToMin()) != eKW_ACC_OK;
+    };
+    RunTogether({move, toEnd, toEnd}, kNarrow);
+    EXPECT_EQ(m_wrong, 0);
+}
+
+TEST_F(Threads, FirstRequestsMakeTwoHandles)
+{
+    for (int i = 0; i < 20; ++i)
+    {
+        // Without handles, as a tree is before OnFIMCreated.
+        const std::shared_ptr<CPgFixtureRoot> root(new CPgFixtureRoot, CDbNodeDeleter{});
+        CPgFixture& group = *root->m_pFirst;
+        std::vector<const void*> seen[2];
+        const auto fetch = [&group](std::vector<const void*>& handles)
+        {
+            handles = {
+                group.m_pDouble->GetFIMPointer().get(), group.m_pEnum->GetFIMPointer().get(),
+                group.m_pText->GetHandle().get(),       group.GetHandle().get(),
+                group.m_pArray->GetFIMPointer().get(),  group.m_pMap->GetFIMPointer().get(),
+                group.m_pAction->GetFIMPointer().get(), group.m_pOperation->GetFIMPointer().get()};
+        };
+        std::thread other(fetch, std::ref(seen[1]));
+        fetch(seen[0]);
+        other.join();
+        EXPECT_EQ(seen[0], seen[1]);
+    }
+}
+
+TEST_F(Threads, UndoneOrRemovedItemsBreakTheirReaders)
+{
+    const CReports refusals;
+    CPgaFixtureItem& array = *m_group.m_pArray;
+    ASSERT_EQ(array.Insert(0), eKW_ACC_OK);
+    const auto change = [&](int round)
+    {
+        array.Insert(round % 2);
+        array.SetActive(0);
+        m_group.m_pReference->Set(QStringLiteral("First/Array[0]"));
+        array.Remove(array.GetCount() - 1, 1);
+    };
+    const auto replay = [&](int round) { round % 2 == 0 ? m_root->Undo() : m_root->Redo(); };
+    const auto read = [&](int round)
+    {
+        const auto item = std::dynamic_pointer_cast<IDbGroup>(
+            m_root->Find(QStringLiteral("First/Array[%1]").arg(round % 3)));
+        if (item)
+        {
+            // It may have left the array by now; while it is held it answers.
+            const auto level = item->GetProperty(0);
+            const KW_ACCEPTANCE code = level->SetText(QString::number(round % 10));
+            m_wrong += code != eKW_ACC_OK && code != eKW_ACC_DETACHED;
+            m_wrong += level->GetText().isEmpty();
+        }
+        const CLockGuard together(eACCESS_READ);
+        const QString path = m_group.m_pReference->Get();
+        m_wrong += !path.isEmpty() && m_root->Find(path) == nullptr;
+        m_wrong += array.GetActive() >= array.GetCount();
+    };
+    RunTogether({change, replay, read, read});
+    EXPECT_EQ(m_wrong, 0);
+}
+
+TEST_F(Threads, RenamedItemIsNotFoundByItsKeyOrUnderTwoNames)
+{
+    CPgmFixtureItem& map = *m_group.m_pMap;
+    const QString names[] = {QStringLiteral("odd"), QStringLiteral("even")};
+    ASSERT_EQ(map.InsertInternal(names[1], QString(), 7, true, false), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pReference->Set(QStringLiteral("First/Map[even]")), eKW_ACC_OK);
+    const auto rename = [&](int round)
+    { m_wrong += map.Rename(names[(round + 1) % 2], names[round % 2]) != eKW_ACC_OK; };
+    const auto read = [&](int)
+    {
+        const auto item = map.ShareMapItem(7);
+        m_wrong += item == nullptr || item->GetNumericKey() != 7 || !item->IsActive();
+        m_wrong += map.GetNames().size() != 1;
+        const CLockGuard together(eACCESS_READ);
+        m_wrong += map.IsItem(names[0]) == map.IsItem(names[1]);
+        m_wrong +=
+            m_group.m_pReference->Get() != QStringLiteral("First/Map[%1]").arg(map.GetActiveItem());
+    };
+    RunTogether({rename, read, read});
+    EXPECT_EQ(m_wrong, 0);
+}
+
+TEST_F(Threads, LastReleaseElsewhereTakesAHandleWithItOrLeavesTheTree)
+{
+    for (int i = 0; i < 40; ++i)
+    {
+        auto root = CPgFixtureRoot::Create();
+        const std::weak_ptr<CPgFixtureRoot> watched = root;
+        const auto number = root->m_pFirst->m_pInt64->GetFIMPointer();
+        const auto item = root->m_pSecond->m_pFixed->ItemDirect(1)->ShareGroup();
+        std::atomic<bool> go{false};
+        INT64 last = 0;
+        bool detached = false;
+        std::thread writer(
+            [&]
+            {
+                go = true;
+                for (INT64 value = 1; value <= 60; ++value)
+                {
+                    const KW_ACCEPTANCE code = number->Set(value);
+                    m_wrong += code != eKW_ACC_OK && code != eKW_ACC_DETACHED;
+                    m_wrong += code == eKW_ACC_OK && detached;
+                    detached = code == eKW_ACC_DETACHED;
+                    last = detached ? last : value;
+                }
+            });
+        std::thread walker(
+            [&]
+            {
+                const QString path = item->GetPath();
+                m_wrong += path != QStringLiteral("Second/Fixed[1]") && !path.isEmpty();
+            });
+        std::thread owner(
+            [&go, held = std::move(root)]() mutable
+            {
+                while (!go)
+                {
+                    std::this_thread::yield();
+                }
+                held.reset();
+            });
+        owner.join();
+        EXPECT_TRUE(watched.expired());
+        writer.join();
+        walker.join();
+        EXPECT_EQ(number->Get(), last);
+        EXPECT_EQ(number->Set(-1), eKW_ACC_DETACHED);
+        EXPECT_EQ(number->GetDbObject()->GetNodeName(), QStringLiteral("Int64"));
+    }
+    EXPECT_EQ(m_wrong, 0);
+}
