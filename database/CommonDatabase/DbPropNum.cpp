@@ -113,13 +113,11 @@ T CDbPropNum<T>::GetNearestLegal(T value) const
 template <typename T>
 KW_ACCEPTANCE CDbPropNum<T>::ValidateRange(T& value, T min, T max) const
 {
-    const auto isBeyond = [](T outer, T limit)
-    { return !CMatConstants::AreEqual(static_cast<double>(outer), static_cast<double>(limit)); };
-    if (value < min && (!std::is_same_v<T, double> || isBeyond(value, min)))
+    if (value < min && !NValueList::IsSame(value, min))
     {
         return eKW_ACC_BELOW_MINIMUM;
     }
-    if (value > max && (!std::is_same_v<T, double> || isBeyond(value, max)))
+    if (value > max && !NValueList::IsSame(value, max))
     {
         return eKW_ACC_ABOVE_MAXIMUM;
     }
@@ -162,9 +160,7 @@ KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
         legal = std::clamp(RoundToResolution(number), min, max);
     }
     value = Carry(PlainZero(legal));
-    const bool rounded = legal != number && !CMatConstants::AreEqual(static_cast<double>(legal),
-                                                                     static_cast<double>(number));
-    return rounded ? eKW_ACC_WARNING : eKW_ACC_OK;
+    return NValueList::IsSame(legal, number) ? eKW_ACC_OK : eKW_ACC_WARNING;
 }
 
 template <typename T>

@@ -94,7 +94,10 @@ T Linear(T value, T step, INT32 steps, bool& overflow)
 template <typename T>
 T Factor(T value, double factor, INT32 steps, bool& overflow)
 {
-    const double moved = static_cast<double>(value) * std::pow(factor, steps);
+    // Up means towards zero for negative numbers; zero times an overflow is still zero.
+    const double exponent = value < T{} ? -static_cast<double>(steps) : steps;
+    const double moved =
+        value == T{} ? 0.0 : static_cast<double>(value) * std::pow(factor, exponent);
     if constexpr (std::is_same_v<T, double>)
     {
         return FromReal<double>(moved, overflow);

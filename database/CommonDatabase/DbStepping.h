@@ -12,7 +12,8 @@ namespace NStepping
 template <typename T>
 T Linear(T value, T step, INT32 steps, bool& overflow);
 
-/** value × factor^steps, integers rounded half away from zero and moved by at least 1. */
+/** value × factor^steps, for negative numbers ÷, so that steps up always lead up. Integers are
+    rounded half away from zero and moved by at least 1; a real zero stays. */
 template <typename T>
 T Factor(T value, double factor, INT32 steps, bool& overflow);
 

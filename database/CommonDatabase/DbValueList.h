@@ -6,8 +6,10 @@
 #include <QVariant>
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstdint>
+#include <optional>
 #include <type_traits>
+#include <utility>
 
 /** The numbers that a numeric property may take, where it has a list of them. Entries that are no
     numbers of the type are passed over. */
@@ -21,17 +23,42 @@ bool ReadEntry(const QVariant& entry, T& number)
     if constexpr (std::is_same_v<T, double>)
     {
         number = entry.toDouble(&isNumber);
-        isNumber = isNumber && !std::isnan(number);
+        return isNumber && !std::isnan(number);
     }
     else if constexpr (std::is_signed_v<T>)
     {
-        number = static_cast<T>(entry.toLongLong(&isNumber));
+        const qlonglong wide = entry.toLongLong(&isNumber);
+        number = static_cast<T>(wide);
+        return isNumber && std::in_range<T>(wide);
     }
     else
     {
-        number = static_cast<T>(entry.toULongLong(&isNumber));
+        const qulonglong wide = entry.toULongLong(&isNumber);
+        number = static_cast<T>(wide);
+        return isNumber && std::in_range<T>(wide);
     }
-    return isNumber;
+}
+
+/** The same number but for rounding, which whole numbers have none of. */
+template <typename T>
+bool IsSame(T a, T b)
+{
+    if constexpr (std::is_same_v<T, double>)
+    {
+        return a == b || CMatConstants::AreEqual(a, b);
+    }
+    else
+    {
+        return a == b;
+    }
+}
+
+/** From `low` up to `high`, exact for whole numbers. */
+template <typename T>
+auto Distance(T low, T high)
+{
+    using t_Distance = std::conditional_t<std::is_same_v<T, double>, double, std::uint64_t>;
+    return static_cast<t_Distance>(high) - static_cast<t_Distance>(low);
 }
 
 /** Index of the entry that equals `value` but for rounding; -1 when there is none. */
@@ -41,10 +68,7 @@ int Find(const QVariantList& list, T value)
     for (int i = 0; i < list.size(); ++i)
     {
         T entry{};
-        const bool same = ReadEntry(list[i], entry) &&
-                          (entry == value || CMatConstants::AreEqual(static_cast<double>(entry),
-                                                                     static_cast<double>(value)));
-        if (same)
+        if (ReadEntry(list[i], entry) && IsSame(entry, value))
         {
             return i;
         }
@@ -65,12 +89,13 @@ bool HasEntryWithin(const QVariantList& list, T min, T max)
                        });
 }
 
-/** The entry within the limits that is nearest to `value`; the nearer limit when there is none. */
+/** The entry within the limits that is nearest to `value`, the lower of two; the nearer limit when
+    there is none. */
 template <typename T>
 T Nearest(const QVariantList& list, T value, T min, T max)
 {
-    T nearest = std::clamp(value, min, max);
-    double distance = std::numeric_limits<double>::infinity();
+    std::optional<T> below;
+    std::optional<T> above;
     for (const QVariant& item : list)
     {
         T entry{};
@@ -78,13 +103,19 @@ T Nearest(const QVariantList& list, T value, T min, T max)
         {
             continue;
         }
-        const double d = std::fabs(static_cast<double>(entry) - static_cast<double>(value));
-        if (d < distance)
+        if (entry <= value)
         {
-            distance = d;
-            nearest = entry;
+            below = std::max(below.value_or(entry), entry);
+        }
+        else
+        {
+            above = std::min(above.value_or(entry), entry);
         }
     }
-    return nearest;
+    if (below && above)
+    {
+        return Distance(value, *above) < Distance(*below, value) ? *above : *below;
+    }
+    return below ? *below : above.value_or(std::clamp(value, min, max));
 }
 } // namespace NValueList

@@ -1,0 +1,400 @@
+// SPDX-License-Identifier: MIT
+// Limits and steps of every numeric type, checked against arithmetic that can not overflow.
+
+#include "FixtureTree.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace
+{
+template <typename T>
+CDbPropNum<T>& NumberOf(CPgFixture& group)
+{
+    const auto pick = [](CDbPropBase* property) { return dynamic_cast<CDbPropNum<T>*>(property); };
+    for (const auto& property : group.Properties())
+    {
+        if (CDbPropNum<T>* const number = pick(property.get()))
+        {
+            return *number;
+        }
+    }
+    throw std::logic_error("the fixture has no such number");
+}
+
+template <typename T>
+class Numbers : public testing::Test
+{
+protected:
+    static constexpr T kLowest = std::numeric_limits<T>::lowest();
+    static constexpr T kHighest = std::numeric_limits<T>::max();
+
+    void SetUp() override { m_number.DeclareMinAndMax(kLowest, kHighest); }
+
+    void ExpectLimits(T min, T max, T value)
+    {
+        EXPECT_EQ(m_number.GetMin(), min);
+        EXPECT_EQ(m_number.GetMax(), max);
+        EXPECT_EQ(m_number.Get(), value);
+    }
+
+    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
+    CDbPropNum<T>& m_number = NumberOf<T>(*m_root->m_pFirst);
+    CReports m_reports;
+};
+
+template <typename T>
+class Integers : public Numbers<T>
+{
+};
+
+using t_Integers = testing::Types<INT16, UINT16, INT32, UINT32, INT64, UINT64>;
+using t_Numbers = testing::Types<INT16, UINT16, INT32, UINT32, INT64, UINT64, double>;
+TYPED_TEST_SUITE(Numbers, t_Numbers);
+TYPED_TEST_SUITE(Integers, t_Integers);
+
+using t_Common = CZELDatabaseHelperCommon;
+} // namespace
+
+TYPED_TEST(Numbers, LimitsCrossOnTheirWayOrLoseTheWish)
+{
+    auto& number = this->m_number;
+    ASSERT_EQ(number.Set(55), eKW_ACC_OK);
+    const struct
+    {
+        int min, max, value;
+    } rows[] = {{50, 60, 55}, {100, 110, 100}, {10, 20, 20}, {20, 30, 30}, {30, 31, 31},
+                {29, 30, 30}, {15, 17, 17},    {0, 120, 55}, {55, 55, 55}, {120, 120, 120},
+                {0, 0, 0},    {56, 90, 56},    {54, 56, 55}};
+    for (const auto& [min, max, value] : rows)
+    {
+        SCOPED_TRACE(testing::Message() << min << " … " << max);
+        EXPECT_EQ(
+            t_Common::SetMinMax(&number, static_cast<TypeParam>(min), static_cast<TypeParam>(max)),
+            eKW_ACC_OK);
+        this->ExpectLimits(static_cast<TypeParam>(min), static_cast<TypeParam>(max),
+                           static_cast<TypeParam>(value));
+    }
+    const TypeParam low = this->kLowest;
+    const TypeParam high = this->kHighest;
+    for (const auto& [min, max] : {std::pair{high, high}, {low, low}, {high, high}, {low, high}})
+    {
+        EXPECT_EQ(t_Common::SetMinMax(&number, min, max), eKW_ACC_OK);
+        this->ExpectLimits(min, max, std::clamp(TypeParam{55}, min, max));
+    }
+    EXPECT_EQ(this->m_reports.Count(), 0);
+}
+
+TYPED_TEST(Numbers, RefusedLimitMovesTheOtherOrTheValue)
+{
+    auto& number = this->m_number;
+    number.DeclareMinAndMax(10, 100);
+    ASSERT_EQ(number.Set(50), eKW_ACC_OK);
+    ASSERT_EQ(number.SetMinAndMax(20, 60), eKW_ACC_OK);
+    long long counter = 0;
+    this->m_root->HasChanged(counter);
+    EXPECT_EQ(number.SetMinAndMax(31, 30), eKW_ACC_LIMITS_CROSSED);
+    EXPECT_EQ(number.SetMin(61), eKW_ACC_LIMITS_CROSSED);
+    EXPECT_EQ(number.SetMax(19), eKW_ACC_LIMITS_CROSSED);
+    EXPECT_EQ(number.SetMin(9), eKW_ACC_OUTSIDE_DECLARED);
+    EXPECT_EQ(number.SetMax(101), eKW_ACC_OUTSIDE_DECLARED);
+    EXPECT_EQ(number.SetMinAndMax(this->kLowest, this->kHighest), eKW_ACC_OUTSIDE_DECLARED);
+    EXPECT_EQ(t_Common::SetMinMax(&number, TypeParam{30}, TypeParam{101}),
+              eKW_ACC_OUTSIDE_DECLARED);
+    this->ExpectLimits(20, 60, 50);
+    EXPECT_FALSE(this->m_root->HasChanged(counter)) << "a refusal is no change";
+    EXPECT_EQ(this->m_reports.Count(), 1) << "only the helper reports";
+    // The first of the two stands when the second is refused.
+    EXPECT_EQ(t_Common::SetMinMax(&number, TypeParam{9}, TypeParam{70}), eKW_ACC_OUTSIDE_DECLARED);
+    this->ExpectLimits(20, 70, 50);
+}
+
+TEST(Limits, NaNOrInfinityBecomesOne)
+{
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropNum<double>& number = *root->m_pFirst->m_pDouble;
+    const double nan = std::nan("");
+    const double infinity = std::numeric_limits<double>::infinity();
+    const CReports reports;
+    for (const auto& [min, max, code] : {std::tuple{nan, 5.0, eKW_ACC_NOT_A_NUMBER},
+                                         {5.0, nan, eKW_ACC_NOT_A_NUMBER},
+                                         {nan, nan, eKW_ACC_NOT_A_NUMBER},
+                                         {-infinity, 5.0, eKW_ACC_OUTSIDE_DECLARED},
+                                         {5.0, infinity, eKW_ACC_OUTSIDE_DECLARED}})
+    {
+        EXPECT_EQ(number.SetMinAndMax(min, max), code);
+        EXPECT_EQ(number.GetMin(), 0.0);
+        EXPECT_EQ(number.GetMax(), 1000.0);
+    }
+    EXPECT_EQ(t_Common::SetMinMax(&number, 5.0, nan), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(number.GetMax(), 1000.0);
+    EXPECT_EQ(reports.Count(), 1);
+    EXPECT_EQ(number.SetStep(nan), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(number.SetStep(0.0), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(number.SetStep(infinity), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(number.SetResolution(-1.0), eKW_ACC_NOT_A_NUMBER);
+    EXPECT_EQ(number.GetStep(), 0.5);
+}
+
+namespace
+{
+/** Holds every sum and product of a step. */
+__extension__ using t_Wide = __int128;
+
+/** Numbers of T, half of them near its ends and near zero. */
+template <typename T>
+class CAnyNumber
+{
+public:
+    T operator()()
+    {
+        constexpr T kEnds[] = {std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max(), 0};
+        const auto near = static_cast<T>(m_random() % 4);
+        const T end = kEnds[m_random() % 3];
+        const bool fits = end <= std::numeric_limits<T>::max() - near;
+        return m_random() % 2 == 0 ? static_cast<T>(m_random())
+                                   : static_cast<T>(fits ? end + near : end - near);
+    }
+    template <typename TEntry, std::size_t n>
+    TEntry Of(const TEntry (&entries)[n])
+    {
+        return entries[m_random() % n];
+    }
+
+private:
+    std::mt19937_64 m_random{20240229};
+};
+} // namespace
+
+TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
+{
+    using T = TypeParam;
+    auto& number = this->m_number;
+    constexpr INT32 kCounts[] = {1, -1, 2, -3, 100, -32769, 2147483647, -2147483647 - 1};
+    constexpr E_STEP_BEHAVIOUR kBehaviours[] = {eSTEP_BEHAVIOUR_LIMIT, eSTEP_BEHAVIOUR_WRAP,
+                                                eSTEP_BEHAVIOUR_REFUSE};
+    this->m_root->DisableHistoryObjects();
+    CAnyNumber<T> any;
+    for (int i = 0; i < 3000; ++i)
+    {
+        const auto [min, max] = std::minmax({any(), any()});
+        const T value = std::clamp(any(), min, max);
+        const T step = std::max<T>(1, any());
+        const INT32 count = any.Of(kCounts);
+        const E_STEP_BEHAVIOUR behaviour = any.Of(kBehaviours);
+        ASSERT_EQ(number.SetMinAndMax(min, max), eKW_ACC_OK);
+        ASSERT_EQ(number.Set(value), eKW_ACC_OK);
+        ASSERT_EQ(number.SetStep(step), eKW_ACC_OK);
+        number.DeclareStepBehaviour(behaviour);
+
+        const t_Wide next = t_Wide{value} + t_Wide{step} * count;
+        const bool below = next < min;
+        const bool inside = !below && next <= max;
+        const T end = below == (behaviour == eSTEP_BEHAVIOUR_LIMIT) ? min : max;
+        const bool stays = behaviour == eSTEP_BEHAVIOUR_REFUSE;
+        const KW_ACCEPTANCE refusal = below ? eKW_ACC_BELOW_MINIMUM : eKW_ACC_ABOVE_MAXIMUM;
+        const KW_ACCEPTANCE pastEnd = stays                               ? refusal
+                                      : behaviour == eSTEP_BEHAVIOUR_WRAP ? eKW_ACC_OK
+                                                                          : eKW_ACC_WARNING;
+        const KW_ACCEPTANCE code = number.IncDec(count);
+        ASSERT_EQ(code, inside ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK) : pastEnd)
+            << +value << " + " << count << " × " << +step << " in " << +min << " … " << +max;
+        ASSERT_EQ(number.Get(), inside ? static_cast<T>(next) : (stays ? value : end))
+            << +value << " + " << count << " × " << +step << " in " << +min << " … " << +max;
+    }
+}
+
+TYPED_TEST(Integers, FactorOrLadderLeavesTheType)
+{
+    using T = TypeParam;
+    auto& number = this->m_number;
+    for (const E_STEPMODES mode : {eSTEPMODE_FACTOR, eSTEPMODE_LADDER125})
+    {
+        number.DeclareStepMode(mode);
+        for (const INT32 count : {1, 2147483647})
+        {
+            ASSERT_EQ(number.Set(this->kHighest), eKW_ACC_OK);
+            EXPECT_EQ(number.IncDec(count), eKW_ACC_WARNING);
+            EXPECT_EQ(number.Get(), this->kHighest);
+        }
+        // Down to the smallest that the mode reaches, in steps of at least one and never past it.
+        T before = this->kHighest;
+        ASSERT_EQ(number.Dec(), eKW_ACC_OK);
+        for (; number.Get() > T{1}; number.Dec())
+        {
+            ASSERT_LT(number.Get(), before);
+            before = number.Get();
+        }
+        EXPECT_EQ(number.Get(), T{1});
+        for (int i = 0; i < 5; ++i)
+        {
+            const T last = number.Get();
+            ASSERT_EQ(number.Inc(), eKW_ACC_OK);
+            ASSERT_GT(number.Get(), last);
+        }
+    }
+}
+
+TYPED_TEST(Integers, NumbersThatDifferCountAsOne)
+{
+    using T = TypeParam;
+    auto& number = this->m_number;
+    // So large that neighbours are the same double, where the type has such numbers.
+    const T large = static_cast<T>(this->kHighest / 16 * 8);
+    number.DeclareResolution(8);
+    EXPECT_EQ(number.Set(static_cast<T>(large - 8)), eKW_ACC_OK);
+    EXPECT_EQ(number.Set(static_cast<T>(large - 5)), eKW_ACC_WARNING) << "rounded";
+    EXPECT_EQ(number.Get(), static_cast<T>(large - 8));
+    number.DeclareResolution(0);
+    const auto entry = [](T value)
+    {
+        return std::is_signed_v<T> ? QVariant(static_cast<qlonglong>(value))
+                                   : QVariant(static_cast<qulonglong>(value));
+    };
+    number.DeclareValueList({entry(static_cast<T>(large - 4)), entry(large), entry(T{3})});
+    EXPECT_EQ(number.Set(static_cast<T>(large - 1)), eKW_ACC_NOT_IN_VALUE_LIST);
+    EXPECT_EQ(number.SetLimited(static_cast<T>(large - 1)), eKW_ACC_WARNING);
+    EXPECT_EQ(number.Get(), large);
+    EXPECT_EQ(number.SetLimited(static_cast<T>(large - 3)), eKW_ACC_WARNING);
+    EXPECT_EQ(number.Get(), static_cast<T>(large - 4));
+    EXPECT_EQ(number.SetLimited(this->kHighest), eKW_ACC_WARNING);
+    EXPECT_EQ(number.Get(), large);
+    EXPECT_EQ(number.SetLimited(this->kLowest), eKW_ACC_WARNING);
+    EXPECT_EQ(number.Get(), T{3});
+}
+
+TEST(ValueList, EntryBeyondTheTypeIsCutToFitOrAFarWishEndsAtTheWrongEntry)
+{
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropNum<INT16>& number = *root->m_pFirst->m_pInt16;
+    number.DeclareValueList({1, 70000, -70000, 5, QStringLiteral("x")});
+    EXPECT_EQ(number.Set(70000 % 65536), eKW_ACC_NOT_IN_VALUE_LIST);
+    ASSERT_EQ(number.Set(1), eKW_ACC_OK);
+    EXPECT_EQ(number.Inc(), eKW_ACC_OK);
+    EXPECT_EQ(number.Get(), 5);
+    EXPECT_EQ(number.Inc(), eKW_ACC_WARNING);
+    CDbPropNum<UINT16>& count = *root->m_pFirst->m_pUInt16;
+    count.DeclareValueList({-1, 0, 7});
+    EXPECT_EQ(count.Set(65535), eKW_ACC_NOT_IN_VALUE_LIST);
+    CDbPropNum<double>& listed = *root->m_pFirst->m_pListed;
+    for (const auto& [wish, entry] : {std::pair{1e300, 10.0},
+                                      {std::numeric_limits<double>::infinity(), 10.0},
+                                      {-std::numeric_limits<double>::infinity(), 1.0},
+                                      {3.4, 2.0},
+                                      {3.6, 5.0}})
+    {
+        EXPECT_EQ(listed.SetLimited(wish), eKW_ACC_WARNING) << wish;
+        EXPECT_EQ(listed.Get(), entry) << wish;
+    }
+}
+
+namespace
+{
+struct t_SignCase
+{
+    const char* name;
+    E_STEPMODES mode;
+    E_STEP_BEHAVIOUR behaviour;
+    INT32 start; ///< limits are ±1000
+    INT32 steps;
+    INT32 integer;
+    KW_ACCEPTANCE integerCode;
+    double real;
+    KW_ACCEPTANCE realCode;
+};
+
+class SteppingOfBothSigns : public testing::TestWithParam<t_SignCase>
+{
+protected:
+    template <typename T>
+    void Check(T end, KW_ACCEPTANCE code)
+    {
+        const auto root = CPgFixtureRoot::Create();
+        CDbPropNum<T>& number = NumberOf<T>(*root->m_pFirst);
+        number.DeclareMinAndMax(-1000, 1000);
+        number.DeclareStepMode(GetParam().mode);
+        number.DeclareStepBehaviour(GetParam().behaviour);
+        ASSERT_EQ(number.Set(static_cast<T>(GetParam().start)), eKW_ACC_OK);
+        EXPECT_EQ(number.IncDec(GetParam().steps), code);
+        EXPECT_EQ(number.Get(), end);
+    }
+};
+} // namespace
+
+TEST_P(SteppingOfBothSigns, GoesTheWrongWayOrToTheOtherEnd)
+{
+    Check<INT64>(GetParam().integer, GetParam().integerCode);
+    Check<double>(GetParam().real, GetParam().realCode);
+}
+
+namespace
+{
+constexpr auto kFactor = eSTEPMODE_FACTOR;
+constexpr auto kLadder = eSTEPMODE_LADDER125;
+constexpr auto kLimit = eSTEP_BEHAVIOUR_LIMIT;
+constexpr auto kWrap = eSTEP_BEHAVIOUR_WRAP;
+constexpr auto kRefuse = eSTEP_BEHAVIOUR_REFUSE;
+constexpr INT32 kMany = 2147483647;
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, SteppingOfBothSigns,
+    testing::Values(
+        t_SignCase{"PositiveUp", kFactor, kLimit, 6, 1, 12, 0, 12.0, 0},
+        t_SignCase{"PositiveDown", kFactor, kLimit, 6, -1, 3, 0, 3.0, 0},
+        t_SignCase{"NegativeUp", kFactor, kLimit, -6, 1, -3, 0, -3.0, 0},
+        t_SignCase{"NegativeDown", kFactor, kLimit, -6, -1, -12, 0, -12.0, 0},
+        t_SignCase{"NegativePastTheEnd", kFactor, kLimit, -600, -1, -1000, 1, -1000.0, 1},
+        t_SignCase{"NegativeWraps", kFactor, kWrap, -600, -1, 1000, 0, 1000.0, 0},
+        t_SignCase{"NegativeIsRefused", kFactor, kRefuse, -600, -1, -600, eKW_ACC_BELOW_MINIMUM,
+                   -600.0, eKW_ACC_BELOW_MINIMUM},
+        t_SignCase{"ManyDown", kFactor, kLimit, -6, -kMany, -1000, 1, -1000.0, 1},
+        t_SignCase{"ManyUp", kFactor, kLimit, 6, kMany, 1000, 1, 1000.0, 1},
+        // Whole numbers move by one where the factor would leave them; zero times anything is zero.
+        t_SignCase{"ZeroUp", kFactor, kLimit, 0, 1, 1, 0, 0.0, 0},
+        t_SignCase{"ZeroDown", kFactor, kLimit, 0, -1, -1, 0, 0.0, 0},
+        t_SignCase{"ZeroUpByMany", kFactor, kLimit, 0, kMany, 1, 0, 0.0, 0},
+        t_SignCase{"LadderUp", kLadder, kLimit, 200, 1, 500, 0, 500.0, 0},
+        t_SignCase{"LadderPastTheEnd", kLadder, kLimit, 600, 1, 1000, 0, 1000.0, 0},
+        t_SignCase{"LadderFarPastTheEnd", kLadder, kLimit, 600, 2, 1000, 1, 1000.0, 1},
+        t_SignCase{"LadderWraps", kLadder, kWrap, 1000, 1, -1000, 0, -1000.0, 0},
+        t_SignCase{"LadderIsRefused", kLadder, kRefuse, 1000, 1, 1000, eKW_ACC_ABOVE_MAXIMUM,
+                   1000.0, eKW_ACC_ABOVE_MAXIMUM},
+        t_SignCase{"LadderBelowOne", kLadder, kLimit, 2, -2, 1, 0, 0.5, 0},
+        t_SignCase{"LadderFromZero", kLadder, kLimit, 0, 1, 0, 0, 0.0, 0},
+        t_SignCase{"LadderFromBelowZero", kLadder, kLimit, -5, kMany, -5, 0, -5.0, 0}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(EnumerationSteps, LeaveTheTypeOrReachWhatIsDisabled)
+{
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropEnum<KW_ZEL_TRIGGER_TYPE>& selector = *root->m_pFirst->m_pEnum;
+    for (INT32 value = 0; value < selector.GetEnumSize(); ++value)
+    {
+        ASSERT_EQ(selector.EnableValue(value, value % 5 == 2), eKW_ACC_OK);
+    }
+    const struct
+    {
+        INT32 start, steps, end;
+        KW_ACCEPTANCE code;
+    } rows[] = {{2, 1, 7, 0},   {2, 2, 12, 0},     {12, -1, 7, 0},
+                {12, 1, 12, 1}, {2, -1, 2, 1},     {2, 3, 12, 1},
+                {7, 0, 7, 0},   {7, kMany, 12, 1}, {7, -kMany - 1, 2, 1}};
+    for (const auto& [start, steps, end, code] : rows)
+    {
+        ASSERT_EQ(selector.SetAsInt(start), eKW_ACC_OK);
+        EXPECT_EQ(selector.IncDec(steps), code) << start << " by " << steps;
+        EXPECT_EQ(selector.GetAsInt(), end) << start << " by " << steps;
+    }
+    // A rule may leave a value that can not be selected; stepping leads out of it.
+    for (const auto& [steps, end] : {std::pair{1, 7}, {-1, 2}})
+    {
+        ASSERT_EQ(selector.DbSetAsInt(5), eKW_ACC_OK);
+        EXPECT_EQ(selector.IncDec(steps), eKW_ACC_OK);
+        EXPECT_EQ(selector.GetAsInt(), end);
+    }
+}
