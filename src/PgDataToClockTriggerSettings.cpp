@@ -12,7 +12,8 @@ KW_ACCEPTANCE CPgDataToClockTriggerSettings::OnPropertySet(const CDbPropBase* pr
 void CPgDataToClockTriggerSettings::OnItemInserted(CDbContainerBase* container, const QString& item)
 {
     CPgDataToClockTriggerSettingsBase::OnItemInserted(container, item);
-    UpdateGroup();
+    // Not the clock: in a recall the digital channel that it is may not be on yet.
+    NTriggerRules::OfferData(*m_pDataSource, m_pClockSource->Get());
 }
 
 void CPgDataToClockTriggerSettings::UpdateGroup()

@@ -105,6 +105,21 @@ void CPgHistoryViewer::OnTreeCreated()
         root->GetDependencies().Add(
             *this, {root->GetPgHorizontal()->GetPrHistoryDepth()}, [this] { UpdateGroup(); },
             QStringLiteral("HistoryViewer/SelectedTrace"));
+        root->GetDependencies().Add(
+            *this, {root->GetPgControl()->GetPgSMScope()->GetPrRunStop()},
+            [this] { OnRunStop(); }, QStringLiteral("HistoryViewer/Enabled"));
+    }
+}
+
+/** A scope that runs overwrites what the viewer shows. */
+void CPgHistoryViewer::OnRunStop()
+{
+    const CPgSMScope* const scope = CPgZEL::Of(*this)->GetPgControl()->GetPgSMScope();
+    if (m_pEnabled->Get() == eKW_ONOFF_ON &&
+        scope->GetPrRunStop()->Get() != eKW_ZEL_RUNSTOP_STATE_STOP)
+    {
+        KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_OFF));
+        OnEnabled();
     }
 }
 

@@ -19,6 +19,7 @@ public:
 
 private:
     void LimitSelection();
+    void OnRunStop();
     void OnEnabled();
     void OnPlaying();
     /** eKW_ACC_WARNING when there is no such acquisition: the nearest one is shown. */

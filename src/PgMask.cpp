@@ -7,11 +7,16 @@
 
 KW_ACCEPTANCE CPgMask::OnPropertySet(const CDbPropBase* property)
 {
-    if (property == m_pEnabled && m_pEnabled->Get() == eKW_ONOFF_OFF)
+    UpdateGroup();
+    return CPgMaskBase::OnPropertySet(property);
+}
+
+void CPgMask::UpdateGroup()
+{
+    if (m_pEnabled->Get() == eKW_ONOFF_OFF)
     {
         KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_OFF));
     }
-    return CPgMaskBase::OnPropertySet(property);
 }
 
 KW_ACCEPTANCE CPgMask::OnFunction(const CDbFunction* function)

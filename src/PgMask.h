@@ -13,6 +13,7 @@ class CPgMask : public CPgMaskBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
 
     /** The mask of the selected channel is gone, its results with it. */
     void ClearMask();

@@ -15,13 +15,17 @@ void NTriggerRules::ClearStates(const CPgaChannelState& states)
     }
 }
 
+void NTriggerRules::OfferData(const CPgaDataSource& data, KW_ZEL_CHANNEL clock)
+{
+    for (INT32 i = 0; i < data.GetCount(); ++i)
+    {
+        NRules::OfferSources(*data.ItemDirect(i)->GetPrSource(), NRules::eSOURCES_INPUTS, clock);
+    }
+}
+
 void NTriggerRules::OfferClockAndData(CDbPropEnum<KW_ZEL_CHANNEL>& clock,
                                       const CPgaDataSource& data)
 {
     NRules::OfferSources(clock, NRules::eSOURCES_INPUTS);
-    for (INT32 i = 0; i < data.GetCount(); ++i)
-    {
-        NRules::OfferSources(*data.ItemDirect(i)->GetPrSource(), NRules::eSOURCES_INPUTS,
-                             clock.Get());
-    }
+    OfferData(data, clock.Get());
 }

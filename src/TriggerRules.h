@@ -12,6 +12,9 @@ namespace NTriggerRules
 /** Every channel becomes "don't care". */
 void ClearStates(const CPgaChannelState& states);
 
-/** Lets a clock and its data lines offer the inputs that are on; no data line is the clock. */
+/** Lets the data lines of a clock offer the inputs that are on; no data line is the clock. */
+void OfferData(const CPgaDataSource& data, KW_ZEL_CHANNEL clock);
+
+/** The same for a clock and its data lines. */
 void OfferClockAndData(CDbPropEnum<KW_ZEL_CHANNEL>& clock, const CPgaDataSource& data);
 } // namespace NTriggerRules
