@@ -38,17 +38,13 @@ KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
 void CPgCounterChannel::UpdateGroup()
 {
     KW_CHECKED(m_pCounterNumerics->GetPrUnit()->DbSet(kUnits[m_pMeasurementType->Get()]));
-    // Events that were counted stay counted when the signal ends.
-    if (m_pSignalPresent->Get() == eKW_ONOFF_OFF &&
-        m_pMeasurementType->Get() != eKW_ZEL_COUNTER_MEAS_TYPE_EVENTS)
-    {
-        m_pCounterNumerics->DropReading();
-    }
 }
 
 void CPgCounterChannel::OnTreeCreated()
 {
     CPgCounterChannelBase::OnTreeCreated();
+    m_pCounterNumerics->DropReading();
+    m_pStatistics->Reset();
     // Confirming the level that the automatic has found means to keep it.
     m_pLevel->SetForceDependencies(true);
 }

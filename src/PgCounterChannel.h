@@ -5,7 +5,7 @@
 #include "RuleHelpers.h"
 
 /** One counter. The user's level ends the automatic one; the unit of the readings is that of the
-    quantity, and they lose their validity when quantity or input change. */
+    quantity, and they lose their validity when quantity or input change; a fresh tree has none. */
 class CPgCounterChannel : public CPgCounterChannelBase
 {
 public:

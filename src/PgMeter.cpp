@@ -169,6 +169,15 @@ void CPgMeter::SelectFunction()
     }
 }
 
+double CPgMeter::ProbeInUse(KW_UNIT& unitOfReading) const
+{
+    return t_Helper::GetProbeSettingsDmm(
+               m_pMeasType->Get(),
+               {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()},
+               unitOfReading)
+        .factor;
+}
+
 void CPgMeter::UpdateProbe()
 {
     const t_Function& function = kFunctions[m_pMeterType->Get()];
@@ -182,11 +191,8 @@ void CPgMeter::UpdateProbe()
                                    (unit == eKW_UNIT_LEVEL_A && !noAmperes);
                         });
     KW_UNIT unit = eKW_UNIT_NONE;
-    const t_Helper::ProbeSettings probe = t_Helper::GetProbeSettingsDmm(
-        m_pMeasType->Get(),
-        {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()}, unit);
     KW_CHECKED(m_pProbeKind->DbSet(KindOf(m_pProbeType->Get())));
-    KW_CHECKED(m_pProbeFactor->DbSet(probe.factor));
+    KW_CHECKED(m_pProbeFactor->DbSet(ProbeInUse(unit)));
 }
 
 void CPgMeter::UpdatePath()
@@ -212,10 +218,9 @@ void CPgMeter::UpdateMultimeterChannel()
     CPgMeterChannel* const channel = m_pMeterChannel->ItemDirect(eKW_ZEL_METER_CHANNEL_DMM);
     const t_RangeSettings range = RangeSettings(type, channel->GetPrRange()->Get());
     KW_UNIT unit = eKW_UNIT_NONE;
-    const t_Helper::ProbeSettings probe = t_Helper::GetProbeSettingsDmm(
-        type, {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()}, unit);
+    ProbeInUse(unit);
     // The limits of a frequency are hertz: the probe at its input does not change them.
-    const double factor = type == eKW_ZEL_DMM_MEAS_TYPE_FREQ ? 1.0 : probe.factor;
+    const double factor = type == eKW_ZEL_DMM_MEAS_TYPE_FREQ ? 1.0 : m_pProbeFactor->Get();
     const bool isCurrent = m_pProbeKind->Get() == eKW_ZEL_DMM_PROBE_TYPE_CURRENT ||
                            (m_pProbeKind->Get() == eKW_ZEL_DMM_PROBE_TYPE_USER &&
                             m_pProbeUserUnit->Get() == eKW_UNIT_LEVEL_A);

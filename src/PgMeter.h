@@ -17,6 +17,8 @@ public:
     void OnTreeCreated() override;
 
 private:
+    /** Factor of the probe in the present measurement, and the unit of what is read. */
+    double ProbeInUse(KW_UNIT& unitOfReading) const;
     void SelectFunction();
     void UpdateProbe();
     void UpdatePath();

@@ -46,10 +46,16 @@ void CPgMeterMeasurement::OnPropertyDbSet(const CDbPropBase* property)
     }
 }
 
+void CPgMeterMeasurement::OnTreeCreated()
+{
+    CPgMeterMeasurementBase::OnTreeCreated();
+    DropReadings();
+}
+
 void CPgMeterMeasurement::Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction)
 {
     const bool isOther = WriteUnit(ofFunction ? *ofFunction : UnitOfQuantity(atInput));
-    if (isOther || m_pStatus->Get() == eKW_ZEL_METER_STATUS_NO_READING)
+    if (isOther)
     {
         DropReadings();
     }

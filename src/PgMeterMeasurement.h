@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/** One reading of a channel. Without a reading (status "no reading") its results are invalid. */
+/** One reading of a channel; a fresh tree has none. */
 class CPgMeterMeasurement : public CPgMeterMeasurementBase
 {
 public:
@@ -13,6 +13,7 @@ public:
 
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void OnPropertyDbSet(const CDbPropBase* property) override;
+    void OnTreeCreated() override;
 
     /** Unit of the multimeter's function, or of this reading's quantity at the input (volt or
         ampere). A reading in another unit is dropped. */

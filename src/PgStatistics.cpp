@@ -12,14 +12,6 @@ KW_ACCEPTANCE CPgStatistics::OnFunction(const CDbFunction* function)
     return CPgStatisticsBase::OnFunction(function);
 }
 
-void CPgStatistics::UpdateGroup()
-{
-    if (m_pCount->Get() == 0)
-    {
-        Reset();
-    }
-}
-
 void CPgStatistics::Reset()
 {
     NRules::Invalidate({m_pMinimum, m_pMaximum, m_pMean, m_pStandardDeviation, m_pAllanDeviation});

@@ -3,12 +3,11 @@
 
 #include "PgStatisticsBase.h"
 
-/** Statistics of a counter; invalid while they are of no reading. */
+/** Statistics of a counter. */
 class CPgStatistics : public CPgStatisticsBase
 {
 public:
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
 
     void Reset();
 };
