@@ -267,7 +267,7 @@ TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
             }
         });
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
-    EXPECT_EQ(refused, QStringList());
+    EXPECT_EQ(refused.join(QLatin1Char('\n')).toStdString(), "");
     EXPECT_GT(written, 1000);
     EXPECT_GE(steps, written);
 }

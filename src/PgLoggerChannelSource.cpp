@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "PgLoggerChannelSource.h"
+
+#include "CheckedAccess.h"
+#include "CommonDatabase/DbPropReference.h"
+#include "PgCounterChannel.h"
+#include "PgMeasurement.h"
+#include "PgMeterChannel.h"
+
+KW_ACCEPTANCE CPgLoggerChannelSource::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    const bool isTakenBack = property == m_pItem && !m_pItem->IsActive();
+    return std::max<KW_ACCEPTANCE>(isTakenBack ? eKW_ACC_WARNING : eKW_ACC_OK,
+                                   CPgLoggerChannelSourceBase::OnPropertySet(property));
+}
+
+void CPgLoggerChannelSource::UpdateGroup()
+{
+    const auto item = m_pItem->GetReferencedGroup();
+    if (item && !FitsSource(*item))
+    {
+        KW_CHECKED(m_pItem->DbSet(QString()));
+    }
+}
+
+bool CPgLoggerChannelSource::FitsSource(const CDbPropertyGroup& item) const
+{
+    switch (m_pSource->Get())
+    {
+    case eKW_ZEL_LOGGER_SOURCE_METER:
+        return dynamic_cast<const CPgMeterChannel*>(&item) != nullptr;
+    case eKW_ZEL_LOGGER_SOURCE_MEASUREMENT:
+        return dynamic_cast<const CPgMeasurement*>(&item) != nullptr;
+    case eKW_ZEL_LOGGER_SOURCE_COUNTER:
+        return dynamic_cast<const CPgCounterChannel*>(&item) != nullptr;
+    default:
+        return false;
+    }
+}
