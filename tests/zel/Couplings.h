@@ -36,8 +36,8 @@ void CheckCoupling(const t_Coupling& coupling);
 /** Saves, recalls, saves: answers where the two files differ first. */
 QString RecallDifference(const std::shared_ptr<IKWFunctionZEL>& root);
 
-/** Writes legal texts to settings and runs actions below `paths` by chance; after each step checks
-    that `violations` names nothing and that computing everything once more changes nothing, now and
-    then that a recall restores, and in the end that undo leads back to the first state. */
+/** Writes legal texts to settings and runs actions below `paths` by chance. Checks after each step
+    that `violations` names nothing and that computing everything once more changes nothing; now and
+    then that undoing all leads back, and that a recall restores. */
 void WalkByChance(const std::shared_ptr<IKWFunctionZEL>& root, const QStringList& paths,
                   UINT32 seed, int steps, const std::function<QStringList()>& violations);

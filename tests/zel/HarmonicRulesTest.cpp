@@ -236,5 +236,5 @@ TEST(HarmonicRules, SomeSettingBreaksTheHarmonics)
         }
         return wrong;
     };
-    WalkByChance(root, {QStringLiteral("Harmonic")}, 30, 240, violations);
+    WalkByChance(root, {QStringLiteral("Harmonic")}, 30, 800, violations);
 }

@@ -257,5 +257,5 @@ TEST(LoggerRules, SomeSettingBreaksTheLogger)
         }
         return wrong;
     };
-    WalkByChance(root, {QStringLiteral("Logger")}, 40, 400, violations);
+    WalkByChance(root, {QStringLiteral("Logger")}, 40, 1600, violations);
 }

@@ -312,6 +312,6 @@ TEST(MeterRules, SomeSettingBreaksTheMeter)
     {
         ASSERT_EQ(RunStep(root, QString::fromLatin1(step)), eKW_ACC_OK);
     }
-    WalkByChance(root, {QStringLiteral("Meter"), QStringLiteral("Counter")}, 20, 400,
+    WalkByChance(root, {QStringLiteral("Meter"), QStringLiteral("Counter")}, 20, 1600,
                  [&root] { return Violations(root); });
 }
