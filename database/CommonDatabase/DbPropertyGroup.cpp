@@ -237,15 +237,15 @@ std::shared_ptr<IDbObject> CDbPropertyGroup::Find(const QString& path) const
     while (node != nullptr && position < path.size())
     {
         auto* const group = dynamic_cast<CDbPropertyGroup*>(node);
-        if (group == nullptr)
-        {
-            return nullptr;
-        }
         // An item follows its container directly; its key may hold any character but "]".
         const bool isItem = path[position] == QLatin1Char('[');
         const QLatin1Char end(isItem ? ']' : '/');
         const int begin = position + (isItem || path[position] == end ? 1 : 0);
         int stop = static_cast<int>(path.indexOf(end, begin));
+        if (group == nullptr || (isItem && stop < 0))
+        {
+            return nullptr;
+        }
         const int bracket = isItem ? -1 : static_cast<int>(path.indexOf(QLatin1Char('['), begin));
         stop = stop < 0 ? static_cast<int>(path.size()) : stop;
         stop = bracket >= 0 && bracket < stop ? bracket : stop;

@@ -127,6 +127,12 @@ std::vector<t_Table> Tables()
          {{"dBm", "DBM", "DBM"}, {"dBV", "DBV", "DBV"}, {"dBA", "DBA", "DBA"}}},
         {KW_TABLE(KW_SCALING_TYPE),
          {{"Linear", "LIN", "LINEAR", "Lin"}, {"Logarithmic", "LOG", "LOGARITHMIC", "Log"}}},
+        {KW_TABLE(KW_SIGNAL_TRANSLATION_VALUE_TYPE),
+         {{"Unsigned Int", "UINT", "UNSIGNED_INT", "UINT"},
+          {"Enum", "ENUM", "ENUM", "ENUM"},
+          {"Signed Int", "SINT", "SIGNED_INT", "SINT"},
+          {"Float", "FLOAT", "FLOAT", "FLOAT"},
+          {"Double", "DOUBLE", "DOUBLE", "DOUBLE"}}},
     };
 }
 
@@ -356,20 +362,62 @@ TEST(Enumerations, ValueOutsideTheTypeOrBlankEntryHasAName)
     }
     EXPECT_EQ(probes.GetName(eKW_PROBE_TYPE_6), QStringLiteral(""));
     EXPECT_FALSE(probes.GetName(eKW_PROBE_TYPE_6).isNull()) << "blank, not missing";
-    const std::pair<KW_PROBE_TYPE, const char*> named[] = {
-        {static_cast<KW_PROBE_TYPE>(0), "1:1"},      {static_cast<KW_PROBE_TYPE>(5), "1000:1"},
-        {static_cast<KW_PROBE_TYPE>(7), "100 V/A"},  {static_cast<KW_PROBE_TYPE>(12), "1 mV/A"},
-        {static_cast<KW_PROBE_TYPE>(13), "1 mV/°C"}, {static_cast<KW_PROBE_TYPE>(15), "PT100"},
-        {static_cast<KW_PROBE_TYPE>(17), "PT1000"},  {static_cast<KW_PROBE_TYPE>(18), "User"}};
-    for (const auto& [probe, text] : named)
-    {
-        EXPECT_EQ(probes.GetName(probe), Of(text));
-    }
     const CEnumNameInfo& sign = GetStaticEnumNameInfo<KW_SIGN>();
     EXPECT_TRUE(sign.GetName(0).isNull());
     EXPECT_TRUE(sign.GetRemoteName(1).isNull());
     EXPECT_EQ(sign.GetSerialName(0), QStringLiteral("NEGATIVE"));
     EXPECT_EQ(sign.GetSerialName(1), QStringLiteral("POSITIVE"));
+}
+
+TEST(Enumerations, ValueStandsAtAnotherNumber)
+{
+    const char* const probes[] = {"1:1",      "10:1",    "20:1",    "100:1",   "200:1",
+                                  "1000:1",   "",        "100 V/A", "10 V/A",  "1 V/A",
+                                  "100 mV/A", "10 mV/A", "1 mV/A",  "1 mV/°C", "1 mV/°F",
+                                  "PT100",    "PT500",   "PT1000",  "User"};
+    const CEnumNameInfo& info = GetStaticEnumNameInfo<KW_PROBE_TYPE>();
+    ASSERT_EQ(info.GetEnumSize(), static_cast<INT32>(std::size(probes)));
+    for (INT32 value = 0; value < info.GetEnumSize(); ++value)
+    {
+        EXPECT_EQ(info.GetName(value), Of(probes[value])) << value;
+    }
+    // Numbers that calculations, defaults and files rely on.
+    const std::pair<INT32, INT32> numbers[] = {{eKW_REF_POINT_POSITION_LEFT, 0},
+                                               {eKW_REF_POINT_POSITION_MIDDLE, 1},
+                                               {eKW_REF_POINT_POSITION_RIGHT, 2},
+                                               {eKW_UNIT_LEVEL_DBM, 0},
+                                               {eKW_UNIT_LEVEL_V, 28},
+                                               {eKW_UNIT_LEVEL_A, 42},
+                                               {eKW_UNIT_FIELD_FARAD, 51},
+                                               {eKW_UNIT_FREQ_HZ, 56},
+                                               {eKW_UNIT_NONE, 65},
+                                               {eKW_UNIT_LEVEL_V_DIV, 77},
+                                               {eKW_UNIT_LEVEL_A_DIV, 78},
+                                               {eKW_UNIT_TEMPERATURE_DEG, 84},
+                                               {eKW_UNIT_TEMPERATURE_F, 85},
+                                               {eKW_UNIT_METER_V, 106},
+                                               {eKW_UNIT_METER_OHM, 108},
+                                               {eKW_UNIT_COUNT_TICKS, 111},
+                                               {eKW_ZEL_METER_RANGE_1, 7},
+                                               {eKW_ZEL_CHANNEL_NONE, 20}};
+    for (const auto& [present, known] : numbers)
+    {
+        EXPECT_EQ(present, known);
+    }
+    const std::pair<const CEnumNameInfo&, INT32> sizes[] = {
+        {GetStaticEnumNameInfo<KW_ZEL_METER_RANGE>(), 16},
+        {GetStaticEnumNameInfo<KW_ZEL_DMM_MEAS_TYPE>(), 9},
+        {GetStaticEnumNameInfo<KW_ZEL_HISTORY_DEPTH>(), 3},
+        {GetStaticEnumNameInfo<KW_ZEL_RECORD_LENGTH>(), 3},
+        {GetStaticEnumNameInfo<KW_ZEL_CAL_FREQ>(), 6},
+        {GetStaticEnumNameInfo<KW_ZEL_LPF_GAIN>(), 8},
+        {GetStaticEnumNameInfo<KW_ZEL_DMM_CURRENT>(), 6},
+        {GetStaticEnumNameInfo<KW_DATAFORMAT>(), 8},
+        {GetStaticEnumNameInfo<KW_ENDIANNESS>(), 2}};
+    for (const auto& [table, size] : sizes)
+    {
+        EXPECT_EQ(table.GetEnumSize(), size) << table.GetType().toStdString();
+    }
 }
 
 TEST(Enumerations, OwnTableForgetsOrTakesTooMuch)
