@@ -38,7 +38,7 @@ public:
 
     /** Brackets nest, belong to the calling thread, and keep other threads' writes out until the
         last is closed: use the guards of KWBrackets.h. A transaction is one step for undo; with
-        `keep` false it is rolled back (which needs history to be on). */
+        `keep` false, here or in one inside, it is rolled back (which needs history to be on). */
     virtual void StartTransaction(const QString& text) = 0;
     virtual KW_ACCEPTANCE EndTransaction(bool keep) = 0;
     virtual void StartReadAccess() = 0;

@@ -67,7 +67,16 @@ void CDbPgRoot::EndScope()
 void CDbPgRoot::CloseStep()
 {
     auto step = std::exchange(m_step, nullptr);
-    if (step && step->Finish())
+    const bool rollBack = std::exchange(m_rollBack, false);
+    if (!step || !step->Finish())
+    {
+        return;
+    }
+    if (rollBack)
+    {
+        step->Undo();
+    }
+    else
     {
         m_history.Add(std::move(step));
     }
@@ -179,15 +188,11 @@ KW_ACCEPTANCE CDbPgRoot::EndTransaction(bool keep)
     KW_ACCEPTANCE code = eKW_ACC_OK;
     if (--m_transactions == 0 && m_scopes == 0)
     {
-        const bool rollBack = std::exchange(m_rollBack, false);
-        if (rollBack)
+        if (m_rollBack)
         {
-            const auto step = std::exchange(m_step, nullptr);
-            code = step ? eKW_ACC_OK : eKW_ACC_NOTHING_TO_DO;
-            if (step && step->Finish())
-            {
-                step->Undo();
-            }
+            code = m_step == nullptr ? eKW_ACC_NOTHING_TO_DO
+                   : keep            ? eKW_ACC_OPERATION_FAILED
+                                     : eKW_ACC_OK;
         }
         CloseStep();
     }

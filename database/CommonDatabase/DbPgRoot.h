@@ -47,8 +47,8 @@ public:
 
     // Brackets: keep the lock until they end, nest, belong to the calling thread.
     void StartTransaction(const QString& text);
-    /** With `keep` false everything since the start is rolled back; eKW_ACC_NOTHING_TO_DO when
-        history is off, so that nothing could be rolled back. Only the outermost end decides. */
+    /** With `keep` false, here or in a bracket inside, the outermost end rolls everything back:
+        eKW_ACC_OPERATION_FAILED when it had `keep`, eKW_ACC_NOTHING_TO_DO with history off. */
     KW_ACCEPTANCE EndTransaction(bool keep);
     void StartReadAccess();
     void EndReadAccess();

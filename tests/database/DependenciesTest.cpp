@@ -56,6 +56,25 @@ TEST_F(Dependency, RunsTwiceForAWriteOrOutOfOrder)
     EXPECT_EQ(m_reports.Count(), 0);
 }
 
+TEST_F(Dependency, SeveralSourcesWrittenByOneRunTheNextSeveralTimes)
+{
+    // Registered before the one that feeds it: it still runs after, and once.
+    Add('a', {m_second.m_pInt16, m_second.m_pUInt16, m_second.m_pText});
+    Add('b', {m_first.m_pInt32},
+        [this]
+        {
+            m_second.m_pInt16->DbSet(1);
+            m_second.m_pUInt16->DbSet(2);
+            m_second.m_pInt16->DbSet(3);
+            m_second.m_pText->DbSet(QStringLiteral("x"));
+        });
+    ASSERT_EQ(m_first.m_pInt32->Set(1), eKW_ACC_OK);
+    EXPECT_EQ(m_ran, "ba");
+    ASSERT_EQ(m_first.m_pInt32->Set(2), eKW_ACC_OK);
+    EXPECT_EQ(m_ran, "baba") << "Int16 went from 3 to 1 and back";
+    EXPECT_EQ(m_reports.Count(), 0);
+}
+
 TEST_F(Dependency, UndoRunsRulesAgain)
 {
     Add('a', {m_first.m_pInt32}, [this] { m_second.m_pInt32->DbSet(m_first.m_pInt32->Get() + 1); });

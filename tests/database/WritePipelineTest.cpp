@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "LockManager.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -400,6 +401,33 @@ TEST_F(Frame, TransactionIsSeveralStepsOrSurvivesItsRollback)
     m_group.m_pDouble->Set(4.0);
     EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_NOTHING_TO_DO);
     EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_F(Frame, InnerRollbackIsForgottenOrHitsALaterTransaction)
+{
+    const QByteArray before = m_root->Text();
+    m_root->StartTransaction(QStringLiteral("outer"));
+    m_group.m_pDouble->Set(4.0);
+    m_root->StartTransaction(QStringLiteral("inner"));
+    m_group.m_pInt32->Set(5);
+    EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_OK);
+    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_OPERATION_FAILED) << "it wanted to keep it";
+    EXPECT_EQ(m_root->Text(), before);
+    EXPECT_FALSE(m_root->CanUndo());
+    {
+        // As an action does it: the end of the action is the end of the step.
+        const CLockGuard lock;
+        const CDbRootScope action(m_root.get(), eWRITEKIND::Client);
+        m_root->StartTransaction(QStringLiteral("inside"));
+        m_group.m_pInt32->Set(6);
+        EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_OK);
+    }
+    EXPECT_EQ(m_root->Text(), before);
+    m_root->StartTransaction(QStringLiteral("later"));
+    m_group.m_pDouble->Set(7.0);
+    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pDouble->Get(), 7.0);
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("later"));
 }
 
 TEST_F(Frame, RootPretendsToUpdateMeasurements)
