@@ -38,7 +38,8 @@ public:
 
     /** Brackets nest, belong to the calling thread, and keep other threads' writes out until the
         last is closed: use the guards of KWBrackets.h. A transaction is one step for undo; with
-        `keep` false, here or in one inside, it is rolled back (which needs history to be on). */
+        `keep` false, here or in one inside, it is rolled back (which needs history to be on). An
+        end without its start does nothing: eKW_ACC_NOTHING_TO_DO. */
     virtual void StartTransaction(const QString& text) = 0;
     virtual KW_ACCEPTANCE EndTransaction(bool keep) = 0;
     virtual void StartReadAccess() = 0;

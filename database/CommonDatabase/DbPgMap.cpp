@@ -310,7 +310,8 @@ KW_ACCEPTANCE CDbPgMapBase::Copy(const QString& source, const QString& target)
     {
         return eKW_ACC_NOT_FOUND;
     }
-    const QString name = target.isEmpty() ? CreateUniqueName() : NormalizeName(target);
+    const QString wanted = NormalizeName(target);
+    const QString name = wanted.isEmpty() ? CreateUniqueName() : wanted;
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
     const KW_ACCEPTANCE code = Insert(name);
     if (code <= eKW_ACC_WARNING)

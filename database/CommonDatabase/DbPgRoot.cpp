@@ -182,8 +182,19 @@ void CDbPgRoot::StartTransaction(const QString& text)
     }
 }
 
+/** Of this thread: that of another one is over when the lock is there. */
+bool CDbPgRoot::IsInTransaction() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    return m_transactions > 0;
+}
+
 KW_ACCEPTANCE CDbPgRoot::EndTransaction(bool keep)
 {
+    if (!IsInTransaction())
+    {
+        return eKW_ACC_NOTHING_TO_DO;
+    }
     m_rollBack = m_rollBack || !keep;
     KW_ACCEPTANCE code = eKW_ACC_OK;
     if (--m_transactions == 0 && m_scopes == 0)
@@ -218,6 +229,10 @@ void CDbPgRoot::StartWriteAccess(KW_CLIENT_ORIGIN origin)
 
 void CDbPgRoot::EndWriteAccess()
 {
+    if (t_origins.empty())
+    {
+        return;
+    }
     t_origins.pop_back();
     Leave(eACCESS_WRITE);
 }

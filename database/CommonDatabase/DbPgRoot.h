@@ -90,6 +90,8 @@ private:
     std::unique_ptr<CDbUndoStep> m_step;
     UINT32 m_stepId = 0;
     INT32 m_scopes = 0;
+    bool IsInTransaction() const;
+
     INT32 m_transactions = 0;
     QString m_settingsFolder;
     KW_CONTROL_MODE m_controlMode = eCONTROL_LOCAL;

@@ -4,7 +4,6 @@
 #include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
-
 void CDependencies::Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBase*> sources,
                         std::function<void()> update, const QString& name)
 {

@@ -151,6 +151,10 @@ TEST_F(Containers, CopyMissesContentsOrAliasesThem)
     m_map.Insert(QStringLiteral("a"));
     m_map.ItemDirect(QStringLiteral("a"))->m_pLevel->Set(4.0);
     m_map.ItemDirect(QStringLiteral("a"))->m_pLabel->Set(QStringLiteral("x"));
+    ASSERT_EQ(m_map.Copy(QStringLiteral("a"), QStringLiteral("  ")), eKW_ACC_OK)
+        << "a name that normalises to none is made from the pattern";
+    EXPECT_EQ(m_map.GetCount(), 2);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
     Remember();
     ASSERT_EQ(m_map.Copy(QStringLiteral("a"), QStringLiteral("b")), eKW_ACC_OK);
     EXPECT_EQ(m_map.ItemDirect(QStringLiteral("b"))->m_pLevel->Get(), 4.0);

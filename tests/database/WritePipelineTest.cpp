@@ -403,6 +403,16 @@ TEST_F(Frame, TransactionIsSeveralStepsOrSurvivesItsRollback)
     EXPECT_FALSE(m_root->CanUndo());
 }
 
+TEST_F(Frame, EndWithoutItsStartTakesTheLockFromOthers)
+{
+    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_NOTHING_TO_DO);
+    m_root->EndWriteAccess();
+    m_root->StartTransaction(QStringLiteral("later"));
+    ASSERT_EQ(m_group.m_pDouble->Set(4.0), eKW_ACC_OK);
+    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_OK);
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("later"));
+}
+
 TEST_F(Frame, InnerRollbackIsForgottenOrHitsALaterTransaction)
 {
     const QByteArray before = m_root->Text();
