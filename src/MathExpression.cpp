@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+#include "MathExpression.h"
+
+#include "CommonDatabase/NumberText.h"
+#include "RuleHelpers.h"
+
+#include <QRegularExpression>
+#include <cmath>
+
+using namespace NMathExpression;
+
+namespace
+{
+struct t_UnitSymbol
+{
+    const char* symbol;
+    KW_UNIT unit;
+};
+
+constexpr t_UnitSymbol kUnits[] = {
+    {"V", eKW_UNIT_LEVEL_V},         {"A", eKW_UNIT_LEVEL_A},  {"W", eKW_UNIT_LEVEL_W},
+    {"Ohm", eKW_UNIT_IMPEDANCE_OHM}, {"s", eKW_UNIT_FREQ_SEC}, {"Hz", eKW_UNIT_FREQ_HZ},
+};
+
+/** Reads the elements of a text one by one. */
+class CReader
+{
+public:
+    explicit CReader(const QString& text) : m_rest(text.trimmed()) {}
+
+    bool IsAtEnd() const { return m_rest.isEmpty(); }
+
+    /** Nothing where no element begins. */
+    std::optional<t_Element> Next(bool isOperandExpected)
+    {
+        static const QRegularExpression number(QStringLiteral(
+            "^(-?[0-9]+(?:\\.[0-9]*)?(?:[eE][+-]?[0-9]+)?)(?:(?!sqr)(V|A|W|Ohm|s|Hz))?"));
+        // After an operand a minus is an operator.
+        if (isOperandExpected || !m_rest.startsWith(QLatin1Char('-')))
+        {
+            const QRegularExpressionMatch match = number.match(m_rest);
+            if (match.hasMatch())
+            {
+                return Constant(match);
+            }
+        }
+        return Word();
+    }
+
+private:
+    std::optional<t_Element> Constant(const QRegularExpressionMatch& match)
+    {
+        t_Element element;
+        element.type = eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT;
+        bool isNumber = false;
+        element.constant = match.captured(1).toDouble(&isNumber);
+        for (const t_UnitSymbol& row : kUnits)
+        {
+            element.unit = match.captured(2) == QLatin1String(row.symbol) ? row.unit : element.unit;
+        }
+        Skip(match.capturedLength(0));
+        return isNumber && std::isfinite(element.constant) ? std::optional(element) : std::nullopt;
+    }
+
+    std::optional<t_Element> Word()
+    {
+        struct t_Word
+        {
+            const char* text;
+            KW_ZEL_MATH_ELEMENT_TYPE type;
+            KW_ZEL_CHANNEL source = eKW_ZEL_CHANNEL_C1;
+        };
+        constexpr t_Word kWords[] = {
+            {"C1", eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE, eKW_ZEL_CHANNEL_C1},
+            {"C2", eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE, eKW_ZEL_CHANNEL_C2},
+            {"C3", eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE, eKW_ZEL_CHANNEL_C3},
+            {"C4", eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE, eKW_ZEL_CHANNEL_C4},
+            {"R1", eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE, eKW_ZEL_CHANNEL_R1},
+            {"+", eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR},
+            {"-", eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR},
+            {"*", eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR},
+            {"/", eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR},
+            {"abs", eKW_ZEL_MATH_ELEMENT_TYPE_FUNCTION},
+            {"sqr", eKW_ZEL_MATH_ELEMENT_TYPE_FUNCTION},
+            {"(", eKW_ZEL_MATH_ELEMENT_TYPE_OPEN_BRACKET},
+            {")", eKW_ZEL_MATH_ELEMENT_TYPE_CLOSE_BRACKET},
+        };
+        for (const t_Word& word : kWords)
+        {
+            const QString text = QString::fromLatin1(word.text);
+            if (m_rest.startsWith(text))
+            {
+                Skip(text.size());
+                return t_Element{word.type, word.source, 0.0, eKW_UNIT_NONE, text};
+            }
+        }
+        return std::nullopt;
+    }
+
+    template <typename TLength>
+    void Skip(TLength length)
+    {
+        m_rest = m_rest.mid(length).trimmed();
+    }
+
+    QString m_rest;
+};
+
+bool IsOperandExpectedAfter(const t_Elements& elements)
+{
+    return elements.empty() || elements.back().type == eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR ||
+           elements.back().type == eKW_ZEL_MATH_ELEMENT_TYPE_OPEN_BRACKET;
+}
+
+QString TextOf(const t_Element& element)
+{
+    if (element.type != eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT)
+    {
+        return element.name;
+    }
+    QString text = KW_NumberToText(element.constant);
+    for (const t_UnitSymbol& row : kUnits)
+    {
+        text += row.unit == element.unit ? QLatin1String(row.symbol) : QLatin1String();
+    }
+    return text;
+}
+
+/** Sum of products of factors, by recursive descent. */
+class CUnits
+{
+public:
+    CUnits(const t_Elements& elements, const std::function<KW_UNIT(KW_ZEL_CHANNEL)>& unitOfSource)
+        : m_elements(elements), m_unitOfSource(unitOfSource)
+    {
+    }
+
+    std::optional<KW_UNIT> Whole()
+    {
+        const std::optional<KW_UNIT> unit = Sum();
+        return m_next == m_elements.size() ? unit : std::nullopt;
+    }
+
+private:
+    std::optional<KW_UNIT> Sum()
+    {
+        std::optional<KW_UNIT> unit = Product();
+        while (unit && (TakeOperator("+") || TakeOperator("-")))
+        {
+            const std::optional<KW_UNIT> other = Product();
+            unit = other ? std::optional(*other == *unit ? *unit : eKW_UNIT_NOT_DEFINED)
+                         : std::nullopt;
+        }
+        return unit;
+    }
+
+    std::optional<KW_UNIT> Product()
+    {
+        std::optional<KW_UNIT> unit = Factor();
+        while (unit)
+        {
+            const bool multiplies = TakeOperator("*");
+            if (!multiplies && !TakeOperator("/"))
+            {
+                break;
+            }
+            const std::optional<KW_UNIT> other = Factor();
+            unit = !other ? std::nullopt
+                          : std::optional(multiplies ? NRules::UnitProduct(*unit, *other)
+                                                     : NRules::UnitQuotient(*unit, *other));
+        }
+        return unit;
+    }
+
+    std::optional<KW_UNIT> Factor()
+    {
+        if (TakeOperator("-"))
+        {
+            return Factor();
+        }
+        if (m_next == m_elements.size())
+        {
+            return std::nullopt;
+        }
+        const t_Element& element = m_elements[m_next];
+        switch (element.type)
+        {
+        case eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE:
+            ++m_next;
+            return m_unitOfSource(element.source);
+        case eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT:
+            ++m_next;
+            return element.unit;
+        case eKW_ZEL_MATH_ELEMENT_TYPE_FUNCTION:
+            ++m_next;
+            return FunctionOf(element.name, Bracket());
+        default:
+            return Bracket();
+        }
+    }
+
+    std::optional<KW_UNIT> Bracket()
+    {
+        if (!Take(eKW_ZEL_MATH_ELEMENT_TYPE_OPEN_BRACKET))
+        {
+            return std::nullopt;
+        }
+        const std::optional<KW_UNIT> unit = Sum();
+        return Take(eKW_ZEL_MATH_ELEMENT_TYPE_CLOSE_BRACKET) ? unit : std::nullopt;
+    }
+
+    static std::optional<KW_UNIT> FunctionOf(const QString& name, std::optional<KW_UNIT> argument)
+    {
+        return argument && name == QLatin1String("sqr")
+                   ? std::optional(NRules::UnitProduct(*argument, *argument))
+                   : argument;
+    }
+
+    bool Take(KW_ZEL_MATH_ELEMENT_TYPE type)
+    {
+        const bool isNext = m_next < m_elements.size() && m_elements[m_next].type == type;
+        m_next += isNext ? 1 : 0;
+        return isNext;
+    }
+
+    bool TakeOperator(const char* sign)
+    {
+        return m_next < m_elements.size() && m_elements[m_next].name == QLatin1String(sign) &&
+               Take(eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR);
+    }
+
+    const t_Elements& m_elements;
+    const std::function<KW_UNIT(KW_ZEL_CHANNEL)>& m_unitOfSource;
+    std::size_t m_next = 0;
+};
+} // namespace
+
+std::optional<t_Elements> NMathExpression::Read(const QString& text)
+{
+    CReader reader(text);
+    t_Elements elements;
+    while (!reader.IsAtEnd())
+    {
+        const std::optional<t_Element> element = reader.Next(IsOperandExpectedAfter(elements));
+        if (!element || elements.size() == kMaxElements)
+        {
+            return std::nullopt;
+        }
+        elements.push_back(*element);
+    }
+    return elements;
+}
+
+QString NMathExpression::Write(const t_Elements& elements)
+{
+    QString text;
+    bool afterConstant = false;
+    for (const t_Element& element : elements)
+    {
+        const bool isConstant = element.type == eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT;
+        text += QLatin1String(afterConstant && isConstant ? " " : "") + TextOf(element);
+        afterConstant = isConstant;
+    }
+    return text;
+}
+
+std::optional<KW_UNIT>
+NMathExpression::UnitOf(const t_Elements& elements,
+                        const std::function<KW_UNIT(KW_ZEL_CHANNEL)>& unitOfSource)
+{
+    return CUnits(elements, unitOfSource).Whole();
+}
