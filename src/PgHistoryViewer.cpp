@@ -106,8 +106,8 @@ void CPgHistoryViewer::OnTreeCreated()
             *this, {root->GetPgHorizontal()->GetPrHistoryDepth()}, [this] { UpdateGroup(); },
             QStringLiteral("HistoryViewer/SelectedTrace"));
         root->GetDependencies().Add(
-            *this, {root->GetPgControl()->GetPgSMScope()->GetPrRunStop()},
-            [this] { OnRunStop(); }, QStringLiteral("HistoryViewer/Enabled"));
+            *this, {root->GetPgControl()->GetPgSMScope()->GetPrRunStop()}, [this] { OnRunStop(); },
+            QStringLiteral("HistoryViewer/Enabled"));
     }
 }
 

@@ -61,8 +61,8 @@ struct t_Reading
     std::function<std::function<void()>(CPgFixture&)> prepare;
 };
 
-template <typename THandle, typename TRead>
-std::function<void()> With(std::shared_ptr<THandle> handle, TRead read)
+template <typename THandle, typename TReader>
+std::function<void()> With(std::shared_ptr<THandle> handle, TReader read)
 {
     return [handle, read] { read(*handle); };
 }
