@@ -1,14 +1,79 @@
 // SPDX-License-Identifier: MIT
-#include "Couplings.h"
 #include "HarmonicLimits.h"
-
-#include <cmath>
+#include "RuleTree.h"
 
 namespace
 {
-class HarmonicCoupling : public testing::TestWithParam<t_Coupling>
-{
+const t_Rule kRules[] = {
+    {"FixedFundamentalIsInUse", "", "Harmonic/Fundamental = F_400_HZ",
+     ".FundamentalFrequency = 400; .HarmonicSelected[0]/Frequency = 1200"},
+    {"UserFundamentalIsInUse", "Harmonic/Fundamental = USER", ".UserFundamental = 90",
+     ".FundamentalFrequency = 90; .HarmonicSelected[0]/Frequency = 270"},
+    {"MeasuredFundamentalIsNotKnownYet", "Harmonic/Fundamental = F_60_HZ", ".Fundamental = AUTO",
+     ".FundamentalFrequency = 60-; .HarmonicSelected[0]/Frequency = 180-"},
+    {"FundamentalOfAnotherChannelIsNotKnownYet", "", "Harmonic/FundamentalSource = C3",
+     ".FundamentalFrequency = 50-"},
+    {"DeliveredFundamentalMovesTheHarmonics", "", "@Harmonic/FundamentalFrequency = 60",
+     ".HarmonicSelected[0]/Frequency = 180"},
+    {"OrderStaysAmongTheAnalysed", "Harmonic/HarmonicSelected[0]/Order = 40; @.Magnitude = 7",
+     "Harmonic/NumberOfHarmonics = 25",
+     ".HarmonicSelected[0]/Order = 25; .Order.max = 25; .Frequency = 1250; .Magnitude = 7-"},
+    {"OtherOrderDropsTheReading", "@Harmonic/HarmonicSelected[0]/Magnitude = 7", ".Order = 5",
+     ".Magnitude = 7-; .Frequency = 250"},
+    {"NextOrderSkipsTriplens",
+     "Harmonic/HarmonicSelection = ODD_NON_TRIPLEN; .HarmonicSelected[0]/Order = 7", ".SelectNext",
+     ".Order = 11"},
+    {"PreviousEvenOrderEndsAtTwo",
+     "Harmonic/HarmonicSelection = EVEN; .HarmonicSelected[0]/Order = 2", ".SelectPrevious",
+     ".Order = 2", eKW_ACC_NOTHING_TO_DO},
+    {"LargestNeedsResults", "", "Harmonic/HarmonicSelected[0]/SelectLargest", ".Order = 3",
+     eKW_ACC_NOTHING_TO_DO},
+    {"HistoryBeginsAnew",
+     "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[1]/HarmonicChannelStatusHistory/"
+     "NumberOfAnalyses = 5; @.MaximumThd = 5",
+     "Harmonic/ResetHistory",
+     ".HarmonicUIResults/HarmonicChannelUIResult[1]/HarmonicChannelStatusHistory/NumberOfAnalyses "
+     "= 0; .MaximumThd = 5-; .Passed = ON-"},
+    {"AveragesBeginAnew", "@Harmonic/HarmonicUIResults/AveragesDone = 5", "Harmonic/ResetAverage",
+     ".HarmonicUIResults/AveragesDone = 0"},
+    {"StandardBringsItsLimits", "", "Harmonic/HarmonicStandard/Standard = EN50160",
+     ".HarmonicLimitCurrent/ThdLimit = 8; .HighestOrder = 25; .Scale = PERCENT_FUNDAMENTAL"},
+    {"NoStandardHasNoLimits", "Harmonic/HarmonicStandard/Standard = EN50160", ".Standard = NONE",
+     ".HarmonicLimitCurrent/ThdLimit = 8-; .HighestOrder = 0; .OrderLimits = "},
+    {"UserLimitsReachTheOnesInUse",
+     "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/HighestOrder = 6",
+     ".OrderLimits = 4=0.5;9=1",
+     "Harmonic/HarmonicStandard/HarmonicLimitCurrent/OrderLimits = 2=2;3=5;4=0.5;5=5;6=2; "
+     ".HighestOrder = 6; .ThdLimit = 8"},
+    {"UnreadableLimitIsSilent",
+     "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/HighestOrder = 3",
+     ".OrderLimits = 2=x;1=4;3=9",
+     "Harmonic/HarmonicStandard/HarmonicLimitCurrent/OrderLimits = 2=2;3=9", eKW_ACC_WARNING},
+    {"CopyGivesGapsALimit",
+     "Harmonic/HarmonicStandard/Standard = EN61000_3_2_CLASS_C; .HarmonicLimitUser/CopyStandard",
+     "Harmonic/HarmonicStandard/Standard = USER",
+     ".HarmonicLimitCurrent/OrderLimits = "
+     "2=2;3=30;5=10;7=7;9=5;11=3;13=3;15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;"
+     "39=3"},
+    {"NothingToCopyIsCopied", "", "Harmonic/HarmonicStandard/HarmonicLimitUser/CopyStandard",
+     ".OddLimit = 5", eKW_ACC_NOTHING_TO_DO},
 };
+
+void Check(const CRuleTree& tree, CFindings& findings)
+{
+    const QByteArray standard = "Harmonic/HarmonicStandard/";
+    findings.Check(tree.Text(standard + "Standard") != QLatin1String("NONE") ||
+                       tree.Text(standard + "HarmonicLimitCurrent/OrderLimits").isEmpty(),
+                   "limits without a standard");
+    for (const char item : {'0', '1', '2', '3'})
+    {
+        const QByteArray order = QByteArray("Harmonic/HarmonicSelected[") + item + "]/Order";
+        const QString most = tree.State(order + ".max");
+        findings.Check(tree.Number(order) <= most.toDouble() &&
+                           most == tree.Text("Harmonic/NumberOfHarmonics"),
+                       order);
+    }
+}
 
 struct t_LimitRow
 {
@@ -25,157 +90,37 @@ class HarmonicLimit : public testing::TestWithParam<t_LimitRow>
 };
 } // namespace
 
-TEST_P(HarmonicCoupling, IsAbsentOrDoesNotComeBack)
-{
-    CheckCoupling(GetParam());
-}
-
-#define PICKED "Harmonic/HarmonicSelected[0]/"
-#define SHOWN "Harmonic/HarmonicUIResults/HarmonicChannelUIResult[1]/"
-#define STANDARD "Harmonic/HarmonicStandard/"
-
-INSTANTIATE_TEST_SUITE_P(
-    Harmonic, HarmonicCoupling,
-    testing::Values(
-        t_Coupling{"FixedFundamentalIsInUse",
-                   {},
-                   "Harmonic/Fundamental=F_400_HZ",
-                   0,
-                   {"Harmonic/FundamentalFrequency=400", PICKED "Frequency=1200"}},
-        t_Coupling{"UserFundamentalIsInUse",
-                   {"Harmonic/Fundamental=USER"},
-                   "Harmonic/UserFundamental=90",
-                   0,
-                   {"Harmonic/FundamentalFrequency=90", PICKED "Frequency=270"}},
-        t_Coupling{"MeasuredFundamentalIsNotKnownYet",
-                   {"Harmonic/Fundamental=F_60_HZ"},
-                   "Harmonic/Fundamental=AUTO",
-                   0,
-                   {"!Harmonic/FundamentalFrequency", "!" PICKED "Frequency"}},
-        t_Coupling{"FundamentalOfAnotherChannelIsNotKnownYet",
-                   {},
-                   "Harmonic/FundamentalSource=C3",
-                   0,
-                   {"!Harmonic/FundamentalFrequency"}},
-        t_Coupling{"DeliveredFundamentalMovesTheHarmonics",
-                   {},
-                   "@Harmonic/FundamentalFrequency=60",
-                   0,
-                   {PICKED "Frequency=180"}},
-        t_Coupling{"OrderStaysAmongTheAnalysed",
-                   {PICKED "Order=40", "@" PICKED "Magnitude=7"},
-                   "Harmonic/NumberOfHarmonics=25",
-                   0,
-                   {PICKED "Order=25", PICKED "Order.max=25", PICKED "Frequency=1250",
-                    "!" PICKED "Magnitude"}},
-        t_Coupling{"OtherOrderDropsTheReading",
-                   {"@" PICKED "Magnitude=7"},
-                   PICKED "Order=5",
-                   0,
-                   {"!" PICKED "Magnitude", PICKED "Frequency=250"}},
-        t_Coupling{"NextOrderSkipsTriplens",
-                   {"Harmonic/HarmonicSelection=ODD_NON_TRIPLEN", PICKED "Order=7"},
-                   PICKED "SelectNext()",
-                   0,
-                   {PICKED "Order=11"}},
-        t_Coupling{"PreviousEvenOrderEndsAtTwo",
-                   {"Harmonic/HarmonicSelection=EVEN", PICKED "Order=2"},
-                   PICKED "SelectPrevious()",
-                   eKW_ACC_NOTHING_TO_DO,
-                   {PICKED "Order=2"}},
-        t_Coupling{"LargestNeedsResults",
-                   {},
-                   PICKED "SelectLargest()",
-                   eKW_ACC_NOTHING_TO_DO,
-                   {PICKED "Order=3"}},
-        t_Coupling{"HistoryBeginsAnew",
-                   {"@" SHOWN "HarmonicChannelStatusHistory/NumberOfAnalyses=5",
-                    "@" SHOWN "HarmonicChannelStatusHistory/MaximumThd=5"},
-                   "Harmonic/ResetHistory()",
-                   0,
-                   {SHOWN "HarmonicChannelStatusHistory/NumberOfAnalyses=0",
-                    "!" SHOWN "HarmonicChannelStatusHistory/MaximumThd",
-                    "!" SHOWN "HarmonicChannelStatusHistory/Passed"}},
-        t_Coupling{"AveragesBeginAnew",
-                   {"@Harmonic/HarmonicUIResults/AveragesDone=5"},
-                   "Harmonic/ResetAverage()",
-                   0,
-                   {"Harmonic/HarmonicUIResults/AveragesDone=0"}},
-        t_Coupling{"StandardBringsItsLimits",
-                   {},
-                   STANDARD "Standard=EN50160",
-                   0,
-                   {STANDARD "HarmonicLimitCurrent/ThdLimit=8",
-                    STANDARD "HarmonicLimitCurrent/HighestOrder=25",
-                    STANDARD "HarmonicLimitCurrent/Scale=PERCENT_FUNDAMENTAL"}},
-        t_Coupling{"NoStandardHasNoLimits",
-                   {STANDARD "Standard=EN50160"},
-                   STANDARD "Standard=NONE",
-                   0,
-                   {"!" STANDARD "HarmonicLimitCurrent/ThdLimit",
-                    STANDARD "HarmonicLimitCurrent/HighestOrder=0",
-                    STANDARD "HarmonicLimitCurrent/OrderLimits="}},
-        t_Coupling{"UserLimitsReachTheOnesInUse",
-                   {STANDARD "Standard=USER", STANDARD "HarmonicLimitUser/HighestOrder=6"},
-                   STANDARD "HarmonicLimitUser/OrderLimits=4=0.5;9=1",
-                   0,
-                   {STANDARD "HarmonicLimitCurrent/OrderLimits=2=2;3=5;4=0.5;5=5;6=2",
-                    STANDARD "HarmonicLimitCurrent/HighestOrder=6",
-                    STANDARD "HarmonicLimitCurrent/ThdLimit=8"}},
-        t_Coupling{"UnreadableLimitIsSilent",
-                   {STANDARD "Standard=USER", STANDARD "HarmonicLimitUser/HighestOrder=3"},
-                   STANDARD "HarmonicLimitUser/OrderLimits=2=x;1=4;3=9",
-                   eKW_ACC_WARNING,
-                   {STANDARD "HarmonicLimitCurrent/OrderLimits=2=2;3=9"}},
-        t_Coupling{
-            "CopyGivesGapsALimit",
-            {STANDARD "Standard=EN61000_3_2_CLASS_C", STANDARD "HarmonicLimitUser/CopyStandard()"},
-            STANDARD "Standard=USER",
-            0,
-            {STANDARD "HarmonicLimitCurrent/OrderLimits=2=2;3=30;5=10;7=7;9=5;11=3;13=3;"
-                      "15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;39=3"}},
-        t_Coupling{"NothingToCopyIsCopied",
-                   {},
-                   STANDARD "HarmonicLimitUser/CopyStandard()",
-                   eKW_ACC_NOTHING_TO_DO,
-                   {STANDARD "HarmonicLimitUser/OddLimit=5"}}),
-    CouplingName);
+INSTANTIATE_TEST_SUITE_P(Harmonic, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Harmonic, Walks, testing::Values(t_Walk{"", "Harmonic", Check}));
 
 TEST(HarmonicRules, ShownOrdersIgnoreTheSelectionOrWhatIsDelivered)
 {
-    const auto root = GetZELRoot();
-    const auto results = Container(root, SHOWN "HarmonicMagnitudeUIResult");
-    ASSERT_EQ(RunStep(root, QStringLiteral("Harmonic/HarmonicSelection=ODD")), eKW_ACC_OK);
-    const double magnitudes[] = {9.0, 8.0, 1.0, 2.0, 4.0};
+    const CRuleTree tree;
+    const QByteArray results =
+        "Harmonic/HarmonicUIResults/HarmonicChannelUIResult[1]/HarmonicMagnitudeUIResult";
+    const char* const magnitudes[] = {"9", "8", "1", "2", "4"};
+    const auto item = [&results](int i) { return results + '[' + QByteArray::number(i) + "]/"; };
     for (int i = 0; i < 5; ++i)
     {
-        ASSERT_EQ(results->InsertItem(QString()), eKW_ACC_OK);
-        const QString item = QStringLiteral("@" SHOWN "HarmonicMagnitudeUIResult[%1]/").arg(i);
-        RunStep(root, item + QStringLiteral("Order=%1").arg(i));
-        RunStep(root, item + QStringLiteral("Magnitude=%1").arg(magnitudes[i]));
+        tree.DoAll("Harmonic/HarmonicSelection = ODD; + " + results);
+        tree.DoAll('@' + item(i) + "Order = " + QByteArray::number(i) +
+                   "; @.Magnitude = " + magnitudes[i]);
     }
-    const auto shown = [&root]
+    for (const auto& [selection, expected] : {std::pair{"ODD", ".x.x."},
+                                              {"EVEN", "..x.x"},
+                                              {"ODD_NON_TRIPLEN", ".x..."},
+                                              {"ALL", "xxxxx"}})
     {
-        QString text;
+        tree.DoAll(QByteArray("Harmonic/HarmonicSelection = ") + selection);
+        std::string shown;
         for (int i = 0; i < 5; ++i)
         {
-            const QString path =
-                QStringLiteral(SHOWN "HarmonicMagnitudeUIResult[%1]/Visible").arg(i);
-            const QString visible = Property(root, path.toLatin1().constData())->GetText();
-            text += visible == QLatin1String("ON") ? QLatin1Char('x') : QLatin1Char('.');
+            shown += tree.Text(item(i) + "Visible") == QLatin1String("ON") ? 'x' : '.';
         }
-        return text.toStdString();
-    };
-    EXPECT_EQ(shown(), ".x.x.");
-    for (const auto& [selection, expected] :
-         {std::pair{"EVEN", "..x.x"}, {"ODD_NON_TRIPLEN", ".x..."}, {"ALL", "xxxxx"}})
-    {
-        RunStep(root, QStringLiteral("Harmonic/HarmonicSelection=") + QLatin1String(selection));
-        EXPECT_EQ(shown(), expected) << selection;
+        EXPECT_EQ(shown, expected) << selection;
     }
-    EXPECT_EQ(RunStep(root, QStringLiteral("Harmonic/HarmonicSelected[1]/SelectLargest()")),
-              eKW_ACC_OK);
-    EXPECT_EQ(Property(root, "Harmonic/HarmonicSelected[1]/Order")->GetText(), QStringLiteral("4"));
+    EXPECT_EQ(tree.Do("Harmonic/HarmonicSelected[1]/SelectLargest"), eKW_ACC_OK);
+    EXPECT_EQ(tree.Text("Harmonic/HarmonicSelected[1]/Order"), QStringLiteral("4"));
 }
 
 TEST_P(HarmonicLimit, IsAnotherThanTheStandards)
@@ -209,32 +154,3 @@ INSTANTIATE_TEST_SUITE_P(
                     t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 5, 6.0},
                     t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 9, 15.0 / 9.0},
                     t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 6, 0.25}));
-
-TEST(HarmonicRules, SomeSettingBreaksTheHarmonics)
-{
-    const auto root = GetZELRoot();
-    const auto violations = [&root]
-    {
-        QStringList wrong;
-        const bool isTested =
-            Property(root, STANDARD "Standard")->GetText() != QLatin1String("NONE");
-        if (!isTested &&
-            !Property(root, STANDARD "HarmonicLimitCurrent/OrderLimits")->GetText().isEmpty())
-        {
-            wrong.append(QStringLiteral("limits without a standard"));
-        }
-        for (int i = 0; i < 4; ++i)
-        {
-            const QByteArray path =
-                "Harmonic/HarmonicSelected[" + QByteArray::number(i) + "]/Order";
-            const auto order = Property(root, path);
-            if (order->GetText().toInt() > order->GetMaxText().toInt() ||
-                order->GetMaxText() != Property(root, "Harmonic/NumberOfHarmonics")->GetText())
-            {
-                wrong.append(QString::fromLatin1(path));
-            }
-        }
-        return wrong;
-    };
-    WalkByChance(root, {QStringLiteral("Harmonic")}, 30, 800, violations);
-}

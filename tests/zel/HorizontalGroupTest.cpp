@@ -4,11 +4,10 @@
 #include "IKWFunctionHorizontal.h"
 #include "PgHorizontal.h"
 #include "PgZEL.h"
-#include "ZelTree.h"
+#include "RuleTree.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 namespace
 {
@@ -21,16 +20,8 @@ protected:
 };
 
 /** What must hold of any setting, by arithmetic of its own. Messages name what does not. */
-QStringList Violations(const IKWFunctionHorizontal& h)
+void Check(const IKWFunctionHorizontal& h, CFindings& findings)
 {
-    QStringList wrong;
-    const auto check = [&wrong](bool holds, const char* what)
-    {
-        if (!holds)
-        {
-            wrong.append(QLatin1String(what));
-        }
-    };
     const double time = h.GetPrAcquisitionTime()->Get();
     const double resolution = h.GetPrResolutionPP()->Get();
     const double points = h.GetPrPPLengthWithoutSettlingSamples()->Get();
@@ -39,35 +30,47 @@ QStringList Violations(const IKWFunctionHorizontal& h)
     const double position = h.GetPrPosition()->Get();
     const double left = h.GetPrLeft()->Get();
     const double tiny = 1e-9 * time;
-    check(std::fabs(h.GetPrScale()->Get() * 10.0 - time) <= tiny, "time is ten divisions");
-    check(std::fabs(points * resolution - time) <= resolution + tiny, "points fill the time");
-    check(points >= 1249, "trace has points enough");
+    findings.Check(std::fabs(h.GetPrScale()->Get() * 10.0 - time) <= tiny, "time is ten divisions");
+    findings.Check(std::fabs(points * resolution - time) <= resolution + tiny,
+                   "points fill the time");
+    findings.Check(points >= 1249, "trace has points enough");
     // Half values round up for two lengths; all others are cut.
-    check(std::fabs(points - record * factor) <= factor + 1.0,
-          "points are the interpolated record");
-    check(std::fabs(static_cast<double>(h.GetPrDecimationFactorAnalogEffective()->Get()) *
-                        h.GetPrAcquisitionSampleRate()->Get() -
-                    5e9) <= 1e-3,
-          "effective decimation times rate is 5 GSa/s");
-    check(h.GetPrPPLength()->Get() > points, "settling samples are part of the trace in memory");
+    findings.Check(std::fabs(points - record * factor) <= factor + 1.0,
+                   "points are the interpolated record");
+    findings.Check(std::fabs(static_cast<double>(h.GetPrDecimationFactorAnalogEffective()->Get()) *
+                                 h.GetPrAcquisitionSampleRate()->Get() -
+                             5e9) <= 1e-3,
+                   "effective decimation times rate is 5 GSa/s");
+    findings.Check(h.GetPrPPLength()->Get() > points,
+                   "settling samples are part of the trace in memory");
     const double offset = position - left;
     const double nominal = h.GetPrReferencePoint()->Get() * time / 100.0;
-    check(std::fabs(offset - nominal) <= 0.5 * resolution + tiny, "reference point on the screen");
-    check(std::fabs(h.GetPrRight()->Get() - left - time) <= 1e-9 * (time + std::fabs(left)),
-          "screen is as wide as the acquisition");
-    check(std::fabs(h.GetPrHardwarePosition()->Get()) <= h.GetPrHardwarePosition()->GetMax(),
-          "hardware position within its limits");
-    check(h.GetPrHardwarePosition()->GetMax() <= 2147483647.0 * time / record * (1.0 + 1e-12),
-          "position fits the register");
+    findings.Check(std::fabs(offset - nominal) <= 0.5 * resolution + tiny,
+                   "reference point on the screen");
+    findings.Check(std::fabs(h.GetPrRight()->Get() - left - time) <=
+                       1e-9 * (time + std::fabs(left)),
+                   "screen is as wide as the acquisition");
+    findings.Check(std::fabs(h.GetPrHardwarePosition()->Get()) <=
+                       h.GetPrHardwarePosition()->GetMax(),
+                   "hardware position within its limits");
+    findings.Check(h.GetPrHardwarePosition()->GetMax() <=
+                       2147483647.0 * time / record * (1.0 + 1e-12),
+                   "position fits the register");
     if (h.GetPrDSPMode()->Get() != eKW_ZEL_DSP_MODE_NORMAL)
     {
-        check(h.GetPrRecordLength()->Get() == h.GetPrRecordLengthDigital()->Get() &&
-                  points == h.GetPrPPLengthWithoutSettlingSamplesDigital()->Get() &&
-                  resolution == h.GetPrResolutionPPDigital()->Get(),
-              "analog and digital agree in slow and roll mode");
-        check(h.GetPrBlockSize()->Get() >= 1, "slow and roll mode have blocks");
+        findings.Check(h.GetPrRecordLength()->Get() == h.GetPrRecordLengthDigital()->Get() &&
+                           points == h.GetPrPPLengthWithoutSettlingSamplesDigital()->Get() &&
+                           resolution == h.GetPrResolutionPPDigital()->Get(),
+                       "analog and digital agree in slow and roll mode");
+        findings.Check(h.GetPrBlockSize()->Get() >= 1, "slow and roll mode have blocks");
     }
-    return wrong;
+}
+
+std::string Violations(const IKWFunctionHorizontal& h)
+{
+    CFindings findings;
+    Check(h, findings);
+    return findings.Text();
 }
 } // namespace
 
@@ -89,7 +92,7 @@ TEST_F(HorizontalGroup, FreshTreeHasOtherDefaults)
         }
     }
     EXPECT_EQ(group->GetPropertyCount(), 43);
-    EXPECT_EQ(Violations(*h), QStringList());
+    EXPECT_EQ(Violations(*h), "");
 }
 
 TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
@@ -110,7 +113,7 @@ TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
                     h->GetPrAcquisitionMode()->SetAsInt(combination / 9);
                     h->GetPrHistoryDepth()->SetAsInt(combination / 3 % 3);
                     h->GetPrPreselectedRecordLength()->SetAsInt(combination % 3);
-                    ASSERT_EQ(Violations(*h), QStringList())
+                    ASSERT_EQ(Violations(*h), "")
                         << "update " << update << " scale " << scale << " mode " << mode
                         << " combination " << combination;
                 }
@@ -424,38 +427,8 @@ TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
     EXPECT_NEAR(group->GetPrLeft()->Get(), -0.5, 1e-12);
 }
 
-RC_GTEST_PROP(HorizontalRandom, LeavesTheGroupInconsistentOrUndoIncomplete, ())
-{
-    const CZelReports reports;
-    const auto root = GetZELRoot();
-    const auto h = root->GetPgHorizontal();
-    const auto before = Snapshot(h->GetDbObject());
-    const int writes = *rc::gen::inRange(1, 20);
-    for (int i = 0; i < writes; ++i)
-    {
-        const auto group = h->GetDbObject();
-        const auto property = group->GetProperty(*rc::gen::inRange(0, group->GetPropertyCount()));
-        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(property->GetHandle());
-        if (e)
-        {
-            e->SetAsInt(*rc::gen::inRange(-1, e->GetEnumNameInfo().GetEnumSize() + 1));
-        }
-        else
-        {
-            const double exponent = *rc::gen::inRange(-100, 40) / 10.0;
-            property->SetText(QString::number(std::pow(10.0, exponent), 'g', 17));
-            property->IncDec(*rc::gen::inRange(-3, 4));
-        }
-        const QStringList wrong = Violations(*h);
-        RC_ASSERT(wrong.join(QLatin1Char(',')).toStdString() == std::string());
-    }
-    const auto after = Snapshot(h->GetDbObject());
-    while (root->Undo() == eKW_ACC_OK)
-    {
-    }
-    RC_ASSERT(FirstDifference(before, Snapshot(h->GetDbObject())).toStdString() == std::string());
-    while (root->Redo() == eKW_ACC_OK)
-    {
-    }
-    RC_ASSERT(FirstDifference(after, Snapshot(h->GetDbObject())).toStdString() == std::string());
-}
+INSTANTIATE_TEST_SUITE_P(Horizontal, Walks,
+                         testing::Values(t_Walk{"", "Horizontal",
+                                                [](const CRuleTree& tree, CFindings& findings)
+                                                { Check(*tree.root->GetPgHorizontal(), findings); },
+                                                10, "reference point|horizontal position"}));

@@ -1,13 +1,77 @@
 // SPDX-License-Identifier: MIT
 #include "RuleTree.h"
 
-#include "EnumNameInfo.h"
+#include "CommonDatabase/DbPropEnum.h"
 #include "PgZEL.h"
 
 #include <QFile>
+#include <QRegularExpression>
+#include <cmath>
 
 namespace
 {
+using t_Node = std::shared_ptr<IDbProperty>;
+
+/** What stands before a mark, or all of it. */
+QByteArray Before(const QByteArray& text, const char* mark)
+{
+    const auto at = text.indexOf(mark);
+    return at < 0 ? text : text.left(at);
+}
+
+/** The parts of a row, every path whole; `group` is that of the path before. */
+QList<QByteArray> Parts(const QByteArray& row, QByteArray& group)
+{
+    QList<QByteArray> parts;
+    for (const QString& text :
+         QString::fromLatin1(row).split(QStringLiteral("; "), Qt::SkipEmptyParts))
+    {
+        QByteArray part = text.toLatin1();
+        const auto start = part.startsWith('@') ? 1 : part.startsWith("+ ") ? 2 : 0;
+        part = part.mid(start, 1) == "." ? part.left(start) + group + part.mid(start + 1) : part;
+        const QByteArray path = Before(part, " = ").mid(start);
+        group = path.left(path.lastIndexOf('/') + 1);
+        parts.append(part);
+    }
+    return parts;
+}
+
+template <typename T>
+bool Deliver(const t_Node& property, T value)
+{
+    auto* const number = dynamic_cast<IKWNumericProperty<T>*>(property->GetHandle().get());
+    return number != nullptr && KW_IsAccepted(number->SetResult(value));
+}
+
+KW_ACCEPTANCE DeliverText(const t_Node& property, const QString& text)
+{
+    if (const auto selector = std::dynamic_pointer_cast<CDbPropEnumIntAccess>(property))
+    {
+        const auto entry = selector->GetEnumNameInfo()->ConvertName(text, KW_ENUM_NAME::Serial);
+        return selector->SetResultAsInt(entry.value);
+    }
+    const double value = text.toDouble();
+    const bool isTaken = Deliver(property, value) ||
+                         Deliver(property, static_cast<UINT64>(value)) ||
+                         Deliver(property, static_cast<INT64>(value)) ||
+                         Deliver(property, static_cast<UINT32>(value));
+    return isTaken ? eKW_ACC_OK : eKW_ACC_WRONG_KIND;
+}
+
+QString NumberText(const IDbProperty& property, CDice& dice)
+{
+    const double min = property.GetMinText().toDouble();
+    const QString declared = property.GetMaxText();
+    const double max = declared.isEmpty() ? 1e6 : declared.toDouble();
+    const double size = dice.Logarithmic(1e-9, 1e9);
+    const double candidates[] = {min, max, 0.0, size, -size, min + dice.Share() * (max - min)};
+    const double any = candidates[dice.Below(6)];
+    const double value = dice.Below(9) == 0 ? any : std::clamp(any, min, max);
+    return property.GetTypeName() == QLatin1String("double")
+               ? QString::number(value, 'g', dice.Below(2) == 0 ? 12 : 17)
+               : QString::number(std::floor(value), 'f', 0);
+}
+
 QString PatternText(CDice& dice)
 {
     QString pattern;
@@ -18,146 +82,57 @@ QString PatternText(CDice& dice)
     return pattern;
 }
 
-QString NumberText(const IDbProperty& property, CDice& dice)
-{
-    const double min = property.GetMinText().toDouble();
-    const QString max = property.GetMaxText();
-    const double top = max.isEmpty() ? 1e6 : max.toDouble();
-    const double value = dice.Below(5) == 0 ? top : min + dice.Share() * (top - min);
-    return property.GetTypeName() == QLatin1String("double") ? QString::number(value, 'g', 12)
-                                                             : QString::number(value, 'f', 0);
-}
-
+/** A text that is legal for a property, or likely so. */
 QString AnyText(const IDbProperty& property, CDice& dice)
 {
+    static const std::map<QString, QStringList> kTexts = {
+        {QStringLiteral("string"),
+         {QString(), QStringLiteral("a"), QString(11, u'b'), QStringLiteral("3=2.3;5=1.14"),
+          QStringLiteral("4=-10;x"), QStringLiteral("C1*-2.5e3V")}},
+        {QStringLiteral("filepath"),
+         {QString(), QStringLiteral("a.png"), QStringLiteral("a.jpg"), QStringLiteral("b.CSV"),
+          QStringLiteral("b.xml"), QStringLiteral("c.bin"), QStringLiteral("c.bmp")}},
+        {QStringLiteral("reference"),
+         {QString(), QStringLiteral("SerialBus/SPIBusResults/SPIBusFrame[1]"),
+          QStringLiteral("Meter/MeterChannel[1]"), QStringLiteral("Counter/CounterChannel[0]"),
+          QStringLiteral("Measurements/Measurement[2]")}},
+        {QStringLiteral("blob"), {QStringLiteral("AQID")}}};
     const QStringList values = property.GetValueTexts();
-    if (!values.isEmpty())
+    const auto texts = kTexts.find(property.GetTypeName());
+    if (values.isEmpty() && texts == kTexts.end())
     {
-        return values[dice.Below(static_cast<INT32>(values.size()))];
+        return property.GetTypeName() == QLatin1String("bitpattern") ? PatternText(dice)
+                                                                     : NumberText(property, dice);
     }
-    const QString type = property.GetTypeName();
-    if (type == QLatin1String("string"))
-    {
-        return QString(dice.Below(12), QLatin1Char('a'));
-    }
-    if (type == QLatin1String("bitpattern"))
-    {
-        return PatternText(dice);
-    }
-    if (type == QLatin1String("filepath"))
-    {
-        constexpr const char* kNames[] = {"a.png", "a.jpg", "b.CSV", "b.xml", "c.bin", "c.bmp", ""};
-        return QString::fromLatin1(kNames[dice.Below(7)]);
-    }
-    if (type == QLatin1String("reference"))
-    {
-        return QStringLiteral("SerialBus/SPIBusResults/SPIBusFrame[%1]").arg(dice.Below(3));
-    }
-    return type == QLatin1String("blob") ? QStringLiteral("AQID") : NumberText(property, dice);
-}
-} // namespace
-
-CRuleTree::CRuleTree()
-{
-    KW_PeekZELRoot()->SetSettingsFolder(folder.path());
+    const QStringList& choice = values.isEmpty() ? texts->second : values;
+    return choice[dice.Below(static_cast<INT32>(choice.size()))];
 }
 
-KW_ACCEPTANCE CRuleTree::Do(const QString& write) const
+/** One random write below these groups; answers which. */
+QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& dice)
 {
-    const auto separator = write.indexOf(QStringLiteral(" = "));
-    const auto node =
-        root->GetDbObject()->Find(write.left(separator < 0 ? write.size() : separator));
-    if (separator < 0)
+    std::vector<std::shared_ptr<IDbGroup>> groups;
+    const QString top = QString::fromLatin1(tops[dice.Below(static_cast<INT32>(tops.size()))]);
+    if (const auto node = std::dynamic_pointer_cast<IDbGroup>(tree.root->GetDbObject()->Find(top)))
     {
-        const auto action = std::dynamic_pointer_cast<IDbAction>(node);
-        EXPECT_TRUE(action) << write.toStdString();
-        return action ? action->Execute() : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
+        VisitGroups(node, [&](const std::shared_ptr<IDbGroup>& group) { groups.push_back(group); });
     }
-    const auto property = std::dynamic_pointer_cast<IDbProperty>(node);
-    EXPECT_TRUE(property) << write.toStdString();
-    return property ? property->SetText(write.mid(separator + 3))
-                    : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
-}
-
-void CRuleTree::DoAll(const QStringList& writes) const
-{
-    for (const QString& write : writes)
-    {
-        const bool inserts = write.startsWith(QLatin1String("+ "));
-        const KW_ACCEPTANCE code =
-            inserts ? Container(root, write.mid(2).toLatin1().constData())->InsertItem(QString())
-                    : Do(write);
-        EXPECT_LE(code, eKW_ACC_WARNING) << write.toStdString();
-    }
-}
-
-QString CRuleTree::Text(const QString& path) const
-{
-    return Property(root, path.toLatin1().constData())->GetText();
-}
-
-QString CRuleTree::State(const QString& path) const
-{
-    const auto property = Property(root, path.toLatin1().constData());
-    const bool isSetting = property->GetObjectType() == eOBJECTTYPE_SETTING;
-    const bool isClosed = isSetting && property->GetAvailability() != eAVAILABILITY_AVAILABLE;
-    const bool isInvalid = property->GetValidity() != eKW_VALIDITY_VALID;
-    return property->GetText() + QLatin1String(isInvalid ? "-" : "") +
-           QLatin1String(isClosed ? "!" : "");
-}
-
-QByteArray CRuleTree::Saved() const
-{
-    const QString name = folder.filePath(QStringLiteral("saved.xml"));
-    EXPECT_EQ(root->Save(name), eKW_ACC_OK);
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-QString CRuleTree::Instability() const
-{
-    std::vector<long long> counters;
-    const auto before = State();
-    VisitGroups(root->GetDbObject(), [&counters](const std::shared_ptr<IDbGroup>& group)
-                { group->HasChanged(counters.emplace_back()); });
-    KW_PeekZELRoot()->UpdateAllMeasSettings();
-    QString changed;
-    std::size_t next = 0;
-    VisitGroups(root->GetDbObject(),
-                [&](const std::shared_ptr<IDbGroup>& group)
-                {
-                    // Parents come first: the last one is the group itself.
-                    changed = group->HasChanged(counters[next++]) ? group->GetPath() : changed;
-                });
-    if (!changed.isNull())
-    {
-        return QStringLiteral("computed again: %1: ").arg(changed) +
-               FirstDifference(before, State());
-    }
-    const QByteArray first = Saved();
-    EXPECT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
-    EXPECT_EQ(root->Recall(folder.filePath(QStringLiteral("saved.xml"))), eKW_ACC_OK);
-    return Saved() == first ? QString()
-                            : QStringLiteral("recalled: ") + FirstDifference(before, State());
-}
-
-QString CRuleTree::DoAnything(const QStringList& groups, CDice& dice) const
-{
-    std::vector<std::shared_ptr<IDbGroup>> all;
-    const QString top = groups[dice.Below(static_cast<INT32>(groups.size()))];
-    const auto node = std::dynamic_pointer_cast<IDbGroup>(root->GetDbObject()->Find(top));
-    if (!node)
+    if (groups.empty())
     {
         return QString();
     }
-    VisitGroups(node, [&all](const std::shared_ptr<IDbGroup>& group) { all.push_back(group); });
-    const auto group = all[dice.Below(static_cast<INT32>(all.size()))];
+    const auto group =
+        groups[static_cast<std::size_t>(dice.Below(static_cast<INT32>(groups.size())))];
     const INT32 properties = group->GetPropertyCount();
     const INT32 choice = dice.Below(properties + group->GetActionCount() + 1);
     if (choice < properties)
     {
         const auto property = group->GetProperty(choice);
+        if (dice.Below(9) == 0)
+        {
+            property->IncDec(dice.Below(7) - 3);
+            return property->GetPath() + QStringLiteral(" by steps");
+        }
         const QString text = AnyText(*property, dice);
         property->SetText(text);
         return property->GetPath() + QStringLiteral(" = ") + text;
@@ -174,60 +149,191 @@ QString CRuleTree::DoAnything(const QStringList& groups, CDice& dice) const
                : QString();
 }
 
-void PrintTo(const t_RuleCase& rule, std::ostream* stream)
+std::vector<QString> SavedLines(const CRuleTree& tree, const QString& name)
 {
-    *stream << rule.name;
+    EXPECT_EQ(tree.root->Save(name), eKW_ACC_OK);
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    return {lines.begin(), lines.end()};
 }
 
-void CheckRule(const t_RuleCase& rule)
+void ExpectStates(const CRuleTree& tree, const QList<QByteArray>& expected)
 {
-    const CRuleTree tree;
-    tree.DoAll(rule.setup);
-    const auto before = tree.State();
-    EXPECT_EQ(tree.Do(rule.write), rule.code);
-    for (const QString& expected : rule.expected)
+    for (const QByteArray& part : expected)
     {
-        const QString path = expected.section(QStringLiteral(" = "), 0, 0);
-        EXPECT_EQ((path + QStringLiteral(" = ") + tree.State(path)).toStdString(),
-                  expected.toStdString());
+        const QByteArray path = Before(part, " = ");
+        EXPECT_EQ(path.toStdString() + " = " + tree.State(path).toStdString(), part.toStdString());
     }
-    EXPECT_EQ(tree.reports.Messages().join(u'\n').toStdString(), "");
-    if (FirstDifference(before, tree.State()) != QString())
-    {
-        ASSERT_EQ(tree.root->Undo(), eKW_ACC_OK);
-        EXPECT_EQ(FirstDifference(before, tree.State()).toStdString(), "") << "undo";
-        ASSERT_EQ(tree.root->Redo(), eKW_ACC_OK);
-    }
-    EXPECT_EQ(tree.Instability().toStdString(), "");
 }
 
-void CheckWalk(UINT32 seed, const QStringList& setup, const QStringList& groups,
-               const std::function<QStringList(const CRuleTree&)>& violations)
+void ExpectUndoAndRedo(const CRuleTree& tree, const std::vector<QString>& before, int mostSteps)
 {
-    constexpr int kWrites = 90;
-    const CRuleTree tree;
-    CDice dice(seed);
-    tree.DoAll(setup);
-    tree.root->EnableHistory(false);
-    tree.root->EnableHistory(true);
-    const auto before = tree.State();
-    for (int i = 0; i < kWrites; ++i)
-    {
-        const QString write = tree.DoAnything(groups, dice);
-        ASSERT_EQ(violations(tree).join(u',').toStdString(), "")
-            << write.toStdString() << ", seed " << seed;
-    }
-    ASSERT_EQ(tree.reports.Messages().join(u'\n').toStdString(), "") << "seed " << seed;
     const auto after = tree.State();
-    while (tree.root->CanUndo())
+    for (int steps = 0; tree.root->CanUndo(); ++steps)
     {
         ASSERT_EQ(tree.root->Undo(), eKW_ACC_OK);
+        ASSERT_LT(steps, mostSteps);
     }
-    EXPECT_EQ(FirstDifference(before, tree.State()).toStdString(), "") << "undo, seed " << seed;
+    EXPECT_EQ(FirstDifference(before, tree.State()).toStdString(), "") << "undone";
     while (tree.root->CanRedo())
     {
         ASSERT_EQ(tree.root->Redo(), eKW_ACC_OK);
     }
-    EXPECT_EQ(FirstDifference(after, tree.State()).toStdString(), "") << "redo, seed " << seed;
-    EXPECT_EQ(tree.Instability().toStdString(), "") << "seed " << seed;
+    EXPECT_EQ(FirstDifference(after, tree.State()).toStdString(), "") << "redone";
+}
+
+/** Forgets the steps so far. */
+void StartHistory(const CRuleTree& tree)
+{
+    tree.root->EnableHistory(false);
+    tree.root->EnableHistory(true);
+}
+
+void ExpectNothingWrong(const t_Walk& walk, const CRuleTree& tree)
+{
+    CFindings findings;
+    walk.check(tree, findings);
+    EXPECT_EQ(findings.Text(), "");
+}
+
+void WalkOnce(const t_Walk& walk, UINT32 seed)
+{
+    // The history keeps 100 steps.
+    constexpr int kWrites = 90;
+    const QList<QByteArray> groups = QByteArray(walk.groups).split(' ');
+    const QRegularExpression expected(QString::fromLatin1(walk.reports));
+    const CRuleTree tree;
+    CDice dice(seed);
+    tree.DoAll(walk.setup);
+    StartHistory(tree);
+    const auto before = tree.State();
+    for (int i = 0; i < kWrites && !testing::Test::HasFailure(); ++i)
+    {
+        SCOPED_TRACE(DoAnything(tree, groups, dice).toStdString());
+        ExpectNothingWrong(walk, tree);
+        // Now and then: it takes longer than all the rest.
+        EXPECT_EQ(i % 9 == 8 ? tree.Unsettled().toStdString() : "", "");
+    }
+    for (const QString& report : tree.reports.Messages())
+    {
+        EXPECT_TRUE(expected.match(report).hasMatch()) << report.toStdString();
+    }
+    ExpectUndoAndRedo(tree, before, kWrites);
+    EXPECT_EQ(tree.Forgotten().toStdString(), "");
+    ExpectNothingWrong(walk, tree);
+}
+} // namespace
+
+CRuleTree::CRuleTree()
+{
+    KW_PeekZELRoot()->SetSettingsFolder(folder.path());
+}
+
+KW_ACCEPTANCE CRuleTree::Do(const QByteArray& write) const
+{
+    const auto separator = write.indexOf(" = ");
+    if (write.startsWith("+ "))
+    {
+        return Container(root, write.mid(2))->InsertItem(QString());
+    }
+    if (separator < 0)
+    {
+        const auto action = std::dynamic_pointer_cast<IDbAction>(
+            root->GetDbObject()->Find(QString::fromLatin1(write)));
+        EXPECT_TRUE(action) << write.toStdString();
+        return action ? action->Execute() : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
+    }
+    const bool isResult = write.startsWith('@');
+    const QString text = QString::fromLatin1(write.mid(separator + 3));
+    const auto property = Property(root, write.left(separator).mid(isResult ? 1 : 0));
+    return isResult ? DeliverText(property, text) : property->SetText(text);
+}
+
+void CRuleTree::DoAll(const QByteArray& writes) const
+{
+    QByteArray group;
+    for (const QByteArray& write : Parts(writes, group))
+    {
+        EXPECT_LE(Do(write), eKW_ACC_WARNING) << write.toStdString();
+    }
+}
+
+QString CRuleTree::Text(const QByteArray& path) const
+{
+    return Property(root, path)->GetText();
+}
+
+QString CRuleTree::State(const QByteArray& path) const
+{
+    const auto dot = path.indexOf('.');
+    const auto property = Property(root, Before(path, "."));
+    const QByteArray what = path.mid(dot + 1);
+    if (dot >= 0)
+    {
+        return what == "min"   ? property->GetMinText()
+               : what == "max" ? property->GetMaxText()
+                               : property->GetValueTexts().join(QLatin1Char('|'));
+    }
+    const bool isSetting = property->GetObjectType() == eOBJECTTYPE_SETTING;
+    const bool isClosed = isSetting && property->GetAvailability() != eAVAILABILITY_AVAILABLE;
+    const bool isInvalid = property->GetValidity() != eKW_VALIDITY_VALID;
+    return property->GetText() + QLatin1String(isInvalid ? "-" : "") +
+           QLatin1String(isClosed ? "!" : "");
+}
+
+QString CRuleTree::Unsettled() const
+{
+    std::vector<std::pair<std::shared_ptr<IDbGroup>, long long>> groups;
+    VisitGroups(root->GetDbObject(), [&groups](const std::shared_ptr<IDbGroup>& group)
+                { group->HasChanged(groups.emplace_back(group, 0).second); });
+    KW_PeekZELRoot()->UpdateAllMeasSettings();
+    // Parents come first: the last one is the group itself.
+    const auto last =
+        std::find_if(groups.rbegin(), groups.rend(),
+                     [](auto& entry) { return entry.first->HasChanged(entry.second); });
+    return last == groups.rend() ? QString() : last->first->GetPath();
+}
+
+QString CRuleTree::Forgotten() const
+{
+    const QString name = folder.filePath(QStringLiteral("saved.xml"));
+    const auto saved = SavedLines(*this, name);
+    EXPECT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
+    EXPECT_EQ(root->Recall(name), eKW_ACC_OK);
+    return FirstDifference(saved, SavedLines(*this, name));
+}
+
+void PrintTo(const t_Rule& rule, std::ostream* stream)
+{
+    *stream << rule.name;
+}
+
+TEST_P(Rules, IsBrokenOrDoesNotComeBack)
+{
+    const t_Rule& rule = GetParam();
+    const CRuleTree tree;
+    QByteArray group;
+    tree.DoAll(rule.setup);
+    Parts(rule.setup, group);
+    StartHistory(tree);
+    const auto before = tree.State();
+    EXPECT_EQ(tree.Do(Parts(rule.write, group).first()), rule.code);
+    ExpectStates(tree, Parts(rule.expected, group));
+    EXPECT_EQ(tree.reports.Messages().join(u'\n').toStdString(), "");
+    if (rule.write[0] != '@')
+    {
+        ExpectUndoAndRedo(tree, before, 1);
+    }
+    EXPECT_EQ(tree.Unsettled().toStdString(), "");
+    EXPECT_EQ(tree.Forgotten().toStdString(), "");
+}
+
+TEST_P(Walks, BreakARuleOrDoNotComeBack)
+{
+    for (int seed = 1; seed <= GetParam().trees && !HasFailure(); ++seed)
+    {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        WalkOnce(GetParam(), static_cast<UINT32>(seed));
+    }
 }

@@ -2,53 +2,78 @@
 #pragma once
 
 #include "IKWFunctionZEL.h"
-#include "SpectrumTree.h"
 #include "ZelTree.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/** A tree, written by paths. A write is "path = text", or a path alone for an action. */
+/**
+ * A tree, written by texts: "path = text", a client's write; "path", an action; "+ path", a new
+ * item; or "@path = text", a result that the acquisition delivers.
+ *
+ * Several stand in a row with "; " between them. A path that begins with a dot is below the group
+ * of the path before it.
+ */
 class CRuleTree
 {
 public:
     CRuleTree();
 
-    /** Answers the code. */
-    KW_ACCEPTANCE Do(const QString& write) const;
-    void DoAll(const QStringList& writes) const;
-    QString Text(const QString& path) const;
-    /** The value; "-" behind it while it is invalid, "!" while clients can not write it. */
-    QString State(const QString& path) const;
-    double Number(const QString& path) const { return Text(path).toDouble(); }
+    /** One write; answers the code. */
+    KW_ACCEPTANCE Do(const QByteArray& write) const;
+    void DoAll(const QByteArray& writes) const;
+    QString Text(const QByteArray& path) const;
+    double Number(const QByteArray& path) const { return Text(path).toDouble(); }
+    /** The text; "-" behind it while it is invalid, "!" while clients can not write it. Of
+        "path.min", "path.max" and "path.values", what clients may select. */
+    QString State(const QByteArray& path) const;
     std::shared_ptr<IDbContainer> Items(const char* path) const { return Container(root, path); }
 
     std::vector<QString> State() const { return Snapshot(root->GetDbObject()); }
-    QByteArray Saved() const;
-    /** Names what a second computation of everything, or saving and recalling, changes. */
-    QString Instability() const;
-
-    /** One random write, mostly legal, of anything settable below these groups. */
-    QString DoAnything(const QStringList& groups, CDice& dice) const;
+    /** Names what a second computation of everything changes. */
+    QString Unsettled() const;
+    /** Saves, presets, recalls; names the first line that is saved otherwise afterwards. */
+    QString Forgotten() const;
 
     std::shared_ptr<IKWFunctionZEL> root = GetZELRoot();
     QTemporaryDir folder;
     CZelReports reports;
 };
 
-/** One coupling: after `setup` and the write, properties read as `expected` ("path = state"), the
-    write answers `code`, and one undo takes everything back. */
-struct t_RuleCase
+/** One coupling: after `setup` and the write, properties read as `expected` ("path = state"), and
+    the write answers `code`. The three make one row: a dot reaches back to the text before. */
+struct t_Rule
 {
     const char* name;
-    QStringList setup;
-    QString write;
-    QStringList expected;
+    const char* setup;
+    const char* write;
+    const char* expected;
     KW_ACCEPTANCE code = 0;
 };
 
-void PrintTo(const t_RuleCase& rule, std::ostream* stream);
-void CheckRule(const t_RuleCase& rule);
-/** Many random writes: `violations` names what does not hold of a state. */
-void CheckWalk(UINT32 seed, const QStringList& setup, const QStringList& groups,
-               const std::function<QStringList(const CRuleTree&)>& violations);
+void PrintTo(const t_Rule& rule, std::ostream* stream);
+
+/** Runs t_Rule in a fresh tree; then everything computed once more changes nothing, one undo takes
+    everything back, and a saved state comes back. */
+class Rules : public testing::TestWithParam<t_Rule>
+{
+public:
+    static std::string Name(const testing::TestParamInfo<t_Rule>& test) { return test.param.name; }
+};
+
+/** Random writes below `groups` (separated by blanks), mostly legal, in fresh trees. After each of
+    them `check` finds nothing wrong; now and then everything computed once more changes nothing; at
+    the end nothing but `reports` (a regular expression) was reported, all undone leads back, and a
+   saved state comes back. */
+struct t_Walk
+{
+    const char* setup;
+    const char* groups;
+    void (*check)(const CRuleTree&, CFindings&);
+    int trees = 8;
+    const char* reports = "^$";
+};
+
+class Walks : public testing::TestWithParam<t_Walk>
+{
+};

@@ -29,7 +29,7 @@ TEST_P(SpectrumInput, ProbeDoesNotReachTheUnits)
     ASSERT_EQ(s->GetPrSource()->Set(eKW_ZEL_CHANNEL_C3), eKW_ACC_OK);
     EXPECT_EQ(s->GetPrInputUnit()->Get(), c.input);
     EXPECT_EQ(s->GetPrMagnitudeUnit()->Get(), c.magnitude);
-    EXPECT_EQ(SpectrumViolations(*this), QStringList());
+    EXPECT_EQ(SpectrumViolations(*this), "");
     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
     EXPECT_EQ(s->GetPrMagnitudeUnit()->Get(), eKW_FFT_MAGN_UNIT_DBV);
     // The same by a change of the probe of the present source.
@@ -56,7 +56,7 @@ TEST_F(SpectrumGroup, SourcesDriftApart)
     ASSERT_EQ(fft->GetPrSource()->Set(eKW_ZEL_CHANNEL_FFT3), eKW_ACC_OK);
     EXPECT_EQ(s->GetPrSource()->Get(), eKW_ZEL_CHANNEL_C3);
     ASSERT_EQ(ddc->GetPrSource()->Set(eKW_ZEL_ANALOG_CHANNEL_C2), eKW_ACC_OK);
-    EXPECT_EQ(SpectrumViolations(*this), QStringList());
+    EXPECT_EQ(SpectrumViolations(*this), "");
     EXPECT_EQ(fft->GetPrSource()->Get(), eKW_ZEL_CHANNEL_FFT2);
     EXPECT_EQ(reports.Messages(), QStringList());
     const auto trigger =

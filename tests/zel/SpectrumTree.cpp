@@ -7,19 +7,6 @@
 
 namespace
 {
-class CFindings
-{
-public:
-    void Check(bool holds, const char* what)
-    {
-        if (!holds)
-        {
-            m_wrong.append(QLatin1String(what));
-        }
-    }
-    QStringList m_wrong;
-};
-
 bool IsInside(const std::shared_ptr<IKWNumericProperty<double>>& p)
 {
     return p->GetMin() <= p->Get() && p->Get() <= p->GetMax();
@@ -103,7 +90,7 @@ void CheckSamples(const t_SpectrumTree& t, CFindings& f)
 }
 } // namespace
 
-QStringList SpectrumViolations(const t_SpectrumTree& t)
+std::string SpectrumViolations(const t_SpectrumTree& t)
 {
     CFindings f;
     CheckAxis(*t.s, f);
@@ -117,46 +104,5 @@ QStringList SpectrumViolations(const t_SpectrumTree& t)
     const INT32 unit = t.s->GetPrMagnitudeUnit()->GetAsInt();
     f.Check(unit == 0 || unit == 1 + t.s->GetPrInputUnit()->GetAsInt(),
             "unit of an amplitude fits the quantity");
-    return f.m_wrong;
-}
-
-double CDice::Logarithmic(double min, double max)
-{
-    return min * std::pow(max / min, Share());
-}
-
-void WriteAnything(const t_SpectrumTree& t, CDice& dice)
-{
-    if (dice.Below(12) == 0)
-    {
-        // Back into the range in which the down-converter works, where most rules are at work.
-        t.s->GetPrHorizontalSpan()->SetLimited(dice.Logarithmic(825.0, 39e6));
-        return;
-    }
-    const std::shared_ptr<IDbGroup> groups[] = {t.s->GetDbObject(), t.s->GetDbObject(),
-                                                t.s->GetDbObject(), t.fft->GetDbObject(),
-                                                t.ddc->GetDbObject()};
-    const auto& group = groups[dice.Below(5)];
-    if (dice.Below(6) == 0)
-    {
-        group->GetActionCount() > 0
-            ? group->GetAction(dice.Below(group->GetActionCount()))->Execute()
-            : t.root->GetPgHorizontal()->GetPrZELMode()->SetAsInt(dice.Below(3));
-        return;
-    }
-    const auto property = group->GetProperty(dice.Below(group->GetPropertyCount()));
-    const auto handle = property->GetHandle();
-    if (const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(handle))
-    {
-        e->SetAsInt(dice.Below(e->GetEnumNameInfo().GetEnumSize()));
-    }
-    else if (const auto d = std::dynamic_pointer_cast<IKWNumericProperty<double>>(handle))
-    {
-        const double value = dice.Logarithmic(0.5, 1e9);
-        dice.Below(2) == 0 ? d->SetUserValue(value) : d->Set(value);
-    }
-    else
-    {
-        property->SetText(QString::number(1 + dice.Below(1200)));
-    }
+    return f.Text();
 }

@@ -5,302 +5,180 @@
 
 namespace
 {
-QString C(const char* rest)
-{
-    return QStringLiteral("Vertical/Channel[2]/") + QString::fromLatin1(rest);
-}
-
-QString L(const char* rest)
-{
-    return C("Levels/") + QString::fromLatin1(rest);
-}
-
-QString V(const char* rest)
-{
-    return QStringLiteral("Vertical/") + QString::fromLatin1(rest);
-}
-
-QString S(const char* rest)
-{
-    return QStringLiteral("Vertical/Channel[0]/") + QString::fromLatin1(rest);
-}
-
-QString G(const char* rest)
-{
-    return QStringLiteral("Logic/") + QString::fromLatin1(rest);
-}
-
-std::vector<t_RuleCase> Cases()
-{
-    return {
-        {"ScreenKeepsItsHeight",
-         {C("Position = 1"), C("Offset = 3")},
-         C("Scale = 0.5"),
-         {C("Range = 4"), C("Top = 4.5"), C("Bottom = 0.5")}},
-        {"PositionMovesTheScreenUp",
-         {},
-         C("Position = 1.5"),
-         {C("Range = 8"), C("Top = 2.5"), C("Bottom = -5.5")}},
-        {"OffsetMovesTheScreenDown", {}, C("Offset = 10"), {C("Top = 14"), C("Bottom = 6")}},
-        {"ScaleIgnoresTheProbe",
-         {},
-         C("ProbeType = VOLTAGE_1000_TO_1"),
-         {C("ProbeFactor = 1000"), C("Scale = 2"), C("Top = 8")}},
-        {"OffsetIgnoresTheProbe",
-         {C("Offset = 2000")},
-         C("ProbeType = VOLTAGE_1_TO_1"),
-         {C("ProbeFactor = 1"), C("Offset = 200"), C("Bottom = 196")}},
-        {"CurrentIsInVolts",
-         {},
-         C("ProbeType = CURRENT_100_MV_PER_A"),
-         {C("ProbeFactor = 10"), C("ProbeUnit = LEVEL_A")}},
-        {"UserFactorIsNotUsed",
-         {C("ProbeUserUnit = LEVEL_A"), C("ProbeUserFactor = 0.25")},
-         C("ProbeType = USER"),
-         {C("ProbeFactor = 0.25"), C("ProbeUnit = LEVEL_A")}},
-        {"UserFactorIsUsedUnasked", {}, C("ProbeUserFactor = 3"), {C("ProbeFactor = 10")}},
-        {"PositionIsNotReset",
-         {C("Position = 2"), C("Offset = 7")},
-         C("ResetPosition"),
-         {C("Position = 0"), C("Offset = 0"), C("Top = 4")}},
-        {"ChannelThatIsOffIsASource",
-         {},
-         C("Enabled = OFF"),
-         {C("ChannelSourceTypes/TriggerSource = OFF"), C("ChannelSourceTypes/XYSource = OFF"),
-          QStringLiteral("Vertical/Channel[1]/ChannelSourceTypes/XYSource = ON")}},
-        {"ChannelsHaveOneName",
-         {},
-         C("Label = x"),
-         {C("ChannelType/Channel = C3"), C("ChannelType/AnalogChannel = C3")}},
-        {"LevelLeavesTheScreen",
-         {L("EdgeTriggerLevel[0]/Level = 3")},
-         C("Scale = 0.5"),
-         {L("EdgeTriggerLevel[0]/Level = 2"), L("EdgeTriggerLevel[0]/LevelSet = USER")}},
-        {"LevelComesBackElsewhere",
-         {L("EdgeTriggerLevel[0]/Level = 3"), C("Scale = 0.5")},
-         C("Scale = 1"),
-         {L("EdgeTriggerLevel[0]/Level = 3")}},
-        {"LevelLeavesTheMovedScreen",
-         {},
-         C("Offset = 10"),
-         {L("EdgeTriggerLevel[0]/Level = 6"), L("RuntTriggerLevelRange[0]/LowerLevel = 6"),
-          L("WindowTriggerLevelRange[0]/UpperLevel = 6"),
-          L("LogicThresholdSettings[0]/Threshold = 6")}},
-        {"FixedLevelIsNotTaken",
-         {},
-         L("EdgeTriggerLevel[0]/LevelSet = ECL"),
-         {L("EdgeTriggerLevel[0]/Level = -1.3")}},
-        {"FixedLevelStaysFixedWhenWritten",
-         {L("EdgeTriggerLevel[0]/LevelSet = TTL")},
-         L("EdgeTriggerLevel[0]/Level = 1.5"),
-         {L("EdgeTriggerLevel[0]/LevelSet = USER")}},
-        {"FixedLevelLeavesTheScreen",
-         {C("Scale = 0.2")},
-         L("EdgeTriggerLevel[0]/LevelSet = CMOS"),
-         {L("EdgeTriggerLevel[0]/Level = 0.8")},
-         eKW_ACC_WARNING},
-        {"FixedLevelIsLostForGood",
-         {C("Scale = 0.2"), L("EdgeTriggerLevel[0]/LevelSet = CMOS")},
-         C("Scale = 1"),
-         {L("EdgeTriggerLevel[0]/Level = 2.5")}},
-        {"MiddleMovesTheLevel",
-         {L("EdgeTriggerLevel[0]/Level = 1")},
-         L("EdgeTriggerLevel[0]/LevelSet = MIDDLE"),
-         {L("EdgeTriggerLevel[0]/Level = 1")}},
-        {"UpperFallsBelowLower",
-         {},
-         L("SlewRateTriggerLevelRange[0]/UpperLevel = -2"),
-         {L("SlewRateTriggerLevelRange[0]/LowerLevel = -2")}},
-        {"LowerRisesAboveUpper",
-         {},
-         L("RuntTriggerLevelRange[0]/LowerLevel = 3"),
-         {L("RuntTriggerLevelRange[0]/UpperLevel = 3")}},
-        {"ThresholdIgnoresItsType",
-         {},
-         L("LogicThresholdSettings[0]/ThresholdType = PECL"),
-         {L("LogicThresholdSettings[0]/Threshold = 3.7"),
-          L("LogicThresholdSettings[0]/UserThreshold = 1.4")}},
-        {"UserThresholdIsNotUsed",
-         {},
-         L("LogicThresholdSettings[0]/UserThreshold = 1.5"),
-         {L("LogicThresholdSettings[0]/ThresholdType = USER"),
-          L("LogicThresholdSettings[0]/Threshold = 1.5")}},
-        {"HysteresisIsInVolts",
-         {C("Scale = 5")},
-         L("HysteresisLevel[0]/NoiseReject = HIGH"),
-         {L("HysteresisLevel[0]/Hysteresis = 5")}},
-        {"HysteresisIgnoresTheScale", {}, C("Scale = 5"), {L("HysteresisLevel[0]/Hysteresis = 1")}},
-        {"HysteresisIgnoresTheFilter",
-         {},
-         C("BandwidthLimit = MHZ_20"),
-         {L("RelativeHysteresisLevel[0]/Hysteresis = 1")}},
-        {"HysteresisIsTooSmall",
-         {},
-         C("BandwidthLimit = KHZ_10"),
-         {L("RelativeHysteresisLevel[0]/Hysteresis = 0.5")}},
-        {"UserHysteresisIsNotUsed",
-         {L("RelativeHysteresisLevel[0]/UserHysteresis = 12"), C("BandwidthLimit = MHZ_1")},
-         L("RelativeHysteresisLevel[0]/AutoHysteresis = OFF"),
-         {L("RelativeHysteresisLevel[0]/Hysteresis = 12")}},
-        {"LevelsAreNotReset",
-         {L("EdgeTriggerLevel[0]/Level = 1"), L("WindowTriggerLevelRange[0]/UpperLevel = 3"),
-          L("LogicThresholdSettings[0]/UserThreshold = 2"), L("ShowLevels = OFF"),
-          C("Scale = 0.2")},
-         L("ResetLevels"),
-         {L("EdgeTriggerLevel[0]/Level = 0"), L("WindowTriggerLevelRange[0]/UpperLevel = 0.8"),
-          L("LogicThresholdSettings[0]/ThresholdType = TTL"), L("ShowLevels = OFF")}},
-        {"StreamsStayAsTheyWere",
-         {S("Enabled = OFF")},
-         QStringLiteral("Horizontal/ZELMode = ZEL_B"),
-         {V("AnalogSignalStreams/NumberOfActiveStreams = 2"),
-          V("AnalogSignalStreams/PartsPerStream = 2"),
-          V("AnalogSignalStreams/SamplesPerClockCycle = 10"),
-          V("AnalogSignalStreams/ClockFrequency = 2.5e+08"),
-          V("AnalogSignalStreams/AnalogSignalStream[0]/Channel = C2"),
-          V("AnalogSignalStreams/AnalogSignalStream[1]/Channel = C3"),
-          V("AnalogSignalStreams/AnalogSignalStream[2]/Active = OFF"),
-          V("AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[1]/DataStream = "
-            "SAMPLES_FROM_5_TO_9"),
-          V("AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[2]/DataStream = "
-            "UNUSED"),
-          V("AnalogChannelMapping[0]/AssociatedSignalStream = NONE"),
-          V("AnalogChannelMapping[1]/AssociatedSignalStream = S1"),
-          V("AnalogChannelMapping[3]/AssociatedSignalStream = NONE"),
-          V("AnalogChannelMapping[2]/InterleavedConverters = 2")}},
-        {"FastestModeHasTwoStreams",
-         {},
-         QStringLiteral("Horizontal/ZELMode = ZEL_C"),
-         {V("AnalogSignalStreams/NumberOfActiveStreams = 1"),
-          V("AnalogSignalStreams/AnalogSignalStream[0]/SampleRate = 5e+09"),
-          V("AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[3]/DataStream = "
-            "SAMPLES_FROM_15_TO_19"),
-          V("AnalogSignalStreams/AnalogSignalStream[1]/SampleRate = 0"),
-          V("AnalogChannelMapping[3]/InterleavedConverters = 1")}},
-        {"SkewIsNotReset", {C("Deskew = 1e-08")}, V("ResetDeskew"), {C("Deskew = 0")}},
-        {"SimulatedChannelIsAcquired",
-         {},
-         QStringLiteral("Simulation/Enabled = ON"),
-         {C("ChannelType/DataGeneration = SIMULATED")}},
-        {"MissingCurveIsSetToOriginal",
-         {},
-         V("ReferenceCurve/SetToOriginal"),
-         {V("ReferenceCurve/Scale = 1")},
-         eKW_ACC_NOTHING_TO_DO},
-        {"ClearedCurveIsShown",
-         {V("ReferenceCurve/Enabled = ON")},
-         V("ReferenceCurve/Clear"),
-         {V("ReferenceCurve/Enabled = OFF"), V("ReferenceCurve/ReferenceCurveAttributes/Unit = "
-                                               "LEVEL_V-")}},
-        {"CoupledThresholdsPart",
-         {},
-         G("LogicThresholdSettings[1]/ThresholdType = CMOS_3V3"),
-         {G("LogicThresholdSettings[0]/Threshold = 1.65"),
-          G("LogicThresholdSettings[1]/Threshold = 1.65")}},
-        {"FreeThresholdsFollow",
-         {G("CoupleThresholds = OFF")},
-         G("LogicThresholdSettings[1]/UserThreshold = 3"),
-         {G("LogicThresholdSettings[0]/Threshold = 1.4"),
-          G("LogicThresholdSettings[1]/Threshold = 3")}},
-        {"CoupledHalvesStayApart",
-         {G("CoupleThresholds = OFF"), G("LogicThresholdSettings[1]/UserThreshold = 3"),
-          G("SelectedThresholdRange = D4_TO_D7")},
-         G("CoupleThresholds = ON"),
-         {G("LogicThresholdSettings[0]/Threshold = 3")}},
-        {"ThresholdIsBeyondTheProbe",
-         {},
-         G("LogicThresholdSettings[0]/UserThreshold = 9"),
-         {G("LogicThresholdSettings[0]/Threshold = 1.4")},
-         eKW_ACC_ABOVE_MAXIMUM},
-        {"SomeChannelStaysOn",
-         {},
-         G("DisableAllChannels"),
-         {G("LogicChannel[0]/Enabled = OFF"), G("LogicChannel[7]/Enabled = OFF")}},
-        {"StackStaysInDisorder",
-         {G("LogicChannel[3]/StackIndex = 0"), G("LogicChannel[0]/StackIndex = 3")},
-         G("ResetOrder"),
-         {G("LogicChannel[3]/StackIndex = 3"), G("LogicChannel[0]/StackIndex = 0")}},
-        {"DigitalSkewIsNotReset",
-         {G("ChannelDeskew[5]/Deskew = 1e-08")},
-         G("ResetDeskew"),
-         {G("ChannelDeskew[5]/Deskew = 0")}},
-    };
-}
-
-class VerticalRule : public testing::TestWithParam<t_RuleCase>
-{
+const t_Rule kRules[] = {
+    {"ScreenKeepsItsHeight", "Vertical/Channel[2]/Position = 1; .Offset = 3", ".Scale = 0.5",
+     ".Range = 4; .Top = 4.5; .Bottom = 0.5"},
+    {"PositionMovesTheScreenUp", "", "Vertical/Channel[2]/Position = 1.5",
+     ".Range = 8; .Top = 2.5; .Bottom = -5.5"},
+    {"OffsetMovesTheScreenDown", "", "Vertical/Channel[2]/Offset = 10", ".Top = 14; .Bottom = 6"},
+    {"ScaleIgnoresTheProbe", "", "Vertical/Channel[2]/ProbeType = VOLTAGE_1000_TO_1",
+     ".ProbeFactor = 1000; .Scale = 2; .Top = 8"},
+    {"OffsetIgnoresTheProbe", "Vertical/Channel[2]/Offset = 2000", ".ProbeType = VOLTAGE_1_TO_1",
+     ".ProbeFactor = 1; .Offset = 200; .Bottom = 196"},
+    {"CurrentIsInVolts", "", "Vertical/Channel[2]/ProbeType = CURRENT_100_MV_PER_A",
+     ".ProbeFactor = 10; .ProbeUnit = LEVEL_A"},
+    {"UserFactorIsNotUsed", "Vertical/Channel[2]/ProbeUserUnit = LEVEL_A; .ProbeUserFactor = 0.25",
+     ".ProbeType = USER", ".ProbeFactor = 0.25; .ProbeUnit = LEVEL_A"},
+    {"UserFactorIsUsedUnasked", "", "Vertical/Channel[2]/ProbeUserFactor = 3", ".ProbeFactor = 10"},
+    {"PositionIsNotReset", "Vertical/Channel[2]/Position = 2; .Offset = 7", ".ResetPosition",
+     ".Position = 0; .Offset = 0; .Top = 4"},
+    {"ChannelThatIsOffIsASource", "", "Vertical/Channel[2]/Enabled = OFF",
+     ".ChannelSourceTypes/TriggerSource = OFF; .XYSource = OFF; "
+     "Vertical/Channel[1]/ChannelSourceTypes/XYSource = ON"},
+    {"ChannelsHaveOneName", "", "Vertical/Channel[2]/Label = x",
+     ".ChannelType/Channel = C3; .AnalogChannel = C3"},
+    {"LevelLeavesTheScreen", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 3",
+     "Vertical/Channel[2]/Scale = 0.5", ".Levels/EdgeTriggerLevel[0]/Level = 2; .LevelSet = USER"},
+    {"LevelComesBackElsewhere",
+     "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 3; Vertical/Channel[2]/Scale = 0.5",
+     ".Scale = 1", ".Levels/EdgeTriggerLevel[0]/Level = 3"},
+    {"LevelLeavesTheMovedScreen", "", "Vertical/Channel[2]/Offset = 10",
+     ".Levels/EdgeTriggerLevel[0]/Level = 6; "
+     "Vertical/Channel[2]/Levels/RuntTriggerLevelRange[0]/LowerLevel = 6; "
+     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 6; "
+     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/Threshold = 6"},
+    {"FixedLevelIsNotTaken", "", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = ECL",
+     ".Level = -1.3"},
+    {"FixedLevelStaysFixedWhenWritten",
+     "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = TTL", ".Level = 1.5",
+     ".LevelSet = USER"},
+    {"FixedLevelLeavesTheScreen", "Vertical/Channel[2]/Scale = 0.2",
+     ".Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".Level = 0.8", eKW_ACC_WARNING},
+    {"FixedLevelIsLostForGood",
+     "Vertical/Channel[2]/Scale = 0.2; .Levels/EdgeTriggerLevel[0]/LevelSet = CMOS",
+     "Vertical/Channel[2]/Scale = 1", ".Levels/EdgeTriggerLevel[0]/Level = 2.5"},
+    {"MiddleMovesTheLevel", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 1",
+     ".LevelSet = MIDDLE", ".Level = 1"},
+    {"UpperFallsBelowLower", "",
+     "Vertical/Channel[2]/Levels/SlewRateTriggerLevelRange[0]/UpperLevel = -2", ".LowerLevel = -2"},
+    {"LowerRisesAboveUpper", "",
+     "Vertical/Channel[2]/Levels/RuntTriggerLevelRange[0]/LowerLevel = 3", ".UpperLevel = 3"},
+    {"ThresholdIgnoresItsType", "",
+     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/ThresholdType = PECL",
+     ".Threshold = 3.7; .UserThreshold = 1.4"},
+    {"UserThresholdIsNotUsed", "",
+     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/UserThreshold = 1.5",
+     ".ThresholdType = USER; .Threshold = 1.5"},
+    {"HysteresisIsInVolts", "Vertical/Channel[2]/Scale = 5",
+     ".Levels/HysteresisLevel[0]/NoiseReject = HIGH", ".Hysteresis = 5"},
+    {"HysteresisIgnoresTheScale", "", "Vertical/Channel[2]/Scale = 5",
+     ".Levels/HysteresisLevel[0]/Hysteresis = 1"},
+    {"HysteresisIgnoresTheFilter", "", "Vertical/Channel[2]/BandwidthLimit = MHZ_20",
+     ".Levels/RelativeHysteresisLevel[0]/Hysteresis = 1"},
+    {"HysteresisIsTooSmall", "", "Vertical/Channel[2]/BandwidthLimit = KHZ_10",
+     ".Levels/RelativeHysteresisLevel[0]/Hysteresis = 0.5"},
+    {"UserHysteresisIsNotUsed",
+     "Vertical/Channel[2]/Levels/RelativeHysteresisLevel[0]/UserHysteresis = 12; "
+     "Vertical/Channel[2]/BandwidthLimit = MHZ_1",
+     ".Levels/RelativeHysteresisLevel[0]/AutoHysteresis = OFF", ".Hysteresis = 12"},
+    {"LevelsAreNotReset",
+     "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 1; "
+     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 3; "
+     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/UserThreshold = 2; "
+     "Vertical/Channel[2]/Levels/ShowLevels = OFF; Vertical/Channel[2]/Scale = 0.2",
+     ".Levels/ResetLevels",
+     ".EdgeTriggerLevel[0]/Level = 0; "
+     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 0.8; "
+     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/ThresholdType = TTL; "
+     "Vertical/Channel[2]/Levels/ShowLevels = OFF"},
+    {"StreamsStayAsTheyWere", "Vertical/Channel[0]/Enabled = OFF", "Horizontal/ZELMode = ZEL_B",
+     "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 2; .PartsPerStream = 2; "
+     ".SamplesPerClockCycle = 10; .ClockFrequency = 2.5e+08; .AnalogSignalStream[0]/Channel = C2; "
+     "Vertical/AnalogSignalStreams/AnalogSignalStream[1]/Channel = C3; "
+     "Vertical/AnalogSignalStreams/AnalogSignalStream[2]/Active = OFF; "
+     "Vertical/AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[1]/DataStream = "
+     "SAMPLES_FROM_5_TO_9; "
+     "Vertical/AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[2]/DataStream = "
+     "UNUSED; Vertical/AnalogChannelMapping[0]/AssociatedSignalStream = NONE; "
+     "Vertical/AnalogChannelMapping[1]/AssociatedSignalStream = S1; "
+     "Vertical/AnalogChannelMapping[3]/AssociatedSignalStream = NONE; "
+     "Vertical/AnalogChannelMapping[2]/InterleavedConverters = 2"},
+    {"FastestModeHasTwoStreams", "", "Horizontal/ZELMode = ZEL_C",
+     "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 1; .AnalogSignalStream[0]/SampleRate = "
+     "5e+09; .AnalogSignalStreamPart[3]/DataStream = SAMPLES_FROM_15_TO_19; "
+     "Vertical/AnalogSignalStreams/AnalogSignalStream[1]/SampleRate = 0; "
+     "Vertical/AnalogChannelMapping[3]/InterleavedConverters = 1"},
+    {"SkewIsNotReset", "Vertical/Channel[2]/Deskew = 1e-08", "Vertical/ResetDeskew",
+     ".Channel[2]/Deskew = 0"},
+    {"SimulatedChannelIsAcquired", "", "Simulation/Enabled = ON",
+     "Vertical/Channel[2]/ChannelType/DataGeneration = SIMULATED"},
+    {"MissingCurveIsSetToOriginal", "", "Vertical/ReferenceCurve/SetToOriginal", ".Scale = 1",
+     eKW_ACC_NOTHING_TO_DO},
+    {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
+     ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
+    {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",
+     "Logic/LogicThresholdSettings[0]/Threshold = 1.65; Logic/LogicThresholdSettings[1]/Threshold "
+     "= 1.65"},
+    {"FreeThresholdsFollow", "Logic/CoupleThresholds = OFF",
+     ".LogicThresholdSettings[1]/UserThreshold = 3",
+     "Logic/LogicThresholdSettings[0]/Threshold = 1.4; Logic/LogicThresholdSettings[1]/Threshold = "
+     "3"},
+    {"CoupledHalvesStayApart",
+     "Logic/CoupleThresholds = OFF; .LogicThresholdSettings[1]/UserThreshold = 3; "
+     "Logic/SelectedThresholdRange = D4_TO_D7",
+     ".CoupleThresholds = ON", ".LogicThresholdSettings[0]/Threshold = 3"},
+    {"ThresholdIsBeyondTheProbe", "", "Logic/LogicThresholdSettings[0]/UserThreshold = 9",
+     ".Threshold = 1.4", eKW_ACC_ABOVE_MAXIMUM},
+    {"SomeChannelStaysOn", "", "Logic/DisableAllChannels",
+     ".LogicChannel[0]/Enabled = OFF; Logic/LogicChannel[7]/Enabled = OFF"},
+    {"StackStaysInDisorder",
+     "Logic/LogicChannel[3]/StackIndex = 0; Logic/LogicChannel[0]/StackIndex = 3",
+     "Logic/ResetOrder", ".LogicChannel[3]/StackIndex = 3; Logic/LogicChannel[0]/StackIndex = 0"},
+    {"DigitalSkewIsNotReset", "Logic/ChannelDeskew[5]/Deskew = 1e-08", "Logic/ResetDeskew",
+     ".ChannelDeskew[5]/Deskew = 0"},
 };
 
 /** The edges of the screen, from the settings by another way than the rule's. */
-void CheckScreen(const CRuleTree& tree, QStringList& wrong)
+void CheckScreen(const CRuleTree& tree, CFindings& findings)
 {
-    const double scale = tree.Number(C("Scale"));
-    const double middle = tree.Number(C("Offset")) - tree.Number(C("Position")) * scale;
-    const double top = tree.Number(C("Top"));
-    const double bottom = tree.Number(C("Bottom"));
+    const double scale = tree.Number("Vertical/Channel[2]/Scale");
+    const double middle = tree.Number("Vertical/Channel[2]/Offset") -
+                          tree.Number("Vertical/Channel[2]/Position") * scale;
+    const double top = tree.Number("Vertical/Channel[2]/Top");
+    const double bottom = tree.Number("Vertical/Channel[2]/Bottom");
     const double tolerance = 1e-9 * (std::fabs(middle) + scale);
-    if (std::fabs(top - middle - 4.0 * scale) > tolerance ||
-        std::fabs(bottom - middle + 4.0 * scale) > tolerance)
-    {
-        wrong.append(QStringLiteral("screen"));
-    }
-    const double input = scale / tree.Number(C("ProbeFactor"));
-    if (input < 0.0019999 || input > 100.0001)
-    {
-        wrong.append(QStringLiteral("scale of the input path"));
-    }
+    findings.Check(std::fabs(top - middle - 4.0 * scale) <= tolerance &&
+                       std::fabs(bottom - middle + 4.0 * scale) <= tolerance,
+                   "screen");
+    const double input = scale / tree.Number("Vertical/Channel[2]/ProbeFactor");
+    findings.Check(input >= 0.0019999 && input <= 100.0001, "scale of the input path");
 }
 
-void CheckLevels(const CRuleTree& tree, QStringList& wrong)
+void CheckLevels(const CRuleTree& tree, CFindings& findings)
 {
-    const auto check = [&](const QString& level)
+    const QByteArray levels = "Vertical/Channel[2]/Levels/";
+    const auto check = [&](const QByteArray& level)
     {
-        const auto property = Property(tree.root, level.toLatin1().constData());
-        const double value = tree.Number(level);
-        if (value < tree.Number(C("Bottom")) || value > tree.Number(C("Top")) ||
-            property->GetMaxText() != tree.Text(C("Top")))
-        {
-            wrong.append(level);
-        }
+        const double value = tree.Number(levels + level);
+        findings.Check(value >= tree.Number("Vertical/Channel[2]/Bottom") &&
+                           value <= tree.Number("Vertical/Channel[2]/Top") &&
+                           tree.State(levels + level + ".max") ==
+                               tree.Text("Vertical/Channel[2]/Top"),
+                       level);
     };
-    check(L("EdgeTriggerLevel[0]/Level"));
-    check(L("LogicThresholdSettings[0]/UserThreshold"));
-    check(L("LogicThresholdSettings[0]/Threshold"));
+    check("EdgeTriggerLevel[0]/Level");
+    check("LogicThresholdSettings[0]/UserThreshold");
+    check("LogicThresholdSettings[0]/Threshold");
     for (const char* const kind : {"SlewRate", "Runt", "Window"})
     {
-        const QString range = L(kind) + QStringLiteral("TriggerLevelRange[0]/");
-        check(range + QStringLiteral("LowerLevel"));
-        check(range + QStringLiteral("UpperLevel"));
-        if (tree.Number(range + QStringLiteral("LowerLevel")) >
-            tree.Number(range + QStringLiteral("UpperLevel")))
-        {
-            wrong.append(range);
-        }
+        const QByteArray range = kind + QByteArray("TriggerLevelRange[0]/");
+        check(range + "LowerLevel");
+        check(range + "UpperLevel");
+        findings.Check(tree.Number(levels + range + "LowerLevel") <=
+                           tree.Number(levels + range + "UpperLevel"),
+                       range);
     }
 }
 
-QStringList Violations(const CRuleTree& tree)
+void Check(const CRuleTree& tree, CFindings& findings)
 {
-    QStringList wrong;
-    CheckScreen(tree, wrong);
-    CheckLevels(tree, wrong);
-    return wrong;
+    CheckScreen(tree, findings);
+    CheckLevels(tree, findings);
 }
 } // namespace
 
-TEST_P(VerticalRule, IsBroken)
-{
-    CheckRule(GetParam());
-}
-
-INSTANTIATE_TEST_SUITE_P(All, VerticalRule, testing::ValuesIn(Cases()),
-                         [](const auto& test) { return std::string(test.param.name); });
-
-TEST(VerticalRules, RandomWritesBreakWhatHolds)
-{
-    const QStringList groups = {QStringLiteral("Vertical"), QStringLiteral("Logic"),
-                                C("").chopped(1), L("").chopped(1)};
-    for (UINT32 seed = 1; seed <= 12; ++seed)
-    {
-        CheckWalk(seed, {}, groups, Violations);
-    }
-}
+INSTANTIATE_TEST_SUITE_P(Vertical, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Vertical, Walks,
+                         testing::Values(t_Walk{
+                             "", "Vertical Logic Vertical/Channel[2] Vertical/Channel[2]/Levels",
+                             Check, 12}));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ZelTree.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 void VisitGroups(const std::shared_ptr<IDbGroup>& group,
@@ -24,11 +25,12 @@ std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
     VisitGroups(root,
                 [&entries](const std::shared_ptr<IDbGroup>& group)
                 {
+                    const QString path = group->GetPath() + QLatin1Char('/');
                     for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
                     {
                         const auto p = group->GetProperty(i);
-                        entries.push_back(QStringList{p->GetPath(), p->GetText(), p->GetMinText(),
-                                                      p->GetMaxText(),
+                        entries.push_back(QStringList{path + p->GetNodeName(), p->GetText(),
+                                                      p->GetMinText(), p->GetMaxText(),
                                                       p->GetValueTexts().join(QLatin1Char('|')),
                                                       QString::number(p->GetValidity())}
                                               .join(QLatin1Char(';')));
@@ -86,4 +88,17 @@ QStringList CZelReports::Messages() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return m_messages;
+}
+
+void CFindings::Check(bool holds, const QByteArray& what)
+{
+    if (!holds)
+    {
+        m_wrong.append(what);
+    }
+}
+
+double CDice::Logarithmic(double min, double max)
+{
+    return min * std::pow(max / min, Share());
 }

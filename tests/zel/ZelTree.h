@@ -5,8 +5,10 @@
 #include "IKWFunctionZEL.h"
 #include "KWErrorReport.h"
 
+#include <QByteArrayList>
 #include <functional>
 #include <mutex>
+#include <random>
 #include <vector>
 
 // What the tests of the whole tree share.
@@ -39,4 +41,28 @@ private:
     mutable std::mutex m_mutex;
     QStringList m_messages;
     KW_ErrorHandler m_previous;
+};
+
+/** Collects what does not hold. */
+class CFindings
+{
+public:
+    void Check(bool holds, const QByteArray& what);
+    std::string Text() const { return m_wrong.join(", ").toStdString(); }
+
+private:
+    QByteArrayList m_wrong;
+};
+
+/** Numbers that are the same on every machine for a seed. */
+class CDice
+{
+public:
+    explicit CDice(UINT32 seed) : m_engine(seed) {}
+    double Share() { return static_cast<double>(m_engine()) / 4294967295.0; }
+    INT32 Below(INT32 count) { return static_cast<INT32>(m_engine() % static_cast<UINT32>(count)); }
+    double Logarithmic(double min, double max);
+
+private:
+    std::mt19937 m_engine;
 };
