@@ -29,11 +29,16 @@ std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
                     for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
                     {
                         const auto p = group->GetProperty(i);
-                        entries.push_back(QStringList{path + p->GetNodeName(), p->GetText(),
-                                                      p->GetMinText(), p->GetMaxText(),
-                                                      p->GetValueTexts().join(QLatin1Char('|')),
-                                                      QString::number(p->GetValidity())}
-                                              .join(QLatin1Char(';')));
+                        QString& entry = entries.emplace_back(path + p->GetNodeName());
+                        for (const QString& part : {p->GetText(), p->GetMinText(), p->GetMaxText()})
+                        {
+                            entry += QLatin1Char(';') + part;
+                        }
+                        for (const QString& value : p->GetValueTexts())
+                        {
+                            entry += QLatin1Char('|') + value;
+                        }
+                        entry += QLatin1String(p->GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
                     }
                 });
     return entries;
