@@ -29,7 +29,8 @@ void CPgCounter::UpdateGroup()
         const CPgChannel* const input = root->GetPgVertical()->GetPgChannel()->ItemDirect(source);
         const double highest = m_pMeterSourceChannel->ItemDirect(source)->GetPrRange()->Get() *
                                input->GetPrProbeFactor()->Get();
-        counter->FollowInput({-highest, highest, input->GetPrProbeUnit()->Get()});
+        counter->FollowInput({-highest, highest, highest * 2.0 / NRules::kVerticalDivisions,
+                              input->GetPrProbeUnit()->Get()});
     }
 }
 

@@ -51,6 +51,5 @@ void CPgCounterChannel::OnTreeCreated()
 
 void CPgCounterChannel::FollowInput(const NRules::t_Screen& input)
 {
-    KW_CHECKED(m_pLevel->SetUnit(input.unit));
-    NRules::SetLimits(*m_pLevel, input.bottom, input.top);
+    NRules::PutOnScreen(*m_pLevel, input);
 }

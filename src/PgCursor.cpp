@@ -15,8 +15,7 @@ void LimitLevel(CDbPropNumDouble& line, const CPgZEL& root, KW_ZEL_CHANNEL trace
 {
     if (const auto screen = NRules::ScreenOf(root, trace))
     {
-        KW_CHECKED(line.SetUnit(screen->unit));
-        NRules::SetLimits(line, screen->bottom, screen->top);
+        NRules::PutOnScreen(line, *screen);
     }
 }
 
@@ -128,13 +127,16 @@ void CPgCursor::LimitLines()
     {
         return;
     }
+    const CPgHorizontal& screen = *root->GetPgHorizontal();
     for (CDbPropNumDouble* const line : {m_pX1, m_pX2})
     {
-        NRules::SetLimits(*line, root->GetPgHorizontal()->GetPrLeft()->Get(),
-                          root->GetPgHorizontal()->GetPrRight()->Get());
+        NRules::SetLimits(*line, screen.GetPrLeft()->Get(), screen.GetPrRight()->Get());
+        KW_CHECKED(line->SetStep(screen.GetPrPosition()->GetStep()));
     }
+    KW_CHECKED(m_pReferenceX->SetStep(m_pX1->GetStep()));
     LimitLevel(*m_pY1, *root, m_pSource->Get());
     LimitLevel(*m_pY2, *root, SecondTrace());
+    KW_CHECKED(m_pReferenceY->SetStep(m_pY1->GetStep()));
     for (CDbPropNumDouble* const line : {m_pLevelX1, m_pLevelX2})
     {
         LimitLevel(*line, *root, root->GetPgXY()->GetPrSourceX()->Get());

@@ -3,7 +3,6 @@
 
 void CPgEdgeTriggerLevel::FollowScreen(const NRules::t_Screen& screen)
 {
-    KW_CHECKED(m_pLevel->SetUnit(screen.unit));
-    NRules::SetLimits(*m_pLevel, screen.bottom, screen.top);
+    NRules::PutOnScreen(*m_pLevel, screen);
     FollowSelection();
 }

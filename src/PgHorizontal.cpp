@@ -12,6 +12,7 @@
 #include "PgSampleCounter.h"
 #include "PgZEL.h"
 #include "RuleDispatch.h"
+#include "RuleHelpers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -415,6 +416,7 @@ void CPgHorizontal::CalculateHorizontalPositionLimits()
     const auto samples = static_cast<INT64>(count) + m_pPreSettlingSamples->Get();
     KW_ACCEPTANCE eAcc = eKW_ACC_OK;
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pPosition, -Position, Position));
+    KW_CHECKED(m_pPosition->SetStep(m_pScale->Get() / NRules::kStepsPerDivision));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pHardwarePosition, -Position, Position));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pLeft, -Position - time, Position));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pRight, -Position, Position + time));

@@ -23,8 +23,7 @@ KW_ACCEPTANCE CPgHysteresisLevel::OnPropertySet(const CDbPropBase* property)
 
 void CPgHysteresisLevel::FollowScreen(const NRules::t_Screen& screen)
 {
-    const double division = (screen.top - screen.bottom) / NRules::kVerticalDivisions;
     const auto size = static_cast<std::size_t>(m_pNoiseReject->GetAsInt());
     KW_CHECKED(m_pHysteresis->SetUnit(screen.unit));
-    KW_CHECKED(m_pHysteresis->DbSet(kDivisions[size] * division));
+    KW_CHECKED(m_pHysteresis->DbSet(kDivisions[size] * screen.division));
 }

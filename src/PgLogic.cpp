@@ -10,8 +10,8 @@
 
 namespace
 {
-/** Thresholds that the logic probe can be set to. */
-constexpr NRules::t_Screen kProbeRange{-2.0, 8.0, eKW_UNIT_LEVEL_V};
+/** Thresholds that the logic probe can be set to, in steps of 10 mV. */
+constexpr NRules::t_Screen kProbeRange{-2.0, 8.0, 0.5, eKW_UNIT_LEVEL_V};
 } // namespace
 
 KW_ACCEPTANCE CPgLogic::OnPropertySet(const CDbPropBase* property)

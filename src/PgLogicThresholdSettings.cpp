@@ -17,6 +17,13 @@ KW_ACCEPTANCE CPgLogicThresholdSettings::OnPropertySet(const CDbPropBase* proper
     return CPgLogicThresholdSettingsBase::OnPropertySet(property);
 }
 
+void CPgLogicThresholdSettings::OnTreeCreated()
+{
+    CPgLogicThresholdSettingsBase::OnTreeCreated();
+    // Writing the threshold that stands means to keep it.
+    m_pUserThreshold->SetForceDependencies(true);
+}
+
 void CPgLogicThresholdSettings::UpdateGroup()
 {
     const auto family = m_pThresholdType->GetNameInfo().GetNumber(m_pThresholdType->GetAsInt());
@@ -27,10 +34,8 @@ void CPgLogicThresholdSettings::UpdateGroup()
 
 void CPgLogicThresholdSettings::FollowScreen(const NRules::t_Screen& screen)
 {
-    KW_CHECKED(m_pUserThreshold->SetUnit(screen.unit));
-    KW_CHECKED(m_pThreshold->SetUnit(screen.unit));
-    NRules::SetLimits(*m_pUserThreshold, screen.bottom, screen.top);
-    NRules::SetLimits(*m_pThreshold, screen.bottom, screen.top);
+    NRules::PutOnScreen(*m_pUserThreshold, screen);
+    NRules::PutOnScreen(*m_pThreshold, screen);
     UpdateGroup();
 }
 

@@ -6,6 +6,12 @@
 #include "PgZEL.h"
 #include "RuleHelpers.h"
 
+KW_ACCEPTANCE CPgReferenceCurve::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    return CPgReferenceCurveBase::OnPropertySet(property);
+}
+
 KW_ACCEPTANCE CPgReferenceCurve::OnFunction(const CDbFunction* function)
 {
     if (function == m_pSetToOriginal)
@@ -21,6 +27,7 @@ void CPgReferenceCurve::UpdateGroup()
                                          NRules::eSOURCES_FFT);
     const KW_UNIT unit = m_pReferenceCurveAttributes->GetPrUnit()->Get();
     KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
+    KW_CHECKED(m_pTimePosition->SetStep(m_pTimeScale->Get() / NRules::kStepsPerDivision));
     KW_CHECKED(
         m_pReferenceCurveAttributes->GetPrOriginalScale()->SetUnit(NRules::UnitPerDivision(unit)));
 }
@@ -28,6 +35,7 @@ void CPgReferenceCurve::UpdateGroup()
 void CPgReferenceCurve::OnTreeCreated()
 {
     CPgReferenceCurveBase::OnTreeCreated();
+    NRules::InvalidateResults(*m_pReferenceCurveAttributes);
     const auto update = [this] { UpdateGroup(); };
     const QString name = QStringLiteral("ReferenceCurve/Source");
     NRules::AddSourceDependency(*this, update, name);

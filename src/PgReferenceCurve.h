@@ -7,6 +7,7 @@
 class CPgReferenceCurve : public CPgReferenceCurveBase
 {
 public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
     void UpdateGroup() override;
     void OnTreeCreated() override;

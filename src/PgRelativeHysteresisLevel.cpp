@@ -1,13 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "PgRelativeHysteresisLevel.h"
 
+#include "CommonDatabase/DbPgRoot.h"
+#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "PgChannel.h"
+#include "PgCursor.h"
+#include "PgCursorMeasurement.h"
+#include "PgCursorMeasurements.h"
+#include "PgHwConfig.h"
+#include "PgRelativeHysteresisSettingsForBandwidth.h"
+#include "PgSetup.h"
+#include "PgVertical.h"
+#include "PgZEL.h"
+#include "PgaChannel.h"
+#include "PgaCursorMeasurement.h"
+#include "PgaRelativeHysteresisSettingsForBandwidth.h"
 #include "RuleHelpers.h"
-#include "VerticalHardware.h"
 
-#include <cmath>
+namespace
+{
+const CPgaRelativeHysteresisSettingsForBandwidth& TableOf(const CPgZEL& root)
+{
+    return *root.GetPgSetup()->GetPgHwConfig()->GetPgRelativeHysteresisSettingsForBandwidth();
+}
 
-using namespace NVerticalHardware;
+const CPgCursorMeasurement* MeasurementOf(const CPgRelativeHysteresisLevel& level)
+{
+    const auto* const cursor = NRules::Above<CPgCursor>(level);
+    return cursor != nullptr
+               ? cursor->GetPgCursorMeasurements()->GetPgCursorMeasurement()->ItemDirect(
+                     NRules::IndexInArray(level))
+               : nullptr;
+}
+} // namespace
 
 KW_ACCEPTANCE CPgRelativeHysteresisLevel::OnPropertySet(const CDbPropBase* property)
 {
@@ -21,24 +46,65 @@ KW_ACCEPTANCE CPgRelativeHysteresisLevel::OnPropertySet(const CDbPropBase* prope
 
 void CPgRelativeHysteresisLevel::UpdateGroup()
 {
-    if (m_pAutoHysteresis->Get() == eKW_ONOFF_OFF)
-    {
-        KW_CHECKED(m_pHysteresis->DbSet(m_pUserHysteresis->Get()));
-        return;
-    }
-    const double noise = kNoiseHysteresis * std::sqrt(Bandwidth() / kFullBandwidth);
-    KW_CHECKED(
-        m_pHysteresis->DbSet(KWMath::Bound(m_pHysteresis->GetMin(), noise, kNoiseHysteresis)));
+    const bool isAutomatic = m_pAutoHysteresis->Get() == eKW_ONOFF_ON;
+    KW_CHECKED(m_pHysteresis->DbSet(isAutomatic ? Automatic() : m_pUserHysteresis->Get()));
 }
 
-double CPgRelativeHysteresisLevel::Bandwidth() const
+void CPgRelativeHysteresisLevel::OnTreeCreated()
 {
-    const auto* const channel = NRules::Above<CPgChannel>(*this);
-    if (channel == nullptr)
+    CPgRelativeHysteresisLevelBase::OnTreeCreated();
+    // Writing the hysteresis that stands means to keep it.
+    m_pUserHysteresis->SetForceDependencies(true);
+    CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
     {
-        return kFullBandwidth;
+        return;
     }
-    const auto* const limit = channel->GetPrBandwidthLimit();
-    const double filter = limit->GetNameInfo().GetNumber(limit->GetAsInt()).value_or(0.0);
-    return filter > 0.0 ? filter : kFullBandwidth;
+    std::vector<CDbPropBase*> sources;
+    const CPgaRelativeHysteresisSettingsForBandwidth& table = TableOf(*root);
+    for (INT32 i = 0; i < table.GetCount(); ++i)
+    {
+        sources.push_back(table.ItemDirect(i)->GetPrHysteresis());
+    }
+    const CPgaChannel& channels = *root->GetPgVertical()->GetPgChannel();
+    for (INT32 i = 0; i < channels.GetCount(); ++i)
+    {
+        sources.push_back(channels.ItemDirect(i)->GetPrBandwidthLimit());
+    }
+    if (const CPgCursorMeasurement* const measurement = MeasurementOf(*this))
+    {
+        sources.push_back(measurement->GetPrSource());
+    }
+    root->GetDependencies().Add(
+        *this, sources, [this] { UpdateGroup(); },
+        QStringLiteral("RelativeHysteresisLevel/Hysteresis"));
+}
+
+KW_ZEL_CHANNEL CPgRelativeHysteresisLevel::Trace() const
+{
+    if (const CPgCursorMeasurement* const measurement = MeasurementOf(*this))
+    {
+        return measurement->GetPrSource()->Get();
+    }
+    const auto* const channel = NRules::Above<CPgChannel>(*this);
+    return channel != nullptr ? static_cast<KW_ZEL_CHANNEL>(NRules::IndexInArray(*channel))
+                              : eKW_ZEL_CHANNEL_NONE;
+}
+
+/** Traces that no channel limits may have noise of any frequency. */
+double CPgRelativeHysteresisLevel::Automatic() const
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return m_pHysteresis->GetDefault();
+    }
+    const KW_ZEL_CHANNEL trace = Trace();
+    const KW_VERTICAL_BANDWIDTH_LIMIT limit =
+        NApplicationDefinitions::IsAnalogChannel(trace)
+            ? root->GetPgVertical()->GetPgChannel()->ItemDirect(trace)->GetPrBandwidthLimit()->Get()
+            : eKW_VERTICAL_BANDWIDTH_LIMIT_FULL;
+    const CPgaRelativeHysteresisSettingsForBandwidth& table = TableOf(*root);
+    return limit < table.GetCount() ? table.ItemDirect(limit)->GetPrHysteresis()->Get()
+                                    : m_pHysteresis->GetDefault();
 }

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerations.h"
 #include "PgRelativeHysteresisLevelBase.h"
 
-/** Hysteresis with which edges of a trace are found: the user's, or one that covers the noise.
-    Noise grows with the square root of the bandwidth. */
+/** Hysteresis with which edges of a trace are found: the user's, or what the hardware set-up states
+    for the bandwidth of the trace. Below a channel the trace is the channel's, below the cursors
+    that of the cursor measurement in the same place. */
 class CPgRelativeHysteresisLevel : public CPgRelativeHysteresisLevelBase
 {
 public:
+    using CPgRelativeHysteresisLevelBase::CPgRelativeHysteresisLevelBase;
+
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
+    void OnTreeCreated() override;
 
 private:
-    /** Of the channel that it belongs to; the full one where it belongs to none. */
-    double Bandwidth() const;
+    KW_ZEL_CHANNEL Trace() const;
+    double Automatic() const;
 };

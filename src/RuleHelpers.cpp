@@ -57,7 +57,7 @@ private:
 NRules::t_Screen ScreenAround(double scale, double position, KW_UNIT unit)
 {
     const double top = (NRules::kVerticalDivisions / 2.0 - position) * scale;
-    return {top - scale * NRules::kVerticalDivisions, top, unit};
+    return {top - scale * NRules::kVerticalDivisions, top, scale, unit};
 }
 
 struct t_UnitPair
@@ -210,7 +210,8 @@ std::optional<t_Screen> ScreenOf(const CPgZEL& root, KW_ZEL_CHANNEL channel)
     case eKW_ZEL_TRACE_TYPE_ANALOG:
     {
         const CPgChannel* const c = root.GetPgVertical()->GetPgChannel()->ItemDirect(channel);
-        return t_Screen{c->GetPrBottom()->Get(), c->GetPrTop()->Get(), c->GetPrProbeUnit()->Get()};
+        return t_Screen{c->GetPrBottom()->Get(), c->GetPrTop()->Get(), c->GetPrScale()->Get(),
+                        c->GetPrProbeUnit()->Get()};
     }
     case eKW_ZEL_TRACE_TYPE_MATHEMATICS:
     {
@@ -227,6 +228,13 @@ std::optional<t_Screen> ScreenOf(const CPgZEL& root, KW_ZEL_CHANNEL channel)
     default:
         return std::nullopt;
     }
+}
+
+void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen)
+{
+    KW_CHECKED(level.SetUnit(screen.unit));
+    SetLimits(level, screen.bottom, screen.top);
+    KW_CHECKED(level.SetStep(screen.division / kStepsPerDivision));
 }
 
 KW_UNIT UnitOf(const CPgZEL* root, KW_ZEL_CHANNEL channel)

@@ -55,12 +55,14 @@ void SetLimits(CDbPropNum<T>& property, T min, T max)
                                      KWMath::Bound(lowest, max, highest)));
 }
 
-/** Writes `value`, or the limit that is in its way: then the answer is eKW_ACC_WARNING. */
+/** Writes `value`, or the limit that is in its way: then the answer is eKW_ACC_WARNING. What stands
+    already is not written, so that properties that force their dependants can be moved to. */
 template <typename T>
 KW_ACCEPTANCE MoveTo(CDbPropNum<T>& property, T value)
 {
     const T bounded = KWMath::Bound(property.GetMin(), value, property.GetMax());
-    const KW_ACCEPTANCE code = KW_CHECKED(property.DbSet(bounded));
+    const bool isThere = bounded == property.Get() && bounded == property.GetUserValue();
+    const KW_ACCEPTANCE code = isThere ? eKW_ACC_OK : KW_CHECKED(property.DbSet(bounded));
     return std::max<KW_ACCEPTANCE>(code, bounded == value ? eKW_ACC_OK : eKW_ACC_WARNING);
 }
 
@@ -135,8 +137,15 @@ struct t_Screen
 {
     double bottom;
     double top;
+    double division;
     KW_UNIT unit;
 };
+
+/** What one press of a key moves a line by: a fiftieth of a division, two pixels of the screen. */
+constexpr double kStepsPerDivision = 50.0;
+
+/** Gives a level the unit, the limits and the step of a screen; the value follows. */
+void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen);
 
 /** Nothing for channels that have no levels. */
 std::optional<t_Screen> ScreenOf(const CPgZEL& root, KW_ZEL_CHANNEL channel);
@@ -170,8 +179,7 @@ public:
     {
         for (CDbPropNumDouble* const level : {this->m_pLowerLevel, this->m_pUpperLevel})
         {
-            KW_CHECKED(level->SetUnit(screen.unit));
-            SetLimits(*level, screen.bottom, screen.top);
+            PutOnScreen(*level, screen);
         }
         KeepOrdered(*this->m_pLowerLevel, *this->m_pUpperLevel);
     }
@@ -196,6 +204,13 @@ public:
     }
 
     void UpdateGroup() override { FollowSelection(); }
+
+    void OnTreeCreated() override
+    {
+        TBase::OnTreeCreated();
+        // Writing the level that stands means to keep it.
+        this->m_pLevel->SetForceDependencies(true);
+    }
 
 protected:
     /** eKW_ACC_WARNING when the selected level lies beyond the limits. */

@@ -12,10 +12,6 @@ constexpr double kLargestScale = 100.0;
 /** Largest level that the offset can subtract, V: twice the largest scale takes it to any edge of
     the screen that a mains voltage needs. */
 constexpr double kLargestOffset = 200.0;
-/** Bandwidth without a filter, Hz. */
-constexpr double kFullBandwidth = 5e8;
 /** Samples that one part of a stream carries in a clock cycle. */
 constexpr UINT32 kSamplesPerPart = 5;
-/** Share of the screen, percent, that the noise of the full bandwidth needs as hysteresis. */
-constexpr double kNoiseHysteresis = 5.0;
 } // namespace NVerticalHardware

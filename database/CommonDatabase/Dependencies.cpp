@@ -4,7 +4,7 @@
 #include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
-void CDependencies::Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBase*> sources,
+void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
                         std::function<void()> update, const QString& name)
 {
     const auto place = static_cast<UINT16>(m_dependants.size());

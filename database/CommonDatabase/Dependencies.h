@@ -4,7 +4,6 @@
 #include "DbTypes.h"
 
 #include <functional>
-#include <initializer_list>
 #include <vector>
 
 class CDbPropBase;
@@ -22,7 +21,7 @@ public:
     explicit CDependencies(CDbPropertyGroup& root) : m_root(root) {}
 
     /** `update` belongs to `owner` and depends on `sources`; `name` is for reports. */
-    void Add(CDbPropertyGroup& owner, std::initializer_list<CDbPropBase*> sources,
+    void Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
              std::function<void()> update, const QString& name);
     /** Drops the updates of an owner that leaves the tree. */
     void Remove(const CDbPropertyGroup& owner);

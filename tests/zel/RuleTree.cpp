@@ -271,9 +271,10 @@ QString CRuleTree::State(const QByteArray& path) const
     const QByteArray what = path.mid(dot + 1);
     if (dot >= 0)
     {
-        return what == "min"   ? property->GetMinText()
-               : what == "max" ? property->GetMaxText()
-                               : property->GetValueTexts().join(QLatin1Char('|'));
+        return what == "min"    ? property->GetMinText()
+               : what == "max"  ? property->GetMaxText()
+               : what == "step" ? property->GetStepText()
+                                : property->GetValueTexts().join(QLatin1Char('|'));
     }
     const bool isSetting = property->GetObjectType() == eOBJECTTYPE_SETTING;
     const bool isClosed = isSetting && property->GetAvailability() != eAVAILABILITY_AVAILABLE;

@@ -25,7 +25,7 @@ public:
     QString Text(const QByteArray& path) const;
     double Number(const QByteArray& path) const { return Text(path).toDouble(); }
     /** The text; "-" behind it while it is invalid, "!" while clients can not write it. Of
-        "path.min", "path.max" and "path.values", what clients may select. */
+        "path.min", "path.max", "path.step" and "path.values", what clients may select. */
     QString State(const QByteArray& path) const;
     std::shared_ptr<IDbContainer> Items(const char* path) const { return Container(root, path); }
 
