@@ -16,4 +16,6 @@ public:
 private:
     /** Of all lines beside this one, itself included. */
     void AssignAll(const CDbPropBase* written);
+    void UpdateThreshold();
+    void UpdateThresholds();
 };

@@ -3,10 +3,18 @@
 
 #include "PgHarmonicChannelStatusHistory.h"
 #include "PgHarmonicUIResults.h"
+#include "PgHorizontal.h"
+#include "PgZEL.h"
 #include "PgaHarmonicChannelUIResult.h"
 #include "PgaHarmonicSelected.h"
 #include "ReadingRules.h"
 #include "RuleHelpers.h"
+
+namespace
+{
+/** Periods of the fundamental in the window of an analysis at 50 Hz (IEC 61000-4-7). */
+constexpr double kPeriods = 10.0;
+} // namespace
 
 KW_ACCEPTANCE CPgHarmonic::OnPropertySet(const CDbPropBase* property)
 {
@@ -30,6 +38,10 @@ void CPgHarmonic::OnPropertyDbSet(const CDbPropBase* property)
 
 KW_ACCEPTANCE CPgHarmonic::OnFunction(const CDbFunction* function)
 {
+    if (function == m_pAutoSet)
+    {
+        return FitTimebase();
+    }
     if (function == m_pResetAverage)
     {
         KW_CHECKED(m_pHarmonicUIResults->GetPrAveragesDone()->DbSet(0));
@@ -51,6 +63,12 @@ void CPgHarmonic::UpdateGroup()
     {
         channels.ItemDirect(i)->UpdateVisibility(*this);
     }
+}
+
+void CPgHarmonic::OnTreeCreated()
+{
+    CPgHarmonicBase::OnTreeCreated();
+    NRules::Invalidate({m_pFundamentalFrequency});
 }
 
 UINT32 CPgHarmonic::HighestOrder() const
@@ -92,6 +110,20 @@ void CPgHarmonic::UpdateSelected()
     {
         m_pHarmonicSelected->ItemDirect(i)->Follow(HighestOrder(), *m_pFundamentalFrequency);
     }
+}
+
+KW_ACCEPTANCE CPgHarmonic::FitTimebase()
+{
+    CPgZEL* const root = CPgZEL::Of(*this);
+    const double fundamental = m_pFundamentalFrequency->Get();
+    const bool isKnown = m_pFundamentalFrequency->GetValidity() == eKW_VALIDITY_VALID;
+    if (root == nullptr || !isKnown || !(fundamental > 0.0))
+    {
+        return eKW_ACC_NOTHING_TO_DO;
+    }
+    CDbPropNumDouble* const time = root->GetPgHorizontal()->GetPrAcquisitionTime();
+    return KW_CHECKED(
+        time->Set(KWMath::Bound(time->GetMin(), kPeriods / fundamental, time->GetMax())));
 }
 
 void CPgHarmonic::ResetHistory()

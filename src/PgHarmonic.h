@@ -12,6 +12,7 @@ public:
     void OnPropertyDbSet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
     void UpdateGroup() override;
+    void OnTreeCreated() override;
 
     UINT32 HighestOrder() const;
     /** Whether an order is analysed and among those selected. The direct component is no harmonic:
@@ -21,5 +22,7 @@ public:
 private:
     void UpdateFundamental();
     void UpdateSelected();
+    /** eKW_ACC_NOTHING_TO_DO while the fundamental is not known. */
+    KW_ACCEPTANCE FitTimebase();
     void ResetHistory();
 };

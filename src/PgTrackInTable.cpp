@@ -2,6 +2,7 @@
 #include "PgTrackInTable.h"
 
 #include "CommonDatabase/DbPgArray.h"
+#include "PgHorizontal.h"
 #include "PgSerialBus.h"
 #include "PgUARTBusSettings.h"
 #include "PgZEL.h"
@@ -29,7 +30,7 @@ KW_ACCEPTANCE CPgTrackInTable::OnPropertySet(const CDbPropBase* property)
         Mark(isListed ? MarkedIndex() : m_pSelectedIndex->Get());
         code = isListed ? eKW_ACC_OK : eKW_ACC_WARNING;
     }
-    return std::max(code, CPgTrackInTableBase::OnPropertySet(property));
+    return std::max({code, ShowMarked(), CPgTrackInTableBase::OnPropertySet(property)});
 }
 
 KW_ACCEPTANCE CPgTrackInTable::OnFunction(const CDbFunction* function)
@@ -109,7 +110,7 @@ KW_ACCEPTANCE CPgTrackInTable::MarkFrom(INT32 index, INT32 step)
         if (StopsAt(index))
         {
             Mark(index);
-            return eKW_ACC_OK;
+            return ShowMarked();
         }
     }
     return eKW_ACC_WARNING;
@@ -123,7 +124,7 @@ KW_ACCEPTANCE CPgTrackInTable::MarkAtTrigger()
         if (stop != nullptr && stop->Get() >= 0.0)
         {
             Mark(index);
-            return eKW_ACC_OK;
+            return ShowMarked();
         }
     }
     return eKW_ACC_WARNING;
@@ -135,4 +136,30 @@ bool CPgTrackInTable::StopsAt(INT32 index) const
         Frames()->ItemAt(index)->FindProperty(QStringLiteral("State")));
     // Every protocol counts its states from "OK".
     return m_pErrorsOnly->Get() == eKW_ONOFF_OFF || (state != nullptr && state->GetAsInt() != 0);
+}
+
+KW_ACCEPTANCE CPgTrackInTable::ShowMarked()
+{
+    CPgZEL* const root = CPgZEL::Of(*this);
+    const bool isMarked =
+        m_pSelectedIndex->Get() >= 0 && m_pFrameTime->GetValidity() == eKW_VALIDITY_VALID;
+    if (root == nullptr || !isMarked || m_pEnabled->Get() == eKW_ONOFF_OFF)
+    {
+        return eKW_ACC_OK;
+    }
+    const CPgHorizontal& screen = *root->GetPgHorizontal();
+    const double left = screen.GetPrLeft()->Get();
+    const double right = screen.GetPrRight()->Get();
+    const bool isCentred = m_pCenterInDiagram->Get() == eKW_ONOFF_ON;
+    const double time = m_pFrameTime->Get();
+    const double goal = isCentred ? (left + right) * 0.5 : KWMath::Bound(left, time, right);
+    if (goal == time)
+    {
+        return eKW_ACC_OK;
+    }
+    CDbPropNumDouble* const position = screen.GetPrPosition();
+    const double wanted = position->Get() + (time - goal);
+    const double legal = KWMath::Bound(position->GetMin(), wanted, position->GetMax());
+    const KW_ACCEPTANCE code = KW_CHECKED(position->Set(legal));
+    return std::max<KW_ACCEPTANCE>(code, legal == wanted ? eKW_ACC_OK : eKW_ACC_WARNING);
 }

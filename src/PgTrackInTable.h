@@ -26,4 +26,6 @@ private:
     KW_ACCEPTANCE MarkFrom(INT32 index, INT32 step);
     KW_ACCEPTANCE MarkAtTrigger();
     bool StopsAt(INT32 index) const;
+    /** Moves the time diagram to the marked frame, when it is to follow. */
+    KW_ACCEPTANCE ShowMarked();
 };

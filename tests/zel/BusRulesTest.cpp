@@ -114,6 +114,28 @@ const t_Rule kRules[] = {
      "SerialBus/TrackInTable/First",
      ".SelectedFrame = Vertical/Channel[2]",
      ".SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[0]", eKW_ACC_WARNING},
+    {"DiagramStaysBehind",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-06",
+     "SerialBus/TrackInTable/First", ".FrameTime = 3e-06; Horizontal/Position = 3e-06"},
+    {"ShownFrameMovesTheDiagram",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-07; "
+     "SerialBus/TrackInTable/CenterInDiagram = OFF",
+     ".SelectedIndex = 0", "Horizontal/Position = 0"},
+    {"FrameStaysOutOfTheDiagram",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = -3e-06; "
+     "SerialBus/TrackInTable/CenterInDiagram = OFF",
+     ".SelectedIndex = 0", "Horizontal/Left = -3e-06"},
+    {"DiagramFollowsUnasked",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-06; "
+     "SerialBus/TrackInTable/Enabled = OFF",
+     ".SelectedIndex = 0", "Horizontal/Position = 0"},
+    {"LineKnowsNoThreshold", "",
+     "Vertical/Channel[0]/Levels/LogicThresholdSettings[0]/ThresholdType = PECL",
+     "SerialBus/CANBusSettings/BusChannelSettings[0]/Threshold = 3.7"},
+    {"LineKeepsTheThresholdOfItsFormerSource",
+     "Logic/CoupleThresholds = OFF; .LogicThresholdSettings[1]/UserThreshold = 3; "
+     "Logic/Enabled = ON; .LogicChannel[5]/Enabled = ON",
+     "SerialBus/CANBusSettings/BusChannelSettings[0]/Source = D5", ".Threshold = 3"},
     {"OtherProtocolKeepsTheFrame",
      "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
      "SerialBus/TrackInTable/Last",
