@@ -2,64 +2,19 @@
 // User interface, remote control and acquisition at once, each as a thread. The thread sanitizer
 // sees races; the assertions see what got lost or torn.
 
-#include "IKWFunctionCANBusFrame.h"
-#include "IKWFunctionCANBusResults.h"
-#include "IKWFunctionCANBusSettings.h"
 #include "IKWFunctionHorizontal.h"
-#include "IKWFunctionLabelListSettings.h"
-#include "IKWFunctionSerialBus.h"
-#include "IKWFunctionSerialBusLabelItem.h"
 #include "IKWFunctionSpectrum.h"
 #include "IKWFunctionZEL.h"
 #include "KWBrackets.h"
+#include "Together.h"
 
-#include <atomic>
-#include <functional>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <set>
-#include <thread>
-#include <vector>
 
 namespace
 {
 constexpr int kRounds = 150;
-
-/** Runs each task some rounds in a thread of its own, all at once. */
-void RunTogether(const std::vector<std::function<void(int)>>& tasks)
-{
-    std::vector<std::thread> threads;
-    for (const auto& task : tasks)
-    {
-        threads.emplace_back(
-            [&task]
-            {
-                for (int round = 0; round < kRounds; ++round)
-                {
-                    task(round);
-                }
-            });
-    }
-    for (std::thread& thread : threads)
-    {
-        thread.join();
-    }
-}
-
-std::shared_ptr<IKWMap<IKWFunctionSerialBusLabelItem>>
-Labels(const std::shared_ptr<IKWFunctionZEL>& root)
-{
-    return root->GetPgSerialBus()
-        ->GetPgCANBusSettings()
-        ->GetPgLabelListSettings()
-        ->GetPgSerialBusLabelItem();
-}
-
-std::shared_ptr<IKWArray<IKWFunctionCANBusFrame>>
-Frames(const std::shared_ptr<IKWFunctionZEL>& root)
-{
-    return root->GetPgSerialBus()->GetPgCANBusResults()->GetPgCANBusFrame();
-}
 
 /** Every number that the acquisition time may show: ten divisions of a scale. */
 std::set<double> AcquisitionTimes()
@@ -102,41 +57,10 @@ TEST(ClientThreads, ValueIsTornOrACounterRunsBackwards)
         crossed += horizontal->GetPrScale()->Get() * 10.0 != time->Get() ? 1 : 0;
     };
     RunTogether(
-        {write, read, read, [&](int round) { round % 3 == 0 ? root->Undo() : root->Redo(); }});
+        {write, read, read, [&](int round) { round % 3 == 0 ? root->Undo() : root->Redo(); }},
+        kRounds);
     EXPECT_EQ(torn, 0);
     EXPECT_EQ(crossed, 0);
-}
-
-TEST(ClientThreads, ContainerLosesAnItemOrItsReadersTheirNode)
-{
-    const auto root = GetZELRoot();
-    const auto labels = Labels(root);
-    std::atomic<int> wrong{0};
-    const auto rename = [&](int round)
-    {
-        const QString name = QStringLiteral("a%1").arg(round);
-        wrong += labels->Insert(name) != eKW_ACC_OK;
-        wrong += labels->Rename(name, name + QLatin1Char('x')) != eKW_ACC_OK;
-        wrong += round % 2 == 0 && labels->Remove(name + QLatin1Char('x')) != eKW_ACC_OK;
-    };
-    const auto grow = [&](int round) { wrong += Frames(root)->Grow(round + 1) != eKW_ACC_OK; };
-    const auto read = [&](int)
-    {
-        for (const QString& name : labels->GetNames())
-        {
-            // It may be gone by now; while it is held it answers.
-            if (const auto item = labels->GetItem(name))
-            {
-                wrong += item->GetPrIdentifierLength()->Get() < 1;
-            }
-        }
-        const INT32 count = Frames(root)->GetCount();
-        wrong += count > 0 && !Frames(root)->GetItem(count - 1);
-    };
-    RunTogether({rename, grow, read, read});
-    EXPECT_EQ(wrong, 0);
-    EXPECT_EQ(labels->GetCount(), kRounds / 2);
-    EXPECT_EQ(Frames(root)->GetCount(), kRounds);
 }
 
 TEST(ClientThreads, RootTurnoverLeavesTwoTreesOrAHandleBehind)
@@ -168,7 +92,7 @@ TEST(ClientThreads, RootTurnoverLeavesTwoTreesOrAHandleBehind)
             wrong += last->Get() != 1e-3 && last->Get() != 1e-7;
         }
     };
-    RunTogether({use, use, release, release});
+    RunTogether({use, use, release, release}, kRounds);
     handedOver.reset();
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(GetZELRoot()->GetPgHorizontal()->GetPrScale()->Get(), 1e-7) << "a fresh tree";
@@ -193,6 +117,6 @@ TEST(ClientThreads, TransactionMixesTheWritesOfTwoThreads)
         const double span = spectrum->GetPrHorizontalSpan()->Get();
         mixed += center != 3.125e8 && span != center / 10.0;
     };
-    RunTogether({[&](int) { write(1e8); }, [&](int) { write(2e8); }, read});
+    RunTogether({[&](int) { write(1e8); }, [&](int) { write(2e8); }, read}, kRounds);
     EXPECT_EQ(mixed, 0);
 }

@@ -4,47 +4,18 @@
 
 #include "FixtureTree.h"
 #include "LockManager.h"
+#include "Together.h"
 
-#include <atomic>
 #include <chrono>
-#include <functional>
 #include <future>
 #include <gtest/gtest.h>
 #include <limits>
-#include <thread>
 
 namespace
 {
 constexpr int kRounds = 400;
 /** Rounds that hit a gap of a few instructions even where two cores are busy. */
 constexpr int kNarrow = 20000;
-
-/** Runs each task `rounds` times in a thread of its own; all start together. */
-void RunTogether(const std::vector<std::function<void(int)>>& tasks, int rounds = kRounds)
-{
-    std::atomic<std::size_t> ready{0};
-    std::vector<std::thread> threads;
-    for (const auto& task : tasks)
-    {
-        threads.emplace_back(
-            [&ready, &task, rounds, count = tasks.size()]
-            {
-                ++ready;
-                while (ready < count)
-                {
-                    std::this_thread::yield();
-                }
-                for (int round = 0; round < rounds; ++round)
-                {
-                    task(round);
-                }
-            });
-    }
-    for (std::thread& thread : threads)
-    {
-        thread.join();
-    }
-}
 
 class Threads : public testing::Test
 {
@@ -200,7 +171,7 @@ TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)
             torn += seen != t::low && seen != t::high && seen != TypeParam{};
         }
     };
-    RunTogether({write, read, read});
+    RunTogether({write, read, read}, kRounds);
     EXPECT_EQ(torn, 0);
 }
 
@@ -210,7 +181,7 @@ TEST_F(Threads, StepOrItsCountIsLost)
     long long after = 0;
     m_root->HasChanged(before);
     const auto step = [&](int) { m_wrong += m_group.m_pInt64->Inc() != eKW_ACC_OK; };
-    RunTogether({step, step, step});
+    RunTogether({step, step, step}, kRounds);
     EXPECT_EQ(m_wrong, 0);
     EXPECT_EQ(m_group.m_pInt64->Get(), 3 * kRounds);
     m_root->HasChanged(after);
@@ -307,7 +278,7 @@ TEST_F(Threads, UndoneOrRemovedItemsBreakTheirReaders)
         m_wrong += !path.isEmpty() && m_root->Find(path) == nullptr;
         m_wrong += array.GetActive() >= array.GetCount();
     };
-    RunTogether({change, replay, read, read});
+    RunTogether({change, replay, read, read}, kRounds);
     EXPECT_EQ(m_wrong, 0);
 }
 
@@ -329,7 +300,7 @@ TEST_F(Threads, RenamedItemIsNotFoundByItsKeyOrUnderTwoNames)
         m_wrong +=
             m_group.m_pReference->Get() != QStringLiteral("First/Map[%1]").arg(map.GetActiveItem());
     };
-    RunTogether({rename, read, read});
+    RunTogether({rename, read, read}, kRounds);
     EXPECT_EQ(m_wrong, 0);
 }
 
