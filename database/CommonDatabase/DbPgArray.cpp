@@ -5,6 +5,7 @@
 #include "DbSettings.h"
 #include "KWErrorReport.h"
 #include "LockManager.h"
+#include "NumberText.h"
 
 #include <algorithm>
 
@@ -270,9 +271,10 @@ std::shared_ptr<IKWFunctionBase> CDbPgArrayBase::ShareItemHandle(INT32 index) co
 
 INT32 CDbPgArrayBase::IndexOf(QStringView key) const
 {
-    bool isNumber = false;
-    const int index = key.toInt(&isNumber);
-    return isNumber && ItemAt(index) != nullptr ? index : -1;
+    // One way to write an index, so that an item has one path.
+    INT32 index = -1;
+    const bool isIndex = KW_TextToNumber(key, index) && QString::number(index) == key;
+    return isIndex && ItemAt(index) != nullptr ? index : -1;
 }
 
 bool CDbPgArrayBase::IsItem(const QString& name) const

@@ -252,6 +252,10 @@ std::shared_ptr<IDbObject> CDbPropertyGroup::Find(const QString& path) const
         const QStringView step = QStringView(path).mid(begin, stop - begin);
         node = isItem ? group->FindItem(step) : group->FindMember(step);
         position = stop + (isItem ? 1 : 0);
+        if (isItem && position < path.size() && path[position] != u'/' && path[position] != u'[')
+        {
+            return nullptr;
+        }
     }
     return node == nullptr ? nullptr : std::shared_ptr<IDbObject>(node->shared_from_this());
 }
