@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "fuzz/SettingsTarget.h"
+#include "fuzz/Targets.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,6 +7,18 @@
 
 namespace
 {
+struct t_Target
+{
+    const char* folder;
+    void (*run)(const QByteArray&);
+};
+
+constexpr t_Target kTargets[] = {
+    {"Expressions", KW_TryExpressions}, {"Paths", KW_TryPaths},
+    {"SettingsCsv", KW_TrySettingsCsv}, {"SettingsXml", KW_TrySettingsXml},
+    {"Signals", KW_TrySignals},         {"Texts", KW_TryTexts},
+};
+
 /** Path and content of each file of a folder of the corpus. */
 std::vector<std::pair<QString, QByteArray>> Corpus(const char* folder)
 {
@@ -22,28 +34,41 @@ std::vector<std::pair<QString, QByteArray>> Corpus(const char* folder)
 }
 } // namespace
 
-class SettingsCorpus : public testing::TestWithParam<bool>
+class FuzzCorpus : public testing::TestWithParam<t_Target>
 {
 };
 
-TEST_P(SettingsCorpus, FileThatOnceBrokeTheReaderDoesSoAgain)
+TEST_P(FuzzCorpus, InputThatOnceBrokeTheReaderDoesSoAgain)
 {
-    const auto files = Corpus(GetParam() ? "settings-csv" : "settings-xml");
+    const t_Target& target = GetParam();
+    const auto files = Corpus(target.folder);
     ASSERT_GE(files.size(), 3U);
     for (const auto& [name, text] : files)
     {
         SCOPED_TRACE(name.toStdString());
-        KW_TrySettingsFile(text, GetParam());
+        target.run(text);
         // Cut anywhere, with a bit turned over: what a failing memory card leaves.
         for (qsizetype i = 0; i < text.size(); i += 1 + text.size() / 40)
         {
-            KW_TrySettingsFile(text.left(i), GetParam());
+            target.run(text.left(i));
             QByteArray spoilt = text;
             spoilt.data()[i] = static_cast<char>(text.at(static_cast<int>(i)) ^ 4);
-            KW_TrySettingsFile(spoilt, GetParam());
+            target.run(spoilt);
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, SettingsCorpus, testing::Bool(),
-                         [](const auto& test) { return test.param ? "Csv" : "Xml"; });
+INSTANTIATE_TEST_SUITE_P(Targets, FuzzCorpus, testing::ValuesIn(kTargets),
+                         [](const auto& test) { return std::string(test.param.folder); });
+
+TEST(FuzzCorpus, FolderIsTriedByNobody)
+{
+    QStringList folders;
+    for (const t_Target& target : kTargets)
+    {
+        folders.append(QString::fromLatin1(target.folder));
+    }
+    EXPECT_EQ(
+        QDir(QStringLiteral(KWI_CORPUS)).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name),
+        folders);
+}

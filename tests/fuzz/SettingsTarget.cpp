@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "fuzz/SettingsTarget.h"
+#include "fuzz/Targets.h"
 
 #include "CommonDatabase/DbSettings.h"
 #include "database/FixtureTree.h"
 
 #include <QXmlStreamReader>
-#include <cstdio>
-#include <cstdlib>
 
 namespace
 {
-void Require(bool holds, const char* what, const QByteArray& detail)
-{
-    if (!holds)
-    {
-        std::fprintf(stderr, "%s: %s\n", what, detail.constData());
-        std::abort();
-    }
-}
-
 QList<QString> Fields(const CPgFixtureRoot& root)
 {
     QList<QString> fields;
@@ -37,16 +26,15 @@ bool ReadAgain(CDbSettingsDocument& document, const CPgFixtureRoot& root, bool c
     QXmlStreamReader reader(root.Text());
     return document.ReadXmlElement(reader);
 }
-} // namespace
 
-void KW_TrySettingsFile(const QByteArray& text, bool csv)
+void TrySettingsFile(const QByteArray& text, bool csv)
 {
     const CReports reports;
     CDbSettingsDocument document;
     const QString kind = QStringLiteral("Fixture");
     if (!(csv ? document.ReadCsvFile(text, kind) : document.ReadXmlFile(text, kind)))
     {
-        Require(!document.GetError().isEmpty(), "refused without a reason", text);
+        KW_FuzzRequire(!document.GetError().isEmpty(), "refused without a reason", text);
         return;
     }
     const auto root = CPgFixtureRoot::Create();
@@ -54,10 +42,21 @@ void KW_TrySettingsFile(const QByteArray& text, bool csv)
     root->GetDependencies().CalculateEverything();
 
     CDbSettingsDocument saved;
-    Require(ReadAgain(saved, *root, csv), "own file refused", saved.GetError().toUtf8());
+    KW_FuzzRequire(ReadAgain(saved, *root, csv), "own file refused", saved.GetError().toUtf8());
     const auto copy = CPgFixtureRoot::Create();
     const CDbRecall recall = CDbRecall::Apply(*copy, saved);
     copy->GetDependencies().CalculateEverything();
-    Require(recall.IsClean(), "own file applied in part", reports.Messages().toUtf8());
-    Require(copy->Text() == root->Text(), "own file read back differently", root->Text());
+    KW_FuzzRequire(recall.IsClean(), "own file applied in part", reports.Messages().toUtf8());
+    KW_FuzzRequire(copy->Text() == root->Text(), "own file read back differently", root->Text());
+}
+} // namespace
+
+void KW_TrySettingsXml(const QByteArray& text)
+{
+    TrySettingsFile(text, false);
+}
+
+void KW_TrySettingsCsv(const QByteArray& text)
+{
+    TrySettingsFile(text, true);
 }

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "database/FixtureTree.h"
+#include "fuzz/Targets.h"
+
+#include <cmath>
+
+namespace
+{
+template <typename T>
+bool LimitsHold(const CDbPropNum<T>& property)
+{
+    // NaN compares as false, as it should here.
+    return property.GetMin() <= property.Get() && property.Get() <= property.GetMax();
+}
+
+bool LimitsHold(const CPgFixture& group)
+{
+    return LimitsHold(*group.m_pInt16) && LimitsHold(*group.m_pUInt16) &&
+           LimitsHold(*group.m_pInt32) && LimitsHold(*group.m_pUInt32) &&
+           LimitsHold(*group.m_pInt64) && LimitsHold(*group.m_pUInt64) &&
+           LimitsHold(*group.m_pDouble) && LimitsHold(*group.m_pListed) &&
+           LimitsHold(*group.m_pFollower);
+}
+
+void TryText(CPgFixtureRoot& root, CDbPropBase& property, const QString& text)
+{
+    const QByteArray before = root.Text();
+    const KW_ACCEPTANCE code = property.SetText(text);
+    if (code > eKW_ACC_WARNING)
+    {
+        KW_FuzzRequire(root.Text() == before, "a refused text changed the tree", text.toUtf8());
+        return;
+    }
+    const QByteArray after = root.Text();
+    const QString own = property.GetText();
+    KW_FuzzRequire(LimitsHold(*root.m_pFirst), "a value beyond its limits", text.toUtf8());
+    KW_FuzzRequire(property.SetText(own) == eKW_ACC_OK, "own text refused", own.toUtf8());
+    KW_FuzzRequire(property.GetText() == own, "own text reads differently", own.toUtf8());
+    KW_FuzzRequire(root.Text() == after, "own text changed the tree", own.toUtf8());
+}
+
+/** A tree whose containers have items with names that a path could take for something else. */
+std::shared_ptr<CPgFixtureRoot> FilledTree()
+{
+    auto root = CPgFixtureRoot::Create();
+    for (const char* name : {"a", "a b", "0", "-1", "Map", "Ω & \"x\"", "%41", ".."})
+    {
+        root->m_pFirst->m_pMap->Insert(QString::fromUtf8(name));
+    }
+    root->m_pFirst->m_pArray->DbSetSize(12);
+    return root;
+}
+
+void TryPath(const CPgFixtureRoot& root, const QString& path)
+{
+    const auto node = root.Find(path);
+    if (!node)
+    {
+        return;
+    }
+    // Within a tree a path may begin at its root.
+    const QString own = node->GetPath();
+    const bool isOwn = path == own || path == QLatin1Char('/') + own;
+    KW_FuzzRequire(isOwn, "found by another path", path.toUtf8());
+    KW_FuzzRequire(root.Find(own) == node, "own path leads elsewhere", own.toUtf8());
+}
+} // namespace
+
+void KW_TryTexts(const QByteArray& lines)
+{
+    const CReports reports;
+    const auto root = CPgFixtureRoot::Create();
+    for (const QByteArray& line : lines.split('\n'))
+    {
+        const auto equals = line.indexOf('=');
+        CDbPropBase* const property =
+            root->m_pFirst->FindProperty(QString::fromUtf8(line.left(equals)));
+        if (property != nullptr && equals >= 0)
+        {
+            TryText(*root, *property, QString::fromUtf8(line.mid(equals + 1)));
+        }
+    }
+}
+
+void KW_TryPaths(const QByteArray& lines)
+{
+    static const auto root = FilledTree();
+    for (const QByteArray& line : lines.split('\n'))
+    {
+        TryPath(*root, QString::fromUtf8(line));
+    }
+}
