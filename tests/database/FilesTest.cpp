@@ -4,12 +4,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -227,66 +224,6 @@ TEST_F(Files, FullDiskLeavesHalfAFile)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "old");
     EXPECT_EQ(m_root->Save(name), eKW_ACC_OK);
-}
-
-namespace
-{
-/** A file system of a few pages, where the process may mount one. */
-class CSmallDisk
-{
-public:
-    explicit CSmallDisk(const QString& folder)
-        : m_folder(QFile::encodeName(folder)),
-          m_isMounted(mount("tmpfs", m_folder.constData(), "tmpfs", 0, "size=64k") == 0)
-    {
-    }
-    ~CSmallDisk()
-    {
-        if (m_isMounted)
-        {
-            umount2(m_folder.constData(), MNT_DETACH);
-        }
-    }
-    CSmallDisk(const CSmallDisk&) = delete;
-    CSmallDisk& operator=(const CSmallDisk&) = delete;
-    bool IsMounted() const { return m_isMounted; }
-
-private:
-    QByteArray m_folder;
-    bool m_isMounted;
-};
-} // namespace
-
-TEST_F(Files, DiskWithoutRoomLosesTheOldFileOrHidesTheReason)
-{
-    const CSmallDisk disk(m_folder.path());
-    if (!disk.IsMounted())
-    {
-        GTEST_SKIP() << "needs the right to mount a file system";
-    }
-    const QString name = m_folder.filePath(QStringLiteral("keep.xml"));
-    ASSERT_EQ(m_root->Save(name), eKW_ACC_OK);
-    ASSERT_EQ(m_root->m_pFirst->m_pInt16->Set(7), eKW_ACC_OK);
-    QFile filler(m_folder.filePath(QStringLiteral("filler")));
-    ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    while (filler.write(QByteArray(512, 'x')) > 0)
-    {
-    }
-    filler.close();
-    m_reports.Clear();
-    EXPECT_EQ(m_root->Save(name), eKW_ACC_FILE_NOT_WRITABLE);
-    ASSERT_EQ(m_reports.Count(), 1);
-    EXPECT_TRUE(m_reports.Messages().contains(name)) << m_reports.Messages().toStdString();
-    EXPECT_TRUE(m_reports.Messages().contains(QString::fromLocal8Bit(std::strerror(ENOSPC))))
-        << m_reports.Messages().toStdString();
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2)
-        << "nothing is left beside the old file";
-    EXPECT_EQ(CPgFixtureRoot::Create()->Recall(name), eKW_ACC_OK) << "the old file is whole";
-    ASSERT_TRUE(filler.remove());
-    EXPECT_EQ(m_root->Save(name), eKW_ACC_OK);
-    const auto other = CPgFixtureRoot::Create();
-    EXPECT_EQ(other->Recall(name), eKW_ACC_OK);
-    EXPECT_EQ(other->m_pFirst->m_pInt16->Get(), 7);
 }
 
 namespace
