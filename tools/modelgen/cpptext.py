@@ -2,6 +2,7 @@
 """How values and texts are spelled in C++."""
 
 import math
+import re
 import textwrap
 
 WIDTH = 100
@@ -117,7 +118,14 @@ def doc(text: str, indent: int = 0) -> str:
     pad = " " * indent
     if len(pad) + len(text) + 7 <= WIDTH:
         return f"{pad}/** {text} */"
-    lines = textwrap.wrap(text, WIDTH - indent - 4, break_long_words=False, break_on_hyphens=False)
+    # A line that begins with "5." would begin a list: such a number stays with the word before it.
+    bound = re.sub(r" (?=-?\d+\.( |$))", "\N{NO-BREAK SPACE}", text)
+    lines = [
+        line.replace("\N{NO-BREAK SPACE}", " ")
+        for line in textwrap.wrap(
+            bound, WIDTH - indent - 4, break_long_words=False, break_on_hyphens=False
+        )
+    ]
     joined = f"\n{pad}    ".join(lines)
     if len(lines[-1]) + indent + 7 > WIDTH:
         return f"{pad}/** {joined}\n{pad} */"

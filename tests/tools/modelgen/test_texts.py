@@ -100,5 +100,15 @@ class TextTest(unittest.TestCase):
                 self.assertFalse(cpptext.comment_text(text).endswith("\\"))
 
 
+class CommentTest(unittest.TestCase):
+    def test_no_wrapped_line_begins_like_an_item_of_a_list(self) -> None:
+        for length in range(60, 110):
+            text = "word " * (length // 5) + "x" * (length % 5 + 1) + " is 5000000000. Default: -5."
+            comment = cpptext.doc(text, 4)
+            self.assertNotRegex(comment, r"(?m)^\s*(?:/\*\* )?-?\d+\.(?: |$)")
+            self.assertEqual(" ".join(comment.split())[4:-3], text)
+            self.assertLessEqual(max(map(len, comment.split("\n"))), cpptext.WIDTH)
+
+
 if __name__ == "__main__":
     unittest.main()
