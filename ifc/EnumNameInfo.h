@@ -11,10 +11,10 @@
     A single U+0001 stands for a text that is not set; a null pointer for a kind with no texts. */
 struct CEnumTexts
 {
-    const char16_t* display;
-    const char16_t* shortName;
-    const char16_t* remote;
-    const char16_t* serial;
+    const char16_t* display;   ///< KW_ENUM_NAME::Display
+    const char16_t* shortName; ///< KW_ENUM_NAME::Short
+    const char16_t* remote;    ///< KW_ENUM_NAME::Remote
+    const char16_t* serial;    ///< KW_ENUM_NAME::Serial
 };
 
 /** The four kinds of names that a value carries. */
@@ -45,24 +45,33 @@ public:
     CEnumNameInfo(INT32 count, const char16_t* typeName, const CEnumTexts& texts,
                   const double* numbers = nullptr);
 
-    /** Fill one text. A value outside the type is ignored. Not for tables already shared. */
+    /** Fills one text of a value; the kind is in the function's name. A value outside the type is
+        ignored. Not for tables already shared. */
+    ///@{
     void SetName(INT32 value, const QString& text);
     void SetShortName(INT32 value, const QString& text);
     void SetRemoteName(INT32 value, const QString& text);
     void SetSerialName(INT32 value, const QString& text);
+    ///@}
 
+    /** A text of a value, of the kind in the function's name or the argument. */
+    ///@{
     QString GetName(INT32 value) const;
     QString GetShortName(INT32 value) const;
     QString GetRemoteName(INT32 value) const;
     QString GetSerialName(INT32 value) const;
     QString GetText(KW_ENUM_NAME kind, INT32 value) const;
+    ///@}
 
     /** The number that a value stands for (a bit rate in bit/s, a time in s); nothing for types
         without numbers and for values outside the type. */
     std::optional<double> GetNumber(INT32 value) const;
 
+    /** Number of values. */
     INT32 GetEnumSize() const;
+    /** Name of the enumeration type, such as "KW_ONOFF". */
     const QString& GetType() const;
+    /** Whether the value is one of the type: 0 … count − 1. */
     bool IsValue(INT32 value) const;
 
     /** Result of a search for a name. */
@@ -72,10 +81,11 @@ public:
         One,
         Several ///< more than one value carries the name; `value` is the lowest
     };
+    /** What ConvertName found. */
     struct t_Conversion
     {
-        eMATCH match;
-        INT32 value; ///< −1 when nothing matches
+        eMATCH match; ///< whether there is a value, and only one
+        INT32 value;  ///< −1 when nothing matches
     };
 
     /** Finds the value that carries `name`, without regard to case where no exact match exists.

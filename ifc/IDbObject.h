@@ -26,10 +26,13 @@ class KW_EXPORT IDbObject
 public:
     virtual ~IDbObject();
 
+    /** Last part of the path: a name, or the index of an array's item. */
     virtual QString GetNodeName() const = 0;
     /** Way from the root, such as "Vertical/Channel[1]/State"; empty for the root itself. */
     virtual QString GetPath() const = 0;
+    /** Whether it is a property, a group or an action. */
     virtual KW_NODE_KIND GetKind() const = 0;
+    /** The kind in detail. */
     virtual KW_OBJECT_TYPE GetObjectType() const = 0;
     /** Files that carry the node: bits of KW_SAVE_RECALL. */
     virtual INT32 GetSaveRecallType() const = 0;
@@ -55,11 +58,14 @@ public:
         the codes of the property's Set. */
     virtual KW_ACCEPTANCE SetText(const QString& text) = 0;
 
+    /** The declared default, as GetText writes values. */
     virtual QString GetDefaultText() const = 0;
     /** Present limits and step; empty where the property has none. */
+    ///@{
     virtual QString GetMinText() const = 0;
     virtual QString GetMaxText() const = 0;
     virtual QString GetStepText() const = 0;
+    ///@}
     /** What can be selected now: serial names, or the entries of the value list. */
     virtual QStringList GetValueTexts() const = 0;
     /** Table of an enumeration property, null otherwise. */
@@ -67,6 +73,7 @@ public:
     /** KW_UNIT of a number; "not defined" (64) for every other kind. */
     virtual KW_UNIT GetUnitCode() const = 0;
 
+    /** Whether the value means anything. Never blocks. */
     virtual KW_VALIDITY GetValidity() const = 0;
     /** A client write of the default. */
     virtual KW_ACCEPTANCE SetToDefault() = 0;
@@ -93,13 +100,18 @@ class KW_EXPORT IDbGroup : public IDbObject
 public:
     ~IDbGroup() override;
 
+    /** Properties and actions in the order of their declaration. */
+    ///@{
     virtual INT32 GetPropertyCount() const = 0;
     virtual std::shared_ptr<IDbProperty> GetProperty(INT32 index) const = 0;
-    virtual INT32 GetGroupCount() const = 0;
-    /** Child group, container included; the items of a container are its own (IDbContainer). */
-    virtual std::shared_ptr<IDbGroup> GetGroup(INT32 index) const = 0;
     virtual INT32 GetActionCount() const = 0;
     virtual std::shared_ptr<IDbAction> GetAction(INT32 index) const = 0;
+    ///@}
+    /** Child groups, containers included; the items of a container are its own (IDbContainer). */
+    ///@{
+    virtual INT32 GetGroupCount() const = 0;
+    virtual std::shared_ptr<IDbGroup> GetGroup(INT32 index) const = 0;
+    ///@}
 
     /** Finds a property, group, item or action: names separated by "/", items as "Name[index]" in
         arrays and "Name[key]" in maps. The empty path is the group itself. */
@@ -122,7 +134,9 @@ class KW_EXPORT IDbContainer
 public:
     virtual ~IDbContainer();
 
+    /** Number of items. */
     virtual INT32 GetCount() const = 0;
+    /** Number of items from which on the container is full. */
     virtual INT32 GetMaxCount() const = 0;
     /** Whether clients may insert, remove and rename. */
     virtual bool IsDynamic() const = 0;
@@ -131,11 +145,13 @@ public:
     /** Inserts an item: `key` is an index in arrays (or empty for the end) and a name in maps (or
         empty for a name made from the pattern). */
     virtual KW_ACCEPTANCE InsertItem(const QString& key) = 0;
+    /** As IKWArrayBase::Remove of one item, or IKWMapBase::Remove. */
     virtual KW_ACCEPTANCE RemoveItem(const QString& key) = 0;
     /** Maps only; arrays answer eKW_ACC_WRONG_KIND. */
     virtual KW_ACCEPTANCE RenameItem(const QString& key, const QString& newKey) = 0;
     /** Inserts an item with the contents of another; maps take the new name, arrays an index. */
     virtual KW_ACCEPTANCE CopyItem(const QString& key, const QString& newKey) = 0;
+    /** As IKWArrayBase::SetActive, or IKWMapBase::SetActive. */
     virtual KW_ACCEPTANCE SetActiveItem(const QString& key) = 0;
     /** Index or name of the active item; empty when none is. */
     virtual QString GetActiveItem() const = 0;

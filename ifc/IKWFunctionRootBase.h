@@ -20,19 +20,26 @@ public:
     /** Sets the defaults: of the user's settings, or with `factory` of everything that is saved. */
     virtual KW_ACCEPTANCE RunPresetSequence(bool factory) = 0;
     /** Folder of the actions Save, Recall, StartupRecall and ShutdownSave. */
+    ///@{
     virtual void SetSettingsFolder(const QString& folder) = 0;
     virtual QString GetSettingsFolder() const = 0;
+    ///@}
     /** Recomputes every group that carries out measurements. */
     virtual void UpdateAllMeasSettings() = 0;
 
-    /** eKW_ACC_NOTHING_TO_DO, or eKW_ACC_IN_TRANSACTION inside a bracket. */
+    /** One step back or forward: eKW_ACC_NOTHING_TO_DO, or eKW_ACC_IN_TRANSACTION inside a
+        bracket. */
+    ///@{
     virtual KW_ACCEPTANCE Undo() = 0;
     virtual KW_ACCEPTANCE Redo() = 0;
+    ///@}
+    /** Whether there is a step to undo or redo, and its text; empty when there is none. */
+    ///@{
     virtual bool CanUndo() const = 0;
     virtual bool CanRedo() const = 0;
-    /** What the next undo or redo would take back or repeat; empty when there is nothing. */
     virtual QString GetUndoText() const = 0;
     virtual QString GetRedoText() const = 0;
+    ///@}
     /** Switching off forgets all steps: what changed unrecorded could not be undone rightly. */
     virtual void EnableHistory(bool on) = 0;
 
@@ -40,15 +47,21 @@ public:
         last is closed: use the guards of KWBrackets.h. A transaction is one step for undo; with
         `keep` false, here or in one inside, it is rolled back (which needs history to be on). An
         end without its start does nothing: eKW_ACC_NOTHING_TO_DO. */
+    ///@{
     virtual void StartTransaction(const QString& text) = 0;
     virtual KW_ACCEPTANCE EndTransaction(bool keep) = 0;
     virtual void StartReadAccess() = 0;
     virtual void EndReadAccess() = 0;
-    /** Writes of this thread count as coming from `origin` until the bracket ends. */
+    ///@}
+    /** The same; writes of this thread count as coming from `origin` until the bracket ends. */
+    ///@{
     virtual void StartWriteAccess(KW_CLIENT_ORIGIN origin) = 0;
     virtual void EndWriteAccess() = 0;
+    ///@}
 
-    /** Local lockout refuses every local write with eKW_ACC_NO_WRITE_ACCESS. */
+    /** Who may write: local lockout refuses every local write with eKW_ACC_NO_WRITE_ACCESS. */
+    ///@{
     virtual void SetControlMode(KW_CONTROL_MODE mode) = 0;
     virtual KW_CONTROL_MODE GetControlMode() const = 0;
+    ///@}
 };

@@ -35,11 +35,14 @@ class KW_EXPORT IKWEnumPropertyBase : public IKWPropertyBase
 public:
     ~IKWEnumPropertyBase() override;
 
+    /** Number of the present value. Never blocks. */
     virtual INT32 GetAsInt() const = 0;
     /** eKW_ACC_UNKNOWN_VALUE outside the type, eKW_ACC_NOT_ENABLED for a value that can not be
         selected now. */
     virtual KW_ACCEPTANCE SetAsInt(INT32 value) = 0;
+    /** The type's name table. */
     virtual const CEnumNameInfo& GetEnumNameInfo() const = 0;
+    /** Whether a value can be selected now. */
     virtual KW_VALUE_STATE GetValueState(INT32 value) const = 0;
     /** Steps over the selectable values; stops at the ends with code 1. */
     virtual KW_ACCEPTANCE IncDec(INT32 steps) = 0;
@@ -53,10 +56,13 @@ template <typename T>
 class KW_EXPORT IKWEnumProperty : public IKWEnumPropertyBase
 {
 public:
+    /** The present value. Never blocks. */
     virtual T Get() const = 0;
     /** As SetAsInt. */
     virtual KW_ACCEPTANCE Set(T value) = 0;
+    /** The declared default. */
     virtual T GetDefault() const = 0;
+    /** Whether a value can be selected now. */
     virtual bool IsValueEnabled(T value) const = 0;
     /** Delivers a result from the acquisition: not a user's write, so not undone. Refused with
         eKW_ACC_READ_ONLY where the property is a setting. */
@@ -69,13 +75,17 @@ template <typename T>
 class KW_EXPORT IKWNumericProperty : public IKWPropertyBase
 {
 public:
+    /** The value, its present limits, its default and its step. Never block. */
+    ///@{
     virtual T Get() const = 0;
     virtual T GetMin() const = 0;
     virtual T GetMax() const = 0;
     virtual T GetDefault() const = 0;
     virtual T GetStep() const = 0;
+    ///@}
     /** The last value a client asked for; differs from Get() while limits hold the value back. */
     virtual T GetUserValue() const = 0;
+    /** Unit of all that this handle takes and answers. */
     virtual KW_UNIT GetUnit() const = 0;
 
     /** eKW_ACC_BELOW_MINIMUM, eKW_ACC_ABOVE_MAXIMUM, eKW_ACC_NOT_A_NUMBER or
@@ -85,16 +95,23 @@ public:
     virtual KW_ACCEPTANCE SetLimited(T value) = 0;
     /** As SetLimited, and remembers the wish: when limits open again, the value follows it. */
     virtual KW_ACCEPTANCE SetUserValue(T value) = 0;
+    /** Set to the present limit. */
+    ///@{
     virtual KW_ACCEPTANCE SetToMin() = 0;
     virtual KW_ACCEPTANCE SetToMax() = 0;
-    /** One step up or down by the property's step mode and behaviour. */
+    ///@}
+    /** Steps, up when positive, by the property's step mode and behaviour at the ends; Inc is one
+        step up, Dec one down. */
+    ///@{
     virtual KW_ACCEPTANCE Inc() = 0;
     virtual KW_ACCEPTANCE Dec() = 0;
     virtual KW_ACCEPTANCE IncDec(INT32 steps) = 0;
+    ///@}
     /** Delivers a result from the acquisition: not a user's write, so not undone. Refused with
         eKW_ACC_READ_ONLY where the property is a setting. */
     virtual KW_ACCEPTANCE SetResult(T value) = 0;
 
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -103,14 +120,18 @@ class KW_EXPORT IKWStringProperty : public IKWPropertyBase
 {
 public:
     ~IKWStringProperty() override;
+    /** The present text. */
     virtual QString Get() const = 0;
     /** eKW_ACC_TOO_LONG, eKW_ACC_BAD_TEXT for characters that no settings file can hold, or
         eKW_ACC_NOT_IN_VALUE_LIST. */
     virtual KW_ACCEPTANCE Set(const QString& text) = 0;
+    /** The declared default. */
     virtual QString GetDefault() const = 0;
+    /** Most characters that Set takes. */
     virtual INT32 GetMaxLength() const = 0;
     /** As IKWNumericProperty::SetResult. */
     virtual KW_ACCEPTANCE SetResult(const QString& text) = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -119,16 +140,21 @@ class KW_EXPORT IKWBitPatternProperty : public IKWPropertyBase
 {
 public:
     ~IKWBitPatternProperty() override;
+    /** The present pattern. */
     virtual QString Get() const = 0;
     /** eKW_ACC_BAD_TEXT for any other character, eKW_ACC_TOO_LONG above GetMaxLength bits. */
     virtual KW_ACCEPTANCE Set(const QString& pattern) = 0;
+    /** The declared default. */
     virtual QString GetDefault() const = 0;
+    /** Most characters that Set takes. */
     virtual INT32 GetMaxLength() const = 0;
     /** How a display should group the bits. */
     virtual E_NUMBERFORMAT GetFormat() const = 0;
     /** eKW_ACC_UNKNOWN_VALUE for anything but hex and binary. */
     virtual KW_ACCEPTANCE SetFormat(E_NUMBERFORMAT format) = 0;
+    /** As IKWNumericProperty::SetResult. */
     virtual KW_ACCEPTANCE SetResult(const QString& pattern) = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -137,11 +163,15 @@ class KW_EXPORT IKWBlobProperty : public IKWPropertyBase
 {
 public:
     ~IKWBlobProperty() override;
+    /** The present bytes. */
     virtual QByteArray Get() const = 0;
     /** eKW_ACC_TOO_LONG above GetMaxSize bytes. */
     virtual KW_ACCEPTANCE Set(const QByteArray& bytes) = 0;
+    /** Most bytes that Set takes. */
     virtual INT32 GetMaxSize() const = 0;
+    /** As IKWNumericProperty::SetResult. */
     virtual KW_ACCEPTANCE SetResult(const QByteArray& bytes) = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -154,9 +184,14 @@ public:
     virtual QString Get() const = 0;
     /** eKW_ACC_BAD_NAME when the name leaves the folder or has an unknown extension. */
     virtual KW_ACCEPTANCE Set(const QString& fileName) = 0;
+    /** Folder of names that are not absolute. */
     virtual QString GetFolder() const = 0;
+    /** Extensions, without the dot, of files that can be opened and of those that can be written.
+     */
+    ///@{
     virtual QStringList GetOpenExtensions() const = 0;
     virtual QStringList GetSaveExtensions() const = 0;
+    ///@}
     /** Folder and file name joined. */
     virtual QString GetFullPath() const = 0;
     /** A file name from the stem and the lowest free number, such as "Wave003.csv"; empty when no
@@ -166,6 +201,7 @@ public:
     virtual KW_ACCEPTANCE Load(QByteArray& contents) const = 0;
     /** Writes the file whole or not at all: eKW_ACC_FILE_NOT_WRITABLE keeps the old one. */
     virtual KW_ACCEPTANCE Write(const QByteArray& contents) = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -178,8 +214,11 @@ public:
     virtual QString Get() const = 0;
     /** eKW_ACC_NOT_FOUND when the path leads to no item of a container. */
     virtual KW_ACCEPTANCE Set(const QString& path) = 0;
+    /** Whether it refers to an item. */
     virtual bool IsActive() const = 0;
+    /** The referenced item; null when inactive. */
     virtual std::shared_ptr<IDbGroup> GetReferencedGroup() const = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbProperty> GetDbObject() const = 0;
 };
 
@@ -195,6 +234,7 @@ public:
     /** How often the action ran since the tree was built: a layer that carries the request out
         polls this. Never blocks. */
     virtual UINT64 GetRunCount() const = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbAction> GetDbObject() const = 0;
 };
 
@@ -224,6 +264,8 @@ public:
     virtual KW_OP_EVENT TakeEvent() = 0;
     /** Executor's side: ends the operation whose event was taken. */
     virtual void Complete(KW_OP_RESULT result) = 0;
+    /** How the last operation ended. */
     virtual KW_OP_RESULT GetResult() const = 0;
+    /** The node itself, for generic access. */
     virtual std::shared_ptr<IDbAction> GetDbObject() const = 0;
 };

@@ -9,6 +9,7 @@
 class CKWReadBracket
 {
 public:
+    /** Opens the bracket; the destructor closes it. */
     explicit CKWReadBracket(std::shared_ptr<IKWFunctionRootBase> root) : m_root(std::move(root))
     {
         m_root->StartReadAccess();
@@ -25,6 +26,7 @@ private:
 class CKWWriteBracket
 {
 public:
+    /** Opens the bracket; the destructor closes it. */
     CKWWriteBracket(std::shared_ptr<IKWFunctionRootBase> root, KW_CLIENT_ORIGIN origin)
         : m_root(std::move(root))
     {
@@ -42,6 +44,7 @@ private:
 class CKWTransaction
 {
 public:
+    /** Starts the transaction; `text` names the step for the user. */
     CKWTransaction(std::shared_ptr<IKWFunctionRootBase> root, const QString& text)
         : m_root(std::move(root))
     {
@@ -54,6 +57,7 @@ public:
             m_root->EndTransaction(false);
         }
     }
+    /** Ends the transaction and keeps what it wrote. To be called once. */
     KW_ACCEPTANCE Commit() { return std::exchange(m_root, nullptr)->EndTransaction(true); }
     CKWTransaction(const CKWTransaction&) = delete;
     CKWTransaction& operator=(const CKWTransaction&) = delete;

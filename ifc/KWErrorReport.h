@@ -20,7 +20,7 @@ struct KW_ErrorReport
     int line = 0;     ///< line of the reporter's source
     QString file;     ///< name of the reporter's source unit, not a path that can be opened
     QString function; ///< full signature of the reporting function, as the compiler spells it
-    e_KW_MESSAGE_TYPE type = e_KW_MESSAGE_TYPE_ERROR;
+    e_KW_MESSAGE_TYPE type = e_KW_MESSAGE_TYPE_ERROR; ///< severity
 };
 
 using KW_ErrorHandler = std::function<void(const KW_ErrorReport&)>;

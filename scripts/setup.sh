@@ -1,17 +1,26 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Installs the Debian 12 packages that are missing: those of build and tests, with the argument
-# "ci" also those of the checks in .ci/run, with "fuzz" those of the fuzzers. Says nothing when there is nothing to do.
+# Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
+# arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
+# interfaces, "docs" the reference, "ci" all that .ci/run needs. Says nothing when there is nothing
+# to do.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev)
-if [ "${1:-}" = ci ]; then
-    packages+=(qtbase5-dev clang-format-14 codespell)
-fi
-if [ "${1:-}" = fuzz ]; then
-    packages+=(clang-14)
-fi
+for what in "$@"; do
+    case $what in
+        fuzz) packages+=(clang-14) ;;
+        package) packages+=(dpkg-dev file) ;;
+        abi) packages+=(abigail-tools) ;;
+        docs) packages+=(doxygen) ;;
+        ci) packages+=(qtbase5-dev clang-format-14 codespell dpkg-dev file abigail-tools doxygen) ;;
+        *)
+            echo "setup: knows no $what" >&2
+            exit 2
+            ;;
+    esac
+done
 
 if ! command -v dpkg-query >/dev/null; then
     echo "setup: not a Debian system; the build needs the counterparts of: ${packages[*]}" >&2

@@ -22,8 +22,10 @@ KW_EXPORT bool IsAcquisitionChannel(KW_ZEL_CHANNEL channel);
 
 /** The analog channels have the same numbers in both types: any value passes unchanged, without
     a range check. */
+///@{
 KW_EXPORT KW_ZEL_ANALOG_CHANNEL MapApplicationChannelToAnalogChannel(KW_ZEL_CHANNEL channel);
 KW_EXPORT KW_ZEL_CHANNEL MapAnalogChannelToApplicationChannel(KW_ZEL_ANALOG_CHANNEL channel);
+///@}
 
 /** Runt, Slew Rate and Window: the trigger compares with two analog levels. */
 KW_EXPORT bool IsAnalogTrigger(KW_ZEL_TRIGGER_TYPE type);

@@ -22,9 +22,9 @@ public:
     /** A probe as the settings store it. */
     struct ProbeSettingsDb
     {
-        KW_PROBE_TYPE type;
-        double userFactor; ///< of a user-defined probe, from the input voltage to the quantity
-        KW_UNIT userUnit;  ///< of a user-defined probe: volt (28) or ampere (42)
+        KW_PROBE_TYPE type; ///< the other two count for the user-defined probe only
+        double userFactor;  ///< of a user-defined probe, from the input voltage to the quantity
+        KW_UNIT userUnit;   ///< of a user-defined probe: volt (28) or ampere (42)
     };
 
     /** What a probe means for the channel or meter that it is connected to. */

@@ -13,9 +13,10 @@ struct DecimationRate
     UINT32 m_R_DDC;  ///< total: fixed stage × CIC1 × FIR
     UINT8 m_R_Fixed; ///< fixed first stage; 5 whenever the chain decimates
     UINT16 m_R_CIC1; ///< 1 bypasses the stage
-    UINT8 R_FIR;
-    INT8 m_LUTRow; ///< row of the decimation table, −1 when computed or not decimated
+    UINT8 R_FIR;     ///< last stage
+    INT8 m_LUTRow;   ///< row of the decimation table, −1 when computed or not decimated
 
+    /** Equal in every field. */
     bool operator==(const DecimationRate&) const = default;
 };
 
@@ -27,18 +28,20 @@ struct NcoFrequency
     double m_FineFrequency;   ///< Hz, a multiple of 2.5e8 / 2^32
     double m_FineIncrement;   ///< PINC2: a multiple of 1/2^32 in [0, 1)
 
+    /** Equal in every field. */
     bool operator==(const NcoFrequency&) const = default;
 };
 
 /** Gain of the chain: the total and its four factors. */
 struct Gain
 {
-    double m_Gain_DDC; ///< product of the other four
-    double m_Gain_Scale;
-    double m_Gain_Shift;
-    double m_Gain_CIC1;
-    double m_Gain_FIR;
+    double m_Gain_DDC;   ///< product of the other four
+    double m_Gain_Scale; ///< scaling at the input
+    double m_Gain_Shift; ///< fixed shift
+    double m_Gain_CIC1;  ///< CIC1 stage with its own shift
+    double m_Gain_FIR;   ///< FIR stage
 
+    /** Equal in every field. */
     bool operator==(const Gain&) const = default;
 };
 
@@ -50,6 +53,7 @@ struct HWSettings
     UINT32 m_CoarsePhase; ///< phase increment of the coarse oscillator, in 1/256 turn
     UINT32 m_FinePhase;   ///< phase increment of the fine oscillator, in 1/2^32 turn
 
+    /** Equal in every field. */
     bool operator==(const HWSettings&) const = default;
 };
 } // namespace DDC

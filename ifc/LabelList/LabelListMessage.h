@@ -23,8 +23,11 @@ public:
     CLabelListMessage(const std::string& name, const std::string& identifierFormat,
                       UINT32 identifier, UINT32 length);
     virtual ~CLabelListMessage();
+    /** Copies, signals included. */
+    ///@{
     CLabelListMessage(const CLabelListMessage&) = default;
     CLabelListMessage& operator=(const CLabelListMessage&) = default;
+    ///@}
 
     /** Sets the message's own fields; the signals stay.
         @param identifierFormat width of the identifier in bits, as text: "11" or "29"
@@ -35,6 +38,7 @@ public:
     /** Files a signal under a key; one already filed there is replaced. */
     void addSignal(const std::pair<QByteArray, CLabelListSignal>& keyAndSignal);
 
+    /** Whether a signal is filed under the key. */
     bool hasSignal(const QByteArray& key) const;
 
     /** Changes how the bits of a signal are read, as the value labels of a file do; false when no
@@ -50,16 +54,21 @@ public:
         line has no line feed. */
     std::string CreateMessageLabel() const;
 
+    /** The message's own fields, as setParameters takes them, and its signals. */
+    ///@{
     const std::string& getName() const { return m_name; }
     const std::string& getIdentifierFormat() const { return m_identifierFormat; }
     UINT32 getIdentifier() const { return m_identifier; }
     UINT32 getLength() const { return m_length; }
     const t_SignalMap& getSignals() const { return m_signals; }
+    ///@}
 
     /** A counter for the bookkeeping of whoever holds the message: 0 at first, copied with the
         message, touched by nothing but setCount. */
+    ///@{
     INT32 getCount() const { return m_count; }
     void setCount(INT32 count) { m_count = count; }
+    ///@}
 
 private:
     std::string m_name;

@@ -19,6 +19,7 @@
 class KW_EXPORT CLabelListSignal
 {
 public:
+    /** Labels by raw value. */
     using t_EnumTable = std::map<UINT32, QByteArray>;
 
     CLabelListSignal() = default;
@@ -43,6 +44,7 @@ public:
                        double factor, double offset, double minimum, double maximum,
                        const std::string& unit);
 
+    /** Changes how the bits are read, and nothing else. */
     void setValueType(KW_SIGNAL_TRANSLATION_VALUE_TYPE valueType);
 
     /** Labels a raw value; an earlier label of the same value is replaced. The cursor stays. */
@@ -63,6 +65,8 @@ public:
         bit, then by name. */
     QByteArray getSignalKey() const;
 
+    /** The fields, as setParameters takes them, and the labels. */
+    ///@{
     const std::string& getName() const { return m_name; }
     UINT32 getStartBit() const { return m_startBit; }
     UINT32 getBitLength() const { return m_bitLength; }
@@ -74,6 +78,7 @@ public:
     double getMaximum() const { return m_maximum; }
     const std::string& getUnit() const { return m_unit; }
     const t_EnumTable& getSignalEnumValues() const { return m_labels; }
+    ///@}
 
 private:
     std::string m_name;

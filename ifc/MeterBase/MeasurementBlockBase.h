@@ -30,6 +30,7 @@ struct t_RangeSettings
 class KW_EXPORT CMeasurementBlockBase
 {
 public:
+    /** Settings by range. */
     using t_RangeTable = std::map<KW_ZEL_METER_RANGE, t_RangeSettings>;
 
     /** A block without ranges, whose measurement settings are both −1. */
@@ -51,10 +52,13 @@ public:
     std::pair<INT32, INT32> GetMeasurementSettings() const;
 
 protected:
+    /** Copies, ranges included. */
+    ///@{
     CMeasurementBlockBase(const CMeasurementBlockBase&) = default;
     CMeasurementBlockBase& operator=(const CMeasurementBlockBase&) = default;
+    ///@}
 
-    std::string m_name;
-    std::pair<INT32, INT32> m_measurementSettings;
-    t_RangeTable m_ranges;
+    std::string m_name;                            ///< what GetName answers
+    std::pair<INT32, INT32> m_measurementSettings; ///< what GetMeasurementSettings answers
+    t_RangeTable m_ranges;                         ///< grows with lookups of ranges it lacks
 };

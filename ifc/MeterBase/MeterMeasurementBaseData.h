@@ -16,22 +16,27 @@
 class KW_EXPORT CMeterMeasurementBaseData
 {
 public:
+    /** Blocks by measurement type. */
     using t_BlockMap = std::map<KW_ZEL_DMM_MEAS_TYPE, std::shared_ptr<CMeasurementBlockBase>>;
 
     /** A row of the second table. */
     struct t_IndexedRow
     {
-        double a;
-        double b;
-        double c;
-        double d;
+        double a; ///< first figure
+        double b; ///< second figure
+        double c; ///< third figure
+        double d; ///< fourth figure
     };
+    /** Rows by index. */
     using t_IndexedTable = std::map<INT32, t_IndexedRow>;
 
     CMeterMeasurementBaseData();
     virtual ~CMeterMeasurementBaseData();
+    /** Copies share the blocks. */
+    ///@{
     CMeterMeasurementBaseData(const CMeterMeasurementBaseData&) = default;
     CMeterMeasurementBaseData& operator=(const CMeterMeasurementBaseData&) = default;
+    ///@}
 
     /**
      * Path settings of a measurement type in the range of nominal value `rangeValue`, in the type's
