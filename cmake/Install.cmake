@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# What an application needs to build against the library and to run with it.
+# What an application needs to build against the library and to run with it, in four components:
+# Library to run it, Development to build against it, Tools, Documents.
 
 include(CMakePackageConfigHelpers)
 
@@ -7,31 +8,39 @@ set(installedHeaders ${CMAKE_INSTALL_INCLUDEDIR}/KWIFunctionZEL)
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/KWIFunctionZEL)
 
 install(TARGETS KWIFunctionZEL EXPORT KWIFunctionZELTargets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+                COMPONENT Library NAMELINK_COMPONENT Development)
 install(DIRECTORY ifc/ ${KWI_GENERATED_DIR}/ifc/ DESTINATION ${installedHeaders}
-        FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        COMPONENT Development FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        COMPONENT Documents)
+install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
 
-install(EXPORT KWIFunctionZELTargets NAMESPACE KWIFunctionZEL:: DESTINATION ${packageDir})
+install(EXPORT KWIFunctionZELTargets NAMESPACE KWIFunctionZEL:: DESTINATION ${packageDir}
+        COMPONENT Development)
 configure_package_config_file(cmake/KWIFunctionZELConfig.cmake.in KWIFunctionZELConfig.cmake
                               INSTALL_DESTINATION ${packageDir})
 write_basic_package_version_file(KWIFunctionZELConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KWIFunctionZELConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/KWIFunctionZELConfigVersion.cmake
-        DESTINATION ${packageDir})
+        DESTINATION ${packageDir} COMPONENT Development)
 
 # Relative as in the CMake package: the prefix is known when it is installed, not before.
 file(RELATIVE_PATH prefixFromPkgConfig ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
      ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/KWIFunctionZEL.pc.in KWIFunctionZEL.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KWIFunctionZEL.pc
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 
 if(TARGET zelctl)
     # The installed program finds the library beside it, wherever the two are put.
     file(RELATIVE_PATH libraryFromProgram ${CMAKE_INSTALL_FULL_BINDIR}
          ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(zelctl PROPERTIES INSTALL_RPATH "\$ORIGIN/${libraryFromProgram}")
-    install(TARGETS zelctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(TARGETS zelctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+endif()
+
+if(KWI_DEBIAN_PACKAGES)
+    include(cmake/Packages.cmake)
 endif()

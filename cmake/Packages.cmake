@@ -1,0 +1,78 @@
+# SPDX-License-Identifier: MIT
+# Debian packages, one for each component of the installation. scripts/package.sh makes them.
+
+set(release 1)
+set(runtimePackage libkwifunctionzel${PROJECT_VERSION_MAJOR})
+set(sameRuntime "${runtimePackage} (= ${PROJECT_VERSION}-${release})")
+
+# The first line of a description is what lists of packages show. Every package states its licence
+# where Debian's tools look for it.
+macro(kwi_package component name section description)
+    string(TOUPPER ${component} upper)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
+    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
+    set(CPACK_DEBIAN_${upper}_DESCRIPTION "${description}")
+    install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} RENAME copyright
+            COMPONENT ${component})
+endmacro()
+
+kwi_package(Library ${runtimePackage} libs "function database of a handheld measuring instrument
+One tree with all settings and results of the instrument, which checks writes
+and keeps in step what depends on them. This package holds the library.")
+kwi_package(Development libkwifunctionzel-dev libdevel
+            "headers of the function database of a measuring instrument
+Headers, CMake package and pkg-config file of libKWIFunctionZEL.")
+kwi_package(Tools zelctl utils "settings of a measuring instrument on the command line
+Shows and changes settings, saves, recalls and compares them, and runs
+scripts, by the rules of libKWIFunctionZEL.")
+kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuring instrument
+Every setting of libKWIFunctionZEL with type, unit, limits and default, as
+Markdown.")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_PACKAGE_NAME kwifunctionzel)
+set(CPACK_PACKAGE_VENDOR "libKWIFunctionZEL developers")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would stand before each description
+set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_COMPONENTS_ALL Library Development Tools Documents)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+# Folders have the same rights whatever the umask of whoever packs.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ
+    GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "libKWIFunctionZEL developers <developers@localhost>")
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${release})
+set(CPACK_DEBIAN_PACKAGE_SOURCE kwifunctionzel)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+file(WRITE ${CMAKE_BINARY_DIR}/packages/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/packages/triggers)
+if(KWI_PACK_RELOCATIONS AND KWI_HAS_PACKED_RELOCATIONS)
+    # No symbol tells of packed relocations, so dpkg-shlibdeps does not see what they need.
+    set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "libc6 (>= 2.36)")
+endif()
+
+if(KWI_QT_MAJOR EQUAL 6)
+    set(qtDevelopment qt6-base-dev)
+else()
+    set(qtDevelopment qtbase5-dev)
+endif()
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${sameRuntime}, ${qtDevelopment}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libkwifunctionzel-doc)
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR})
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS ${sameRuntime})
+
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
+
+# What a core dump of the instrument needs to be read: the debug information of this very build.
+set(CPACK_DEBIAN_LIBRARY_DEBUGINFO_PACKAGE ON)
+set(CPACK_DEBIAN_TOOLS_DEBUGINFO_PACKAGE ON)
+
+include(CPack)

@@ -1,0 +1,105 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Builds the Debian packages into build/packages and checks them: what they hold and depend on,
+# that the programs in them run, and that a project of its own builds with what they unpack to.
+# The same commit gives the same bytes.
+set -euo pipefail
+
+scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cd "$scripts/.."
+packages=$PWD/build/packages
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+unpacked=$work/root
+
+fail() {
+    echo "package: $*" >&2
+    exit 1
+}
+
+quietly() {
+    "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2 && fail "$1 failed"; }
+}
+
+make_packages() {
+    SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+    export SOURCE_DATE_EPOCH
+    "$scripts/build.sh" debian
+    rm -rf "$packages"
+    quietly cpack --config build/debian/CPackConfig.cmake -B "$packages"
+    rm -rf "$packages/_CPack_Packages"
+}
+
+package() {
+    echo "$packages/$1"_*.deb
+}
+
+# Its files without folders and the licence, headers and pages of the reference as one line each.
+content() {
+    dpkg-deb --fsys-tarfile "$(package "$1")" | tar -t | grep -v '/$' |
+        sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" -e '/^share\/doc\/[^/]*\/copyright$/d' \
+            -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's|(/settings/).*\.md$|\1*.md|' |
+        LC_ALL=C sort -u
+}
+
+check_content() {
+    diff -u --label wanted --label "$1" <(tr ' ' '\n' <<<"$2") <(content "$1") ||
+        fail "$1 holds something else"
+    tar -tf <(dpkg-deb --fsys-tarfile "$(package "$1")") "./usr/share/doc/$1/copyright" >"$work/log"
+}
+
+check_depends() {
+    local depends
+    depends=$(dpkg-deb --field "$(package "$1")" Depends)
+    [[ ", $depends," == *", $2,"* ]] || fail "$1 depends on $depends, not on $2"
+}
+
+check_client() {
+    local expected=$'Time scale        0.002 s/div\nAcquisition time  0.02 s'
+    local libraries=$unpacked/usr/lib/$multiarch flags
+    quietly cmake -S examples/client -B "$work/client" -G Ninja -DCMAKE_PREFIX_PATH="$unpacked/usr"
+    quietly cmake --build "$work/client"
+    [ "$("$work/client/client")" = "$expected" ] || fail "the CMake client answers otherwise"
+
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs KWIFunctionZEL)
+    # shellcheck disable=SC2086
+    g++ -std=c++20 examples/client/main.cpp -o "$work/direct" $flags
+    [ "$(LD_LIBRARY_PATH=$libraries "$work/direct")" = "$expected" ] ||
+        fail "the pkg-config client answers otherwise"
+}
+
+"$scripts/setup.sh" package
+multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+make_packages
+version=$(dpkg-deb --field "$(package zelctl)" Version)
+upstream=${version%-*}
+major=${upstream%%.*}
+runtime=libkwifunctionzel$major
+library=libKWIFunctionZEL.so
+
+check_content "$runtime" "lib/$library.$major lib/$library.$upstream"
+check_content libkwifunctionzel-dev "include/KWIFunctionZEL/*.h \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELConfig.cmake \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELConfigVersion.cmake \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets-release.cmake \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets.cmake \
+lib/$library lib/pkgconfig/KWIFunctionZEL.pc"
+check_content zelctl bin/zelctl
+check_content libkwifunctionzel-doc \
+    "share/doc/KWIFunctionZEL/LICENSE share/doc/KWIFunctionZEL/README.md share/doc/KWIFunctionZEL/settings/*.md"
+
+check_depends libkwifunctionzel-dev "$runtime (= $version)"
+check_depends zelctl "$runtime (= $version)"
+check_depends "$runtime" "libc6 (>= 2.36)"
+[ "$(dpkg-deb --info "$(package "$runtime")" shlibs)" = \
+    "libKWIFunctionZEL $major $runtime (>= $version)" ] || fail "$runtime: wrong shlibs"
+dpkg-deb --info "$(package "$runtime")" triggers | grep -qxF 'activate-noawait ldconfig' ||
+    fail "$runtime: no trigger"
+
+for name in "$runtime" libkwifunctionzel-dev zelctl libkwifunctionzel-doc; do
+    dpkg-deb --extract "$(package "$name")" "$unpacked"
+done
+LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelctl" --version
+check_client
+cd "$packages"
+sha256sum -- *.deb
