@@ -100,17 +100,15 @@ class KW_EXPORT IDbGroup : public IDbObject
 public:
     ~IDbGroup() override;
 
-    /** Properties and actions in the order of their declaration. */
+    /** Properties, child groups and actions in the order of their declaration. A container is a
+        child group; its items are its own (IDbContainer). */
     ///@{
     virtual INT32 GetPropertyCount() const = 0;
     virtual std::shared_ptr<IDbProperty> GetProperty(INT32 index) const = 0;
-    virtual INT32 GetActionCount() const = 0;
-    virtual std::shared_ptr<IDbAction> GetAction(INT32 index) const = 0;
-    ///@}
-    /** Child groups, containers included; the items of a container are its own (IDbContainer). */
-    ///@{
     virtual INT32 GetGroupCount() const = 0;
     virtual std::shared_ptr<IDbGroup> GetGroup(INT32 index) const = 0;
+    virtual INT32 GetActionCount() const = 0;
+    virtual std::shared_ptr<IDbAction> GetAction(INT32 index) const = 0;
     ///@}
 
     /** Finds a property, group, item or action: names separated by "/", items as "Name[index]" in
