@@ -390,7 +390,7 @@ void CPgHorizontal::CalculateSlowModeBlockSize()
 {
     const double points = m_pPPLengthWithoutSettlingSamples->Get() /
                           (m_pAcquisitionTime->Get() * NHorizontalHardware::kBlocksPerSecond);
-    KW_CHECKED(m_pBlockSize->DbSet(points > 1.0 ? static_cast<UINT32>(points) : 1));
+    KW_CHECKED(m_pBlockSize->DbSet(std::max(KWMath::ToInteger<UINT32>(points), 1U)));
 }
 
 double CPgHorizontal::PositionLimit() const

@@ -14,6 +14,11 @@
 #include <algorithm>
 #include <cmath>
 
+// Readers never wait: a processor without atomic words of 64 bits would need a lock for each.
+static_assert(std::atomic<double>::is_always_lock_free &&
+              std::atomic<UINT64>::is_always_lock_free &&
+              std::atomic<long long>::is_always_lock_free);
+
 KW_ACCEPTANCE CDbPropNumBase::SetUnit(KW_UNIT unit)
 {
     if (!GetStaticEnumNameInfo<KW_UNIT>().IsValue(unit))

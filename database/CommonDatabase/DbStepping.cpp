@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbStepping.h"
 
+#include "KWMath.h"
 #include "MatConstants.h"
 
 #include <array>
@@ -43,7 +44,7 @@ constexpr std::array<double, 4> kLadder{1.0, 2.0, 5.0, 10.0};
 
 double LadderUp(double value)
 {
-    const double decade = std::pow(10.0, std::floor(std::log10(value)));
+    const double decade = KWMath::Pow10(KWMath::DecimalExponent(value));
     for (const double step : kLadder)
     {
         if (CMatConstants::IsGreater(step * decade, value))
@@ -51,13 +52,13 @@ double LadderUp(double value)
             return step * decade;
         }
     }
-    // log10 may round up to the next decade just below it.
+    // What is equal to the next decade without reaching it counts as that decade.
     return 20.0 * decade;
 }
 
 double LadderDown(double value)
 {
-    const double decade = std::pow(10.0, std::floor(std::log10(value)));
+    const double decade = KWMath::Pow10(KWMath::DecimalExponent(value));
     for (auto step = kLadder.rbegin(); step != kLadder.rend(); ++step)
     {
         if (CMatConstants::IsLess(*step * decade, value))
