@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "Vectors.h"
+
+#include "FixedPoint.h"
+#include "KWMath.h"
+#include "MatConstants.h"
+
+namespace NVectors
+{
+namespace
+{
+void AddConversions(t_Lines& lines)
+{
+    const auto all = Joined(
+        Edges(), AndNeighbours({0x1p7, -0x1p7, 0x1p8, 0x1p15, -0x1p15, 0x1p16, 65535.5, 1e300}));
+    for (const double value : all)
+    {
+        Add(lines, "KWMath::Round", kExact, KWMath::Round, value);
+        const auto integers = [](double x)
+        {
+            return std::tuple(KWMath::ToInteger<INT8>(x), KWMath::ToInteger<UINT8>(x),
+                              KWMath::ToInteger<INT16>(x), KWMath::ToInteger<UINT16>(x),
+                              KWMath::ToInteger<INT32>(x), KWMath::ToInteger<UINT32>(x),
+                              KWMath::ToInteger<INT64>(x), KWMath::ToInteger<UINT64>(x));
+        };
+        Add(lines, "KWMath::ToInteger", kExact, integers, value);
+    }
+}
+
+void AddDecades(t_Lines& lines)
+{
+    for (int exponent = -330; exponent <= 310; exponent += (std::abs(exponent) < 26 ? 1 : 19))
+    {
+        const bool isTable = exponent >= -22 && exponent <= 22;
+        Add(lines, "KWMath::Pow10", isTable ? kExact : kOneUlp, KWMath::Pow10, exponent);
+    }
+    std::vector<double> decades;
+    for (int exponent = -22; exponent <= 22; ++exponent)
+        decades.push_back(KWMath::Pow10(exponent));
+    for (const double value : Joined(AndNeighbours(decades), Edges()))
+        Add(lines, "KWMath::DecimalExponent", kExact, KWMath::DecimalExponent, value);
+    for (const double value :
+         Joined(Joined(AndNeighbours({3e-4, 3.7e6, 7e-9}), Edges()), Scattered(20, -40, 60)))
+    {
+        for (const int exponent : {-6, 0, 5})
+        {
+            Add(lines, "KWMath::FloorToDecimalExponent", kExact, KWMath::FloorToDecimalExponent,
+                value, exponent);
+        }
+    }
+}
+
+void AddAxes(t_Lines& lines)
+{
+    const struct
+    {
+        double start;
+        double stop;
+    } axes[] = {{10.0, 1e6}, {1e-3, 250e6}, {5.0, 5.0}, {100.0, 0.1}};
+    for (const auto& axis : axes)
+    {
+        for (const double value : {0.0, -0.0, 1.0, 0.1, 0.3, 3.7, 1e4, 2e6, 1e-300, 1e300})
+        {
+            Add(lines, "KWMath::LinearPosition", kExact, KWMath::LinearPosition, value, axis.start,
+                axis.stop);
+            Add(lines, "KWMath::LinearValue", kExact, KWMath::LinearValue, value, axis.start,
+                axis.stop);
+        }
+        // Two logarithms, of up to one unit each, and the quotient.
+        for (const double value : {0.02, 20.0, 3e3, 1e4, 2e6, 7e7})
+        {
+            Add(lines, "KWMath::LogarithmicPosition", kFourUlp, KWMath::LogarithmicPosition, value,
+                axis.start, axis.stop);
+        }
+        for (const double position : {0.0, 0.1, 0.5, 0.75, 1.0, 1.2})
+        {
+            Add(lines, "KWMath::LogarithmicValue", kTwoUlp, KWMath::LogarithmicValue, position,
+                axis.start, axis.stop);
+        }
+    }
+}
+
+void AddComparisons(t_Lines& lines)
+{
+    const auto orders = [](double a, double b)
+    {
+        return std::tuple(CMatConstants::AreEqual(a, b), CMatConstants::IsLess(a, b),
+                          CMatConstants::IsLessOrEqual(a, b), CMatConstants::IsGreater(a, b),
+                          CMatConstants::IsGreaterOrEqual(a, b));
+    };
+    for (const double a : Joined(Edges(), Scattered(10, -60, 60)))
+    {
+        for (const double factor : {1.0, 1.0 + 0x1p-50, 1.0 - 0x1p-50, 1.0 + 0x1.8p-50})
+            Add(lines, "CMatConstants", kExact, orders, a, a * factor);
+    }
+    for (const double value : Joined(Edges(), Scattered(30, -20, 40)))
+    {
+        for (const double resolution : {0.1, 1e-3, 3.0})
+        {
+            Add(lines, "CMatConstants::AdjustToResolution", kExact,
+                CMatConstants::AdjustToResolution, value, resolution);
+        }
+    }
+}
+} // namespace
+
+void AddMath(t_Lines& lines)
+{
+    AddConversions(lines);
+    AddDecades(lines);
+    AddAxes(lines);
+    AddComparisons(lines);
+}
+
+void AddFixedPoint(t_Lines& lines)
+{
+    const struct
+    {
+        UINT32 integerWidth;
+        UINT32 fractionWidth;
+    } words[] = {{8, 8}, {0, 32}, {16, 0}, {64, 0}, {32, 32}, {1, 63}, {0, 0}};
+    const auto all = [](double value, UINT32 integer, UINT32 fraction)
+    {
+        const auto word = [=](auto sign, auto rounding, auto overflow)
+        { return CFixedPoint(value, integer, fraction, sign, rounding, overflow).LSB(); };
+        using t = CFixedPoint;
+        constexpr auto kNearest = t::eROUNDING::Nearest;
+        constexpr auto kTruncate = t::eROUNDING::Truncate;
+        return std::tuple(word(t::eSIGN::Unsigned, kNearest, t::eOVERFLOW::Saturate),
+                          word(t::eSIGN::Unsigned, kTruncate, t::eOVERFLOW::Wrap),
+                          word(t::eSIGN::Signed, kNearest, t::eOVERFLOW::Wrap),
+                          word(t::eSIGN::Signed, kTruncate, t::eOVERFLOW::Saturate));
+    };
+    for (const double value : Joined(Edges(), Scattered(12, -40, 70)))
+    {
+        for (const auto& word : words)
+            Add(lines, "CFixedPoint", kExact, all, value, word.integerWidth, word.fractionWidth);
+    }
+}
+} // namespace NVectors

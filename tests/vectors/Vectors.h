@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KWTypes.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/**
+ * What the numeric functions answer to a spread of arguments, as lines of text that every platform
+ * must agree on:
+ *
+ *     function slack argument … = result …
+ *
+ * Real numbers are hexadecimal ("1.8p+1"), NaN is "nan" whatever its sign, integers are decimal,
+ * an empty text is "-". `slack` is the number of representable doubles that a result may be away
+ * from: 0 wherever IEEE arithmetic alone decides, more where the logarithms, powers and cosines of
+ * the C library take part, which every processor rounds in its own way. "unit" stands for 2^-50
+ * absolutely, for sums of terms near 1 that cancel.
+ */
+namespace NVectors
+{
+constexpr const char kExact[] = "0";
+constexpr const char kOneUlp[] = "1";
+constexpr const char kTwoUlp[] = "2";
+constexpr const char kFourUlp[] = "4";
+constexpr const char kUnit[] = "unit";
+
+inline std::string Text(const std::string& value)
+{
+    return value.empty() ? "-" : value;
+}
+
+template <typename T>
+std::string Text(T value)
+{
+    if constexpr (std::is_same_v<T, bool>)
+    {
+        return value ? "true" : "false";
+    }
+    else if constexpr (std::is_enum_v<T>)
+    {
+        return Text(static_cast<INT64>(value));
+    }
+    else if constexpr (std::is_integral_v<T>)
+    {
+        return std::to_string(value);
+    }
+    else
+    {
+        char text[40];
+        const auto end =
+            std::to_chars(std::begin(text), std::end(text), value, std::chars_format::hex).ptr;
+        return std::isnan(value) ? "nan" : std::string(text, end);
+    }
+}
+
+template <typename T, std::size_t N>
+std::string Text(const std::array<T, N>& values);
+
+template <typename... T>
+std::string Text(const std::tuple<T...>& values)
+{
+    std::string line;
+    std::apply([&](const T&... value) { ((line += (line.empty() ? "" : " ") + Text(value)), ...); },
+               values);
+    return line;
+}
+
+template <typename T, std::size_t N>
+std::string Text(const std::array<T, N>& values)
+{
+    return std::apply([](const auto&... value) { return Text(std::tuple(value...)); }, values);
+}
+
+using t_Lines = std::vector<std::string>;
+
+/** Adds the line of one call: function(arguments …). */
+template <typename TFunction, typename... T>
+void Add(t_Lines& lines, const char* name, const char* slack, TFunction&& function, T... arguments)
+{
+    lines.push_back(std::string(name) + " " + slack + " " + Text(std::tuple(arguments...)) + " = " +
+                    Text(function(arguments...)));
+}
+
+/** Zeros, ends and neighbours of the number types, infinities, NaN, denormals: what breaks a
+    conversion or a comparison. */
+const std::vector<double>& Edges();
+
+/** Each value with the representable doubles below and above it. */
+std::vector<double> AndNeighbours(const std::vector<double>& values);
+
+/** `count` numbers of either sign, evenly over the exponents from `lowest` to `highest` of two; the
+    same on every platform. */
+std::vector<double> Scattered(int count, int lowest, int highest);
+
+template <typename T>
+std::vector<T> Joined(std::vector<T> first, const std::vector<T>& second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+// One function for each family of calculations.
+void AddMath(t_Lines& lines);
+void AddFixedPoint(t_Lines& lines);
+void AddTimebase(t_Lines& lines);
+void AddVertical(t_Lines& lines);
+void AddFFT(t_Lines& lines);
+void AddDDC(t_Lines& lines);
+void AddProbesAndMeter(t_Lines& lines);
+void AddLabels(t_Lines& lines);
+void AddNumberTexts(t_Lines& lines);
+void AddLimitsAndSteps(t_Lines& lines);
+} // namespace NVectors
