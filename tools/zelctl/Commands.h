@@ -38,10 +38,8 @@ void AddEnumCommand(CLI::App& app, t_Run& run);
 void AddFileCommands(CLI::App& app, t_Run& run);
 void AddEditCommands(CLI::App& app, t_Run& run);
 void AddCalcCommand(CLI::App& app, t_Run& run);
-/** The commands of "calc" that concern acquisition and signals. */
-void AddSignalCalculations(CLI::App& calc, t_Run& run);
-/** The commands of "calc" that concern probes, meter and bus signals. */
-void AddMeterCalculations(CLI::App& calc, t_Run& run);
+/** "couplings" and "why". */
+void AddCouplingCommands(CLI::App& app, t_Run& run);
 void AddScriptCommands(CLI::App& app, t_Run& run);
 /** Commands that make sense only where several share one process. */
 void AddSessionCommands(CLI::App& app, t_Run& run);

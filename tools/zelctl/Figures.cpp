@@ -36,7 +36,25 @@ CFigures& CFigures::Add(const char* name, double value, KW_UNIT unit)
 
 CFigures& CFigures::Add(const char* name, const QString& text)
 {
-    AddRow(QString::fromLatin1(name), text, text, {});
+    return AddText(QString::fromLatin1(name), text);
+}
+
+CFigures& CFigures::AddText(const QString& name, const QString& text)
+{
+    AddRow(name, text, text, {});
+    return *this;
+}
+
+CFigures& CFigures::AddTruth(const char* name, bool value)
+{
+    AddRow(QString::fromLatin1(name), value ? QStringLiteral("yes") : QStringLiteral("no"), value,
+           {});
+    return *this;
+}
+
+CFigures& CFigures::AddBelow(const QStringList& lines)
+{
+    m_below += lines;
     return *this;
 }
 
@@ -44,6 +62,7 @@ t_Answer CFigures::Send()
 {
     const bool failed = m_session.GetOutput().GetReportedErrors() != m_reportedBefore;
     return m_reply.Lines(m_table.GetLines(0))
+        .Lines(m_below)
         .Field("result", m_result)
         .Send(eKW_ACC_OK, failed ? eSTATUS_REFUSED : eSTATUS_OK);
 }

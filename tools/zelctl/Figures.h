@@ -7,7 +7,6 @@
 #include "ValueText.h"
 
 #include <QJsonObject>
-#include <string>
 
 /** The answer of a calculation: named figures with their units, one per line. An error that the
     library reports meanwhile makes the command fail behind the figures. */
@@ -20,6 +19,10 @@ public:
     CFigures& Add(const char* name, double value, KW_UNIT unit = eKW_UNIT_NONE);
     CFigures& Add(const char* name, const QString& text);
     CFigures& Add(const QString& name, double value, KW_UNIT unit = eKW_UNIT_NONE);
+    CFigures& AddText(const QString& name, const QString& text);
+    CFigures& AddTruth(const char* name, bool value);
+    /** Lines behind the figures, for readers only. */
+    CFigures& AddBelow(const QStringList& lines);
     t_Answer Send();
 
 private:
@@ -30,18 +33,6 @@ private:
     CReply m_reply;
     CTable m_table;
     QJsonObject m_result;
+    QStringList m_below;
     int m_reportedBefore;
 };
-
-/** An argument of a calculation as a number in a unit; `name` is what the help calls it. */
-inline double ReadArgument(const std::string& text, KW_UNIT unit, const char* name)
-{
-    return ReadDouble(QString::fromStdString(text), unit, QLatin1String(name));
-}
-
-/** An argument as a value of an enumeration. */
-template <typename T>
-T ReadArgument(const std::string& text)
-{
-    return ReadEnum<T>(QString::fromStdString(text), GetStaticEnumNameInfo<T>().GetType());
-}

@@ -3,12 +3,11 @@
 
 import json
 import os
-import subprocess
-import sys
 import tempfile
 import unittest
 
-ZELCTL = os.path.abspath(sys.argv.pop())
+from support import run
+
 CONVERTER = "Setup/Selfalignment/ADConverter"
 
 # name, arguments, exit status, pieces of stdout, pieces of stderr
@@ -35,11 +34,6 @@ CASES = [
     ("tree finds", ["tree", "--find", "RBWRatio"], 0, ["RBWRatio"], []),
     ("calc sample rate", ["calc", "samplerate", "ZEL_C"], 0, ["5 GSa/s"], []),
 ]
-
-
-def run(*arguments, **options):
-    return subprocess.run([ZELCTL, *arguments], capture_output=True, text=True, timeout=60,
-                          check=False, **options)
 
 
 class Zelctl(unittest.TestCase):
