@@ -14,7 +14,10 @@ for what in "$@"; do
         package) packages+=(dpkg-dev file) ;;
         abi) packages+=(abigail-tools) ;;
         docs) packages+=(doxygen) ;;
-        ci) packages+=(qtbase5-dev clang-format-14 codespell dpkg-dev file abigail-tools doxygen) ;;
+        ci)
+            packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
+                doxygen)
+            ;;
         *)
             echo "setup: knows no $what" >&2
             exit 2

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Third stage: the settings reference in Markdown."""
 
+import re
+
 from . import facts
 from .cpptext import GENERATED
 from .model import Child, EnumType, EnumValue, Group, Model, Property
@@ -107,6 +109,15 @@ def _index(model: Model, stems: dict[str, list[Group]]) -> str:
     )
 
 
+def _couplings(groups: list[Group], places: dict[str, list[str]], model: Model) -> str:
+    """Links to what was observed of the functions that the groups of a page stand in."""
+    root = next((group.name for group in model.groups.values() if group.root), "")
+    paths = [place for group in groups for place in places[group.name]]
+    functions = dict.fromkeys(re.split(r"[/\[]", path)[0] or root for path in paths)
+    links = ", ".join(f"[{name}](couplings/{name}.md)" for name in sorted(functions))
+    return f"\nWhat moves what: {links}\n"
+
+
 def emit(model: Model) -> dict[str, str]:
     """Pages of the reference: path below the output folder, and content."""
     stems: dict[str, list[Group]] = {}
@@ -119,5 +130,6 @@ def emit(model: Model) -> dict[str, str]:
     for stem, groups in stems.items():
         text = "".join(_group(group, places[group.name], model) for group in groups)
         # A title equal to a group's name would take that group's anchor.
-        pages[stem] = f"{_HEAD}# Settings of {stem}\n{text}"
+        links = _couplings(groups, places, model)
+        pages[stem] = f"{_HEAD}# Settings of {stem}\n{links}{text}"
     return {f"docs/settings/{page}.md": text for page, text in pages.items()}

@@ -63,6 +63,7 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place)
     AddEnumCommand(m_app, m_run);
     AddFileCommands(m_app, m_run);
     AddEditCommands(m_app, m_run);
+    AddCouplingCommands(m_app, m_run);
     AddCalcCommand(m_app, m_run);
     if (place == ePLACE::Session)
     {

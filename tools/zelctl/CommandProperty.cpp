@@ -33,54 +33,6 @@ constexpr char kSetFooter[] =
     "  zelctl set Vertical/Channel[0]/Scale 200 mV/div --trace\n"
     "  zelctl --load my.xml --save my.xml set Meter/Range 10V";
 
-QString DescribeFiles(INT32 saveRecall)
-{
-    switch (saveRecall)
-    {
-    case eSAVERECALL_NONE:
-        return QStringLiteral("no file");
-    case eSAVERECALL_SETTINGS:
-        return QStringLiteral("settings files");
-    case eSAVERECALL_SYSTEM:
-        return QStringLiteral("the instrument's own state");
-    default:
-        return QStringLiteral("settings files and the instrument's own state");
-    }
-}
-
-QStringList GetInfoLines(const IDbProperty& property, bool exact)
-{
-    const t_ShownValue value = GetShownValue(property);
-    CTable table;
-    const auto row = [&table](const char* name, const QString& text)
-    {
-        if (!text.isEmpty())
-        {
-            table.Add({QStringLiteral("  ") + QLatin1String(name), text});
-        }
-    };
-    const auto shown = [&](const QString& text) {
-        return text.isEmpty() ? QString() : ShowValue({text, value.type, value.unit}, exact);
-    };
-    QStringList selectable;
-    const QStringList texts = property.GetValueTexts();
-    for (const QString& text : texts)
-    {
-        selectable.append(shown(text));
-    }
-    row("value", ShowValue(value, exact));
-    row("default", shown(property.GetDefaultText()));
-    row("minimum", shown(property.GetMinText()));
-    row("maximum", shown(property.GetMaxText()));
-    row("step", shown(property.GetStepText()));
-    row("selectable", selectable.join(QLatin1String(", ")));
-    row("type", value.type);
-    row("unit", GetUnitText(value.unit));
-    row("state", DescribeState(property));
-    row("saved in", DescribeFiles(property.GetSaveRecallType()));
-    return QStringList(property.GetPath()) + table.GetLines(0);
-}
-
 struct t_GetOptions
 {
     std::vector<std::string> paths;

@@ -79,42 +79,60 @@ QStringList CompleteValue(CSession& session, const std::string& path)
     return property ? Ended(property->GetValueTexts()) : QStringList();
 }
 
-QStringList GetCommands(CSession& session)
+QStringList GetSubcommands(const CLI::App& app)
 {
-    QStringList names{QStringLiteral("echo"), QStringLiteral("expect"), QStringLiteral("help"),
-                      QStringLiteral("quit")};
-    CCommandLine line(session, CCommandLine::ePLACE::Session);
-    for (const CLI::App* const command :
-         line.GetApp().get_subcommands([](CLI::App*) { return true; }))
+    QStringList names;
+    for (const CLI::App* const command : app.get_subcommands(nullptr))
     {
         names.append(ToText(command->get_name()));
     }
-    names.sort();
     return Ended(names);
 }
 
-QStringList GetOptions(CSession& session, const std::string& command)
+QStringList GetCommands(CSession& session)
 {
     CCommandLine line(session, CCommandLine::ePLACE::Session);
-    const auto commands = line.GetApp().get_subcommands(nullptr);
-    const auto match =
-        std::find_if(commands.begin(), commands.end(),
-                     [&command](const CLI::App* c) { return c->get_name() == command; });
-    const CLI::App* const found = match == commands.end() ? nullptr : *match;
+    QStringList names = GetSubcommands(line.GetApp());
+    names += Ended({QStringLiteral("echo"), QStringLiteral("expect"), QStringLiteral("help"),
+                    QStringLiteral("quit")});
+    names.sort();
+    return names;
+}
+
+QStringList GetOptions(const CLI::App& app)
+{
     QStringList names;
-    for (const CLI::App* const app : {found, const_cast<const CLI::App*>(&line.GetApp())})
+    for (const CLI::Option* const option : app.get_options())
     {
-        for (const CLI::Option* const option :
-             app != nullptr ? app->get_options() : std::vector<const CLI::Option*>{})
+        for (const std::string& name : option->get_lnames())
         {
-            for (const std::string& name : option->get_lnames())
-            {
-                names.append(QStringLiteral("--") + ToText(name));
-            }
+            names.append(QStringLiteral("--") + ToText(name));
         }
     }
-    names.removeDuplicates();
     return Ended(names);
+}
+
+/** The options or subcommands that may stand behind the words of a command. */
+QStringList CompleteCommand(CSession& session, const std::vector<std::string>& words, bool isOption)
+{
+    CCommandLine line(session, CCommandLine::ePLACE::Session);
+    const CLI::App* app = &line.GetApp();
+    QStringList names = isOption ? GetOptions(*app) : QStringList();
+    for (const std::string& word : words)
+    {
+        const auto commands = app->get_subcommands(nullptr);
+        const auto found = std::find_if(commands.begin(), commands.end(),
+                                        [&word](const auto* c) { return c->get_name() == word; });
+        if (found == commands.end())
+        {
+            break;
+        }
+        app = *found;
+        names += isOption ? GetOptions(*app) : QStringList();
+    }
+    names += isOption ? QStringList() : GetSubcommands(*app);
+    names.removeDuplicates();
+    return names;
 }
 
 QStringList GetCandidates(CSession& session, std::vector<std::string> words, const QString& word)
@@ -130,7 +148,11 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
     const std::string& command = words.front();
     if (word.startsWith(QLatin1Char('-')))
     {
-        return GetOptions(session, command);
+        return CompleteCommand(session, words, true);
+    }
+    if (command == "calc")
+    {
+        return CompleteCommand(session, words, false);
     }
     if (GetFileCommands().contains(ToText(command)))
     {

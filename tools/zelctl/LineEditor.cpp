@@ -3,6 +3,7 @@
 
 #include "Completion.h"
 
+#include <QDir>
 #include <iostream>
 #include <string>
 #include <unistd.h>
@@ -41,10 +42,24 @@ struct CLineEditor::t_State
     CSession& session;
     History* history = nullptr;
     EditLine* editor = nullptr;
+    QByteArray historyFile;
 };
 
 namespace
 {
+/** Where lines are kept for the next shell, below the user's state folder; empty without one. */
+QByteArray GetHistoryFile()
+{
+    QString folder = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!folder.startsWith(QLatin1Char('/')))
+    {
+        folder = qEnvironmentVariable("HOME") + QStringLiteral("/.local/state");
+    }
+    folder += QStringLiteral("/zelctl");
+    const bool usable = folder.startsWith(QLatin1Char('/')) && QDir().mkpath(folder);
+    return usable ? QFile::encodeName(folder + QStringLiteral("/history")) : QByteArray();
+}
+
 char* GetPrompt(EditLine* /*editor*/)
 {
     static char prompt[sizeof(kPrompt)];
@@ -100,6 +115,11 @@ CLineEditor::CLineEditor(CSession& session) : m_state(std::make_unique<t_State>(
     m_state->history = history_init();
     history(m_state->history, &event, H_SETSIZE, kRememberedLines);
     history(m_state->history, &event, H_SETUNIQUE, 1);
+    m_state->historyFile = GetHistoryFile();
+    if (!m_state->historyFile.isEmpty())
+    {
+        history(m_state->history, &event, H_LOAD, m_state->historyFile.constData());
+    }
     m_state->editor = el_init("zelctl", stdin, stdout, stderr);
     el_set(m_state->editor, EL_PROMPT, &GetPrompt);
     el_set(m_state->editor, EL_EDITOR, "emacs");
@@ -114,6 +134,11 @@ CLineEditor::~CLineEditor()
 {
     if (m_state->editor != nullptr)
     {
+        HistEvent event{};
+        if (!m_state->historyFile.isEmpty())
+        {
+            history(m_state->history, &event, H_SAVE, m_state->historyFile.constData());
+        }
         el_end(m_state->editor);
         history_end(m_state->history);
     }

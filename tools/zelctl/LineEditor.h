@@ -8,7 +8,8 @@
 #include <optional>
 
 /** Reads lines from the standard input: in a terminal with a prompt, editing, history and
-    completion where the program was built with them, else as they come. */
+    completion where the program was built with them, else as they come. The lines of a terminal are
+    kept for the next shell in zelctl/history below $XDG_STATE_HOME, or ~/.local/state. */
 class CLineEditor
 {
 public:

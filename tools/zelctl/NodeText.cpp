@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "NodeText.h"
 
+#include "Output.h"
+
 #include "EnumNameInfo.h"
 #include "EnumText.h"
 #include "Failure.h"
@@ -208,6 +210,21 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
     json[QStringLiteral("step")] = other(property.GetStepText());
     json[QStringLiteral("selectable")] = ToJsonArray(property.GetValueTexts());
 }
+QString DescribeFiles(INT32 saveRecall)
+{
+    switch (saveRecall)
+    {
+    case eSAVERECALL_NONE:
+        return QStringLiteral("no file");
+    case eSAVERECALL_SETTINGS:
+        return QStringLiteral("settings files");
+    case eSAVERECALL_SYSTEM:
+        return QStringLiteral("the instrument's own state");
+    default:
+        return QStringLiteral("settings files and the instrument's own state");
+    }
+}
+
 } // namespace
 
 t_ShownValue GetShownValue(const IDbProperty& property)
@@ -310,6 +327,39 @@ QString DescribeState(const IDbObject& node)
         states.append(GetAvailabilityText(node.GetAvailability()));
     }
     return states.join(QLatin1String(", "));
+}
+
+QStringList GetInfoLines(const IDbProperty& property, bool exact)
+{
+    const t_ShownValue value = GetShownValue(property);
+    CTable table;
+    const auto row = [&table](const char* name, const QString& text)
+    {
+        if (!text.isEmpty())
+        {
+            table.Add({QStringLiteral("  ") + QLatin1String(name), text});
+        }
+    };
+    const auto shown = [&](const QString& text) {
+        return text.isEmpty() ? QString() : ShowValue({text, value.type, value.unit}, exact);
+    };
+    QStringList selectable;
+    const QStringList texts = property.GetValueTexts();
+    for (const QString& text : texts)
+    {
+        selectable.append(shown(text));
+    }
+    row("value", ShowValue(value, exact));
+    row("default", shown(property.GetDefaultText()));
+    row("minimum", shown(property.GetMinText()));
+    row("maximum", shown(property.GetMaxText()));
+    row("step", shown(property.GetStepText()));
+    row("selectable", selectable.join(QLatin1String(", ")));
+    row("type", value.type);
+    row("unit", GetUnitText(value.unit));
+    row("state", DescribeState(property));
+    row("saved in", DescribeFiles(property.GetSaveRecallType()));
+    return QStringList(property.GetPath()) + table.GetLines(0);
 }
 
 QJsonValue ToJsonValue(const t_ShownValue& value)

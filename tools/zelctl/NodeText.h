@@ -30,6 +30,9 @@ QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exa
 /** "result", "read only", "not available", "invalid", joined; empty for a usable setting. */
 QString DescribeState(const IDbObject& node);
 
+/** A property's path, and lines with its value, limits, type, unit and state. */
+QStringList GetInfoLines(const IDbProperty& property, bool exact);
+
 QString GetAvailabilityText(KW_AVAILABILITY availability);
 
 /** A node in JSON: path, kind, and of properties type, value, text, unit, state; with `full` also

@@ -46,6 +46,10 @@ COutput::~COutput()
 
 void COutput::Report(const KW_ErrorReport& report)
 {
+    if (m_silent)
+    {
+        return;
+    }
     const bool isError = report.type == e_KW_MESSAGE_TYPE_ERROR;
     m_reportedErrors += isError ? 1 : 0;
     Problem(QStringLiteral("%1: %2 (%3:%4)")

@@ -33,6 +33,19 @@ public:
     /** Number of errors that the library has reported so far. */
     int GetReportedErrors() const { return m_reportedErrors; }
 
+    /** Holds back what the library reports: for writes that only try what happens. */
+    class CSilence
+    {
+    public:
+        explicit CSilence(COutput& output) : m_output(output) { m_output.m_silent = true; }
+        ~CSilence() { m_output.m_silent = false; }
+        CSilence(const CSilence&) = delete;
+        CSilence& operator=(const CSilence&) = delete;
+
+    private:
+        COutput& m_output;
+    };
+
 private:
     void Write(const QByteArray& bytes);
     void Flush();
@@ -42,6 +55,7 @@ private:
     int m_reportedErrors = 0;
     bool m_closed = false;
     bool m_failed = false;
+    bool m_silent = false;
     KW_ErrorHandler m_previousHandler;
 };
 

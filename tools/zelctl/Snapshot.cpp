@@ -8,8 +8,6 @@
 #include <QJsonArray>
 #include <algorithm>
 
-namespace
-{
 t_NodeState TakeState(const IDbObject& node)
 {
     t_NodeState state;
@@ -29,6 +27,52 @@ t_NodeState TakeState(const IDbObject& node)
     return state;
 }
 
+QString GetKindName(eCHANGE kind)
+{
+    switch (kind)
+    {
+    case eCHANGE::Value:
+        return QStringLiteral("value");
+    case eCHANGE::Minimum:
+        return QStringLiteral("minimum");
+    case eCHANGE::Maximum:
+        return QStringLiteral("maximum");
+    case eCHANGE::Selectable:
+        return QStringLiteral("selectable");
+    case eCHANGE::Unit:
+        return QStringLiteral("unit");
+    case eCHANGE::Validity:
+        return QStringLiteral("valid");
+    case eCHANGE::Availability:
+        return QStringLiteral("availability");
+    case eCHANGE::Added:
+        return QStringLiteral("added");
+    case eCHANGE::Removed:
+        return QStringLiteral("removed");
+    }
+    return {};
+}
+
+void AddDifferences(std::vector<t_Change>& changes, const t_NodeState& before,
+                    const t_NodeState& after)
+{
+    const auto add = [&](bool differs, eCHANGE kind)
+    {
+        if (differs)
+        {
+            changes.push_back({kind, before, after});
+        }
+    };
+    add(before.value.text != after.value.text, eCHANGE::Value);
+    add(before.value.unit != after.value.unit, eCHANGE::Unit);
+    add(before.isValid != after.isValid, eCHANGE::Validity);
+    add(before.minimum != after.minimum, eCHANGE::Minimum);
+    add(before.maximum != after.maximum, eCHANGE::Maximum);
+    add(before.selectable != after.selectable, eCHANGE::Selectable);
+}
+
+namespace
+{
 /** Nodes of one snapshot that the other lacks, each with the properties below it. */
 std::vector<t_Change> GetMissing(const CSnapshot& in, const CSnapshot& other, eCHANGE kind)
 {
@@ -89,32 +133,6 @@ QString DescribeSelection(const t_Change& change, bool exact)
     return parts.isEmpty() ? QStringLiteral("in another order") : parts.join(QLatin1String("; "));
 }
 
-QString GetKindName(eCHANGE kind)
-{
-    switch (kind)
-    {
-    case eCHANGE::Value:
-        return QStringLiteral("value");
-    case eCHANGE::Minimum:
-        return QStringLiteral("minimum");
-    case eCHANGE::Maximum:
-        return QStringLiteral("maximum");
-    case eCHANGE::Selectable:
-        return QStringLiteral("selectable");
-    case eCHANGE::Unit:
-        return QStringLiteral("unit");
-    case eCHANGE::Validity:
-        return QStringLiteral("valid");
-    case eCHANGE::Availability:
-        return QStringLiteral("availability");
-    case eCHANGE::Added:
-        return QStringLiteral("added");
-    case eCHANGE::Removed:
-        return QStringLiteral("removed");
-    }
-    return {};
-}
-
 /** The text of the state that a limit or value change is about. */
 t_ShownValue GetChanged(const t_NodeState& state, eCHANGE kind)
 {
@@ -169,23 +187,6 @@ QJsonValue GetJsonSide(const t_NodeState& state, eCHANGE kind)
     }
 }
 
-void AddDifferences(std::vector<t_Change>& changes, const t_NodeState& before,
-                    const t_NodeState& after)
-{
-    const auto add = [&](bool differs, eCHANGE kind)
-    {
-        if (differs)
-        {
-            changes.push_back({kind, before, after});
-        }
-    };
-    add(before.value.text != after.value.text, eCHANGE::Value);
-    add(before.value.unit != after.value.unit, eCHANGE::Unit);
-    add(before.isValid != after.isValid, eCHANGE::Validity);
-    add(before.minimum != after.minimum, eCHANGE::Minimum);
-    add(before.maximum != after.maximum, eCHANGE::Maximum);
-    add(before.selectable != after.selectable, eCHANGE::Selectable);
-}
 } // namespace
 
 CSnapshot::CSnapshot(IDbGroup& root)

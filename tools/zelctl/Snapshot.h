@@ -22,6 +22,8 @@ struct t_NodeState
     bool isValid = true;
 };
 
+t_NodeState TakeState(const IDbObject& node);
+
 /** Everything that clients can see of a tree at one moment. */
 class CSnapshot
 {
@@ -58,6 +60,14 @@ struct t_Change
     t_NodeState after;  ///< empty when removed
     int properties = 0; ///< number of properties added or removed with the group
 };
+
+/** "value", "maximum" and so on. */
+QString GetKindName(eCHANGE kind);
+
+/** Appends what differs between two states of one node, but for its availability, which may be
+    its group's. */
+void AddDifferences(std::vector<t_Change>& changes, const t_NodeState& before,
+                    const t_NodeState& after);
 
 /** Differences in the order of the tree. */
 std::vector<t_Change> Compare(const CSnapshot& before, const CSnapshot& after);
