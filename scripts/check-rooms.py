@@ -22,6 +22,7 @@ ROOMS = {
     "examples": "client",
     "tests": "tests",
     "tests/client": "client tests",
+    "tests/Together.h": "test basics",
     "bench": "tests",
     "generated/database": "frame",
     "generated/ifc": "ifc",
@@ -35,8 +36,9 @@ MAY_INCLUDE = {
     "ifc": {"ifc", "ifc basics", "ifc of the frame"},
     "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
     "client": {"client", "ifc", "ifc basics", "ifc of the frame"},
-    "client tests": {"client tests", "ifc", "ifc basics", "ifc of the frame"},
-    "tests": {"tests", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
+    "client tests": {"client tests", "test basics", "ifc", "ifc basics", "ifc of the frame"},
+    "test basics": set(),
+    "tests": {"tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
 }
 
 # Parts of ifc/ that know no group of the instrument, so that lower rooms may implement them.
@@ -52,12 +54,13 @@ SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "genera
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
 FURTHER_LIBRARIES = {
-    "support": r"boost/.*",
+    "support": r"boost/.*|(fcntl|unistd)\.h",
     "frame": r"boost/.*",
     "rules": r"boost/.*",
     "ifc": None,
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "client": None,
+    "test basics": None,
     "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
 }
@@ -91,7 +94,7 @@ class CTree:
 
 
 def room_of(source: str) -> str:
-    fitting = [folder for folder in ROOMS if source.startswith(f"{folder}/")]
+    fitting = [folder for folder in ROOMS if f"{source}/".startswith(f"{folder}/")]
     room = ROOMS[max(fitting, key=len)] if fitting else "generated"
     if room == "ifc" and Path(source).name in IFC_BASICS:
         return "ifc basics"
