@@ -38,7 +38,9 @@ MAY_INCLUDE = {
     "client": {"client", "ifc", "ifc basics", "ifc of the frame"},
     "client tests": {"client tests", "test basics", "ifc", "ifc basics", "ifc of the frame"},
     "test basics": set(),
-    "tests": {"tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
+    "tests": {
+        "tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
+    },
 }
 
 # Parts of ifc/ that know no group of the instrument, so that lower rooms may implement them.

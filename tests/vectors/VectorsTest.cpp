@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Vectors.h"
 
-#include "RecordedReports.h"
+#include "helpers/RecordedReports.h"
 
 #include <algorithm>
 #include <bit>
