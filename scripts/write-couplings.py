@@ -51,21 +51,21 @@ def row(cells):
 
 
 def example(coupling):
-    """"what was written gives what moved", without the path that stands in the row already."""
+    """What was written, and what became of the target, whose path stands in the row already."""
     written, moved = coupling["text"].split(f"; {coupling['target']}", 1)
-    return cell(f"{written} gives {moved.removeprefix(':').strip()}")
+    return [cell(written), cell(moved.removeprefix(":").strip())]
 
 
 def table(pairs, first):
-    """Rows "setting, what moves, how, example"; `first` 0 groups by source, 1 by target."""
+    """Rows of couplings with an example; `first` 0 groups by source, 1 by target."""
     names = ["Setting", "Moves"] if first == 0 else ["Moved", "By"]
-    text = row([*names, "What", "Example", "While"]) + row(["---"] * 5)
+    text = row([*names, "What", "Setting from → to", "Effect", "While"]) + row(["---"] * 6)
     before = None
     for pair, coupling in pairs:
         lead = f"`{pair[first]}`" if pair[first] != before else ""
         before = pair[first]
         text += row([lead, f"`{pair[1 - first]}`", ", ".join(coupling["moved"]),
-                     example(coupling), cell(", ".join(coupling["while"]))])
+                     *example(coupling), cell(", ".join(coupling["while"]))])
     return text
 
 

@@ -58,6 +58,14 @@ QString DescribeConditions(const t_Coupling& coupling)
                : QStringLiteral("  while ") + coupling.conditions.join(QLatin1String(", "));
 }
 
+/** What became of the target, without its path. */
+QString DescribeEffect(const t_Coupling& coupling, const QString& shown)
+{
+    QString effect = shown.mid(coupling.target.size());
+    effect.remove(0, effect.startsWith(QLatin1Char(':')) ? 1 : 0);
+    return effect.trimmed() + DescribeMoved(coupling) + DescribeConditions(coupling);
+}
+
 bool IsAtOrBelow(const QString& path, const QString& start)
 {
     return start.isEmpty() || path == start || path.startsWith(start + QLatin1Char('/')) ||
@@ -168,10 +176,9 @@ t_Answer t_WhyOptions::Run(CSession& session) const
         }
         if (coupling.target == property->GetPath())
         {
-            movedBy.append(QStringLiteral("    %1: %2  %3")
+            movedBy.append(QStringLiteral("    %1: %2  gives %3")
                                .arg(coupling.source, ShowTransition(coupling, exact),
-                                    shown.mid(coupling.target.size()).trimmed() +
-                                        DescribeMoved(coupling) + DescribeConditions(coupling)));
+                                    DescribeEffect(coupling, shown)));
             moved.append(ToJson(coupling));
         }
     }
