@@ -2,13 +2,32 @@
 #include "SourceDependencies.h"
 
 #include "CheckedAccess.h"
-#include "CommonDatabase/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "PgChannel.h"
+#include "PgFFT.h"
+#include "PgLogic.h"
+#include "PgLogicChannel.h"
+#include "PgMathematics.h"
+#include "PgReferenceCurve.h"
+#include "PgSerialBus.h"
+#include "PgVertical.h"
+#include "PgXY.h"
+#include "PgZEL.h"
+#include "PgaChannel.h"
+#include "PgaLogicChannel.h"
 
 using namespace NApplicationDefinitions;
 
+namespace
+{
+bool IsOn(const CDbPropEnum<KW_ONOFF>* state)
+{
+    return state->Get() == eKW_ONOFF_ON;
+}
+} // namespace
+
 CSourceActivity::CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbObject& node)
-    : m_check(check), m_root(node.GetDbRoot())
+    : m_check(check), m_root(CPgZEL::Of(node))
 {
 }
 
@@ -31,37 +50,34 @@ bool CSourceActivity::IsSourceActive(KW_ZEL_CHANNEL channel) const
 
 bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
 {
+    if (m_root == nullptr)
+    {
+        return false;
+    }
     if (IsAnalogChannel(channel))
     {
-        return IsOn(QStringLiteral("Vertical/Channel[%1]/Enabled").arg(channel));
+        return IsOn(m_root->GetPgVertical()->GetPgChannel()->ItemDirect(channel)->GetPrEnabled());
     }
     if (IsDigitalChannel(channel))
     {
-        return IsOn(QStringLiteral("Logic/Enabled")) &&
-               IsOn(QStringLiteral("Logic/LogicChannel[%1]/Enabled")
-                        .arg(channel - eKW_ZEL_CHANNEL_D0));
+        const CPgLogic* const logic = m_root->GetPgLogic();
+        const INT32 line = channel - eKW_ZEL_CHANNEL_D0;
+        return IsOn(logic->GetPrEnabled()) &&
+               IsOn(logic->GetPgLogicChannel()->ItemDirect(line)->GetPrEnabled());
     }
     switch (channel)
     {
     case eKW_ZEL_CHANNEL_M1:
-        return IsOn(QStringLiteral("Mathematics/Enabled"));
+        return IsOn(m_root->GetPgMathematics()->GetPrEnabled());
     case eKW_ZEL_CHANNEL_R1:
-        return IsOn(QStringLiteral("Vertical/ReferenceCurve/Enabled"));
+        return IsOn(m_root->GetPgVertical()->GetPgReferenceCurve()->GetPrEnabled());
     case eKW_ZEL_CHANNEL_XY:
-        return IsOn(QStringLiteral("XY/State"));
+        return IsOn(m_root->GetPgXY()->GetPrState());
     case eKW_ZEL_CHANNEL_S1:
-        return IsOn(QStringLiteral("SerialBus/Enabled"));
+        return IsOn(m_root->GetPgSerialBus()->GetPrEnabled());
     default:
-        return IsOn(QStringLiteral("FFT/State"));
+        return IsOn(m_root->GetPgFFT()->GetPrState());
     }
-}
-
-/** Whether a switch of the tree is on; a switch that is missing counts as off. */
-bool CSourceActivity::IsOn(const QString& path) const
-{
-    const auto node = m_root != nullptr ? m_root->Find(path) : nullptr;
-    const auto* const state = dynamic_cast<const CDbPropEnumIntAccess*>(node.get());
-    return state != nullptr && state->GetAsInt() == eKW_ONOFF_ON;
 }
 
 bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector,
@@ -74,7 +90,7 @@ bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selec
     {
         const auto channel = static_cast<KW_ZEL_CHANNEL>(value);
         const bool usable =
-            activity.IsSourceActive(channel) && m_application.IsSourceApplicable(channel);
+            m_application.IsSourceApplicable(channel) && activity.IsSourceActive(channel);
         KW_CHECKED(selector.EnableValueInternally(channel, usable ? eVALUESTATE_SELECTABLE
                                                                   : eVALUESTATE_NOT_SELECTABLE));
         firstUsable = usable && firstUsable == eKW_ZEL_CHANNEL_NONE ? channel : firstUsable;

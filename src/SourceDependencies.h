@@ -4,6 +4,8 @@
 #include "CommonDatabase/DbPropEnum.h"
 #include "KWEnumerations.h"
 
+class CPgZEL;
+
 /** When a channel counts as an active source. */
 enum ESOURCE_ACTIVITY_CHECK
 {
@@ -30,10 +32,9 @@ public:
 
 private:
     bool IsSwitchedOn(KW_ZEL_CHANNEL channel) const;
-    bool IsOn(const QString& path) const;
 
     ESOURCE_ACTIVITY_CHECK m_check;
-    const CDbPropertyGroup* m_root;
+    const CPgZEL* m_root; ///< null outside of the instrument's tree: there nothing is on
 };
 
 /** Restricts a source selector to the channels that its function can use now. */
