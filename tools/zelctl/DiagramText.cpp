@@ -121,11 +121,11 @@ QStringList DrawInText(const t_Diagram& diagram, int width)
     for (int row = 0; row < kRows; ++row)
     {
         const QString label = GetRowLabel(diagram.y, row);
-        lines.append(label.rightJustified(kLabelWidth) + (label.isEmpty() ? u'│' : u'┤') +
+        lines.append(label.rightJustified(kLabelWidth) + QChar(label.isEmpty() ? u'│' : u'┤') +
                      dots.GetRow(row));
     }
     const QString margin(kLabelWidth, QLatin1Char(' '));
-    lines.append(margin + u'└' + QString(columns, u'─'));
+    lines.append(margin + QChar(u'└') + QString(columns, QChar(u'─')));
     lines.append(margin + GetFootLabels(diagram.x, columns));
     lines.append(margin + QLatin1Char(' ') +
                  diagram.x.label.rightJustified(columns, QLatin1Char(' ')));
