@@ -178,6 +178,7 @@ void CDbPgMapBase::Take(const QString& name, eWRITEKIND kind)
     AddRecord<CDbPgMapHist>(*this, eOPERATIONTYPE::Remove, name, item);
     m_namesByKey.erase(item.numericKey);
     m_items.erase(found);
+    m_lowestNumber = 1;
     Detach(*item.group);
     IncChangeCounter();
     if (kind == eWRITEKIND::Undo)
@@ -204,6 +205,7 @@ void CDbPgMapBase::Move(const QString& oldName, const QString& newName, INT32 nu
         owner->OnItemRenaming(this, oldName, newName);
     }
     auto entry = m_items.extract(oldName);
+    m_lowestNumber = 1;
     t_Item& item = entry.mapped();
     AddRecord<CDbPgMapHist>(*this, oldName, item.numericKey, newName, numericKey);
     m_namesByKey.erase(item.numericKey);
@@ -426,6 +428,10 @@ std::shared_ptr<IKWMapItem> CDbPgMapBase::ShareMapItem(INT32 numericKey) const
 INT32 CDbPgMapBase::LowestFreeKey() const
 {
     INT32 key = 0;
+    if (!m_namesByKey.empty() && m_namesByKey.rbegin()->first == GetCount() - 1)
+    {
+        return GetCount(); // no gap; filling a map must not look through it for each item
+    }
     for (auto entry = m_namesByKey.begin(); entry != m_namesByKey.end() && entry->first == key;
          ++entry)
     {
@@ -434,16 +440,23 @@ INT32 CDbPgMapBase::LowestFreeKey() const
     return key;
 }
 
+void CDbPgMapBase::SetNamePattern(const QString& pattern)
+{
+    const CLockGuard lock;
+    m_namePattern = pattern;
+    m_lowestNumber = 1;
+}
+
 QString CDbPgMapBase::CreateUniqueName() const
 {
     const CLockGuard lock(eACCESS_READ);
     const QString pattern = m_namePattern.contains(QLatin1String("%1"))
                                 ? m_namePattern
                                 : m_namePattern + QLatin1String("%1");
-    QString name;
-    for (INT32 number = 1; name.isEmpty() || IsItem(name); ++number)
+    QString name = pattern.arg(m_lowestNumber);
+    while (IsItem(name))
     {
-        name = pattern.arg(number);
+        name = pattern.arg(++m_lowestNumber);
     }
     return name;
 }

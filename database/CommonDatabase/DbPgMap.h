@@ -64,7 +64,7 @@ public:
     CDbPropString* GetPrActiveKey() const { return m_pActiveKey; }
 
     /** "%1" in the pattern is a number that makes the name unique. */
-    void SetNamePattern(const QString& pattern) { m_namePattern = pattern; }
+    void SetNamePattern(const QString& pattern);
     QString CreateUniqueName() const;
     /** Without white space at the ends, and with single spaces inside. */
     static QString NormalizeName(const QString& name);
@@ -126,6 +126,8 @@ private:
     std::map<QString, t_Item> m_items;
     std::map<INT32, QString> m_namesByKey;
     QString m_namePattern = QStringLiteral("Item%1");
+    /** All lower numbers are in names of the pattern that items have. */
+    mutable INT32 m_lowestNumber = 1;
     CDbPropString* m_pActiveKey;
 };
 

@@ -4,6 +4,8 @@
 #include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
+#include <algorithm>
+
 void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
                         std::function<void()> update, const QString& name)
 {
@@ -48,32 +50,37 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
                             "CommonDatabase/Src/Dependencies");
             continue;
         }
-        dependant.marked = true;
-        m_anyMarked = true;
+        if (!dependant.marked)
+        {
+            dependant.marked = true;
+            m_marked.push_back(place);
+            std::push_heap(m_marked.begin(), m_marked.end(), std::greater<>());
+        }
     }
 }
 
 void CDependencies::RunMarked()
 {
-    if (m_running || !m_anyMarked)
+    if (m_running || m_marked.empty())
     {
         return;
     }
     m_running = true;
-    const auto isMarked = [](const t_Dependant& dependant) { return dependant.marked; };
-    for (auto next = std::find_if(m_dependants.begin(), m_dependants.end(), isMarked);
-         next != m_dependants.end();
-         next = std::find_if(m_dependants.begin(), m_dependants.end(), isMarked))
+    while (!m_marked.empty())
     {
-        next->marked = false;
-        next->done = true;
-        next->update();
+        std::pop_heap(m_marked.begin(), m_marked.end(), std::greater<>());
+        m_ran.push_back(m_marked.back());
+        m_marked.pop_back();
+        t_Dependant& next = m_dependants[m_ran.back()];
+        next.marked = false;
+        next.done = true;
+        next.update();
     }
-    for (t_Dependant& dependant : m_dependants)
+    for (const UINT16 place : m_ran)
     {
-        dependant.done = false;
+        m_dependants[place].done = false;
     }
-    m_anyMarked = false;
+    m_ran.clear();
     m_running = false;
 }
 

@@ -51,7 +51,10 @@ private:
     /** Places in m_dependants for each source, by the number that the source carries less one: what
         a write marks must not cost more the more is registered. */
     std::vector<std::vector<UINT16>> m_dependantsOfSource;
+    /** Places of what is marked, as a heap with the earliest registered first. */
+    std::vector<UINT16> m_marked;
+    /** Places of what ran since the write. */
+    std::vector<UINT16> m_ran;
     bool m_autoUpdate = false;
-    bool m_anyMarked = false;
     bool m_running = false;
 };

@@ -178,3 +178,24 @@ TEST_F(Containers, PatternNamesCollideOrLimitIsIgnored)
     EXPECT_EQ(m_map.Insert(QStringLiteral("one more")), eKW_ACC_CONTAINER_FULL);
     EXPECT_EQ(m_map.GetCount(), 20);
 }
+
+TEST_F(Containers, FreedNameOrNumberIsNotFoundAgain)
+{
+    for (int i = 1; i <= 6; ++i)
+    {
+        ASSERT_EQ(m_map.Insert(QString()), eKW_ACC_OK);
+    }
+    m_map.Remove(QStringLiteral("Label2"));
+    m_map.Rename(QStringLiteral("Label4"), QStringLiteral("Another"));
+    m_map.Insert(QString());
+    m_map.Insert(QString());
+    m_map.Insert(QString());
+    EXPECT_EQ(m_map.GetNames(), (QStringList{"Label1", "Label2", "Label3", "Another", "Label5",
+                                             "Label6", "Label4", "Label7"}));
+    EXPECT_EQ(m_map.ShareMapItem(QStringLiteral("Label2"))->GetNumericKey(), 1);
+    m_root->Undo();
+    m_root->Undo();
+    EXPECT_EQ(m_map.CreateUniqueName(), QStringLiteral("Label4"));
+    m_map.SetNamePattern(QStringLiteral("Signal"));
+    EXPECT_EQ(m_map.CreateUniqueName(), QStringLiteral("Signal1"));
+}
