@@ -12,6 +12,7 @@
 #include <array>
 #include <atomic>
 #include <benchmark/benchmark.h>
+#include <future>
 #include <mutex>
 #include <thread>
 
@@ -170,26 +171,71 @@ static void FrameClientSetWithEightDependants(benchmark::State& state)
 }
 BENCHMARK(FrameClientSetWithEightDependants)->ArgName("history")->Arg(0)->Arg(1);
 
-/** Reads while another thread writes without a pause: the figure must stay that of a read. */
-static void FrameGetWhileAnotherThreadWrites(benchmark::State& state)
+namespace
 {
-    const auto root = GetZELRoot();
-    const auto scale = root->GetPgHorizontal()->GetPrScaleGUI();
-    const auto time = root->GetPgHorizontal()->GetPrAcquisitionTime();
-    std::atomic<bool> done{false};
-    std::thread writer(
-        [&]
-        {
-            for (INT32 index = 0; !done; index = (index + 1) % 36)
-            {
-                scale->SetAsInt(index);
-            }
-        });
+/** A thread that writes without a pause, with all that follows from the time scale. */
+class CWriter
+{
+public:
+    ~CWriter()
+    {
+        m_done = true;
+        m_thread.join();
+    }
+
+private:
+    std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
+    std::atomic<bool> m_done{false};
+    std::thread m_thread{[this]
+                         {
+                             const auto scale = m_root->GetPgHorizontal()->GetPrScaleGUI();
+                             for (INT32 index = 0; !m_done; index = (index + 1) % 36)
+                             {
+                                 scale->SetAsInt(index);
+                             }
+                         }};
+};
+
+void ReadAcquisitionTime(benchmark::State& state)
+{
+    const auto time = GetZELRoot()->GetPgHorizontal()->GetPrAcquisitionTime();
     for (auto _ : state)
     {
         benchmark::DoNotOptimize(time->Get());
     }
-    done = true;
+}
+} // namespace
+
+/** The figure must stay that of a read, for one reader and for two. */
+static void FrameGetWhileAnotherThreadWrites(benchmark::State& state)
+{
+    const auto root = GetZELRoot();
+    const auto writer = state.thread_index() == 0 ? std::make_unique<CWriter>() : nullptr;
+    ReadAcquisitionTime(state);
+}
+BENCHMARK(FrameGetWhileAnotherThreadWrites)->Threads(1)->Threads(2);
+
+/** A writer that never lets go of the lock: whoever needs it would wait for ever. */
+static void FrameGetWhileAnotherThreadHoldsTheLock(benchmark::State& state)
+{
+    const auto root = GetZELRoot();
+    std::promise<void> held;
+    std::promise<void> done;
+    std::thread writer(
+        [&]
+        {
+            root->StartWriteAccess(eCLIENT_LOCAL);
+            held.set_value();
+            done.get_future().wait();
+            root->EndWriteAccess();
+        });
+    const auto time = root->GetPgHorizontal()->GetPrAcquisitionTime();
+    held.get_future().wait();
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(time->Get());
+    }
+    done.set_value();
     writer.join();
 }
-BENCHMARK(FrameGetWhileAnotherThreadWrites);
+BENCHMARK(FrameGetWhileAnotherThreadHoldsTheLock)->UseRealTime();

@@ -38,23 +38,23 @@ constexpr KW_PROBE_TYPE kProbes[] = {eKW_PROBE_TYPE_VOLTAGE_10_TO_1, eKW_PROBE_T
                                      eKW_PROBE_TYPE_CURRENT_1_V_PER_A};
 constexpr double kCalFrequencies[] = {40e6, 1190.0, 150e3, 4.9e6};
 
-void BM_VerticalNextHighestScale(benchmark::State& state)
+void Vertical_NextHighestScale(benchmark::State& state)
 {
     CCycle scales(kScales);
     for (auto _ : state)
         benchmark::DoNotOptimize(Vertical::GetNextHighestScale(scales.Next()));
 }
-BENCHMARK(BM_VerticalNextHighestScale);
+BENCHMARK(Vertical_NextHighestScale);
 
-void BM_VerticalNextLowestScale(benchmark::State& state)
+void Vertical_NextLowestScale(benchmark::State& state)
 {
     CCycle scales(kScales);
     for (auto _ : state)
         benchmark::DoNotOptimize(Vertical::GetNextLowestScale(scales.Next()));
 }
-BENCHMARK(BM_VerticalNextLowestScale);
+BENCHMARK(Vertical_NextLowestScale);
 
-void BM_ProbeSettingsDmm(benchmark::State& state)
+void Meter_ProbeSettings(benchmark::State& state)
 {
     CCycle probes(kProbes);
     KW_UNIT unit = eKW_UNIT_NONE;
@@ -62,50 +62,50 @@ void BM_ProbeSettingsDmm(benchmark::State& state)
         benchmark::DoNotOptimize(Common::GetProbeSettingsDmm(
             eKW_ZEL_DMM_MEAS_TYPE_DC_VOLT, {probes.Next(), 2.0, eKW_UNIT_LEVEL_V}, unit));
 }
-BENCHMARK(BM_ProbeSettingsDmm);
+BENCHMARK(Meter_ProbeSettings);
 
-void BM_TemperatureToResistance(benchmark::State& state)
+void Probe_TemperatureToResistance(benchmark::State& state)
 {
     CCycle temperatures(kTemperatures);
     for (auto _ : state)
         benchmark::DoNotOptimize(
             Common::ConvertTemperature2Resistance(eKW_PROBE_TYPE_PT100, temperatures.Next()));
 }
-BENCHMARK(BM_TemperatureToResistance);
+BENCHMARK(Probe_TemperatureToResistance);
 
-void BM_ResistanceToTemperature(benchmark::State& state)
+void Probe_ResistanceToTemperature(benchmark::State& state)
 {
     CCycle resistances(kResistances);
     for (auto _ : state)
         benchmark::DoNotOptimize(
             Common::ConvertResistance2Temperature(eKW_PROBE_TYPE_PT100, resistances.Next()));
 }
-BENCHMARK(BM_ResistanceToTemperature);
+BENCHMARK(Probe_ResistanceToTemperature);
 
-void BM_MeterRangeToVerticalScale(benchmark::State& state)
+void Meter_RangeToVerticalScale(benchmark::State& state)
 {
     CCycle ranges(kMeterRanges);
     for (auto _ : state)
         benchmark::DoNotOptimize(Common::ConvertMeterRange2VerticalScale(ranges.Next()));
 }
-BENCHMARK(BM_MeterRangeToVerticalScale);
+BENCHMARK(Meter_RangeToVerticalScale);
 
-void BM_CalFrequencySelection(benchmark::State& state)
+void Calibration_FrequencySelection(benchmark::State& state)
 {
     CCycle frequencies(kCalFrequencies);
     for (auto _ : state)
         benchmark::DoNotOptimize(Common::GetCalFrequency(frequencies.Next()));
 }
-BENCHMARK(BM_CalFrequencySelection);
+BENCHMARK(Calibration_FrequencySelection);
 
-void BM_MeterCatalogueBuild(benchmark::State& state)
+void Meter_CatalogueBuild(benchmark::State& state)
 {
     for (auto _ : state)
         benchmark::DoNotOptimize(CMeterMeasurementBaseData());
 }
-BENCHMARK(BM_MeterCatalogueBuild);
+BENCHMARK(Meter_CatalogueBuild);
 
-void BM_MeterCatalogueLookup(benchmark::State& state)
+void Meter_CatalogueLookup(benchmark::State& state)
 {
     CCycle ranges(kNominalRanges);
     CMeterMeasurementBaseData catalogue;
@@ -113,9 +113,9 @@ void BM_MeterCatalogueLookup(benchmark::State& state)
         benchmark::DoNotOptimize(
             catalogue.GetRangeSettings(eKW_ZEL_DMM_MEAS_TYPE_DC_VOLT, ranges.Next()));
 }
-BENCHMARK(BM_MeterCatalogueLookup);
+BENCHMARK(Meter_CatalogueLookup);
 
-void BM_MeterVoltagePath(benchmark::State& state)
+void Meter_VoltagePath(benchmark::State& state)
 {
     CCycle ranges(kNominalRanges);
     double factor = 0.0;
@@ -128,7 +128,7 @@ void BM_MeterVoltagePath(benchmark::State& state)
         benchmark::DoNotOptimize(factor);
     }
 }
-BENCHMARK(BM_MeterVoltagePath);
+BENCHMARK(Meter_VoltagePath);
 
 struct t_SignalCase
 {
@@ -150,7 +150,7 @@ void NameSignal(benchmark::State& state, const t_SignalCase& signal)
                        .toStdString());
 }
 
-void BM_LabelRawValue(benchmark::State& state)
+void Label_RawValueOfSignal(benchmark::State& state)
 {
     const t_SignalCase& signal = kSignals[state.range(0)];
     NameSignal(state, signal);
@@ -158,9 +158,9 @@ void BM_LabelRawValue(benchmark::State& state)
         benchmark::DoNotOptimize(
             getRawValue(signal.physical, signal.bitLength, signal.type, 0.25, 0.0));
 }
-BENCHMARK(BM_LabelRawValue)->DenseRange(0, std::size(kSignals) - 1);
+BENCHMARK(Label_RawValueOfSignal)->DenseRange(0, std::size(kSignals) - 1);
 
-void BM_LabelPhysicalValue(benchmark::State& state)
+void Label_PhysicalValueOfSignal(benchmark::State& state)
 {
     const t_SignalCase& signal = kSignals[state.range(0)];
     NameSignal(state, signal);
@@ -168,9 +168,9 @@ void BM_LabelPhysicalValue(benchmark::State& state)
     for (auto _ : state)
         benchmark::DoNotOptimize(getPhysicalValue(bits, signal.type, 0.25, 0.0));
 }
-BENCHMARK(BM_LabelPhysicalValue)->DenseRange(0, std::size(kSignals) - 1);
+BENCHMARK(Label_PhysicalValueOfSignal)->DenseRange(0, std::size(kSignals) - 1);
 
-void BM_LabelMessage(benchmark::State& state)
+void Label_TextOfMessage(benchmark::State& state)
 {
     CLabelListMessage message("Engine", "11", 0x123, 8);
     for (UINT32 bit = 0; bit < 64; bit += 8)
@@ -184,5 +184,5 @@ void BM_LabelMessage(benchmark::State& state)
         benchmark::DoNotOptimize(message.CreateMessageLabel());
     state.SetItemsProcessed(state.iterations() * 8);
 }
-BENCHMARK(BM_LabelMessage);
+BENCHMARK(Label_TextOfMessage);
 } // namespace

@@ -1,0 +1,118 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Prints measured medians beside their budgets: budgets.py RESULTS.json [STRIPPED_LIBRARY]
+
+RESULTS.json is what kwi_bench wrote. A row is shown when its benchmark was among those that ran.
+"""
+
+import json
+import os
+import sys
+from dataclasses import dataclass
+
+NS, US, MS = 1.0, 1e3, 1e6
+
+
+@dataclass(frozen=True)
+class Row:
+    operation: str
+    benchmark: str
+    limit: float
+    """In nanoseconds, or as a multiple of the baseline where `relative`."""
+    baseline: str = ""
+    relative: bool = False
+
+
+ROWS = [
+    Row("read a number", "FrameGetNumber", 5 * NS, "BaselineVirtualCall"),
+    Row("read a number", "FrameGetNumber", 3, "BaselineVirtualCall", True),
+    Row("read an enumeration", "FrameGetEnumeration", 5 * NS, "BaselineVirtualCall"),
+    Row("read an enumeration", "FrameGetEnumeration", 3, "BaselineVirtualCall", True),
+    Row("read while another thread writes", "FrameGetWhileAnotherThreadWrites/threads:1",
+        5 * NS, "FrameGetNumber"),
+    Row("read in two threads while a third writes", "FrameGetWhileAnotherThreadWrites/threads:2",
+        5 * NS, "FrameGetNumber"),
+    Row("read while another thread holds the lock",
+        "FrameGetWhileAnotherThreadHoldsTheLock/real_time", 5 * NS, "FrameGetNumber"),
+    Row("poll an unchanged subtree", "FrameHasChangedUnchangedSubtree", 5 * NS,
+        "BaselineAtomicLoad"),
+    Row("write a number, history off", "FrameClientSet/history:0", 80 * NS,
+        "BaselineRecursiveMutex"),
+    Row("write a number, history on", "FrameClientSet/history:1", 250 * NS,
+        "BaselineRecursiveMutex"),
+    Row("write with 8 dependants, history off", "FrameClientSetWithEightDependants/history:0",
+        500 * NS, "FrameClientSet/history:0"),
+    Row("horizontal chain, history off", "HorizontalChain/history:0", 5 * US,
+        "FrameClientSet/history:0"),
+    Row("horizontal chain, history on", "HorizontalChain/history:1", 5 * US,
+        "FrameClientSet/history:1"),
+    Row("span change, history off", "Spectrum_SpanChange/history:0/from:1000000/to:2000000",
+        5 * US, "FrameClientSet/history:0"),
+    Row("span change, history on", "Spectrum_SpanChange/history:1/from:1000000/to:2000000",
+        5 * US, "FrameClientSet/history:1"),
+    Row("find the root, tree alive", "TreeAliveGetRoot", 50 * NS, "BaselineRecursiveMutex"),
+    Row("build and release the tree", "TreeColdGetRootAndRelease", 10 * MS),
+    Row("save the tree", "TreeSaveXml", 2, "BaselineXmlWriterToFile", True),
+    Row("recall the tree", "TreeRecallXml", 2.5, "BaselineXmlReader", True),
+]
+
+
+def medians(results: dict) -> dict[str, dict]:
+    """The median of each benchmark, or its only run."""
+    found: dict[str, dict] = {}
+    for run in results["benchmarks"]:
+        if run.get("aggregate_name", "median") == "median":
+            found.setdefault(run["run_name"], run)
+            if run["run_type"] == "aggregate":
+                found[run["run_name"]] = run
+    return found
+
+
+def nanoseconds(run: dict) -> float:
+    time = run["real_time" if run["run_name"].endswith("/real_time") else "cpu_time"]
+    return time * {"ns": NS, "us": US, "ms": MS, "s": 1e9}[run["time_unit"]]
+
+
+def duration(value: float) -> str:
+    unit, name = next((u, n) for u, n in ((MS, "ms"), (US, "µs"), (0.0, "ns")) if value >= u)
+    return f"{value / (unit or 1):.3g} {name}"
+
+
+def lines(runs: dict[str, dict]) -> list[tuple[str, str, str, str, float]]:
+    """Operation, figure, budget, baseline and the share of the budget that is used."""
+    table = []
+    for row in ROWS:
+        if row.benchmark not in runs or (row.relative and row.baseline not in runs):
+            continue
+        figure = nanoseconds(runs[row.benchmark])
+        beside, ratio = "", 0.0
+        if row.baseline in runs:
+            ratio = figure / nanoseconds(runs[row.baseline])
+            beside = f"{ratio:.3g} × {row.baseline}"
+        limit = f"{row.limit:g} ×" if row.relative else duration(row.limit)
+        table.append((row.operation, duration(figure), limit, beside,
+                      (ratio if row.relative else figure) / row.limit))
+    heap = runs.get("TreeHeapPerProperty")
+    if heap:
+        size = heap["bytes_per_property"]
+        table.append(("heap of the tree, per property", f"{size:.0f} bytes", "500 bytes",
+                      f"{heap['properties']:.0f} properties", size / 500))
+    return table
+
+
+def main(arguments: list[str]) -> int:
+    with open(arguments[0], encoding="utf-8") as file:
+        table = lines(medians(json.load(file)))
+    if len(arguments) > 1:
+        size = os.path.getsize(arguments[1])
+        table.append(("stripped library", f"{size / 1e6:.2f} MB", "4 MiB", "", size / 4 / 2**20))
+    print("| Operation | Measured | Budget | Beside | Share of the budget |")
+    print("|---|---|---|---|---|")
+    for operation, figure, limit, beside, share in table:
+        verdict = f"{share:.2f}" + (" OVER" if share > 1 else "")
+        print(f"| {operation} | {figure} | {limit} | {beside} | {verdict} |")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
