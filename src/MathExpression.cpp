@@ -2,7 +2,7 @@
 #include "MathExpression.h"
 
 #include "CommonDatabase/NumberText.h"
-#include "RuleHelpers.h"
+#include "UnitRules.h"
 
 #include <QRegularExpression>
 #include <cmath>
@@ -106,10 +106,10 @@ private:
     QString m_rest;
 };
 
-bool IsOperandExpectedAfter(const t_Elements& elements)
+bool IsOperandExpectedAfter(const t_Element& element)
 {
-    return elements.empty() || elements.back().type == eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR ||
-           elements.back().type == eKW_ZEL_MATH_ELEMENT_TYPE_OPEN_BRACKET;
+    return element.type == eKW_ZEL_MATH_ELEMENT_TYPE_OPERATOR ||
+           element.type == eKW_ZEL_MATH_ELEMENT_TYPE_OPEN_BRACKET;
 }
 
 QString TextOf(const t_Element& element)
@@ -241,7 +241,8 @@ std::optional<t_Elements> NMathExpression::Read(const QString& text)
     t_Elements elements;
     while (!reader.IsAtEnd())
     {
-        const std::optional<t_Element> element = reader.Next(IsOperandExpectedAfter(elements));
+        const bool isOperandExpected = elements.empty() || IsOperandExpectedAfter(elements.back());
+        const std::optional<t_Element> element = reader.Next(isOperandExpected);
         if (!element || elements.size() == kMaxElements)
         {
             return std::nullopt;
@@ -254,12 +255,16 @@ std::optional<t_Elements> NMathExpression::Read(const QString& text)
 QString NMathExpression::Write(const t_Elements& elements)
 {
     QString text;
-    bool afterConstant = false;
+    // A constant behind a constant, or behind a minus that is no operator between two operands,
+    // would become part of it.
+    bool mustStandApart = false;
+    bool isOperandExpected = true;
     for (const t_Element& element : elements)
     {
         const bool isConstant = element.type == eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT;
-        text += QLatin1String(afterConstant && isConstant ? " " : "") + TextOf(element);
-        afterConstant = isConstant;
+        text += QLatin1String(mustStandApart && isConstant ? " " : "") + TextOf(element);
+        mustStandApart = isConstant || (isOperandExpected && element.name == QLatin1String("-"));
+        isOperandExpected = IsOperandExpectedAfter(element);
     }
     return text;
 }

@@ -7,6 +7,7 @@
 #include "CommonDatabase/DbPropertyGroup.h"
 #include "KWEnumerations.h"
 #include "KWMath.h"
+#include "UnitRules.h"
 
 #include <initializer_list>
 #include <optional>
@@ -152,13 +153,6 @@ std::optional<t_Screen> ScreenOf(const CPgZEL& root, KW_ZEL_CHANNEL channel);
 
 /** Unit of a channel's levels; none (65) where it has no levels. */
 KW_UNIT UnitOf(const CPgZEL* root, KW_ZEL_CHANNEL channel);
-
-// Units. Where the catalogue of units has no such quantity, the answer is "not defined" (64).
-KW_UNIT UnitPerSecond(KW_UNIT unit);
-KW_UNIT UnitPerDivision(KW_UNIT unit);
-KW_UNIT UnitTimesSecond(KW_UNIT unit);
-KW_UNIT UnitProduct(KW_UNIT a, KW_UNIT b);
-KW_UNIT UnitQuotient(KW_UNIT a, KW_UNIT b);
 
 // Patterns that several groups follow ------------------------------------------------------------
 
