@@ -7,7 +7,7 @@
 #include "ErrorReport.h"
 
 #include <QString>
-#include <vector>
+#include <algorithm>
 #endif
 
 namespace
@@ -27,7 +27,33 @@ struct t_Holder
     long line;
 };
 
-thread_local std::vector<t_Holder> t_holders;
+/** Holders of this thread, innermost last. Neither memory nor a destructor: trees are released, and
+    locked for it, when memory is gone and while the process ends. */
+class CHolders
+{
+public:
+    bool IsEmpty() const { return m_count == 0; }
+    void Push(const t_Holder& holder)
+    {
+        m_holders[std::min(m_count, kDepth - 1)] = holder;
+        ++m_count;
+    }
+    /** Those above the depth share a place: only their number is checked. */
+    bool Pop(t_Holder& holder)
+    {
+        --m_count;
+        holder = m_holders[std::min(m_count, kDepth - 1)];
+        return m_count < kDepth - 1;
+    }
+
+private:
+    static constexpr std::size_t kDepth = 128;
+
+    t_Holder m_holders[kDepth];
+    std::size_t m_count;
+};
+
+thread_local CHolders t_holders;
 
 QString Describe(const t_Holder& holder)
 {
@@ -41,14 +67,18 @@ QString Describe(const t_Holder& holder)
 /** Tells whether the innermost holder is given back; reports the holder where it is not. */
 bool GiveBack(const t_Holder& wanted)
 {
-    if (t_holders.empty())
+    if (t_holders.IsEmpty())
     {
         KW_REPORT_ERROR(QStringLiteral("Unlock without a lock: ") + Describe(wanted),
                         "support/LockManager");
         return false;
     }
-    const t_Holder held = t_holders.back();
-    t_holders.pop_back();
+    t_Holder held{};
+    const bool isKnown = t_holders.Pop(held);
+    if (!isKnown)
+    {
+        return true;
+    }
     if (held.section != wanted.section || held.access != wanted.access ||
         held.line != wanted.line || qstrcmp(held.file, wanted.file) != 0)
     {
@@ -72,7 +102,7 @@ void CLockManager::Lock(CS_TYPE section, [[maybe_unused]] ACCESS_TYPE access,
 {
     Mutex(section).lock();
 #ifdef KWI_CHECK_LOCK_ORDER
-    t_holders.push_back({section, access, file, line});
+    t_holders.Push({section, access, file, line});
 #endif
 }
 
