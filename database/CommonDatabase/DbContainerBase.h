@@ -63,8 +63,9 @@ protected:
     static std::shared_ptr<CDbPropertyGroup> Own(CDbPropertyGroup* item);
     virtual void RemoveAllItems() = 0;
 
-private:
     bool IsRecording() const;
+
+private:
     void AddToHistory(std::unique_ptr<CDbHistRecord> record);
 
     INT32 m_maxCount;

@@ -123,8 +123,9 @@ KW_ACCEPTANCE CDbOperation::ExternalSetEventAndWaitForCompletion(KW_OP_EVENT eve
 KW_ACCEPTANCE CDbOperation::SendAndWait(KW_OP_EVENT event, KW_OP_RESULT expected)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    t_Waiting self{++m_request, eKW_OP_RESULT_NONE};
+    t_Waiting self{m_request + 1, eKW_OP_RESULT_NONE};
     m_waiting.push_back(&self);
+    ++m_request;
     m_event = event;
     m_result = eKW_OP_RESULT_NONE;
     if (!m_hasExecutor)

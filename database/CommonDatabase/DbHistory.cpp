@@ -2,6 +2,7 @@
 #include "DbHistory.h"
 
 #include "DbPropBase.h"
+#include "ErrorReport.h"
 
 #include <algorithm>
 
@@ -25,11 +26,10 @@ CDbPropBaseHist::CDbPropBaseHist(CDbPropBase& property)
 
 CDbPropBaseHist::~CDbPropBaseHist() = default;
 
-bool CDbPropBaseHist::Finish()
+void CDbPropBaseHist::Finish()
 {
     m_property->FinishNewHistValueEntry(*this);
-    SetProcessingType(ePROCESSINGTYPE::Done);
-    return IsChanged();
+    CDbHistRecord::Finish();
 }
 
 QString CDbPropBaseHist::GetText() const
@@ -47,22 +47,65 @@ void CDbPropBaseHist::DoRedo()
     m_property->RedoValue(*this);
 }
 
-bool CDbUndoStep::Finish()
+namespace
 {
+/** All or none: what was done is reversed when one can not be done. */
+template <typename TIterator>
+void ApplyAll(TIterator begin, TIterator end, void (CDbHistRecord::*apply)(),
+              void (CDbHistRecord::*reverse)())
+{
+    for (TIterator record = begin; record != end; ++record)
+    {
+        try
+        {
+            (**record.*apply)();
+        }
+        catch (...)
+        {
+            while (record != begin)
+            {
+                (**--record.*reverse)();
+            }
+            throw;
+        }
+    }
+}
+} // namespace
+
+void CDbUndoStep::Finish()
+{
+    // All first, so that none is lost when one can not be finished.
+    std::for_each(m_records.begin(), m_records.end(), [](const auto& r) { r->Finish(); });
     m_records.erase(std::remove_if(m_records.begin(), m_records.end(),
-                                   [](const auto& record) { return !record->Finish(); }),
+                                   [](const auto& record) { return !record->IsChanged(); }),
                     m_records.end());
-    return !m_records.empty();
 }
 
 void CDbUndoStep::Undo()
 {
-    std::for_each(m_records.rbegin(), m_records.rend(), [](const auto& r) { r->Undo(); });
+    ApplyAll(m_records.rbegin(), m_records.rend(), &CDbHistRecord::Undo, &CDbHistRecord::Redo);
 }
 
 void CDbUndoStep::Redo()
 {
-    std::for_each(m_records.begin(), m_records.end(), [](const auto& r) { r->Redo(); });
+    ApplyAll(m_records.begin(), m_records.end(), &CDbHistRecord::Redo, &CDbHistRecord::Undo);
+}
+
+void CDbUndoStep::RollBack() noexcept
+{
+    for (auto record = m_records.rbegin(); record != m_records.rend(); ++record)
+    {
+        try
+        {
+            (*record)->Undo();
+        }
+        catch (...)
+        {
+            static const QString text =
+                QStringLiteral("Out of memory: an item of a container could not be put back");
+            KW_REPORT_ERROR(text, "CommonDatabase/Src/DbHistory");
+        }
+    }
 }
 
 QString CDbUndoStep::GetText() const
@@ -70,22 +113,29 @@ QString CDbUndoStep::GetText() const
     return !m_text.isEmpty() || m_records.empty() ? m_text : m_records.front()->GetText();
 }
 
-void CDbHistory::Add(std::unique_ptr<CDbUndoStep> step)
+void CDbHistory::Add(std::unique_ptr<CDbUndoStep>& step)
 {
+    if (step->IsEmpty())
+    {
+        return;
+    }
+    m_done.emplace_back();
+    m_done.back() = std::move(step);
     m_undone.clear();
-    m_done.push_back(std::move(step));
     if (m_done.size() > kMaxSteps)
     {
         m_done.pop_front();
     }
 }
 
+// Room comes first: a step that is undone must not get lost on the way.
 bool CDbHistory::Undo()
 {
     if (m_done.empty())
     {
         return false;
     }
+    m_undone.reserve(m_undone.size() + 1);
     m_done.back()->Undo();
     m_undone.push_back(std::move(m_done.back()));
     m_done.pop_back();
@@ -98,8 +148,17 @@ bool CDbHistory::Redo()
     {
         return false;
     }
-    m_undone.back()->Redo();
-    m_done.push_back(std::move(m_undone.back()));
+    m_done.emplace_back();
+    try
+    {
+        m_undone.back()->Redo();
+    }
+    catch (...)
+    {
+        m_done.pop_back();
+        throw;
+    }
+    m_done.back() = std::move(m_undone.back());
     m_undone.pop_back();
     return true;
 }

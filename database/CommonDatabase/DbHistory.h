@@ -19,9 +19,10 @@ public:
     eOPERATIONTYPE GetOperationType() const { return m_operation; }
     ePROCESSINGTYPE GetProcessingType() const { return m_processing; }
 
-    /** Takes the new state once all that belongs to the step has been written; false when nothing
-        changed after all, so that the record can be dropped. */
-    virtual bool Finish() = 0;
+    /** Takes the new state once all that belongs to the step has been written. */
+    virtual void Finish() { SetProcessingType(ePROCESSINGTYPE::Done); }
+    /** False when nothing changed after all, so that a finished record can be dropped. */
+    virtual bool IsChanged() const { return true; }
     /** "Scale", "Label3 inserted". */
     virtual QString GetText() const = 0;
     void Undo();
@@ -45,12 +46,11 @@ public:
     ~CDbPropBaseHist() override;
 
     CDbPropBase& GetProperty() const { return *m_property; }
-    bool Finish() override;
+    void Finish() override;
     QString GetText() const override;
 
     /** The recorded value, old or new, as a variant. */
     virtual CDbValue GetValue(bool newValue) const = 0;
-    virtual bool IsChanged() const = 0;
 
 protected:
     void DoUndo() override;
@@ -66,10 +66,14 @@ class CDbUndoStep
 public:
     explicit CDbUndoStep(QString text) : m_text(std::move(text)) {}
     void Add(std::unique_ptr<CDbHistRecord> record) { m_records.push_back(std::move(record)); }
-    /** False when nothing is left to undo. */
-    bool Finish();
+    void Finish();
+    bool IsEmpty() const { return m_records.empty(); }
+    /** Where memory is too short for them nothing is undone or redone, and that is thrown. */
     void Undo();
     void Redo();
+    /** Undo of a step that could not be finished. Values need no memory for it; a container's item
+        that can not even be put back now is reported, and the rest is rolled back. */
+    void RollBack() noexcept;
     QString GetText() const;
 
 private:
@@ -83,7 +87,8 @@ class CDbHistory
 public:
     static constexpr std::size_t kMaxSteps = 100;
 
-    void Add(std::unique_ptr<CDbUndoStep> step);
+    /** Takes a finished step, unless it is empty or an exception comes. */
+    void Add(std::unique_ptr<CDbUndoStep>& step);
     bool Undo();
     bool Redo();
     void Clear();

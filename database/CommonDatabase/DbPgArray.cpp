@@ -120,13 +120,25 @@ void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
         return;
     }
     const CDbRootScope scope(GetDbRoot(), kind);
+    const auto count = static_cast<INT32>(items.size());
+    const std::vector<QString> names = NamesFrom(index, GetCount() + count);
     m_items.insert(m_items.begin() + index, items.begin(), items.end());
-    for (std::size_t i = 0; i < items.size(); ++i)
+    Rename(index, names);
+    try
     {
-        Adopt(*items[i], QString::number(index + static_cast<INT32>(i)), kind);
+        for (const auto& item : items)
+        {
+            Adopt(*item, item->NodeName(), kind);
+        }
+        AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Insert, index, items);
     }
-    Renumber(index);
-    AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Insert, index, items);
+    catch (...)
+    {
+        // No record takes it back.
+        Drop(index, count);
+        Rename(index, names);
+        throw;
+    }
     UpdateActiveLimits();
     IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
@@ -138,18 +150,24 @@ void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
 
 void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
 {
-    const auto begin = m_items.begin() + index;
-    const t_Items items(begin, begin + count);
-    if (items.empty())
+    if (count == 0)
     {
         return;
     }
     const CDbRootScope scope(GetDbRoot(), kind);
-    AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Remove, index, items);
-    m_items.erase(begin, begin + count);
-    const QString name = items.front()->NodeName();
-    std::for_each(items.begin(), items.end(), [](const auto& item) { Detach(*item); });
-    Renumber(index);
+    const auto begin = m_items.begin() + index;
+    if (IsRecording())
+    {
+        AddRecord<CDbPgArrayHist>(*this, eOPERATIONTYPE::Remove, index,
+                                  t_Items(begin, begin + count));
+    }
+    // From the record on nothing needs memory: names move down with the items.
+    const QString name = m_items[index]->NodeName();
+    for (INT32 i = GetCount() - 1; i >= index + count; --i)
+    {
+        m_items[i]->SetNodeName(m_items[i - count]->NodeName());
+    }
+    Drop(index, count);
     UpdateActiveLimits();
     IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
@@ -159,12 +177,29 @@ void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
     }
 }
 
-void CDbPgArrayBase::Renumber(INT32 from)
+std::vector<QString> CDbPgArrayBase::NamesFrom(INT32 begin, INT32 end)
+{
+    std::vector<QString> names;
+    for (INT32 i = begin; i < end; ++i)
+    {
+        names.push_back(QString::number(i));
+    }
+    return names;
+}
+
+void CDbPgArrayBase::Rename(INT32 from, const std::vector<QString>& names)
 {
     for (INT32 i = from; i < GetCount(); ++i)
     {
-        m_items[i]->SetNodeName(QString::number(i));
+        m_items[i]->SetNodeName(names[i - from]);
     }
+}
+
+void CDbPgArrayBase::Drop(INT32 index, INT32 count)
+{
+    const auto begin = m_items.begin() + index;
+    std::for_each(begin, begin + count, [](const auto& item) { Detach(*item); });
+    m_items.erase(begin, begin + count);
 }
 
 void CDbPgArrayBase::UpdateActiveLimits()
@@ -425,12 +460,6 @@ CDbPgArrayHist::CDbPgArrayHist(CDbPgArrayBase& array, eOPERATIONTYPE operation, 
                                                   : QStringLiteral("%1 removed"))
                  .arg(m_items.front()->GetPath()))
 {
-}
-
-bool CDbPgArrayHist::Finish()
-{
-    SetProcessingType(ePROCESSINGTYPE::Done);
-    return true;
 }
 
 QString CDbPgArrayHist::GetText() const

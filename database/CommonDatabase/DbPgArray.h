@@ -76,7 +76,11 @@ protected:
 private:
     void Place(INT32 index, const t_Items& items, eWRITEKIND kind);
     void Take(INT32 index, INT32 count, eWRITEKIND kind);
-    void Renumber(INT32 from);
+    /** Names of the items from `begin` to before `end`, and giving them: apart, because names need
+        memory and giving them must not fail halfway. */
+    static std::vector<QString> NamesFrom(INT32 begin, INT32 end);
+    void Rename(INT32 from, const std::vector<QString>& names);
+    void Drop(INT32 index, INT32 count);
     void UpdateActiveLimits();
     INT32 IndexOf(QStringView key) const;
 
@@ -90,7 +94,6 @@ public:
     using t_Items = std::vector<std::shared_ptr<CDbPropertyGroup>>;
 
     CDbPgArrayHist(CDbPgArrayBase& array, eOPERATIONTYPE operation, INT32 index, t_Items items);
-    bool Finish() override;
     QString GetText() const override;
     INT32 GetIndex() const { return m_index; }
     const t_Items& GetItems() const { return m_items; }

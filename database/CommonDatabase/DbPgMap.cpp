@@ -158,10 +158,21 @@ KW_ACCEPTANCE CDbPgMapBase::AdaptFor(const QString& oldName, const QString& newN
 void CDbPgMapBase::Place(const QString& name, const t_Item& item, eWRITEKIND kind)
 {
     const CDbRootScope scope(GetDbRoot(), kind);
-    m_items.emplace(name, item);
-    m_namesByKey.emplace(item.numericKey, name);
-    Adopt(*item.group, name, kind);
-    AddRecord<CDbPgMapHist>(*this, eOPERATIONTYPE::Insert, name, item);
+    const auto placed = m_items.emplace(name, item).first;
+    try
+    {
+        m_namesByKey.emplace(item.numericKey, name);
+        Adopt(*item.group, name, kind);
+        AddRecord<CDbPgMapHist>(*this, eOPERATIONTYPE::Insert, name, item);
+    }
+    catch (...)
+    {
+        // No record takes it back.
+        Detach(*item.group);
+        m_namesByKey.erase(item.numericKey);
+        m_items.erase(placed);
+        throw;
+    }
     IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
@@ -204,15 +215,18 @@ void CDbPgMapBase::Move(const QString& oldName, const QString& newName, INT32 nu
     {
         owner->OnItemRenaming(this, oldName, newName);
     }
+    AddRecord<CDbPgMapHist>(*this, oldName, m_items.at(oldName).numericKey, newName, numericKey);
+    // From the record on nothing needs memory.
     auto entry = m_items.extract(oldName);
     m_lowestNumber = 1;
     t_Item& item = entry.mapped();
-    AddRecord<CDbPgMapHist>(*this, oldName, item.numericKey, newName, numericKey);
-    m_namesByKey.erase(item.numericKey);
+    auto keyEntry = m_namesByKey.extract(item.numericKey);
     item.displayName = item.displayName == oldName ? newName : item.displayName;
     item.numericKey = numericKey;
     item.group->SetNodeName(newName);
-    m_namesByKey.emplace(numericKey, newName);
+    keyEntry.key() = numericKey;
+    keyEntry.mapped() = newName;
+    m_namesByKey.insert(std::move(keyEntry));
     entry.key() = newName;
     m_items.insert(std::move(entry));
     IncChangeCounter();
@@ -578,12 +592,6 @@ CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldK
       m_newName(newName), m_newKey(newKey)
 {
     m_item.numericKey = oldKey;
-}
-
-bool CDbPgMapHist::Finish()
-{
-    SetProcessingType(ePROCESSINGTYPE::Done);
-    return true;
 }
 
 QString CDbPgMapHist::GetText() const

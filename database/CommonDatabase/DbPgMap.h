@@ -140,7 +140,6 @@ public:
     /** Rename. */
     CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldKey, const QString& newName,
                  INT32 newKey);
-    bool Finish() override;
     QString GetText() const override;
 
     const QString& GetName() const { return m_name; }

@@ -4,12 +4,19 @@
 #include "KWErrorReport.h"
 #include "LockManager.h"
 
-#include <vector>
+#include <exception>
 
 namespace
 {
-/** Origins of the write brackets that this thread has open, innermost last. */
-thread_local std::vector<KW_CLIENT_ORIGIN> t_origins;
+/** Origins of the write brackets that a thread has open, the innermost as the lowest bit, set for
+    remote control. Neither memory nor a destructor: the tree is used while the process ends too. */
+struct t_Origins
+{
+    UINT32 depth;
+    UINT64 areRemote;
+};
+
+thread_local t_Origins t_origins;
 
 /** Unique over all roots, so that a property's mark never fits a step of another tree. */
 UINT32 s_lastStepId = 0;
@@ -23,6 +30,15 @@ void Leave(ACCESS_TYPE access)
 {
     CLockManager::instance().Unlock(eCS_TREE, access, "bracket", 0);
 }
+
+/** Gives the lock of a write bracket back, come what may. */
+struct CBracketEnd
+{
+    CBracketEnd() = default;
+    ~CBracketEnd() { Leave(eACCESS_WRITE); }
+    CBracketEnd(const CBracketEnd&) = delete;
+    CBracketEnd& operator=(const CBracketEnd&) = delete;
+};
 } // namespace
 
 CDbPgRoot::CDbPgRoot() : m_dependencies(*this)
@@ -42,21 +58,66 @@ void CDbPgRoot::OnTreeCreated()
     m_treeCreated = true;
 }
 
+void CDbPgRoot::OpenStep(const QString& text)
+{
+    m_step = std::make_unique<CDbUndoStep>(text);
+    m_stepId = ++s_lastStepId;
+}
+
 void CDbPgRoot::BeginScope(eWRITEKIND kind)
 {
-    if (m_scopes++ == 0 && m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
+    if (m_scopes == 0)
     {
-        m_step = std::make_unique<CDbUndoStep>(QString());
-        m_stepId = ++s_lastStepId;
+        m_exceptions = std::uncaught_exceptions();
+        if (m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
+        {
+            OpenStep(QString());
+        }
     }
+    ++m_scopes;
 }
 
 void CDbPgRoot::EndScope()
 {
-    if (m_scopes == 1)
+    if (std::uncaught_exceptions() > m_exceptions)
     {
-        // Still inside: what the dependants write belongs to this step.
-        m_dependencies.RunMarked();
+        LeaveScope(true);
+        return;
+    }
+    try
+    {
+        RunDependants();
+    }
+    catch (...)
+    {
+        LeaveScope(true);
+        throw;
+    }
+    LeaveScope(false);
+}
+
+void CDbPgRoot::RunDependants()
+{
+    if (m_scopes > 1)
+    {
+        return;
+    }
+    // Still inside: what the dependants write belongs to this step.
+    if (m_isStale)
+    {
+        m_dependencies.CalculateEverything();
+        m_isStale = false;
+    }
+    m_dependencies.RunMarked();
+}
+
+void CDbPgRoot::LeaveScope(bool failed)
+{
+    if (failed)
+    {
+        m_dependencies.Forget();
+        m_rollBack = true;
+        m_isStale = m_isStale || (m_step == nullptr && m_treeCreated);
     }
     if (--m_scopes == 0 && m_transactions == 0)
     {
@@ -68,17 +129,24 @@ void CDbPgRoot::CloseStep()
 {
     auto step = std::exchange(m_step, nullptr);
     const bool rollBack = std::exchange(m_rollBack, false);
-    if (!step || !step->Finish())
+    if (!step)
     {
         return;
     }
     if (rollBack)
     {
-        step->Undo();
+        step->RollBack();
+        return;
     }
-    else
+    try
     {
-        m_history.Add(std::move(step));
+        step->Finish();
+        m_history.Add(step);
+    }
+    catch (...)
+    {
+        step->RollBack();
+        throw;
     }
 }
 
@@ -86,8 +154,8 @@ void CDbPgRoot::Record(CDbPropBase& property)
 {
     if (m_step && property.GetRecordedStep() != m_stepId)
     {
-        property.SetRecordedStep(m_stepId);
         m_step->Add(property.MakeNewHistValueEntry());
+        property.SetRecordedStep(m_stepId);
     }
 }
 
@@ -174,12 +242,13 @@ QString CDbPgRoot::GetRedoText() const
 
 void CDbPgRoot::StartTransaction(const QString& text)
 {
-    Enter(eACCESS_WRITE);
-    if (m_transactions++ == 0 && m_step == nullptr && m_historyEnabled)
+    const CLockGuard lock;
+    if (m_transactions == 0 && m_step == nullptr && m_historyEnabled)
     {
-        m_step = std::make_unique<CDbUndoStep>(text);
-        m_stepId = ++s_lastStepId;
+        OpenStep(text);
     }
+    ++m_transactions;
+    Enter(eACCESS_WRITE);
 }
 
 /** Of this thread: that of another one is over when the lock is there. */
@@ -195,6 +264,7 @@ KW_ACCEPTANCE CDbPgRoot::EndTransaction(bool keep)
     {
         return eKW_ACC_NOTHING_TO_DO;
     }
+    const CBracketEnd leave;
     m_rollBack = m_rollBack || !keep;
     KW_ACCEPTANCE code = eKW_ACC_OK;
     if (--m_transactions == 0 && m_scopes == 0)
@@ -207,7 +277,6 @@ KW_ACCEPTANCE CDbPgRoot::EndTransaction(bool keep)
         }
         CloseStep();
     }
-    Leave(eACCESS_WRITE);
     return code;
 }
 
@@ -224,16 +293,18 @@ void CDbPgRoot::EndReadAccess()
 void CDbPgRoot::StartWriteAccess(KW_CLIENT_ORIGIN origin)
 {
     Enter(eACCESS_WRITE);
-    t_origins.push_back(origin);
+    ++t_origins.depth;
+    t_origins.areRemote = t_origins.areRemote << 1U | (origin == eCLIENT_REMOTE ? 1U : 0U);
 }
 
 void CDbPgRoot::EndWriteAccess()
 {
-    if (t_origins.empty())
+    if (t_origins.depth == 0)
     {
         return;
     }
-    t_origins.pop_back();
+    --t_origins.depth;
+    t_origins.areRemote >>= 1U;
     Leave(eACCESS_WRITE);
 }
 
@@ -251,7 +322,7 @@ KW_CONTROL_MODE CDbPgRoot::GetControlMode() const
 
 bool CDbPgRoot::MayWrite() const
 {
-    const bool remote = !t_origins.empty() && t_origins.back() == eCLIENT_REMOTE;
+    const bool remote = (t_origins.areRemote & 1U) != 0;
     return m_controlMode != eCONTROL_LOCAL_LOCKOUT || remote;
 }
 

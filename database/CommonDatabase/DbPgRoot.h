@@ -5,6 +5,8 @@
 #include "Dependencies.h"
 #include "ZELPropertyGroup.h"
 
+#include <utility>
+
 /**
  * Root of a tree: transactions, undo and redo, history switch, brackets, control mode, dependency
  * engine, save and recall.
@@ -23,7 +25,9 @@ public:
     CDependencies& GetDependencies() { return m_dependencies; }
     void SetAutoUpdateDependencies(bool on) { m_dependencies.SetAutoUpdate(on); }
 
-    // Scopes: called by the pipeline under the lock.
+    // Scopes: called by the pipeline under the lock. A scope that an exception leaves dooms the
+    // outermost one, or the transaction around it: what was recorded is rolled back. Without
+    // history nothing was; the next write then recomputes everything.
     void BeginScope(eWRITEKIND kind);
     void EndScope();
     /** Records the state of a property that is about to change, once per step. */
@@ -81,6 +85,9 @@ public:
     bool IsTreeCreated() const { return m_treeCreated; }
 
 private:
+    void OpenStep(const QString& text);
+    void LeaveScope(bool failed);
+    void RunDependants();
     void CloseStep();
     KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
     QByteArray Serialized(bool csv, INT32 pattern) const;
@@ -90,6 +97,7 @@ private:
     std::unique_ptr<CDbUndoStep> m_step;
     UINT32 m_stepId = 0;
     INT32 m_scopes = 0;
+    int m_exceptions = 0; ///< that were under way when the outermost scope began
     bool IsInTransaction() const;
 
     INT32 m_transactions = 0;
@@ -98,6 +106,30 @@ private:
     bool m_historyEnabled = false;
     bool m_treeCreated = false;
     bool m_rollBack = false;
+    bool m_isStale = false; ///< a write failed halfway that was not recorded
+};
+
+/** A transaction of a root; rolled back unless Commit was called. */
+class CDbTransaction
+{
+public:
+    CDbTransaction(CDbPgRoot& root, const QString& text) : m_root(&root)
+    {
+        m_root->StartTransaction(text);
+    }
+    ~CDbTransaction()
+    {
+        if (m_root != nullptr)
+        {
+            m_root->EndTransaction(false);
+        }
+    }
+    KW_ACCEPTANCE Commit() { return std::exchange(m_root, nullptr)->EndTransaction(true); }
+    CDbTransaction(const CDbTransaction&) = delete;
+    CDbTransaction& operator=(const CDbTransaction&) = delete;
+
+private:
+    CDbPgRoot* m_root;
 };
 
 /** One scope of a root, which may be missing: then only the change is counted. */
@@ -111,7 +143,8 @@ public:
             m_root->BeginScope(kind);
         }
     }
-    ~CDbRootScope()
+    /** Dependants run here, and what they run out of is the writer's to know. */
+    ~CDbRootScope() noexcept(false)
     {
         if (m_root != nullptr)
         {

@@ -113,7 +113,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     {
         return eKW_ACC_NO_WRITE_ACCESS;
     }
-    StartTransaction(QStringLiteral("Recall"));
+    CDbTransaction transaction(*this, QStringLiteral("Recall"));
     bool clean = false;
     {
         // One scope: nothing that depends on the settings runs before all of them are there.
@@ -121,7 +121,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
         clean = CDbRecall::Apply(*this, document.Top().FirstChild(), pattern).IsClean();
         m_dependencies.CalculateEverything();
     }
-    EndTransaction(true);
+    transaction.Commit();
     return clean ? eKW_ACC_OK : eKW_ACC_WARNING;
 }
 
@@ -132,13 +132,13 @@ KW_ACCEPTANCE CDbPgRoot::ApplyDefaults(SaveRecallPattern pattern, const QString&
     {
         return eKW_ACC_NO_WRITE_ACCESS;
     }
-    StartTransaction(text);
+    CDbTransaction transaction(*this, text);
     {
         const CDbRootScope scope(this, eWRITEKIND::Default);
         WriteDefaults(pattern);
         m_dependencies.CalculateEverything();
     }
-    EndTransaction(true);
+    transaction.Commit();
     return eKW_ACC_OK;
 }
 

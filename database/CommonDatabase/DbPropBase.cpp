@@ -299,7 +299,6 @@ void CDbPropBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& reca
 
 CDbChange::CDbChange(CDbPropBase& property, eWRITEKIND kind) : m_property(property)
 {
-    CLockManager::instance().Lock(eCS_TREE, eACCESS_WRITE, __FILE__, 0);
     m_root = property.GetDbRoot();
     if (m_root != nullptr)
     {
@@ -307,7 +306,7 @@ CDbChange::CDbChange(CDbPropBase& property, eWRITEKIND kind) : m_property(proper
     }
 }
 
-CDbChange::~CDbChange()
+CDbChange::~CDbChange() noexcept(false)
 {
     if (m_touched && m_root != nullptr)
     {
@@ -321,7 +320,6 @@ CDbChange::~CDbChange()
     {
         m_root->EndScope();
     }
-    CLockManager::instance().Unlock(eCS_TREE, eACCESS_WRITE, __FILE__, 0);
 }
 
 void CDbChange::Touch()

@@ -4,6 +4,7 @@
 #include "DbHistory.h"
 #include "DbObject.h"
 #include "IKWProperties.h"
+#include "LockManager.h"
 
 #include <QVariant>
 #include <atomic>
@@ -154,13 +155,15 @@ class CDbChange
 {
 public:
     explicit CDbChange(CDbPropBase& property, eWRITEKIND kind = eWRITEKIND::Internal);
-    ~CDbChange();
+    /** May throw as ~CDbRootScope. */
+    ~CDbChange() noexcept(false);
     CDbChange(const CDbChange&) = delete;
     CDbChange& operator=(const CDbChange&) = delete;
     /** Call before the state changes. */
     void Touch();
 
 private:
+    CLockGuard m_lock;
     CDbPropBase& m_property;
     CDbPgRoot* m_root;
     bool m_touched = false;

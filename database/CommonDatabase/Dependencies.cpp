@@ -10,6 +10,7 @@ void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>
                         std::function<void()> update, const QString& name)
 {
     const auto place = static_cast<UINT16>(m_dependants.size());
+    m_dependants.push_back({&owner, std::move(update), name, false, false});
     for (CDbPropBase* const source : sources)
     {
         if (!source->HasDependants())
@@ -19,7 +20,6 @@ void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>
         }
         m_dependantsOfSource[source->GetSourceNumber() - 1U].push_back(place);
     }
-    m_dependants.push_back({&owner, std::move(update), name, false, false});
 }
 
 void CDependencies::Remove(const CDbPropertyGroup& owner)
@@ -52,8 +52,8 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
         }
         if (!dependant.marked)
         {
-            dependant.marked = true;
             m_marked.push_back(place);
+            dependant.marked = true;
             std::push_heap(m_marked.begin(), m_marked.end(), std::greater<>());
         }
     }
@@ -76,10 +76,20 @@ void CDependencies::RunMarked()
         next.done = true;
         next.update();
     }
+    Forget();
+}
+
+void CDependencies::Forget()
+{
+    for (const UINT16 place : m_marked)
+    {
+        m_dependants[place].marked = false;
+    }
     for (const UINT16 place : m_ran)
     {
         m_dependants[place].done = false;
     }
+    m_marked.clear();
     m_ran.clear();
     m_running = false;
 }

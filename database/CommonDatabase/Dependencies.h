@@ -31,6 +31,8 @@ public:
     void MarkChanged(const CDbPropBase& property);
     /** Runs what MarkChanged marked. */
     void RunMarked();
+    /** Drops all marks: what they stood for was taken back. */
+    void Forget();
 
     /** Every group's UpdateGroup, children first, in tree order, then every dependent update in
         order of registration. A second run changes nothing. */

@@ -26,8 +26,22 @@ TFunction* Next(const char* name)
     return reinterpret_cast<TFunction*>(dlsym(RTLD_NEXT, name));
 }
 
-/** Notes a call; true when it fails, with errno set. */
-bool Strikes(const char* name, const QByteArray& path)
+QByteArray PathOf(const char* path)
+{
+    return path;
+}
+
+QByteArray PathOf(int file)
+{
+    char path[PATH_MAX];
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(file);
+    const ssize_t length = readlink(link.constData(), path, sizeof path);
+    return length < 0 ? QByteArray() : QByteArray(path, static_cast<qsizetype>(length));
+}
+
+/** Notes a call that acts on a path or an open file; true when it fails, with errno set. */
+template <typename TTarget>
+bool Strikes(const char* name, TTarget target)
 {
     if (!t_watch.isOn)
     {
@@ -40,20 +54,12 @@ bool Strikes(const char* name, const QByteArray& path)
     }
     // Off meanwhile: the list's own memory is nobody's fault.
     t_watch.isOn = false;
-    t_watch.calls.push_back({name, path});
+    t_watch.calls.push_back({name, PathOf(target)});
     t_watch.isOn = true;
     const std::size_t failing = t_watch.fault.failingCall;
     const bool fails = place >= failing && t_watch.calls[failing].name == name;
     errno = fails ? t_watch.fault.error : errno;
     return fails;
-}
-
-QByteArray PathOf(int file)
-{
-    char path[PATH_MAX];
-    const QByteArray link = "/proc/self/fd/" + QByteArray::number(file);
-    const ssize_t length = readlink(link.constData(), path, sizeof path);
-    return length < 0 ? QByteArray() : QByteArray(path, static_cast<qsizetype>(length));
 }
 
 int Open(const char* name, const char* path, int flags, mode_t mode)
@@ -112,7 +118,7 @@ KWI_INTERPOSED int open64(const char* path, int flags, ...)
 
 KWI_INTERPOSED ssize_t write(int file, const void* data, size_t size)
 {
-    if (file > STDERR_FILENO && Strikes("write", PathOf(file)))
+    if (file > STDERR_FILENO && Strikes("write", file))
     {
         return -1;
     }
@@ -131,12 +137,12 @@ KWI_INTERPOSED ssize_t write(int file, const void* data, size_t size)
 
 KWI_INTERPOSED int fsync(int file)
 {
-    return Strikes("fsync", PathOf(file)) ? -1 : Next<int(int)>("fsync")(file);
+    return Strikes("fsync", file) ? -1 : Next<int(int)>("fsync")(file);
 }
 
 KWI_INTERPOSED int fdatasync(int file)
 {
-    return Strikes("fsync", PathOf(file)) ? -1 : Next<int(int)>("fdatasync")(file);
+    return Strikes("fsync", file) ? -1 : Next<int(int)>("fdatasync")(file);
 }
 
 KWI_INTERPOSED int rename(const char* from, const char* to) noexcept
@@ -155,7 +161,7 @@ KWI_INTERPOSED int linkat(int fromFolder, const char* from, int toFolder, const 
 KWI_INTERPOSED int close(int file)
 {
     // The file is closed even where that fails.
-    const bool strikes = file > STDERR_FILENO && t_watch.isOn && Strikes("close", PathOf(file));
+    const bool strikes = file > STDERR_FILENO && Strikes("close", file);
     const int error = errno;
     const int answer = Next<int(int)>("close")(file);
     errno = strikes ? error : errno;
