@@ -432,10 +432,10 @@ KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
     const INT64 wanted = (present - entries.begin()) + INT64{steps};
     if (wanted >= 0 && wanted < count)
     {
-        return Set(entries[wanted]);
+        return Set(entries[static_cast<std::size_t>(wanted)]);
     }
-    return StepPastEnd(steps > 0, entries[((wanted % count) + count) % count],
-                       entries[steps > 0 ? count - 1 : 0]);
+    const auto wrapped = static_cast<std::size_t>(((wanted % count) + count) % count);
+    return StepPastEnd(steps > 0, entries[wrapped], steps > 0 ? entries.back() : entries.front());
 }
 
 template <typename T>
