@@ -100,12 +100,7 @@ std::vector<double> AndNeighbours(const std::vector<double>& values);
     same on every platform. */
 std::vector<double> Scattered(int count, int lowest, int highest);
 
-template <typename T>
-std::vector<T> Joined(std::vector<T> first, const std::vector<T>& second)
-{
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
+std::vector<double> Joined(std::vector<double> first, const std::vector<double>& second);
 
 // One function for each family of calculations.
 void AddMath(t_Lines& lines);

@@ -37,6 +37,12 @@ std::vector<double> AndNeighbours(const std::vector<double>& values)
     return all;
 }
 
+std::vector<double> Joined(std::vector<double> first, const std::vector<double>& second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
 std::vector<double> Scattered(int count, int lowest, int highest)
 {
     // The standard prescribes the generator's numbers, but not those of its distributions.
