@@ -27,6 +27,7 @@ ROOMS = {
     "generated/database": "frame",
     "generated/ifc": "ifc",
     "generated/src": "rules",
+    "generated/zelctl": "tools",
 }
 
 MAY_INCLUDE = {
@@ -51,7 +52,8 @@ IFC_OF_THE_FRAME = {
 }
 
 # Where the compiler looks for quoted names, after the folder of the including file.
-SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src")
+SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
+          "tools/zelctl")
 
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")

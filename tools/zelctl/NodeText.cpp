@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "NodeText.h"
 
-#include "Output.h"
-
+#include "Briefs.h"
 #include "EnumNameInfo.h"
 #include "EnumText.h"
 #include "Failure.h"
 #include "IKWProperties.h"
 #include "KWEnumerations.h"
+#include "Output.h"
 #include "TreeWalk.h"
 #include "ValueText.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -187,6 +189,19 @@ QJsonArray ToJsonArray(const QStringList& texts)
     return QJsonArray::fromStringList(texts);
 }
 
+/** The model's sentence about a property; empty where it has none. */
+QString GetBrief(const QString& path)
+{
+    static const QRegularExpression item(QStringLiteral("\\[[^]]*\\]"));
+    const QByteArray place = QString(path).replace(item, QStringLiteral("[n]")).toUtf8();
+    const auto& briefs = GetBriefs();
+    const auto found = std::lower_bound(briefs.begin(), briefs.end(), place,
+                                        [](const t_Brief& brief, const QByteArray& wanted)
+                                        { return wanted > brief.path; });
+    return found != briefs.end() && place == found->path ? QString::fromUtf8(found->text)
+                                                         : QString();
+}
+
 void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
 {
     const t_ShownValue value = GetShownValue(property);
@@ -203,6 +218,7 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
     const auto other = [&](const QString& text) {
         return text.isEmpty() ? QJsonValue() : ToJsonValue({text, value.type, value.unit});
     };
+    json[QStringLiteral("meaning")] = GetBrief(property.GetPath());
     json[QStringLiteral("default")] =
         ToJsonValue({property.GetDefaultText(), value.type, value.unit});
     json[QStringLiteral("minimum")] = other(property.GetMinText());
@@ -349,6 +365,7 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
     {
         selectable.append(shown(text));
     }
+    row("meaning", GetBrief(property.GetPath()));
     row("value", ShowValue(value, exact));
     row("default", shown(property.GetDefaultText()));
     row("minimum", shown(property.GetMinText()));

@@ -30,13 +30,13 @@ QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exa
 /** "result", "read only", "not available", "invalid", joined; empty for a usable setting. */
 QString DescribeState(const IDbObject& node);
 
-/** A property's path, and lines with its value, limits, type, unit and state. */
+/** A property's path, and lines with its meaning, value, limits, type, unit and state. */
 QStringList GetInfoLines(const IDbProperty& property, bool exact);
 
 QString GetAvailabilityText(KW_AVAILABILITY availability);
 
 /** A node in JSON: path, kind, and of properties type, value, text, unit, state; with `full` also
-    default, limits and selectable values. */
+    meaning, default, limits and selectable values. */
 QJsonObject ToJson(const IDbObject& node, bool full);
 
 /** A value in JSON: numbers that a JSON number holds exactly as such, all else as text. */

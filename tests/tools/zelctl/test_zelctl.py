@@ -31,6 +31,8 @@ CASES = [
     ("unknown type", ["enum", "KW_NOTHING"], 2, [], ["KW_NOTHING"]),
     ("missing file", ["recall", "/nowhere/at/all.xml"], 1, [], ["/nowhere/at/all.xml"]),
     ("enumeration", ["enum", "KW_ZEL_CHANNEL"], 0, ["S1", "FFT 1", "NONE"], []),
+    ("meaning of an item", ["get", "--info", "Vertical/Channel[2]/Scale"], 0, ["meaning  "], []),
+    ("meaning at the root", ["get", "--info", "RemoteState"], 0, ["meaning  "], []),
     ("tree finds", ["tree", "--find", "RBWRatio"], 0, ["RBWRatio"], []),
     ("calc sample rate", ["calc", "samplerate", "ZEL_C"], 0, ["5 GSa/s"], []),
 ]
@@ -62,6 +64,19 @@ class Zelctl(unittest.TestCase):
     def test_json_is_no_document(self):
         done = run("--json", "get", "Horizontal/Scale")
         self.assertIn("1e-07", json.dumps(json.loads(done.stdout)))
+
+    def test_property_without_a_meaning(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
+            paths = [node["path"] for node in json.loads(run("--json", "tree").stdout)["nodes"]
+                     if node["kind"] == "property"]
+            self.assertGreater(len(paths), 2000)
+            script.write("".join(f"get {path}\n" for path in paths))
+            script.flush()
+            done = run("--json", "run", script.name)
+        missing = [answer["properties"][0]["path"]
+                   for answer in map(json.loads, done.stdout.splitlines())
+                   if not answer["properties"][0]["meaning"]]
+        self.assertEqual(missing, [])
 
     def test_script_goes_on_after_a_failure(self):
         with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
