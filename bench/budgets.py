@@ -25,9 +25,9 @@ class Row:
 
 ROWS = [
     Row("read a number", "FrameGetNumber", 5 * NS, "BaselineVirtualCall"),
-    Row("read a number", "FrameGetNumber", 3, "BaselineVirtualCall", True),
+    Row("the same, in virtual calls", "FrameGetNumber", 3, "BaselineVirtualCall", True),
     Row("read an enumeration", "FrameGetEnumeration", 5 * NS, "BaselineVirtualCall"),
-    Row("read an enumeration", "FrameGetEnumeration", 3, "BaselineVirtualCall", True),
+    Row("the same, in virtual calls", "FrameGetEnumeration", 3, "BaselineVirtualCall", True),
     Row("read while another thread writes", "FrameGetWhileAnotherThreadWrites/threads:1",
         5 * NS, "FrameGetNumber"),
     Row("read in two threads while a third writes", "FrameGetWhileAnotherThreadWrites/threads:2",
@@ -92,7 +92,7 @@ def lines(runs: dict[str, dict]) -> list[tuple[str, str, str, str, float]]:
         limit = f"{row.limit:g} ×" if row.relative else duration(row.limit)
         table.append((row.operation, duration(figure), limit, beside,
                       (ratio if row.relative else figure) / row.limit))
-    heap = runs.get("TreeHeapPerProperty")
+    heap = runs.get("TreeHeapPerProperty/iterations:1")
     if heap:
         size = heap["bytes_per_property"]
         table.append(("heap of the tree, per property", f"{size:.0f} bytes", "500 bytes",
