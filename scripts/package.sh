@@ -7,6 +7,7 @@ set -euo pipefail
 
 scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$scripts/.."
+umask 022 # the archives would show another
 packages=$PWD/build/packages
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
