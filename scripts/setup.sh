@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
 # arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
-# interfaces, "docs" the reference, "ci" all that .ci/run needs. Says nothing when there is nothing
-# to do.
+# interfaces, "docs" the reference, "arm" 32-bit ARM and its emulation, "ci" all that .ci/run needs.
+# Says nothing when there is nothing to do.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
@@ -13,6 +13,7 @@ for what in "$@"; do
         fuzz) packages+=(clang-14) ;;
         package) packages+=(dpkg-dev file) ;;
         abi) packages+=(abigail-tools) ;;
+        arm) packages+=(g++-arm-linux-gnueabihf qemu-user-static) ;;
         docs) packages+=(doxygen) ;;
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools

@@ -212,6 +212,8 @@ void RunWorkers(std::vector<t_Worker>& workers, double seconds, unsigned seed)
                 for (; !isOver; ++worker.rounds)
                 {
                     worker.work(random);
+                    // The lock is not fair: who never rests keeps it from the others.
+                    std::this_thread::sleep_for(std::chrono::microseconds(random() % 50));
                 }
             });
     }
