@@ -5,6 +5,7 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 
 #include <algorithm>
+#include <boost/multiprecision/cpp_int.hpp>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -142,8 +143,8 @@ TEST(Limits, NaNOrInfinityBecomesOne)
 
 namespace
 {
-/** Holds every sum and product of a step. */
-__extension__ using t_Wide = __int128;
+/** Holds every sum and product of a step, on 32-bit processors too. */
+using t_Wide = boost::multiprecision::int128_t;
 
 /** Numbers of T, half of them near its ends and near zero. */
 template <typename T>
@@ -191,7 +192,7 @@ TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
         ASSERT_EQ(number.SetStep(step), eKW_ACC_OK);
         number.DeclareStepBehaviour(behaviour);
 
-        const t_Wide next = t_Wide{value} + t_Wide{step} * count;
+        const t_Wide next = t_Wide(value) + t_Wide(step) * count;
         const bool below = next < min;
         const bool inside = !below && next <= max;
         const T end = below == (behaviour == eSTEP_BEHAVIOUR_LIMIT) ? min : max;
