@@ -14,6 +14,8 @@ install(DIRECTORY ifc/ ${KWI_GENERATED_DIR}/ifc/ DESTINATION ${installedHeaders}
         COMPONENT Development FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL_DOCDIR}
         COMPONENT Documents)
+install(DIRECTORY docs/settings/couplings DESTINATION ${CMAKE_INSTALL_DOCDIR}/settings
+        COMPONENT Documents FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
 install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
 
 install(EXPORT KWIFunctionZELTargets NAMESPACE KWIFunctionZEL:: DESTINATION ${packageDir}

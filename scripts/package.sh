@@ -39,7 +39,7 @@ package() {
 content() {
     dpkg-deb --fsys-tarfile "$(package "$1")" | tar -t | grep -v '/$' |
         sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" -e '/^share\/doc\/[^/]*\/copyright$/d' \
-            -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's|(/settings/).*\.md$|\1*.md|' |
+            -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' |
         LC_ALL=C sort -u
 }
 
@@ -87,7 +87,8 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets.cmake \
 lib/$library lib/pkgconfig/KWIFunctionZEL.pc"
 check_content zelctl bin/zelctl
 check_content libkwifunctionzel-doc \
-    "share/doc/KWIFunctionZEL/LICENSE share/doc/KWIFunctionZEL/README.md share/doc/KWIFunctionZEL/settings/*.md"
+    "share/doc/KWIFunctionZEL/LICENSE share/doc/KWIFunctionZEL/README.md share/doc/KWIFunctionZEL/settings/*.md \
+share/doc/KWIFunctionZEL/settings/*.svg"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"
