@@ -242,13 +242,20 @@ QString CDbPgRoot::GetRedoText() const
 
 void CDbPgRoot::StartTransaction(const QString& text)
 {
-    const CLockGuard lock;
-    if (m_transactions == 0 && m_step == nullptr && m_historyEnabled)
+    Enter(eACCESS_WRITE);
+    try
     {
-        OpenStep(text);
+        if (m_transactions == 0 && m_step == nullptr && m_historyEnabled)
+        {
+            OpenStep(text);
+        }
+    }
+    catch (...)
+    {
+        Leave(eACCESS_WRITE);
+        throw;
     }
     ++m_transactions;
-    Enter(eACCESS_WRITE);
 }
 
 /** Of this thread: that of another one is over when the lock is there. */
