@@ -59,7 +59,18 @@ void* operator new(std::size_t size)
     return memory;
 }
 
+// A sanitizer's own does not come here, unlike the standard library's.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Fails() ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+
 void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept
 {
     std::free(memory);
 }
