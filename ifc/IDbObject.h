@@ -20,6 +20,7 @@ enum KW_UNIT : INT32;
  * its last state and refuses writes with eKW_ACC_DETACHED.
  *
  * All operations may be called from any thread; texts and lists are read under the tree's lock.
+ * Without memory they throw std::bad_alloc as the handles do (IKWProperties.h).
  */
 class KW_EXPORT IDbObject
 {

@@ -15,7 +15,8 @@ public:
     /** Reads and checks the whole file, then applies it as one step for undo. Code 1 when nodes or
         values had to be skipped (each is reported); eKW_ACC_FILE_NOT_READABLE or
         eKW_ACC_FILE_NOT_UNDERSTOOD leave the tree as it was. Settings that the file does not name
-        keep their values. */
+        keep their values. Memory that runs out while a CSV file is recalled leaves the tree as it
+        was (std::bad_alloc); Qt's XML reader ends the process then. */
     virtual KW_ACCEPTANCE Recall(const QString& fileName) = 0;
     /** Sets the defaults: of the user's settings, or with `factory` of everything that is saved. */
     virtual KW_ACCEPTANCE RunPresetSequence(bool factory) = 0;

@@ -20,6 +20,11 @@
  * eKW_ACC_READ_ONLY for results, eKW_ACC_NOT_AVAILABLE, eKW_ACC_NO_WRITE_ACCESS,
  * eKW_ACC_DETACHED. A write that is taken runs the rules of its group and of everything that
  * depends on it before it returns, and is one step for undo together with all that it moved.
+ *
+ * The library throws nothing of its own. When memory runs out, std::bad_alloc reaches the caller;
+ * the lock is free again, and the write with all that it moved is undone, so that it can be asked
+ * for again. With history switched off there is nothing to undo it from: the written value may
+ * stand, and what depends on it follows with the next write.
  */
 
 /** Base of all property handles: lets handles of different kinds have one owner list. */

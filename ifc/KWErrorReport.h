@@ -13,7 +13,8 @@ enum e_KW_MESSAGE_TYPE : INT32
     e_KW_MESSAGE_TYPE_WARNING = 2
 };
 
-/** One failure, as it arrives at the handler. The library reports failures, it does not throw. */
+/** One failure, as it arrives at the handler. The library reports failures, it does not throw; only
+    std::bad_alloc passes through it. */
 struct KW_ErrorReport
 {
     QString message;  ///< what is wrong, with the offending value

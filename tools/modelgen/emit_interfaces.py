@@ -28,7 +28,8 @@ def _root_accessor(group: Group) -> str:
     text = (
         "The root of the tree, built on the first call. The library holds it weakly: the tree "
         "lives as long as anyone holds the result, and a later call builds a fresh one with "
-        "defaults. Callable from any thread."
+        "defaults. Callable from any thread. When memory runs out on the way, std::bad_alloc reaches "
+        "the caller and no part of a tree is left; the next call begins anew."
     )
     accessor = f"KW_EXPORT std::shared_ptr<{name}> Get{group.name}Root();\n"
     return f"{cpptext.doc(text)}\n{accessor}"

@@ -15,7 +15,8 @@ class IKWFunctionTexts;
 
 /** The root of the tree, built on the first call. The library holds it weakly: the tree lives as
     long as anyone holds the result, and a later call builds a fresh one with defaults. Callable
-    from any thread. */
+    from any thread. When memory runs out on the way, std::bad_alloc reaches the caller and no part
+    of a tree is left; the next call begins anew. */
 KW_EXPORT std::shared_ptr<IKWFunctionDemo> GetDemoRoot();
 
 /** Root of the demonstration. */
