@@ -3,9 +3,8 @@
 
 #include "CommonDatabase/DbHandles.h"
 #include "KWEnumerations.h"
-#include "KWErrorReport.h"
+#include "Reports.h"
 
-#include <mutex>
 #include <vector>
 
 // One tree that holds every kind of node once, with as few rules as show the hooks.
@@ -89,22 +88,4 @@ public:
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
-};
-
-/** Collects the reports of its lifetime. */
-class CReports
-{
-public:
-    CReports();
-    ~CReports();
-    std::vector<KW_ErrorReport> All() const;
-    /** The messages, joined with line ends. */
-    QString Messages() const;
-    int Count() const { return static_cast<int>(All().size()); }
-    void Clear();
-
-private:
-    mutable std::mutex m_mutex;
-    std::vector<KW_ErrorReport> m_reports;
-    KW_ErrorHandler m_previous;
 };

@@ -60,7 +60,7 @@ class CommonProbe : public testing::TestWithParam<t_ProbeRow>
 TEST_P(CommonProbe, HasWrongScopeFactorUnitOrReport)
 {
     const auto& [type, userUnit, factor, unit, report] = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     const auto result = Common::GetProbeSettingsScope({Probe(type), 42.5, Unit(userUnit)});
     EXPECT_EQ(result.factor, factor);
     EXPECT_EQ(result.unit, unit);
@@ -73,7 +73,7 @@ TEST_P(CommonProbe, ReachesMeterUnmappedOrInWrongMeasurement)
     const auto& [type, userUnit, factor, unit, report] = GetParam();
     for (const INT32 measType : {0, 1, 2, 6})
     {
-        CRecordedReports reports;
+        CReports reports;
         KW_UNIT resultUnit = Unit(-1);
         const auto result =
             Common::GetProbeSettingsDmm(static_cast<KW_ZEL_DMM_MEAS_TYPE>(measType),
@@ -107,7 +107,7 @@ TEST(CommonProbeMeter, AppliesProbeWhereMeterMeasuresWithout)
                 {-1, 1, 65, "Invalid measurement type!"}};
     for (const auto& [measType, probeType, unit, report] : rows)
     {
-        CRecordedReports reports;
+        CReports reports;
         KW_UNIT resultUnit = Unit(-1);
         const auto result =
             Common::GetProbeSettingsDmm(static_cast<KW_ZEL_DMM_MEAS_TYPE>(measType),
@@ -136,10 +136,10 @@ TEST(CommonProbeUnit, IsMisreadOrMisreported)
                 {-1, 28, "Unknown probe factor unit= -1", 91, "Unknown probe unit= -1"}};
     for (const auto& [unit, measured, measuredReport, factorUnit, factorReport] : rows)
     {
-        CRecordedReports first;
+        CReports first;
         EXPECT_EQ(Common::GetProbeUnit(Unit(unit)), measured) << unit;
         ExpectReport(first, measuredReport, kHelpers, "CZELDatabaseHelperCommon::GetProbeUnit");
-        CRecordedReports second;
+        CReports second;
         EXPECT_EQ(Common::GetProbeFactorUnit(Unit(unit)), factorUnit) << unit;
         ExpectReport(second, factorReport, kHelpers,
                      "CZELDatabaseHelperCommon::GetProbeFactorUnit");
@@ -149,7 +149,7 @@ TEST(CommonProbeUnit, IsMisreadOrMisreported)
 TEST(CommonProbeFactor, IsNotInvertedOrInvertedInWrongUnit)
 {
     constexpr double kInf = std::numeric_limits<double>::infinity();
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Common::ConvertProbeFactor(8.0, Unit(91)), 8.0);
     EXPECT_EQ(Common::ConvertProbeFactor(8.0, Unit(95)), 0.125);
     EXPECT_EQ(Common::ConvertProbeFactor(0.0, Unit(95)), kInf);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "RecordedReports.h"
+#include "Reports.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ inline constexpr char kHelpers[] = "src/IKWFunctionZELHelpers";
 
 /** Since the last look exactly one report came, an error of this text from `file` by a function
     whose signature has `function` in it; none where `message` is empty. */
-inline void ExpectReport(CRecordedReports& reports, const std::string& message,
+inline void ExpectReport(CReports& reports, const std::string& message,
                          const std::string& file, const std::string& function)
 {
     std::vector<std::string> messages;

@@ -52,7 +52,7 @@ TEST(CommonTemperature, GivesWrongResistance)
         // One representable number beside the seam stays on the quadratic.
         {15, std::nextafter(850.0, 851.0), 390.481125, 2e-4},
         {15, -std::numeric_limits<double>::denorm_min(), 100.0, 5e-5}};
-    CRecordedReports reports;
+    CReports reports;
     for (const auto& [type, celsius, ohm, tolerance] : rows)
         EXPECT_NEAR(Common::ConvertTemperature2Resistance(Probe(type), celsius), ohm, tolerance)
             << "type " << type << " at " << celsius;
@@ -77,7 +77,7 @@ TEST(CommonTemperature, GivesWrongTemperature)
                                      {15, std::nextafter(100.0, 0.0), -0.000122948461426, 1e-9},
                                      {17, std::nextafter(1000.0, 0.0), -0.000122948461426, 1e-9},
                                      {15, kNan, 0.0, 0.0}};
-    CRecordedReports reports;
+    CReports reports;
     for (const auto& [type, ohm, celsius, tolerance] : rows)
         EXPECT_NEAR(Common::ConvertResistance2Temperature(Probe(type), ohm), celsius, tolerance)
             << "type " << type << " at " << ohm;
@@ -118,11 +118,11 @@ TEST(CommonTemperature, AcceptsProbeThatIsNoPlatinum)
     {
         for (const double value : {20.0, -20.0, 900.0, kNan})
         {
-            CRecordedReports there;
+            CReports there;
             EXPECT_EQ(Common::ConvertTemperature2Resistance(Probe(type), value), 0.0);
             ExpectReport(there, "Unsupported temperature probe.", kHelpers,
                          "ConvertTemperature2Resistance");
-            CRecordedReports back;
+            CReports back;
             EXPECT_EQ(Common::ConvertResistance2Temperature(Probe(type), value), 0.0);
             ExpectReport(back, "Unsupported temperature probe.", kHelpers,
                          "ConvertResistance2Temperature");
@@ -139,7 +139,7 @@ TEST(CommonTemperature, MixesUpUnits)
         double value;
     } rows[] = {{85, 100.0, 212.0}, {85, -40.0, -40.0}, {86, 0.0, 273.15},
                 {84, 21.5, 21.5},   {28, 21.5, 21.5},   {-1, 21.5, 21.5}};
-    CRecordedReports reports;
+    CReports reports;
     for (const auto& [number, celsius, value] : rows)
     {
         const auto unit = static_cast<KW_UNIT>(number);

@@ -71,7 +71,7 @@ TEST(CommonNumbers, AreWrongOrIllegalValueIsTaken)
         SCOPED_TRACE(function);
         const auto count = static_cast<INT32>(numbers.size());
         {
-            CRecordedReports reports;
+            CReports reports;
             for (INT32 value = 0; value < count; ++value)
                 EXPECT_EQ(answer(value), numbers[static_cast<std::size_t>(value)]) << value;
             EXPECT_EQ(reports.TakeMessages(), OneMessage(""));
@@ -81,7 +81,7 @@ TEST(CommonNumbers, AreWrongOrIllegalValueIsTaken)
             std::string report = text;
             if (report.back() == '#')
                 report.replace(report.size() - 1, 1, std::to_string(value));
-            CRecordedReports reports;
+            CReports reports;
             EXPECT_EQ(answer(value), fallback) << value;
             ExpectReport(reports, report, kHelpers, "CZELDatabaseHelperCommon::" + function);
         }
@@ -113,7 +113,7 @@ TEST(CommonCalFrequency, MatchesWrongSelection)
                 {kInf, 0}};
     for (const auto& [frequency, selection] : rows)
     {
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Common::GetCalFrequency(frequency), selection) << frequency;
         ExpectReport(reports, selection == 0 ? none : "", kHelpers,
                      "CZELDatabaseHelperCommon::GetCalFrequency(double)");
@@ -151,7 +151,7 @@ TEST(CommonMeterScale, IsWrongOrRangeIsTaken)
     {
         for (const auto& [range, scale, report] : rows)
         {
-            CRecordedReports reports;
+            CReports reports;
             EXPECT_EQ(convert(range), scale) << range;
             ExpectReport(reports, report, kHelpers, "ConvertMeterRange2VerticalScale");
         }
@@ -184,7 +184,7 @@ TEST(CommonMeterPath, IsMisconfigured)
     for (const auto& [measType, probeType, range, factor, code, report, source] : rows)
     {
         SCOPED_TRACE(testing::Message() << "type " << measType << ", range " << range);
-        CRecordedReports reports;
+        CReports reports;
         double gotFactor = -1.0;
         unsigned int gotCode = 99;
         Common::GetDMMVoltagePathSettings(As<KW_ZEL_DMM_MEAS_TYPE>(measType),
@@ -197,7 +197,7 @@ TEST(CommonMeterPath, IsMisconfigured)
 
 TEST(CommonAdcRate, IsNotTheFreshSettingWithoutTree)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Common::GetSamplingRateADC(), 1000000.0);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(""));
 }
@@ -260,7 +260,7 @@ TEST(CommonSetMinMax, CrossesLimitsOrHidesRefusal)
     {
         SCOPED_TRACE(testing::Message() << min << " … " << max << ", " << minCode << maxCode);
         CLimits limits(10, 20, minCode, maxCode);
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Common::SetMinMax(&limits, min, max), code);
         EXPECT_EQ(limits.Calls(), calls);
         ExpectReport(reports, report, kHelpers, "CZELDatabaseHelperCommon::SetMinMax");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
-#include "RecordedReports.h"
+#include "Reports.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -43,7 +43,7 @@ const t_Row kTable[] = {{39495000, {20, 5, 1, 4, 0}},  {24703300, {30, 5, 1, 6, 
 
 TEST(DDCTable, AThresholdBelongsToItsOwnRow)
 {
-    CRecordedReports reports;
+    CReports reports;
     for (const auto& [threshold, rate] : kTable)
     {
         EXPECT_EQ(Converter::CalculateDecimationWithLUT(threshold), rate);
@@ -59,7 +59,7 @@ TEST(DDCTable, SpansOutsideAreReported)
 {
     for (const double span : {39495001.0, 1473209.9, 0.0, -1.0, kInf, -kInf, kNan})
     {
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Converter::SearchRowIndexInLUT(span), -1);
         EXPECT_TRUE(reports.Take().empty());
         EXPECT_EQ(Converter::CalculateDecimationWithLUT(span), kNone);
@@ -88,7 +88,7 @@ class DDCDecimation : public testing::TestWithParam<t_Decimation>
 TEST_P(DDCDecimation, TakesTheTableTheFormulaOrNone)
 {
     const t_Decimation& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Converter::CalculateDecimation(row.span), row.expected);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(row.report));
 }
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(DDCDecimation, TheFormulaRefusesSpansOfTheTable)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Converter::CalculateDecimationManually(1473211.0), kNone);
     EXPECT_EQ(reports.TakeMessages(), OneMessage("Can not compute decimation for this span."));
     EXPECT_EQ(Converter::CalculateDecimationManually(kNan), kNone);
@@ -157,7 +157,7 @@ TEST(DDCNco, AFineIncrementOutOfRangeIsReportedAndDropped)
     // So large a center leaves a residual of rounding errors only; infinity leaves none at all.
     for (const double center : {8.000000000000001e+23, -8.000000000000001e+23, kInf, kNan})
     {
-        CRecordedReports reports;
+        CReports reports;
         const auto nco = Converter::CalculateNcoFrequency(center, 120);
         EXPECT_EQ(nco.m_FineIncrement, 0.0);
         EXPECT_NE(nco.m_FineFrequency, 0.0);
@@ -216,7 +216,7 @@ TEST(DDCGain, IsTheProductOfItsFourFactors)
 
 TEST(DDCGain, IsOneUpTo19AndFallsBackToTheLastFirRate)
 {
-    CRecordedReports reports;
+    CReports reports;
     const DDC::Gain unity{1.0, 1.0, 1.0, 1.0, 1.0};
     EXPECT_EQ(Converter::CalculateGain(kNone, kZero), unity);
     EXPECT_EQ(Converter::CalculateGain({19, 5, 6, 99, -1}, kZero), unity);

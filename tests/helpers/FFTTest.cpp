@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
-#include "RecordedReports.h"
+#include "Reports.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(FFTSize, FollowsTheSpanAndIsSilentlyZeroElse)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(FFT::GetFFTSize(KW_FFT_FREQUENCY_SPAN(0)), 8192);
     EXPECT_EQ(FFT::GetFFTSize(KW_FFT_FREQUENCY_SPAN(1)), 65536);
     EXPECT_EQ(FFT::GetFFTSize(KW_FFT_FREQUENCY_SPAN(2)), 0);
@@ -87,7 +87,7 @@ TEST(FFTWindow, UnknownTypesFallBackToTheRectangularOne)
 {
     for (const int type : {-1, 5})
     {
-        CRecordedReports reports;
+        CReports reports;
         const auto unknown = KW_WINDOW_TYPE(type);
         EXPECT_EQ(FFT::GetWindowCoeff(unknown), (std::array<double, 5>{1.0, 0, 0, 0, 0}));
         EXPECT_EQ(FFT::GetWindowFactor(unknown), 0.89);
@@ -109,7 +109,7 @@ TEST(FFTWindow, UnknownTypesFallBackToTheRectangularOne)
 
 TEST(FFTWindow, TooShortWindowsAndLateSamplesYieldOneWithAReport)
 {
-    CRecordedReports reports;
+    CReports reports;
     for (const UINT32 length : {0u, 1u})
     {
         const auto weight = FFT::GetWindowFunction(eKW_WINDOW_TYPE_HANN, length);
@@ -202,7 +202,7 @@ class FFTRange : public testing::TestWithParam<t_Range>
 TEST_P(FFTRange, IsBoundedAndCutToOneDigit)
 {
     const t_Range& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     const auto range =
         FFT::GetFrequencyRange(KW_SCALING_TYPE(row.scaling), row.minimum, row.rate, row.bandwidth);
     EXPECT_THAT(range, testing::Pointwise(testing::NanSensitiveDoubleEq(), row.expected));
@@ -248,7 +248,7 @@ class FFTProbe : public testing::TestWithParam<t_Probe>
 TEST_P(FFTProbe, DeliversItsQuantity)
 {
     const t_Probe& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(FFT::GetInputUnitFromProbeSettingsScope(KW_PROBE_TYPE(row.probe), KW_UNIT(row.unit)),
               row.expected);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(row.report));
@@ -272,7 +272,7 @@ TEST(FFTChannel, MapsTheFourFFTChannelsAndReportsAllOthers)
 {
     for (int channel = -1; channel <= 21; ++channel)
     {
-        CRecordedReports reports;
+        CReports reports;
         const auto fftChannel = KW_ZEL_CHANNEL(channel);
         const bool valid = channel >= 16 && channel <= 19;
         const int expected = valid ? channel - 16 : 0;

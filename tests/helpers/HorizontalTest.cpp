@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
-#include "RecordedReports.h"
+#include "Reports.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ TEST(HorizontalSelections, EachModeAndDepthHasItsNumber)
     const double rates[] = {1.25e9, 2.5e9, 5e9};
     const UINT64 effective[] = {17179869180, 8589934590, 4294967295};
     const unsigned int traces[] = {100, 1000, 5000};
-    CRecordedReports reports;
+    CReports reports;
     for (int i = 0; i < 3; ++i)
     {
         EXPECT_EQ(Horizontal::GetSampleRate(KW_ZEL_MODE(i)), rates[i]);
@@ -45,7 +45,7 @@ TEST(HorizontalSelections, EachModeAndDepthHasItsNumber)
 
 TEST(HorizontalSelections, IllegalOnesAreReportedWithPlaceAndFallBack)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Horizontal::GetSampleRate(KW_ZEL_MODE(3)), 0.0);
     EXPECT_EQ(Horizontal::CalculateDecimationFactorEffective(KW_ZEL_MODE(-1), 7), 7u);
     EXPECT_EQ(Horizontal::GetNumberOfHistoryTraces(KW_ZEL_HISTORY_DEPTH(3)), 1u);
@@ -80,7 +80,7 @@ class HorizontalBudget : public testing::TestWithParam<t_Budget>
 TEST_P(HorizontalBudget, IsSharedHalvedAndCapped)
 {
     const t_Budget& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Horizontal::GetMaxNumOfSamplesAfterDecimation(
                   row.rate, KW_ZEL_ACQUISITION_MODE(row.acquisitionMode),
                   KW_ZEL_HISTORY_DEPTH(row.depth), KW_ZEL_RECORD_LENGTH(row.recordLength)),
@@ -125,7 +125,7 @@ class HorizontalFactor : public testing::TestWithParam<t_Factor>
 TEST_P(HorizontalFactor, IsTheFlooredQuotientOfTheRoundedCount)
 {
     const t_Factor& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Horizontal::CalculateDecimationFactor(row.samples, row.maxPoints), row.expected);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(row.report));
 }
@@ -173,7 +173,7 @@ class HorizontalRecord : public testing::TestWithParam<t_Record>
 TEST_P(HorizontalRecord, FitsTheDecimationUnderItsCeiling)
 {
     const t_Record& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     unsigned int decimation = 0;
     double length = 0.0;
     EXPECT_EQ(Horizontal::CalculateDecimationFactorAndRecordLength(
@@ -381,7 +381,7 @@ class HorizontalZoom : public testing::TestWithParam<t_Zoom>
 TEST_P(HorizontalZoom, ShowsAtLeastTheMinimumAndRefusesNothing)
 {
     const t_Zoom& row = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     unsigned int points = 77;
     double factor = kNan;
     const bool success = Horizontal::CalculateZoomParameter(row.length, row.zoomFactor, 2.0,

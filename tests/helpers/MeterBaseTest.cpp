@@ -110,7 +110,7 @@ class MeterBlock : public testing::TestWithParam<t_BlockRow>
 TEST_P(MeterBlock, HasWrongNamePathOrRange)
 {
     const auto& [type, name, acPath, ranges] = GetParam();
-    CRecordedReports reports;
+    CReports reports;
     Catalogue catalogue;
     CMeasurementBlockBase& block = *catalogue.GetMeasurementBlocks().at(Type(type));
     EXPECT_EQ(block.GetName(), name);
@@ -135,7 +135,7 @@ TEST(MeterCatalogue, FailsOnRangeThatTypeLacksOrForgetsIt)
 {
     Catalogue catalogue;
     CMeasurementBlockBase& block = *catalogue.GetMeasurementBlocks().at(Type(3));
-    CRecordedReports reports;
+    CReports reports;
     ExpectSettings(catalogue.GetRangeSettings(Type(3), 10.0), kNothing);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(""));
     ASSERT_EQ(block.GetRangeTable().count(Range(8)), 1U);
@@ -160,7 +160,7 @@ TEST(MeterCatalogue, ReportsIllegalTypeOrRangeNotOnce)
     for (const auto& [type, range, report, source, function] : rows)
     {
         Catalogue catalogue;
-        CRecordedReports reports;
+        CReports reports;
         ExpectSettings(catalogue.GetRangeSettings(Type(type), range), kNothing);
         ExpectReport(reports, report, source, "CMeterMeasurementBaseData::" + function);
         const auto& blocks = catalogue.GetMeasurementBlocks();
@@ -207,7 +207,7 @@ TEST(MeterRange, IsNotItsNominalValueOrNeighbourIsRefused)
 {
     const double nominal[] = {1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1.0,
                               1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8};
-    CRecordedReports reports;
+    CReports reports;
     INT32 value = 0;
     for (const double range : nominal)
     {
@@ -236,14 +236,14 @@ TEST(MeterRange, IsTakenThoughIllegal)
                 {std::numeric_limits<double>::quiet_NaN(), "nan"}};
     for (const auto& [value, text] : rows)
     {
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Catalogue::GetRangeAsEnumValue(value), -1);
         ExpectReport(reports, "Invalid Range selected: " + text, "src/MeterBase",
                      "GetRangeAsEnumValue");
     }
     for (const INT32 value : {-1, 16})
     {
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Catalogue::GetRangeAsDoubleValue(Range(value)), 0.0);
         ExpectReport(reports, "Invalid Range selected.", "src/MeterBase", "GetRangeAsDoubleValue");
     }

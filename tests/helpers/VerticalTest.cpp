@@ -91,7 +91,7 @@ TEST(VerticalScale, TakesWrongStepAtOrBesideThreshold)
         {5.0 + 26e-8, 10.0, 5.0},
         {2.0 - 2e-8, 2.0, 1.0},
         {10.0 - 1e-8, 10.0, 5.0}};
-    CRecordedReports reports;
+    CReports reports;
     for (const auto& [scale, higher, lower] : rows)
     {
         EXPECT_DOUBLE_EQ(Vertical::GetNextHighestScale(scale), higher)
@@ -135,7 +135,7 @@ TEST(VerticalScale, HidesThatScaleHasNoLowerStep)
                 {5e-324, "Scale = 4.94066e-324, scale from exponent = 0, ratio = inf"}};
     for (const auto& [scale, numbers] : rows)
     {
-        CRecordedReports reports;
+        CReports reports;
         EXPECT_EQ(Vertical::GetNextLowestScale(scale), 0.0);
         ExpectReport(reports, "Next lowest scale could not be calculated. " + numbers, kHelpers,
                      "CZELDatabaseHelperVertical::GetNextLowestScale");
@@ -144,7 +144,7 @@ TEST(VerticalScale, HidesThatScaleHasNoLowerStep)
 
 TEST(VerticalScale, InventsHigherStepForWhatHasNoLogarithm)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_EQ(Vertical::GetNextHighestScale(0.0), 0.0);
     EXPECT_EQ(Vertical::GetNextHighestScale(kInf), kInf);
     EXPECT_TRUE(std::isnan(Vertical::GetNextHighestScale(-1.0)));
@@ -154,7 +154,7 @@ TEST(VerticalScale, InventsHigherStepForWhatHasNoLogarithm)
 
 TEST(VerticalScale, DividesByZeroDivisions)
 {
-    CRecordedReports reports;
+    CReports reports;
     EXPECT_DOUBLE_EQ(Vertical::GetNextHighestScale(2.4, 8), 0.4);
     EXPECT_DOUBLE_EQ(Vertical::GetNextHighestScale(8e9, 4000000000U), 2.0);
     EXPECT_EQ(reports.TakeMessages(), OneMessage(""));

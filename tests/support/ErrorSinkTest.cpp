@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "../helpers/RecordedReports.h"
+#include "Reports.h"
 #include "ErrorReport.h"
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ void Report(const char* message)
 
 TEST_F(ErrorSink, BothArgumentOrdersDeliverTheSameReport)
 {
-    CRecordedReports reports;
+    CReports reports;
     const QString message = QStringLiteral("text %1 %n"); // place markers must arrive untouched
     _KW_ProcessErrorString(message, 7, "file", "function", e_KW_MESSAGE_TYPE_WARNING);
     _KW_ProcessErrorString("file", 7, "function", message, e_KW_MESSAGE_TYPE_WARNING);
@@ -69,7 +69,7 @@ TEST_F(ErrorSink, BothArgumentOrdersDeliverTheSameReport)
 
 TEST_F(ErrorSink, TheMacroNamesTheReportingFunctionAndNotTheSink)
 {
-    CRecordedReports reports;
+    CReports reports;
     Report("text");
     const auto taken = reports.Take();
     ASSERT_EQ(taken.size(), 1u);

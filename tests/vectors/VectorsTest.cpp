@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Vectors.h"
 
-#include "helpers/RecordedReports.h"
+#include "Reports.h"
 
 #include <algorithm>
 #include <bit>
@@ -63,7 +63,7 @@ namespace
 t_Lines AllLines()
 {
     t_Lines lines;
-    const CRecordedReports reports;
+    const CReports reports;
     for (const auto add : {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC,
                            AddProbesAndMeter, AddLabels, AddNumberTexts, AddLimitsAndSteps})
     {

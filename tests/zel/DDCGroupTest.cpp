@@ -7,9 +7,9 @@ TEST_F(SpectrumGroup, DirectChangeOfTheConverterIsSilentOrHalf)
 {
     s->GetPrHorizontalSpan()->Set(1e6);
     s->GetPrHorizontalCenter()->Set(1e8);
-    EXPECT_EQ(reports.Messages(), QStringList()) << "the spectrum's own changes are no debugging";
+    EXPECT_EQ(reports.List(), QStringList()) << "the spectrum's own changes are no debugging";
     KW_PeekZELRoot()->GetPgDDC()->Init(1e8, 2e6);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
     EXPECT_EQ(ddc->GetPrSampleDezimationFactor()->Get(), 360U);
     ASSERT_EQ(ddc->GetPrSpan()->Set(1e5), eKW_ACC_OK);
     EXPECT_EQ(ddc->GetPrSampleDezimationFactor()->Get(), 8240U);
@@ -17,7 +17,7 @@ TEST_F(SpectrumGroup, DirectChangeOfTheConverterIsSilentOrHalf)
     const QString text =
         QStringLiteral("DDC Center/Span was directly changed to Center = %1 kHz and Span = 100 kHz "
                        "(that is only allowed for debugging purpose)");
-    EXPECT_EQ(reports.Messages().filter(QStringLiteral("DDC Center")),
+    EXPECT_EQ(reports.List().filter(QStringLiteral("DDC Center")),
               QStringList({text.arg(100000), text.arg(12500)}));
     EXPECT_NEAR(ddc->GetPrFrequencyShift()->Get(), 1.25e7, 0.03);
     EXPECT_EQ(SpectrumViolations(*this), "") << "the FFT follows";
@@ -37,7 +37,7 @@ TEST_F(SpectrumGroup, ConverterIsBoundlessOrResetsTooMuch)
     EXPECT_EQ(ddc->GetPrGain()->Get(), 1.0);
     EXPECT_EQ(ddc->GetPrFrequencyShift()->Get(), 0.0);
     EXPECT_EQ(ddc->GetPrSampleDezimationFactor()->Get(), 1000000U);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 TEST_F(SpectrumGroup, ConverterIsSwitchedOffWhereItIsNeeded)

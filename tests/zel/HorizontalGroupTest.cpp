@@ -16,7 +16,7 @@ class HorizontalGroup : public testing::Test
 protected:
     std::shared_ptr<IKWFunctionZEL> root = GetZELRoot();
     std::shared_ptr<IKWFunctionHorizontal> h = root->GetPgHorizontal();
-    CZelReports reports;
+    CReports reports;
 };
 
 /** What must hold of any setting, by arithmetic of its own. Messages name what does not. */
@@ -120,7 +120,7 @@ TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
             }
         }
     }
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 struct t_ModeCase
@@ -183,7 +183,7 @@ TEST_F(HorizontalGroup, AcquisitionTimeLeavesTheScaleBehind)
 TEST_F(HorizontalGroup, UnlistedReferencePointIsSilentOrNotComputed)
 {
     ASSERT_EQ(h->GetPrReferencePoint()->Set(30.0), eKW_ACC_OK);
-    EXPECT_EQ(reports.Messages(),
+    EXPECT_EQ(reports.List(),
               QStringList{QStringLiteral(
                   "The reference point 30is not in the arrray with the predefined values.")});
     EXPECT_EQ(h->GetPrReferencePointGUI()->Get(), eKW_REF_POINT_POSITION_MIDDLE);
@@ -201,8 +201,8 @@ TEST_F(HorizontalGroup, PositionBeyondTheRegisterIsLostOrKept)
     const double limit = h->GetPrPosition()->GetMax();
     EXPECT_EQ(h->GetPrPosition()->Get(), limit);
     EXPECT_EQ(h->GetPrPosition()->GetUserValue(), 5000.0);
-    ASSERT_EQ(reports.Messages().size(), 1);
-    EXPECT_EQ(reports.Messages()[0],
+    ASSERT_EQ(reports.List().size(), 1);
+    EXPECT_EQ(reports.List()[0],
               QStringLiteral("The required horizontal position 5000 is greater than what the "
                              "register dimensions allow (1.65191)for acq. time :1e-08"));
     h->GetPrScale()->Set(500.0);
@@ -220,7 +220,7 @@ TEST_F(HorizontalGroup, DownConverterRunsAtAnotherRate)
     EXPECT_EQ(Property(root, "Setup/Selfalignment/ADConverter/ADCModeResult")->GetText(),
               QStringLiteral("FOUR_CHANNELS"))
         << "who depends on the mode sees the one that is required";
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 namespace
@@ -359,7 +359,7 @@ class HorizontalIllegal : public testing::TestWithParam<t_IllegalCase>
 
 TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
 {
-    const CZelReports reports;
+    const CReports reports;
     CDbPgRoot root;
     auto* const group = new CRecordingHorizontal;
     root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
@@ -373,7 +373,7 @@ TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
     ASSERT_NE(property, nullptr);
     t_OpenEnumeration::Force(*property, GetParam().value);
     group->OnPropertySet(property);
-    EXPECT_EQ(reports.Messages(), QStringList{QString::fromLatin1(GetParam().report)});
+    EXPECT_EQ(reports.List(), QStringList{QString::fromLatin1(GetParam().report)});
     EXPECT_EQ(group->steps, GetParam().steps);
     EXPECT_EQ(group->GetPrScale()->Get(), scale);
     EXPECT_EQ(group->GetPrReferencePoint()->Get(), reference);
@@ -408,15 +408,15 @@ TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
     {
         void UpdateDigitalSampleRate() override { m_pSampleRateDigital->DbSet(1.30005e9); }
     };
-    const CZelReports reports;
+    const CReports reports;
     CDbPgRoot root;
     auto* const group = new COddClock;
     root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
     ASSERT_EQ(group->GetPrWaveformUpdateMode()->Set(eKW_WAVEFORM_UPDATE_MODE_ROLL), eKW_ACC_OK);
-    const auto before = reports.Messages().size();
+    const auto before = reports.List().size();
     ASSERT_EQ(group->GetPrScale()->Set(0.1), eKW_ACC_OK);
     // 1 s: floor(1.30005e9 / 125000) = 10400 clocks a sample leave 125004.8 samples.
-    EXPECT_EQ(reports.Messages().mid(before + 1),
+    EXPECT_EQ(reports.List().mid(before + 1),
               (QStringList{QStringLiteral("PPLength w/o settling samples mismatch in slow/roll "
                                           "mode: analog = 125000, digital = 125004"),
                            QStringLiteral("RecordLength mismatch in slow/roll mode: analog = "

@@ -27,7 +27,7 @@ void SetText(const std::shared_ptr<IKWFunctionZEL>& root, const char* path, cons
 
 TEST(InstrumentSettings, SamplingRateIgnoresTheTreeOrBuildsOne)
 {
-    const CZelReports reports;
+    const CReports reports;
     EXPECT_EQ(t_Helper::GetSamplingRateADC(), 1e6);
     {
         const auto root = GetZELRoot();
@@ -40,12 +40,12 @@ TEST(InstrumentSettings, SamplingRateIgnoresTheTreeOrBuildsOne)
         }
     }
     EXPECT_EQ(t_Helper::GetSamplingRateADC(), 1e6) << "rate of a tree that is gone";
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 TEST(InstrumentSettings, TemperatureUnitIgnoresTheTreeOrTheSensorsOwnUnit)
 {
-    const CZelReports reports;
+    const CReports reports;
     EXPECT_EQ(TemperatureUnitOf(eKW_PROBE_TYPE_PT100), eKW_UNIT_TEMPERATURE_DEG);
     {
         const auto root = GetZELRoot();
@@ -66,5 +66,5 @@ TEST(InstrumentSettings, TemperatureUnitIgnoresTheTreeOrTheSensorsOwnUnit)
     }
     EXPECT_EQ(TemperatureUnitOf(eKW_PROBE_TYPE_PT500), eKW_UNIT_TEMPERATURE_DEG)
         << "unit of a tree that is gone";
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }

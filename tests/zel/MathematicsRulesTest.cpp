@@ -131,5 +131,5 @@ TEST(MathematicsRules, ExpressionGrowsBeyondItsLengthOrIsHalfRead)
         EXPECT_EQ(tree.Do(QByteArray("Mathematics/Expression = ") + right), eKW_ACC_OK);
         EXPECT_EQ(tree.Text("Mathematics/ExpressionValid"), QStringLiteral("ON")) << right;
     }
-    EXPECT_EQ(tree.reports.Messages(), QStringList());
+    EXPECT_EQ(tree.reports.List(), QStringList());
 }

@@ -54,10 +54,10 @@ TEST(Root, HandleOfALostTreeCrashesOrStillWrites)
 
 TEST(Root, FreshTreeHasUndoStepsOrReports)
 {
-    const CZelReports reports;
+    const CReports reports;
     const auto root = GetZELRoot();
     EXPECT_FALSE(root->CanUndo());
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 TEST(Root, SecondCalculationChangesSomething)

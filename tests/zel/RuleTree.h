@@ -37,7 +37,7 @@ public:
 
     std::shared_ptr<IKWFunctionZEL> root = GetZELRoot();
     QTemporaryDir folder;
-    CZelReports reports;
+    CReports reports;
 };
 
 /** One coupling: after `setup` and the write, properties read as `expected` ("path = state"), and

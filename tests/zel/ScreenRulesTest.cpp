@@ -102,5 +102,5 @@ TEST(HistoryViewerRules, PlayerLeavesTheMemoryOrTheTimeOfAnotherTrace)
     EXPECT_EQ(tree.State("HistoryViewer/AvailableTraces"), QStringLiteral("0"));
     EXPECT_EQ(tree.State("HistoryViewer/SelectedTrace"), QStringLiteral("0"));
     EXPECT_EQ(tree.State("HistoryViewer/Playing"), QStringLiteral("OFF"));
-    EXPECT_EQ(tree.reports.Messages(), QStringList());
+    EXPECT_EQ(tree.reports.List(), QStringList());
 }

@@ -108,7 +108,7 @@ TEST_F(SpectrumGroup, SwitchingTheScalingLosesTheCenterOrTheStop)
     // What is cut out lies about the arithmetic middle.
     EXPECT_NEAR(ddc->GetPrCenter()->Get(), 2.75e5, 1e-6);
     EXPECT_EQ(ddc->GetPrSpan()->Get(), s->GetPrHorizontalSpan()->Get());
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 RC_GTEST_PROP(SpectrumAxisRandom, AnyOrderOfWritesBreaksTheAxis, ())
@@ -131,7 +131,7 @@ RC_GTEST_PROP(SpectrumAxisRandom, AnyOrderOfWritesBreaksTheAxis, ())
         RC_ASSERT(KW_IsAccepted(number->Set(std::min(value, number->GetMax()))));
         RC_ASSERT(SpectrumViolations(t) == std::string());
     }
-    RC_ASSERT(t.reports.Messages().filter(QStringLiteral("database access")).isEmpty());
+    RC_ASSERT(t.reports.List().filter(QStringLiteral("database access")).isEmpty());
 }
 
 struct t_KeyCase
@@ -162,7 +162,7 @@ TEST_P(SpectrumKeys, MoveTheAxisElsewhere)
     EXPECT_EQ(action->Execute(), c.code);
     EXPECT_NEAR(s->GetPrHorizontalStart()->Get(), c.newStart, 1e-9 * c.newStop);
     EXPECT_NEAR(s->GetPrHorizontalStop()->Get(), c.newStop, 1e-9 * c.newStop);
-    EXPECT_EQ(reports.Messages().join(QLatin1Char('|')).toStdString(), c.report);
+    EXPECT_EQ(reports.List().join(QLatin1Char('|')).toStdString(), c.report);
     EXPECT_EQ(SpectrumViolations(*this), "");
 }
 

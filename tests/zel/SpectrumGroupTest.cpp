@@ -17,7 +17,7 @@
 TEST_F(SpectrumGroup, FreshTreeIsInconsistent)
 {
     EXPECT_EQ(SpectrumViolations(*this), "");
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
     EXPECT_EQ(s->GetPrRBW()->Get(), 6.25e6);
     EXPECT_EQ(fft->GetPrFFTSize()->Get(), 2048U);
 }
@@ -41,7 +41,7 @@ TEST_P(SpectrumBandwidth, DoesNotFollowTheSpan)
     ASSERT_LE(s->GetPrRBWRatio()->SetAsInt(c.ratio), 1U);
     EXPECT_DOUBLE_EQ(s->GetPrRBW()->Get(), c.rbw);
     EXPECT_EQ(fft->GetPrFFTSize()->Get(), c.size);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 // Hann: 7.64. 1 MHz decimates by 5 × 16 × ⌊825 / 80⌋ = 800 to 1.5625 MSa/s, 825 Hz by 1,000,000.
@@ -136,7 +136,7 @@ TEST_F(SpectrumGroup, SomeSettingBreaksTheAnalysis)
         const double span = dice.Logarithmic(825.0, 6.25e8);
         const double room = 6.25e8 - span;
         ASSERT_LE(s->GetPrHorizontalCenter()->SetUserValue(span / 2.0 + room * dice.Share()), 1U);
-        const CZelReports last;
+        const CReports last;
         ASSERT_LE(s->GetPrHorizontalSpan()->SetUserValue(span), 1U);
         ASSERT_EQ(SpectrumViolations(*this), "") << "setting " << i;
         if (s->GetPrMode()->GetAsInt() == 1)
@@ -144,7 +144,7 @@ TEST_F(SpectrumGroup, SomeSettingBreaksTheAnalysis)
             ExpectConverterFor(*ddc, s->GetPrHorizontalCenter()->Get(),
                                s->GetPrHorizontalSpan()->Get());
             const QStringList expected = ForcedSize(*this);
-            EXPECT_EQ(last.Messages(), expected) << "setting " << i;
+            EXPECT_EQ(last.List(), expected) << "setting " << i;
             forced += static_cast<int>(expected.size());
         }
     }
@@ -178,9 +178,9 @@ TEST(SpectrumSize, ReportHasOtherWordsOrNumbers)
     };
     for (const t_Case& c : cases)
     {
-        const CZelReports reports;
+        const CReports reports;
         EXPECT_EQ(CPgSpectrum::GetFFTSize(c.need), c.size);
-        EXPECT_EQ(reports.Messages().join(QLatin1Char('|')).toStdString(), c.text);
+        EXPECT_EQ(reports.List().join(QLatin1Char('|')).toStdString(), c.text);
     }
 }
 
@@ -194,10 +194,10 @@ TEST_F(SpectrumGroup, ConverterRateIsNotCheckedOrCheckedTooEarly)
     EXPECT_EQ(SpectrumViolations(*this), "");
     const QString report =
         QStringLiteral("when DDC is used, adc sample rate must be 1.25e+09 Hz and not 2.5e+09");
-    EXPECT_FALSE(reports.Messages().contains(report));
+    EXPECT_FALSE(reports.List().contains(report));
     // Something else than the timebase's own rules sets the rate.
     KW_PeekZELRoot()->GetPgHorizontal()->GetPrSampleRate()->DbSet(2.5e9);
-    EXPECT_TRUE(reports.Messages().contains(report));
+    EXPECT_TRUE(reports.List().contains(report));
 }
 
 TEST_F(SpectrumGroup, BasicFFTFollowsTheSpan)
@@ -209,7 +209,7 @@ TEST_F(SpectrumGroup, BasicFFTFollowsTheSpan)
     EXPECT_EQ(s->GetPrHorizontalCenter()->Set(1e8), eKW_ACC_WARNING);
     EXPECT_EQ(s->GetPrHorizontalStop()->Set(2e8), eKW_ACC_OK);
     const QString report = QStringLiteral("center/span was changed in basic fft");
-    EXPECT_EQ(reports.Messages(), QStringList({report, report}));
+    EXPECT_EQ(reports.List(), QStringList({report, report}));
     EXPECT_EQ(ddc->GetPrState()->Get(), eKW_ONOFF_OFF);
     EXPECT_EQ(ddc->GetPrSpan()->Get(), 6.25e8);
     // 500 kHz needs 19,100 samples: more than 8192.
@@ -328,7 +328,7 @@ TEST_F(SpectrumGroup, AverageIsCompleteTooEarlyOrOfAnyLength)
     EXPECT_EQ(fft->GetPrAveragesDone()->Get(), 0U);
     EXPECT_EQ(fft->GetPrAverageLength()->Set(100), eKW_ACC_WARNING);
     EXPECT_EQ(fft->GetPrAverageLength()->Get(), 64U);
-    EXPECT_EQ(reports.Messages(), QStringList{QStringLiteral("Average Length is invalid")});
+    EXPECT_EQ(reports.List(), QStringList{QStringLiteral("Average Length is invalid")});
 }
 
 TEST_F(SpectrumGroup, ReportsHaveOtherTexts)
@@ -341,7 +341,7 @@ TEST_F(SpectrumGroup, ReportsHaveOtherTexts)
     KW_PeekZELRoot()->GetPgSpectrum()->GetPrRBW()->SetResolution(1000.0);
     s->GetPrHorizontalSpan()->Set(1.2345e7);
     EXPECT_EQ(
-        reports.Messages(),
+        reports.List(),
         QStringList({QStringLiteral("unknown ratio detected"),
                      QStringLiteral("invalid vertical scale detected: vscale = 5"),
                      QStringLiteral("Warning (1) by database access: m_pRBW->DbSet(KWMath::Bound("

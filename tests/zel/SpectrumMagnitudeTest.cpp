@@ -58,13 +58,13 @@ TEST_F(SpectrumGroup, SourcesDriftApart)
     ASSERT_EQ(ddc->GetPrSource()->Set(eKW_ZEL_ANALOG_CHANNEL_C2), eKW_ACC_OK);
     EXPECT_EQ(SpectrumViolations(*this), "");
     EXPECT_EQ(fft->GetPrSource()->Get(), eKW_ZEL_CHANNEL_FFT2);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
     const auto trigger =
         std::dynamic_pointer_cast<CDbPropEnumBase>(Property(root, "Trigger/Source"));
     ASSERT_TRUE(trigger);
     trigger->EnableValue(eKW_ZEL_CHANNEL_C4, false);
     ASSERT_LE(s->GetPrSource()->Set(eKW_ZEL_CHANNEL_C4), 1U);
-    EXPECT_EQ(reports.Messages(),
+    EXPECT_EQ(reports.List(),
               QStringList{QStringLiteral("new source is not applicable as trigger source")});
 }
 
@@ -93,7 +93,7 @@ TEST_P(SpectrumMagnitude, AxisHasOtherEnds)
     EXPECT_NEAR(s->GetPrVerticalStart()->Get(), c.start, 1e-9);
     EXPECT_NEAR(s->GetPrVerticalStop()->Get(), c.stop, 1e-9 * (1.0 + c.stop));
     EXPECT_EQ(s->GetPrVerticalStop()->GetUnit(), c.edgeUnit);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -133,11 +133,11 @@ TEST_F(SpectrumGroup, CoupledCursorsPart)
     EXPECT_EQ(first->GetPrHorizontal()->Get(), 5e7);
     second->GetPrVertical()->Set(-10.0);
     EXPECT_EQ(first->GetPrVertical()->Get(), -10.0);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
     second->GetPrHorizontal()->Set(1e8);
     EXPECT_EQ(first->GetPrHorizontal()->Get(), 0.0);
     EXPECT_EQ(cursors->GetPrDeltaHorizontal()->Get(), 1e8);
-    EXPECT_EQ(reports.Messages(),
+    EXPECT_EQ(reports.List(),
               QStringList{QStringLiteral("property value is lower than property min value")});
     first->GetPrReset()->Set();
     EXPECT_EQ(first->GetPrHorizontal()->Get(), 1.5625e8);

@@ -16,7 +16,7 @@ struct t_SpectrumTree
     std::shared_ptr<IKWFunctionSpectrum> s = root->GetPgSpectrum();
     std::shared_ptr<IKWFunctionFFT> fft = root->GetPgFFT();
     std::shared_ptr<IKWFunctionDDC> ddc = root->GetPgDDC();
-    CZelReports reports;
+    CReports reports;
 };
 
 class SpectrumGroup : public testing::Test, protected t_SpectrumTree

@@ -202,11 +202,11 @@ TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
         ASSERT_EQ(root->Save(name), eKW_ACC_OK);
         first = Saved(root, suffix);
     }
-    const CZelReports reports;
+    const CReports reports;
     const auto root = GetZELRoot();
     ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
     EXPECT_TRUE(Saved(root, suffix) == first);
-    EXPECT_EQ(reports.Messages(), QStringList());
+    EXPECT_EQ(reports.List(), QStringList());
     EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
 }
 

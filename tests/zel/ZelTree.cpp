@@ -74,27 +74,6 @@ std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& r
     return {group, group->AsContainer()};
 }
 
-CZelReports::CZelReports()
-    : m_previous(KW_SetErrorHandler(
-          [this](const KW_ErrorReport& report)
-          {
-              const std::lock_guard<std::mutex> lock(m_mutex);
-              m_messages.append(report.message);
-          }))
-{
-}
-
-CZelReports::~CZelReports()
-{
-    KW_SetErrorHandler(m_previous);
-}
-
-QStringList CZelReports::Messages() const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_messages;
-}
-
 void CFindings::Check(bool holds, const QByteArray& what)
 {
     if (!holds)

@@ -3,11 +3,10 @@
 
 #include "IDbObject.h"
 #include "IKWFunctionZEL.h"
-#include "KWErrorReport.h"
+#include "Reports.h"
 
 #include <QByteArrayList>
 #include <functional>
-#include <mutex>
 #include <random>
 #include <vector>
 
@@ -28,20 +27,6 @@ std::shared_ptr<IDbProperty> Property(const std::shared_ptr<IKWFunctionZEL>& roo
                                       const char* path);
 std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& root,
                                         const char* path);
-
-/** Collects the reports of its lifetime. */
-class CZelReports
-{
-public:
-    CZelReports();
-    ~CZelReports();
-    QStringList Messages() const;
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_messages;
-    KW_ErrorHandler m_previous;
-};
 
 /** Collects what does not hold. */
 class CFindings

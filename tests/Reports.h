@@ -3,16 +3,17 @@
 
 #include "KWErrorReport.h"
 
+#include <QStringList>
 #include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
 /** Receives the process's reports for the length of a block, from any thread. */
-class CRecordedReports
+class CReports
 {
 public:
-    CRecordedReports()
+    CReports()
         : m_previous(KW_SetErrorHandler(
               [this](const KW_ErrorReport& report)
               {
@@ -21,28 +22,48 @@ public:
               }))
     {
     }
-    ~CRecordedReports() { KW_SetErrorHandler(m_previous); }
-    CRecordedReports(const CRecordedReports&) = delete;
-    CRecordedReports& operator=(const CRecordedReports&) = delete;
+    ~CReports() { KW_SetErrorHandler(m_previous); }
+    CReports(const CReports&) = delete;
+    CReports& operator=(const CReports&) = delete;
 
+    std::vector<KW_ErrorReport> All() const
+    {
+        const std::lock_guard guard(m_mutex);
+        return m_reports;
+    }
+    int Count() const { return static_cast<int>(All().size()); }
+    QStringList List() const
+    {
+        QStringList messages;
+        for (const KW_ErrorReport& report : All())
+        {
+            messages.append(report.message);
+        }
+        return messages;
+    }
+    /** The messages, joined with line ends. */
+    QString Messages() const { return List().join(QLatin1Char('\n')); }
+
+    void Clear() { Take(); }
     /** What arrived since the last call. */
     std::vector<KW_ErrorReport> Take()
     {
         const std::lock_guard guard(m_mutex);
         return std::exchange(m_reports, {});
     }
-
     /** The messages of what arrived since the last call. */
     std::vector<std::string> TakeMessages()
     {
         std::vector<std::string> messages;
         for (const KW_ErrorReport& report : Take())
+        {
             messages.push_back(report.message.toStdString());
+        }
         return messages;
     }
 
 private:
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::vector<KW_ErrorReport> m_reports;
     KW_ErrorHandler m_previous;
 };
