@@ -15,7 +15,9 @@ endif()
 
 find_program(KWI_CCACHE ccache)
 if(KWI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${KWI_CCACHE})
+    # It keeps what includes a precompiled header only where it is told that this is well.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${KWI_CCACHE})
 endif()
 
 add_library(kwi_settings INTERFACE)
@@ -42,3 +44,27 @@ if(KWI_SANITIZE)
                                                   -fno-omit-frame-pointer -O1 -g1)
     target_link_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE})
 endif()
+
+# Headers from outside the project that nearly every source of a target includes: read once, they
+# halve the time of a build from nothing. The project's own stay out, so that a change of one
+# compiles again what includes it and no more. Sources include what they use all the same: .ci/run
+# builds once without.
+function(kwi_precompile target)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+        # So that ccache sees what the precompiled header was made of.
+        target_compile_options(${target} PRIVATE -fpch-preprocess)
+    endif()
+endfunction()
+
+# The headers of another target that is compiled with the same options.
+function(kwi_reuse_precompiled target other)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_precompile_headers(${target} REUSE_FROM ${other})
+        target_compile_options(${target} PRIVATE -fpch-preprocess)
+    endif()
+endfunction()
+
+set(KWI_COMMON_HEADERS
+    <QByteArray> <QString> <QStringList> <QVariant> <algorithm> <array> <cmath> <functional>
+    <limits> <memory> <mutex> <optional> <string> <vector>)
