@@ -21,19 +21,27 @@ mkdir -p "$findings"
 run() {
     local name=$1 log=build/fuzz/$1.log
     shift
-    echo "fuzz: $name, $seconds s"
     if ! "$@" >"$log" 2>&1; then
         tail -40 "$log" >&2
         echo "fuzz: $name found something; the file is in $findings" >&2
-        exit 1
+        return 1
     fi
-    grep -E '^Done|^stat::number' "$log"
+    echo "fuzz: $name, $seconds s: $(grep -E '^Done|^stat::number' "$log" | tr '\n' ' ')"
 }
 
-for target in "${targets[@]}"; do
-    seeds=build/fuzz/seeds/$target
+fuzz() {
+    local seeds=build/fuzz/seeds/$1
     mkdir -p "$seeds"
-    run "$target" "build/fuzz/tests/Fuzz$target" -max_total_time="$seconds" -max_len=4096 \
-        -timeout=10 -artifact_prefix="$findings/" "$seeds" "tests/fuzz/corpus/$target"
-done
-run model python3 -B tests/fuzz/model.py --seconds "$seconds" --findings "$findings"
+    run "$1" "build/fuzz/tests/Fuzz$1" -max_total_time="$seconds" -max_len=4096 \
+        -timeout=10 -artifact_prefix="$findings/" "$seeds" "tests/fuzz/corpus/$1"
+}
+
+fuzz_model() {
+    run model python3 -B tests/fuzz/model.py --seconds "$seconds" --findings "$findings"
+}
+
+# As many at once as there are processors: each takes one.
+export -f run fuzz fuzz_model
+export seconds findings
+printf '%s\n' "${targets[@]/#/fuzz }" fuzz_model |
+    xargs -P "$(nproc)" -I{} bash -c '{} || exit 255'
