@@ -47,8 +47,8 @@ endif()
 
 # Headers from outside the project that nearly every source of a target includes: read once, they
 # halve the time of a build from nothing. The project's own stay out, so that a change of one
-# compiles again what includes it and no more. Sources include what they use all the same: .ci/run
-# builds once without.
+# compiles again what includes it and no more. Sources include what they use all the same: Clang,
+# for the fuzzers and scripts/tidy.sh, does without.
 function(kwi_precompile target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_precompile_headers(${target} PRIVATE ${ARGN})

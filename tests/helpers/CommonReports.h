@@ -11,8 +11,8 @@ inline constexpr char kHelpers[] = "src/IKWFunctionZELHelpers";
 
 /** Since the last look exactly one report came, an error of this text from `file` by a function
     whose signature has `function` in it; none where `message` is empty. */
-inline void ExpectReport(CReports& reports, const std::string& message,
-                         const std::string& file, const std::string& function)
+inline void ExpectReport(CReports& reports, const std::string& message, const std::string& file,
+                         const std::string& function)
 {
     std::vector<std::string> messages;
     for (const KW_ErrorReport& report : reports.Take())
