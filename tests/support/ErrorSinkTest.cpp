@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "Reports.h"
 #include "ErrorReport.h"
+#include "Reports.h"
 
 #include <gtest/gtest.h>
 
