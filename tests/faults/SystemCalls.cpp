@@ -36,7 +36,7 @@ QByteArray PathOf(int file)
     char path[PATH_MAX];
     const QByteArray link = "/proc/self/fd/" + QByteArray::number(file);
     const ssize_t length = readlink(link.constData(), path, sizeof path);
-    return length < 0 ? QByteArray() : QByteArray(path, static_cast<qsizetype>(length));
+    return length < 0 ? QByteArray() : QByteArray(path, static_cast<int>(length));
 }
 
 /** Notes a call that acts on a path or an open file; true when it fails, with errno set. */
