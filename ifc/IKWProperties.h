@@ -187,7 +187,8 @@ public:
     ~IKWFilePathProperty() override;
     /** The file name, relative to the folder unless absolute. */
     virtual QString Get() const = 0;
-    /** eKW_ACC_BAD_NAME when the name leaves the folder or has an unknown extension. */
+    /** eKW_ACC_BAD_NAME when the name leaves the folder, has an unknown extension, or holds
+        characters that no settings file can hold. */
     virtual KW_ACCEPTANCE Set(const QString& fileName) = 0;
     /** Folder of names that are not absolute. */
     virtual QString GetFolder() const = 0;

@@ -33,7 +33,7 @@ KW_ACCEPTANCE CDbPropFilePath::ValidateText(const QString& text) const
         clean == QLatin1String("..") || clean.startsWith(QLatin1String("../"));
     const bool hasControl =
         std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x20; });
-    if (leavesFolder || hasControl || text.endsWith(QLatin1Char('/')))
+    if (leavesFolder || hasControl || !IsSavable(text) || text.endsWith(QLatin1Char('/')))
     {
         return eKW_ACC_BAD_NAME;
     }

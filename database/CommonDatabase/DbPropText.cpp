@@ -7,28 +7,6 @@
 
 #include <algorithm>
 
-namespace
-{
-/** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
-bool IsSavable(const QString& text)
-{
-    for (auto c = text.cbegin(); c != text.cend(); ++c)
-    {
-        const char16_t code = c->unicode();
-        const bool isControl = code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r';
-        if (isControl || code == 0xFFFE || code == 0xFFFF || c->isLowSurrogate())
-        {
-            return false;
-        }
-        if (c->isHighSurrogate() && (++c == text.cend() || !c->isLowSurrogate()))
-        {
-            return false;
-        }
-    }
-    return true;
-}
-} // namespace
-
 void CDbPropTextBase::DbSetDefault(const QString& text)
 {
     m_default = text;
@@ -75,6 +53,24 @@ void CDbPropTextBase::LoadState(const CDbPropBaseHist& record, bool newState)
     const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
     SetCommonState(state.common);
     m_value = state.value;
+}
+
+bool CDbPropTextBase::IsSavable(const QString& text)
+{
+    for (auto c = text.cbegin(); c != text.cend(); ++c)
+    {
+        const char16_t code = c->unicode();
+        const bool isControl = code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r';
+        if (isControl || code == 0xFFFE || code == 0xFFFF || c->isLowSurrogate())
+        {
+            return false;
+        }
+        if (c->isHighSurrogate() && (++c == text.cend() || !c->isLowSurrogate()))
+        {
+            return false;
+        }
+    }
+    return true;
 }
 
 KW_ACCEPTANCE CDbPropString::ValidateText(const QString& text) const

@@ -26,6 +26,8 @@ public:
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     virtual KW_ACCEPTANCE ValidateText(const QString& text) const = 0;
+    /** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
+    static bool IsSavable(const QString& text);
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void SaveState(CDbPropBaseHist& record, bool newState) const override;
@@ -45,7 +47,7 @@ private:
 
 /** Text property. Texts that no XML file can hold (control characters, lone surrogates) are
     refused, so that whatever is set can be saved. */
-class CDbPropString final : public CDbPropTextBase
+class CDbPropString : public CDbPropTextBase
 {
 public:
     static constexpr INT32 kDefaultMaxLength = 1024;

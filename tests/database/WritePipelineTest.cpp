@@ -320,6 +320,7 @@ TEST_F(Frame, TextHoldsWhatNoFileCan)
     for (const char16_t bad : {u'\x01', u'\x1f', u'\xd800', u'\xdc00', u'\xffff'})
     {
         EXPECT_EQ(m_group.m_pText->Set(QStringLiteral("a") + QChar(bad)), eKW_ACC_BAD_TEXT);
+        EXPECT_EQ(m_group.m_pPath->Set(QChar(bad) + QStringLiteral(".csv")), eKW_ACC_BAD_NAME);
     }
     EXPECT_EQ(m_group.m_pText->Set(QString::fromUtf8("\U0001F600\t\r\n")), eKW_ACC_OK);
 }
