@@ -52,10 +52,15 @@ bool CDbSettingsDocument::ReadXmlElement(QXmlStreamReader& reader)
 
 bool CDbSettingsDocument::FailAt(const QXmlStreamReader& reader, const QString& error)
 {
+    QString clause = error;
+    while (clause.endsWith(QLatin1Char('.'))) // the reader's own are sentences
+    {
+        clause.chop(1);
+    }
     return Fail(QStringLiteral("line %1, column %2: %3")
                     .arg(reader.lineNumber())
                     .arg(reader.columnNumber())
-                    .arg(error));
+                    .arg(clause));
 }
 
 bool CDbSettingsDocument::OpenXml(const QXmlStreamReader& reader)
