@@ -49,10 +49,36 @@ private:
 };
 } // namespace
 
+/** Name of a map's active item, empty when none is. */
+class CDbPgMapBase::CActiveKey final : public CDbPropString
+{
+public:
+    QStringList GetValueTexts() const override
+    {
+        const CLockGuard lock(eACCESS_READ);
+        return Map() != nullptr ? Map()->GetNames() : QStringList();
+    }
+
+protected:
+    KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override
+    {
+        // A file names the active item before it lists the items.
+        const QString* const name = std::get_if<QString>(&value);
+        const bool isUnknown = kind == eWRITEKIND::Client && name != nullptr && !name->isEmpty() &&
+                               Map() != nullptr && !Map()->IsItem(*name);
+        return isUnknown ? static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND)
+                         : CDbPropString::Validate(value, kind);
+    }
+
+private:
+    /** Null when the tree is gone. */
+    const CDbPgMapBase* Map() const { return static_cast<const CDbPgMapBase*>(GetParent()); }
+};
+
 CDbPgMapBase::CDbPgMapBase(INT32 maxCount) : CDbContainerBase(true, maxCount)
 {
     SetPropertyListSize(1);
-    AddPropertyToList(m_pActiveKey = new CDbPropString, QStringLiteral("ActiveKey"));
+    AddPropertyToList(m_pActiveKey = new CActiveKey, QStringLiteral("ActiveKey"));
 }
 
 CDbPgMapBase::~CDbPgMapBase()
@@ -337,9 +363,7 @@ KW_ACCEPTANCE CDbPgMapBase::Copy(const QString& source, const QString& target)
 
 KW_ACCEPTANCE CDbPgMapBase::SetActive(const QString& name)
 {
-    const CLockGuard lock;
-    return name.isEmpty() || IsItem(name) ? m_pActiveKey->Set(name)
-                                          : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND);
+    return m_pActiveKey->Set(name);
 }
 
 INT32 CDbPgMapBase::GetCount() const

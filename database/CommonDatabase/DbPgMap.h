@@ -115,6 +115,8 @@ protected:
     void RemoveAllItems() override;
 
 private:
+    class CActiveKey;
+
     static std::shared_ptr<IKWMapItem> ShareMapItem(CDbPropertyGroup* item);
     const t_Item* Lookup(const CDbPropertyGroup& item) const;
     INT32 LowestFreeKey() const;
