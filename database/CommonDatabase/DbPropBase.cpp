@@ -171,9 +171,14 @@ const QVariantList& CDbPropBase::GetValueList() const
     return m_valueList ? *m_valueList : none;
 }
 
-void CDbPropBase::DeclareValueList(const QVariantList& values)
+void CDbPropBase::DeclareValueList(std::initializer_list<QVariant> values)
 {
-    m_valueList = values.isEmpty() ? nullptr : std::make_unique<QVariantList>(values);
+    auto list = values.size() > 0 ? std::make_unique<QVariantList>() : nullptr;
+    for (const QVariant& value : values)
+    {
+        list->append(value); // the list's own constructor does not look whether it got memory
+    }
+    m_valueList = std::move(list);
 }
 
 QStringList CDbPropBase::GetValueTexts() const

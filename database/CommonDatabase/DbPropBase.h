@@ -8,6 +8,7 @@
 
 #include <QVariant>
 #include <atomic>
+#include <initializer_list>
 
 /**
  * Base of every property, and the one way to write: every change of every property passes
@@ -42,7 +43,7 @@ public:
     /** The only values that the property takes, in stepping order; empty for no such list.
         Numbers must be numbers, texts texts; an entry of another kind never matches. */
     const QVariantList& GetValueList() const;
-    void DeclareValueList(const QVariantList& values);
+    void DeclareValueList(std::initializer_list<QVariant> values);
 
     /** Runs dependants on the next writes even where the value stays the same. */
     void SetForceDependencies(bool force) { m_forceDependencies = force; }

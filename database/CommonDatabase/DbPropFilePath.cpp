@@ -10,6 +10,30 @@
 
 #include <algorithm>
 
+namespace
+{
+/** The list's own constructor does not look whether it got memory. */
+QStringList ToList(std::initializer_list<QString> texts)
+{
+    QStringList list;
+    for (const QString& text : texts)
+    {
+        list.append(text);
+    }
+    return list;
+}
+} // namespace
+
+void CDbPropFilePath::DeclareOpenExtensions(std::initializer_list<QString> list)
+{
+    m_openExtensions = ToList(list);
+}
+
+void CDbPropFilePath::DeclareSaveExtensions(std::initializer_list<QString> list)
+{
+    m_saveExtensions = ToList(list);
+}
+
 void CDbPropFilePath::SetFolder(const QString& folder)
 {
     const CLockGuard lock;

@@ -98,14 +98,8 @@ public:
 
     void DeclareFolder(const QString& folder) { m_folder = folder; }
     void DeclareStem(const QString& stem) { m_stem = stem; }
-    void DeclareOpenExtensions(std::initializer_list<QString> list)
-    {
-        m_openExtensions = QStringList(list);
-    }
-    void DeclareSaveExtensions(std::initializer_list<QString> list)
-    {
-        m_saveExtensions = QStringList(list);
-    }
+    void DeclareOpenExtensions(std::initializer_list<QString> list);
+    void DeclareSaveExtensions(std::initializer_list<QString> list);
     void SetFolder(const QString& folder);
     QString GetFolder() const;
     QString GetStem() const { return m_stem; }

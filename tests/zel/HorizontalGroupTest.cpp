@@ -384,19 +384,18 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         t_IllegalCase{
             "ScaleGUIPastTheList",
-            [](CPgHorizontal& h)
-            { h.GetPrScale()->DeclareValueList(h.GetPrScale()->GetValueList().mid(0, 8)); },
+            [](CPgHorizontal& h) {
+                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, 1e-8, 2e-8, 5e-8, 1e-7, 2e-7});
+            },
             "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
         t_IllegalCase{"ScaleGUINegative", [](CPgHorizontal&) {}, "ScaleGUI", -1,
                       "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{"EntryIsNoNumber",
-                      [](CPgHorizontal& h)
-                      {
-                          QVariantList scales = h.GetPrScale()->GetValueList();
-                          scales[3] = QStringLiteral("fast");
-                          h.GetPrScale()->DeclareValueList(scales);
-                      },
-                      "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
+        t_IllegalCase{
+            "EntryIsNoNumber",
+            [](CPgHorizontal& h) {
+                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, QStringLiteral("fast")});
+            },
+            "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
         t_IllegalCase{"ReferencePointGUI", [](CPgHorizontal&) {}, "ReferencePointGUI", 3,
                       "This enum entry 3is not in the map with the predefined values.", "Plwr."}),
     [](const auto& test) { return std::string(test.param.name); });
