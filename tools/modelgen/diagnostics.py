@@ -4,6 +4,11 @@
 from dataclasses import dataclass, field
 
 
+def _one_line(text: str) -> str:
+    """What a mistake quotes may hold line ends and what a terminal takes for a command."""
+    return "".join(c if c.isprintable() else ascii(c)[1:-1] for c in text)
+
+
 @dataclass(frozen=True, order=True)
 class Location:
     """A line of a model file; lines count from 1."""
@@ -28,4 +33,4 @@ class Diagnostics:
 
     def lines(self) -> list[str]:
         """`file:line: what is wrong`, in the order of files and lines."""
-        return [f"{location}: {text}" for location, text in sorted(self.found)]
+        return [f"{location}: {_one_line(text)}" for location, text in sorted(self.found)]

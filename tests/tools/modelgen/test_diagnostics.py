@@ -34,6 +34,8 @@ _ENUM_FILES = [
     ("not UTF-8", b'[KW_A]\nbrief = "\xff"\n', ["enumerations/E.toml:2: the file is not UTF-8"]),
     ("key before the first table", '\nbrief = "A."\n',
      ["enumerations/E.toml:2: 'brief' is no table of the form [Name]"]),
+    ("name with a line end", '"A\\u2028\\u001b" = 1\n',
+     ["enumerations/E.toml:1: 'A\\u2028\\x1b' is no table of the form [Name]"]),
     ("list of tables", '# text\n[[KW_A]]\nbrief = "A."\n',
      ["enumerations/E.toml:2: 'KW_A' is no table of the form [Name]"]),
     ("type twice in a file",
