@@ -99,23 +99,20 @@ bool CPgZEL::RecallFromFile(const QString& fileName, SaveRecallPattern pattern)
 KW_ACCEPTANCE CPgZEL::RecallPattern(const QString& fileName, SaveRecallPattern pattern)
 {
     StopAcquisition();
-    const KW_ACCEPTANCE code = ApplyFile(fileName, pattern);
-    if (code <= eKW_ACC_WARNING)
-    {
-        SwitchMode();
-    }
-    return code;
+    return ApplyFile(fileName, pattern, [this] { SwitchMode(); });
 }
 
 KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
 {
     StopAcquisition();
+    CDbTransaction transaction(*this, QString());
     const KW_ACCEPTANCE code = factory ? KW_CHECKED(m_pPresetFactory->ExternalApply())
                                        : KW_CHECKED(m_pPreset->ExternalApply());
     if (code <= eKW_ACC_WARNING)
     {
         SwitchMode();
     }
+    transaction.Commit();
     return code;
 }
 

@@ -5,6 +5,7 @@
 #include "Dependencies.h"
 #include "ZELPropertyGroup.h"
 
+#include <functional>
 #include <utility>
 
 /**
@@ -70,7 +71,10 @@ public:
     virtual bool RecallFromFile(const QString& fileName, SaveRecallPattern pattern);
     /** Writes everything of `pattern`; CSV when the name ends in ".csv", XML otherwise. */
     KW_ACCEPTANCE SaveToFile(const QString& fileName, SaveRecallPattern pattern) const;
-    KW_ACCEPTANCE ApplyFile(const QString& fileName, SaveRecallPattern pattern);
+    /** Reads and checks the whole file, then applies it. `last` runs when it has been applied, and
+        belongs to the same step for undo. */
+    KW_ACCEPTANCE ApplyFile(const QString& fileName, SaveRecallPattern pattern,
+                            const std::function<void()>& last = {});
     /** Sets the defaults of `pattern` and recomputes, as one step for undo. */
     KW_ACCEPTANCE ApplyDefaults(SaveRecallPattern pattern, const QString& text);
     /** To be overridden by a root whose clients call it. */

@@ -88,7 +88,8 @@ KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern p
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pattern)
+KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pattern,
+                                   const std::function<void()>& last)
 {
     QString error;
     const QByteArray text = ReadSettings(fileName, error);
@@ -120,6 +121,10 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
         const CDbRootScope scope(this, eWRITEKIND::Recall);
         clean = CDbRecall::Apply(*this, document.Top().FirstChild(), pattern).IsClean();
         m_dependencies.CalculateEverything();
+    }
+    if (last)
+    {
+        last();
     }
     transaction.Commit();
     return clean ? eKW_ACC_OK : eKW_ACC_WARNING;
