@@ -26,6 +26,11 @@ CAllocationFault::~CAllocationFault()
     t_left = 0;
 }
 
+std::uint64_t CAllocationFault::GetLeft() const
+{
+    return t_left;
+}
+
 bool CAllocationFault::HasStruck() const
 {
     return t_left == 0;
@@ -45,6 +50,14 @@ bool KW_TryWithoutMemory(const std::function<void()>& act, std::uint64_t number,
     }
     struck = fault.HasStruck();
     return passed;
+}
+
+std::uint64_t KW_CountAllocations(const std::function<void()>& act)
+{
+    constexpr std::uint64_t kNever = 1'000'000'000;
+    const CAllocationFault fault(kNever);
+    act();
+    return kNever - fault.GetLeft();
 }
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

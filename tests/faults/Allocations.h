@@ -18,8 +18,13 @@ public:
     CAllocationFault& operator=(const CAllocationFault&) = delete;
     /** Whether it came to the failing one. */
     bool HasStruck() const;
+    /** Allocations up to the failing one. */
+    std::uint64_t GetLeft() const;
 };
 
 /** Runs `act` with the failing allocation; false where that came out of it as std::bad_alloc.
     `struck` tells whether it came to the failing one. */
 bool KW_TryWithoutMemory(const std::function<void()>& act, std::uint64_t number, bool& struck);
+
+/** Allocations of the calling thread while `act` runs. */
+std::uint64_t KW_CountAllocations(const std::function<void()>& act);
