@@ -62,10 +62,10 @@ public:
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override
     {
-        // A file names the active item before it lists the items.
+        const bool isAsked = kind == eWRITEKIND::Client || kind == eWRITEKIND::Recall;
         const QString* const name = std::get_if<QString>(&value);
-        const bool isUnknown = kind == eWRITEKIND::Client && name != nullptr && !name->isEmpty() &&
-                               Map() != nullptr && !Map()->IsItem(*name);
+        const bool isUnknown = isAsked && name != nullptr && !name->isEmpty() && Map() != nullptr &&
+                               !Map()->IsItem(*name);
         return isUnknown ? static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND)
                          : CDbPropString::Validate(value, kind);
     }
