@@ -9,9 +9,9 @@ namespace
 {
 /** In the order of KW_ZEL_COUNTER_MEAS_TYPE. The catalogue of units has no revolutions per minute.
  */
-constexpr KW_UNIT kUnits[] = {eKW_UNIT_FREQ_HZ,   eKW_UNIT_FREQ_SEC,  eKW_UNIT_NOT_DEFINED,
-                              eKW_UNIT_NONE,      eKW_UNIT_FREQ_SEC,  eKW_UNIT_FREQ_SEC,
-                              eKW_UNIT_COUNT_PCT, eKW_UNIT_COUNT_PCT, eKW_UNIT_COUNT};
+constexpr KW_UNIT kUnitOfMeasurement[] = {
+    eKW_UNIT_FREQ_HZ,  eKW_UNIT_FREQ_SEC,  eKW_UNIT_NOT_DEFINED, eKW_UNIT_NONE, eKW_UNIT_FREQ_SEC,
+    eKW_UNIT_FREQ_SEC, eKW_UNIT_COUNT_PCT, eKW_UNIT_COUNT_PCT,   eKW_UNIT_COUNT};
 } // namespace
 
 KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
@@ -37,7 +37,8 @@ KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
 
 void CPgCounterChannel::UpdateGroup()
 {
-    KW_CHECKED(m_pCounterNumerics->GetPrUnit()->DbSet(kUnits[m_pMeasurementType->Get()]));
+    KW_CHECKED(
+        m_pCounterNumerics->GetPrUnit()->DbSet(kUnitOfMeasurement[m_pMeasurementType->Get()]));
 }
 
 void CPgCounterChannel::OnTreeCreated()

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-using t_Helper = CZELDatabaseHelperDDC;
+using t_DDCHelper = CZELDatabaseHelperDDC;
 
 KW_ACCEPTANCE CPgDDC::OnPropertySet(const CDbPropBase* property)
 {
@@ -62,13 +62,13 @@ void CPgDDC::Init(double center, double span)
 {
     const double boundSpan = KWMath::Bound(m_pSpan->GetMin(), span, m_pSpan->GetMax());
     const double boundCenter = KWMath::Bound(m_pCenter->GetMin(), center, m_pCenter->GetMax());
-    const DDC::DecimationRate rate = t_Helper::CalculateDecimation(boundSpan);
-    const DDC::NcoFrequency nco = t_Helper::CalculateNcoFrequency(boundCenter, rate.m_R_DDC);
+    const DDC::DecimationRate rate = t_DDCHelper::CalculateDecimation(boundSpan);
+    const DDC::NcoFrequency nco = t_DDCHelper::CalculateNcoFrequency(boundCenter, rate.m_R_DDC);
     KW_CHECKED(m_pSpan->DbSet(boundSpan));
     KW_CHECKED(m_pCenter->DbSet(boundCenter));
     KW_CHECKED(m_pSampleDezimationFactor->DbSet(rate.m_R_DDC));
-    KW_CHECKED(m_pFrequencyShift->DbSet(t_Helper::CalculateFrequencyShift(nco)));
-    KW_CHECKED(m_pGain->DbSet(t_Helper::CalculateGain(rate, nco).m_Gain_DDC));
+    KW_CHECKED(m_pFrequencyShift->DbSet(t_DDCHelper::CalculateFrequencyShift(nco)));
+    KW_CHECKED(m_pGain->DbSet(t_DDCHelper::CalculateGain(rate, nco).m_Gain_DDC));
 }
 
 void CPgDDC::Switch(bool on)

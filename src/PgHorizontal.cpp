@@ -18,7 +18,7 @@
 #include <cmath>
 
 using NHorizontalHardware::kDivisions;
-using t_Helper = CZELDatabaseHelperHorizontal;
+using t_HorizontalHelper = CZELDatabaseHelperHorizontal;
 using t_Common = CZELDatabaseHelperCommon;
 
 namespace
@@ -135,7 +135,7 @@ void CPgHorizontal::UpdateDSPMode()
 
 void CPgHorizontal::CalculateSamplingRates()
 {
-    KW_CHECKED(m_pSampleRate->DbSet(t_Helper::GetSampleRate(m_pZELMode->Get())));
+    KW_CHECKED(m_pSampleRate->DbSet(t_HorizontalHelper::GetSampleRate(m_pZELMode->Get())));
 }
 
 void CPgHorizontal::CalculateAcquisitionTime()
@@ -266,7 +266,7 @@ void CPgHorizontal::SetAveragesFromGui()
 
 void CPgHorizontal::CalculateMaxNumberOfBusEvents()
 {
-    const UINT32 traces = t_Helper::GetNumberOfHistoryTraces(m_pHistoryDepth->Get());
+    const UINT32 traces = t_HorizontalHelper::GetNumberOfHistoryTraces(m_pHistoryDepth->Get());
     KW_CHECKED(m_pMaxNumOfSerialBusEvents->DbSet(NHorizontalHardware::kBusEventMemory / traces));
 }
 
@@ -292,7 +292,7 @@ void CPgHorizontal::CalculateBasicHorizontalSettings()
 void CPgHorizontal::CalculateBasicHorizontalSettingsAnalog()
 {
     t_Record record{};
-    t_Helper::CalculateDecimationFactorAndRecordLength(
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLength(
         m_pAcquisitionTime->Get(), m_pSampleRate->Get(), m_pAcquisitionMode->Get(),
         m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(), record.decimation,
         record.length);
@@ -303,7 +303,7 @@ void CPgHorizontal::CalculateBasicHorizontalSettingsDigital()
 {
     t_Record record{};
     // Two values a point are an analog matter: a logic sample is one bit in every mode.
-    t_Helper::CalculateDecimationFactorAndRecordLength(
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLength(
         m_pAcquisitionTime->Get(), m_pSampleRateDigital->Get(), eKW_ZEL_ACQUISITION_MODE_SAMPLE,
         m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(), record.decimation,
         record.length);
@@ -314,7 +314,7 @@ void CPgHorizontal::CalculateBasicHorizontalSettingsAnalogAndDigitalSlowOrRollMo
 {
     t_Record analog{};
     t_Record digital{};
-    t_Helper::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
         m_pAcquisitionTime->Get(), m_pSampleRate->Get(), m_pSampleRateDigital->Get(),
         m_pAcquisitionMode->Get(), m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(),
         analog.decimation, digital.decimation, analog.length, digital.length);
@@ -326,7 +326,7 @@ CPgHorizontal::t_Trace CPgHorizontal::TraceOf(const t_Record& record) const
 {
     t_Trace trace{};
     // The fast mode, when it is forced, interpolates in hardware whatever the record's length.
-    t_Helper::CalculateDependentHorizontalSettings(
+    t_HorizontalHelper::CalculateDependentHorizontalSettings(
         record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
         m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, trace.recordLength,
         trace.length, trace.interpolation, trace.isInterpolatedInHardware, trace.resolution);
@@ -338,7 +338,8 @@ void CPgHorizontal::CalculateDependentHorizontalSettingsAnalog(const t_Record& r
     const t_Trace trace = TraceOf(record);
     KW_CHECKED(m_pDecimationFactor->DbSet(record.decimation));
     KW_CHECKED(m_pDecimationFactorAnalogEffective->DbSet(
-        t_Helper::CalculateDecimationFactorEffective(m_pZELMode->Get(), record.decimation)));
+        t_HorizontalHelper::CalculateDecimationFactorEffective(m_pZELMode->Get(),
+                                                               record.decimation)));
     KW_CHECKED(m_pRecordLength->DbSet(trace.recordLength));
     KW_CHECKED(m_pPPLengthWithoutSettlingSamples->DbSet(trace.length));
     KW_CHECKED(m_pInterpolationFactor->DbSet(trace.interpolation));
@@ -437,22 +438,23 @@ void CPgHorizontal::CalculateHorizontalBoundaries()
     const auto percent = KWMath::ToInteger<UINT16>(m_pReferencePoint->Get());
     double left = 0.0;
     double right = 0.0;
-    t_Helper::CalculateHorizontalBoundaries(m_pAcquisitionTime->Get(), percent, m_pPosition->Get(),
-                                            m_pResolutionPP->Get(), left, right);
+    t_HorizontalHelper::CalculateHorizontalBoundaries(m_pAcquisitionTime->Get(), percent,
+                                                      m_pPosition->Get(), m_pResolutionPP->Get(),
+                                                      left, right);
     KW_CHECKED(m_pLeft->DbSet(left));
     KW_CHECKED(m_pRight->DbSet(right));
     double hardwareLeft = 0.0;
     double hardwareRight = 0.0;
-    t_Helper::CalculateHorizontalBoundaries(m_pAcquisitionTime->Get(), percent,
-                                            m_pHardwarePosition->Get(), m_pResolutionPP->Get(),
-                                            hardwareLeft, hardwareRight);
+    t_HorizontalHelper::CalculateHorizontalBoundaries(
+        m_pAcquisitionTime->Get(), percent, m_pHardwarePosition->Get(), m_pResolutionPP->Get(),
+        hardwareLeft, hardwareRight);
     KW_CHECKED(m_pHardwareRight->DbSet(hardwareRight));
     CalculatePreTriggerSamples(hardwareLeft);
 }
 
 void CPgHorizontal::CalculatePreTriggerSamples(double left)
 {
-    const double samples = KWMath::Round(t_Helper::CalculateNbPreTriggerSamples(
+    const double samples = KWMath::Round(t_HorizontalHelper::CalculateNbPreTriggerSamples(
         m_pAcquisitionTime->Get(), m_pRecordLength->Get(), left));
     const auto count = KWMath::ToInteger<INT64>(samples);
     if (static_cast<double>(count) != samples)

@@ -8,7 +8,7 @@
 namespace
 {
 constexpr double kLowestOnLogarithm = 1e-15;
-constexpr double kDecade = 10.0;
+constexpr double kSmallestLogarithmicSpan = 10.0;
 constexpr double kSmallestRange = 0.01;
 /** Far from zero a range of a hundredth would vanish in the rounding. */
 constexpr double kSmallestShare = 1e-6;
@@ -60,9 +60,9 @@ bool CPgLoggerChannelScreenLayout::IsLogarithmic() const
 KW_ACCEPTANCE CPgLoggerChannelScreenLayout::KeepApart(const CDbPropBase* written)
 {
     const auto below = [this](double end)
-    { return IsLogarithmic() ? end / kDecade : end - Distance(end); };
+    { return IsLogarithmic() ? end / kSmallestLogarithmicSpan : end - Distance(end); };
     const auto above = [this](double end)
-    { return IsLogarithmic() ? end * kDecade : end + Distance(end); };
+    { return IsLogarithmic() ? end * kSmallestLogarithmicSpan : end + Distance(end); };
     if (m_pTop->Get() > m_pBottom->Get())
     {
         return eKW_ACC_OK;

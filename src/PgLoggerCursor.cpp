@@ -5,12 +5,6 @@
 #include "PgLogger.h"
 #include "RuleHelpers.h"
 
-namespace
-{
-constexpr double kLeftPlace = 0.25;
-constexpr double kRightPlace = 0.75;
-} // namespace
-
 KW_ACCEPTANCE CPgLoggerCursor::OnPropertySet(const CDbPropBase* property)
 {
     const KW_ACCEPTANCE code = MoveCoupled(property);
@@ -50,8 +44,8 @@ KW_ACCEPTANCE CPgLoggerCursor::SetToScreen()
     }
     const double left = logger->GetPrHorizontalPosition()->Get();
     const double width = NLoggerScale::WidthOf(logger->GetPrHorizontalScale()->Get());
-    const KW_ACCEPTANCE first = NRules::MoveTo(*m_pX1, left + kLeftPlace * width);
-    const KW_ACCEPTANCE second = NRules::MoveTo(*m_pX2, left + kRightPlace * width);
+    const KW_ACCEPTANCE first = NRules::MoveTo(*m_pX1, left + NRules::kLeftCursorPlace * width);
+    const KW_ACCEPTANCE second = NRules::MoveTo(*m_pX2, left + NRules::kRightCursorPlace * width);
     UpdateGroup();
     UpdateZoom();
     return std::max(first, second);

@@ -13,8 +13,6 @@
 #include "ReadingRules.h"
 #include "RuleHelpers.h"
 
-using t_Helper = CZELDatabaseHelperCommon;
-
 namespace
 {
 constexpr INT32 kInputs = 4;
@@ -171,7 +169,7 @@ void CPgMeter::SelectFunction()
 
 double CPgMeter::ProbeInUse(KW_UNIT& unitOfReading) const
 {
-    return t_Helper::GetProbeSettingsDmm(
+    return CZELDatabaseHelperCommon::GetProbeSettingsDmm(
                m_pMeasType->Get(),
                {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()},
                unitOfReading)

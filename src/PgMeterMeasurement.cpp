@@ -8,22 +8,23 @@
 
 namespace
 {
-struct t_UnitPair
+struct t_UnitOfReading
 {
     KW_UNIT unit;
     KW_ZEL_DMM_UNIT ofReading;
 };
 
-constexpr t_UnitPair kUnits[] = {{eKW_UNIT_LEVEL_V, eKW_ZEL_DMM_UNIT_VOLT},
-                                 {eKW_UNIT_METER_V, eKW_ZEL_DMM_UNIT_VOLT},
-                                 {eKW_UNIT_LEVEL_A, eKW_ZEL_DMM_UNIT_AMPERE},
-                                 {eKW_UNIT_METER_A, eKW_ZEL_DMM_UNIT_AMPERE},
-                                 {eKW_UNIT_METER_OHM, eKW_ZEL_DMM_UNIT_OHM},
-                                 {eKW_UNIT_FIELD_FARAD, eKW_ZEL_DMM_UNIT_FARAD},
-                                 {eKW_UNIT_FREQ_HZ, eKW_ZEL_DMM_UNIT_HERTZ},
-                                 {eKW_UNIT_TEMPERATURE_DEG, eKW_ZEL_DMM_UNIT_CELSIUS},
-                                 {eKW_UNIT_TEMPERATURE_F, eKW_ZEL_DMM_UNIT_FAHRENHEIT},
-                                 {eKW_UNIT_TEMPERATURE_K, eKW_ZEL_DMM_UNIT_KELVIN}};
+constexpr t_UnitOfReading kUnitsOfReadings[] = {
+    {eKW_UNIT_LEVEL_V, eKW_ZEL_DMM_UNIT_VOLT},
+    {eKW_UNIT_METER_V, eKW_ZEL_DMM_UNIT_VOLT},
+    {eKW_UNIT_LEVEL_A, eKW_ZEL_DMM_UNIT_AMPERE},
+    {eKW_UNIT_METER_A, eKW_ZEL_DMM_UNIT_AMPERE},
+    {eKW_UNIT_METER_OHM, eKW_ZEL_DMM_UNIT_OHM},
+    {eKW_UNIT_FIELD_FARAD, eKW_ZEL_DMM_UNIT_FARAD},
+    {eKW_UNIT_FREQ_HZ, eKW_ZEL_DMM_UNIT_HERTZ},
+    {eKW_UNIT_TEMPERATURE_DEG, eKW_ZEL_DMM_UNIT_CELSIUS},
+    {eKW_UNIT_TEMPERATURE_F, eKW_ZEL_DMM_UNIT_FAHRENHEIT},
+    {eKW_UNIT_TEMPERATURE_K, eKW_ZEL_DMM_UNIT_KELVIN}};
 } // namespace
 
 KW_ACCEPTANCE CPgMeterMeasurement::OnPropertySet(const CDbPropBase* property)
@@ -91,10 +92,10 @@ KW_UNIT CPgMeterMeasurement::UnitOfQuantity(KW_UNIT atInput) const
 bool CPgMeterMeasurement::WriteUnit(KW_UNIT unit)
 {
     const auto* const row =
-        std::find_if(std::begin(kUnits), std::end(kUnits),
-                     [unit](const t_UnitPair& pair) { return pair.unit == unit; });
+        std::find_if(std::begin(kUnitsOfReadings), std::end(kUnitsOfReadings),
+                     [unit](const t_UnitOfReading& pair) { return pair.unit == unit; });
     const bool wasValid = m_pUnit->GetValidity() == eKW_VALIDITY_VALID;
-    if (row == std::end(kUnits))
+    if (row == std::end(kUnitsOfReadings))
     {
         NRules::Invalidate({m_pUnit});
         return wasValid;

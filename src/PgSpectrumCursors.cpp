@@ -5,13 +5,11 @@
 #include "PgSpectrum.h"
 #include "PgZEL.h"
 #include "PgaSpectrumCursor.h"
+#include "RuleHelpers.h"
 #include "SpectrumRange.h"
 
 namespace
 {
-constexpr double kLeftPlace = 0.25;
-constexpr double kRightPlace = 0.75;
-
 void MoveTo(CDbPropNumDouble& property, double value)
 {
     KW_CHECKED(property.DbSet(BoundReported(property.GetMin(), value, property.GetMax())));
@@ -57,7 +55,8 @@ void CPgSpectrumCursors::SetToScreen()
 {
     if (const CPgZEL* const root = CPgZEL::Of(*this))
     {
-        for (const auto& [index, place] : {std::pair{0, kLeftPlace}, {1, kRightPlace}})
+        for (const auto& [index, place] :
+             {std::pair{0, NRules::kLeftCursorPlace}, {1, NRules::kRightCursorPlace}})
         {
             KW_CHECKED(m_pSpectrumCursor->ItemDirect(index)->GetPrHorizontal()->DbSet(
                 root->GetPgSpectrum()->FrequencyAt(place)));

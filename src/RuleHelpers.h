@@ -19,6 +19,9 @@ namespace NRules
 {
 constexpr double kVerticalDivisions = 8.0;
 constexpr double kHorizontalDivisions = 10.0;
+/** Where the two cursors go when they are set to the screen: parts of its width. */
+constexpr double kLeftCursorPlace = 0.25;
+constexpr double kRightCursorPlace = 0.75;
 
 // Places in the tree -----------------------------------------------------------------------------
 

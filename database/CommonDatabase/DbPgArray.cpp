@@ -11,8 +11,8 @@
 
 namespace
 {
-constexpr char kSource[] = "CommonDatabase/Src/DbPgArray";
-const QString kItemElement = QStringLiteral("ArrayItem");
+constexpr char kArraySource[] = "CommonDatabase/Src/DbPgArray";
+const QString kArrayItemElement = QStringLiteral("ArrayItem");
 } // namespace
 
 CDbPgArrayBase::CDbPgArrayBase(INT32 dynamic, INT32 maxCount)
@@ -32,7 +32,7 @@ CDbPgArrayBase::~CDbPgArrayBase()
 
 void CDbPgArrayBase::ReportContainer(const QString& text, int line, const char* signature)
 {
-    _KW_ProcessErrorString(text, line, kSource, signature, e_KW_MESSAGE_TYPE_ERROR);
+    _KW_ProcessErrorString(text, line, kArraySource, signature, e_KW_MESSAGE_TYPE_ERROR);
 }
 
 #define KW_REPORT_ARRAY(text) ReportContainer(text, __LINE__, signature)
@@ -390,7 +390,7 @@ void CDbPgArrayBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern)
     CDbContainerBase::SerializeContents(writer, pattern);
     for (const auto& item : m_items)
     {
-        writer.StartElement(kItemElement);
+        writer.StartElement(kArrayItemElement);
         item->SerializeBaseAttributes(writer);
         item->SerializeContents(writer, pattern);
         writer.EndElement();
@@ -402,7 +402,7 @@ void CDbPgArrayBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& r
     INT32 count = 0;
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
-        count += child.Kind() == kItemElement ? 1 : 0;
+        count += child.Kind() == kArrayItemElement ? 1 : 0;
     }
     if (IsDynamic() && count <= GetMaxCount())
     {
@@ -415,7 +415,7 @@ void CDbPgArrayBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& r
     INT32 index = 0;
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
-        if (child.Kind() != kItemElement)
+        if (child.Kind() != kArrayItemElement)
         {
             DeSerializeChild(child, recall);
             continue;

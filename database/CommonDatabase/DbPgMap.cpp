@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr char kSource[] = "CommonDatabase/Src/DbPgMap";
+constexpr char kMapSource[] = "CommonDatabase/Src/DbPgMap";
 
 /** An item that left its map answers its last name, no key, and refuses to be renamed. */
 class CFIMMapItem final : public IKWMapItem
@@ -89,7 +89,7 @@ CDbPgMapBase::~CDbPgMapBase()
 
 void CDbPgMapBase::ReportContainer(const QString& text, int line, const char* signature)
 {
-    _KW_ProcessErrorString(text, line, kSource, signature, e_KW_MESSAGE_TYPE_ERROR);
+    _KW_ProcessErrorString(text, line, kMapSource, signature, e_KW_MESSAGE_TYPE_ERROR);
 }
 
 #define KW_REPORT_MAP(text) ReportContainer(text, __LINE__, signature)

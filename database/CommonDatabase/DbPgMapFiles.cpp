@@ -5,7 +5,7 @@
 
 namespace
 {
-const QString kItemElement = QStringLiteral("MapItem");
+const QString kMapItemElement = QStringLiteral("MapItem");
 } // namespace
 
 void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
@@ -14,7 +14,7 @@ void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) c
     for (const auto& [key, name] : m_namesByKey)
     {
         const t_Item& item = m_items.at(name);
-        writer.StartElement(kItemElement);
+        writer.StartElement(kMapItemElement);
         item.group->SerializeBaseAttributes(writer);
         writer.Attribute(KW_SETTINGS_KEY, QString::number(key));
         writer.Attribute(KW_SETTINGS_DISPLAY_NAME, item.displayName);
@@ -28,7 +28,7 @@ void CDbPgMapBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& rec
     RemoveAllItems();
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
-        if (child.Kind() == kItemElement)
+        if (child.Kind() == kMapItemElement)
         {
             DeSerializeItem(child, recall);
         }
@@ -36,7 +36,7 @@ void CDbPgMapBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& rec
     // The active key names an item, so it follows the items.
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
-        if (child.Kind() != kItemElement)
+        if (child.Kind() != kMapItemElement)
         {
             DeSerializeChild(child, recall);
         }

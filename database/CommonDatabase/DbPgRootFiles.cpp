@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr char kSource[] = "CommonDatabase/Src/DbPgRoot";
+constexpr char kRootSource[] = "CommonDatabase/Src/DbPgRoot";
 
 bool IsCsv(const QString& fileName)
 {
@@ -82,7 +82,7 @@ KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern p
         KW_REPORT_ERROR(
             QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")
                 .arg(fileName, error),
-            kSource);
+            kRootSource);
         return eKW_ACC_FILE_NOT_WRITABLE;
     }
     return eKW_ACC_OK;
@@ -97,7 +97,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     {
         KW_REPORT_ERROR(
             QStringLiteral("Can not read \"%1\": %2. Nothing was changed.").arg(fileName, error),
-            kSource);
+            kRootSource);
         return eKW_ACC_FILE_NOT_READABLE;
     }
     CDbSettingsDocument document;
@@ -106,7 +106,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     {
         KW_REPORT_ERROR(QStringLiteral("Can not use \"%1\": %2. Nothing was changed.")
                             .arg(fileName, document.GetError()),
-                        kSource);
+                        kRootSource);
         return eKW_ACC_FILE_NOT_UNDERSTOOD;
     }
     const CLockGuard lock;

@@ -11,7 +11,7 @@
 
 namespace
 {
-constexpr char kSource[] = "src/IKWFunctionZELHelperDDC";
+constexpr char kDDCSource[] = "src/IKWFunctionZELHelperDDC";
 
 constexpr double kCoarseStep = 4882812.5; // 1.25e9 Hz / 256
 constexpr double kCoarseIncrement = 0.00390625;
@@ -98,7 +98,7 @@ DDC::DecimationRate CZELDatabaseHelperDDC::CalculateDecimationWithLUT(double spa
     {
         KW_REPORT_ERROR(QStringLiteral("Span is out of range, index= %1, no entry in LUT.")
                             .arg(KW_ReportText(row)),
-                        kSource);
+                        kDDCSource);
         return kNoDecimation;
     }
     const auto index = static_cast<UINT32>(row);
@@ -110,12 +110,12 @@ DDC::DecimationRate CZELDatabaseHelperDDC::CalculateDecimationManually(double sp
 {
     if (CMatConstants::IsGreater(span, kTableSpanMinimum))
     {
-        KW_REPORT_ERROR(QStringLiteral("Can not compute decimation for this span."), kSource);
+        KW_REPORT_ERROR(QStringLiteral("Can not compute decimation for this span."), kDDCSource);
         return kNoDecimation;
     }
     if (!CMatConstants::IsGreaterOrEqual(span, kManualSpanMinimum))
     {
-        KW_REPORT_ERROR(QStringLiteral("Span is too small, can not proceed."), kSource);
+        KW_REPORT_ERROR(QStringLiteral("Span is too small, can not proceed."), kDDCSource);
         return kNoDecimation;
     }
     const UINT16 cic1Rate = SearchDecimationRateCic1(kManualRateRatio / span);
@@ -161,7 +161,7 @@ DDC::NcoFrequency CZELDatabaseHelperDDC::CalculateNcoFrequency(double centerFreq
     nco.m_FineFrequency = fineSteps * kFineStep;
     const double increment = fineSteps / kFineModulus;
     if (!(std::fabs(increment) < 0.5))
-        KW_REPORT_ERROR(QStringLiteral("DDC value for PINC2 exceeds range."), kSource);
+        KW_REPORT_ERROR(QStringLiteral("DDC value for PINC2 exceeds range."), kDDCSource);
     else
         nco.m_FineIncrement = increment < 0.0 ? 1.0 - std::fabs(increment) : increment;
     return nco;
@@ -182,7 +182,7 @@ DDC::Gain CZELDatabaseHelperDDC::CalculateGain(const DDC::DecimationRate& rate,
     {
         KW_REPORT_ERROR(
             QStringLiteral("unknown R_FIR = %1 detected").arg(KW_ReportText(INT32{rate.R_FIR})),
-            kSource);
+            kDDCSource);
         firGain = FindFirGain(kManualFirRate);
     }
     const double cic1 = Cic1Gain(rate.m_R_CIC1);

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr char kSource[] = "src/IKWFunctionZELHelperFFT";
+constexpr char kFFTSource[] = "src/IKWFunctionZELHelperFFT";
 constexpr double kTwoPi = 6.283185307179586;
 constexpr double kDecibelFactor = 20.0;
 
@@ -53,7 +53,7 @@ public:
     {
         if (index >= m_length)
         {
-            KW_REPORT_ERROR(QStringLiteral("invalid parameter - n is too big"), kSource);
+            KW_REPORT_ERROR(QStringLiteral("invalid parameter - n is too big"), kFFTSource);
             return 1.0;
         }
         const double x = index * m_step;
@@ -135,7 +135,7 @@ std::array<double, 5> CZELDatabaseHelperFFT::GetWindowCoeff(KW_WINDOW_TYPE type)
     if (const t_Window* window = FindWindow(type))
         return window->coefficients;
     KW_REPORT_ERROR(QStringLiteral("unknown window function, cannot get window coefficients"),
-                    kSource);
+                    kFFTSource);
     return kRectangular.coefficients;
 }
 
@@ -144,7 +144,7 @@ std::function<double(UINT32)> CZELDatabaseHelperFFT::GetWindowFunction(KW_WINDOW
 {
     if (length < 2)
     {
-        KW_REPORT_ERROR(QStringLiteral("size of window function too small"), kSource);
+        KW_REPORT_ERROR(QStringLiteral("size of window function too small"), kFFTSource);
         return [](UINT32) { return 1.0; };
     }
     return CWindowFunction(GetWindowCoeff(type), length);
@@ -154,7 +154,8 @@ double CZELDatabaseHelperFFT::GetWindowFactor(KW_WINDOW_TYPE type)
 {
     if (const t_Window* window = FindWindow(type))
         return window->factor;
-    KW_REPORT_ERROR(QStringLiteral("unknown window function, cannot get window factor"), kSource);
+    KW_REPORT_ERROR(QStringLiteral("unknown window function, cannot get window factor"),
+                    kFFTSource);
     return kRectangular.factor;
 }
 
@@ -162,7 +163,8 @@ double CZELDatabaseHelperFFT::GetWindowLengthFactor(KW_WINDOW_TYPE type)
 {
     if (const t_Window* window = FindWindow(type))
         return window->lengthFactor;
-    KW_REPORT_ERROR(QStringLiteral("unknown window function, cannot get window factor"), kSource);
+    KW_REPORT_ERROR(QStringLiteral("unknown window function, cannot get window factor"),
+                    kFFTSource);
     return kRectangular.lengthFactor;
 }
 
@@ -197,7 +199,7 @@ std::array<double, 4> CZELDatabaseHelperFFT::GetFrequencyRange(KW_SCALING_TYPE s
     if (scaling == eKW_SCALING_TYPE_LINEAR)
         return {0.0, stop, stop, stop * 0.5};
     if (scaling != eKW_SCALING_TYPE_LOGARITHMIC)
-        KW_REPORT_ERROR(QStringLiteral("unknown x-scaling detected"), kSource);
+        KW_REPORT_ERROR(QStringLiteral("unknown x-scaling detected"), kFFTSource);
     const double span = std::fabs(stop - minimumFrequency);
     return {minimumFrequency, stop, span, minimumFrequency + span * 0.5};
 }
@@ -216,13 +218,13 @@ CZELDatabaseHelperFFT::GetInputUnitFromProbeSettingsScope(KW_PROBE_TYPE probe, K
 
     if (probe == eKW_PROBE_TYPE_USER)
         KW_REPORT_ERROR(QStringLiteral("Unsupported user probe unit = ") + KW_ReportText(userUnit),
-                        kSource);
+                        kFFTSource);
     else if (probe >= eKW_PROBE_TYPE_6 && probe <= eKW_PROBE_TYPE_PT1000)
         KW_REPORT_ERROR(QStringLiteral("Unsupported temperature probe type = ") +
                             KW_ReportText(probe),
-                        kSource);
+                        kFFTSource);
     else
-        KW_REPORT_ERROR(QStringLiteral("Unknown probe type = ") + KW_ReportText(probe), kSource);
+        KW_REPORT_ERROR(QStringLiteral("Unknown probe type = ") + KW_ReportText(probe), kFFTSource);
     return eKW_FFT_INPUT_UNIT_VOLTAGE;
 }
 
@@ -231,7 +233,7 @@ CZELDatabaseHelperFFT::GetAnalogSourceChannel(const KW_ZEL_CHANNEL& fftChannel)
 {
     if (IsFftChannel(fftChannel))
         return static_cast<KW_ZEL_ANALOG_CHANNEL>(fftChannel - eKW_ZEL_CHANNEL_FFT1);
-    KW_REPORT_ERROR(InvalidChannelText(fftChannel), kSource);
+    KW_REPORT_ERROR(InvalidChannelText(fftChannel), kFFTSource);
     return eKW_ZEL_ANALOG_CHANNEL_C1;
 }
 
@@ -239,6 +241,6 @@ KW_ZEL_CHANNEL CZELDatabaseHelperFFT::GetSourceChannel(const KW_ZEL_CHANNEL& fft
 {
     if (IsFftChannel(fftChannel))
         return static_cast<KW_ZEL_CHANNEL>(fftChannel - eKW_ZEL_CHANNEL_FFT1);
-    KW_REPORT_ERROR(InvalidChannelText(fftChannel), kSource);
+    KW_REPORT_ERROR(InvalidChannelText(fftChannel), kFFTSource);
     return eKW_ZEL_CHANNEL_C1;
 }

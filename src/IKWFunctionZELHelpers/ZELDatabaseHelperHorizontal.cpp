@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr char kSource[] = "src/IKWFunctionZELHelpers";
+constexpr char kHorizontalSource[] = "src/IKWFunctionZELHelpers";
 constexpr char kHistorySource[] = "ifc/IKWFunctionZelHelpers";
 
 constexpr double kSampleRateA = 1250000000.0;
@@ -69,7 +69,7 @@ double CZELDatabaseHelperHorizontal::GetSampleRate(KW_ZEL_MODE mode)
         return kSampleRateC;
     }
     // The capital letter tells this report from that of the effective decimation.
-    KW_REPORT_ERROR(QStringLiteral("illegal ZEL mode: ") + KW_ReportText(mode), kSource);
+    KW_REPORT_ERROR(QStringLiteral("illegal ZEL mode: ") + KW_ReportText(mode), kHorizontalSource);
     return 0.0;
 }
 
@@ -85,7 +85,7 @@ UINT64 CZELDatabaseHelperHorizontal::CalculateDecimationFactorEffective(KW_ZEL_M
     case eKW_ZEL_MODE_ZEL_C:
         return decimation;
     }
-    KW_REPORT_ERROR(QStringLiteral("Illegal ZEL mode: ") + KW_ReportText(mode), kSource);
+    KW_REPORT_ERROR(QStringLiteral("Illegal ZEL mode: ") + KW_ReportText(mode), kHorizontalSource);
     return decimation;
 }
 
@@ -121,7 +121,7 @@ unsigned int CZELDatabaseHelperHorizontal::GetMaxNumOfSamplesAfterDecimation(
             QStringLiteral(
                 "Illegal sample rate of %1. Setting max. number of samples after decimation to %2")
                 .arg(KW_ReportText(sampleRate), KW_ReportText(kFallbackBudget)),
-            kSource);
+            kHorizontalSource);
     if (acquisitionMode != eKW_ZEL_ACQUISITION_MODE_SAMPLE)
         budget >>= 1;
     const UINT32 points = GetNumberOfHistoryTraces(eKW_ZEL_HISTORY_DEPTH_100) * budget /
@@ -137,7 +137,7 @@ double CZELDatabaseHelperHorizontal::CalculateDecimationFactor(double samples, U
     {
         KW_REPORT_ERROR(
             QStringLiteral("MaxNumOfSamplesAfterDecimation is zero. Decimation factor is set to 1"),
-            kSource);
+            kHorizontalSource);
         return 1.0;
     }
     return std::floor(KWMath::Round(samples) / maxPoints);
@@ -284,14 +284,14 @@ KW_IEEE_DIVISION bool CZELDatabaseHelperHorizontal::CalculateZoomParameter(
     const double visible = wanted > lowest ? wanted : lowest;
     if (CMatConstants::IsEqualZero(visible))
     {
-        KW_REPORT_ERROR(QStringLiteral("Liz is zero"), kSource);
+        KW_REPORT_ERROR(QStringLiteral("Liz is zero"), kHorizontalSource);
         return false;
     }
     // Wanted twin of the guard above: it stands at the division that it protects, under the name
     // that the divisor has there, and stays silent as long as both tests agree on what zero is.
     if (CMatConstants::IsEqualZero(visible))
     {
-        KW_REPORT_ERROR(QStringLiteral("Z1 is zero"), kSource);
+        KW_REPORT_ERROR(QStringLiteral("Z1 is zero"), kHorizontalSource);
         return false;
     }
     zoomInterpolationFactor = zoomFactor / (recordLength / visible) * interpolationFactor;

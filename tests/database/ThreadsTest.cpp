@@ -148,8 +148,8 @@ template <typename T>
 class Torn : public testing::Test
 {
 };
-using t_Wide = testing::Types<INT64, UINT64, double>;
-TYPED_TEST_SUITE(Torn, t_Wide);
+using t_EightBytes = testing::Types<INT64, UINT64, double>;
+TYPED_TEST_SUITE(Torn, t_EightBytes);
 } // namespace
 
 TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)

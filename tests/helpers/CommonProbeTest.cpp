@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "CommonReports.h"
+#include "HelperCases.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 namespace
 {
 using Common = CZELDatabaseHelperCommon;
 
-KW_PROBE_TYPE Probe(INT32 value)
-{
-    return static_cast<KW_PROBE_TYPE>(value);
-}
 KW_UNIT Unit(INT32 value)
 {
     return static_cast<KW_UNIT>(value);
@@ -148,7 +144,6 @@ TEST(CommonProbeUnit, IsMisreadOrMisreported)
 
 TEST(CommonProbeFactor, IsNotInvertedOrInvertedInWrongUnit)
 {
-    constexpr double kInf = std::numeric_limits<double>::infinity();
     CReports reports;
     EXPECT_EQ(Common::ConvertProbeFactor(8.0, Unit(91)), 8.0);
     EXPECT_EQ(Common::ConvertProbeFactor(8.0, Unit(95)), 0.125);

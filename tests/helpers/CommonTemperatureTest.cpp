@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "CommonReports.h"
+#include "HelperCases.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +11,6 @@
 namespace
 {
 using Common = CZELDatabaseHelperCommon;
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
-KW_PROBE_TYPE Probe(INT32 value)
-{
-    return static_cast<KW_PROBE_TYPE>(value);
-}
 
 struct t_TemperatureRow
 {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "AllocationCount.h"
-#include "CommonReports.h"
+#include "HelperCases.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +18,6 @@
 namespace
 {
 using Common = CZELDatabaseHelperCommon;
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 /** A function that answers a number for each value 0, 1, … of an enumeration. */
 struct t_NumberTable

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
+#include "Numbers.h"
 #include "Reports.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <ostream>
 
 namespace DDC
@@ -22,8 +22,6 @@ namespace
 {
 using Converter = CZELDatabaseHelperDDC;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kCoarseStep = 4882812.5;
 constexpr double kFineStep = 0.05820766091346741;
 constexpr DDC::DecimationRate kNone{1, 1, 1, 1, -1};

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "Numbers.h"
 #include "Reports.h"
 
 #include <gmock/gmock.h>
@@ -7,14 +8,10 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace
 {
 using FFT = CZELDatabaseHelperFFT;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(FFTSize, FollowsTheSpanAndIsSilentlyZeroElse)
 {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "Numbers.h"
 #include "Reports.h"
 
 #include <gmock/gmock.h>
@@ -7,25 +8,13 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace
 {
 using Horizontal = CZELDatabaseHelperHorizontal;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr char kZeroBudget[] =
     "MaxNumOfSamplesAfterDecimation is zero. Decimation factor is set to 1";
-
-double Above(double value)
-{
-    return std::nextafter(value, kInf);
-}
-double Below(double value)
-{
-    return std::nextafter(value, -kInf);
-}
 
 TEST(HorizontalSelections, EachModeAndDepthHasItsNumber)
 {

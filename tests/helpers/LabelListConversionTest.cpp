@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelListConversion.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -8,16 +9,12 @@
 #include <boost/numeric/conversion/cast.hpp>
 #include <clocale>
 #include <cmath>
-#include <limits>
 #include <locale>
 #include <stdexcept>
 #include <string>
 
 namespace
 {
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
 enum e_Type : INT32
 {
     Unsigned,

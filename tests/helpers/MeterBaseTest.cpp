@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CommonReports.h"
+#include "HelperCases.h"
 #include "MeterBase/EvMeasurementBlocks.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 

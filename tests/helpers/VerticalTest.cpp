@@ -1,29 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "CommonReports.h"
+#include "HelperCases.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <string>
 #include <vector>
 
 namespace
 {
 using Vertical = CZELDatabaseHelperVertical;
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
-double Above(double value)
-{
-    return std::nextafter(value, kInf);
-}
-double Below(double value)
-{
-    return std::nextafter(value, 0.0);
-}
 
 /** The ladder as decimal texts read by the C library: what computed scales are checked against. */
 const std::vector<double>& Ladder()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "KWMath.h"
 #include "FixedPoint.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -9,14 +10,6 @@
 
 namespace
 {
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
-double Below(double value)
-{
-    return std::nextafter(value, 0.0);
-}
-
 template <typename T>
 class ToInteger : public testing::Test
 {

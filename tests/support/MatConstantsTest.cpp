@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MatConstants.h"
+#include "Numbers.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -9,15 +10,8 @@
 
 namespace
 {
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kMax = std::numeric_limits<double>::max();
 constexpr double kStep = std::numeric_limits<double>::denorm_min();
-
-double Above(double value)
-{
-    return std::nextafter(value, kInf);
-}
 
 struct t_Pair
 {

@@ -7,7 +7,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kAnalysisRules[] = {
     {"ZoomIsSlowerThanTheTimebase", "", "Horizontal/Scale = 1e-09",
      "Zoom/Scale = 1e-09; .Factor = 1; .Left = -5e-09; .Right = 5e-09"},
     {"ZoomForgetsItsScale", "Horizontal/Scale = 1e-09", ".Scale = 1e-06",
@@ -81,7 +81,7 @@ const t_Rule kRules[] = {
      ".Measurement[0]/Enabled = OFF; Measurements/Measurement[3]/Enabled = OFF"},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckAnalysis(const CRuleTree& tree, CFindings& findings)
 {
     const double left = tree.Number("Horizontal/Left");
     const double right = tree.Number("Horizontal/Right");
@@ -102,10 +102,11 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Analysis, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Analysis, Rules, testing::ValuesIn(kAnalysisRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Analysis, Walks,
                          testing::Values(t_Walk{"", "Cursor Zoom Mask Measurements Horizontal",
-                                                Check, 6, "register dimensions|reference point"}));
+                                                CheckAnalysis, 6,
+                                                "register dimensions|reference point"}));
 
 TEST(MaskRules, ClearedMaskLeavesResultsOrAnotherMaskGoes)
 {

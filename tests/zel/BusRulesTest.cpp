@@ -6,7 +6,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kBusRules[] = {
     {"StandardRateLeavesTheNumber", "", "SerialBus/CANBusSettings/StandardBitRate = 250_KBPS",
      ".BitRate = 250000"},
     {"NumberLeavesTheStandard", "", "SerialBus/CANBusSettings/BitRate = 125000",
@@ -256,7 +256,7 @@ void CheckSpi(const CRuleTree& tree, CFindings& findings)
     CheckLines(tree, lines, findings);
 }
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckBus(const CRuleTree& tree, CFindings& findings)
 {
     const QByteArray can = "SerialBus/CANBusSettings/";
     CheckStandard(tree, can, "BitRate", findings);
@@ -286,7 +286,7 @@ constexpr char kSignalAndFrames[] =
     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame";
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Bus, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Bus, Rules, testing::ValuesIn(kBusRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(
     Bus, Walks,
     testing::Values(t_Walk{
@@ -295,7 +295,7 @@ INSTANTIATE_TEST_SUITE_P(
         "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1] "
         "SerialBus/TrackInTable Trigger/SPIBusTriggerSettings Trigger/CANBusTriggerSettings "
         "Trigger/UARTBusTriggerSettings Vertical/Channel[0] Vertical/Channel[2]",
-        Check, 12}));
+        CheckBus, 12}));
 
 TEST(BusRules, MarkedFrameDoesNotFollow)
 {

@@ -4,7 +4,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kHarmonicRules[] = {
     {"FixedFundamentalIsInUse", "", "Harmonic/Fundamental = F_400_HZ",
      ".FundamentalFrequency = 400; .HarmonicSelected[0]/Frequency = 1200"},
     {"UserFundamentalIsInUse", "Harmonic/Fundamental = USER", ".UserFundamental = 90",
@@ -65,7 +65,7 @@ const t_Rule kRules[] = {
      ".OddLimit = 5", eKW_ACC_NOTHING_TO_DO},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckHarmonic(const CRuleTree& tree, CFindings& findings)
 {
     const QByteArray standard = "Harmonic/HarmonicStandard/";
     findings.Check(tree.Text(standard + "Standard") != QLatin1String("NONE") ||
@@ -96,8 +96,8 @@ class HarmonicLimit : public testing::TestWithParam<t_LimitRow>
 };
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Harmonic, Rules, testing::ValuesIn(kRules), Rules::Name);
-INSTANTIATE_TEST_SUITE_P(Harmonic, Walks, testing::Values(t_Walk{"", "Harmonic", Check}));
+INSTANTIATE_TEST_SUITE_P(Harmonic, Rules, testing::ValuesIn(kHarmonicRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Harmonic, Walks, testing::Values(t_Walk{"", "Harmonic", CheckHarmonic}));
 
 TEST(HarmonicRules, ShownOrdersIgnoreTheSelectionOrWhatIsDelivered)
 {

@@ -11,7 +11,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kInstrumentRules[] = {
     {"StoppedScopeStillRuns", "", "Control/SMScope/RunStop = STOP",
      "Runs/CurrentRun/RunStop = STOP"},
     {"StopDoesNotStop", "", "Control/SMScope/Stop",
@@ -80,7 +80,7 @@ bool HasItsExtension(const CRuleTree& tree, const char* file, const char* format
     return name.isEmpty() || name.endsWith(QLatin1Char('.') + tree.Text(format).toLower().left(3));
 }
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckInstrument(const CRuleTree& tree, CFindings& findings)
 {
     findings.Check(HasItsExtension(tree, "Print/File", "Print/Format"), "extension of a picture");
     findings.Check(
@@ -96,14 +96,14 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Instrument, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Instrument, Rules, testing::ValuesIn(kInstrumentRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Instrument, Walks,
                          testing::Values(t_Walk{
                              "",
                              "Print Export Control Runs Setup/Wireless Setup/Selftest Performance "
                              "Setup/Display Setup/SetupDateTime Debug Setup/HwConfig "
                              "Setup/RemoteControl Setup SaveRecall",
-                             Check, 12}));
+                             CheckInstrument, 12}));
 
 TEST(InstrumentRules, SelftestKeepsOldResultsOrRunsOnAfterAbort)
 {

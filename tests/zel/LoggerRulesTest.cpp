@@ -3,7 +3,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kLoggerRules[] = {
     {"RecordingLocksItsSettings", "", "Logger/Start",
      ".Recording = ON; .SampleRate = 1_PER_SEC!; .Duration = UNLIMITED!; .StartDelay = 0!; "
      ".LoggerAttributes/LoggerChannel[1]/Enabled = OFF!; .LoggerChannelSource/Source = METER!; "
@@ -108,7 +108,7 @@ const t_Rule kRules[] = {
      ".CoupleToCursors = OFF; .Position = 44"},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckLogger(const CRuleTree& tree, CFindings& findings)
 {
     for (const char channel : {'0', '1', '2', '3'})
     {
@@ -131,5 +131,5 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Logger, Rules, testing::ValuesIn(kRules), Rules::Name);
-INSTANTIATE_TEST_SUITE_P(Logger, Walks, testing::Values(t_Walk{"", "Logger", Check, 10}));
+INSTANTIATE_TEST_SUITE_P(Logger, Rules, testing::ValuesIn(kLoggerRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Logger, Walks, testing::Values(t_Walk{"", "Logger", CheckLogger, 10}));

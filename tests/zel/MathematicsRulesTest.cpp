@@ -5,7 +5,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kMathematicsRules[] = {
     {"SumOfDifferentQuantities", "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A",
      "Mathematics/Type = SUBTRACT", ".Unit = NOT_DEFINED"},
     {"PowerIsNoPower", "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A",
@@ -75,7 +75,7 @@ bool IsOn(const CRuleTree& tree, int channel)
 }
 
 /** Axes and sources are channels that are on, and different, as far as there are enough. */
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckMathematics(const CRuleTree& tree, CFindings& findings)
 {
     int enabled = 0;
     for (int i = 0; i < 4; ++i)
@@ -100,11 +100,11 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Mathematics, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Mathematics, Rules, testing::ValuesIn(kMathematicsRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Mathematics, Walks,
                          testing::Values(t_Walk{
                              "", "Mathematics XY Vertical Vertical/Channel[0] Cursor Measurements",
-                             Check, 6}));
+                             CheckMathematics, 6}));
 
 TEST(MathematicsRules, ExpressionGrowsBeyondItsLengthOrIsHalfRead)
 {

@@ -5,7 +5,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kMeterRules[] = {
     {"ResistanceFindsItsPath", "Meter/ProbeType = VOLTAGE_100_TO_1", ".MeterType = OHM",
      ".MeasTypeGUI = RESISTANCE; .MeasType = OHM; .ProbeType = VOLTAGE_1_TO_1; .ProbeType.values = "
      "VOLTAGE_1_TO_1; .InputType = SOURCE; .AdcPath = DC; .TestCurrent = 1_MILLI_A; "
@@ -114,7 +114,7 @@ const t_Rule kRules[] = {
      ".Acquisitions = 0; .AcquiredBlocks = 0; .LostAcquisitions = 0; .AcquiredSamples = 3"},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckMeter(const CRuleTree& tree, CFindings& findings)
 {
     for (const QByteArray path : {"Meter/ProbeType", "Meter/ProbeUserUnit", "Meter/SelectedChannel",
                                   "Meter/MeterChannel[4]/Range"})
@@ -145,10 +145,10 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Meter, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Meter, Rules, testing::ValuesIn(kMeterRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Meter, Walks,
                          testing::Values(t_Walk{
                              "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; "
                              "@.Status = VALID; @Counter/CounterChannel[0]/CounterNumerics/Value = "
                              "1010",
-                             "Meter Counter", Check, 10}));
+                             "Meter Counter", CheckMeter, 10}));

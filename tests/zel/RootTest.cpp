@@ -10,25 +10,10 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <array>
 #include <gtest/gtest.h>
 #include <set>
-#include <thread>
 
 using namespace NApplicationDefinitions;
-
-TEST(Root, TwoThreadsBuildTwoTrees)
-{
-    for (int round = 0; round < 20; ++round)
-    {
-        std::array<std::shared_ptr<IKWFunctionZEL>, 2> roots;
-        std::thread other([&roots] { roots[1] = GetZELRoot(); });
-        roots[0] = GetZELRoot();
-        other.join();
-        ASSERT_TRUE(roots[0]);
-        EXPECT_EQ(roots[0].get(), roots[1].get());
-    }
-}
 
 TEST(Root, OutlivesItsLastClientOrKeepsOldValues)
 {
@@ -78,36 +63,6 @@ TEST(Root, ModeSwitchStaysBehindTheSelectedMode)
     ASSERT_EQ(mode->GetPrSwitchMode()->Set(), eKW_ACC_OK);
     EXPECT_EQ(mode->GetPrActiveMode()->Get(), eKW_ZEL_OPERATION_MODE_METER);
     EXPECT_EQ(mode->GetPrPreviousMode()->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
-}
-
-TEST(Root, RecallOrPresetGoesOnWhileTheAcquisitionStillRuns)
-{
-    const QTemporaryDir folder;
-    const auto root = GetZELRoot();
-    const auto stop = root->GetPgControl()->GetPgSMMode()->GetPrStop();
-    const QString file = folder.filePath(QStringLiteral("a.xml"));
-    ASSERT_EQ(root->Save(file), eKW_ACC_OK);
-    stop->AttachExecutor(true);
-    std::atomic<int> stopped{0};
-    std::atomic<bool> done{false};
-    std::thread acquisition(
-        [&]
-        {
-            while (!done)
-            {
-                if (stop->TakeEvent() == eKW_OP_EVENT_START)
-                {
-                    ++stopped;
-                    stop->Complete(eKW_OP_RESULT_SUCCESS);
-                }
-                std::this_thread::yield();
-            }
-        });
-    EXPECT_EQ(root->Recall(file), eKW_ACC_OK);
-    EXPECT_EQ(root->RunPresetSequence(false), eKW_ACC_OK);
-    done = true;
-    acquisition.join();
-    EXPECT_EQ(stopped, 2);
 }
 
 TEST(Root, ActionsSaveAndRestoreElsewhereOrTooLittle)

@@ -5,7 +5,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kScreenRules[] = {
     {"ViewerLooksAtARunningScope", "", "HistoryViewer/Enabled = ON",
      "Control/SMScope/RunStop = STOP"},
     {"ViewerStaysBeforeARunningScope", "HistoryViewer/Play", "Control/SMScope/RunStop = RUN",
@@ -58,7 +58,7 @@ const t_Rule kRules[] = {
      ".DutyCycle = 50; .Phase = 0"},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckScreen(const CRuleTree& tree, CFindings& findings)
 {
     double covered = 0.0;
     for (const char* window : {"[0]", "[1]", "[2]", "[3]"})
@@ -73,10 +73,10 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Screen, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Screen, Rules, testing::ValuesIn(kScreenRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Screen, Walks,
-                         testing::Values(t_Walk{"", "Diagrams HistoryViewer Simulation", Check,
-                                                4}));
+                         testing::Values(t_Walk{"", "Diagrams HistoryViewer Simulation",
+                                                CheckScreen, 4}));
 
 TEST(HistoryViewerRules, PlayerLeavesTheMemoryOrTheTimeOfAnotherTrace)
 {

@@ -3,7 +3,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kTriggerRules[] = {
     {"SourceIsOff", "Trigger/Source = C2", "Vertical/Channel[1]/Enabled = OFF",
      "Trigger/Source = C1"},
     {"DigitalSourceWithoutDigitalChannels", "", "Trigger/Source = D3", ".Source = C1",
@@ -70,7 +70,7 @@ const t_Rule kRules[] = {
      "Trigger/ExternalTriggerLevel/Level = 5; .LevelSet = USER"},
 };
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckTrigger(const CRuleTree& tree, CFindings& findings)
 {
     for (const char* type :
          {"Glitch", "Width", "Interval", "Pattern", "Runt", "SlewRate", "Window"})
@@ -86,6 +86,7 @@ void Check(const CRuleTree& tree, CFindings& findings)
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Trigger, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Trigger, Rules, testing::ValuesIn(kTriggerRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Trigger, Walks,
-                         testing::Values(t_Walk{"", "Trigger Vertical/Channel[0]", Check, 5}));
+                         testing::Values(t_Walk{"", "Trigger Vertical/Channel[0]", CheckTrigger,
+                                                5}));

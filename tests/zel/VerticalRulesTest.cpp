@@ -5,7 +5,7 @@
 
 namespace
 {
-const t_Rule kRules[] = {
+const t_Rule kVerticalRules[] = {
     {"ScreenKeepsItsHeight", "Vertical/Channel[2]/Position = 1; .Offset = 3", ".Scale = 0.5",
      ".Range = 4; .Top = 4.5; .Bottom = 0.5"},
     {"PositionMovesTheScreenUp", "", "Vertical/Channel[2]/Position = 1.5",
@@ -154,7 +154,7 @@ const t_Rule kRules[] = {
 };
 
 /** The edges of the screen, from the settings by another way than the rule's. */
-void CheckScreen(const CRuleTree& tree, CFindings& findings)
+void CheckChannelScreen(const CRuleTree& tree, CFindings& findings)
 {
     const double scale = tree.Number("Vertical/Channel[2]/Scale");
     const double middle = tree.Number("Vertical/Channel[2]/Offset") -
@@ -195,15 +195,15 @@ void CheckLevels(const CRuleTree& tree, CFindings& findings)
     }
 }
 
-void Check(const CRuleTree& tree, CFindings& findings)
+void CheckVertical(const CRuleTree& tree, CFindings& findings)
 {
-    CheckScreen(tree, findings);
+    CheckChannelScreen(tree, findings);
     CheckLevels(tree, findings);
 }
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Vertical, Rules, testing::ValuesIn(kRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(Vertical, Rules, testing::ValuesIn(kVerticalRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Vertical, Walks,
                          testing::Values(t_Walk{
                              "", "Vertical Logic Vertical/Channel[2] Vertical/Channel[2]/Levels",
-                             Check, 12}));
+                             CheckVertical, 12}));

@@ -6,7 +6,7 @@
 namespace
 {
 using namespace NApplicationDefinitions;
-using Helper = CZELDatabaseHelperCommon;
+using CommonHelper = CZELDatabaseHelperCommon;
 
 void Channel(const CArguments& in, CFigures& out)
 {
@@ -35,14 +35,14 @@ void Trigger(const CArguments& in, CFigures& out)
 
 void SampleSize(const CArguments& in, CFigures& out)
 {
-    out.Add("bytes per sample", Helper::GetSampleSize(in.Enum<KW_SIGNAL_FORMAT>("format")),
+    out.Add("bytes per sample", CommonHelper::GetSampleSize(in.Enum<KW_SIGNAL_FORMAT>("format")),
             eKW_UNIT_BYTES);
 }
 
 void TransferSize(const CArguments& in, CFigures& out)
 {
-    out.Add("bytes per sample", Helper::GetNOfBytesPerSample(in.Enum<KW_DATAFORMAT>("format")),
-            eKW_UNIT_BYTES);
+    out.Add("bytes per sample",
+            CommonHelper::GetNOfBytesPerSample(in.Enum<KW_DATAFORMAT>("format")), eKW_UNIT_BYTES);
 }
 } // namespace
 

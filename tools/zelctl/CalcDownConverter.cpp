@@ -4,7 +4,7 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperDDC;
+using DDCHelper = CZELDatabaseHelperDDC;
 
 void AddRate(const DDC::DecimationRate& rate, CFigures& out)
 {
@@ -18,17 +18,17 @@ void AddRate(const DDC::DecimationRate& rate, CFigures& out)
 void DownConverter(const CArguments& in, CFigures& out)
 {
     const DDC::DecimationRate rate =
-        Helper::CalculateDecimation(in.Number("span", eKW_UNIT_FREQ_HZ));
+        DDCHelper::CalculateDecimation(in.Number("span", eKW_UNIT_FREQ_HZ));
     const DDC::NcoFrequency nco =
-        Helper::CalculateNcoFrequency(in.Number("center", eKW_UNIT_FREQ_HZ), rate.m_R_DDC);
-    const DDC::Gain gain = Helper::CalculateGain(rate, nco);
-    const DDC::HWSettings registers = Helper::CalculateHWSettingsDDC(rate, nco);
+        DDCHelper::CalculateNcoFrequency(in.Number("center", eKW_UNIT_FREQ_HZ), rate.m_R_DDC);
+    const DDC::Gain gain = DDCHelper::CalculateGain(rate, nco);
+    const DDC::HWSettings registers = DDCHelper::CalculateHWSettingsDDC(rate, nco);
     AddRate(rate, out);
     out.Add("coarse frequency", nco.m_CoarseFrequency, eKW_UNIT_FREQ_HZ)
         .Add("coarse increment", nco.m_CoarseIncrement)
         .Add("fine frequency", nco.m_FineFrequency, eKW_UNIT_FREQ_HZ)
         .Add("fine increment", nco.m_FineIncrement)
-        .Add("frequency shift", Helper::CalculateFrequencyShift(nco), eKW_UNIT_FREQ_HZ)
+        .Add("frequency shift", DDCHelper::CalculateFrequencyShift(nco), eKW_UNIT_FREQ_HZ)
         .Add("gain", gain.m_Gain_DDC)
         .Add("gain of scale", gain.m_Gain_Scale)
         .Add("gain of shift", gain.m_Gain_Shift)
@@ -43,18 +43,18 @@ void DownConverter(const CArguments& in, CFigures& out)
 void DecimationByTable(const CArguments& in, CFigures& out)
 {
     const double span = in.Number("span", eKW_UNIT_FREQ_HZ);
-    out.Add("row", Helper::SearchRowIndexInLUT(span));
-    AddRate(Helper::CalculateDecimationWithLUT(span), out);
+    out.Add("row", DDCHelper::SearchRowIndexInLUT(span));
+    AddRate(DDCHelper::CalculateDecimationWithLUT(span), out);
 }
 
 void DecimationByRatio(const CArguments& in, CFigures& out)
 {
-    AddRate(Helper::CalculateDecimationManually(in.Number("span", eKW_UNIT_FREQ_HZ)), out);
+    AddRate(DDCHelper::CalculateDecimationManually(in.Number("span", eKW_UNIT_FREQ_HZ)), out);
 }
 
 void CombRate(const CArguments& in, CFigures& out)
 {
-    out.Add("CIC stage", Helper::SearchDecimationRateCic1(in.Number("ratio")));
+    out.Add("CIC stage", DDCHelper::SearchDecimationRateCic1(in.Number("ratio")));
 }
 } // namespace
 

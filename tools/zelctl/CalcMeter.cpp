@@ -5,7 +5,7 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperCommon;
+using CommonHelper = CZELDatabaseHelperCommon;
 
 KW_UNIT GetMeterUnit(KW_ZEL_DMM_MEAS_TYPE type)
 {
@@ -103,15 +103,15 @@ void VoltagePath(const CArguments& in, CFigures& out)
 {
     double factor = 0.0;
     unsigned int code = 0;
-    Helper::GetDMMVoltagePathSettings(in.Enum<KW_ZEL_DMM_MEAS_TYPE>("type"),
-                                      in.Enum<KW_PROBE_TYPE>("--probe"),
-                                      in.Number("range", eKW_UNIT_METER_V), factor, code);
+    CommonHelper::GetDMMVoltagePathSettings(in.Enum<KW_ZEL_DMM_MEAS_TYPE>("type"),
+                                            in.Enum<KW_PROBE_TYPE>("--probe"),
+                                            in.Number("range", eKW_UNIT_METER_V), factor, code);
     out.Add("factor", factor).Add("path code", code);
 }
 
 void TestCurrent(const CArguments& in, CFigures& out)
 {
-    out.Add("current", Helper::GetDMMCurrent(in.Enum<KW_ZEL_DMM_CURRENT>("path")),
+    out.Add("current", CommonHelper::GetDMMCurrent(in.Enum<KW_ZEL_DMM_CURRENT>("path")),
             eKW_UNIT_LEVEL_A);
 }
 
@@ -119,14 +119,14 @@ void RangeScale(const CArguments& in, CFigures& out)
 {
     const double range = in.Number("range", eKW_UNIT_METER_V);
     out.Add("scale",
-            in.IsSet("--counter") ? Helper::ConvertCounterRange2VerticalScale(range)
-                                  : Helper::ConvertMeterRange2VerticalScale(range),
+            in.IsSet("--counter") ? CommonHelper::ConvertCounterRange2VerticalScale(range)
+                                  : CommonHelper::ConvertMeterRange2VerticalScale(range),
             eKW_UNIT_LEVEL_V_DIV);
 }
 
 void ConverterRate(const CArguments&, CFigures& out)
 {
-    out.Add("sample rate", Helper::GetSamplingRateADC(), eKW_UNIT_SAMPLES_S);
+    out.Add("sample rate", CommonHelper::GetSamplingRateADC(), eKW_UNIT_SAMPLES_S);
 }
 } // namespace
 

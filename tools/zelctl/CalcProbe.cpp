@@ -4,7 +4,7 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperCommon;
+using CommonHelper = CZELDatabaseHelperCommon;
 
 /** The unit that a temperature is written in; Celsius when none is. */
 KW_UNIT GetTemperatureUnit(const std::string& text)
@@ -16,43 +16,43 @@ KW_UNIT GetTemperatureUnit(const std::string& text)
 
 void Temperature(const CArguments& in, CFigures& out)
 {
-    const double celsius = Helper::ConvertResistance2Temperature(
+    const double celsius = CommonHelper::ConvertResistance2Temperature(
         in.Enum<KW_PROBE_TYPE>("probe"), in.Number("resistance", eKW_UNIT_IMPEDANCE_OHM));
     for (const KW_UNIT unit :
          {eKW_UNIT_TEMPERATURE_DEG, eKW_UNIT_TEMPERATURE_F, eKW_UNIT_TEMPERATURE_K})
     {
         out.Add(QStringLiteral("temperature in ") + GetUnitText(unit),
-                Helper::ConvertTempCelsius(celsius, unit), unit);
+                CommonHelper::ConvertTempCelsius(celsius, unit), unit);
     }
 }
 
 void Resistance(const CArguments& in, CFigures& out)
 {
     const KW_UNIT unit = GetTemperatureUnit(in.Text("temperature"));
-    const double celsius = Helper::ConvertTemp2Celsius(in.Number("temperature", unit), unit);
+    const double celsius = CommonHelper::ConvertTemp2Celsius(in.Number("temperature", unit), unit);
     out.Add("resistance",
-            Helper::ConvertTemperature2Resistance(in.Enum<KW_PROBE_TYPE>("probe"), celsius),
+            CommonHelper::ConvertTemperature2Resistance(in.Enum<KW_PROBE_TYPE>("probe"), celsius),
             eKW_UNIT_IMPEDANCE_OHM);
 }
 
-Helper::ProbeSettingsDb GetProbe(const CArguments& in)
+CommonHelper::ProbeSettingsDb GetProbe(const CArguments& in)
 {
     return {in.Enum<KW_PROBE_TYPE>("probe"), in.Number("--factor"), in.Enum<KW_UNIT>("--unit")};
 }
 
 void Probe(const CArguments& in, CFigures& out)
 {
-    const auto settings = Helper::GetProbeSettingsScope(GetProbe(in));
+    const auto settings = CommonHelper::GetProbeSettingsScope(GetProbe(in));
     out.Add("factor", settings.factor)
         .Add("unit", GetEnumText(settings.unit))
-        .Add("measured unit", GetEnumText(Helper::GetProbeUnit(settings.unit)));
+        .Add("measured unit", GetEnumText(CommonHelper::GetProbeUnit(settings.unit)));
 }
 
 void MeterProbe(const CArguments& in, CFigures& out)
 {
     KW_UNIT resultUnit = eKW_UNIT_NONE;
-    const auto settings = Helper::GetProbeSettingsDmm(in.Enum<KW_ZEL_DMM_MEAS_TYPE>("measurement"),
-                                                      GetProbe(in), resultUnit);
+    const auto settings = CommonHelper::GetProbeSettingsDmm(
+        in.Enum<KW_ZEL_DMM_MEAS_TYPE>("measurement"), GetProbe(in), resultUnit);
     out.Add("factor", settings.factor)
         .Add("unit", GetEnumText(settings.unit))
         .Add("unit of the reading", GetEnumText(resultUnit));
@@ -61,30 +61,31 @@ void MeterProbe(const CArguments& in, CFigures& out)
 void ProbeFactor(const CArguments& in, CFigures& out)
 {
     const auto unit = in.Enum<KW_UNIT>("unit");
-    out.Add("multiplier", Helper::ConvertProbeFactor(in.Number("factor"), unit));
+    out.Add("multiplier", CommonHelper::ConvertProbeFactor(in.Number("factor"), unit));
 }
 
 void ProbeFactorUnit(const CArguments& in, CFigures& out)
 {
-    out.Add("unit", GetEnumText(Helper::GetProbeFactorUnit(in.Enum<KW_UNIT>("measured"))));
+    out.Add("unit", GetEnumText(CommonHelper::GetProbeFactorUnit(in.Enum<KW_UNIT>("measured"))));
 }
 
 void Calibration(const CArguments& in, CFigures& out)
 {
     const double wanted = in.Number("frequency", eKW_UNIT_FREQ_HZ);
-    const KW_ZEL_CAL_FREQ selection = Helper::GetCalFrequency(wanted);
+    const KW_ZEL_CAL_FREQ selection = CommonHelper::GetCalFrequency(wanted);
     out.Add("selection", GetEnumText(selection))
-        .Add("frequency", Helper::GetCalFrequency(selection), eKW_UNIT_FREQ_HZ);
+        .Add("frequency", CommonHelper::GetCalFrequency(selection), eKW_UNIT_FREQ_HZ);
 }
 
 void LowPassGain(const CArguments& in, CFigures& out)
 {
-    out.Add("gain", Helper::GetLfGain_dB(in.Enum<KW_ZEL_LPF_GAIN>("step")), eKW_UNIT_LEVEL_DB);
+    out.Add("gain", CommonHelper::GetLfGain_dB(in.Enum<KW_ZEL_LPF_GAIN>("step")),
+            eKW_UNIT_LEVEL_DB);
 }
 
 void Overload(const CArguments&, CFigures& out)
 {
-    out.Add("relative to full scale", Helper::GetOverloadFactor());
+    out.Add("relative to full scale", CommonHelper::GetOverloadFactor());
 }
 } // namespace
 

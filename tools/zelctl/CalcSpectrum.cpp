@@ -4,11 +4,11 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperFFT;
+using FFTHelper = CZELDatabaseHelperFFT;
 
 void FFTSize(const CArguments& in, CFigures& out)
 {
-    out.Add("points", Helper::GetFFTSize(in.Enum<KW_FFT_FREQUENCY_SPAN>("span")));
+    out.Add("points", FFTHelper::GetFFTSize(in.Enum<KW_FFT_FREQUENCY_SPAN>("span")));
 }
 
 KW_UNIT GetLevelUnit(KW_FFT_MAGN_UNIT unit)
@@ -32,7 +32,7 @@ void Magnitude(const CArguments& in, CFigures& out)
     const KW_UNIT level = GetLevelUnit(unit);
     const KW_UNIT linear =
         input == eKW_FFT_INPUT_UNIT_CURRENT ? eKW_UNIT_LEVEL_A : eKW_UNIT_LEVEL_V;
-    const auto convert = Helper::ConvertMagnitudeDBFunction(
+    const auto convert = FFTHelper::ConvertMagnitudeDBFunction(
         input, unit, in.Number("--impedance", eKW_UNIT_IMPEDANCE_OHM), inverse);
     out.Add(inverse ? "magnitude" : "level", convert(in.Number("value", inverse ? level : linear)),
             inverse ? linear : level);
@@ -42,12 +42,12 @@ void Absolute(const CArguments& in, CFigures& out)
 {
     const ne10_fft_cpx_float32_t sample{static_cast<float>(in.Number("real")),
                                         static_cast<float>(in.Number("imaginary"))};
-    out.Add("magnitude", Helper::Abs(sample));
+    out.Add("magnitude", FFTHelper::Abs(sample));
 }
 
 void FrequencyRange(const CArguments& in, CFigures& out)
 {
-    const auto range = Helper::GetFrequencyRange(
+    const auto range = FFTHelper::GetFrequencyRange(
         in.Enum<KW_SCALING_TYPE>("--scaling"), in.Number("--minimum", eKW_UNIT_FREQ_HZ),
         in.Number("rate", eKW_UNIT_SAMPLES_S), in.Number("bandwidth", eKW_UNIT_FREQ_HZ));
     out.Add("start", range[0], eKW_UNIT_FREQ_HZ)
@@ -59,13 +59,13 @@ void FrequencyRange(const CArguments& in, CFigures& out)
 void Source(const CArguments& in, CFigures& out)
 {
     const auto channel = in.Enum<KW_ZEL_CHANNEL>("channel");
-    out.Add("source", GetEnumText(Helper::GetSourceChannel(channel)))
-        .Add("analog channel", GetEnumText(Helper::GetAnalogSourceChannel(channel)));
+    out.Add("source", GetEnumText(FFTHelper::GetSourceChannel(channel)))
+        .Add("analog channel", GetEnumText(FFTHelper::GetAnalogSourceChannel(channel)));
 }
 
 void InputUnit(const CArguments& in, CFigures& out)
 {
-    out.Add("input unit", GetEnumText(Helper::GetInputUnitFromProbeSettingsScope(
+    out.Add("input unit", GetEnumText(FFTHelper::GetInputUnitFromProbeSettingsScope(
                               in.Enum<KW_PROBE_TYPE>("probe"), in.Enum<KW_UNIT>("--unit"))));
 }
 } // namespace

@@ -4,7 +4,7 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperHorizontal;
+using HorizontalHelper = CZELDatabaseHelperHorizontal;
 
 const t_Argument kMode{"--mode", "KW_ZEL_MODE", "ZEL_A"};
 const t_Argument kAcquisition{"--acquisition", "KW_ZEL_ACQUISITION_MODE", "SAMPLE"};
@@ -13,7 +13,8 @@ const t_Argument kRecord{"--record", "KW_ZEL_RECORD_LENGTH", "AUTO"};
 
 void SampleRate(const CArguments& in, CFigures& out)
 {
-    out.Add("sample rate", Helper::GetSampleRate(in.Enum<KW_ZEL_MODE>("mode")), eKW_UNIT_SAMPLES_S);
+    out.Add("sample rate", HorizontalHelper::GetSampleRate(in.Enum<KW_ZEL_MODE>("mode")),
+            eKW_UNIT_SAMPLES_S);
 }
 
 void Decimation(const CArguments& in, CFigures& out)
@@ -23,21 +24,23 @@ void Decimation(const CArguments& in, CFigures& out)
     const auto acquisition = in.Enum<KW_ZEL_ACQUISITION_MODE>("--acquisition");
     const auto history = in.Enum<KW_ZEL_HISTORY_DEPTH>("--history");
     const auto record = in.Enum<KW_ZEL_RECORD_LENGTH>("--record");
-    const double rate = Helper::GetSampleRate(mode);
+    const double rate = HorizontalHelper::GetSampleRate(mode);
     unsigned int decimation = 0;
     double length = 0.0;
-    Helper::CalculateDecimationFactorAndRecordLength(seconds, rate, acquisition, history, record,
-                                                     decimation, length);
+    HorizontalHelper::CalculateDecimationFactorAndRecordLength(seconds, rate, acquisition, history,
+                                                               record, decimation, length);
     out.Add("sample rate", rate, eKW_UNIT_SAMPLES_S)
         .Add("samples", seconds * rate, eKW_UNIT_SAMPLES)
-        .Add("sample budget",
-             Helper::GetMaxNumOfSamplesAfterDecimation(rate, acquisition, history, record),
-             eKW_UNIT_SAMPLES)
+        .Add(
+            "sample budget",
+            HorizontalHelper::GetMaxNumOfSamplesAfterDecimation(rate, acquisition, history, record),
+            eKW_UNIT_SAMPLES)
         .Add("decimation", decimation)
         .Add("effective decimation",
-             static_cast<double>(Helper::CalculateDecimationFactorEffective(mode, decimation)))
+             static_cast<double>(
+                 HorizontalHelper::CalculateDecimationFactorEffective(mode, decimation)))
         .Add("record length", length, eKW_UNIT_SAMPLES)
-        .Add("whole record length", Helper::AdjustRecordLength(length), eKW_UNIT_SAMPLES);
+        .Add("whole record length", HorizontalHelper::AdjustRecordLength(length), eKW_UNIT_SAMPLES);
 }
 
 void SlowDecimation(const CArguments& in, CFigures& out)
@@ -46,9 +49,10 @@ void SlowDecimation(const CArguments& in, CFigures& out)
     unsigned int digital = 0;
     double analogLength = 0.0;
     double digitalLength = 0.0;
-    Helper::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
-        in.Number("time", eKW_UNIT_FREQ_SEC), Helper::GetSampleRate(in.Enum<KW_ZEL_MODE>("--mode")),
-        Helper::GetSampleRate(in.Enum<KW_ZEL_MODE>("--digitalmode")),
+    HorizontalHelper::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
+        in.Number("time", eKW_UNIT_FREQ_SEC),
+        HorizontalHelper::GetSampleRate(in.Enum<KW_ZEL_MODE>("--mode")),
+        HorizontalHelper::GetSampleRate(in.Enum<KW_ZEL_MODE>("--digitalmode")),
         in.Enum<KW_ZEL_ACQUISITION_MODE>("--acquisition"),
         in.Enum<KW_ZEL_HISTORY_DEPTH>("--history"), in.Enum<KW_ZEL_RECORD_LENGTH>("--record"),
         analog, digital, analogLength, digitalLength);
@@ -60,23 +64,24 @@ void SlowDecimation(const CArguments& in, CFigures& out)
 
 void DecimationFactor(const CArguments& in, CFigures& out)
 {
-    const double factor = Helper::CalculateDecimationFactor(
+    const double factor = HorizontalHelper::CalculateDecimationFactor(
         in.Number("samples", eKW_UNIT_SAMPLES), in.Whole<UINT32>("points", eKW_UNIT_SAMPLES));
     bool limited = false;
-    const unsigned int whole = Helper::LimitDecimationFactor(factor, limited);
+    const unsigned int whole = HorizontalHelper::LimitDecimationFactor(factor, limited);
     out.Add("factor", factor).Add("decimation", whole).AddTruth("limited", limited);
 }
 
 void HistoryTraces(const CArguments& in, CFigures& out)
 {
-    out.Add("traces", Helper::GetNumberOfHistoryTraces(in.Enum<KW_ZEL_HISTORY_DEPTH>("depth")));
+    out.Add("traces",
+            HorizontalHelper::GetNumberOfHistoryTraces(in.Enum<KW_ZEL_HISTORY_DEPTH>("depth")));
 }
 
 void Interpolation(const CArguments& in, CFigures& out)
 {
     out.Add("interpolation factor",
-            Helper::CalculateInterpolationFactor(in.Number("length", eKW_UNIT_SAMPLES),
-                                                 in.Number("points", eKW_UNIT_SAMPLES)));
+            HorizontalHelper::CalculateInterpolationFactor(in.Number("length", eKW_UNIT_SAMPLES),
+                                                           in.Number("points", eKW_UNIT_SAMPLES)));
 }
 
 void Trace(const CArguments& in, CFigures& out)
@@ -86,7 +91,7 @@ void Trace(const CArguments& in, CFigures& out)
     double factor = 0.0;
     bool byHardware = false;
     double resolution = 0.0;
-    Helper::CalculateDependentHorizontalSettings(
+    HorizontalHelper::CalculateDependentHorizontalSettings(
         in.Number("samples", eKW_UNIT_SAMPLES), in.IsSet("--hardware") ? 1U : 0U,
         in.Number("time", eKW_UNIT_FREQ_SEC), in.Number("points", eKW_UNIT_SAMPLES), recordLength,
         traceLength, factor, byHardware, resolution);
@@ -100,9 +105,10 @@ void Trace(const CArguments& in, CFigures& out)
 void PreTrigger(const CArguments& in, CFigures& out)
 {
     out.Add("pre-trigger samples",
-            Helper::CalculateNbPreTriggerSamples(in.Number("time", eKW_UNIT_FREQ_SEC),
-                                                 in.Whole<unsigned int>("length", eKW_UNIT_SAMPLES),
-                                                 in.Number("left", eKW_UNIT_FREQ_SEC)),
+            HorizontalHelper::CalculateNbPreTriggerSamples(
+                in.Number("time", eKW_UNIT_FREQ_SEC),
+                in.Whole<unsigned int>("length", eKW_UNIT_SAMPLES),
+                in.Number("left", eKW_UNIT_FREQ_SEC)),
             eKW_UNIT_SAMPLES);
 }
 
@@ -110,7 +116,7 @@ void Boundaries(const CArguments& in, CFigures& out)
 {
     double left = 0.0;
     double right = 0.0;
-    Helper::CalculateHorizontalBoundaries(
+    HorizontalHelper::CalculateHorizontalBoundaries(
         in.Number("time", eKW_UNIT_FREQ_SEC),
         in.Whole<unsigned short>("--reference", eKW_UNIT_COUNT_PCT),
         in.Number("--position", eKW_UNIT_FREQ_SEC), in.Number("--resolution", eKW_UNIT_FREQ_SEC),
@@ -122,17 +128,17 @@ void ZoomBoundaries(const CArguments& in, CFigures& out)
 {
     double left = 0.0;
     double right = 0.0;
-    Helper::CalculateHorizontalBoundariesZoom(in.Number("width", eKW_UNIT_FREQ_SEC),
-                                              in.Number("--center", eKW_UNIT_FREQ_SEC), left,
-                                              right);
+    HorizontalHelper::CalculateHorizontalBoundariesZoom(in.Number("width", eKW_UNIT_FREQ_SEC),
+                                                        in.Number("--center", eKW_UNIT_FREQ_SEC),
+                                                        left, right);
     out.Add("left", left, eKW_UNIT_FREQ_SEC).Add("right", right, eKW_UNIT_FREQ_SEC);
 }
 
 void RightBoundary(const CArguments& in, CFigures& out)
 {
     out.Add("right",
-            Helper::GetRightHorizontalBoudary(in.Number("left", eKW_UNIT_FREQ_SEC),
-                                              in.Number("width", eKW_UNIT_FREQ_SEC)),
+            HorizontalHelper::GetRightHorizontalBoudary(in.Number("left", eKW_UNIT_FREQ_SEC),
+                                                        in.Number("width", eKW_UNIT_FREQ_SEC)),
             eKW_UNIT_FREQ_SEC);
 }
 
@@ -140,7 +146,7 @@ void Zoom(const CArguments& in, CFigures& out)
 {
     unsigned int points = 0;
     double factor = 0.0;
-    const bool done = Helper::CalculateZoomParameter(
+    const bool done = HorizontalHelper::CalculateZoomParameter(
         in.Whole<unsigned int>("length", eKW_UNIT_SAMPLES), in.Number("zoom"),
         in.Number("--interpolation"), in.Whole<unsigned int>("--minimum", eKW_UNIT_SAMPLES), points,
         factor);

@@ -4,31 +4,32 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperVertical;
+using VerticalHelper = CZELDatabaseHelperVertical;
 
 void Scale(const CArguments& in, CFigures& out)
 {
     if (in.Has("--divisions"))
     {
         out.Add("smallest scale",
-                Helper::GetNextHighestScale(in.Number("value", eKW_UNIT_LEVEL_V),
-                                            in.Whole<UINT32>("--divisions", eKW_UNIT_DIV)),
+                VerticalHelper::GetNextHighestScale(in.Number("value", eKW_UNIT_LEVEL_V),
+                                                    in.Whole<UINT32>("--divisions", eKW_UNIT_DIV)),
                 eKW_UNIT_LEVEL_V_DIV);
         return;
     }
     const double scale = in.Number("value", eKW_UNIT_LEVEL_V_DIV);
-    out.Add("next highest", Helper::GetNextHighestScale(scale), eKW_UNIT_LEVEL_V_DIV)
-        .Add("next lowest", Helper::GetNextLowestScale(scale), eKW_UNIT_LEVEL_V_DIV);
+    out.Add("next highest", VerticalHelper::GetNextHighestScale(scale), eKW_UNIT_LEVEL_V_DIV)
+        .Add("next lowest", VerticalHelper::GetNextLowestScale(scale), eKW_UNIT_LEVEL_V_DIV);
 }
 
 void Screen(const CArguments& in, CFigures& out)
 {
     const double scale = in.Number("scale", eKW_UNIT_LEVEL_V_DIV);
-    out.Add("height", Helper::GetPhysicalValueRange(scale, in.Number("--divisions", eKW_UNIT_DIV)),
+    out.Add("height",
+            VerticalHelper::GetPhysicalValueRange(scale, in.Number("--divisions", eKW_UNIT_DIV)),
             eKW_UNIT_LEVEL_V)
         .Add("middle",
-             Helper::GetPhysicalValueOffset(in.Number("--offset", eKW_UNIT_LEVEL_V),
-                                            in.Number("--position", eKW_UNIT_DIV), scale),
+             VerticalHelper::GetPhysicalValueOffset(in.Number("--offset", eKW_UNIT_LEVEL_V),
+                                                    in.Number("--position", eKW_UNIT_DIV), scale),
              eKW_UNIT_LEVEL_V);
 }
 
@@ -36,8 +37,8 @@ void TopBottom(const CArguments& in, CFigures& out)
 {
     const double top = in.Number("top", eKW_UNIT_LEVEL_V);
     const double bottom = in.Number("bottom", eKW_UNIT_LEVEL_V);
-    out.Add("height", Helper::GetRangeFromTopBottom(top, bottom), eKW_UNIT_LEVEL_V)
-        .Add("middle", Helper::GetOffsetFromTopBottom(top, bottom), eKW_UNIT_LEVEL_V);
+    out.Add("height", VerticalHelper::GetRangeFromTopBottom(top, bottom), eKW_UNIT_LEVEL_V)
+        .Add("middle", VerticalHelper::GetOffsetFromTopBottom(top, bottom), eKW_UNIT_LEVEL_V);
 }
 } // namespace
 

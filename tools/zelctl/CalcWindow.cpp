@@ -9,7 +9,7 @@
 
 namespace
 {
-using Helper = CZELDatabaseHelperFFT;
+using FFTHelper = CZELDatabaseHelperFFT;
 
 constexpr int kLeastLength = 2;
 constexpr int kLongestLength = 65536; ///< the longest FFT
@@ -18,7 +18,7 @@ constexpr double kShownBins = 32.0;
 
 std::vector<double> GetWeights(KW_WINDOW_TYPE type, UINT32 length)
 {
-    const auto weight = Helper::GetWindowFunction(type, length);
+    const auto weight = FFTHelper::GetWindowFunction(type, length);
     std::vector<double> weights;
     for (UINT32 k = 0; k < length; ++k)
     {
@@ -154,12 +154,12 @@ void Window(const CArguments& in, CFigures& out)
 {
     const auto type = in.Enum<KW_WINDOW_TYPE>("type");
     int index = 0;
-    for (const double coefficient : Helper::GetWindowCoeff(type))
+    for (const double coefficient : FFTHelper::GetWindowCoeff(type))
     {
         out.Add(QStringLiteral("a%1").arg(index++), coefficient);
     }
-    out.Add("bandwidth in bins", Helper::GetWindowFactor(type));
-    out.Add("length factor", Helper::GetWindowLengthFactor(type));
+    out.Add("bandwidth in bins", FFTHelper::GetWindowFactor(type));
+    out.Add("length factor", FFTHelper::GetWindowLengthFactor(type));
     if (in.Has("length"))
     {
         AddWindow(in, type, out);

@@ -6,7 +6,7 @@
 
 namespace
 {
-constexpr char kFooter[] =
+constexpr char kCalcFooter[] =
     "The calculations need no instrument state. Arguments take prefixes and units as\n"
     "\"set\" does; enumerations are listed by \"zelctl enum TYPE\". An argument that is\n"
     "out of range is reported, answered with the library's fallback, and gives exit\n"
@@ -105,7 +105,7 @@ t_Answer ListFunctions(CSession& session)
 void AddCalcCommand(CLI::App& app, t_Run& run)
 {
     CLI::App* const calc = app.add_subcommand("calc", "Calculate as the instrument does");
-    calc->footer(kFooter);
+    calc->footer(kCalcFooter);
     calc->require_subcommand(1);
     for (const t_CalculationGroup& group : GetGroups())
     {

@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "EnumText.h"
 #include "IKWProperties.h"
+#include "KWEnumerations.h"
 #include "NearestNames.h"
 #include "NodeText.h"
 #include "TreeWalk.h"
@@ -11,7 +12,7 @@
 
 namespace
 {
-constexpr char kFooter[] =
+constexpr char kEnumFooter[] =
     "Each value may be written by its serial, remote or display name. For a property, \"*\" marks\n"
     "its present value and \"-\" the values that can not be selected now.\n"
     "\n"
@@ -158,5 +159,5 @@ t_Answer t_EnumOptions::Run(CSession& session) const
 
 void AddEnumCommand(CLI::App& app, t_Run& run)
 {
-    AddCommand<t_EnumOptions>(app, run, "enum", "Show the values of an enumeration", kFooter);
+    AddCommand<t_EnumOptions>(app, run, "enum", "Show the values of an enumeration", kEnumFooter);
 }

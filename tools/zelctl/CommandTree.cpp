@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr char kFooter[] =
+constexpr char kTreeFooter[] =
     "Columns: name, type, value, and what is special about the node: \"result\" is delivered by\n"
     "the instrument and can not be set, \"invalid\" has no usable value yet, \"read only\" and\n"
     "\"not available\" depend on other settings. In a terminal long values are cut to its width.\n"
@@ -116,5 +116,5 @@ t_Answer t_TreeOptions::Run(CSession& session) const
 
 void AddTreeCommand(CLI::App& app, t_Run& run)
 {
-    AddCommand<t_TreeOptions>(app, run, "tree", "Show groups, settings and results", kFooter);
+    AddCommand<t_TreeOptions>(app, run, "tree", "Show groups, settings and results", kTreeFooter);
 }

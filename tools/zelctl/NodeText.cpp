@@ -127,20 +127,20 @@ QString DescribeRange(const IDbProperty& property, bool exact)
 
 QString DescribeSelectable(const IDbProperty& property, bool exact)
 {
-    constexpr int kMostNames = 16;
+    constexpr int kMostTexts = 16;
     QStringList values;
     const QStringList texts = property.GetValueTexts();
     for (const QString& text : texts)
     {
         values.append(ShowValue({text, property.GetTypeName(), property.GetUnitCode()}, exact));
     }
-    const QString more = values.size() > kMostNames
+    const QString more = values.size() > kMostTexts
                              ? QStringLiteral(", … (%1 in all)").arg(values.size())
                              : QString();
     return values.isEmpty()
                ? QString()
                : QStringLiteral("selectable: ") +
-                     QStringList(values.mid(0, kMostNames)).join(QLatin1String(", ")) + more;
+                     QStringList(values.mid(0, kMostTexts)).join(QLatin1String(", ")) + more;
 }
 
 QString DescribeLength(IKWPropertyBase* handle)

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerations.h"
 #include "Reports.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+
+/** Any number as a type of probe, also one that is none. */
+inline KW_PROBE_TYPE Probe(INT32 value)
+{
+    return static_cast<KW_PROBE_TYPE>(value);
+}
 
 inline constexpr char kHelpers[] = "src/IKWFunctionZELHelpers";
 
