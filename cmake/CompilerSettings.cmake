@@ -32,6 +32,9 @@ target_compile_options(
               # A fused a*b+c rounds once where the formulas round twice: results must not depend
               # on whether the processor has the instruction.
               -ffp-contract=off)
+# Its memory is what the compiler saves least: a sixth less time without collecting.
+target_compile_options(kwi_settings
+                       INTERFACE $<$<CXX_COMPILER_ID:GNU>:--param=ggc-min-heapsize=1048576>)
 if(KWI_WERROR)
     target_compile_options(kwi_settings INTERFACE -Werror)
 endif()
@@ -39,10 +42,17 @@ target_compile_definitions(kwi_settings INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYW
                                                   $<$<CONFIG:Debug>:KWI_CHECK_LOCK_ORDER>)
 if(KWI_SANITIZE)
     # Line numbers are all that a sanitizer's report shows; more would double the build.
-    target_compile_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE}
-                                                  -fno-sanitize-recover=all
-                                                  -fno-omit-frame-pointer -O1 -g1)
+    target_compile_options(
+        kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE} -fno-sanitize-recover=all
+                               -fno-omit-frame-pointer -g1)
     target_link_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE})
+endif()
+if(KWI_SANITIZE_RULES)
+    # A target that only declares or shows says so by KWI_COMPUTES_NOTHING.
+    target_compile_options(
+        kwi_settings INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:KWI_COMPUTES_NOTHING>>>:
+                               -fsanitize=${KWI_SANITIZE_RULES} -fno-sanitize-recover=all>)
+    target_link_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE_RULES})
 endif()
 
 # Headers from outside the project that nearly every source of a target includes: read once, they

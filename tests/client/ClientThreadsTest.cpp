@@ -2,12 +2,16 @@
 // User interface, remote control and acquisition at once, each as a thread. The thread sanitizer
 // sees races; the assertions see what got lost or torn.
 
+#include "IKWFunctionControl.h"
 #include "IKWFunctionHorizontal.h"
+#include "IKWFunctionSMMode.h"
 #include "IKWFunctionSpectrum.h"
 #include "IKWFunctionZEL.h"
 #include "KWBrackets.h"
 #include "Together.h"
 
+#include <QTemporaryDir>
+#include <array>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <set>
@@ -119,4 +123,47 @@ TEST(ClientThreads, TransactionMixesTheWritesOfTwoThreads)
     };
     RunTogether({[&](int) { write(1e8); }, [&](int) { write(2e8); }, read}, kRounds);
     EXPECT_EQ(mixed, 0);
+}
+
+TEST(ClientThreads, TwoThreadsBuildTwoTrees)
+{
+    for (int round = 0; round < 20; ++round)
+    {
+        std::array<std::shared_ptr<IKWFunctionZEL>, 2> roots;
+        std::thread other([&roots] { roots[1] = GetZELRoot(); });
+        roots[0] = GetZELRoot();
+        other.join();
+        ASSERT_TRUE(roots[0]);
+        EXPECT_EQ(roots[0].get(), roots[1].get());
+    }
+}
+
+TEST(ClientThreads, RecallOrPresetGoesOnWhileTheAcquisitionStillRuns)
+{
+    const QTemporaryDir folder;
+    const auto root = GetZELRoot();
+    const auto stop = root->GetPgControl()->GetPgSMMode()->GetPrStop();
+    const QString file = folder.filePath(QStringLiteral("a.xml"));
+    ASSERT_EQ(root->Save(file), eKW_ACC_OK);
+    stop->AttachExecutor(true);
+    std::atomic<int> stopped{0};
+    std::atomic<bool> done{false};
+    std::thread acquisition(
+        [&]
+        {
+            while (!done)
+            {
+                if (stop->TakeEvent() == eKW_OP_EVENT_START)
+                {
+                    ++stopped;
+                    stop->Complete(eKW_OP_RESULT_SUCCESS);
+                }
+                std::this_thread::yield();
+            }
+        });
+    EXPECT_EQ(root->Recall(file), eKW_ACC_OK);
+    EXPECT_EQ(root->RunPresetSequence(false), eKW_ACC_OK);
+    done = true;
+    acquisition.join();
+    EXPECT_EQ(stopped, 2);
 }
