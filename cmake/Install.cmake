@@ -41,6 +41,9 @@ if(TARGET zelctl)
          ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(zelctl PROPERTIES INSTALL_RPATH "\$ORIGIN/${libraryFromProgram}")
     install(TARGETS zelctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+    if(NOT KWI_DEBIAN_PACKAGES) # they compress it
+        install(FILES docs/zelctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
+    endif()
 endif()
 
 if(KWI_DEBIAN_PACKAGES)

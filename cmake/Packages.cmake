@@ -5,8 +5,20 @@ set(release 1)
 set(runtimePackage libkwifunctionzel${PROJECT_VERSION_MAJOR})
 set(sameRuntime "${runtimePackage} (= ${PROJECT_VERSION}-${release})")
 
+# Debian's tools look for documents in this form alone. Without name and time in the archive the same
+# text gives the same bytes.
+find_program(KWI_GZIP gzip REQUIRED)
+function(kwi_compress document compressed)
+    execute_process(COMMAND ${KWI_GZIP} -9 --no-name --stdout ${PROJECT_SOURCE_DIR}/${document}
+                    OUTPUT_FILE ${CMAKE_BINARY_DIR}/packages/${compressed} COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${document})
+endfunction()
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+kwi_compress(CHANGELOG.md changelog.gz)
+kwi_compress(docs/changelog.Debian changelog.Debian.gz)
+
 # The first line of a description is what lists of packages show. Every package states its licence
-# where Debian's tools look for it.
+# and tells its history where Debian's tools look for them.
 macro(kwi_package component name section description)
     string(TOUPPER ${component} upper)
     set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
@@ -14,6 +26,9 @@ macro(kwi_package component name section description)
     set(CPACK_DEBIAN_${upper}_DESCRIPTION "${description}")
     install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} RENAME copyright
             COMPONENT ${component})
+    install(FILES ${CMAKE_BINARY_DIR}/packages/changelog.gz
+                  ${CMAKE_BINARY_DIR}/packages/changelog.Debian.gz
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} COMPONENT ${component})
 endmacro()
 
 kwi_package(Library ${runtimePackage} libs "function database of a handheld measuring instrument
@@ -25,6 +40,9 @@ Headers, CMake package and pkg-config file of libKWIFunctionZEL.")
 kwi_package(Tools zelctl utils "settings of a measuring instrument on the command line
 Shows and changes settings, saves, recalls and compares them, and runs
 scripts, by the rules of libKWIFunctionZEL.")
+kwi_compress(docs/zelctl.1 zelctl.1.gz)
+install(FILES ${CMAKE_BINARY_DIR}/packages/zelctl.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+        COMPONENT Tools)
 kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuring instrument
 Every setting of libKWIFunctionZEL with type, unit, limits and default, as
 Markdown.")

@@ -35,10 +35,12 @@ package() {
     echo "$packages/$1"_*.deb
 }
 
-# Its files without folders and the licence, headers and pages of the reference as one line each.
+# Its files without folders, licence and changelogs; headers and pages of the reference as one line
+# each.
 content() {
     dpkg-deb --fsys-tarfile "$(package "$1")" | tar -t | grep -v '/$' |
-        sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" -e '/^share\/doc\/[^/]*\/copyright$/d' \
+        sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" \
+            -e '/^share\/doc\/[^/]*\/(copyright|changelog(\.Debian)?\.gz)$/d' \
             -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' |
         LC_ALL=C sort -u
 }
@@ -46,7 +48,8 @@ content() {
 check_content() {
     diff -u --label wanted --label "$1" <(tr ' ' '\n' <<<"$2") <(content "$1") ||
         fail "$1 holds something else"
-    tar -tf <(dpkg-deb --fsys-tarfile "$(package "$1")") "./usr/share/doc/$1/copyright" >"$work/log"
+    tar -tf <(dpkg-deb --fsys-tarfile "$(package "$1")") "./usr/share/doc/$1/copyright" \
+        "./usr/share/doc/$1/changelog.gz" "./usr/share/doc/$1/changelog.Debian.gz" >"$work/log"
 }
 
 check_depends() {
@@ -78,6 +81,9 @@ major=${upstream%%.*}
 runtime=libkwifunctionzel$major
 library=libKWIFunctionZEL.so
 
+recorded=$(dpkg-parsechangelog -l docs/changelog.Debian -S Version)
+[ "$recorded" = "$version" ] ||
+    fail "docs/changelog.Debian begins with $recorded: give $version an entry there"
 check_content "$runtime" "lib/$library.$major lib/$library.$upstream"
 check_content libkwifunctionzel-dev "include/KWIFunctionZEL/*.h \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELConfig.cmake \
@@ -85,7 +91,7 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELConfigVersion.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets-release.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets.cmake \
 lib/$library lib/pkgconfig/KWIFunctionZEL.pc"
-check_content zelctl bin/zelctl
+check_content zelctl "bin/zelctl share/man/man1/zelctl.1.gz"
 check_content libkwifunctionzel-doc \
     "share/doc/KWIFunctionZEL/LICENSE share/doc/KWIFunctionZEL/README.md share/doc/KWIFunctionZEL/settings/*.md \
 share/doc/KWIFunctionZEL/settings/*.svg"

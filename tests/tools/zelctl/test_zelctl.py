@@ -3,10 +3,11 @@
 
 import json
 import os
+import re
 import tempfile
 import unittest
 
-from support import run
+from support import PROJECT, run
 
 CONVERTER = "Setup/Selfalignment/ADConverter"
 
@@ -50,6 +51,14 @@ class Zelctl(unittest.TestCase):
                     self.assertIn(piece, done.stderr)
                 if status:
                     self.assertEqual(done.stderr.count("zelctl:"), 1, done.stderr)
+
+    def test_manual_page_lacks_a_command_or_keeps_a_lost_one(self):
+        page = os.path.join(PROJECT, "docs", "zelctl.1")
+        with open(page, encoding="utf-8") as file:
+            commands = file.read().split(".SH COMMANDS")[1].split(".SH")[0]
+        listed = run("--help").stdout.split("Subcommands:")[1].split("\n\n")[0]
+        self.assertEqual(re.findall(r"^\.B (\w+)$", commands, re.MULTILINE),
+                         re.findall(r"^  (\w+)", listed, re.MULTILINE))
 
     def test_state_is_lost_between_load_and_save(self):
         with tempfile.TemporaryDirectory() as folder:
