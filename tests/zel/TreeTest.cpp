@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <set>
 
 namespace
@@ -267,6 +268,25 @@ TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
     EXPECT_EQ(refused.join(QLatin1Char('\n')).toStdString(), "");
     EXPECT_GT(written, 1000);
     EXPECT_GE(steps, written);
+}
+
+TEST(Tree, TakesMoreMemoryThanAnInstrumentHas)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the heap is the sanitizer's own";
+#else
+    GetZELRoot(); // name tables and other statics are not part of the tree
+    const std::size_t before = mallinfo2().uordblks;
+    const auto root = GetZELRoot();
+    const std::size_t bytes = mallinfo2().uordblks - before;
+    int properties = 0;
+    VisitGroups(root->GetDbObject(), [&properties](const std::shared_ptr<IDbGroup>& group)
+                { properties += group->GetPropertyCount(); });
+    const int perProperty = static_cast<int>(bytes) / properties;
+    RecordProperty("bytes_per_property", perProperty);
+    EXPECT_LE(perProperty, 500);
+    EXPECT_GT(perProperty, 50) << "counted nothing";
+#endif
 }
 
 TEST(Tree, EnumerationIsUsedByNoProperty)
