@@ -79,12 +79,7 @@ KW_ACCEPTANCE CDbFunction::Set()
 
 std::shared_ptr<IKWAction> CDbFunction::GetFIMPointer()
 {
-    const CLockGuard lock;
-    if (!m_fim)
-    {
-        m_fim = std::make_unique<CFIMAction>(*this);
-    }
-    return {shared_from_this(), m_fim.get()};
+    return {shared_from_this(), m_fim.Get([this] { return std::make_unique<CFIMAction>(*this); })};
 }
 
 std::shared_ptr<IDbAction> CDbFunction::ShareAction()

@@ -4,6 +4,7 @@
 #include "DbChangeCounter.h"
 #include "DbObject.h"
 #include "IKWProperties.h"
+#include "LazyHandle.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -33,7 +34,7 @@ protected:
 
 private:
     CDbChangeCounter m_runs;
-    std::unique_ptr<IKWAction> m_fim;
+    CLazyHandle<IKWAction> m_fim;
 };
 
 /**

@@ -6,10 +6,7 @@
 #include "KWEnumerations.h"
 #include "LockManager.h"
 
-CDbPropBase::~CDbPropBase()
-{
-    delete m_fim.load(std::memory_order_acquire);
-}
+CDbPropBase::~CDbPropBase() = default;
 
 KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
 {
@@ -250,18 +247,7 @@ void CDbPropBase::SetCommonState(const t_CommonState& state)
 
 IKWPropertyBase* CDbPropBase::EnsureFIM()
 {
-    IKWPropertyBase* fim = m_fim.load(std::memory_order_acquire);
-    if (fim == nullptr)
-    {
-        const CLockGuard lock;
-        fim = m_fim.load(std::memory_order_acquire);
-        if (fim == nullptr)
-        {
-            fim = CreateFIM().release();
-            m_fim.store(fim, std::memory_order_release);
-        }
-    }
-    return fim;
+    return m_fim.Get([this] { return CreateFIM(); });
 }
 
 std::shared_ptr<IKWPropertyBase> CDbPropBase::GetHandle()

@@ -4,6 +4,7 @@
 #include "DbHistory.h"
 #include "DbObject.h"
 #include "IKWProperties.h"
+#include "LazyHandle.h"
 #include "LockManager.h"
 
 #include <QVariant>
@@ -129,7 +130,7 @@ private:
     UINT16 m_sourceNumber = 0;
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;
-    std::atomic<IKWPropertyBase*> m_fim{nullptr};
+    CLazyHandle<IKWPropertyBase> m_fim;
 };
 
 /** The record of a property kind whose state is a value type TState with operator==. */

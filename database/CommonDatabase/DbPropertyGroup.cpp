@@ -40,7 +40,6 @@ CDbPropertyGroup::~CDbPropertyGroup()
     {
         object->SetParent(nullptr);
     }
-    delete m_fim.load(std::memory_order_acquire);
 }
 
 void CDbPropertyGroup::AddPropertyToList(CDbPropBase* property, const QString& name)
@@ -272,18 +271,7 @@ std::shared_ptr<IDbGroup> CDbPropertyGroup::ShareGroup()
 
 IKWFunctionBase* CDbPropertyGroup::EnsureFIM()
 {
-    IKWFunctionBase* fim = m_fim.load(std::memory_order_acquire);
-    if (fim == nullptr)
-    {
-        const CLockGuard lock;
-        fim = m_fim.load(std::memory_order_acquire);
-        if (fim == nullptr)
-        {
-            fim = CreateFIM().release();
-            m_fim.store(fim, std::memory_order_release);
-        }
-    }
-    return fim;
+    return m_fim.Get([this] { return CreateFIM(); });
 }
 
 std::unique_ptr<IKWFunctionBase> CDbPropertyGroup::CreateFIM()

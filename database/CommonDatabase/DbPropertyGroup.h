@@ -6,8 +6,8 @@
 #include "DbObject.h"
 #include "DbPropBase.h"
 #include "IKWFunctionBase.h"
+#include "LazyHandle.h"
 
-#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -143,6 +143,6 @@ private:
     std::vector<std::shared_ptr<CDbPropertyGroup>> m_groups;
     std::vector<std::shared_ptr<CDbFunction>> m_objects;
     CDbChangeCounter m_counter;
-    std::atomic<IKWFunctionBase*> m_fim{nullptr};
+    CLazyHandle<IKWFunctionBase> m_fim;
     std::unique_ptr<IKWMapItem> m_mapItem;
 };

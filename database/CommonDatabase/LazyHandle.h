@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LockManager.h"
+
+#include <atomic>
+
+/** The handle of a node: made when it is first asked for, by whichever thread; lives as long as the
+    node, so that clients may keep what they got. */
+template <typename T>
+class CLazyHandle
+{
+public:
+    CLazyHandle() = default;
+    ~CLazyHandle() { delete m_handle.load(std::memory_order_acquire); }
+    CLazyHandle(const CLazyHandle&) = delete;
+    CLazyHandle& operator=(const CLazyHandle&) = delete;
+
+    /** `create` answers a std::unique_ptr<T>; without one there is no handle yet. */
+    template <typename TCreate>
+    T* Get(const TCreate& create)
+    {
+        T* handle = m_handle.load(std::memory_order_acquire);
+        if (handle == nullptr)
+        {
+            const CLockGuard lock;
+            handle = m_handle.load(std::memory_order_acquire);
+            if (handle == nullptr)
+            {
+                handle = create().release();
+                m_handle.store(handle, std::memory_order_release);
+            }
+        }
+        return handle;
+    }
+
+private:
+    std::atomic<T*> m_handle{nullptr};
+};
