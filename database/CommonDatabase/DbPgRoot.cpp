@@ -64,24 +64,20 @@ void CDbPgRoot::OpenStep(const QString& text)
     m_stepId = ++s_lastStepId;
 }
 
-void CDbPgRoot::BeginScope(eWRITEKIND kind)
+void CDbPgRoot::BeginOutermostScope(eWRITEKIND kind)
 {
-    if (m_scopes == 0)
+    m_exceptions = std::uncaught_exceptions();
+    if (m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
     {
-        m_exceptions = std::uncaught_exceptions();
-        if (m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
-        {
-            OpenStep(QString());
-        }
+        OpenStep(QString());
     }
-    ++m_scopes;
 }
 
-void CDbPgRoot::EndScope()
+void CDbPgRoot::EndOutermostScope()
 {
     if (std::uncaught_exceptions() > m_exceptions)
     {
-        LeaveScope(true);
+        LeaveOutermostScope(true);
         return;
     }
     try
@@ -90,18 +86,14 @@ void CDbPgRoot::EndScope()
     }
     catch (...)
     {
-        LeaveScope(true);
+        LeaveOutermostScope(true);
         throw;
     }
-    LeaveScope(false);
+    LeaveOutermostScope(false);
 }
 
 void CDbPgRoot::RunDependants()
 {
-    if (m_scopes > 1)
-    {
-        return;
-    }
     // Still inside: what the dependants write belongs to this step.
     if (m_isStale)
     {
@@ -111,7 +103,7 @@ void CDbPgRoot::RunDependants()
     m_dependencies.RunMarked();
 }
 
-void CDbPgRoot::LeaveScope(bool failed)
+void CDbPgRoot::LeaveOutermostScope(bool failed)
 {
     if (failed)
     {
@@ -119,7 +111,8 @@ void CDbPgRoot::LeaveScope(bool failed)
         m_rollBack = true;
         m_isStale = m_isStale || (m_step == nullptr && m_treeCreated);
     }
-    if (--m_scopes == 0 && m_transactions == 0)
+    m_scopes = 0;
+    if (m_transactions == 0)
     {
         CloseStep();
     }

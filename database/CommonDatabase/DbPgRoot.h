@@ -26,11 +26,29 @@ public:
     CDependencies& GetDependencies() { return m_dependencies; }
     void SetAutoUpdateDependencies(bool on) { m_dependencies.SetAutoUpdate(on); }
 
-    // Scopes: called by the pipeline under the lock. A scope that an exception leaves dooms the
-    // outermost one, or the transaction around it: what was recorded is rolled back. Without
-    // history nothing was; the next write then recomputes everything.
-    void BeginScope(eWRITEKIND kind);
-    void EndScope();
+    // Scopes: called by the pipeline under the lock. An exception that leaves one leaves the
+    // outermost, too, which asks for all of them: what was recorded is rolled back, there or in
+    // the transaction around it. Without history nothing was; the next write then recomputes
+    // everything.
+    void BeginScope(eWRITEKIND kind)
+    {
+        if (m_scopes == 0)
+        {
+            BeginOutermostScope(kind);
+        }
+        ++m_scopes;
+    }
+    void EndScope()
+    {
+        if (m_scopes > 1)
+        {
+            --m_scopes;
+        }
+        else
+        {
+            EndOutermostScope();
+        }
+    }
     /** Records the state of a property that is about to change, once per step. */
     void Record(CDbPropBase& property);
     void AddRecord(std::unique_ptr<CDbHistRecord> record);
@@ -90,7 +108,9 @@ public:
 
 private:
     void OpenStep(const QString& text);
-    void LeaveScope(bool failed);
+    void BeginOutermostScope(eWRITEKIND kind);
+    void EndOutermostScope();
+    void LeaveOutermostScope(bool failed);
     void RunDependants();
     void CloseStep();
     KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
