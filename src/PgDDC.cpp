@@ -2,6 +2,7 @@
 #include "PgDDC.h"
 
 #include "CheckedAccess.h"
+#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
 #include "KWMath.h"

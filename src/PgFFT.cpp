@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/DbPgRoot.h"
+#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "PgHorizontal.h"
 #include "PgSpectrum.h"

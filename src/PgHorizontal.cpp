@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/DbPgRoot.h"
+#include "ErrorReport.h"
 #include "HorizontalHardware.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"

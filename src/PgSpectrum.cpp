@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/DbPgRoot.h"
+#include "ErrorReport.h"
 #include "PgControl.h"
 #include "PgDDC.h"
 #include "PgFFT.h"

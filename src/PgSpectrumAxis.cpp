@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/DbPgRoot.h"
 #include "CommonDatabase/DbStepping.h"
+#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "PgHorizontal.h"
 #include "PgSpectrum.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/DbPgRoot.h"
+#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "MatConstants.h"

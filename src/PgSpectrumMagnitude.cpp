@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CheckedAccess.h"
 #include "CommonDatabase/DbPgRoot.h"
+#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "KWMath.h"

@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ErrorReport.h"
 #include "KWAcceptance.h"
 
+#include <QtGlobal>
+
 /** Reports a write that was refused, or taken with a warning, with the statement that asked for
-    it; answers the code. Use through KW_CHECKED. */
+    it. */
+void KW_ReportNotAccepted(KW_ACCEPTANCE code, const char* statement, const char* file, int line,
+                          const char* function);
+
+/** The same for any code; answers it. Use through KW_CHECKED. The check alone is inline: rules make
+    dozens of writes for one of a client, and nearly all are taken. */
 inline KW_ACCEPTANCE KW_ReportAccess(KW_ACCEPTANCE code, const char* statement, const char* file,
                                      int line, const char* function)
 {
     if (code != eKW_ACC_OK)
     {
-        const bool refused = code > eKW_ACC_WARNING;
-        const QString text = QLatin1String(refused ? "Error (" : "Warning (") +
-                             QString::number(code) + QLatin1String(") by database access: ") +
-                             QString::fromUtf8(statement);
-        _KW_ProcessErrorString(file, line, function, text,
-                               refused ? e_KW_MESSAGE_TYPE_ERROR : e_KW_MESSAGE_TYPE_WARNING);
+        KW_ReportNotAccepted(code, statement, file, line, function);
     }
     return code;
 }
