@@ -58,6 +58,11 @@ QString CDbObject::GetPath() const
 KW_AVAILABILITY CDbObject::GetAvailability() const
 {
     const CLockGuard lock(eACCESS_READ);
+    return AvailabilityUpToRoot();
+}
+
+KW_AVAILABILITY CDbObject::AvailabilityUpToRoot() const
+{
     KW_AVAILABILITY strictest = eAVAILABILITY_AVAILABLE;
     for (const CDbObject* node = this; node != nullptr; node = node->m_parent)
     {

@@ -96,6 +96,8 @@ public:
 
 protected:
     virtual void OnSaveRecallTypeSet(INT32 type, bool recursive);
+    /** The strictest of this node and all above it. Under the lock. */
+    KW_AVAILABILITY AvailabilityUpToRoot() const;
 
 private:
     QString m_nodeName;

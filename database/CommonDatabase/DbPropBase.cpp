@@ -11,9 +11,10 @@ CDbPropBase::~CDbPropBase() = default;
 KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
 {
     const CLockGuard lock;
+    CDbPgRoot* const root = GetDbRoot();
     if (IsClientWrite(kind))
     {
-        if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
+        if (const KW_ACCEPTANCE access = CheckAccess(root); access > eKW_ACC_WARNING)
         {
             return access;
         }
@@ -33,7 +34,7 @@ KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
     {
         return code;
     }
-    return std::max(code, Take(value, kind, GetDbRoot()));
+    return std::max(code, Take(value, kind, root));
 }
 
 KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root)
@@ -77,9 +78,8 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPropBase::CheckAccess() const
+KW_ACCEPTANCE CDbPropBase::CheckAccess(const CDbPgRoot* root) const
 {
-    const CDbPgRoot* const root = GetDbRoot();
     if (root == nullptr)
     {
         return eKW_ACC_DETACHED;
@@ -92,7 +92,7 @@ KW_ACCEPTANCE CDbPropBase::CheckAccess() const
     {
         return eKW_ACC_NO_WRITE_ACCESS;
     }
-    switch (GetAvailability())
+    switch (AvailabilityUpToRoot())
     {
     case eAVAILABILITY_AVAILABLE:
         return eKW_ACC_OK;

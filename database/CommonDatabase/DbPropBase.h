@@ -105,8 +105,8 @@ protected:
     /** Texts of value-list entries. */
     virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
 
-    /** Whether a client may write now. */
-    KW_ACCEPTANCE CheckAccess() const;
+    /** Whether a client may write now, in the tree of this root. */
+    KW_ACCEPTANCE CheckAccess(const CDbPgRoot* root) const;
     /** Writes a result that the acquisition delivers. */
     KW_ACCEPTANCE WriteResult(CDbValue value);
 

@@ -210,7 +210,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
         return eKW_ACC_NOT_A_NUMBER;
     }
     const CLockGuard lock;
-    if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
+    if (const KW_ACCEPTANCE access = CheckAccess(GetDbRoot()); access > eKW_ACC_WARNING)
     {
         return access;
     }
