@@ -2,6 +2,7 @@
 #include "LockManager.h"
 
 #include <mutex>
+#include <type_traits>
 
 #ifdef KWI_CHECK_LOCK_ORDER
 #include "ErrorReport.h"
@@ -12,11 +13,10 @@
 
 namespace
 {
-std::recursive_mutex& Mutex(CS_TYPE section)
-{
-    static auto* const mutexes = new std::recursive_mutex[eCS_COUNT];
-    return mutexes[section];
-}
+// There before the first static constructor and after the last destructor, without a look at each
+// lock whether it is: trees are released while the process ends.
+constinit std::recursive_mutex s_mutexes[eCS_COUNT];
+static_assert(std::is_trivially_destructible_v<std::recursive_mutex>);
 
 #ifdef KWI_CHECK_LOCK_ORDER
 struct t_Holder
@@ -93,14 +93,14 @@ bool GiveBack(const t_Holder& wanted)
 
 CLockManager& CLockManager::instance()
 {
-    static auto& manager = *new CLockManager;
-    return manager;
+    constinit static CLockManager s_manager;
+    return s_manager;
 }
 
 void CLockManager::Lock(CS_TYPE section, [[maybe_unused]] ACCESS_TYPE access,
                         [[maybe_unused]] const char* file, [[maybe_unused]] long line)
 {
-    Mutex(section).lock();
+    s_mutexes[section].lock();
 #ifdef KWI_CHECK_LOCK_ORDER
     t_holders.Push({section, access, file, line});
 #endif
@@ -115,5 +115,5 @@ void CLockManager::Unlock(CS_TYPE section, [[maybe_unused]] ACCESS_TYPE access,
         return;
     }
 #endif
-    Mutex(section).unlock();
+    s_mutexes[section].unlock();
 }
