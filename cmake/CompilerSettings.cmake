@@ -32,7 +32,7 @@ target_compile_options(
               # A fused a*b+c rounds once where the formulas round twice: results must not depend
               # on whether the processor has the instruction.
               -ffp-contract=off)
-# Its memory is what the compiler saves least: a sixth less time without collecting.
+# Large sources take the compiler up to a fifth less time when it does not collect its garbage.
 target_compile_options(kwi_settings
                        INTERFACE $<$<CXX_COMPILER_ID:GNU>:--param=ggc-min-heapsize=1048576>)
 if(KWI_WERROR)
