@@ -5,12 +5,13 @@ set(release 1)
 set(runtimePackage libkwifunctionzel${PROJECT_VERSION_MAJOR})
 set(sameRuntime "${runtimePackage} (= ${PROJECT_VERSION}-${release})")
 
-# Debian's tools look for documents in this form alone. Without name and time in the archive the same
-# text gives the same bytes.
+# Debian's tools look for documents in this form alone. Without name and time in the archive the
+# same text gives the same bytes.
 find_program(KWI_GZIP gzip REQUIRED)
 function(kwi_compress document compressed)
     execute_process(COMMAND ${KWI_GZIP} -9 --no-name --stdout ${PROJECT_SOURCE_DIR}/${document}
-                    OUTPUT_FILE ${CMAKE_BINARY_DIR}/packages/${compressed} COMMAND_ERROR_IS_FATAL ANY)
+                    OUTPUT_FILE ${CMAKE_BINARY_DIR}/packages/${compressed}
+                    COMMAND_ERROR_IS_FATAL ANY)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${document})
 endfunction()
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
