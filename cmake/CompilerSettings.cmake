@@ -15,9 +15,11 @@ endif()
 
 find_program(KWI_CCACHE ccache)
 if(KWI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # It keeps what includes a precompiled header only where it is told that this is well.
+    # It keeps what includes a precompiled header only where it is told that this is well. Paths
+    # count from the project: a clone in another folder finds what an earlier one compiled.
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${KWI_CCACHE})
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+        CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${KWI_CCACHE})
 endif()
 
 add_library(kwi_settings INTERFACE)
