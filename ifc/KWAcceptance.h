@@ -11,8 +11,9 @@ using KW_ACCEPTANCE = UINT32;
 /** The codes. Only `code > 1` decides whether a request failed; the code tells why. */
 enum KW_ACCEPTANCE_CODE : KW_ACCEPTANCE
 {
-    eKW_ACC_OK = 0,      ///< Taken as it was asked for.
-    eKW_ACC_WARNING = 1, ///< Taken, but limited, rounded, or with a dependant left behind.
+    eKW_ACC_OK = 0,      ///< Taken, and stands as it was asked for.
+    eKW_ACC_WARNING = 1, ///< Taken, but limited, rounded, moved or taken back by a rule, or with a
+                         ///< dependant left behind: read what stands.
 
     eKW_ACC_BELOW_MINIMUM,       ///< The value is below the present minimum.
     eKW_ACC_ABOVE_MAXIMUM,       ///< The value is above the present maximum.
@@ -45,6 +46,7 @@ enum KW_ACCEPTANCE_CODE : KW_ACCEPTANCE
     eKW_ACC_TIMEOUT,             ///< The operation did not complete in time.
     eKW_ACC_OPERATION_FAILED,    ///< The operation completed with another result.
     eKW_ACC_INTERNAL,            ///< A rule of the library was broken; always reported.
+    eKW_ACC_NOTHING_TO_ACT_ON,   ///< The action has nothing to act on in the present state.
     eKW_ACC_COUNT                ///< Number of codes.
 };
 

@@ -77,12 +77,9 @@ QString FitPattern(const QString& pattern, const t_PatternSize& size, QChar fill
     return pattern.right(bits).rightJustified(bits, fill);
 }
 
-KW_ACCEPTANCE FitPattern(CDbPropBitPattern& pattern, const t_PatternSize& size, QChar fill)
+void FitPattern(CDbPropBitPattern& pattern, const t_PatternSize& size, QChar fill)
 {
-    const QString present = pattern.Get();
-    const QString fitting = FitPattern(present, size, fill);
-    KW_CHECKED(pattern.DbSet(fitting));
-    return fitting == present ? eKW_ACC_OK : eKW_ACC_WARNING;
+    KW_CHECKED(pattern.DbSet(FitPattern(pattern.Get(), size, fill)));
 }
 
 const IPatternSizes* PatternSizesAbove(const CDbPropertyGroup& relation)
@@ -91,12 +88,11 @@ const IPatternSizes* PatternSizesAbove(const CDbPropertyGroup& relation)
     return array != nullptr ? dynamic_cast<const IPatternSizes*>(array->GetParent()) : nullptr;
 }
 
-KW_ACCEPTANCE FitRelation(const t_PatternRelation& condition, const t_PatternSize& size,
-                          const CDbPropBase* written, bool inUse)
+void FitRelation(const t_PatternRelation& condition, const t_PatternSize& size,
+                 const CDbPropBase* written, bool inUse)
 {
     const bool upperLeads = written == &condition.upper;
-    CDbPropBitPattern& leading = upperLeads ? condition.upper : condition.lower;
-    const QString asked = leading.Get();
+    const QString asked = (upperLeads ? condition.upper : condition.lower).Get();
     const QChar x = QLatin1Char('X');
     const INT32 bits = static_cast<INT32>(FitPattern(asked, size, x).size());
     QString lower = FitPattern(condition.lower.Get(), ExactPattern(bits), x);
@@ -115,8 +111,6 @@ KW_ACCEPTANCE FitRelation(const t_PatternRelation& condition, const t_PatternSiz
     KW_CHECKED(condition.upper.DbSet(upper));
     SetAvailable({&condition.relation, &condition.lower}, inUse);
     SetAvailable({&condition.upper}, inUse && IsRange(condition.relation.Get()));
-    const bool isPattern = upperLeads || written == &condition.lower;
-    return isPattern && leading.Get() != asked ? eKW_ACC_WARNING : eKW_ACC_OK;
 }
 
 void ClearRelation(const t_PatternRelation& condition)

@@ -105,8 +105,8 @@ constexpr t_PatternSize PatternOfUnits(INT32 unit, INT32 bits = kPatternBits)
 /** The pattern with as many bits as the size wants: the lowest stay, missing ones are `fill`. */
 QString FitPattern(const QString& pattern, const t_PatternSize& size, QChar fill);
 
-/** Fits a pattern in its property; eKW_ACC_WARNING when it was changed. */
-KW_ACCEPTANCE FitPattern(CDbPropBitPattern& pattern, const t_PatternSize& size, QChar fill);
+/** Fits a pattern in its property. */
+void FitPattern(CDbPropBitPattern& pattern, const t_PatternSize& size, QChar fill);
 
 /** A group whose children are conditions on patterns: says how long they are now. */
 class IPatternSizes
@@ -141,9 +141,9 @@ struct t_PatternRelation
 /** Brings both patterns to the same legal length. Relations that compare numbers know no X: it
     counts as 0 in the lower and 1 in the upper pattern; limits of a range are in order, and the
     one that was not `written` gives way. What is not `inUse` is not available, the upper pattern
-    outside of ranges neither. eKW_ACC_WARNING when the written pattern was changed. */
-KW_ACCEPTANCE FitRelation(const t_PatternRelation& condition, const t_PatternSize& size,
-                          const CDbPropBase* written, bool inUse = true);
+    outside of ranges neither. */
+void FitRelation(const t_PatternRelation& condition, const t_PatternSize& size,
+                 const CDbPropBase* written, bool inUse = true);
 /** Every bit X; a relation that knows no X becomes "equal". */
 void ClearRelation(const t_PatternRelation& condition);
 

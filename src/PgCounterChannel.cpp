@@ -46,8 +46,6 @@ void CPgCounterChannel::OnTreeCreated()
     CPgCounterChannelBase::OnTreeCreated();
     m_pCounterNumerics->DropReading();
     m_pStatistics->Reset();
-    // Confirming the level that the automatic has found means to keep it.
-    m_pLevel->SetForceDependencies(true);
 }
 
 void CPgCounterChannel::FollowInput(const NRules::t_Screen& input)

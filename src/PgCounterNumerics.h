@@ -9,7 +9,7 @@ class CPgCounterNumerics : public CPgCounterNumericsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void OnPropertyDbSet(const CDbPropBase* property) override;
-    /** SetReference: eKW_ACC_NOTHING_TO_DO without a valid reading. */
+    /** SetReference: eKW_ACC_NOTHING_TO_ACT_ON without a valid reading. */
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
     void UpdateGroup() override;
 

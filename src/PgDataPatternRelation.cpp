@@ -3,7 +3,8 @@
 
 KW_ACCEPTANCE CPgDataPatternRelation::OnPropertySet(const CDbPropBase* property)
 {
-    return std::max(Fit(property), CPgDataPatternRelationBase::OnPropertySet(property));
+    Fit(property);
+    return CPgDataPatternRelationBase::OnPropertySet(property);
 }
 
 void CPgDataPatternRelation::UpdateGroup()
@@ -16,10 +17,11 @@ void CPgDataPatternRelation::ClearPattern()
     NRules::ClearRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern});
 }
 
-KW_ACCEPTANCE CPgDataPatternRelation::Fit(const CDbPropBase* written)
+void CPgDataPatternRelation::Fit(const CDbPropBase* written)
 {
-    const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this);
-    return sizes == nullptr ? eKW_ACC_OK
-                            : NRules::FitRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern},
-                                                  sizes->DataSize(), written);
+    if (const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this))
+    {
+        NRules::FitRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern}, sizes->DataSize(),
+                            written);
+    }
 }

@@ -13,5 +13,5 @@ public:
     void ClearPattern() override;
 
 private:
-    KW_ACCEPTANCE Fit(const CDbPropBase* written);
+    void Fit(const CDbPropBase* written);
 };

@@ -61,11 +61,8 @@ std::vector<CPgDiagramWindow::t_Place> Places(std::size_t count, bool sideBySide
 
 KW_ACCEPTANCE CPgDiagrams::OnPropertySet(const CDbPropBase* property)
 {
-    const UINT32 wanted = m_pActiveWindow->Get();
     UpdateGroup();
-    const bool kept = property != m_pActiveWindow || m_pActiveWindow->Get() == wanted;
-    return std::max<KW_ACCEPTANCE>(kept ? eKW_ACC_OK : eKW_ACC_WARNING,
-                                   CPgDiagramsBase::OnPropertySet(property));
+    return CPgDiagramsBase::OnPropertySet(property);
 }
 
 void CPgDiagrams::UpdateGroup()

@@ -119,11 +119,13 @@ KW_ACCEPTANCE CPgHarmonic::FitTimebase()
     const bool isKnown = m_pFundamentalFrequency->GetValidity() == eKW_VALIDITY_VALID;
     if (root == nullptr || !isKnown || !(fundamental > 0.0))
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     CDbPropNumDouble* const time = root->GetPgHorizontal()->GetPrAcquisitionTime();
-    return KW_CHECKED(
-        time->Set(KWMath::Bound(time->GetMin(), kPeriods / fundamental, time->GetMax())));
+    const KW_ACCEPTANCE code =
+        time->Set(KWMath::Bound(time->GetMin(), kPeriods / fundamental, time->GetMax()));
+    // A time scale that shows more than ten periods is what was asked for.
+    return code > eKW_ACC_WARNING ? code : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 
 void CPgHarmonic::ResetHistory()

@@ -22,7 +22,7 @@ public:
 private:
     void UpdateFundamental();
     void UpdateSelected();
-    /** eKW_ACC_NOTHING_TO_DO while the fundamental is not known. */
+    /** eKW_ACC_NOTHING_TO_ACT_ON while the fundamental is not known. */
     KW_ACCEPTANCE FitTimebase();
     void ResetHistory();
 };

@@ -53,7 +53,7 @@ KW_ACCEPTANCE CPgHarmonicLimitUser::CopyStandard()
     if (standard == nullptr ||
         standard->GetPgHarmonicLimitCurrent()->GetPrHighestOrder()->Get() == 0)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const CPgHarmonicLimitCurrent& current = *standard->GetPgHarmonicLimitCurrent();
     const bool hasThd = current.GetPrThdLimit()->GetValidity() == eKW_VALIDITY_VALID;

@@ -62,7 +62,7 @@ KW_ACCEPTANCE CPgHarmonicSelected::SelectShown(INT32 direction)
     const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this);
     if (harmonic == nullptr)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const auto highest = static_cast<INT32>(harmonic->HighestOrder());
     auto order = static_cast<INT32>(m_pOrder->Get()) + direction;
@@ -71,7 +71,7 @@ KW_ACCEPTANCE CPgHarmonicSelected::SelectShown(INT32 direction)
         order += direction;
     }
     return order >= 0 && order <= highest ? Select(static_cast<UINT32>(order))
-                                          : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_DO);
+                                          : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_ACT_ON);
 }
 
 KW_ACCEPTANCE CPgHarmonicSelected::SelectLargest()
@@ -99,7 +99,7 @@ KW_ACCEPTANCE CPgHarmonicSelected::SelectLargest()
         }
     }
     return largest != nullptr ? Select(largest->GetPrOrder()->Get())
-                              : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_DO);
+                              : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_ACT_ON);
 }
 
 KW_ACCEPTANCE CPgHarmonicSelected::Select(UINT32 order)

@@ -11,7 +11,7 @@ public:
     using CPgHarmonicSelectedBase::CPgHarmonicSelectedBase;
 
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    /** The selecting actions answer eKW_ACC_NOTHING_TO_DO where there is no such harmonic. */
+    /** The selecting actions answer eKW_ACC_NOTHING_TO_ACT_ON where there is no such harmonic. */
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
 
     /** `fundamental` is the frequency in use. */

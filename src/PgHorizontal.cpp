@@ -51,7 +51,6 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
         {{m_pScale}, {&H::CalculateScaleGui, &H::RunRecalculationChain}},
         {{m_pAcquisitionMode, m_pZELMode}, {&H::RunRecalculationChain}},
     };
-    const KW_ZEL_DSP_MODE wantedMode = m_pDSPMode->Get();
     if (property == m_pZELMode)
     {
         // At once, and not as a dependant: whoever depends on the mode must see the final one.
@@ -60,10 +59,7 @@ KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
     NRules::Dispatch(*this, rows, property);
     UpdateClosing();
     IncChangeCounter();
-    // A signal-processing mode that the timebase does not allow was taken back by the chain.
-    const bool takenBack = property == m_pDSPMode && m_pDSPMode->Get() != wantedMode;
-    return std::max<KW_ACCEPTANCE>(takenBack ? eKW_ACC_WARNING : eKW_ACC_OK,
-                                   CPgHorizontalBase::OnPropertySet(property));
+    return CPgHorizontalBase::OnPropertySet(property);
 }
 
 void CPgHorizontal::RunRecalculationChain()

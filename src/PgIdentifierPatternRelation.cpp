@@ -3,7 +3,8 @@
 
 KW_ACCEPTANCE CPgIdentifierPatternRelation::OnPropertySet(const CDbPropBase* property)
 {
-    return std::max(Fit(property), CPgIdentifierPatternRelationBase::OnPropertySet(property));
+    Fit(property);
+    return CPgIdentifierPatternRelationBase::OnPropertySet(property);
 }
 
 void CPgIdentifierPatternRelation::UpdateGroup()
@@ -16,11 +17,11 @@ void CPgIdentifierPatternRelation::ClearPattern()
     NRules::ClearRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern});
 }
 
-KW_ACCEPTANCE CPgIdentifierPatternRelation::Fit(const CDbPropBase* written)
+void CPgIdentifierPatternRelation::Fit(const CDbPropBase* written)
 {
-    const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this);
-    return sizes == nullptr
-               ? eKW_ACC_OK
-               : NRules::FitRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern},
-                                     sizes->IdentifierSize(), written, sizes->HasIdentifier());
+    if (const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this))
+    {
+        NRules::FitRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern}, sizes->IdentifierSize(),
+                            written, sizes->HasIdentifier());
+    }
 }

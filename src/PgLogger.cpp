@@ -114,7 +114,7 @@ KW_ACCEPTANCE CPgLogger::ShowAll()
     const CDbPropNumDouble& time = *m_pLoggerAttributes->GetPrRecordedTime();
     if (time.GetValidity() != eKW_VALIDITY_VALID)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     KW_CHECKED(m_pHorizontalScale->DbSet(NLoggerScale::FinestFor(time.Get())));
     KW_CHECKED(m_pHorizontalPosition->DbSet(0.0));

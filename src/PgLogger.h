@@ -12,7 +12,7 @@ class CPgLogger : public CPgLoggerBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void OnPropertyDbSet(const CDbPropBase* property) override;
-    /** ShowAll: eKW_ACC_NOTHING_TO_DO without a recording. */
+    /** ShowAll: eKW_ACC_NOTHING_TO_ACT_ON without a recording. */
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
     void UpdateGroup() override;
     void OnTreeCreated() override;

@@ -17,7 +17,7 @@ KW_ACCEPTANCE CPgLoggerChannel::OnFunction(const CDbFunction* function)
                          m_pMaximum->GetValidity() == eKW_VALIDITY_VALID &&
                          m_pMinimum->Get() < m_pMaximum->Get();
     return isKnown ? m_pLoggerChannelScreenLayout->Show(m_pMinimum->Get(), m_pMaximum->Get())
-                   : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_DO);
+                   : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_ACT_ON);
 }
 
 void CPgLoggerChannel::Clear()

@@ -4,7 +4,7 @@
 #include "PgLoggerChannelBase.h"
 
 /** One channel of the logger. FindScale puts the recorded extremes at the ends of the axis:
-    eKW_ACC_NOTHING_TO_DO while there are none, or no range between them. */
+    eKW_ACC_NOTHING_TO_ACT_ON while there are none, or no range between them. */
 class CPgLoggerChannel : public CPgLoggerChannelBase
 {
 public:

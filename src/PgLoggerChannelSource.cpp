@@ -10,9 +10,7 @@
 KW_ACCEPTANCE CPgLoggerChannelSource::OnPropertySet(const CDbPropBase* property)
 {
     UpdateGroup();
-    const bool isTakenBack = property == m_pItem && !m_pItem->IsActive();
-    return std::max<KW_ACCEPTANCE>(isTakenBack ? eKW_ACC_WARNING : eKW_ACC_OK,
-                                   CPgLoggerChannelSourceBase::OnPropertySet(property));
+    return CPgLoggerChannelSourceBase::OnPropertySet(property);
 }
 
 void CPgLoggerChannelSource::UpdateGroup()

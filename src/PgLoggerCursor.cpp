@@ -40,7 +40,7 @@ KW_ACCEPTANCE CPgLoggerCursor::SetToScreen()
     const CPgLogger* const logger = NRules::Above<CPgLogger>(*this);
     if (logger == nullptr)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const double left = logger->GetPrHorizontalPosition()->Get();
     const double width = NLoggerScale::WidthOf(logger->GetPrHorizontalScale()->Get());

@@ -36,7 +36,7 @@ KW_ACCEPTANCE CPgLoggerSlot::Store()
     const CPgLogger* const logger = NRules::Above<CPgLogger>(*this);
     if (logger == nullptr || logger->GetPgLoggerAttributes()->GetPrNumberOfSamples()->Get() == 0)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const CPgLoggerAttributes& recording = *logger->GetPgLoggerAttributes();
     KW_CHECKED(m_pUsed->DbSet(eKW_ONOFF_ON));
@@ -53,7 +53,7 @@ KW_ACCEPTANCE CPgLoggerSlot::CheckLoad() const
     {
         return eKW_ACC_NOT_AVAILABLE;
     }
-    return m_pUsed->Get() == eKW_ONOFF_ON ? eKW_ACC_OK : eKW_ACC_NOTHING_TO_DO;
+    return m_pUsed->Get() == eKW_ONOFF_ON ? eKW_ACC_OK : eKW_ACC_NOTHING_TO_ACT_ON;
 }
 
 void CPgLoggerSlot::Delete()

@@ -6,7 +6,7 @@
 /**
  * One memory slot. Store takes over what is known of the recording in memory, whose size the
  * acquisition delivers; Delete empties the slot. Store without a recording and Load from an empty
- * slot answer eKW_ACC_NOTHING_TO_DO, Load while a recording runs eKW_ACC_NOT_AVAILABLE.
+ * slot answer eKW_ACC_NOTHING_TO_ACT_ON, Load while a recording runs eKW_ACC_NOT_AVAILABLE.
  */
 class CPgLoggerSlot : public CPgLoggerSlotBase
 {

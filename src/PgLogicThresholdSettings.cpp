@@ -17,13 +17,6 @@ KW_ACCEPTANCE CPgLogicThresholdSettings::OnPropertySet(const CDbPropBase* proper
     return CPgLogicThresholdSettingsBase::OnPropertySet(property);
 }
 
-void CPgLogicThresholdSettings::OnTreeCreated()
-{
-    CPgLogicThresholdSettingsBase::OnTreeCreated();
-    // Writing the threshold that stands means to keep it.
-    m_pUserThreshold->SetForceDependencies(true);
-}
-
 void CPgLogicThresholdSettings::UpdateGroup()
 {
     const auto family = m_pThresholdType->GetNameInfo().GetNumber(m_pThresholdType->GetAsInt());

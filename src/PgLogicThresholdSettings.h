@@ -11,7 +11,6 @@ class CPgLogicThresholdSettings : public CPgLogicThresholdSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    void OnTreeCreated() override;
 
     void FollowScreen(const NRules::t_Screen& screen);
     /** Takes over the settings of the other half of a probe. */

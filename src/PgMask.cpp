@@ -55,7 +55,7 @@ KW_ACCEPTANCE CPgMask::Pause()
 {
     if (!IsUnderWay())
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const bool runs = m_pState->Get() == eKW_ZEL_MASK_TESTSTATE_RUNNING;
     return KW_CHECKED(
@@ -66,7 +66,7 @@ KW_ACCEPTANCE CPgMask::Stop()
 {
     if (!IsUnderWay())
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const bool failed = m_pFailedAcquisitions->Get() > m_pAllowedViolations->Get();
     return KW_CHECKED(

@@ -68,9 +68,6 @@ void CPgMathematics::UpdateGroup()
 void CPgMathematics::OnTreeCreated()
 {
     CPgMathematicsBase::OnTreeCreated();
-    // Choosing what the automatic has found means to keep it.
-    m_pScale->SetForceDependencies(true);
-    m_pPosition->SetForceDependencies(true);
     CPgZEL* const root = CPgZEL::Of(*this);
     if (root == nullptr)
     {
@@ -220,7 +217,7 @@ KW_ACCEPTANCE CPgMathematics::InsertElement()
     const t_Element element = ShownElement();
     if (element.type == eKW_ZEL_MATH_ELEMENT_TYPE_NONE)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const auto behind = static_cast<UINT32>(elements->size()) - m_pSelectedElement->Get();
     elements->insert(elements->end() - behind, element);
@@ -237,7 +234,7 @@ KW_ACCEPTANCE CPgMathematics::RemoveElement()
     const UINT32 selected = m_pSelectedElement->Get();
     if (selected >= elements->size())
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const auto behind = static_cast<UINT32>(elements->size()) - selected - 1;
     elements->erase(elements->end() - behind - 1);

@@ -51,13 +51,6 @@ KW_ACCEPTANCE CPgMeterChannel::OnFunction(const CDbFunction* function)
     return std::max(code, CPgMeterChannelBase::OnFunction(function));
 }
 
-void CPgMeterChannel::OnTreeCreated()
-{
-    CPgMeterChannelBase::OnTreeCreated();
-    // Choosing the range that the automatic has found means to keep it.
-    m_pRange->SetForceDependencies(true);
-}
-
 void CPgMeterChannel::OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last)
 {
     const KW_ZEL_METER_RANGE nearest = KWMath::Bound(first, m_pRange->Get(), last);
@@ -120,7 +113,7 @@ KW_ACCEPTANCE CPgMeterChannel::LimitsFromReading()
     const CDbPropNumDouble& reading = *Main().GetPrActual();
     if (reading.GetValidity() != eKW_VALIDITY_VALID)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const double distance = kLimitShare * std::fabs(reading.Get());
     const KW_ACCEPTANCE lower = NRules::MoveTo(*m_pLowerLimit, reading.Get() - distance);

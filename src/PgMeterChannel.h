@@ -19,7 +19,7 @@ struct t_MeterReadings
 /**
  * One channel of the meter. The user's range ends the automatic one; the limits stay in order; the
  * bar graph has the span of range, limits or reading. Reference and limits can be taken from the
- * latest main reading: eKW_ACC_NOTHING_TO_DO while there is none.
+ * latest main reading: eKW_ACC_NOTHING_TO_ACT_ON while there is none.
  */
 class CPgMeterChannel : public CPgMeterChannelBase
 {
@@ -28,7 +28,6 @@ public:
 
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void OnTreeCreated() override;
 
     /** The multimeter's ranges in its present function; the present range goes to the nearest. */
     void OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last);

@@ -29,10 +29,3 @@ void CPgMeterSourceChannel::UpdateGroup()
     KW_CHECKED(m_pScale->DbSet(
         CZELDatabaseHelperCommon::ConvertMeterRange2VerticalScale(m_pRange->Get())));
 }
-
-void CPgMeterSourceChannel::OnTreeCreated()
-{
-    CPgMeterSourceChannelBase::OnTreeCreated();
-    // Choosing the range that the automatic has found means to keep it.
-    m_pRange->SetForceDependencies(true);
-}

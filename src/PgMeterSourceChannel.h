@@ -12,5 +12,4 @@ public:
 
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    void OnTreeCreated() override;
 };

@@ -51,7 +51,7 @@ KW_ACCEPTANCE CPgReferenceCurve::SetToOriginal()
     const CPgReferenceCurveAttributes& taken = *m_pReferenceCurveAttributes;
     if (taken.GetPrRecordLength()->Get() == 0)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     return std::max({NRules::MoveTo(*m_pScale, taken.GetPrOriginalScale()->Get()),
                      NRules::MoveTo(*m_pPosition, taken.GetPrOriginalPosition()->Get()),

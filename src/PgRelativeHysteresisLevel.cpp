@@ -53,8 +53,6 @@ void CPgRelativeHysteresisLevel::UpdateGroup()
 void CPgRelativeHysteresisLevel::OnTreeCreated()
 {
     CPgRelativeHysteresisLevelBase::OnTreeCreated();
-    // Writing the hysteresis that stands means to keep it.
-    m_pUserHysteresis->SetForceDependencies(true);
     CPgZEL* const root = CPgZEL::Of(*this);
     if (root == nullptr)
     {

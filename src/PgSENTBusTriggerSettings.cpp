@@ -3,9 +3,8 @@
 
 KW_ACCEPTANCE CPgSENTBusTriggerSettings::OnPropertySet(const CDbPropBase* property)
 {
-    const KW_ACCEPTANCE code =
-        NRules::FitPattern(*m_pStatus, NRules::ExactPattern(kNibble), QLatin1Char('X'));
-    return std::max(code, CBusTrigger::OnPropertySet(property));
+    NRules::FitPattern(*m_pStatus, NRules::ExactPattern(kNibble), QLatin1Char('X'));
+    return CBusTrigger::OnPropertySet(property);
 }
 
 KW_ACCEPTANCE CPgSENTBusTriggerSettings::OnFunction(const CDbFunction* function)

@@ -34,9 +34,8 @@ KW_ACCEPTANCE CPgSpectrum::OnPropertySet(const CDbPropBase* property)
           m_pVerticalRefLevel},
          {&S::UpdateMagnitudeAxis}},
     };
-    const CDbValue wanted = property->GetValue();
     NRules::Dispatch(*this, rows, property);
-    KW_ACCEPTANCE code = property->GetValue() == wanted ? eKW_ACC_OK : eKW_ACC_WARNING;
+    KW_ACCEPTANCE code = eKW_ACC_OK;
     if (!IsAnalysis() && (property == m_pHorizontalCenter || property == m_pHorizontalSpan))
     {
         KW_REPORT_ERROR(QStringLiteral("center/span was changed in basic fft"), __FILE__);

@@ -26,7 +26,7 @@ KW_ACCEPTANCE CPgSpectrumMarkers::SetReference()
     const auto* const marker = dynamic_cast<const CPgSpectrumMarker*>(group.get());
     if (marker == nullptr)
     {
-        return eKW_ACC_NOTHING_TO_DO;
+        return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     KW_CHECKED(m_pReferenceMarker->GetPrFrequency()->DbSet(marker->GetPrFrequency()->Get()));
     KW_CHECKED(m_pReferenceMarker->GetPrMagnitude()->DbSet(marker->GetPrMagnitude()->Get()));

@@ -14,6 +14,6 @@ public:
     void OnItemInserted(CDbContainerBase* container, const QString& item) override;
 
 private:
-    /** eKW_ACC_NOTHING_TO_DO when no marker is selected. */
+    /** eKW_ACC_NOTHING_TO_ACT_ON when no marker is selected. */
     KW_ACCEPTANCE SetReference();
 };

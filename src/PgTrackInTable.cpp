@@ -19,7 +19,6 @@ const CDbPropNumDouble* TimeOf(const CDbPgArrayBase& frames, INT32 index, const 
 
 KW_ACCEPTANCE CPgTrackInTable::OnPropertySet(const CDbPropBase* property)
 {
-    KW_ACCEPTANCE code = eKW_ACC_OK;
     if (property == m_pSelectedIndex)
     {
         Mark(m_pSelectedIndex->Get());
@@ -28,9 +27,8 @@ KW_ACCEPTANCE CPgTrackInTable::OnPropertySet(const CDbPropBase* property)
     {
         const bool isListed = !m_pSelectedFrame->IsActive() || MarkedIndex() >= 0;
         Mark(isListed ? MarkedIndex() : m_pSelectedIndex->Get());
-        code = isListed ? eKW_ACC_OK : eKW_ACC_WARNING;
     }
-    return std::max({code, ShowMarked(), CPgTrackInTableBase::OnPropertySet(property)});
+    return std::max(ShowMarked(), CPgTrackInTableBase::OnPropertySet(property));
 }
 
 KW_ACCEPTANCE CPgTrackInTable::OnFunction(const CDbFunction* function)

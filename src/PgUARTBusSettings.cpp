@@ -25,8 +25,6 @@ KW_ACCEPTANCE CPgUARTBusSettings::Follow(const CDbPropBase* written)
     const KW_FRAME_MODE mode = m_pFrameMode->Get();
     NRules::SetAvailable({m_pIdleTime}, mode == eKW_FRAME_MODE_TIMEOUT);
     NRules::SetAvailable({m_pEndOfFramePattern}, mode == eKW_FRAME_MODE_PATTERN);
-    const KW_ACCEPTANCE pattern = NRules::FitPattern(
-        *m_pEndOfFramePattern, NRules::ExactPattern(WordLength()), QLatin1Char('0'));
-    const KW_ACCEPTANCE rate = NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
-    return written == m_pEndOfFramePattern ? pattern : rate;
+    NRules::FitPattern(*m_pEndOfFramePattern, NRules::ExactPattern(WordLength()), QLatin1Char('0'));
+    return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }

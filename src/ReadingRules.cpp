@@ -29,6 +29,6 @@ KW_ACCEPTANCE TakeReading(CDbPropNumDouble& setting, const CDbPropNumDouble& rea
 {
     return reading.GetValidity() == eKW_VALIDITY_VALID
                ? MoveTo(setting, reading.Get())
-               : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_DO);
+               : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_ACT_ON);
 }
 } // namespace NRules

@@ -59,15 +59,13 @@ void SetLimits(CDbPropNum<T>& property, T min, T max)
                                      KWMath::Bound(lowest, max, highest)));
 }
 
-/** Writes `value`, or the limit that is in its way: then the answer is eKW_ACC_WARNING. What stands
-    already is not written, so that properties that force their dependants can be moved to. */
+/** Writes `value`, or the limit that is in its way: then the answer is eKW_ACC_WARNING. */
 template <typename T>
 KW_ACCEPTANCE MoveTo(CDbPropNum<T>& property, T value)
 {
     const T bounded = KWMath::Bound(property.GetMin(), value, property.GetMax());
-    const bool isThere = bounded == property.Get() && bounded == property.GetUserValue();
-    const KW_ACCEPTANCE code = isThere ? eKW_ACC_OK : KW_CHECKED(property.DbSet(bounded));
-    return std::max<KW_ACCEPTANCE>(code, bounded == value ? eKW_ACC_OK : eKW_ACC_WARNING);
+    return std::max<KW_ACCEPTANCE>(KW_CHECKED(property.DbSet(bounded)),
+                                   bounded == value ? eKW_ACC_OK : eKW_ACC_WARNING);
 }
 
 /** Keeps lower ≤ upper: when they are crossed, the one that was not `written` gives way. Both have
@@ -201,13 +199,6 @@ public:
     }
 
     void UpdateGroup() override { FollowSelection(); }
-
-    void OnTreeCreated() override
-    {
-        TBase::OnTreeCreated();
-        // Writing the level that stands means to keep it.
-        this->m_pLevel->SetForceDependencies(true);
-    }
 
 protected:
     /** eKW_ACC_WARNING when the selected level lies beyond the limits. */

@@ -7,7 +7,7 @@ QString KW_GetAcceptanceText(KW_ACCEPTANCE code)
 {
     static const std::array<const char*, eKW_ACC_COUNT> texts{
         "taken",
-        "taken, but limited or rounded",
+        "taken, but limited, rounded or moved by a rule",
         "below the minimum",
         "above the maximum",
         "not a number",
@@ -39,6 +39,7 @@ QString KW_GetAcceptanceText(KW_ACCEPTANCE code)
         "the operation did not end in time",
         "the operation ended with another result",
         "internal error",
+        "there is nothing to act on",
     };
     return code < eKW_ACC_COUNT ? QLatin1String(texts[code])
                                 : QStringLiteral("unknown code %1").arg(code);

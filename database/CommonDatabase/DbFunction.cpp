@@ -59,22 +59,29 @@ KW_ACCEPTANCE CDbFunction::CheckAccess() const
     return GetAvailability() == eAVAILABILITY_AVAILABLE ? eKW_ACC_OK : eKW_ACC_NOT_AVAILABLE;
 }
 
-void CDbFunction::CountRun()
-{
-    m_runs.IncChangeCounter();
-    GetParent()->IncChangeCounter();
-}
-
-KW_ACCEPTANCE CDbFunction::Set()
+KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
 {
     const CLockGuard lock;
     if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
     {
         return access;
     }
-    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    CountRun();
-    return GetParent()->OnFunction(this);
+    CDbPgRoot* const root = GetDbRoot();
+    const CDbRootScope scope(root, eWRITEKIND::Client);
+    root->NameStep(GetPath());
+    const KW_ACCEPTANCE code =
+        event == eKW_OP_EVENT_START ? GetParent()->OnFunction(this) : eKW_ACC_OK;
+    if (code <= eKW_ACC_WARNING)
+    {
+        m_runs.IncChangeCounter();
+        GetParent()->IncChangeCounter();
+    }
+    return code;
+}
+
+KW_ACCEPTANCE CDbFunction::Set()
+{
+    return Order(eKW_OP_EVENT_START);
 }
 
 std::shared_ptr<IKWAction> CDbFunction::GetFIMPointer()
@@ -97,22 +104,8 @@ KW_ACCEPTANCE CDbOperation::Set()
 KW_ACCEPTANCE CDbOperation::ExternalSetEventAndWaitForCompletion(KW_OP_EVENT event,
                                                                  KW_OP_RESULT expected)
 {
-    {
-        const CLockGuard treeLock;
-        if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
-        {
-            return access;
-        }
-        const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-        CountRun();
-        const KW_ACCEPTANCE code =
-            event == eKW_OP_EVENT_START ? GetParent()->OnFunction(this) : eKW_ACC_OK;
-        if (code > eKW_ACC_WARNING)
-        {
-            return code;
-        }
-    }
-    return SendAndWait(event, expected);
+    const KW_ACCEPTANCE code = Order(event);
+    return code > eKW_ACC_WARNING ? code : SendAndWait(event, expected);
 }
 
 KW_ACCEPTANCE CDbOperation::SendAndWait(KW_OP_EVENT event, KW_OP_RESULT expected)

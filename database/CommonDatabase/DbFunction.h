@@ -17,7 +17,9 @@ class CDbFunction : public CDbNode<IDbAction>
 public:
     ~CDbFunction() override;
 
-    /** Runs the action as a client: access check, count, OnFunction; one step for undo. */
+    /** Runs the action as a client: access check, OnFunction, and when that accepts, the count; one
+        step for undo, which bears the action's path. A refused action leaves no trace: whoever
+        carries actions out sees no order. */
     virtual KW_ACCEPTANCE Set();
     /** The same, for callers outside the owning group. */
     KW_ACCEPTANCE ExternalApply() { return Set(); }
@@ -30,7 +32,8 @@ public:
 
 protected:
     KW_ACCEPTANCE CheckAccess() const;
-    void CountRun();
+    /** The part of Set that runs under the tree's lock; `event` is what an operation is sent. */
+    KW_ACCEPTANCE Order(KW_OP_EVENT event);
 
 private:
     CDbChangeCounter m_runs;

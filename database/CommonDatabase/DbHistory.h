@@ -66,6 +66,8 @@ class CDbUndoStep
 public:
     explicit CDbUndoStep(QString text) : m_text(std::move(text)) {}
     void Add(std::unique_ptr<CDbHistRecord> record) { m_records.push_back(std::move(record)); }
+    /** Who began the step names it: the first name stays. */
+    void Name(const QString& text) { m_text = m_text.isEmpty() ? text : m_text; }
     void Finish();
     bool IsEmpty() const { return m_records.empty(); }
     /** Where memory is too short for them nothing is undone or redone, and that is thrown. */
@@ -74,6 +76,7 @@ public:
     /** Undo of a step that could not be finished. Values need no memory for it; a container's item
         that can not even be put back now is reported, and the rest is rolled back. */
     void RollBack() noexcept;
+    /** The step's name; without one that of its first record. */
     QString GetText() const;
 
 private:

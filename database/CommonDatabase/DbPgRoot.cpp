@@ -163,9 +163,14 @@ void CDbPgRoot::AddRecord(std::unique_ptr<CDbHistRecord> record)
 void CDbPgRoot::Changed(CDbPropBase& property)
 {
     property.GetParent()->IncChangeCounter();
-    if (property.HasDependants())
+    MarkDependants(property);
+}
+
+void CDbPgRoot::NameStep(const QString& text)
+{
+    if (m_step)
     {
-        m_dependencies.MarkChanged(property);
+        m_step->Name(text);
     }
 }
 
@@ -242,6 +247,7 @@ void CDbPgRoot::StartTransaction(const QString& text)
         {
             OpenStep(text);
         }
+        NameStep(text);
     }
     catch (...)
     {

@@ -55,6 +55,15 @@ public:
     bool IsRecording() const { return m_step != nullptr; }
     /** Counts a change and marks what depends on it. */
     void Changed(CDbPropBase& property);
+    void MarkDependants(const CDbPropBase& property)
+    {
+        if (property.HasDependants())
+        {
+            m_dependencies.MarkChanged(property);
+        }
+    }
+    /** Names the step that is being recorded, if there is one and it has no name yet. */
+    void NameStep(const QString& text);
 
     // History.
     void EnableHistoryObjects();

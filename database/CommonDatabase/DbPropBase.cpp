@@ -30,11 +30,17 @@ KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
     {
         group->OnPropertyUnchanged(this);
     }
+    if (!IsClientWrite(kind))
+    {
+        return unchanged ? code : std::max(code, Take(value, kind, root));
+    }
     if (unchanged && !m_forceDependencies)
     {
         return code;
     }
-    return std::max(code, Take(value, kind, root));
+    const KW_ACCEPTANCE taken = unchanged ? Confirm(kind, root) : Take(value, kind, root);
+    // Only now have all rules run that could move the value or take it back.
+    return Stands(value) ? std::max(code, taken) : static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING);
 }
 
 KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root)
@@ -49,6 +55,14 @@ KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoo
     Store(value, kind);
     m_validity.store(eKW_VALIDITY_VALID, std::memory_order_release);
     scope.Changed(*this);
+    return RunHook(kind);
+}
+
+/** The client chose what stands: rules and dependants run, but there is no change to count. */
+KW_ACCEPTANCE CDbPropBase::Confirm(eWRITEKIND kind, CDbPgRoot* root)
+{
+    const CDbRootScope scope(root, kind);
+    root->MarkDependants(*this);
     return RunHook(kind);
 }
 

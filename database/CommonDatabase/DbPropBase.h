@@ -15,7 +15,8 @@
  * Base of every property, and the one way to write: every change of every property passes
  * WriteValue, whatever its kind and whoever asks. The steps: access → validation → unchanged? →
  * PrePropertySet of the group → history → store → validity → change counters → hook of the group
- * → what depends on it. A refusal at any step leaves value, limits, counters and history alone.
+ * → what depends on it → does a client's value still stand? A refusal at any step leaves value,
+ * limits, counters and history alone.
  *
  * A property of a concrete kind adds what its value type needs: Validate, Store, GetValue, its
  * history record, its texts.
@@ -46,7 +47,9 @@ public:
     const QVariantList& GetValueList() const;
     void DeclareValueList(std::initializer_list<QVariant> values);
 
-    /** Runs dependants on the next writes even where the value stays the same. */
+    /** A client's write of the value that stands is a choice, too: it runs the rules and what
+       depends on the property, and counts no change of its own. The model says so by `confirm =
+       true`. */
     void SetForceDependencies(bool force) { m_forceDependencies = force; }
     bool HasForceDependencies() const { return m_forceDependencies; }
     /** Given by CDependencies to a property that others depend on, counted from 1. */
@@ -98,7 +101,10 @@ protected:
     virtual KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const = 0;
     /** Takes a validated value. Kinds whose limits follow the value widen them here. */
     virtual void Store(const CDbValue& value, eWRITEKIND kind) = 0;
-    virtual bool IsStored(const CDbValue& value) const { return value == GetValue(); }
+    /** Whether this validated value is the present one. */
+    virtual bool Stands(const CDbValue& value) const { return value == GetValue(); }
+    /** Whether a write of it would change nothing. */
+    virtual bool IsStored(const CDbValue& value) const { return Stands(value); }
     virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
     virtual void SaveState(CDbPropBaseHist& record, bool newState) const = 0;
     virtual std::unique_ptr<IKWPropertyBase> CreateFIM() = 0;
@@ -122,6 +128,7 @@ protected:
 
 private:
     KW_ACCEPTANCE Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE Confirm(eWRITEKIND kind, CDbPgRoot* root);
     KW_ACCEPTANCE RunHook(eWRITEKIND kind);
     void RestoreState(const CDbPropBaseHist& record, bool newState);
 

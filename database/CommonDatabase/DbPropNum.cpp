@@ -169,10 +169,15 @@ KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
 }
 
 template <typename T>
+bool CDbPropNum<T>::Stands(const CDbValue& value) const
+{
+    return static_cast<T>(std::get<t_Carrier>(value)) == Get();
+}
+
+template <typename T>
 bool CDbPropNum<T>::IsStored(const CDbValue& value) const
 {
-    const T number = static_cast<T>(std::get<t_Carrier>(value));
-    return number == Get() && number == GetUserValue();
+    return Stands(value) && Get() == GetUserValue();
 }
 
 template <typename T>

@@ -128,6 +128,7 @@ public:
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
+    bool Stands(const CDbValue& value) const override;
     bool IsStored(const CDbValue& value) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void SaveState(CDbPropBaseHist& record, bool newState) const override;

@@ -74,7 +74,17 @@ KW_ACCEPTANCE CDbPropReference::Validate(CDbValue& value, eWRITEKIND /*kind*/) c
     {
         return eKW_ACC_WRONG_KIND;
     }
-    return path->isEmpty() || FindItem(*path) ? eKW_ACC_OK : eKW_ACC_NOT_FOUND;
+    if (path->isEmpty())
+    {
+        return eKW_ACC_OK;
+    }
+    const auto item = FindItem(*path);
+    if (!item)
+    {
+        return eKW_ACC_NOT_FOUND;
+    }
+    value = item->GetPath(); // one spelling of a path, so that it compares
+    return eKW_ACC_OK;
 }
 
 void CDbPropReference::Store(const CDbValue& value, eWRITEKIND /*kind*/)

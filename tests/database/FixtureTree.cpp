@@ -82,6 +82,10 @@ KW_ACCEPTANCE CPgFixture::OnPropertySet(const CDbPropBase* property)
     {
         m_pFollower->DbSet(m_pFollower->Get());
     }
+    if (property == m_takenBack)
+    {
+        m_takenBack->WriteDefault();
+    }
     UpdateGroup();
     return eKW_ACC_OK;
 }
@@ -103,6 +107,10 @@ void CPgFixture::OnPropertyUnchanged(const CDbPropBase* property)
 
 KW_ACCEPTANCE CPgFixture::OnFunction(const CDbFunction* function)
 {
+    if (m_refusal > eKW_ACC_WARNING)
+    {
+        return m_refusal;
+    }
     return function == m_pAction ? m_pInt32->DbSet(0) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 

@@ -66,6 +66,10 @@ public:
     /** A rule that writes the follower's own value again, as one does that adjusts a set of values.
      */
     bool m_settleFollower = false;
+    /** A rule that sets this property back to its default whatever a client writes. */
+    CDbPropBase* m_takenBack = nullptr;
+    /** What OnFunction answers before it does anything; 0 to go on. */
+    KW_ACCEPTANCE m_refusal = 0;
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;

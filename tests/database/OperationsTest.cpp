@@ -200,6 +200,24 @@ TEST_F(Operations, ActionIsNoStepForUndoOrCountsElsewhere)
     EXPECT_EQ(group.m_pInt32->Get(), 0);
     EXPECT_TRUE(m_root->HasChanged(counter));
     EXPECT_EQ(group.m_pAction->GetRunCount(), 1U);
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("First/Action"));
     ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
     EXPECT_EQ(group.m_pInt32->Get(), 5);
+}
+
+TEST_F(Operations, RefusedActionLeavesATrace)
+{
+    CPgFixture& group = *m_root->m_pFirst;
+    group.m_refusal = eKW_ACC_NOTHING_TO_ACT_ON;
+    m_operation.AttachExecutor(true);
+    long long counter = 0;
+    m_root->HasChanged(counter);
+    for (CDbFunction* const action : {group.m_pAction, static_cast<CDbFunction*>(&m_operation)})
+    {
+        EXPECT_EQ(action->Set(), eKW_ACC_NOTHING_TO_ACT_ON);
+        EXPECT_EQ(action->GetRunCount(), 0U);
+    }
+    EXPECT_FALSE(m_root->HasChanged(counter));
+    EXPECT_EQ(m_operation.TakeEvent(), eKW_OP_EVENT_NONE);
+    EXPECT_FALSE(m_root->CanUndo());
 }

@@ -112,6 +112,31 @@ TEST_P(WritePipeline, SameValueCountsOrMakesAStep)
     EXPECT_FALSE(m_root->CanUndo());
 }
 
+TEST_P(WritePipeline, ValueThatARuleTookBackIsCalledTaken)
+{
+    m_group.m_takenBack = &m_property;
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_WARNING);
+    EXPECT_EQ(m_property.GetText(), m_property.GetDefaultText());
+    EXPECT_FALSE(m_root->CanUndo()) << "nothing changed";
+}
+
+TEST_P(WritePipeline, ConfirmedValueRunsNoRuleOrCounts)
+{
+    ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    const auto counters = Counters(m_property);
+    m_property.SetForceDependencies(true);
+    m_group.m_hooks.clear();
+    EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    ASSERT_GE(m_group.m_hooks.size(), 2U);
+    EXPECT_EQ(m_group.m_hooks[1], QStringLiteral("set ") + m_property.GetNodeName());
+    m_group.m_hooks.clear();
+    EXPECT_EQ(m_property.RestoreValue(m_property), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_hooks.size(), 1U) << "no choice of a client: unchanged, and no more";
+    EXPECT_EQ(Counters(m_property), counters);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
 TEST_P(WritePipeline, AccessIsNotChecked)
 {
     m_property.SetAvailability(eAVAILABILITY_READ_ONLY);

@@ -56,7 +56,7 @@ const t_Rule kAnalysisRules[] = {
     {"TestStartsWithOldCounts", "", "Mask/Start", ".State = RUNNING; .Enabled = ON"},
     {"PauseEndsTheTest", "Mask/Start", ".Pause", ".State = PAUSED"},
     {"PausedTestStaysSo", "Mask/Start; .Pause", ".Pause", ".State = RUNNING"},
-    {"NothingIsPaused", "", "Mask/Pause", ".State = OFF", eKW_ACC_NOTHING_TO_DO},
+    {"NothingIsPaused", "", "Mask/Pause", ".State = OFF", eKW_ACC_NOTHING_TO_ACT_ON},
     {"StoppedTestHasNoResult", "Mask/Start", ".Stop", ".State = PASSED"},
     {"DisabledTestRunsOn", "Mask/Start", ".Enabled = OFF", ".State = OFF"},
     {"ClearedRateIsValid", "", "Mask/ClearCounts", ".FailureRate = 0-"},

@@ -18,7 +18,7 @@ const t_Rule kHarmonicRules[] = {
     {"AutoSetIgnoresTheFundamental", "Harmonic/Fundamental = F_60_HZ", ".AutoSet",
      "Horizontal/Scale = 0.02; .AcquisitionTime = 0.2"},
     {"AutoSetGuessesTheFundamental", "", "Harmonic/AutoSet", "Horizontal/Scale = 1e-07",
-     eKW_ACC_NOTHING_TO_DO},
+     eKW_ACC_NOTHING_TO_ACT_ON},
     {"OrderStaysAmongTheAnalysed",
      "Harmonic/Fundamental = F_50_HZ; .HarmonicSelected[0]/Order = 40; @.Magnitude = 7",
      "Harmonic/NumberOfHarmonics = 25",
@@ -31,9 +31,9 @@ const t_Rule kHarmonicRules[] = {
      ".Order = 11"},
     {"PreviousEvenOrderEndsAtTwo",
      "Harmonic/HarmonicSelection = EVEN; .HarmonicSelected[0]/Order = 2", ".SelectPrevious",
-     ".Order = 2", eKW_ACC_NOTHING_TO_DO},
+     ".Order = 2", eKW_ACC_NOTHING_TO_ACT_ON},
     {"LargestNeedsResults", "", "Harmonic/HarmonicSelected[0]/SelectLargest", ".Order = 3",
-     eKW_ACC_NOTHING_TO_DO},
+     eKW_ACC_NOTHING_TO_ACT_ON},
     {"HistoryBeginsAnew",
      "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[1]/HarmonicChannelStatusHistory/"
      "NumberOfAnalyses = 5; @.MaximumThd = 5",
@@ -62,7 +62,7 @@ const t_Rule kHarmonicRules[] = {
      "2=2;3=30;5=10;7=7;9=5;11=3;13=3;15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;"
      "39=3"},
     {"NothingToCopyIsCopied", "", "Harmonic/HarmonicStandard/HarmonicLimitUser/CopyStandard",
-     ".OddLimit = 5", eKW_ACC_NOTHING_TO_DO},
+     ".OddLimit = 5", eKW_ACC_NOTHING_TO_ACT_ON},
 };
 
 void CheckHarmonic(const CRuleTree& tree, CFindings& findings)

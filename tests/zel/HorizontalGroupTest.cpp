@@ -168,13 +168,15 @@ TEST_F(HorizontalGroup, AveragesAreNoPowerOfTwoOrBoundless)
     }
     h->GetPrNumberOfAverages()->Set(100);
     EXPECT_EQ(h->GetPrNumberOfAveragesGUI()->GetAsInt(), 5) << "64 is the step below 100";
+    h->GetPrNumberOfAveragesGUI()->SetAsInt(5);
+    EXPECT_EQ(h->GetPrNumberOfAverages()->Get(), 64U) << "what stands was chosen";
 }
 
 TEST_F(HorizontalGroup, AcquisitionTimeLeavesTheScaleBehind)
 {
     ASSERT_LE(h->GetPrAcquisitionTime()->Set(1e-3), 1U);
     EXPECT_EQ(h->GetPrScale()->Get(), 1e-4);
-    ASSERT_LE(h->GetPrAcquisitionTime()->Set(3e-3), 1U);
+    ASSERT_EQ(h->GetPrAcquisitionTime()->Set(3e-3), eKW_ACC_WARNING);
     EXPECT_EQ(h->GetPrScale()->Get(), 5e-4) << "the next slower scale shows all of it";
     EXPECT_EQ(h->GetPrAcquisitionTime()->Get(), 5e-3);
     EXPECT_EQ(h->GetPrScale()->Set(3e-4), eKW_ACC_NOT_IN_VALUE_LIST);
@@ -188,6 +190,8 @@ TEST_F(HorizontalGroup, UnlistedReferencePointIsSilentOrNotComputed)
                   "The reference point 30is not in the arrray with the predefined values.")});
     EXPECT_EQ(h->GetPrReferencePointGUI()->Get(), eKW_REF_POINT_POSITION_MIDDLE);
     EXPECT_NEAR(h->GetPrLeft()->Get(), -3e-7, 1e-18);
+    ASSERT_EQ(h->GetPrReferencePointGUI()->Set(eKW_REF_POINT_POSITION_MIDDLE), eKW_ACC_OK);
+    EXPECT_EQ(h->GetPrReferencePoint()->Get(), 50.0) << "what stands was chosen";
     ASSERT_EQ(h->GetPrReferencePointGUI()->Set(eKW_REF_POINT_POSITION_LEFT), eKW_ACC_OK);
     EXPECT_EQ(h->GetPrReferencePoint()->Get(), 10.0);
     EXPECT_NEAR(h->GetPrLeft()->Get(), -1e-7, 1e-18);
@@ -215,7 +219,7 @@ TEST_F(HorizontalGroup, DownConverterRunsAtAnotherRate)
     ASSERT_LE(root->GetPgDDC()->GetPrState()->Set(eKW_ONOFF_ON), 1U);
     EXPECT_EQ(h->GetPrZELMode()->Get(), eKW_ZEL_MODE_ZEL_A);
     EXPECT_EQ(h->GetPrSampleRate()->Get(), 1.25e9);
-    h->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B);
+    EXPECT_EQ(h->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B), eKW_ACC_WARNING);
     EXPECT_EQ(h->GetPrZELMode()->Get(), eKW_ZEL_MODE_ZEL_A);
     EXPECT_EQ(Property(root, "Setup/Selfalignment/ADConverter/ADCModeResult")->GetText(),
               QStringLiteral("FOUR_CHANNELS"))

@@ -55,7 +55,7 @@ const t_Rule kMathematicsRules[] = {
     {"AnotherElementIsRemoved", "Mathematics/SelectedElement = 1", ".RemoveElement",
      ".Expression = C1C2; .SelectedElement = 1; .ElementSource = C2"},
     {"NothingIsRemoved", "Mathematics/SelectedElement = 3", ".RemoveElement", "",
-     eKW_ACC_NOTHING_TO_DO},
+     eKW_ACC_NOTHING_TO_ACT_ON},
     {"TextIsEditedAsElements", "Mathematics/Expression = C1+x", ".InsertElement", "",
      eKW_ACC_BAD_TEXT},
     {"ElementsStay", "Mathematics/SelectedElement = 1", ".ClearExpression",

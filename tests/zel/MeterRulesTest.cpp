@@ -63,7 +63,7 @@ const t_Rule kMeterRules[] = {
      "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; @.Status = VALID",
      "Meter/MeterChannel[4]/SetReference", ".Reference = 2; .MeterMeasurement[0]/Relative = 0"},
     {"ReferenceNeedsAReading", "", "Meter/MeterChannel[4]/SetReference", ".Reference = 0",
-     eKW_ACC_NOTHING_TO_DO},
+     eKW_ACC_NOTHING_TO_ACT_ON},
     {"LimitsSurroundANegativeReading",
      "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = -20; @.Status = VALID",
      "Meter/MeterChannel[4]/SetLimits", ".LowerLimit = -22; .UpperLimit = -18"},

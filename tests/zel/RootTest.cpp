@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -89,6 +90,29 @@ TEST(Root, ActionsSaveAndRestoreElsewhereOrTooLittle)
     ASSERT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
     EXPECT_EQ(scale->GetText(), QStringLiteral("1e-07"));
     EXPECT_EQ(brightness->GetText(), QStringLiteral("10_PERCENT"));
+}
+
+TEST(Root, StepIsNamedAfterItsFirstRecord)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.xml"));
+    const auto root = GetZELRoot();
+    const auto scale = Property(root, "Horizontal/Scale");
+    ASSERT_EQ(scale->SetText(QStringLiteral("1e-05")), eKW_ACC_OK);
+    ASSERT_EQ(root->Save(file), eKW_ACC_OK);
+    const std::pair<const char*, std::function<void()>> steps[] = {
+        {"Preset", [&] { root->RunPresetSequence(false); }},
+        {"PresetFactory", [&] { root->RunPresetSequence(true); }},
+        {"PresetFactory", [&] { root->GetPrPresetFactory()->Set(); }},
+        {"Recall", [&] { root->RecallFromFile(file, eSAVERECALL_SETTINGS); }},
+        {"Recall", [&] { root->Recall(file); }},
+    };
+    for (const auto& [name, run] : steps)
+    {
+        ASSERT_LE(scale->SetText(QStringLiteral("0.002")), eKW_ACC_WARNING);
+        run();
+        EXPECT_EQ(root->GetUndoText().toStdString(), name);
+    }
 }
 
 TEST(Root, LocalLockoutLocksRemoteOutOrLocalIn)

@@ -55,6 +55,9 @@ INSTANTIATE_TEST_SUITE_P(Cases, SpectrumBandwidth,
 TEST_F(SpectrumGroup, ManualBandwidthIsNotBoundedOrEndsNoAutomatic)
 {
     s->GetPrHorizontalSpan()->Set(1e7);
+    ASSERT_EQ(s->GetPrRBW()->Set(s->GetPrRBW()->Get()), eKW_ACC_OK);
+    EXPECT_EQ(s->GetPrAutoRBW()->Get(), eKW_ONOFF_OFF) << "what the automatic found was chosen";
+    s->GetPrAutoRBW()->Set(eKW_ONOFF_ON);
     ASSERT_EQ(s->GetPrRBW()->Set(5e5), eKW_ACC_OK);
     EXPECT_EQ(s->GetPrAutoRBW()->Get(), eKW_ONOFF_OFF);
     s->GetPrHorizontalSpan()->Set(1e6);

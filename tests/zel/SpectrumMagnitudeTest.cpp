@@ -154,7 +154,7 @@ TEST_F(SpectrumGroup, MarkersForgetTheirReference)
 {
     const auto markers = s->GetPgSpectrumMarkers();
     const auto list = markers->GetPgSpectrumMarker();
-    EXPECT_EQ(markers->GetPrSetReference()->Set(), eKW_ACC_NOTHING_TO_DO) << "none is selected";
+    EXPECT_EQ(markers->GetPrSetReference()->Set(), eKW_ACC_NOTHING_TO_ACT_ON) << "none is selected";
     for (INT32 i = 0; i < 15; ++i)
     {
         ASSERT_EQ(list->Insert(i), eKW_ACC_OK);

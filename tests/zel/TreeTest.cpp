@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "CommonDatabase/DbFunction.h"
 #include "EnumNameInfo.h"
 #include "IKWProperties.h"
 #include "TreeCatalogue.h"
@@ -110,6 +111,35 @@ QString OtherText(IDbProperty& property)
                                               : QStringLiteral("1");
 }
 } // namespace
+
+TEST(Tree, RefusedActionLeavesATrace)
+{
+    const QTemporaryDir folder;
+    const auto root = GetZELRoot();
+    root->SetSettingsFolder(folder.path());
+    FillContainers(root, 1);
+    const CReports reports;
+    int refused = 0;
+    VisitGroups(
+        root->GetDbObject(),
+        [&](const std::shared_ptr<IDbGroup>& group)
+        {
+            for (INT32 i = 0; i < group->GetActionCount(); ++i)
+            {
+                const auto action = std::dynamic_pointer_cast<CDbFunction>(group->GetAction(i));
+                const UINT64 runs = action->GetRunCount();
+                long long counter = 0;
+                root->HasChanged(counter);
+                if (action->Execute() > eKW_ACC_WARNING)
+                {
+                    ++refused;
+                    EXPECT_EQ(action->GetRunCount(), runs) << action->GetPath().toStdString();
+                    EXPECT_FALSE(root->HasChanged(counter)) << action->GetPath().toStdString();
+                }
+            }
+        });
+    EXPECT_GT(refused, 20);
+}
 
 TEST(Tree, GroupIsMissingMisplacedOrOfTheWrongKind)
 {

@@ -103,7 +103,7 @@ const t_Rule kVerticalRules[] = {
     {"SimulatedChannelIsAcquired", "", "Simulation/Enabled = ON",
      "Vertical/Channel[2]/ChannelType/DataGeneration = SIMULATED"},
     {"MissingCurveIsSetToOriginal", "", "Vertical/ReferenceCurve/SetToOriginal", ".Scale = 1",
-     eKW_ACC_NOTHING_TO_DO},
+     eKW_ACC_NOTHING_TO_ACT_ON},
     {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
      ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
     {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",

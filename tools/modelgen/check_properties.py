@@ -25,7 +25,7 @@ NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
 SAVE_HIGHEST = 2
 
-_COMMON_KEYS = ("name", "type", "brief", "result", "save")
+_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm")
 _NUMBER_KEYS = (
     "default", "item_defaults", "unit", "min", "max", "step", "step_mode", "step_factor", "step_behaviour",
     "resolution", "values", "format", "bits",
@@ -332,7 +332,10 @@ def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> 
     _check_keys(keys, kind, type_name)
     result = keys.flag("result")
     save = keys.whole("save", 0, SAVE_HIGHEST, SAVE_NONE if result else group_save)
+    confirm = keys.flag("confirm")
+    if confirm and result:
+        keys.fail(f"result '{name}' can not be confirmed: no client writes it")
     return Property(
         name=name, kind=kind, enum=enum, brief=keys.brief(), location=keys.location,
-        result=result, save=save, **_facets(keys, kind, enum, enums),
+        result=result, save=save, confirm=confirm, **_facets(keys, kind, enum, enums),
     )

@@ -88,6 +88,8 @@ class Property:
     save: int
     default: int | float | str | EnumValue | None
     """None where the frame's default (0, empty) holds."""
+    confirm: bool = False
+    """A client's write of the value that stands runs the rules, too."""
     item_defaults: tuple[int | float | EnumValue, ...] = ()
     """Defaults of the first items of an array; `default` holds for all others."""
     values: tuple[int | float | str, ...] = ()

@@ -54,6 +54,7 @@ constexpr std::array kNames{
     KW_NAME(TIMEOUT),
     KW_NAME(OPERATION_FAILED),
     KW_NAME(INTERNAL),
+    KW_NAME(NOTHING_TO_ACT_ON),
 };
 #undef KW_NAME
 static_assert(kNames.size() == eKW_ACC_COUNT, "every code of the library has its name here");

@@ -179,6 +179,8 @@ _PROPERTIES = [
      ["extension '.csv' must stand without its dot"]),
     ("result no truth", f'{{ {_P}type = "int32", result = 1 }}',
      ["'result' must be true or false"]),
+    ("confirmed result", f'{{ {_P}type = "int32", result = true, confirm = true }}',
+     ["result 'P' can not be confirmed: no client writes it"]),
     ("save out of range", f'{{ {_P}type = "int32", save = 3 }}',
      ["'save' must be a whole number of 0 to 2"]),
     ("duplicate property", f'{{ {_P}type = "blob" }}, {{ {_P}type = "blob" }}',
