@@ -4,7 +4,6 @@
 #include "CommonDatabase/NumberText.h"
 #include "UnitRules.h"
 
-#include <QRegularExpression>
 #include <cmath>
 
 using namespace NMathExpression;
@@ -22,6 +21,40 @@ constexpr t_UnitSymbol kUnits[] = {
     {"Ohm", eKW_UNIT_IMPEDANCE_OHM}, {"s", eKW_UNIT_FREQ_SEC}, {"Hz", eKW_UNIT_FREQ_HZ},
 };
 
+// Read by hand: a regular expression that finds no memory answers "no match", which an expression
+// would take for a text that is none.
+
+using t_Length = decltype(QString().size());
+
+bool HasOneOf(const QString& text, t_Length at, const char* characters)
+{
+    return at < text.size() && QLatin1String(characters).contains(text[at]);
+}
+
+t_Length EndOfDigits(const QString& text, t_Length at)
+{
+    while (HasOneOf(text, at, "0123456789"))
+    {
+        ++at;
+    }
+    return at;
+}
+
+/** Length of the number that the text begins with; 0 where none does. */
+t_Length LengthOfNumber(const QString& text)
+{
+    const t_Length begin = HasOneOf(text, 0, "-") ? 1 : 0;
+    t_Length end = EndOfDigits(text, begin);
+    if (end == begin)
+    {
+        return 0;
+    }
+    end = HasOneOf(text, end, ".") ? EndOfDigits(text, end + 1) : end;
+    const t_Length exponent = end + (HasOneOf(text, end + 1, "+-") ? 2 : 1);
+    const t_Length exponentEnd = EndOfDigits(text, exponent);
+    return HasOneOf(text, end, "eE") && exponentEnd > exponent ? exponentEnd : end;
+}
+
 /** Reads the elements of a text one by one. */
 class CReader
 {
@@ -33,33 +66,47 @@ public:
     /** Nothing where no element begins. */
     std::optional<t_Element> Next(bool isOperandExpected)
     {
-        static const QRegularExpression number(QStringLiteral(
-            "^(-?[0-9]+(?:\\.[0-9]*)?(?:[eE][+-]?[0-9]+)?)(?:(?!sqr)(V|A|W|Ohm|s|Hz))?"));
         // After an operand a minus is an operator.
         if (isOperandExpected || !m_rest.startsWith(QLatin1Char('-')))
         {
-            const QRegularExpressionMatch match = number.match(m_rest);
-            if (match.hasMatch())
+            const t_Length length = LengthOfNumber(m_rest);
+            if (length > 0)
             {
-                return Constant(match);
+                return Constant(length);
             }
         }
         return Word();
     }
 
 private:
-    std::optional<t_Element> Constant(const QRegularExpressionMatch& match)
+    std::optional<t_Element> Constant(t_Length length)
     {
         t_Element element;
         element.type = eKW_ZEL_MATH_ELEMENT_TYPE_CONSTANT;
         bool isNumber = false;
-        element.constant = match.captured(1).toDouble(&isNumber);
+        element.constant = m_rest.left(length).toDouble(&isNumber);
+        m_rest = m_rest.mid(length);
+        // Of "sqr" the s is no second.
+        if (!m_rest.startsWith(QLatin1String("sqr")))
+        {
+            element.unit = Unit();
+        }
+        Skip(0);
+        return isNumber && std::isfinite(element.constant) ? std::optional(element) : std::nullopt;
+    }
+
+    KW_UNIT Unit()
+    {
         for (const t_UnitSymbol& row : kUnits)
         {
-            element.unit = match.captured(2) == QLatin1String(row.symbol) ? row.unit : element.unit;
+            const QLatin1String symbol(row.symbol);
+            if (m_rest.startsWith(symbol))
+            {
+                m_rest = m_rest.mid(symbol.size());
+                return row.unit;
+            }
         }
-        Skip(match.capturedLength(0));
-        return isNumber && std::isfinite(element.constant) ? std::optional(element) : std::nullopt;
+        return eKW_UNIT_NONE;
     }
 
     std::optional<t_Element> Word()

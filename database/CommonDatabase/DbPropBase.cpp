@@ -311,8 +311,25 @@ CDbChange::CDbChange(CDbPropBase& property, eWRITEKIND kind) : m_property(proper
     }
 }
 
+namespace
+{
+/** Ends a scope of the root, also where what comes before runs out of memory. */
+struct t_ScopeEnd
+{
+    CDbPgRoot* root;
+    ~t_ScopeEnd() noexcept(false)
+    {
+        if (root != nullptr)
+        {
+            root->EndScope();
+        }
+    }
+};
+} // namespace
+
 CDbChange::~CDbChange() noexcept(false)
 {
+    const t_ScopeEnd scope{m_root};
     if (m_touched && m_root != nullptr)
     {
         m_root->Changed(m_property);
@@ -320,10 +337,6 @@ CDbChange::~CDbChange() noexcept(false)
     else if (m_touched && m_property.GetParent() != nullptr)
     {
         m_property.GetParent()->IncChangeCounter();
-    }
-    if (m_root != nullptr)
-    {
-        m_root->EndScope();
     }
 }
 
