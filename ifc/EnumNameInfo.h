@@ -108,3 +108,8 @@ private:
 /** The one name table of enumeration type T. Every call returns the same object. */
 template <typename T>
 const CEnumNameInfo& GetStaticEnumNameInfo();
+
+/** Whether steps over the values of T go from number to number (CEnumNameInfo::GetNumber), with
+    values without a number behind all others, instead of from value to value. */
+template <typename T>
+inline constexpr bool KW_STEPS_BY_NUMBER = false;

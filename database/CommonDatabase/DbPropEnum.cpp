@@ -4,6 +4,8 @@
 #include "LockManager.h"
 
 #include <algorithm>
+#include <limits>
+#include <numeric>
 
 KW_VALUE_STATE CDbPropEnumBase::GetValueState(INT32 value) const
 {
@@ -57,6 +59,21 @@ void CDbPropEnumBase::DeclareEnabledValues(std::initializer_list<INT32> values)
     {
         m_states[value] = eVALUESTATE_SELECTABLE;
     }
+}
+
+std::vector<INT32> CDbPropEnumBase::StepOrder() const
+{
+    const CEnumNameInfo& info = GetNameInfo();
+    std::vector<INT32> order(info.GetEnumSize());
+    std::iota(order.begin(), order.end(), 0);
+    if (StepsByNumber())
+    {
+        const auto number = [&info](INT32 value)
+        { return info.GetNumber(value).value_or(std::numeric_limits<double>::infinity()); };
+        std::stable_sort(order.begin(), order.end(),
+                         [&number](INT32 a, INT32 b) { return number(a) < number(b); });
+    }
+    return order;
 }
 
 void CDbPropEnumBase::UpdateAvailability(KW_AVAILABILITY otherwise)
@@ -118,11 +135,14 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::IncDec(INT32 steps)
     const INT32 direction = steps > 0 ? 1 : -1;
     INT32 reached = GetAsInt();
     INT64 left = steps > 0 ? INT64{steps} : -INT64{steps};
-    for (INT32 v = reached + direction; left > 0 && GetNameInfo().IsValue(v); v += direction)
+    const std::vector<INT32> order = StepOrder();
+    const auto place = std::find(order.begin(), order.end(), reached) - order.begin();
+    for (auto i = place + direction; left > 0 && GetNameInfo().IsValue(static_cast<INT32>(i));
+         i += direction)
     {
-        if (IsValueEnabled(v))
+        if (IsValueEnabled(order[i]))
         {
-            reached = v;
+            reached = order[i];
             --left;
         }
     }

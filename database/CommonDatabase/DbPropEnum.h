@@ -12,6 +12,8 @@ class CDbPropEnumBase : public CDbPropBase
 {
 public:
     virtual const CEnumNameInfo& GetNameInfo() const = 0;
+    /** KW_STEPS_BY_NUMBER of the type. */
+    virtual bool StepsByNumber() const = 0;
     const CEnumNameInfo* GetEnumNameInfo() const override { return &GetNameInfo(); }
 
     QString GetName(INT32 value) const { return GetNameInfo().GetName(value); }
@@ -42,6 +44,9 @@ public:
     QString GetTypeName() const override { return GetType(); }
 
 protected:
+    /** All values, from the lowest step to the highest. */
+    std::vector<INT32> StepOrder() const;
+
     /** One state per value; empty while every value is selectable. */
     using t_States = std::vector<KW_VALUE_STATE>;
     t_States m_states;
@@ -61,7 +66,7 @@ public:
     /** Internal write. A rule may set a value that clients can not select. */
     KW_ACCEPTANCE DbSetAsInt(INT32 value) { return WriteValue(INT64{value}, eWRITEKIND::Internal); }
     KW_ACCEPTANCE SetResultAsInt(INT32 value) { return WriteResult(INT64{value}); }
-    /** Over the selectable values; stops at the ends with code 1. */
+    /** Over the selectable values in the order of steps; stops at the ends with code 1. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
 
     CDbValue GetValue() const override { return INT64{GetAsInt()}; }
@@ -120,6 +125,7 @@ public:
     KW_ACCEPTANCE DbSet(T value) { return DbSetAsInt(value); }
 
     const CEnumNameInfo& GetNameInfo() const override { return GetStaticEnumNameInfo<T>(); }
+    bool StepsByNumber() const override { return KW_STEPS_BY_NUMBER<T>; }
     std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override
     {
         auto record = std::make_unique<CDbPropEnumHist<T>>(*this);

@@ -248,6 +248,7 @@ TEST(Enumerations, ValueStandsAtAnotherNumber)
                                                {eKW_UNIT_METER_OHM, 108},
                                                {eKW_UNIT_COUNT_TICKS, 111},
                                                {eKW_ZEL_METER_RANGE_1, 7},
+                                               {eKW_UART_BITRATE_USER, 20},
                                                {eKW_ZEL_CHANNEL_NONE, 20}};
     for (const auto& [present, known] : numbers)
     {

@@ -2,6 +2,8 @@
 #include "EnumNameInfo.h"
 #include "RuleTree.h"
 
+#include <algorithm>
+#include <limits>
 #include <set>
 
 namespace
@@ -19,6 +21,10 @@ const t_Rule kBusRules[] = {
      ".BitRate = 9600"},
     {"UartNumberLeavesTheStandard", "", "SerialBus/UARTBusSettings/BitRate = 250000",
      ".StandardBitRate = 250000"},
+    {"RateBehindUserIsNotFound", "", "SerialBus/UARTBusSettings/BitRate = 31250",
+     ".StandardBitRate = 31250"},
+    {"UartUserIsNotFound", "", "SerialBus/UARTBusSettings/BitRate = 31251",
+     ".StandardBitRate = USER"},
     {"SpiWordLengthLeavesTheNumber", "", "SerialBus/SPIBusSettings/StandardWordLength = 12_BIT",
      ".WordLength = 12"},
     {"DataPhaseIsSlower",
@@ -307,4 +313,35 @@ TEST(BusRules, MarkedFrameDoesNotFollow)
     ASSERT_EQ(tree.Items("SerialBus/SPIBusResults/SPIBusFrame")->RemoveItem(QStringLiteral("0")),
               eKW_ACC_OK);
     EXPECT_EQ(tree.Text("SerialBus/TrackInTable/SelectedIndex"), QStringLiteral("-1"));
+}
+
+TEST(BusRules, StepOfARateGoesToAnotherThanTheNext)
+{
+    const CRuleTree tree;
+    for (const char* path :
+         {"SerialBus/UARTBusSettings/StandardBitRate", "Setup/SetupDateTime/TimeZone"})
+    {
+        const auto property = Property(tree.root, path);
+        ASSERT_NE(property, nullptr);
+        const CEnumNameInfo& names = *property->GetEnumNameInfo();
+        const auto number = [&]
+        {
+            const INT32 value = names.ConvertName(property->GetText()).value;
+            return names.GetNumber(value).value_or(std::numeric_limits<double>::infinity());
+        };
+        property->IncDec(-names.GetEnumSize());
+        std::vector<double> up{number()};
+        while (property->IncDec(1) == eKW_ACC_OK)
+        {
+            up.push_back(number());
+        }
+        EXPECT_EQ(up.size(), static_cast<std::size_t>(names.GetEnumSize()));
+        EXPECT_TRUE(std::is_sorted(up.begin(), up.end()));
+        std::vector<double> down{number()};
+        while (property->IncDec(-1) == eKW_ACC_OK)
+        {
+            down.insert(down.begin(), number());
+        }
+        EXPECT_EQ(up, down) << path;
+    }
 }

@@ -23,10 +23,12 @@ def _declaration(enum: EnumType) -> str:
     last = len(enum.values) - 1
     values = "\n".join(_enumerator(v, v.number == last) for v in enum.values)
     table = _table_head(enum, "KW_EXPORT ")
+    steps = f"inline constexpr bool KW_STEPS_BY_NUMBER<{enum.name}> = true;"
+    steps = f"template <>\n{steps}\n" if enum.steps_by_number else ""
     return (
         f"{cpptext.doc(enum.brief)}\n"
         f"enum {enum.name} : INT32\n{{\n{values}\n}};\n"
-        f"template <>\n{table};\n"
+        f"template <>\n{table};\n{steps}"
     )
 
 

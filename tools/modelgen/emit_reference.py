@@ -94,7 +94,9 @@ def _value_row(value: EnumValue) -> list[str]:
 def _enumeration(enum: EnumType) -> str:
     header = ["Value", "Display", "Short", "Remote", "Serial", "Number", "Meaning"]
     rows = [_value_row(value) for value in enum.values]
-    return f"\n## {enum.name}\n\n{facts.sentence(_cell(enum.brief))}\n\n{_table(header, rows)}"
+    brief = facts.sentence(_cell(enum.brief))
+    steps = " Steps follow the numbers." if enum.steps_by_number else ""
+    return f"\n## {enum.name}\n\n{brief}{steps}\n\n{_table(header, rows)}"
 
 
 def _index(model: Model, stems: dict[str, list[Group]]) -> str:

@@ -47,6 +47,8 @@ class EnumType:
     """Stem of the model file."""
     location: Location
     values: tuple[EnumValue, ...]
+    steps_by_number: bool = False
+    """Whether steps follow the numbers of the values instead of their order."""
 
 
 @dataclass(frozen=True)

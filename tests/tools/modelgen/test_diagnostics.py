@@ -7,13 +7,13 @@ from support import CWorkspace
 
 _UNITS = """[KW_UNIT]
 brief = "Unit."
-values = [ { serial = "NONE" }, { serial = "VOLT" } ]
+values = [ { remote = "NONE", serial = "NONE" }, { remote = "VOLT", serial = "VOLT" } ]
 
 [KW_ONOFF]
 brief = "Switch."
 values = [
-  { serial = "OFF" },
-  { serial = "ON" },
+  { remote = "OFF", serial = "OFF" },
+  { remote = "ON", serial = "ON" },
 ]
 """
 
@@ -39,42 +39,75 @@ _ENUM_FILES = [
     ("list of tables", '# text\n[[KW_A]]\nbrief = "A."\n',
      ["enumerations/E.toml:2: 'KW_A' is no table of the form [Name]"]),
     ("type twice in a file",
-     '[KW_A]\nbrief = "A."\nvalues = [ { serial = "A" } ]\n\n[KW_A]\nbrief = "B."\n',
+     '[KW_A]\nbrief = "A."\nvalues = [ { remote = "A", serial = "A" } ]\n\n[KW_A]\nbrief = "B."\n',
      ["enumerations/E.toml:5: duplicate [KW_A], first at enumerations/E.toml:1"]),
-    ("type in two files", '\n[KW_ONOFF]\nbrief = "A."\nvalues = [ { serial = "A" } ]\n',
+    ("type in two files",
+     '\n[KW_ONOFF]\nbrief = "A."\nvalues = [ { remote = "A", serial = "A" } ]\n',
      ["enumerations/Z_Units.toml:5: duplicate enumeration KW_ONOFF, "
       "first at enumerations/E.toml:2"]),
     ("enumerator in two types",
-     '[KW_A]\nbrief = "A."\nvalues = [ { serial = "B_C" } ]\n'
-     '[KW_A_B]\nbrief = "A."\nvalues = [\n  { serial = "D" },\n  { serial = "C" } ]\n',
+     '[KW_A]\nbrief = "A."\nvalues = [ { remote = "B_C", serial = "B_C" } ]\n'
+     '[KW_A_B]\nbrief = "A."\nvalues = [\n  { remote = "D", serial = "D" },\n'
+     '  { remote = "C", serial = "C" } ]\n',
      ["enumerations/E.toml:8: duplicate enumerator 'eKW_A_B_C', first at enumerations/E.toml:3"]),
-    ("no brief", '[KW_A]\nvalues = [ { serial = "A" } ]\n',
+    ("no brief", '[KW_A]\nvalues = [ { remote = "A", serial = "A" } ]\n',
      ["enumerations/E.toml:1: enumeration KW_A needs the key 'brief'"]),
-    ("blank brief", '[KW_A]\nbrief = " "\nvalues = [ { serial = "A" } ]\n',
+    ("blank brief", '[KW_A]\nbrief = " "\nvalues = [ { remote = "A", serial = "A" } ]\n',
      ["enumerations/E.toml:1: 'brief' must not be blank"]),
     ("no values", '\n[KW_A]\nbrief = "A."\n',
      ["enumerations/E.toml:2: enumeration KW_A has no values"]),
-    ("unknown key of a type", '[KW_A]\nbrief = "A."\nunit = 1\nvalues = [ { serial = "A" } ]\n',
+    ("unknown key of a type",
+     '[KW_A]\nbrief = "A."\nunit = 1\nvalues = [ { remote = "A", serial = "A" } ]\n',
      ["enumerations/E.toml:1: unknown key 'unit' of enumeration KW_A"]),
-    ("name of a type", '[Rate]\nbrief = "A."\nvalues = [ { serial = "A" } ]\n',
+    ("remote name of a type without", '[KW_A]\nbrief = "A."\nremote_exempt = "R."\n'
+     'values = [ { serial = "A" },\n { remote = "B", serial = "B" } ]\n',
+     ["enumerations/E.toml:5: remote name 'B' in a type that has none"]),
+    ("numbers in no order", '[KW_A]\nbrief = "A."\nvalues = [ { remote = "A", serial = "A", '
+     'value = 2 }, { remote = "B", serial = "B" }, { remote = "C", serial = "C", value = 3 }, '
+     '{ remote = "D", serial = "D", value = 1 } ]\n',
+     ["enumerations/E.toml:1: the numbers are in no order: 'steps_by_number' must say what steps "
+      "follow"]),
+    ("steps by equal numbers", '[KW_A]\nbrief = "A."\nsteps_by_number = true\nvalues = [ '
+     '{ remote = "A", serial = "A", value = 2 }, { remote = "B", serial = "B", value = 2 } ]\n',
+     ["enumerations/E.toml:1: 'steps_by_number' needs different numbers"]),
+    ("name of a type", '[Rate]\nbrief = "A."\nvalues = [ { remote = "A", serial = "A" } ]\n',
      ["enumerations/E.toml:1: 'Rate' is no name of an enumeration (KW_…)"]),
 ]
 
 # One value in line 4 of enumerations/E.toml, and what is wrong with it.
 _VALUES = [
-    ("duplicate serial", '{ serial = "A" }, { serial = "A" }',
+    ("duplicate serial", '{ remote = "A", serial = "A" }, { remote = "A", serial = "A" }',
      ["duplicate serial 'A', first at enumerations/E.toml:4"]),
-    ("duplicate enumerator", '{ serial = "A" }, { serial = "B", enumerator = "A" }',
+    ("duplicate enumerator",
+     '{ remote = "A", serial = "A" }, { remote = "B", serial = "B", enumerator = "A" }',
      ["duplicate enumerator 'eKW_X_A', first at enumerations/E.toml:4"]),
-    ("no identifier", '{ serial = "A-B" }', ["'eKW_X_A-B' is no identifier of C++"]),
-    ("blank serial without enumerator", '{ serial = "" }', ["'eKW_X_' is no identifier of C++"]),
-    ("no serial", '{ display = "A" }', ["a value needs the key 'serial'"]),
-    ("unknown key", '{ serial = "A", shrt = "a" }', ["unknown key 'shrt' of a value"]),
-    ("text of another type", '{ serial = "A", display = 1 }', ["'display' must be a text"]),
-    ("control character", '{ serial = "A", display = "a\\u0001" }',
+    ("no identifier", '{ remote = "A", serial = "A-B" }', ["'eKW_X_A-B' is no identifier of C++"]),
+    ("blank serial without enumerator", '{ remote = "", serial = "" }',
+     ["'eKW_X_' is no identifier of C++"]),
+    ("no serial", '{ remote = "A" }', ["a value needs the key 'serial'"]),
+    ("unknown key", '{ remote = "A", serial = "A", shrt = "a" }',
+     ["unknown key 'shrt' of a value"]),
+    ("text of another type", '{ remote = "A", serial = "A", display = 1 }',
+     ["'display' must be a text"]),
+    ("control character", '{ remote = "A", serial = "A", display = "a\\u0001" }',
      ["'display' must not hold control characters"]),
-    ("number of another type", '{ serial = "A", value = "1" }', ["'value' must be a number"]),
-    ("not a number", '{ serial = "A", value = nan }', ["'value' must be a number"]),
+    ("number of another type", '{ remote = "A", serial = "A", value = "1" }',
+     ["'value' must be a number"]),
+    ("no remote name", '{ serial = "A" }', ["a value needs the key 'remote'"]),
+    ("duplicate remote but for case", '{ remote = "Ab", serial = "A" }, '
+     '{ remote = "aB", serial = "B" }',
+     ["duplicate remote 'aB', first at enumerations/E.toml:4"]),
+    ("exemption without a reason", '{ remote = "1A", serial = "A", remote_exempt = " " }',
+     ["'remote_exempt' must name the reason"]),
+    ("exemption without need", '{ remote = "A", serial = "A", remote_exempt = "R." }',
+     ["'remote_exempt' where nothing is against the remote name"]),
+    *[(f"remote name '{name}'", f'{{ remote = "{name}", serial = "A" }}',
+       [f"remote name '{name}' is no letter with up to 11 letters, digits and '_' behind"])
+      for name in ("", "1NS", "_A", "A-B", "A B", "Ä", "ABCDEFGHIJKLM")],
+    *[(f"remote name '{name}'", f'{{ remote = "{name}", serial = "A" }}',
+       [f"remote name '{name}' is a remote protocol's word for a limit, default or step"])
+      for name in ("MIN", "Max", "DEF", "UP", "down", "MINIMUM", "MAXIMUM", "DEFAULT")],
+    ("not a number", '{ remote = "A", serial = "A", value = nan }', ["'value' must be a number"]),
 ]
 
 # One property in line 4 of groups/G.toml, and what is wrong with it.

@@ -39,7 +39,8 @@ class OutputTest(unittest.TestCase):
 
     def test_changed_enumeration_text_rewrites_other_tables(self) -> None:
         self.workspace.write("enumerations/More.toml",
-                             '[KW_MORE]\nbrief = "More."\nvalues = [ { serial = "A" } ]\n')
+                             '[KW_MORE]\nbrief = "More."\n'
+                             'values = [ { remote = "A", serial = "A" } ]\n')
         self.assertEqual(self._rewritten(), {
             "database/EnumNames_More.cpp", "docs/settings/enumerations.md", "ifc/KWEnumerations.h",
         })

@@ -33,7 +33,7 @@ template <>
 const CEnumNameInfo& GetStaticEnumNameInfo<KW_PROBE>()
 {
     static constexpr char16_t kDisplay[] = u"x1\0";
-    static constexpr char16_t kRemote[] = u"X1\0";
+    static constexpr char16_t kRemote[] = u"1X\0";
     static constexpr char16_t kSerial[] = u"X1\0";
     static const CEnumNameInfo info(2, u"KW_PROBE",
                                     {kDisplay, nullptr, kRemote, kSerial});

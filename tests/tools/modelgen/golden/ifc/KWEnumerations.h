@@ -24,6 +24,8 @@ enum KW_RATE : INT32
 };
 template <>
 KW_EXPORT const CEnumNameInfo& GetStaticEnumNameInfo<KW_RATE>();
+template <>
+inline constexpr bool KW_STEPS_BY_NUMBER<KW_RATE> = true;
 
 /** Probe, with a blank entry. */
 enum KW_PROBE : INT32
