@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWTypes.h"
+#include "KWAcceptance.h"
 
 #include <QString>
 #include <QStringView>
@@ -11,7 +11,19 @@
 template <typename T>
 QString KW_NumberToText(T value);
 
-/** Reads such a text, whole: white space, units and trailing characters are refused, as are
-    numbers that T can not hold. `value` is left alone when false is answered. */
+/**
+ * Reads such a text, whole. Refused, with `value` left alone:
+ * eKW_ACC_BAD_TEXT for white space, units, trailing characters, for a fraction or exponent where T
+ * is an integer, and for a real number of more than 64 characters;
+ * eKW_ACC_BELOW_MINIMUM and eKW_ACC_ABOVE_MAXIMUM for a number that T can not hold.
+ * A real number between zero and the smallest that a double holds is zero, the nearest one.
+ */
 template <typename T>
-bool KW_TextToNumber(QStringView text, T& value);
+KW_ACCEPTANCE KW_ParseNumber(QStringView text, T& value);
+
+/** The same, where it does not matter why a text is refused. */
+template <typename T>
+bool KW_TextToNumber(QStringView text, T& value)
+{
+    return KW_IsAccepted(KW_ParseNumber(text, value));
+}

@@ -76,18 +76,22 @@ QString ReadInteger(const t_IntegerType& type, const t_Decimal& number, const QS
         throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 takes whole numbers (%2), not %3")
                                           .arg(path, QLatin1String(type.name), number.ToText()));
     }
-    return number.ToText();
+    return number.ToPlainText(); // an exponent is no whole number to the library
 }
 
 /** Hexadecimal digits behind "0x" as decimal text; nothing for any other text. */
 QString FromHexadecimal(const QString& written)
 {
-    bool isNumber = false;
-    const QString text = written.trimmed();
-    const qulonglong value = text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)
-                                 ? text.mid(2).toULongLong(&isNumber, 16)
-                                 : 0;
-    return isNumber ? QString::number(value) : QString();
+    static const QRegularExpression form(QStringLiteral("^\\s*0[xX]([0-9A-Fa-f]+)\\s*$"));
+    const QRegularExpressionMatch match = form.match(written);
+    if (!match.hasMatch())
+    {
+        return QString();
+    }
+    bool fits = false;
+    const qulonglong value = match.captured(1).toULongLong(&fits, 16);
+    // What 64 bits can not hold is above every maximum: the next number says so.
+    return fits ? QString::number(value) : QStringLiteral("18446744073709551616");
 }
 
 QString ReadNumberText(const IDbProperty& property, const QString& written)
