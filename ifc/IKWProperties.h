@@ -105,8 +105,8 @@ public:
     virtual KW_ACCEPTANCE SetToMin() = 0;
     virtual KW_ACCEPTANCE SetToMax() = 0;
     ///@}
-    /** Steps, up when positive, by the property's step mode and behaviour at the ends; Inc is one
-        step up, Dec one down. */
+    /** Steps, up when positive, by the property's step mode and behaviour at the ends; linear ones
+        lead to multiples of the step. Inc is one step up, Dec one down. */
     ///@{
     virtual KW_ACCEPTANCE Inc() = 0;
     virtual KW_ACCEPTANCE Dec() = 0;
@@ -155,7 +155,7 @@ public:
     virtual INT32 GetMaxLength() const = 0;
     /** How a display should group the bits. */
     virtual E_NUMBERFORMAT GetFormat() const = 0;
-    /** eKW_ACC_UNKNOWN_VALUE for anything but hex and binary. */
+    /** eKW_ACC_UNKNOWN_VALUE for anything but hex and binary. Results take it, too. */
     virtual KW_ACCEPTANCE SetFormat(E_NUMBERFORMAT format) = 0;
     /** As IKWNumericProperty::SetResult. */
     virtual KW_ACCEPTANCE SetResult(const QString& pattern) = 0;

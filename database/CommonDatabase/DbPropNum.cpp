@@ -304,10 +304,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
 template <typename T>
 void CDbPropNum<T>::FollowLimits()
 {
-    const T wish = GetUserValue();
-    const T target = GetValueList().isEmpty()
-                         ? std::clamp(wish, GetMin(), GetMax())
-                         : NValueList::Nearest(GetValueList(), wish, GetMin(), GetMax());
+    const T target = GetNearestLegal(GetUserValue());
     if (target != Get())
     {
         const KW_VALIDITY validity = GetValidity();
@@ -346,8 +343,12 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
     {
         return eKW_ACC_NOT_A_NUMBER;
     }
-    const CLockGuard lock;
-    m_resolution = resolution;
+    CDbChange change(*this);
+    if (resolution != m_resolution)
+    {
+        change.Touch();
+        m_resolution = resolution;
+    }
     const T rounded = std::clamp(RoundToResolution(Get()), GetMin(), GetMax());
     if (rounded == Get())
     {
@@ -356,14 +357,26 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
     return std::max<KW_ACCEPTANCE>(WriteValue(Carry(rounded), eWRITEKIND::Auto), eKW_ACC_WARNING);
 }
 
+/** The minimum; but the ladder of whole numbers begins at 1, and who stands below goes no lower. */
+template <typename T>
+T CDbPropNum<T>::GetLowestStep() const
+{
+    const bool isLadder = GetStepMode() == eSTEPMODE_LADDER125 && !std::is_same_v<T, double>;
+    return isLadder ? std::max(GetMin(), std::min(T{1}, Get())) : GetMin();
+}
+
 template <typename T>
 bool CDbPropNum<T>::FindStep(INT32 steps, T& next, bool& overflow) const
 {
     switch (GetStepMode())
     {
     case eSTEPMODE_LINEAR:
+        if (!(GetStep() > T{}))
+        {
+            return false;
+        }
         next = NStepping::Linear<T>(Get(), GetStep(), steps, overflow);
-        return GetStep() > T{};
+        return true;
     case eSTEPMODE_FACTOR:
         next = NStepping::Factor<T>(Get(), GetStepFactor(), steps, overflow);
         return true;
@@ -395,11 +408,11 @@ KW_ACCEPTANCE CDbPropNum<T>::IncDec(INT32 steps)
 template <typename T>
 KW_ACCEPTANCE CDbPropNum<T>::StepOver(T next, bool up, bool overflow)
 {
-    const T min = GetMin();
-    const T max = GetMax();
+    const T low = GetLowestStep();
+    const T high = GetMax();
     T inside = next;
-    const bool beyond = overflow || ValidateRange(inside, min, max) > eKW_ACC_WARNING;
-    return beyond ? StepPastEnd(up, up ? min : max, up ? max : min) : Set(inside);
+    const bool beyond = overflow || ValidateRange(inside, GetMin(), high) > eKW_ACC_WARNING;
+    return beyond ? StepPastEnd(up, up ? low : high, up ? high : low) : Set(inside);
 }
 
 template <typename T>
@@ -455,8 +468,8 @@ template <typename T>
 void CDbPropNum<T>::SaveState(CDbPropBaseHist& record, bool newState) const
 {
     static_cast<t_Hist&>(record).State(newState) = {
-        GetCommonState(), Get(),     GetUserValue(),       GetMin(),
-        GetMax(),         GetStep(), GetDbUnit().GetUnit()};
+        GetCommonState(), Get(),     GetUserValue(), GetMin(),
+        GetMax(),         GetStep(), m_resolution,   GetDbUnit().GetUnit()};
 }
 
 template <typename T>
@@ -469,6 +482,7 @@ void CDbPropNum<T>::LoadState(const CDbPropBaseHist& record, bool newState)
     m_value.store(state.value, std::memory_order_release);
     m_userValue.store(state.userValue, std::memory_order_release);
     m_step.store(state.step, std::memory_order_release);
+    m_resolution = state.resolution;
     DeclareUnit(state.unit);
 }
 
@@ -529,12 +543,9 @@ template <typename T>
 KW_ACCEPTANCE CDbPropNum<T>::ParseText(const QString& text, CDbValue& value) const
 {
     T number{};
-    if (!KW_TextToNumber(QStringView(text), number))
-    {
-        return eKW_ACC_BAD_TEXT;
-    }
+    const KW_ACCEPTANCE code = KW_ParseNumber(QStringView(text), number);
     value = Carry(number);
-    return eKW_ACC_OK;
+    return code;
 }
 
 template <typename T>

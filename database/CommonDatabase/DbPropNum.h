@@ -20,7 +20,7 @@ public:
 
     void DeclareStepMode(E_STEPMODES mode) { m_stepMode = mode; }
     void DeclareStepBehaviour(E_STEP_BEHAVIOUR behaviour) { m_stepBehaviour = behaviour; }
-    void DeclareStepFactor(double factor) { m_stepFactor = static_cast<float>(factor); }
+    void DeclareStepFactor(double factor) { m_stepFactor = factor; }
     void DeclareFormat(E_NUMBERFORMAT format) { m_format = format; }
     /** Digits of hex and binary displays that stand together; 0 for no groups. */
     void DeclareBitGroupSize(INT32 size) { m_bitGroupSize = static_cast<UINT8>(size); }
@@ -32,8 +32,8 @@ public:
     INT32 GetBitGroupSize() const { return m_bitGroupSize; }
 
 private:
+    double m_stepFactor = 2.0;
     CDbUnit m_unit;
-    float m_stepFactor = 2.0F;
     E_STEPMODES m_stepMode : 8 = eSTEPMODE_LINEAR;
     E_STEP_BEHAVIOUR m_stepBehaviour : 8 = eSTEP_BEHAVIOUR_LIMIT;
     E_NUMBERFORMAT m_format : 8 = eNUMBERFORMAT_DECIMAL;
@@ -147,6 +147,7 @@ private:
         T min;
         T max;
         T step;
+        T resolution;
         KW_UNIT unit;
         CDbValue AsValue() const { return Carry(value); }
         bool operator==(const t_State&) const = default;
@@ -164,6 +165,7 @@ private:
      */
     KW_ACCEPTANCE StepPastEnd(bool up, T wrapped, T end);
     KW_ACCEPTANCE StepInList(INT32 steps);
+    T GetLowestStep() const;
     bool FindStep(INT32 steps, T& next, bool& overflow) const;
 
     std::atomic<T> m_value{};

@@ -4,9 +4,12 @@
 #include "KWMath.h"
 #include "MatConstants.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <type_traits>
 
 namespace NStepping
@@ -40,33 +43,106 @@ double FromReal<double>(double value, bool& overflow)
     return value > kEnd ? kEnd : value < -kEnd ? -kEnd : value;
 }
 
-constexpr std::array<double, 4> kLadder{1.0, 2.0, 5.0, 10.0};
+/** The double nearest to digits × 10^exponent, as its text reads: a product with a power of ten,
+    itself rounded, would lie beside it. Infinite beyond the largest, zero below the smallest. */
+double FromDecimal(INT64 digits, int exponent)
+{
+    char text[40];
+    char* const end = text + sizeof(text);
+    char* const mark = std::to_chars(text, end, digits).ptr;
+    *mark = 'e';
+    const auto written = std::to_chars(mark + 1, end, exponent);
+    double value = exponent < 0 ? 0.0 : digits < 0 ? -HUGE_VAL : HUGE_VAL;
+    std::from_chars(text, written.ptr, value);
+    return value;
+}
+
+struct t_Decimal
+{
+    INT64 digits;
+    int exponent;
+};
+
+/** A step as a model or a rule means it: 2e-9, also where a division left the double beside it.
+    Nothing for a step that is no short decimal number, such as a third. */
+std::optional<t_Decimal> ToShortDecimal(double step)
+{
+    constexpr int kFraction = 11;
+    char text[32];
+    const auto written =
+        std::to_chars(text, text + sizeof(text), step, std::chars_format::scientific, kFraction);
+    char* const mark = std::find(text, written.ptr, 'e');
+    std::copy(text + 2, mark, text + 1); // "1.25e-09" without its point
+    t_Decimal decimal{};
+    std::from_chars(text, mark - 1, decimal.digits);
+    std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, written.ptr, decimal.exponent);
+    decimal.exponent -= kFraction;
+    for (; decimal.digits != 0 && decimal.digits % 10 == 0; decimal.digits /= 10)
+    {
+        ++decimal.exponent;
+    }
+    const bool isStep =
+        CMatConstants::AreEqual(FromDecimal(decimal.digits, decimal.exponent), step);
+    return isStep ? std::optional(decimal) : std::nullopt;
+}
+
+double Multiple(INT64 count, double step)
+{
+    const auto decimal = ToShortDecimal(step);
+    INT64 digits = 0;
+    const bool isDecimal = decimal && !__builtin_mul_overflow(count, decimal->digits, &digits);
+    return isDecimal ? FromDecimal(digits, decimal->exponent) : static_cast<double>(count) * step;
+}
+
+double LinearReal(double value, double step, INT32 steps)
+{
+    constexpr double kTooFine = 0x1p51;
+    const double count = std::floor(value / step + steps + 0.5);
+    return std::fabs(count) < kTooFine ? Multiple(static_cast<INT64>(count), step)
+                                       : value + step * steps;
+}
+
+/** Steps from `value` to the multiple nearest to it, the upper one of two: −1, 0 or 1 after its
+    remainder is gone. */
+template <typename T>
+int ToNearestMultiple(T rest, T step)
+{
+    if (rest > T{})
+    {
+        return rest >= step - rest ? 1 : 0;
+    }
+    return rest < T{} && rest < -(step + rest) ? -1 : 0;
+}
+
+constexpr std::array<INT64, 4> kLadder{1, 2, 5, 10};
 
 double LadderUp(double value)
 {
-    const double decade = KWMath::Pow10(KWMath::DecimalExponent(value));
-    for (const double step : kLadder)
+    const int exponent = KWMath::DecimalExponent(value);
+    for (const INT64 rung : kLadder)
     {
-        if (CMatConstants::IsGreater(step * decade, value))
+        const double next = FromDecimal(rung, exponent);
+        if (CMatConstants::IsGreater(next, value))
         {
-            return step * decade;
+            return next;
         }
     }
     // What is equal to the next decade without reaching it counts as that decade.
-    return 20.0 * decade;
+    return FromDecimal(20, exponent);
 }
 
 double LadderDown(double value)
 {
-    const double decade = KWMath::Pow10(KWMath::DecimalExponent(value));
-    for (auto step = kLadder.rbegin(); step != kLadder.rend(); ++step)
+    const int exponent = KWMath::DecimalExponent(value);
+    for (auto rung = kLadder.rbegin(); rung != kLadder.rend(); ++rung)
     {
-        if (CMatConstants::IsLess(*step * decade, value))
+        const double next = FromDecimal(*rung, exponent);
+        if (CMatConstants::IsLess(next, value))
         {
-            return *step * decade;
+            return next;
         }
     }
-    return 0.5 * decade;
+    return FromDecimal(5, exponent - 1);
 }
 } // namespace
 
@@ -75,18 +151,21 @@ T Linear(T value, T step, INT32 steps, bool& overflow)
 {
     if constexpr (std::is_same_v<T, double>)
     {
-        return FromReal<double>(value + step * steps, overflow);
+        return FromReal<double>(LinearReal(value, step, steps), overflow);
     }
     else
     {
-        const bool up = steps > 0;
-        const UINT64 count =
-            up ? static_cast<UINT64>(steps) : UINT64{0} - static_cast<INT64>(steps);
+        const T rest = static_cast<T>(value % step);
+        const INT64 count = INT64{steps} + ToNearestMultiple(rest, step);
+        const bool up = count > 0;
+        const UINT64 magnitude =
+            up ? static_cast<UINT64>(count) : UINT64{0} - static_cast<UINT64>(count);
+        const T base = static_cast<T>(value - rest);
         UINT64 distance = 0;
         T result{};
-        overflow = __builtin_mul_overflow(count, static_cast<UINT64>(step), &distance) ||
-                   (up ? __builtin_add_overflow(value, distance, &result)
-                       : __builtin_sub_overflow(value, distance, &result));
+        overflow = __builtin_mul_overflow(magnitude, static_cast<UINT64>(step), &distance) ||
+                   (up ? __builtin_add_overflow(base, distance, &result)
+                       : __builtin_sub_overflow(base, distance, &result));
         return !overflow ? result
                          : (up ? std::numeric_limits<T>::max() : std::numeric_limits<T>::lowest());
     }
@@ -114,17 +193,28 @@ T Factor(T value, double factor, INT32 steps, bool& overflow)
 template <typename T>
 T Ladder125(T value, INT32 steps, bool& overflow)
 {
+    constexpr bool isReal = std::is_same_v<T, double>;
     double moved = static_cast<double>(value);
-    if (!(moved > 0.0))
+    if (isReal && !(moved > 0.0))
     {
         return value;
     }
-    for (INT32 i = 0; i != steps && moved > 0.0 && std::isfinite(moved); i += steps > 0 ? 1 : -1)
+    INT32 done = 0;
+    if (!isReal && moved < 1.0 && steps > 0)
+    {
+        moved = 1.0; // the first rung
+        ++done;
+    }
+    for (; done != steps && moved > 0.0 && std::isfinite(moved); done += steps > 0 ? 1 : -1)
     {
         moved = steps > 0 ? LadderUp(moved) : LadderDown(moved);
     }
-    const bool belowOne = !std::is_same_v<T, double> && moved < 1.0;
-    return belowOne ? T{1} : FromReal<T>(moved, overflow);
+    if (!isReal && moved < 1.0)
+    {
+        overflow = steps < 0;
+        return steps < 0 ? T{1} : value;
+    }
+    return FromReal<T>(moved, overflow);
 }
 
 #define KW_INSTANTIATE_STEPPING(T)                                                                 \

@@ -9,6 +9,13 @@
  */
 namespace NStepping
 {
+/**
+ * The multiple of `step` (> 0) that is nearest to value + steps × step, the upper one of two: from
+ * wherever the value stands, the first step leads onto the grid, the others stay there.
+ * A real step of up to twelve decimal digits counts as that decimal number, and its multiples are
+ * the doubles nearest to the decimal multiples: three steps of 0.1 are 0.3. Where doubles are
+ * coarser than the grid, the value is moved as it is.
+ */
 template <typename T>
 T Linear(T value, T step, INT32 steps, bool& overflow);
 
@@ -17,8 +24,9 @@ T Linear(T value, T step, INT32 steps, bool& overflow);
 template <typename T>
 T Factor(T value, double factor, INT32 steps, bool& overflow);
 
-/** The next values …, 1, 2, 5, 10, 20, … above or below; zero and negative numbers have none, so
-    the value stays. */
+/** The next values …, 1, 2, 5, 10, 20, … above or below. Those of whole numbers begin at 1: down
+    from there is an overflow, up from zero and below it leads there. Real numbers from zero down
+    have no next value, so the value stays. */
 template <typename T>
 T Ladder125(T value, INT32 steps, bool& overflow);
 } // namespace NStepping

@@ -146,6 +146,14 @@ namespace
 /** Holds every sum and product of a step, on 32-bit processors too. */
 using t_Wide = boost::multiprecision::int128_t;
 
+/** The multiple of `step` nearest to `target`, the upper one of two. */
+t_Wide NearestMultiple(const t_Wide& target, const t_Wide& step)
+{
+    const t_Wide doubled = 2 * target + step;
+    const t_Wide rest = doubled % (2 * step);
+    return (doubled - rest - (rest < 0 ? 2 * step : t_Wide(0))) / 2;
+}
+
 /** Numbers of T, half of them near its ends and near zero. */
 template <typename T>
 class CAnyNumber
@@ -192,7 +200,7 @@ TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
         ASSERT_EQ(number.SetStep(step), eKW_ACC_OK);
         number.DeclareStepBehaviour(behaviour);
 
-        const t_Wide next = t_Wide(value) + t_Wide(step) * count;
+        const t_Wide next = NearestMultiple(t_Wide(value) + t_Wide(step) * count, step);
         const bool below = next < min;
         const bool inside = !below && next <= max;
         const T end = below == (behaviour == eSTEP_BEHAVIOUR_LIMIT) ? min : max;
@@ -207,6 +215,46 @@ TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
         ASSERT_EQ(number.Get(), inside ? static_cast<T>(next) : (stays ? value : end))
             << +value << " + " << count << " × " << +step << " in " << +min << " … " << +max;
     }
+}
+
+TYPED_TEST(Integers, TextBeyondTheTypeCanNotBeReadOrIsCutToFit)
+{
+    auto& number = this->m_number;
+    const QString long0(100, QLatin1Char('0'));
+    const auto next = [](const t_Wide& value) { return QString::fromStdString(value.str()); };
+    const struct
+    {
+        QString text;
+        KW_ACCEPTANCE code;
+    } rows[] = {{next(t_Wide(this->kHighest) + 1), eKW_ACC_ABOVE_MAXIMUM},
+                {next(t_Wide(this->kLowest) - 1), eKW_ACC_BELOW_MINIMUM},
+                {QLatin1Char('1') + long0, eKW_ACC_ABOVE_MAXIMUM},
+                {QLatin1String("-1") + long0, eKW_ACC_BELOW_MINIMUM},
+                {QLatin1Char('1') + long0 + QLatin1Char('x'), eKW_ACC_BAD_TEXT},
+                {QStringLiteral("1e3"), eKW_ACC_BAD_TEXT},
+                {QStringLiteral("+-1"), eKW_ACC_BAD_TEXT},
+                {QStringLiteral("-"), eKW_ACC_BAD_TEXT},
+                {next(this->kHighest), eKW_ACC_OK},
+                {next(this->kLowest), eKW_ACC_OK},
+                {QLatin1Char('+') + long0 + QLatin1Char('7'), eKW_ACC_OK}};
+    for (const auto& [text, code] : rows)
+    {
+        EXPECT_EQ(number.SetText(text), code) << text.toStdString();
+    }
+    EXPECT_EQ(number.Get(), 7);
+}
+
+TEST(RealTexts, BeyondDoubleCanNotBeRead)
+{
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropNum<double>& number = *root->m_pFirst->m_pFollower;
+    ASSERT_EQ(number.Set(1.0), eKW_ACC_OK);
+    EXPECT_EQ(number.SetText(QStringLiteral("1e309")), eKW_ACC_ABOVE_MAXIMUM);
+    EXPECT_EQ(number.SetText(QStringLiteral("-0.01e400")), eKW_ACC_BELOW_MINIMUM);
+    EXPECT_EQ(number.SetText(QStringLiteral("1e400 V")), eKW_ACC_BAD_TEXT);
+    EXPECT_EQ(number.Get(), 1.0);
+    EXPECT_EQ(number.SetText(QStringLiteral("-1e-400")), eKW_ACC_OK);
+    EXPECT_EQ(number.GetText(), QStringLiteral("0"));
 }
 
 TYPED_TEST(Integers, FactorOrLadderLeavesTheType)
@@ -362,12 +410,17 @@ INSTANTIATE_TEST_SUITE_P(
         t_SignCase{"LadderUp", kLadder, kLimit, 200, 1, 500, 0, 500.0, 0},
         t_SignCase{"LadderPastTheEnd", kLadder, kLimit, 600, 1, 1000, 0, 1000.0, 0},
         t_SignCase{"LadderFarPastTheEnd", kLadder, kLimit, 600, 2, 1000, 1, 1000.0, 1},
-        t_SignCase{"LadderWraps", kLadder, kWrap, 1000, 1, -1000, 0, -1000.0, 0},
+        t_SignCase{"LadderWraps", kLadder, kWrap, 1000, 1, 1, 0, -1000.0, 0},
         t_SignCase{"LadderIsRefused", kLadder, kRefuse, 1000, 1, 1000, eKW_ACC_ABOVE_MAXIMUM,
                    1000.0, eKW_ACC_ABOVE_MAXIMUM},
-        t_SignCase{"LadderBelowOne", kLadder, kLimit, 2, -2, 1, 0, 0.5, 0},
-        t_SignCase{"LadderFromZero", kLadder, kLimit, 0, 1, 0, 0, 0.0, 0},
-        t_SignCase{"LadderFromBelowZero", kLadder, kLimit, -5, kMany, -5, 0, -5.0, 0}),
+        // The ladder of whole numbers begins at 1.
+        t_SignCase{"LadderBelowOne", kLadder, kLimit, 2, -2, 1, 1, 0.5, 0},
+        t_SignCase{"LadderWrapsBelowOne", kLadder, kWrap, 1, -1, 1000, 0, 0.5, 0},
+        t_SignCase{"LadderIsRefusedBelowOne", kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM,
+                   0.5, 0},
+        t_SignCase{"LadderFromZero", kLadder, kLimit, 0, 2, 2, 0, 0.0, 0},
+        t_SignCase{"LadderDownFromZero", kLadder, kLimit, 0, -1, 0, 1, 0.0, 0},
+        t_SignCase{"LadderFromBelowZero", kLadder, kLimit, -5, kMany, 1000, 1, -5.0, 0}),
     [](const auto& test) { return std::string(test.param.name); });
 
 TEST(EnumerationSteps, LeaveTheTypeOrReachWhatIsDisabled)

@@ -300,6 +300,79 @@ TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
     EXPECT_GE(steps, written);
 }
 
+namespace
+{
+/** Power of ten of the last digit: −3 of "0.125" and of "2.5e-02". */
+int LastDigit(const QString& number)
+{
+    const QString mantissa = number.section(QLatin1Char('e'), 0, 0);
+    const QString fraction = mantissa.section(QLatin1Char('.'), 1);
+    return number.section(QLatin1Char('e'), 1).toInt() - static_cast<int>(fraction.size());
+}
+
+/** Steps a number onto its grid and from there up to ten steps away and back. Answers what is
+    wrong, and the number of steps, 0 where nothing can step. */
+QString WalkAway(IDbProperty& property, int& steps)
+{
+    const INT32 up = property.IncDec(1) == eKW_ACC_OK ? 1 : -1;
+    const QString start = property.GetText();
+    for (steps = 0; steps < 10; ++steps)
+    {
+        const QString before = property.GetText();
+        if (property.IncDec(up) != eKW_ACC_OK)
+        {
+            property.SetText(before); // limits may lie beside the grid
+            break;
+        }
+        const QString step = property.GetStepText();
+        const QString text = property.GetText();
+        const auto digits = text.section(QLatin1Char('e'), 0, 0).remove(u'.').remove(u'0').size();
+        if (step.isEmpty() ? digits > 1 : LastDigit(text) < LastDigit(step))
+        {
+            return text + QStringLiteral(" by ") + step;
+        }
+    }
+    for (int i = 0; i < steps; ++i)
+    {
+        property.IncDec(-up);
+    }
+    return property.GetText() == start
+               ? QString()
+               : start + QStringLiteral(" returns as ") + property.GetText();
+}
+
+} // namespace
+
+TEST(Tree, StepsDoNotReturnOrLeaveTheirGrid)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    root->EnableHistory(false);
+    root->EnableHistory(true);
+    int walked = 0;
+    QStringList wrong;
+    VisitGroups(root->GetDbObject(),
+                [&](const std::shared_ptr<IDbGroup>& group)
+                {
+                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+                    {
+                        const auto property = group->GetProperty(i);
+                        int steps = 0;
+                        const bool isReal = property->GetTypeName() == QLatin1String("double");
+                        const QString found = isReal ? WalkAway(*property, steps) : QString();
+                        walked += steps > 0 ? 1 : 0;
+                        wrong += found.isEmpty() ? QStringList()
+                                                 : QStringList(property->GetPath() + u' ' + found);
+                        while (root->CanUndo())
+                        {
+                            ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                        }
+                    }
+                });
+    EXPECT_EQ(wrong.join(QLatin1Char('\n')).toStdString(), "");
+    EXPECT_GT(walked, 150);
+}
+
 // A sanitizer has a heap of its own.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST(Tree, TakesMoreMemoryThanAnInstrumentHas)
