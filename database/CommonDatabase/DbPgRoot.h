@@ -53,6 +53,8 @@ public:
     void Record(CDbPropBase& property);
     void AddRecord(std::unique_ptr<CDbHistRecord> record);
     bool IsRecording() const { return m_step != nullptr; }
+    /** Unique number of the step that is being recorded. */
+    UINT32 GetStepId() const { return m_stepId; }
     /** Counts a change and marks what depends on it. */
     void Changed(CDbPropBase& property);
     void MarkDependants(const CDbPropBase& property)

@@ -92,13 +92,13 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPropBase::CheckAccess(const CDbPgRoot* root) const
+KW_ACCEPTANCE CDbPropBase::CheckAccess(const CDbPgRoot* root, bool ofResults) const
 {
     if (root == nullptr)
     {
         return eKW_ACC_DETACHED;
     }
-    if (GetObjectType() == eOBJECTTYPE_RESULT)
+    if (!ofResults && GetObjectType() == eOBJECTTYPE_RESULT)
     {
         return eKW_ACC_READ_ONLY;
     }

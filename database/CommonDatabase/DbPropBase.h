@@ -111,8 +111,9 @@ protected:
     /** Texts of value-list entries. */
     virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
 
-    /** Whether a client may write now, in the tree of this root. */
-    KW_ACCEPTANCE CheckAccess(const CDbPgRoot* root) const;
+    /** Whether a client may write now, in the tree of this root; `ofResults` for what it may set of
+        a result, too, such as how it is shown. */
+    KW_ACCEPTANCE CheckAccess(const CDbPgRoot* root, bool ofResults = false) const;
     /** Writes a result that the acquisition delivers. */
     KW_ACCEPTANCE WriteResult(CDbValue value);
 

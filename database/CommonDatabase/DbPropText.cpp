@@ -45,12 +45,16 @@ std::unique_ptr<CDbPropBaseHist> CDbPropTextBase::MakeNewHistValueEntry()
 
 void CDbPropTextBase::SaveState(CDbPropBaseHist& record, bool newState) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_value};
+    static_cast<CDbPropHist<t_State>&>(record).State(newState) = GetState();
 }
 
 void CDbPropTextBase::LoadState(const CDbPropBaseHist& record, bool newState)
 {
-    const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
+    SetState(static_cast<const CDbPropHist<t_State>&>(record).State(newState));
+}
+
+void CDbPropTextBase::SetState(const t_State& state)
+{
     SetCommonState(state.common);
     m_value = state.value;
 }
@@ -116,13 +120,38 @@ KW_ACCEPTANCE CDbPropBitPattern::SetFormat(E_NUMBERFORMAT format)
     {
         return eKW_ACC_UNKNOWN_VALUE;
     }
-    CDbChange change(*this);
+    const CLockGuard lock;
+    if (const KW_ACCEPTANCE access = CheckAccess(GetDbRoot(), true); access > eKW_ACC_WARNING)
+    {
+        return access;
+    }
+    const bool isResult = GetObjectType() == eOBJECTTYPE_RESULT;
+    CDbChange change(*this, isResult ? eWRITEKIND::Internal : eWRITEKIND::Client);
     if (format != m_format)
     {
         change.Touch();
         m_format = format;
     }
     return eKW_ACC_OK;
+}
+
+std::unique_ptr<CDbPropBaseHist> CDbPropBitPattern::MakeNewHistValueEntry()
+{
+    auto record = std::make_unique<CDbPropHist<t_PatternState>>(*this);
+    SaveState(*record, false);
+    return record;
+}
+
+void CDbPropBitPattern::SaveState(CDbPropBaseHist& record, bool newState) const
+{
+    static_cast<CDbPropHist<t_PatternState>&>(record).State(newState) = {GetState(), m_format};
+}
+
+void CDbPropBitPattern::LoadState(const CDbPropBaseHist& record, bool newState)
+{
+    const auto& state = static_cast<const CDbPropHist<t_PatternState>&>(record).State(newState);
+    SetState(state.text);
+    m_format = state.format;
 }
 
 E_NUMBERFORMAT CDbPropBitPattern::GetFormat() const

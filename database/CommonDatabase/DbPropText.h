@@ -22,17 +22,16 @@ public:
     QString GetText() const override { return Get(); }
     QString GetDefaultText() const override { return m_default; }
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+    /** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
+    static bool IsSavable(const QString& text);
 
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     virtual KW_ACCEPTANCE ValidateText(const QString& text) const = 0;
-    /** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
-    static bool IsSavable(const QString& text);
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void SaveState(CDbPropBaseHist& record, bool newState) const override;
 
-private:
     struct t_State
     {
         CDbPropBase::t_CommonState common;
@@ -40,7 +39,10 @@ private:
         CDbValue AsValue() const { return value; }
         bool operator==(const t_State&) const = default;
     };
+    t_State GetState() const { return {GetCommonState(), m_value}; }
+    void SetState(const t_State& state);
 
+private:
     QString m_value = QStringLiteral("");
     QString m_default = QStringLiteral("");
 };
@@ -72,17 +74,30 @@ public:
     void DeclareLength(INT32 bits) { m_maxLength = bits; }
     INT32 GetMaxLength() const { return m_maxLength; }
     void DeclareFormat(E_NUMBERFORMAT format) { m_format = format; }
-    /** Hex or binary display; eKW_ACC_UNKNOWN_VALUE for any other format. */
+    /** Client write: hex or binary display, of results too; eKW_ACC_UNKNOWN_VALUE for any other
+        format, or the codes of access. The format of a result leaves no step for undo, which would
+        take the measured pattern back. */
     KW_ACCEPTANCE SetFormat(E_NUMBERFORMAT format);
     E_NUMBERFORMAT GetFormat() const;
     std::shared_ptr<IKWBitPatternProperty> GetFIMPointer();
     QString GetTypeName() const override { return QStringLiteral("bitpattern"); }
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
 
 protected:
     KW_ACCEPTANCE ValidateText(const QString& text) const override;
+    void LoadState(const CDbPropBaseHist& record, bool newState) override;
+    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
+    struct t_PatternState
+    {
+        t_State text;
+        E_NUMBERFORMAT format;
+        CDbValue AsValue() const { return text.AsValue(); }
+        bool operator==(const t_PatternState&) const = default;
+    };
+
     INT32 m_maxLength = 64;
     E_NUMBERFORMAT m_format = eNUMBERFORMAT_BINARY;
 };

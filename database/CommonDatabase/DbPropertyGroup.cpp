@@ -25,6 +25,48 @@ auto At(const TList& list, INT32 index) -> decltype(list.front().get())
 }
 } // namespace
 
+/** Availability of a group before and after a step. The group is held weakly: one that is gone for
+    good has none to restore, and the root would hold itself. */
+class CDbPropertyGroup::CAvailabilityHist final : public CDbHistRecord
+{
+public:
+    explicit CAvailabilityHist(CDbPropertyGroup& group)
+        : CDbHistRecord(eOPERATIONTYPE::Availability),
+          m_group(std::static_pointer_cast<CDbPropertyGroup>(group.shared_from_this())),
+          m_before(group.GetCurrentAvailability()), m_after(m_before)
+    {
+    }
+    void Finish() override
+    {
+        const auto group = m_group.lock();
+        m_after = group ? group->GetCurrentAvailability() : m_before;
+        CDbHistRecord::Finish();
+    }
+    bool IsChanged() const override { return m_before != m_after; }
+    QString GetText() const override
+    {
+        const auto group = m_group.lock();
+        return group ? group->GetPath() : QStringLiteral("");
+    }
+
+protected:
+    void DoUndo() override { Restore(m_before); }
+    void DoRedo() override { Restore(m_after); }
+
+private:
+    void Restore(KW_AVAILABILITY availability)
+    {
+        if (const auto group = m_group.lock())
+        {
+            group->StoreAvailability(availability);
+        }
+    }
+
+    std::weak_ptr<CDbPropertyGroup> m_group;
+    KW_AVAILABILITY m_before;
+    KW_AVAILABILITY m_after;
+};
+
 CDbPropertyGroup::~CDbPropertyGroup()
 {
     for (const auto& property : m_properties)
@@ -168,11 +210,23 @@ void CDbPropertyGroup::VisitChildrenFirst(const std::function<void(CDbPropertyGr
 void CDbPropertyGroup::SetAvailability(KW_AVAILABILITY availability)
 {
     const CLockGuard lock;
-    if (availability != GetCurrentAvailability())
+    if (availability == GetCurrentAvailability())
     {
-        CDbObject::SetAvailability(availability);
-        IncChangeCounter();
+        return;
     }
+    CDbPgRoot* const root = GetDbRoot();
+    if (root != nullptr && root->IsRecording() && m_recordedStep != root->GetStepId())
+    {
+        root->AddRecord(std::make_unique<CAvailabilityHist>(*this));
+        m_recordedStep = root->GetStepId();
+    }
+    StoreAvailability(availability);
+}
+
+void CDbPropertyGroup::StoreAvailability(KW_AVAILABILITY availability)
+{
+    CDbObject::SetAvailability(availability);
+    IncChangeCounter();
 }
 
 INT32 CDbPropertyGroup::GetPropertyCount() const

@@ -139,10 +139,17 @@ protected:
     virtual CDbPropertyGroup* FindItem(QStringView key) const;
 
 private:
+    class CAvailabilityHist;
+
+    /** Without a record, but counted. */
+    void StoreAvailability(KW_AVAILABILITY availability);
+
     std::vector<std::shared_ptr<CDbPropBase>> m_properties;
     std::vector<std::shared_ptr<CDbPropertyGroup>> m_groups;
     std::vector<std::shared_ptr<CDbFunction>> m_objects;
     CDbChangeCounter m_counter;
     CLazyHandle<IKWFunctionBase> m_fim;
     std::unique_ptr<IKWMapItem> m_mapItem;
+    /** Step of the root that already holds a record of the availability. */
+    UINT32 m_recordedStep = 0;
 };

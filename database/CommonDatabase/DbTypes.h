@@ -30,10 +30,11 @@ constexpr bool IsClientWrite(eWRITEKIND kind)
 /** What a history record is about. */
 enum class eOPERATIONTYPE : UINT8
 {
-    Value,  ///< value, limits and validity of a property
-    Insert, ///< items came into a container
-    Remove, ///< items left a container
-    Rename  ///< an item of a map got another name or key
+    Value,       ///< value, limits and validity of a property
+    Insert,      ///< items came into a container
+    Remove,      ///< items left a container
+    Rename,      ///< an item of a map got another name, display name or key
+    Availability ///< a group became available or unavailable
 };
 
 /** Which way a history record is being processed. */

@@ -17,8 +17,8 @@ struct t_Kind
 };
 
 constexpr t_Kind kKinds[] = {
-    {"Int16", "-32768", "32768", eKW_ACC_BAD_TEXT},
-    {"UInt16", "65535", "-1", eKW_ACC_BAD_TEXT},
+    {"Int16", "-32768", "32768", eKW_ACC_ABOVE_MAXIMUM},
+    {"UInt16", "65535", "-1", eKW_ACC_BELOW_MINIMUM},
     {"Int32", "-100", "101", eKW_ACC_ABOVE_MAXIMUM},
     {"UInt32", "4294967295", "1.5", eKW_ACC_BAD_TEXT},
     {"Int64", "-9223372036854775808", "x", eKW_ACC_BAD_TEXT},
@@ -249,6 +249,92 @@ TEST_F(Frame, RuleThatSettlesForLessLeavesTheWishPending)
     EXPECT_EQ(follower.GetUserValue(), 10.0) << "the hook wrote the value it settled for";
 }
 
+TEST_F(Frame, WishLeavesTheResolutionWhenLimitsMove)
+{
+    CDbPropNum<double>& follower = *m_group.m_pFollower;
+    follower.DeclareResolution(0.25);
+    EXPECT_EQ(follower.SetUserValue(20.1), eKW_ACC_WARNING);
+    for (const auto& [limit, value] : {std::pair{15.0, 15.0}, {40.0, 20.0}, {15.1, 15.1}})
+    {
+        ASSERT_EQ(m_group.m_pDouble->Set(limit), eKW_ACC_OK);
+        EXPECT_EQ(follower.Get(), value);
+    }
+}
+
+namespace
+{
+/** Something of a group that is no value, with two settings of it. */
+struct t_Trait
+{
+    const char* name;
+    int (*get)(CPgFixture& group);
+    void (*change)(CPgFixture& group);
+};
+
+constexpr t_Trait kTraits[] = {
+    {"Resolution", [](CPgFixture& g) { return static_cast<int>(g.m_pDouble->GetResolution()); },
+     [](CPgFixture& g) { g.m_pDouble->SetResolution(5.0); }},
+    {"Format", [](CPgFixture& g) { return static_cast<int>(g.m_pPattern->GetFormat()); },
+     [](CPgFixture& g) { g.m_pPattern->SetFormat(eNUMBERFORMAT_HEX); }},
+    {"Availability", [](CPgFixture& g) { return static_cast<int>(g.m_pMap->GetAvailability()); },
+     [](CPgFixture& g)
+     {
+         g.m_pMap->SetAvailability(eAVAILABILITY_NOT_AVAILABLE);
+         g.m_pMap->SetAvailability(eAVAILABILITY_READ_ONLY);
+     }},
+};
+
+class Traits : public testing::TestWithParam<t_Trait>
+{
+};
+} // namespace
+
+TEST_P(Traits, AreNotUndoneOrNotCounted)
+{
+    const auto root = CPgFixtureRoot::Create();
+    CPgFixture& group = *root->m_pFirst;
+    const int before = GetParam().get(group);
+    long long counter = 0;
+    root->HasChanged(counter);
+    {
+        CDbTransaction transaction(*root, QStringLiteral("change"));
+        GetParam().change(group);
+        ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
+    }
+    const int after = GetParam().get(group);
+    ASSERT_NE(after, before);
+    EXPECT_TRUE(root->HasChanged(counter));
+    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(GetParam().get(group), before);
+    EXPECT_TRUE(root->HasChanged(counter));
+    ASSERT_EQ(root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(GetParam().get(group), after);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Traits, testing::ValuesIn(kTraits),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(Frame, AvailabilityThatCameBackIsAStep)
+{
+    CDbTransaction transaction(*m_root, QStringLiteral("nothing"));
+    m_group.m_pMap->SetAvailability(eAVAILABILITY_READ_ONLY);
+    m_group.m_pMap->SetAvailability(eAVAILABILITY_AVAILABLE);
+    ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_F(Frame, FormatOfAPatternPassesTheLockoutOrTakesAResultBack)
+{
+    CDbPropBitPattern& pattern = *m_group.m_pPattern;
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(pattern.SetFormat(eNUMBERFORMAT_HEX), eKW_ACC_NO_WRITE_ACCESS);
+    EXPECT_EQ(pattern.GetFormat(), eNUMBERFORMAT_BINARY);
+    m_root->SetControlMode(eCONTROL_LOCAL);
+    pattern.SetObjectType(eOBJECTTYPE_RESULT);
+    EXPECT_EQ(pattern.SetFormat(eNUMBERFORMAT_HEX), eKW_ACC_OK) << "results are shown, too";
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
 TEST_F(Frame, LimitsEncloseNoEntryOfTheList)
 {
     EXPECT_EQ(m_group.m_pListed->SetMinAndMax(2.5, 4.0), eKW_ACC_NOT_IN_VALUE_LIST);
@@ -305,6 +391,7 @@ TEST_P(Stepping, EndsElsewhere)
     CDbPropNum<double>& p =
         c.mode == eSTEPMODE_LIST ? *root->m_pFirst->m_pListed : *root->m_pFirst->m_pDouble;
     p.DeclareStepMode(c.mode);
+    p.DeclareStepFactor(1.1);
     p.DeclareStepBehaviour(c.behaviour);
     ASSERT_EQ(p.Set(c.start), eKW_ACC_OK);
     EXPECT_EQ(p.IncDec(c.steps), c.code);
@@ -314,6 +401,9 @@ TEST_P(Stepping, EndsElsewhere)
 INSTANTIATE_TEST_SUITE_P(
     Cases, Stepping,
     testing::Values(t_StepCase{"Linear", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 1, -1, 0.5, 0},
+                    t_StepCase{"LinearFromBesideTheGrid", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT,
+                               1.3, -2, 0.5, 0},
+                    t_StepCase{"Factor", eSTEPMODE_FACTOR, eSTEP_BEHAVIOUR_LIMIT, 10, 2, 12.1, 0},
                     t_StepCase{"LinearStops", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 999, 5, 1000,
                                1},
                     t_StepCase{"LinearWraps", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_WRAP, 999, 5, 0, 0},
