@@ -36,7 +36,7 @@ public:
     virtual KW_ACCEPTANCE Grow(INT32 count) = 0;
     /** Makes an item the active one: eKW_ACC_BELOW_MINIMUM, eKW_ACC_ABOVE_MAXIMUM. */
     virtual KW_ACCEPTANCE SetActive(INT32 index) = 0;
-    /** Index of the active item, −1 when none is. */
+    /** Index of the active item, which moves with the item; −1 when none is. */
     virtual INT32 GetActive() const = 0;
     /** Null for an index outside the array. */
     virtual std::shared_ptr<IKWFunctionBase> GetItemBase(INT32 index) const = 0;
@@ -90,7 +90,7 @@ public:
     virtual KW_ACCEPTANCE Insert(const QString& name) = 0;
     /** eKW_ACC_NOT_FOUND, eKW_ACC_FIXED_SIZE. */
     virtual KW_ACCEPTANCE Remove(const QString& name) = 0;
-    /** eKW_ACC_NOT_FOUND, eKW_ACC_BAD_NAME, eKW_ACC_NAME_IN_USE. */
+    /** eKW_ACC_NOT_FOUND, eKW_ACC_BAD_NAME, eKW_ACC_NAME_IN_USE. Its own name is no change. */
     virtual KW_ACCEPTANCE Rename(const QString& oldName, const QString& newName) = 0;
     /** Inserts `target` with the contents of `source`: eKW_ACC_NOT_FOUND, or the codes of Insert.
      */
@@ -99,8 +99,8 @@ public:
     virtual KW_ACCEPTANCE SetActive(const QString& name) = 0;
     /** Name of the active item; empty when none is. */
     virtual QString GetActive() const = 0;
-    /** Whether an item may have the name: 1 to 64 characters without control characters and / [ ],
-     * without white space at its ends or in a row. */
+    /** Whether an item may have the name: 1 to 64 characters of Unicode, none of them a control
+     * character or / [ ], without white space at its ends or in a row. */
     virtual bool IsNameValid(const QString& name) const = 0;
     /** A free name made from the pattern. */
     virtual QString CreateUniqueName() const = 0;

@@ -67,7 +67,8 @@ KW_ACCEPTANCE CDbPgArrayBase::SetSizeFor(INT32 count, const char* signature)
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPgArrayBase::InsertFor(INT32 index, const char* signature)
+KW_ACCEPTANCE CDbPgArrayBase::InsertFor(INT32 index, std::shared_ptr<CDbPropertyGroup>* inserted,
+                                        const char* signature)
 {
     const CLockGuard lock;
     if (index < 0 || index > GetCount())
@@ -84,6 +85,10 @@ KW_ACCEPTANCE CDbPgArrayBase::InsertFor(INT32 index, const char* signature)
     {
         KW_REPORT_ARRAY(QStringLiteral("new failed in ") + QLatin1String(signature));
         return eKW_ACC_INTERNAL;
+    }
+    if (inserted != nullptr)
+    {
+        *inserted = item;
     }
     Place(index, {std::move(item)}, eWRITEKIND::Internal);
     return eKW_ACC_OK;
@@ -139,7 +144,7 @@ void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
         Rename(index, names);
         throw;
     }
-    UpdateActiveLimits();
+    FollowActiveItem(index, count, kind);
     IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
@@ -168,7 +173,7 @@ void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
         m_items[i]->SetNodeName(m_items[i - count]->NodeName());
     }
     Drop(index, count);
-    UpdateActiveLimits();
+    FollowActiveItem(index, -count, kind);
     IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
@@ -207,6 +212,23 @@ void CDbPgArrayBase::UpdateActiveLimits()
     m_pActiveIndex->SetMax(GetCount() - 1);
 }
 
+void CDbPgArrayBase::FollowActiveItem(INT32 index, INT32 count, eWRITEKIND kind)
+{
+    const INT32 active = GetActive();
+    // Undo and redo restore the index by a record of its own.
+    if (active < index || kind == eWRITEKIND::Undo)
+    {
+        UpdateActiveLimits();
+        return;
+    }
+    if (count > 0)
+    {
+        UpdateActiveLimits();
+    }
+    m_pActiveIndex->DbSet(std::min(std::max(active + count, index), GetCount() - 1));
+    UpdateActiveLimits();
+}
+
 void CDbPgArrayBase::RollbackValue(const CDbPgArrayHist& record)
 {
     if (record.GetOperationType() == eOPERATIONTYPE::Insert)
@@ -233,13 +255,19 @@ void CDbPgArrayBase::RedoValue(const CDbPgArrayHist& record)
 
 KW_ACCEPTANCE CDbPgArrayBase::Insert(INT32 index)
 {
+    return InsertAsClient(index, nullptr);
+}
+
+KW_ACCEPTANCE CDbPgArrayBase::InsertAsClient(INT32 index,
+                                             std::shared_ptr<CDbPropertyGroup>* inserted)
+{
     const CLockGuard lock;
     if (const KW_ACCEPTANCE access = CheckClientAccess(); access > eKW_ACC_WARNING)
     {
         return access;
     }
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    return InsertInternal(index);
+    return InsertInternal(index, inserted);
 }
 
 KW_ACCEPTANCE CDbPgArrayBase::Remove(INT32 index, INT32 count)
@@ -256,16 +284,17 @@ KW_ACCEPTANCE CDbPgArrayBase::Remove(INT32 index, INT32 count)
 KW_ACCEPTANCE CDbPgArrayBase::Copy(INT32 source, INT32 target)
 {
     const CLockGuard lock;
-    const CDbPropertyGroup* const original = ItemAt(source);
-    if (original == nullptr)
+    if (ItemAt(source) == nullptr)
     {
         return eKW_ACC_BAD_INDEX;
     }
+    const std::shared_ptr<CDbPropertyGroup> original = m_items[source];
+    std::shared_ptr<CDbPropertyGroup> copy;
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    const KW_ACCEPTANCE code = Insert(target);
+    const KW_ACCEPTANCE code = InsertAsClient(target, &copy);
     if (code <= eKW_ACC_WARNING)
     {
-        CopyContents(*original, *ItemAt(target));
+        CopyContents(*original, *copy);
     }
     return code;
 }

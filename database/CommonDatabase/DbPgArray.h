@@ -21,8 +21,10 @@ public:
     /** Grows to `count` new items, each with its own index. Refused: a negative count, a count
         below the present one (arrays never shrink this way), one above the maximum. */
     virtual KW_ACCEPTANCE DbSetSize(INT32 count) = 0;
-    /** Inserts one new item before `index`. */
-    virtual KW_ACCEPTANCE InsertInternal(INT32 index) = 0;
+    /** Inserts one new item before `index`. `inserted` becomes that item, wherever a rule that the
+        insertion ran has put it since. */
+    virtual KW_ACCEPTANCE InsertInternal(INT32 index,
+                                         std::shared_ptr<CDbPropertyGroup>* inserted = nullptr) = 0;
     /** Removes `count` items from `index` on. */
     virtual KW_ACCEPTANCE DbRemovePriv(INT32 index, INT32 count) = 0;
 
@@ -62,7 +64,8 @@ protected:
     using t_Items = std::vector<std::shared_ptr<CDbPropertyGroup>>;
 
     KW_ACCEPTANCE SetSizeFor(INT32 count, const char* signature);
-    KW_ACCEPTANCE InsertFor(INT32 index, const char* signature);
+    KW_ACCEPTANCE InsertFor(INT32 index, std::shared_ptr<CDbPropertyGroup>* inserted,
+                            const char* signature);
     KW_ACCEPTANCE RemoveFor(INT32 index, INT32 count, const char* signature);
     static void ReportContainer(const QString& text, int line, const char* signature);
 
@@ -81,7 +84,11 @@ private:
     static std::vector<QString> NamesFrom(INT32 begin, INT32 end);
     void Rename(INT32 from, const std::vector<QString>& names);
     void Drop(INT32 index, INT32 count);
+    KW_ACCEPTANCE InsertAsClient(INT32 index, std::shared_ptr<CDbPropertyGroup>* inserted);
     void UpdateActiveLimits();
+    /** Items came in front of `index`, or left from there on (a negative count): the active index
+        follows the active item, or goes to what now stands in the place of one that left. */
+    void FollowActiveItem(INT32 index, INT32 count, eWRITEKIND kind);
     INT32 IndexOf(QStringView key) const;
 
     t_Items m_items;
@@ -116,9 +123,10 @@ class CDbPgArray : public TBase
 public:
     using TBase::TBase;
     KW_ACCEPTANCE DbSetSize(INT32 count) override { return this->SetSizeFor(count, Q_FUNC_INFO); }
-    KW_ACCEPTANCE InsertInternal(INT32 index) override
+    KW_ACCEPTANCE InsertInternal(INT32 index,
+                                 std::shared_ptr<CDbPropertyGroup>* inserted = nullptr) override
     {
-        return this->InsertFor(index, Q_FUNC_INFO);
+        return this->InsertFor(index, inserted, Q_FUNC_INFO);
     }
     KW_ACCEPTANCE DbRemovePriv(INT32 index, INT32 count) override
     {

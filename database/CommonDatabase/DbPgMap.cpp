@@ -11,6 +11,12 @@ namespace
 {
 constexpr char kMapSource[] = "CommonDatabase/Src/DbPgMap";
 
+/** The one spelling of a name that maps keep. */
+QString Canonical(const QString& name)
+{
+    return name.normalized(QString::NormalizationForm_C);
+}
+
 /** An item that left its map answers its last name, no key, and refuses to be renamed. */
 class CFIMMapItem final : public IKWMapItem
 {
@@ -63,7 +69,12 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override
     {
         const bool isAsked = kind == eWRITEKIND::Client || kind == eWRITEKIND::Recall;
-        const QString* const name = std::get_if<QString>(&value);
+        const QString* name = std::get_if<QString>(&value);
+        if (name != nullptr)
+        {
+            value = Canonical(*name);
+            name = std::get_if<QString>(&value);
+        }
         const bool isUnknown = isAsked && name != nullptr && !name->isEmpty() && Map() != nullptr &&
                                !Map()->IsItem(*name);
         return isUnknown ? static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_FOUND)
@@ -94,10 +105,13 @@ void CDbPgMapBase::ReportContainer(const QString& text, int line, const char* si
 
 #define KW_REPORT_MAP(text) ReportContainer(text, __LINE__, signature)
 
-KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& name, const QString& displayName,
-                                      INT32 numericKey, bool makeActive, const char* signature)
+KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& asked, const QString& displayName,
+                                      INT32 numericKey, bool makeActive,
+                                      std::shared_ptr<CDbPropertyGroup>* inserted,
+                                      const char* signature)
 {
     const CLockGuard lock;
+    const QString name = Canonical(asked);
     if (!IsNameValid(name))
     {
         KW_REPORT_MAP(QStringLiteral("\"%1\" is no valid name in ").arg(name) +
@@ -122,6 +136,10 @@ KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& name, const QString& displa
                       QStringLiteral(" failed in ") + QLatin1String(signature));
         return eKW_ACC_INTERNAL;
     }
+    if (inserted != nullptr)
+    {
+        *inserted = item.group;
+    }
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Internal);
     Place(name, item, eWRITEKIND::Internal);
     return makeActive ? m_pActiveKey->DbSet(name) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
@@ -130,7 +148,7 @@ KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& name, const QString& displa
 KW_ACCEPTANCE CDbPgMapBase::RemoveFor(const QString& name, const char* signature)
 {
     const CLockGuard lock;
-    const auto found = m_items.find(name);
+    const auto found = m_items.find(Canonical(name));
     if (found == m_items.end())
     {
         KW_REPORT_MAP(QStringLiteral("Item ") + name + QStringLiteral(" does not exist in ") +
@@ -142,14 +160,16 @@ KW_ACCEPTANCE CDbPgMapBase::RemoveFor(const QString& name, const char* signature
         KW_REPORT_MAP(QStringLiteral("Element not found"));
         return eKW_ACC_INTERNAL;
     }
-    Take(name, eWRITEKIND::Internal);
+    Take(QString(found->first), eWRITEKIND::Internal);
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPgMapBase::AdaptFor(const QString& oldName, const QString& newName,
+KW_ACCEPTANCE CDbPgMapBase::AdaptFor(const QString& askedOld, const QString& askedNew,
                                      INT32 numericKey, const char* signature)
 {
     const CLockGuard lock;
+    const QString oldName = Canonical(askedOld);
+    const QString newName = Canonical(askedNew);
     const auto found = m_items.find(oldName);
     if (found == m_items.end())
     {
@@ -175,7 +195,14 @@ KW_ACCEPTANCE CDbPgMapBase::AdaptFor(const QString& oldName, const QString& newN
         KW_REPORT_MAP(QStringLiteral("erase numeric key"));
         return eKW_ACC_INTERNAL;
     }
-    Move(oldName, newName, newKey, eWRITEKIND::Internal);
+    if (newName == oldName && newKey == oldKey)
+    {
+        return eKW_ACC_OK;
+    }
+    t_Item item = found->second;
+    item.displayName = item.displayName == oldName ? newName : item.displayName;
+    item.numericKey = newKey;
+    Move(oldName, newName, item, eWRITEKIND::Internal);
     return eKW_ACC_OK;
 }
 
@@ -230,7 +257,7 @@ void CDbPgMapBase::Take(const QString& name, eWRITEKIND kind)
     }
 }
 
-void CDbPgMapBase::Move(const QString& oldName, const QString& newName, INT32 numericKey,
+void CDbPgMapBase::Move(const QString& oldName, const QString& newName, const t_Item& item,
                         eWRITEKIND kind)
 {
     const CDbRootScope scope(GetDbRoot(), kind);
@@ -239,19 +266,17 @@ void CDbPgMapBase::Move(const QString& oldName, const QString& newName, INT32 nu
     {
         owner->OnItemRenaming(this, oldName, newName);
     }
-    AddRecord<CDbPgMapHist>(*this, oldName, m_items.at(oldName).numericKey, newName, numericKey);
+    AddRecord<CDbPgMapHist>(*this, oldName, m_items.at(oldName), newName, item);
     // From the record on nothing needs memory.
     auto entry = m_items.extract(oldName);
     m_lowestNumber = 1;
-    t_Item& item = entry.mapped();
-    auto keyEntry = m_namesByKey.extract(item.numericKey);
-    item.displayName = item.displayName == oldName ? newName : item.displayName;
-    item.numericKey = numericKey;
+    auto keyEntry = m_namesByKey.extract(entry.mapped().numericKey);
     item.group->SetNodeName(newName);
-    keyEntry.key() = numericKey;
+    keyEntry.key() = item.numericKey;
     keyEntry.mapped() = newName;
     m_namesByKey.insert(std::move(keyEntry));
     entry.key() = newName;
+    entry.mapped() = item;
     m_items.insert(std::move(entry));
     IncChangeCounter();
     if (owner == nullptr)
@@ -276,7 +301,7 @@ void CDbPgMapBase::RollbackValue(const CDbPgMapHist& record)
         Place(record.GetName(), record.GetItem(), eWRITEKIND::Undo);
         break;
     default:
-        Move(record.GetNewName(), record.GetName(), record.GetKey(), eWRITEKIND::Undo);
+        Move(record.GetNewName(), record.GetName(), record.GetItem(), eWRITEKIND::Undo);
         break;
     }
 }
@@ -292,7 +317,7 @@ void CDbPgMapBase::RedoValue(const CDbPgMapHist& record)
         Take(record.GetName(), eWRITEKIND::Undo);
         break;
     default:
-        Move(record.GetName(), record.GetNewName(), record.GetNewKey(), eWRITEKIND::Undo);
+        Move(record.GetName(), record.GetNewName(), record.GetNewItem(), eWRITEKIND::Undo);
         break;
     }
 }
@@ -308,6 +333,12 @@ KW_ACCEPTANCE CDbPgMapBase::CheckGroupActionAvailable(eACTION action) const
 
 KW_ACCEPTANCE CDbPgMapBase::Insert(const QString& name)
 {
+    return InsertAsClient(name, nullptr);
+}
+
+KW_ACCEPTANCE CDbPgMapBase::InsertAsClient(const QString& name,
+                                           std::shared_ptr<CDbPropertyGroup>* inserted)
+{
     const CLockGuard lock;
     if (const KW_ACCEPTANCE access = CheckGroupActionAvailable(eACTION::Insert);
         access > eKW_ACC_WARNING)
@@ -315,7 +346,8 @@ KW_ACCEPTANCE CDbPgMapBase::Insert(const QString& name)
         return access;
     }
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    return InsertInternal(name.isEmpty() ? CreateUniqueName() : name, QString(), -1, false, true);
+    return InsertInternal(name.isEmpty() ? CreateUniqueName() : name, QString(), -1, false, true,
+                          inserted);
 }
 
 KW_ACCEPTANCE CDbPgMapBase::Remove(const QString& name)
@@ -345,18 +377,18 @@ KW_ACCEPTANCE CDbPgMapBase::Rename(const QString& oldName, const QString& newNam
 KW_ACCEPTANCE CDbPgMapBase::Copy(const QString& source, const QString& target)
 {
     const CLockGuard lock;
-    const CDbPropertyGroup* const original = ItemByName(source);
-    if (original == nullptr)
+    const auto found = m_items.find(Canonical(source));
+    if (found == m_items.end())
     {
         return eKW_ACC_NOT_FOUND;
     }
-    const QString wanted = NormalizeName(target);
-    const QString name = wanted.isEmpty() ? CreateUniqueName() : wanted;
+    const std::shared_ptr<CDbPropertyGroup> original = found->second.group;
+    std::shared_ptr<CDbPropertyGroup> copy;
     const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
-    const KW_ACCEPTANCE code = Insert(name);
+    const KW_ACCEPTANCE code = InsertAsClient(NormalizeName(target), &copy);
     if (code <= eKW_ACC_WARNING)
     {
-        CopyContents(*original, *ItemByName(name));
+        CopyContents(*original, *copy);
     }
     return code;
 }
@@ -396,7 +428,7 @@ bool CDbPgMapBase::IsItem(INT32 numericKey) const
 CDbPropertyGroup* CDbPgMapBase::ItemByName(QStringView name) const
 {
     const CLockGuard lock(eACCESS_READ);
-    const auto found = m_items.find(name.toString());
+    const auto found = m_items.find(Canonical(name.toString()));
     return found == m_items.end() ? nullptr : found->second.group.get();
 }
 
@@ -499,18 +531,18 @@ QString CDbPgMapBase::CreateUniqueName() const
 
 QString CDbPgMapBase::NormalizeName(const QString& name)
 {
-    return name.simplified();
+    return Canonical(name.simplified());
 }
 
 bool CDbPgMapBase::IsNameValid(const QString& name)
 {
-    const auto isForbidden = [](QChar c)
-    {
-        return c.unicode() < 0x20 || c == u'/' || c == u'[' || c == u']' || c.isSurrogate() ||
-               c.unicode() >= 0xFFFE;
-    };
-    return !name.isEmpty() && name.size() <= kMaxNameLength && name == NormalizeName(name) &&
-           std::none_of(name.begin(), name.end(), isForbidden);
+    const QString canonical = Canonical(name);
+    const auto isForbidden = [](QChar c) { return c == u'/' || c == u'[' || c == u']'; };
+    const auto isCharacter = [](QChar c) { return !c.isLowSurrogate(); };
+    const auto length = std::count_if(canonical.begin(), canonical.end(), isCharacter);
+    return length > 0 && length <= kMaxNameLength && canonical == NormalizeName(canonical) &&
+           CDbPropString::IsSavable(canonical) &&
+           std::none_of(canonical.begin(), canonical.end(), isForbidden);
 }
 
 std::shared_ptr<IDbGroup> CDbPgMapBase::GetItemByPosition(INT32 position) const
@@ -554,13 +586,13 @@ CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QS
 {
 }
 
-CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldKey,
-                           const QString& newName, INT32 newKey)
+CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, const QString& oldName,
+                           const CDbPgMapBase::t_Item& oldItem, const QString& newName,
+                           const CDbPgMapBase::t_Item& newItem)
     : CDbHistRecord(eOPERATIONTYPE::Rename),
       m_map(std::static_pointer_cast<CDbPgMapBase>(map.shared_from_this())), m_name(oldName),
-      m_newName(newName), m_newKey(newKey)
+      m_newName(newName), m_item(oldItem), m_newItem(newItem)
 {
-    m_item.numericKey = oldKey;
 }
 
 QString CDbPgMapHist::GetText() const

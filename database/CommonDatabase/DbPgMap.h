@@ -12,7 +12,8 @@ class CDbPgMapHist;
 /**
  * Name-keyed container of groups. Every item has a unique name (its node name), a unique numeric
  * key ≥ 0 and a display name. Order is that of the numeric keys. The active item's name is held in
- * the property "ActiveKey".
+ * the property "ActiveKey". Names are kept in the normal form C of Unicode and found in any form,
+ * so that two spellings of a letter are one name.
  */
 class CDbPgMapBase : public CDbContainerBase
 {
@@ -23,12 +24,14 @@ public:
     ~CDbPgMapBase() override;
 
     /** Creates an item; an empty display name takes the name, a negative key the lowest free one.
-        `makeActive` makes it the active item, `normalize` normalizes the name first. */
+        `makeActive` makes it the active item, `normalize` normalizes the name first. `inserted`
+        becomes the item, whatever its name is after the rules that the insertion ran. */
     virtual KW_ACCEPTANCE InsertInternal(const QString& name, const QString& displayName,
-                                         INT32 numericKey, bool makeActive, bool normalize) = 0;
+                                         INT32 numericKey, bool makeActive, bool normalize,
+                                         std::shared_ptr<CDbPropertyGroup>* inserted = nullptr) = 0;
     virtual KW_ACCEPTANCE ProcessRemove(const QString& name) = 0;
     /** Gives an item a new name and, unless negative, a new numeric key; keeps both indexes in
-        step and counts the change. */
+        step and counts the change. The same name and key are no change. */
     virtual KW_ACCEPTANCE AdaptNumericKeyAndName(const QString& oldName, const QString& newName,
                                                  INT32 numericKey) = 0;
 
@@ -66,10 +69,10 @@ public:
     /** "%1" in the pattern is a number that makes the name unique. */
     void SetNamePattern(const QString& pattern);
     QString CreateUniqueName() const;
-    /** Without white space at the ends, and with single spaces inside. */
+    /** In normal form C, without white space at the ends, and with single spaces inside. */
     static QString NormalizeName(const QString& name);
-    /** 1 … 64 characters that neither a path nor a file needs for itself: no control characters
-        and none of "/", "[", "]". */
+    /** 1 … 64 characters of Unicode that neither a path nor a file needs for itself: no control
+        characters and none of "/", "[", "]". */
     static bool IsNameValid(const QString& name);
 
     KW_NODE_KIND GetKind() const override { return eKW_NODE_MAP; }
@@ -101,10 +104,11 @@ public:
     };
 
 protected:
-    KW_ACCEPTANCE InsertFor(const QString& name, const QString& displayName, INT32 numericKey,
-                            bool makeActive, const char* signature);
+    KW_ACCEPTANCE InsertFor(const QString& asked, const QString& displayName, INT32 numericKey,
+                            bool makeActive, std::shared_ptr<CDbPropertyGroup>* inserted,
+                            const char* signature);
     KW_ACCEPTANCE RemoveFor(const QString& name, const char* signature);
-    KW_ACCEPTANCE AdaptFor(const QString& oldName, const QString& newName, INT32 numericKey,
+    KW_ACCEPTANCE AdaptFor(const QString& askedOld, const QString& askedNew, INT32 numericKey,
                            const char* signature);
     static void ReportContainer(const QString& text, int line, const char* signature);
 
@@ -122,7 +126,9 @@ private:
     INT32 LowestFreeKey() const;
     void Place(const QString& name, const t_Item& item, eWRITEKIND kind);
     void Take(const QString& name, eWRITEKIND kind);
-    void Move(const QString& oldName, const QString& newName, INT32 numericKey, eWRITEKIND kind);
+    KW_ACCEPTANCE InsertAsClient(const QString& name, std::shared_ptr<CDbPropertyGroup>* inserted);
+    /** `item` is the item as it is to be: with the display name and key of its new name. */
+    void Move(const QString& oldName, const QString& newName, const t_Item& item, eWRITEKIND kind);
     void DeSerializeItem(const CDbSettingsElement& element, CDbRecall& recall);
 
     std::map<QString, t_Item> m_items;
@@ -140,15 +146,14 @@ public:
     CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QString& name,
                  CDbPgMapBase::t_Item item);
     /** Rename. */
-    CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, INT32 oldKey, const QString& newName,
-                 INT32 newKey);
+    CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, const CDbPgMapBase::t_Item& oldItem,
+                 const QString& newName, const CDbPgMapBase::t_Item& newItem);
     QString GetText() const override;
 
     const QString& GetName() const { return m_name; }
     const QString& GetNewName() const { return m_newName; }
-    INT32 GetKey() const { return m_item.numericKey; }
-    INT32 GetNewKey() const { return m_newKey; }
     const CDbPgMapBase::t_Item& GetItem() const { return m_item; }
+    const CDbPgMapBase::t_Item& GetNewItem() const { return m_newItem; }
 
 protected:
     void DoUndo() override { m_map->RollbackValue(*this); }
@@ -158,8 +163,8 @@ private:
     std::shared_ptr<CDbPgMapBase> m_map;
     QString m_name;
     QString m_newName;
-    INT32 m_newKey = -1;
     CDbPgMapBase::t_Item m_item;
+    CDbPgMapBase::t_Item m_newItem;
 };
 
 /** Map of groups of class T. */
@@ -169,10 +174,11 @@ class CDbPgMap : public CDbPgMapBase
 public:
     using CDbPgMapBase::CDbPgMapBase;
     KW_ACCEPTANCE InsertInternal(const QString& name, const QString& displayName, INT32 numericKey,
-                                 bool makeActive, bool normalize) override
+                                 bool makeActive, bool normalize,
+                                 std::shared_ptr<CDbPropertyGroup>* inserted = nullptr) override
     {
         return InsertFor(normalize ? NormalizeName(name) : name, displayName, numericKey,
-                         makeActive, Q_FUNC_INFO);
+                         makeActive, inserted, Q_FUNC_INFO);
     }
     KW_ACCEPTANCE ProcessRemove(const QString& name) override
     {

@@ -16,19 +16,35 @@ std::shared_ptr<CDbPropertyGroup> CDbPropReference::FindItem(const QString& path
     return isItem ? group : nullptr;
 }
 
+std::shared_ptr<CDbPropertyGroup>
+CDbPropReference::Active(const std::weak_ptr<CDbPropertyGroup>& group)
+{
+    auto item = group.lock();
+    return item && item->GetParent() != nullptr ? item : nullptr;
+}
+
+QString CDbPropReference::PathOf(const std::weak_ptr<CDbPropertyGroup>& group)
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto item = Active(group);
+    return item ? item->GetPath() : QStringLiteral("");
+}
+
+bool CDbPropReference::t_State::operator==(const t_State& other) const
+{
+    return common == other.common && !group.owner_before(other.group) &&
+           !other.group.owner_before(group);
+}
+
 std::shared_ptr<CDbPropertyGroup> CDbPropReference::GetReferencedGroup() const
 {
     const CLockGuard lock(eACCESS_READ);
-    auto group = m_group.lock();
-    // A removed item may live on in the history or in a client's hands.
-    return group && group->GetParent() != nullptr ? group : nullptr;
+    return Active(m_group);
 }
 
 QString CDbPropReference::Get() const
 {
-    const CLockGuard lock(eACCESS_READ);
-    const auto group = GetReferencedGroup();
-    return group ? group->GetPath() : QStringLiteral("");
+    return PathOf(m_group);
 }
 
 CDbContainerBase* CDbPropReference::GetContainer() const
@@ -101,7 +117,7 @@ std::unique_ptr<CDbPropBaseHist> CDbPropReference::MakeNewHistValueEntry()
 
 void CDbPropReference::SaveState(CDbPropBaseHist& record, bool newState) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_group, Get()};
+    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_group};
 }
 
 void CDbPropReference::LoadState(const CDbPropBaseHist& record, bool newState)

@@ -45,19 +45,19 @@ protected:
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
+    /** The item itself: while a step is written another one may take its path. */
     struct t_State
     {
         CDbPropBase::t_CommonState common;
         std::weak_ptr<CDbPropertyGroup> group;
-        QString path;
-        CDbValue AsValue() const { return path; }
-        bool operator==(const t_State& other) const
-        {
-            return common == other.common && path == other.path;
-        }
+        CDbValue AsValue() const { return PathOf(group); }
+        bool operator==(const t_State& other) const;
     };
 
     std::shared_ptr<CDbPropertyGroup> FindItem(const QString& path) const;
+    /** Null for an item that was removed: it may live on in the history or in a client's hands. */
+    static std::shared_ptr<CDbPropertyGroup> Active(const std::weak_ptr<CDbPropertyGroup>& group);
+    static QString PathOf(const std::weak_ptr<CDbPropertyGroup>& group);
 
     std::weak_ptr<CDbPropertyGroup> m_group;
 };

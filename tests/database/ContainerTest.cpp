@@ -94,6 +94,80 @@ TEST_F(Containers, ArrayChangeIsNotUndoneWithContentsIndexAndReference)
     EXPECT_EQ(kept->GetProperty(0)->SetText(QStringLiteral("5")), eKW_ACC_DETACHED);
 }
 
+TEST_F(Containers, ActiveIndexOrReferenceStaysWhileItsItemMoves)
+{
+    ASSERT_EQ(m_array.DbSetSize(4), eKW_ACC_OK);
+    ASSERT_EQ(m_array.SetActive(2), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pReference->Set(QStringLiteral("First/Array[2]")), eKW_ACC_OK);
+    const struct
+    {
+        bool inserts;
+        INT32 index, count, active;
+    } rows[] = {{true, 3, 1, 2},  {true, 2, 1, 3},  {true, 0, 1, 4}, {false, 5, 1, 4},
+                {false, 0, 2, 2}, {false, 1, 1, 1}, {true, 1, 1, 2}};
+    const CDbPropertyGroup* const item = m_array.ItemAt(2);
+    for (const auto& [inserts, index, count, active] : rows)
+    {
+        SCOPED_TRACE(testing::Message() << (inserts ? "insert " : "remove ") << index);
+        Remember();
+        const INT32 before = m_array.GetActive();
+        ASSERT_EQ(inserts ? m_array.Insert(index) : m_array.Remove(index, count), eKW_ACC_OK);
+        ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+        EXPECT_EQ(m_root->Text(), m_before);
+        EXPECT_EQ(m_array.GetActive(), before);
+        ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+        EXPECT_EQ(m_array.GetActive(), active);
+        EXPECT_EQ(m_array.ItemAt(active), item);
+        EXPECT_EQ(m_group.m_pReference->Get(), item->GetPath());
+    }
+    // The item itself goes: what takes its place is active, and stays it when the array grows.
+    ASSERT_EQ(m_array.Remove(2, m_array.GetCount() - 2), eKW_ACC_OK);
+    EXPECT_EQ(m_array.GetActive(), 1);
+    ASSERT_EQ(m_array.DbSetSize(9), eKW_ACC_OK);
+    EXPECT_EQ(m_array.GetActive(), 1);
+    ASSERT_EQ(m_array.Remove(0, 9), eKW_ACC_OK);
+    EXPECT_EQ(m_array.GetActive(), -1);
+}
+
+TEST_F(Containers, ReferenceThatMovedToTheItemOfItsPathIsNotUndone)
+{
+    ASSERT_EQ(m_array.Insert(0), eKW_ACC_OK);
+    const CDbPropertyGroup* const first = m_array.ItemAt(0);
+    const QString path = QStringLiteral("First/Array[0]");
+    ASSERT_EQ(m_group.m_pReference->Set(path), eKW_ACC_OK);
+    {
+        CDbTransaction transaction(*m_root, QStringLiteral("both"));
+        ASSERT_EQ(m_array.Insert(0), eKW_ACC_OK);
+        ASSERT_EQ(m_group.m_pReference->Set(path), eKW_ACC_OK);
+        ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
+    }
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pReference->GetReferencedGroup().get(), first);
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pReference->GetReferencedGroup().get(), m_array.ItemAt(0));
+}
+
+TEST_F(Containers, CopyLosesItsItemToARuleThatMovesIt)
+{
+    m_map.Insert(QStringLiteral("a"));
+    m_map.ItemDirect(QStringLiteral("a"))->m_pLevel->Set(4.0);
+    m_group.m_onInserted = [this](const QString& item)
+    {
+        m_map.AdaptNumericKeyAndName(item, QStringLiteral("z"), 9);
+        m_map.ProcessRemove(QStringLiteral("a"));
+    };
+    ASSERT_EQ(m_map.Copy(QStringLiteral("a"), QStringLiteral("b")), eKW_ACC_OK);
+    EXPECT_EQ(m_map.GetNames(), QStringList(QStringLiteral("z")));
+    EXPECT_EQ(m_map.ItemDirect(QStringLiteral("z"))->m_pLevel->Get(), 4.0);
+    ASSERT_EQ(m_array.DbSetSize(1), eKW_ACC_OK);
+    m_array.ItemDirect(0)->m_pLevel->Set(5.0);
+    m_group.m_onInserted = [this](const QString& item)
+    { m_array.DbRemovePriv(item.toInt() == 0 ? 1 : 0, 1); };
+    ASSERT_EQ(m_array.Copy(0, 1), eKW_ACC_OK);
+    ASSERT_EQ(m_array.GetCount(), 1);
+    EXPECT_EQ(m_array.ItemDirect(0)->m_pLevel->Get(), 5.0);
+}
+
 TEST_F(Containers, MapTakesDoubleMissingOrBadNames)
 {
     ASSERT_EQ(m_map.Insert(QStringLiteral("a")), eKW_ACC_OK);
@@ -146,6 +220,57 @@ TEST_F(Containers, RenameLosesKeyActiveItemReferenceOrHandle)
     EXPECT_EQ(m_map.GetActiveItem(), QString());
     EXPECT_EQ(item->GetNumericKey(), -1);
     EXPECT_EQ(item->Rename(QStringLiteral("y")), eKW_ACC_DETACHED);
+}
+
+TEST_F(Containers, UndoOfARenameGuessesTheDisplayName)
+{
+    m_map.InsertInternal(QStringLiteral("b"), QStringLiteral("z"), 7, true, false);
+    const auto item = m_map.ShareMapItem(7);
+    ASSERT_EQ(item->Rename(QStringLiteral("z")), eKW_ACC_OK);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(item->GetName(), QStringLiteral("b"));
+    EXPECT_EQ(item->GetDisplayName(), QStringLiteral("z"));
+    long long counter = 0;
+    m_root->HasChanged(counter);
+    ASSERT_EQ(item->Rename(QStringLiteral(" b ")), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->HasChanged(counter)) << "its own name is no change";
+    EXPECT_TRUE(m_root->CanRedo()) << "nor a step";
+}
+
+TEST_F(Containers, LetterOfUnicodeIsRefusedOrSpeltInTwoWays)
+{
+    const QString composed = QStringLiteral("Caf\u00e9");
+    const QString decomposed = QStringLiteral("Cafe\u0301");
+    const QString beyond = QString::fromUtf8("\U00020BB7");
+    for (const QString& name : {decomposed, beyond, beyond.repeated(64)})
+    {
+        EXPECT_TRUE(CDbPgMapBase::IsNameValid(name)) << name.toStdString();
+        EXPECT_EQ(m_map.Insert(name), eKW_ACC_OK) << name.toStdString();
+    }
+    for (const QString& name :
+         {beyond.repeated(65), beyond.left(1), beyond.right(1) + beyond.left(1),
+          QStringLiteral("a\tb"), QStringLiteral("a\uFFFE")})
+    {
+        EXPECT_FALSE(CDbPgMapBase::IsNameValid(name)) << name.toStdString();
+    }
+    EXPECT_EQ(m_map.GetNames().first(), composed);
+    const CDbPropertyGroup* const item = m_map.ItemByName(composed);
+    for (const QString& name : {composed, decomposed})
+    {
+        SCOPED_TRACE(name.toUtf8().toHex().toStdString());
+        EXPECT_EQ(m_map.InsertInternal(name, QString(), -1, false, false), eKW_ACC_NAME_IN_USE);
+        EXPECT_EQ(m_map.ItemByName(name), item);
+        ASSERT_EQ(m_map.SetActive(name), eKW_ACC_OK);
+        EXPECT_EQ(m_map.GetActiveItem(), composed);
+        EXPECT_EQ(dynamic_cast<CDbPropertyGroup*>(
+                      m_root->Find(QStringLiteral("First/Map[%1]").arg(name)).get()),
+                  item);
+        EXPECT_EQ(m_map.Rename(name, decomposed), eKW_ACC_OK);
+        EXPECT_EQ(m_map.Copy(name, QStringLiteral("x")), eKW_ACC_OK);
+        EXPECT_EQ(m_map.Remove(QStringLiteral("x")), eKW_ACC_OK);
+    }
+    EXPECT_EQ(m_map.Remove(decomposed), eKW_ACC_OK);
+    EXPECT_EQ(m_map.GetActiveItem(), QString());
 }
 
 TEST_F(Containers, CopyMissesContentsOrAliasesThem)

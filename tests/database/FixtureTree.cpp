@@ -114,6 +114,14 @@ KW_ACCEPTANCE CPgFixture::OnFunction(const CDbFunction* function)
     return function == m_pAction ? m_pInt32->DbSet(0) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 
+void CPgFixture::OnItemInserted(CDbContainerBase* /*container*/, const QString& item)
+{
+    if (m_onInserted)
+    {
+        m_onInserted(item);
+    }
+}
+
 void CPgFixture::UpdateGroup()
 {
     m_pFollower->SetMinAndMax(-m_pDouble->Get(), m_pDouble->Get());

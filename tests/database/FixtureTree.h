@@ -5,6 +5,7 @@
 #include "KWEnumerations.h"
 #include "Reports.h"
 
+#include <functional>
 #include <vector>
 
 // One tree that holds every kind of node once, with as few rules as show the hooks.
@@ -36,6 +37,7 @@ public:
     void OnPropertyAutoSet(const CDbPropBase* property) override;
     void OnPropertyUnchanged(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void OnItemInserted(CDbContainerBase* container, const QString& item) override;
     void UpdateGroup() override;
 
     CDbPropNum<INT16>* m_pInt16;
@@ -70,6 +72,8 @@ public:
     CDbPropBase* m_takenBack = nullptr;
     /** What OnFunction answers before it does anything; 0 to go on. */
     KW_ACCEPTANCE m_refusal = 0;
+    /** A rule that runs after an item was inserted. */
+    std::function<void(const QString& item)> m_onInserted;
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
