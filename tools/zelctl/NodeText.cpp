@@ -76,7 +76,11 @@ QString ReadInteger(const t_IntegerType& type, const t_Decimal& number, const QS
         throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 takes whole numbers (%2), not %3")
                                           .arg(path, QLatin1String(type.name), number.ToText()));
     }
-    return number.ToPlainText(); // an exponent is no whole number to the library
+    // An exponent is no whole number to the library, and forty digits are beyond every type.
+    constexpr int kMostZeros = 40;
+    t_Decimal whole = number;
+    whole.exponent = std::min(whole.exponent, kMostZeros);
+    return whole.ToPlainText();
 }
 
 /** Hexadecimal digits behind "0x" as decimal text; nothing for any other text. */
