@@ -86,7 +86,9 @@ bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selec
     const CSourceActivity activity(m_check, selector);
     const KW_ZEL_CHANNEL present = selector.Get();
     KW_ZEL_CHANNEL firstUsable = eKW_ZEL_CHANNEL_NONE;
-    for (INT32 value = 0; value < selector.GetEnumSize(); ++value)
+    // Without "none", the last value: it is never active, and what it becomes is known only then.
+    // To write it twice would count changes where nothing has changed.
+    for (INT32 value = 0; value < eKW_ZEL_CHANNEL_NONE; ++value)
     {
         const auto channel = static_cast<KW_ZEL_CHANNEL>(value);
         const bool usable =

@@ -49,10 +49,27 @@ TEST(Root, FreshTreeHasUndoStepsOrReports)
 TEST(Root, SecondCalculationChangesSomething)
 {
     const auto root = GetZELRoot();
-    long long counter = 0;
-    root->HasChanged(counter);
-    root->UpdateAllMeasSettings();
-    EXPECT_FALSE(root->HasChanged(counter));
+    root->EnableHistory(false);
+    const char* const sources[] = {"Vertical/Channel[0]/Enabled",
+                                   "Vertical/Channel[1]/Enabled",
+                                   "Vertical/Channel[2]/Enabled",
+                                   "Vertical/Channel[3]/Enabled",
+                                   "Logic/Enabled",
+                                   "Mathematics/Enabled",
+                                   "FFT/State",
+                                   "XY/State"};
+    for (UINT32 on = 0; on < 1U << std::size(sources); ++on)
+    {
+        for (std::size_t i = 0; i < std::size(sources); ++i)
+        {
+            Property(root, sources[i])->SetText(QLatin1String((on >> i & 1) != 0 ? "ON" : "OFF"));
+        }
+        long long counter = 0;
+        root->HasChanged(counter);
+        KW_PeekZELRoot()->GetDependencies().CalculateEverything();
+        root->UpdateAllMeasSettings();
+        ASSERT_FALSE(root->HasChanged(counter)) << "sources that are on: " << on;
+    }
 }
 
 TEST(Root, ModeSwitchStaysBehindTheSelectedMode)
