@@ -6,10 +6,6 @@
 /** What the acquisition hardware gives to the timebase. */
 namespace NHorizontalHardware
 {
-/** Divisions of the time axis. At the fastest scale, 1 ns/div, an acquisition then covers 10 ns:
-    12.5 samples at 1.25e9 Sa/s, the half value for which the record length rounds up. */
-constexpr double kDivisions = 10.0;
-
 /** Points that a trace has at least; shorter records are interpolated up to it. */
 constexpr double kRequiredPoints = 1250.0;
 

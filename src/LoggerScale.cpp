@@ -6,8 +6,8 @@
 
 double NLoggerScale::WidthOf(KW_ZEL_LOGGER_HORIZONTAL_SCALE scale)
 {
-    return NRules::kHorizontalDivisions *
-           GetStaticEnumNameInfo<KW_ZEL_LOGGER_HORIZONTAL_SCALE>().GetNumber(scale).value_or(0.0);
+    return NRules::ScreenWidth(
+        GetStaticEnumNameInfo<KW_ZEL_LOGGER_HORIZONTAL_SCALE>().GetNumber(scale).value_or(0.0));
 }
 
 KW_ZEL_LOGGER_HORIZONTAL_SCALE NLoggerScale::FinestFor(double seconds)

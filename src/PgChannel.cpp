@@ -73,7 +73,7 @@ void CPgChannel::UpdateScreen()
     // The upper edge is what would be the middle if the trace stood half a screen lower.
     const double top = t_Helper::GetPhysicalValueOffset(
         m_pOffset->Get(), m_pPosition->Get() - NRules::kVerticalDivisions / 2.0, scale);
-    KW_CHECKED(m_pOffset->SetStep(scale / NRules::kStepsPerDivision));
+    KW_CHECKED(m_pOffset->SetStep(NRules::StepOf(scale)));
     KW_CHECKED(m_pRange->DbSet(range));
     KW_CHECKED(m_pTop->DbSet(top));
     KW_CHECKED(m_pBottom->DbSet(top - range));

@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <cmath>
 
-using NHorizontalHardware::kDivisions;
 using t_HorizontalHelper = CZELDatabaseHelperHorizontal;
 using t_Common = CZELDatabaseHelperCommon;
 
@@ -115,7 +114,7 @@ void CPgHorizontal::UpdateZELMode()
 
 void CPgHorizontal::UpdateDSPMode()
 {
-    const double acquisitionTime = m_pScale->Get() * kDivisions;
+    const double acquisitionTime = NRules::ScreenWidth(m_pScale->Get());
     const bool isLong = acquisitionTime >= NHorizontalHardware::kSlowAcquisitionTime &&
                         m_pForceDspFastMode->Get() == eKW_ONOFF_OFF;
     KW_ZEL_DSP_MODE mode = eKW_ZEL_DSP_MODE_NORMAL;
@@ -137,7 +136,7 @@ void CPgHorizontal::CalculateSamplingRates()
 
 void CPgHorizontal::CalculateAcquisitionTime()
 {
-    KW_CHECKED(m_pAcquisitionTime->DbSet(m_pScale->Get() * kDivisions));
+    KW_CHECKED(m_pAcquisitionTime->DbSet(NRules::ScreenWidth(m_pScale->Get())));
 }
 
 void CPgHorizontal::UpdateDigitalSampleRate()
@@ -154,7 +153,7 @@ void CPgHorizontal::CalculateAcquisitionSamplingRates()
 
 void CPgHorizontal::CalculateHorizontalScale()
 {
-    const double wanted = m_pAcquisitionTime->Get() / kDivisions;
+    const double wanted = m_pAcquisitionTime->Get() / NRules::kHorizontalDivisions;
     double dScaleValue = m_pScale->Get();
     for (const QVariant& entry : m_pScale->GetValueList())
     {
@@ -414,7 +413,7 @@ void CPgHorizontal::CalculateHorizontalPositionLimits()
     const auto samples = static_cast<INT64>(count) + m_pPreSettlingSamples->Get();
     KW_ACCEPTANCE eAcc = eKW_ACC_OK;
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pPosition, -Position, Position));
-    KW_CHECKED(m_pPosition->SetStep(m_pScale->Get() / NRules::kStepsPerDivision));
+    KW_CHECKED(m_pPosition->SetStep(NRules::StepOf(m_pScale->Get())));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pHardwarePosition, -Position, Position));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pLeft, -Position - time, Position));
     KW_CHECKED(eAcc = t_Common::SetMinMax(m_pRight, -Position, Position + time));

@@ -27,7 +27,7 @@ void CPgReferenceCurve::UpdateGroup()
                                          NRules::eSOURCES_FFT);
     const KW_UNIT unit = m_pReferenceCurveAttributes->GetPrUnit()->Get();
     KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
-    KW_CHECKED(m_pTimePosition->SetStep(m_pTimeScale->Get() / NRules::kStepsPerDivision));
+    KW_CHECKED(m_pTimePosition->SetStep(NRules::StepOf(m_pTimeScale->Get())));
     KW_CHECKED(
         m_pReferenceCurveAttributes->GetPrOriginalScale()->SetUnit(NRules::UnitPerDivision(unit)));
 }

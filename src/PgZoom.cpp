@@ -93,7 +93,7 @@ void CPgZoom::FollowCursors()
 void CPgZoom::LimitPosition()
 {
     const CPgHorizontal* const main = CPgZEL::Of(*this)->GetPgHorizontal();
-    const double half = m_pScale->Get() * NRules::kHorizontalDivisions * 0.5;
+    const double half = NRules::ScreenWidth(m_pScale->Get()) * 0.5;
     const double left = main->GetPrLeft()->Get() + half;
     const double right = main->GetPrRight()->Get() - half;
     // Rounding may cross them where the zoom is as wide as the record.
@@ -107,7 +107,7 @@ void CPgZoom::UpdateResults()
     const double factor = main->GetPrScale()->Get() / m_pScale->Get();
     double left = 0.0;
     double right = 0.0;
-    t_Helper::CalculateHorizontalBoundariesZoom(m_pScale->Get() * NRules::kHorizontalDivisions,
+    t_Helper::CalculateHorizontalBoundariesZoom(NRules::ScreenWidth(m_pScale->Get()),
                                                 m_pPosition->Get(), left, right);
     const UINT32 record = main->GetPrRecordLength()->Get();
     unsigned int points = 0;

@@ -2,6 +2,7 @@
 #include "RuleHelpers.h"
 
 #include "CommonDatabase/DbPgRoot.h"
+#include "CommonDatabase/DbStepping.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "PgFFT.h"
 #include "PgLogic.h"
@@ -63,6 +64,12 @@ NRules::t_Screen ScreenAround(double scale, double position, KW_UNIT unit)
 
 namespace NRules
 {
+double RoundStep(double step)
+{
+    bool overflow = false;
+    return NStepping::Ladder125(NStepping::Ladder125(step, 1, overflow), -1, overflow);
+}
+
 INT32 IndexInArray(const CDbPropertyGroup& item)
 {
     const auto* const container = dynamic_cast<const CDbContainerBase*>(item.GetParent());
@@ -215,7 +222,7 @@ void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen)
 {
     KW_CHECKED(level.SetUnit(screen.unit));
     SetLimits(level, screen.bottom, screen.top);
-    KW_CHECKED(level.SetStep(screen.division / kStepsPerDivision));
+    KW_CHECKED(level.SetStep(StepOf(screen.division)));
 }
 
 KW_UNIT UnitOf(const CPgZEL* root, KW_ZEL_CHANNEL channel)

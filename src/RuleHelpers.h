@@ -18,6 +18,8 @@ class CPgZEL;
 namespace NRules
 {
 constexpr double kVerticalDivisions = 8.0;
+/** At the fastest scale, 1 ns/div, an acquisition then covers 10 ns: 12.5 samples at 1.25e9 Sa/s,
+    the half value for which the record length rounds up. */
 constexpr double kHorizontalDivisions = 10.0;
 /** Where the two cursors go when they are set to the screen: parts of its width. */
 constexpr double kLeftCursorPlace = 0.25;
@@ -46,6 +48,27 @@ void UpdateSubtree(CDbPropertyGroup& group);
 /** Sets the user's settings at and below a group to their defaults; limits follow. What depends on
     them is up to the caller. */
 void WriteUserDefaults(CDbPropertyGroup& group);
+
+// Scales -----------------------------------------------------------------------------------------
+
+/** The width of the screen at a horizontal scale. Scales stand for decimals: 500 ns/div shows 5 µs,
+    and not the double below, which would cost the acquisition a sample. */
+inline double ScreenWidth(double scale)
+{
+    return KWMath::DecimalProduct(scale, kHorizontalDivisions);
+}
+
+/** What one press of a key moves a line by, at a scale per division: a fiftieth of a division, two
+    pixels of the screen. */
+inline double StepOf(double scale)
+{
+    constexpr double kStepInDivisions = 0.02;
+    return KWMath::DecimalProduct(scale, kStepInDivisions);
+}
+
+/** A positive step, rounded down to 1, 2 or 5 times a power of ten: what follows a number of any
+    digits, or one that the steps themselves move, then keeps to a grid that can be read. */
+double RoundStep(double step);
 
 // Numbers ----------------------------------------------------------------------------------------
 
@@ -142,9 +165,6 @@ struct t_Screen
     double division;
     KW_UNIT unit;
 };
-
-/** What one press of a key moves a line by: a fiftieth of a division, two pixels of the screen. */
-constexpr double kStepsPerDivision = 50.0;
 
 /** Gives a level the unit, the limits and the step of a screen; the value follows. */
 void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen);

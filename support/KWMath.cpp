@@ -16,6 +16,29 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kExactPowers = static_cast<int>(std::size(kPowersOfTen));
+/** Whole numbers up to here are doubles. */
+constexpr double kExactIntegers = 9007199254740992.0;
+
+/** digits / 10^decimals, both exact. */
+struct t_Decimal
+{
+    double digits;
+    int decimals;
+};
+
+/** The decimal with the fewest digits that reads as `value`; the value itself, with more decimals
+    than there are exact powers, when there is none. */
+t_Decimal ShortestDecimal(double value)
+{
+    for (int decimals = 0; decimals < kExactPowers; ++decimals)
+    {
+        const double digits = std::round(value * kPowersOfTen[decimals]);
+        // Both are exact, so that the quotient is the double that the decimal reads as.
+        if (std::fabs(digits) < kExactIntegers && digits / kPowersOfTen[decimals] == value)
+            return {digits, decimals};
+    }
+    return {value, kExactPowers};
+}
 } // namespace
 
 double KWMath::Pow10(int exponent) noexcept
@@ -25,6 +48,16 @@ double KWMath::Pow10(int exponent) noexcept
     if (exponent < 0 && exponent > -kExactPowers)
         return 1.0 / kPowersOfTen[-exponent];
     return std::pow(10.0, exponent);
+}
+
+double KWMath::DecimalProduct(double a, double b) noexcept
+{
+    const t_Decimal first = ShortestDecimal(a);
+    const t_Decimal second = ShortestDecimal(b);
+    const double digits = first.digits * second.digits;
+    const int decimals = first.decimals + second.decimals;
+    const bool isExact = decimals < kExactPowers && std::fabs(digits) < kExactIntegers;
+    return isExact ? digits / kPowersOfTen[decimals] : a * b;
 }
 
 int KWMath::DecimalExponent(double value) noexcept

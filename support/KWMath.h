@@ -47,6 +47,11 @@ constexpr T ToInteger(double value) noexcept
 /** 10^exponent, correctly rounded for exponents from −22 to 22. */
 double Pow10(int exponent) noexcept;
 
+/** The double nearest to the product of two numbers that stand for short decimals (1e-7, 0.02): the
+    product of the doubles may lie beside it, 5e-7 × 10 just below 5e-6. Where there are more than
+    22 decimals, or more digits than a double holds, it is the plain product. */
+double DecimalProduct(double a, double b) noexcept;
+
 /** The e with 10^e ≤ |value| < 10^(e + 1), also one representable double below a power of ten,
     where the rounded logarithm is one too high. 0 for 0, infinities and NaN. */
 int DecimalExponent(double value) noexcept;

@@ -64,6 +64,22 @@ TEST(KWMath, ADecadeStartsExactlyAtItsPowerOfTen)
         EXPECT_EQ(KWMath::DecimalExponent(value), 0);
 }
 
+TEST(KWMath, DecimalProductIsBesideTheDecimal)
+{
+    for (const char* const digit : {"1", "2", "5", "-3", "1.25"})
+    {
+        for (int exponent = -15; exponent <= 12; ++exponent)
+        {
+            const auto decimal = [digit](int e)
+            { return std::stod(std::string(digit) + "e" + std::to_string(e)); };
+            EXPECT_EQ(KWMath::DecimalProduct(decimal(exponent), 10.0), decimal(exponent + 1));
+            EXPECT_EQ(KWMath::DecimalProduct(decimal(exponent), 1e-4), decimal(exponent - 4));
+        }
+    }
+    for (const double plain : {Below(0.1), 1.0 / 3.0, 1e-30, 1e300, kInf})
+        EXPECT_EQ(KWMath::DecimalProduct(plain, 10.0), plain * 10.0);
+}
+
 TEST(KWMath, WholeDigitsSurviveTheFloorToAnExponent)
 {
     for (int exponent = -9; exponent <= 12; ++exponent)

@@ -34,6 +34,12 @@ void AddDecades(t_Lines& lines)
         const bool isTable = exponent >= -22 && exponent <= 22;
         Add(lines, "KWMath::Pow10", isTable ? kExact : kOneUlp, KWMath::Pow10, exponent);
     }
+    for (const double scale :
+         Joined(AndNeighbours({5e-7, 1e-6, 2e-6, 2e-14, 1.25e9}), Scattered(20, -40, 60)))
+    {
+        for (const double factor : {10.0, 0.02})
+            Add(lines, "KWMath::DecimalProduct", kExact, KWMath::DecimalProduct, scale, factor);
+    }
     std::vector<double> decades;
     for (int exponent = -22; exponent <= 22; ++exponent)
         decades.push_back(KWMath::Pow10(exponent));

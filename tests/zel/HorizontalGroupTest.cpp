@@ -19,6 +19,24 @@ protected:
     CReports reports;
 };
 
+/** The next decade, by the digits: a scale is one digit and an exponent. */
+double TenDivisions(double scale)
+{
+    const QStringList parts = QString::number(scale, 'e', 0).split(QLatin1Char('e'));
+    return (parts[0] + QLatin1Char('e') + QString::number(parts[1].toInt() + 1)).toDouble();
+}
+
+/** Samples of a record, cut, by integers: no time has quarters of samples. 12.5 and 62.5 count up.
+ */
+double WholeSamples(double time, const IKWNumericProperty<double>& rate,
+                    const IKWNumericProperty<UINT32>& decimation)
+{
+    const INT64 halves = std::llround(2.0 * time * rate.Get());
+    const INT64 each = 2 * INT64{decimation.Get()};
+    const bool isUp = 2 * halves == 25 * each || 2 * halves == 125 * each;
+    return static_cast<double>(halves / each + (isUp ? 1 : 0));
+}
+
 /** What must hold of any setting, by arithmetic of its own. Messages name what does not. */
 void Check(const IKWFunctionHorizontal& h, CFindings& findings)
 {
@@ -30,10 +48,15 @@ void Check(const IKWFunctionHorizontal& h, CFindings& findings)
     const double position = h.GetPrPosition()->Get();
     const double left = h.GetPrLeft()->Get();
     const double tiny = 1e-9 * time;
-    findings.Check(std::fabs(h.GetPrScale()->Get() * 10.0 - time) <= tiny, "time is ten divisions");
+    findings.Check(time == TenDivisions(h.GetPrScale()->Get()), "time is ten divisions");
+    findings.Check(
+        record == WholeSamples(time, *h.GetPrSampleRate(), *h.GetPrDecimationFactor()) &&
+            h.GetPrRecordLengthDigital()->Get() ==
+                WholeSamples(time, *h.GetPrSampleRateDigital(), *h.GetPrDecimationFactorDigital()),
+        "record has all samples of the time");
     findings.Check(std::fabs(points * resolution - time) <= resolution + tiny,
                    "points fill the time");
-    findings.Check(points >= 1249, "trace has points enough");
+    findings.Check(points >= 1250, "trace has points enough");
     // Half values round up for two lengths; all others are cut.
     findings.Check(std::fabs(points - record * factor) <= factor + 1.0,
                    "points are the interpolated record");
