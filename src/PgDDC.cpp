@@ -45,18 +45,26 @@ void CPgDDC::OnCenterOrSpan()
     UpdateGainCorrection();
 }
 
-/** The analysis of a narrow span has no other samples to work on. */
 KW_ACCEPTANCE CPgDDC::OnState()
 {
     const CPgZEL* const root = CPgZEL::Of(*this);
-    const bool isWanted = m_pState->Get() == eKW_ONOFF_ON;
-    const bool isNeeded = root != nullptr && root->GetPgSpectrum()->NeedsDownConverter();
-    if (isWanted)
+    if (m_pState->Get() == eKW_ONOFF_ON)
     {
         Init(m_pCenter->Get(), m_pSpan->Get());
+        Switch(true);
     }
-    Switch(isWanted || isNeeded);
-    return isNeeded && !isWanted ? eKW_ACC_WARNING : eKW_ACC_OK;
+    else if (root == nullptr)
+    {
+        Switch(false);
+    }
+    else
+    {
+        // The analysis of a narrow span has no other samples to work on.
+        const bool isNeeded = root->GetPgSpectrum()->NeedsDownConverter();
+        root->GetPgSpectrum()->UpdateDownConverter();
+        return isNeeded ? eKW_ACC_WARNING : eKW_ACC_OK;
+    }
+    return eKW_ACC_OK;
 }
 
 void CPgDDC::Init(double center, double span)

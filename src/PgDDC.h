@@ -5,7 +5,8 @@
 
 /**
  * The down-converter. The spectrum analysis sets it with Init and Switch. What a client changes
- * here directly, for debugging, holds until the spectrum's axis or mode changes again.
+ * here directly, for debugging, holds until the spectrum's axis or mode changes again or the
+ * converter is switched off.
  *
  * Formulas: CZELDatabaseHelperDDC.
  */

@@ -36,6 +36,9 @@ public:
     void EnterFunction();
     /** Makes an analog channel the source; reports one that can not be triggered on. */
     void SelectSource(KW_ZEL_CHANNEL channel);
+    /** Sets the down-converter up for the axis, in the basic FFT for all frequencies, and switches
+        it on where the analysis needs it. */
+    void UpdateDownConverter();
     /** Whether the spectrum analysis needs decimated samples for its span. */
     bool NeedsDownConverter() const;
     /** The frequency at a place of the axis, 0 at its left end and 1 at its right end. */
@@ -106,7 +109,6 @@ private:
     void UpdateBandwidthOfAnalysis();
     void UpdateBandwidthOfBasicFFT();
     void UpdateWindow();
-    void UpdateDownConverter();
     void UpdateFFT();
 
     // Source and magnitude axis, in PgSpectrumMagnitude.cpp.

@@ -146,6 +146,11 @@ void CPgSpectrum::UpdateDownConverter()
                                                           : m_pHorizontalCenter->Get();
         ddc->Init(center, span);
     }
+    else
+    {
+        // Files do not hold what an earlier analysis or a debugging has left there.
+        ddc->Init(ddc->GetPrCenter()->GetDefault(), ddc->GetPrSpan()->GetDefault());
+    }
     ddc->Switch(NeedsDownConverter());
 }
 

@@ -3,6 +3,8 @@
 #include "PgZEL.h"
 #include "SpectrumTree.h"
 
+#include <QTemporaryDir>
+
 TEST_F(SpectrumGroup, DirectChangeOfTheConverterIsSilentOrHalf)
 {
     s->GetPrHorizontalSpan()->Set(1e6);
@@ -59,4 +61,24 @@ TEST_F(SpectrumGroup, ConverterIsSwitchedOffWhereItIsNeeded)
     EXPECT_EQ(ddc->GetPrGainCorrection()->Get(), 1.0);
     s->GetPrMode()->Set(eKW_SPECTRUM_MODE_SPA);
     EXPECT_EQ(ddc->GetPrGain()->Get(), gain);
+}
+
+TEST_F(SpectrumGroup, EndOfDebuggingLeavesWhatAFileDoesNotHold)
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("settings.xml"));
+    for (const KW_SPECTRUM_MODE mode : {eKW_SPECTRUM_MODE_SPA, eKW_SPECTRUM_MODE_FFT})
+    {
+        s->GetPrHorizontalSpan()->Set(1e6);
+        s->GetPrHorizontalSpan()->Set(6.25e8);
+        s->GetPrMode()->Set(mode);
+        ddc->GetPrState()->Set(eKW_ONOFF_ON);
+        ddc->GetPrSpan()->Set(1e5);
+        ASSERT_EQ(ddc->GetPrState()->Set(eKW_ONOFF_OFF), eKW_ACC_OK);
+        const auto saved = Snapshot(ddc->GetDbObject());
+        ASSERT_EQ(root->Save(name), eKW_ACC_OK);
+        ASSERT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
+        ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
+        EXPECT_EQ(FirstDifference(saved, Snapshot(ddc->GetDbObject())).toStdString(), "") << mode;
+    }
 }
