@@ -86,10 +86,9 @@ private:
     // Frequency axis, in PgSpectrumAxis.cpp.
     CSpectrumAxis AxisRules() const;
     t_SpectrumAxis Axis() const;
-    void SetAxis(const t_SpectrumAxis& axis);
-    /** Where the limits alone bring the span to its value they take it along: a span that the
-        center holds back comes back with the center. */
-    void WriteSpan(double min, double span, double max);
+    /** Numbers that are `held` keep the wish that the limits hold back; of all others it ends: what
+        a start or stop made of the span must not be undone by the center. */
+    void SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbPropBase*> held = {});
     void OnStart();
     void OnStop();
     void OnSpan();

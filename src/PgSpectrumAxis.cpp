@@ -24,45 +24,47 @@ t_SpectrumAxis CPgSpectrum::Axis() const
             m_pHorizontalCenter->Get()};
 }
 
-void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis)
+void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbPropBase*> held)
 {
     const t_SpectrumAxis min = AxisRules().Minimum(axis);
     const t_SpectrumAxis max = AxisRules().Maximum(axis);
-    WriteInRange(*m_pHorizontalStart, min.start, axis.start, max.start);
-    WriteInRange(*m_pHorizontalStop, min.stop, axis.stop, max.stop);
-    WriteSpan(min.span, axis.span, max.span);
-    WriteInRange(*m_pHorizontalCenter, min.center, axis.center, max.center);
-}
-
-void CPgSpectrum::WriteSpan(double min, double span, double max)
-{
-    if (KWMath::Bound(min, m_pHorizontalSpan->GetUserValue(), max) == span)
+    const auto write = [held](CDbPropNumDouble& number, double low, double value, double high)
     {
-        KW_CHECKED(m_pHorizontalSpan->SetMinAndMax(min, max));
-        return;
-    }
-    WriteInRange(*m_pHorizontalSpan, min, span, max);
+        const bool isHeld = std::find(held.begin(), held.end(), &number) != held.end();
+        (isHeld ? HoldInRange : WriteInRange)(number, low, value, high);
+    };
+    write(*m_pHorizontalStart, min.start, axis.start, max.start);
+    write(*m_pHorizontalStop, min.stop, axis.stop, max.stop);
+    write(*m_pHorizontalSpan, min.span, axis.span, max.span);
+    write(*m_pHorizontalCenter, min.center, axis.center, max.center);
 }
 
 void CPgSpectrum::OnStart()
 {
-    SetAxis(AxisRules().WithStart(Axis(), m_pHorizontalStart->Get()));
+    SetAxis(AxisRules().WithStart(Axis(), m_pHorizontalStart->Get()), {m_pHorizontalStart});
 }
 
 void CPgSpectrum::OnStop()
 {
-    SetAxis(AxisRules().WithStop(Axis(), m_pHorizontalStop->Get()));
+    SetAxis(AxisRules().WithStop(Axis(), m_pHorizontalStop->Get()), {m_pHorizontalStop});
 }
 
 void CPgSpectrum::OnSpan()
 {
-    SetAxis(AxisRules().WithSpan(Axis(), m_pHorizontalSpan->Get()));
+    SetAxis(AxisRules().WithSpan(Axis(), m_pHorizontalSpan->Get()), {m_pHorizontalSpan});
 }
 
 void CPgSpectrum::OnCenter()
 {
-    SetAxis(AxisRules().WithCenter(Axis(), m_pHorizontalCenter->Get(),
-                                   m_pHorizontalSpan->GetUserValue()));
+    const t_SpectrumAxis axis = AxisRules().WithCenter(Axis(), m_pHorizontalCenter->Get(),
+                                                       m_pHorizontalSpan->GetUserValue());
+    if (AxisRules().IsLogarithmic())
+    {
+        SetAxis(axis, {m_pHorizontalCenter});
+        return;
+    }
+    // A span that does not fit about the center comes back with a center about which it does.
+    SetAxis(axis, {m_pHorizontalCenter, m_pHorizontalSpan});
 }
 
 void CPgSpectrum::OnScaling()
@@ -74,7 +76,12 @@ void CPgSpectrum::UpdateAxis()
 {
     const CSpectrumAxis rules = AxisRules();
     const t_SpectrumAxis axis = Axis();
-    SetAxis(rules.IsConsistent(axis) ? axis : rules.FromEnds(axis.start, axis.stop));
+    if (!rules.IsConsistent(axis))
+    {
+        SetAxis(rules.FromEnds(axis.start, axis.stop));
+        return;
+    }
+    SetAxis(axis, {m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalSpan, m_pHorizontalCenter});
 }
 
 double CPgSpectrum::FrequencyAt(double place) const

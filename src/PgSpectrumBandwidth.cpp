@@ -109,8 +109,8 @@ void CPgSpectrum::UpdateBandwidthOfAnalysis()
         KW_CHECKED(m_pRBW->SetMinAndMax(min, max));
         return;
     }
-    WriteInRange(*m_pRBW, min,
-                 KWMath::Bound(span / kHighestRatio, m_pRBW->Get(), span / kLowestRatio), max);
+    HoldInRange(*m_pRBW, min,
+                KWMath::Bound(span / kHighestRatio, m_pRBW->Get(), span / kLowestRatio), max);
 }
 
 void CPgSpectrum::UpdateBandwidthOfBasicFFT()
@@ -120,7 +120,7 @@ void CPgSpectrum::UpdateBandwidthOfBasicFFT()
         const double min = root->GetPgFFT()->GetPrMinimumRBW()->Get();
         const double max = root->GetPgFFT()->GetPrMaximumRBW()->Get();
         const bool isWide = m_pFFTFrequencySpan->Get() == eKW_FFT_FREQUENCY_SPAN_NARROW;
-        WriteInRange(*m_pRBW, min, isWide ? max : min, max);
+        HoldInRange(*m_pRBW, min, isWide ? max : min, max);
     }
 }
 

@@ -22,16 +22,24 @@ inline void OpenLimits(CDbPropNumDouble& property, double min, double value, dou
     }
 }
 
-/** Gives a property its limits and a value within them; the value is written at most once, and not
-    at all when it stands already: a wish that the limits hold back to it stays a wish. */
+/** Gives a property its limits and a value within them. What was wished for before ends. */
 inline void WriteInRange(CDbPropNumDouble& property, double min, double value, double max)
 {
-    if (property.Get() != value || KWMath::Bound(min, property.GetUserValue(), max) != value)
-    {
-        OpenLimits(property, min, value, max);
-        KW_CHECKED(property.DbSet(value));
-    }
+    OpenLimits(property, min, value, max);
+    KW_CHECKED(property.DbSet(value));
     KW_CHECKED(property.SetMinAndMax(min, max));
+}
+
+/** The same for a value to which the limits only hold a wish back: the wish stays, and comes back
+    with the limits. Any other value is written. */
+inline void HoldInRange(CDbPropNumDouble& property, double min, double value, double max)
+{
+    if (KWMath::Bound(min, property.GetUserValue(), max) == value)
+    {
+        KW_CHECKED(property.SetMinAndMax(min, max));
+        return;
+    }
+    WriteInRange(property, min, value, max);
 }
 
 /** `value` bounded for a move that a user asked for: what could not be done is reported, as a

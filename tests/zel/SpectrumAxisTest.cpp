@@ -64,6 +64,13 @@ INSTANTIATE_TEST_SUITE_P(
         t_AxisCase{"SpanKeepsCenter", kLin, {{kSpan, 1e6, 0}}, 312e6, 313e6},
         t_AxisCase{"SpanTooWideForCenter", kLin, {{kCenter, 1e8, 0}, {kSpan, 3e8, 3}}, 0, 2e8},
         t_AxisCase{"SpanComesBack", kLin, {{kCenter, 1e8, 0}, {kCenter, 3e8, 0}}, 0, 6e8},
+        t_AxisCase{
+            "OldSpanIsOverByStop", kLin, {{kStop, 1e6, 0}, {kCenter, 3e8, 0}}, 2.995e8, 3.005e8},
+        t_AxisCase{"OldSpanIsOverByStart",
+                   kLin,
+                   {{kStart, 6.24e8, 0}, {kCenter, 3e8, 0}},
+                   2.995e8,
+                   3.005e8},
         t_AxisCase{"SpanTooNarrow", kLin, {{kSpan, 824.0, 2}}, 0, 6.25e8},
         t_AxisCase{"StopBelowStart", kLin, {{kStart, 2e8, 0}, {kStop, 1e8, 0}}, 99999175, 1e8},
         t_AxisCase{"StartAboveStop", kLin, {{kStop, 1e8, 0}, {kStart, 2e8, 0}}, 2e8, 200000825},
@@ -108,6 +115,10 @@ TEST_F(SpectrumGroup, SwitchingTheScalingLosesTheCenterOrTheStop)
     // What is cut out lies about the arithmetic middle.
     EXPECT_NEAR(ddc->GetPrCenter()->Get(), 2.75e5, 1e-6);
     EXPECT_EQ(ddc->GetPrSpan()->Get(), s->GetPrHorizontalSpan()->Get());
+    s->GetPrChangeGrid()->Set();
+    const double span = s->GetPrHorizontalSpan()->Get();
+    ASSERT_EQ(s->GetPrHorizontalCenter()->Set(3e8), eKW_ACC_OK);
+    EXPECT_EQ(s->GetPrHorizontalSpan()->Get(), span) << "no span from before the other scaling";
     EXPECT_EQ(reports.List(), QStringList());
 }
 
