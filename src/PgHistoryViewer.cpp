@@ -183,5 +183,7 @@ void CPgHistoryViewer::Clear()
     KW_CHECKED(m_pPlaying->DbSet(eKW_ONOFF_OFF));
     KW_CHECKED(m_pAvailableTraces->DbSet(0));
     LimitSelection();
+    // Not only held back: the traces that come are others.
+    KW_CHECKED(m_pSelectedTrace->DbSet(0));
     OnTraceChanged();
 }

@@ -23,6 +23,9 @@ const t_Rule kScreenRules[] = {
     {"EmptyHistoryShowsSomething", "", "HistoryViewer/Previous", ".SelectedTrace = 0",
      eKW_ACC_WARNING},
     {"SplitIgnoresTheSize",
+    {"ClearedTraceIsShownOfOthers",
+     "@HistoryViewer/AvailableTraces = 80; HistoryViewer/SelectedTrace = -50; .Clear",
+     "@HistoryViewer/AvailableTraces = 80", ".SelectedTrace = 0; .SelectedTrace.min = -79"},
      "Diagrams/DiagramWindow[1]/Visible = ON; Diagrams/DiagramWindow[0]/Size = 25",
      "Diagrams/Layout = SPLIT",
      ".DiagramWindow[0]/Height = 200; Diagrams/DiagramWindow[1]/Top = 200; .Height = 600; .Width = "
