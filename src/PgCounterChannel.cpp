@@ -7,11 +7,18 @@
 
 namespace
 {
+struct t_Quantity
+{
+    KW_UNIT unit;
+    double step; ///< of the reference
+};
+
 /** In the order of KW_ZEL_COUNTER_MEAS_TYPE. The catalogue of units has no revolutions per minute.
  */
-constexpr KW_UNIT kUnitOfMeasurement[] = {
-    eKW_UNIT_FREQ_HZ,  eKW_UNIT_FREQ_SEC,  eKW_UNIT_NOT_DEFINED, eKW_UNIT_NONE, eKW_UNIT_FREQ_SEC,
-    eKW_UNIT_FREQ_SEC, eKW_UNIT_COUNT_PCT, eKW_UNIT_COUNT_PCT,   eKW_UNIT_COUNT};
+constexpr t_Quantity kQuantities[] = {
+    {eKW_UNIT_FREQ_HZ, 1.0},   {eKW_UNIT_FREQ_SEC, 1e-6}, {eKW_UNIT_NOT_DEFINED, 1.0},
+    {eKW_UNIT_NONE, 0.001},    {eKW_UNIT_FREQ_SEC, 1e-6}, {eKW_UNIT_FREQ_SEC, 1e-6},
+    {eKW_UNIT_COUNT_PCT, 0.1}, {eKW_UNIT_COUNT_PCT, 0.1}, {eKW_UNIT_COUNT, 1.0}};
 } // namespace
 
 KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
@@ -37,8 +44,9 @@ KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
 
 void CPgCounterChannel::UpdateGroup()
 {
-    KW_CHECKED(
-        m_pCounterNumerics->GetPrUnit()->DbSet(kUnitOfMeasurement[m_pMeasurementType->Get()]));
+    const t_Quantity& quantity = kQuantities[m_pMeasurementType->Get()];
+    KW_CHECKED(m_pCounterNumerics->GetPrUnit()->DbSet(quantity.unit));
+    KW_CHECKED(m_pCounterNumerics->GetPrReference()->SetStep(quantity.step));
 }
 
 void CPgCounterChannel::OnTreeCreated()

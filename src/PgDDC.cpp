@@ -52,19 +52,17 @@ KW_ACCEPTANCE CPgDDC::OnState()
     {
         Init(m_pCenter->Get(), m_pSpan->Get());
         Switch(true);
+        return eKW_ACC_OK;
     }
-    else if (root == nullptr)
+    if (root == nullptr)
     {
         Switch(false);
+        return eKW_ACC_OK;
     }
-    else
-    {
-        // The analysis of a narrow span has no other samples to work on.
-        const bool isNeeded = root->GetPgSpectrum()->NeedsDownConverter();
-        root->GetPgSpectrum()->UpdateDownConverter();
-        return isNeeded ? eKW_ACC_WARNING : eKW_ACC_OK;
-    }
-    return eKW_ACC_OK;
+    // The analysis of a narrow span has no other samples to work on.
+    const bool isNeeded = root->GetPgSpectrum()->NeedsDownConverter();
+    root->GetPgSpectrum()->UpdateDownConverter();
+    return isNeeded ? eKW_ACC_WARNING : eKW_ACC_OK;
 }
 
 void CPgDDC::Init(double center, double span)

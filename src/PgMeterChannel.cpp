@@ -14,6 +14,8 @@ namespace
 {
 constexpr double kLimitShare = 0.1;
 constexpr double kZoomShare = 0.1;
+/** One press of a key moves a reference or limit by this share of the range. */
+constexpr double kStepShare = 1e-3;
 } // namespace
 
 KW_ACCEPTANCE CPgMeterChannel::OnPropertySet(const CDbPropBase* property)
@@ -68,6 +70,12 @@ void CPgMeterChannel::Follow(const t_MeterReadings& readings)
                               m_pRangeUpperLimit->Get() != readings.highest;
     KW_CHECKED(m_pRangeLowerLimit->DbSet(readings.lowest));
     KW_CHECKED(m_pRangeUpperLimit->DbSet(readings.highest));
+    const double step =
+        NRules::RoundStep(std::max(-readings.lowest, readings.highest) * kStepShare);
+    for (CDbPropNumDouble* const setting : {m_pReference, m_pLowerLimit, m_pUpperLimit})
+    {
+        KW_CHECKED(setting->SetStep(step));
+    }
     for (INT32 i = 0; i < m_pMeterMeasurement->GetCount(); ++i)
     {
         const bool isOfFunction = i == 0 && readings.ofFunction.has_value();

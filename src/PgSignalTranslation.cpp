@@ -4,6 +4,8 @@
 #include "PgSerialBusLabelItem.h"
 #include "RuleHelpers.h"
 
+#include <cmath>
+
 namespace
 {
 struct t_Bits
@@ -35,6 +37,7 @@ KW_ACCEPTANCE CPgSignalTranslation::OnPropertySet(const CDbPropBase* property)
 
 void CPgSignalTranslation::UpdateGroup()
 {
+    UpdateSteps();
     const CPgSerialBusLabelItem* const frame = NRules::Above<CPgSerialBusLabelItem>(*this);
     if (frame == nullptr)
     {
@@ -49,4 +52,14 @@ void CPgSignalTranslation::UpdateGroup()
     const INT32 longest = KWMath::Bound(bits.min, room, bits.max);
     NRules::SetLimits(*m_pBitLength, static_cast<UINT32>(bits.min), static_cast<UINT32>(longest));
     NRules::KeepOrdered(*m_pMinimum, *m_pMaximum);
+}
+
+/** Physical values move by one count of the raw value. */
+void CPgSignalTranslation::UpdateSteps()
+{
+    const double count = std::fabs(m_pFactor->Get());
+    for (CDbPropNumDouble* const value : {m_pOffset, m_pMinimum, m_pMaximum})
+    {
+        KW_CHECKED(count > 0.0 ? value->SetStep(count) : value->SetStepDefault());
+    }
 }

@@ -10,4 +10,7 @@ class CPgSignalTranslation : public CPgSignalTranslationBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
+
+private:
+    void UpdateSteps();
 };

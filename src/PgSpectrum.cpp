@@ -8,7 +8,10 @@
 #include "PgDDC.h"
 #include "PgFFT.h"
 #include "PgHorizontal.h"
+#include "PgReferenceMarker.h"
 #include "PgSMMode.h"
+#include "PgSpectrumCursors.h"
+#include "PgSpectrumMarkers.h"
 #include "PgVertical.h"
 #include "PgZEL.h"
 #include "PgaChannel.h"
@@ -81,11 +84,12 @@ void CPgSpectrum::UpdateGroup()
 
 void CPgSpectrum::OnTreeCreated()
 {
-    CPgSpectrumBase::OnTreeCreated();
+    // Before the markers register theirs: what moves the screen moves the reference marker's steps.
     if (CPgZEL* const root = CPgZEL::Of(*this))
     {
         RegisterDependencies(*root);
     }
+    CPgSpectrumBase::OnTreeCreated();
 }
 
 void CPgSpectrum::RegisterDependencies(CPgZEL& root)
@@ -117,6 +121,17 @@ void CPgSpectrum::RegisterDependencies(CPgZEL& root)
     dependencies.Add(
         *this, {fft->GetPrAveragesDone(), fft->GetPrAverageLength()},
         [this] { UpdateAverageComplete(); }, QStringLiteral("Spectrum/AverageComplete"));
+    dependencies.Add(
+        *this,
+        {m_pHorizontalScaling, m_pHorizontalStart, m_pHorizontalStop, m_pVerticalScaling,
+         m_pVerticalStop},
+        [this]
+        {
+            m_pSpectrumCursors->UpdateGroup();
+            m_pSpectrumMarkers->GetPgReferenceMarker()->UpdateGroup();
+            m_pSpectrumMarkers->UpdateGroup();
+        },
+        QStringLiteral("SpectrumCursor/Horizontal"));
 }
 
 void CPgSpectrum::EnterFunction()

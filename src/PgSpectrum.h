@@ -43,6 +43,9 @@ public:
     bool NeedsDownConverter() const;
     /** The frequency at a place of the axis, 0 at its left end and 1 at its right end. */
     double FrequencyAt(double place) const;
+    /** Gives a line the steps of the screen: a fiftieth of a division where it stands. `level` may
+        be null. */
+    void UpdateSteps(CDbPropNumDouble& frequency, CDbPropNumDouble* level) const;
 
     /** Span divided by resolution bandwidth. Any other value: reports "unknown ratio detected",
         answers 100. */
@@ -115,6 +118,7 @@ private:
     void UpdateInput();
     void UpdateMagnitudeUnits();
     void UpdateMagnitudeAxis();
+    double LevelStep() const;
     void ShowInputRange();
 
     void RegisterDependencies(CPgZEL& root);

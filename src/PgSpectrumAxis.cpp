@@ -37,6 +37,11 @@ void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbP
     write(*m_pHorizontalStop, min.stop, axis.stop, max.stop);
     write(*m_pHorizontalSpan, min.span, axis.span, max.span);
     write(*m_pHorizontalCenter, min.center, axis.center, max.center);
+    for (CDbPropNumDouble* const number :
+         {m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalCenter})
+    {
+        UpdateSteps(*number, nullptr);
+    }
 }
 
 void CPgSpectrum::OnStart()
@@ -87,6 +92,15 @@ void CPgSpectrum::UpdateAxis()
 double CPgSpectrum::FrequencyAt(double place) const
 {
     return AxisRules().FrequencyAt(Axis(), place);
+}
+
+void CPgSpectrum::UpdateSteps(CDbPropNumDouble& frequency, CDbPropNumDouble* level) const
+{
+    KW_CHECKED(frequency.SetStep(AxisRules().StepAt(Axis(), frequency.Get())));
+    if (level != nullptr)
+    {
+        KW_CHECKED(level->SetStep(LevelStep()));
+    }
 }
 
 KW_ACCEPTANCE CPgSpectrum::StepSpan(INT32 steps)

@@ -33,6 +33,12 @@ void CPgSpectrumCursors::UpdateGroup()
                                          first->GetPrHorizontal()->Get()));
     KW_CHECKED(
         m_pDeltaVertical->DbSet(second->GetPrVertical()->Get() - first->GetPrVertical()->Get()));
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    for (INT32 i = 0; root != nullptr && i < m_pSpectrumCursor->GetCount(); ++i)
+    {
+        root->GetPgSpectrum()->UpdateSteps(*m_pSpectrumCursor->ItemDirect(i)->GetPrHorizontal(),
+                                           m_pSpectrumCursor->ItemDirect(i)->GetPrVertical());
+    }
 }
 
 void CPgSpectrumCursors::OnCursorMoved(INT32 index)

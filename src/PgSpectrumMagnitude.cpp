@@ -12,6 +12,7 @@
 #include "PgVertical.h"
 #include "PgZEL.h"
 #include "PgaChannel.h"
+#include "RuleHelpers.h"
 #include "SpectrumHardware.h"
 
 #include <cmath>
@@ -105,6 +106,15 @@ void CPgSpectrum::UpdateMagnitudeAxis()
     {
         KW_CHECKED(edge->DbSet(KWMath::Bound(edge->GetMin(), value, edge->GetMax())));
     }
+}
+
+double CPgSpectrum::LevelStep() const
+{
+    // The linear axis begins at 0; a file may hold a top that is still to be computed.
+    const double top = m_pVerticalStop->Get();
+    const bool isLinear = m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR && top > 0.0;
+    return isLinear ? NRules::RoundStep(NRules::StepOf(top / NRules::kVerticalDivisions))
+                    : NRules::StepOf(NSpectrumHardware::kMagnitudeDivision);
 }
 
 void CPgSpectrum::ShowInputRange()

@@ -39,7 +39,16 @@ void CPgSpectrumMarker::UpdateFromOwner()
         container != nullptr ? container->GetParent() : nullptr);
     if (owner != nullptr)
     {
-        UpdateRelative(*owner->GetPgReferenceMarker());
+        Follow(*owner->GetPgReferenceMarker());
+    }
+}
+
+void CPgSpectrumMarker::Follow(const CPgReferenceMarker& reference)
+{
+    UpdateRelative(reference);
+    if (const CPgZEL* const root = CPgZEL::Of(*this))
+    {
+        root->GetPgSpectrum()->UpdateSteps(*m_pFrequency, nullptr);
     }
 }
 

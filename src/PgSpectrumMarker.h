@@ -15,9 +15,11 @@ public:
     void OnPropertyDbSet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
 
-    /** Differences to the reference; invalid while that is not shown. */
-    void UpdateRelative(const CPgReferenceMarker& reference);
+    /** Differences to the reference, invalid while that is not shown, and the step of the screen.
+     */
+    void Follow(const CPgReferenceMarker& reference);
 
 private:
     void UpdateFromOwner();
+    void UpdateRelative(const CPgReferenceMarker& reference);
 };

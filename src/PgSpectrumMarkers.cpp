@@ -37,7 +37,7 @@ void CPgSpectrumMarkers::UpdateGroup()
 {
     for (INT32 i = 0; i < m_pSpectrumMarker->GetCount(); ++i)
     {
-        m_pSpectrumMarker->ItemDirect(i)->UpdateRelative(*m_pReferenceMarker);
+        m_pSpectrumMarker->ItemDirect(i)->Follow(*m_pReferenceMarker);
     }
 }
 

@@ -98,6 +98,7 @@ void CPgZoom::LimitPosition()
     const double right = main->GetPrRight()->Get() - half;
     // Rounding may cross them where the zoom is as wide as the record.
     NRules::SetLimits(*m_pPosition, std::min(left, right), std::max(left, right));
+    KW_CHECKED(m_pPosition->SetStep(NRules::StepOf(m_pScale->Get())));
 }
 
 void CPgZoom::UpdateResults()

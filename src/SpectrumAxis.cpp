@@ -2,6 +2,7 @@
 #include "SpectrumAxis.h"
 
 #include "KWMath.h"
+#include "RuleHelpers.h"
 #include "SpectrumHardware.h"
 
 #include <algorithm>
@@ -170,6 +171,16 @@ bool CSpectrumAxis::IsConsistent(const t_SpectrumAxis& axis) const
     return LiesWithin(Minimum(axis), axis, Maximum(axis)) && isWideEnough &&
            Agree(axis.stop - axis.start, axis.span, axis.stop) &&
            Agree(Middle(axis.start, axis.stop), axis.center, axis.stop);
+}
+
+double CSpectrumAxis::StepAt(const t_SpectrumAxis& axis, double frequency) const
+{
+    // A file may hold ends that are still to be brought into order.
+    const double left = std::max(axis.start, LowestStart());
+    const double right = std::max(axis.stop, NarrowestStop(left));
+    const double width =
+        IsLogarithmic() ? std::max(frequency, left) * std::log(right / left) : right - left;
+    return NRules::RoundStep(NRules::StepOf(width / NRules::kHorizontalDivisions));
 }
 
 double CSpectrumAxis::FrequencyAt(const t_SpectrumAxis& axis, double place) const

@@ -67,6 +67,10 @@ public:
     /** The frequency at a place of the axis, 0 at its left end and 1 at its right end. */
     double FrequencyAt(const t_SpectrumAxis& axis, double place) const;
 
+    /** What one press of a key moves a line at a frequency by: a fiftieth of a division there,
+       rounded down. */
+    double StepAt(const t_SpectrumAxis& axis, double frequency) const;
+
 private:
     double LowestStart() const;
     double NarrowestStop(double start) const;

@@ -162,6 +162,11 @@ const t_Rule kBusRules[] = {
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation",
      ".SignalTranslation[Signal1]/ValueType = FLOAT", ".BitLength = 32"},
+    {"KnobSkipsRawCounts",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation",
+     ".SignalTranslation[Signal1]/Factor = -0.25",
+     ".Offset.step = 0.25; .Minimum.step = 0.25; .Maximum.step = 0.25"},
     {"DoubleBeginsTooLate",
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/StartBit = 8",

@@ -202,6 +202,8 @@ TEST_F(HorizontalGroup, AcquisitionTimeLeavesTheScaleBehind)
     ASSERT_EQ(h->GetPrAcquisitionTime()->Set(3e-3), eKW_ACC_WARNING);
     EXPECT_EQ(h->GetPrScale()->Get(), 5e-4) << "the next slower scale shows all of it";
     EXPECT_EQ(h->GetPrAcquisitionTime()->Get(), 5e-3);
+    ASSERT_LE(h->GetPrAcquisitionTime()->GetDbObject()->IncDec(-2), 1U);
+    EXPECT_EQ(h->GetPrScale()->Get(), 1e-4) << "a knob moves it by scales";
     EXPECT_EQ(h->GetPrScale()->Set(3e-4), eKW_ACC_NOT_IN_VALUE_LIST);
 }
 

@@ -22,6 +22,8 @@ const t_Rule kMeterRules[] = {
      ".MeterChannel[4]/Range = 10_MEGA",
      "Meter/TestCurrent = 100_NANO_A; .MeterChannel[4]/AutoRange = OFF; .RangeUpperLimit = 1e+07; "
      ".BargraphLowerEnd = -1e+07"},
+    {"KnobMovesByTheOldRange", "", "Meter/MeterChannel[4]/Range = 1_KILO",
+     ".Reference.step = 1; .LowerLimit.step = 1; .UpperLimit.step = 1"},
     {"ChosenRangeIsKept", "", "Meter/MeterChannel[4]/Range = 10", ".AutoRange = OFF"},
     {"CapacitanceTakesTheNearestRange", "", "Meter/MeterType = CAPACITY",
      ".MeterChannel[4]/Range = 10_MILLI; Meter/TestCurrent = 1_MILLI_A; "
@@ -83,6 +85,8 @@ const t_Rule kMeterRules[] = {
     {"InputRangeSetsScaleAndLimits", "", "Meter/MeterSourceChannel[2]/Range = 300",
      ".AutoRange = OFF; .Scale = 109.5; Meter/MeterChannel[2]/RangeUpperLimit = 3000; "
      "Meter/MeterChannel[1]/RangeUpperLimit = 100"},
+    {"KnobMovesSecondsByHertz", "", "Counter/CounterChannel[0]/MeasurementType = PERIOD",
+     ".CounterNumerics/Reference.step = 1e-06"},
     {"LevelEndsTheAutomatic", "", "Counter/CounterChannel[0]/Level = 0", ".AutoLevel = OFF"},
     {"LevelStaysInTheRangeOfItsInput", "Counter/CounterChannel[1]/Level = 90",
      "Counter/MeterSourceChannel[1]/Range = 1",

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "RuleTree.h"
 
-// Rules of what is on the screen: diagrams, history viewer, simulated signals.
+// Rules of what is on the screen: diagrams, history viewer, simulated signals, and how far a
+// knob moves what stands on it.
 
 namespace
 {
@@ -22,10 +23,10 @@ const t_Rule kScreenRules[] = {
      "Horizontal/HistoryDepth = 100", "HistoryViewer/StartTrace = -99; .AvailableTraces = 0"},
     {"EmptyHistoryShowsSomething", "", "HistoryViewer/Previous", ".SelectedTrace = 0",
      eKW_ACC_WARNING},
-    {"SplitIgnoresTheSize",
     {"ClearedTraceIsShownOfOthers",
      "@HistoryViewer/AvailableTraces = 80; HistoryViewer/SelectedTrace = -50; .Clear",
      "@HistoryViewer/AvailableTraces = 80", ".SelectedTrace = 0; .SelectedTrace.min = -79"},
+    {"SplitIgnoresTheSize",
      "Diagrams/DiagramWindow[1]/Visible = ON; Diagrams/DiagramWindow[0]/Size = 25",
      "Diagrams/Layout = SPLIT",
      ".DiagramWindow[0]/Height = 200; Diagrams/DiagramWindow[1]/Top = 200; .Height = 600; .Width = "
@@ -55,6 +56,20 @@ const t_Rule kScreenRules[] = {
      "Diagrams/Layout = SIDE_BY_SIDE",
      ".DiagramWindow[1]/Type = YT",
      "Diagrams/DiagramWindowHw/Enabled = ON; .Left = 640; .Width = 640"},
+    {"ZoomMovesByTheMainScale", "", "Zoom/Scale = 5e-09", ".Position.step = 1e-10"},
+    {"SpectrumMovesByAWiderScreen", "", "Spectrum/HorizontalSpan = 1000000",
+     ".HorizontalStart.step = 2000; .HorizontalStop.step = 2000; .HorizontalCenter.step = 2000; "
+     ".SpectrumCursors/SpectrumCursor[1]/Horizontal.step = 2000; "
+     "Spectrum/SpectrumMarkers/ReferenceMarker/Frequency.step = 2000"},
+    {"FirstDecadeIsSkipped", "Spectrum/HorizontalScaling = LOGARITHMIC",
+     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1000",
+     ".Horizontal.step = 20; Spectrum/HorizontalStart.step = 2"},
+    {"MarkerMovesByAnotherDecade",
+     "Spectrum/HorizontalScaling = LOGARITHMIC; + Spectrum/SpectrumMarkers/SpectrumMarker",
+     "Spectrum/SpectrumMarkers/SpectrumMarker[0]/Frequency = 1000", ".Frequency.step = 20"},
+    {"VoltsMoveByDecibels", "", "Spectrum/VerticalScaling = LINEAR",
+     ".SpectrumCursors/SpectrumCursor[0]/Vertical.step = 0.001; "
+     "Spectrum/SpectrumMarkers/ReferenceMarker/Magnitude.step = 0.001"},
     {"NoiseHasAFrequency", "", "Simulation/SimulationChannel[0]/Shape = NOISE",
      ".Frequency = 1e+06!; .Amplitude = 1!; .DutyCycle = 50!; .Offset = 0"},
     {"SquareHasNoDutyCycle", "", "Simulation/SimulationChannel[0]/Shape = SQUARE",

@@ -268,10 +268,13 @@ TEST_F(SpectrumGroup, SpanChangeWritesSomethingTwice)
             int moved = 0;
             for (std::size_t i = 0; i < old.size(); ++i)
             {
-                // Path, value, minimum, maximum: every one that moved is one write.
+                // Path, value, minimum, maximum, step: every one that moved is one write.
                 const QStringList a = old[i].split(QLatin1Char(';'));
                 const QStringList b = now[i].split(QLatin1Char(';'));
-                moved += (a[1] != b[1] ? 1 : 0) + (a[2] != b[2] ? 1 : 0) + (a[3] != b[3] ? 1 : 0);
+                for (int part = 1; part <= 4; ++part)
+                {
+                    moved += a[part] != b[part] ? 1 : 0;
+                }
                 total += a[1] != b[1] && span == 1e6 ? 1 : 0;
             }
             EXPECT_EQ(is - was, moved) << group->GetPath().toStdString() << " " << span;

@@ -30,7 +30,8 @@ std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
                     {
                         const auto p = group->GetProperty(i);
                         QString& entry = entries.emplace_back(path + p->GetNodeName());
-                        for (const QString& part : {p->GetText(), p->GetMinText(), p->GetMaxText()})
+                        for (const QString& part :
+                             {p->GetText(), p->GetMinText(), p->GetMaxText(), p->GetStepText()})
                         {
                             entry += QLatin1Char(';') + part;
                         }

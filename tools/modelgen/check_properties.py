@@ -9,6 +9,7 @@ from .cpptext import INTEGER_RANGES
 from .keys import CKeys
 from .model import (
     SAVE_NONE,
+    SAVE_SETTINGS,
     EnumType,
     EnumValue,
     FileFacets,
@@ -24,6 +25,7 @@ STEP_BEHAVIOURS = ("limit", "wrap", "refuse")
 NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
 SAVE_HIGHEST = 2
+_MODES_WITHOUT_STEP = ("factor", "ladder125")
 
 _COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm")
 _NUMBER_KEYS = (
@@ -99,6 +101,16 @@ def _step_mode(keys: CKeys) -> str | None:
     if keys.has("step_factor") and mode != "factor":
         keys.fail("'step_factor' needs the step mode 'factor'")
     return mode
+
+
+def _check_step(keys: CKeys, kind: str) -> None:
+    """A knob must move what the user sets. Integers move by 1 where nothing else is said."""
+    has_step = keys.has("step") or keys.has("values")
+    if kind == "double" and not has_step and keys.raw("step_mode") not in _MODES_WITHOUT_STEP:
+        keys.fail(
+            f"the user's setting '{keys.raw('name')}' needs the key 'step' or 'values',"
+            f" or the step mode {' or '.join(_MODES_WITHOUT_STEP)}"
+        )
 
 
 def _step_factor(keys: CKeys) -> float | None:
@@ -335,6 +347,8 @@ def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> 
     confirm = keys.flag("confirm")
     if confirm and result:
         keys.fail(f"result '{name}' can not be confirmed: no client writes it")
+    if not result and save == SAVE_SETTINGS:
+        _check_step(keys, kind)
     return Property(
         name=name, kind=kind, enum=enum, brief=keys.brief(), location=keys.location,
         result=result, save=save, confirm=confirm, **_facets(keys, kind, enum, enums),
