@@ -106,8 +106,6 @@ TEST_F(Files, DamagedForeignOrNewerFileIsApplied)
         {"binary", QByteArray("\x7f\x45\x4c\x46\0\0\0", 7)},
         {"other root", "<Other/>"},
         {"other kind", with("Kind=\"Fixture\"", "Kind=\"Car\"")},
-        {"newer major", with("Version=\"1.0\"", "Version=\"2.0\"")},
-        {"no version", with("Version=\"1.0\"", "Version=\"x\"")},
         {"second document", good + good},
         {"text between", with("<PropGroup Name=\"Second\">", "<PropGroup Name=\"Second\">text")},
         {"mismatched end", with("</Settings>", "</Setting>")},
@@ -127,7 +125,26 @@ TEST_F(Files, DamagedForeignOrNewerFileIsApplied)
     ExpectRefused(Write("Settings,2000000000,Kind,Fixture,End\n", "a.csv"),
                   eKW_ACC_FILE_NOT_UNDERSTOOD, "csv count");
     ExpectRefused(Write("\"Settings", "a.csv"), eKW_ACC_FILE_NOT_UNDERSTOOD, "csv quote");
-    EXPECT_EQ(m_root->Recall(Write(with("Version=\"1.0\"", "Version=\"1.9\""))), eKW_ACC_OK);
+}
+
+TEST_F(Files, VersionIsTakenForAnother)
+{
+    const auto file = [this](const std::string& version)
+    {
+        return Write(QByteArray::fromStdString("<Settings Kind=\"Fixture\"" + version +
+                                               "><PropGroup Name=\"Fixture\"/></Settings>"));
+    };
+    for (const char* const version : {"1.0", "1.9", "1"})
+    {
+        EXPECT_EQ(m_root->Recall(file(std::string(" Version=\"") + version + '"')), eKW_ACC_OK);
+    }
+    for (const char* const version :
+         {"2.0", "2", "0", "0.9", "-1.0", "", ".1", "x", "1x.0", "4294967297.0"})
+    {
+        ExpectRefused(file(std::string(" Version=\"") + version + '"'), eKW_ACC_FILE_NOT_UNDERSTOOD,
+                      version);
+    }
+    ExpectRefused(file(""), eKW_ACC_FILE_NOT_UNDERSTOOD, "no version");
 }
 
 TEST_F(Files, UnreadableFileIsReadOrFillsTheMemory)

@@ -87,7 +87,7 @@ KW_ACCEPTANCE CPgFixture::OnPropertySet(const CDbPropBase* property)
         m_takenBack->WriteDefault();
     }
     UpdateGroup();
-    return eKW_ACC_OK;
+    return m_answer;
 }
 
 void CPgFixture::OnPropertyDbSet(const CDbPropBase* property)

@@ -74,6 +74,8 @@ public:
     KW_ACCEPTANCE m_refusal = 0;
     /** A rule that runs after an item was inserted. */
     std::function<void(const QString& item)> m_onInserted;
+    /** What OnPropertySet answers: more than 1 is a refusal further down. */
+    KW_ACCEPTANCE m_answer = eKW_ACC_OK;
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;

@@ -61,10 +61,11 @@ TYPED_TEST_SUITE(Integers, t_Integers);
 using t_Common = CZELDatabaseHelperCommon;
 } // namespace
 
-TYPED_TEST(Numbers, LimitsCrossOnTheirWayOrLoseTheWish)
+TYPED_TEST(Numbers, LimitsCrossOnTheirWayOrLoseTheWishOrValidity)
 {
     auto& number = this->m_number;
     ASSERT_EQ(number.Set(55), eKW_ACC_OK);
+    KW_VALIDITY validity = eKW_VALIDITY_VALID;
     const struct
     {
         int min, max, value;
@@ -79,6 +80,9 @@ TYPED_TEST(Numbers, LimitsCrossOnTheirWayOrLoseTheWish)
             eKW_ACC_OK);
         this->ExpectLimits(static_cast<TypeParam>(min), static_cast<TypeParam>(max),
                            static_cast<TypeParam>(value));
+        EXPECT_EQ(number.GetValidity(), validity);
+        validity = validity == eKW_VALIDITY_VALID ? eKW_VALIDITY_INVALID : eKW_VALIDITY_VALID;
+        number.SetValidity(validity);
     }
     const TypeParam low = this->kLowest;
     const TypeParam high = this->kHighest;
@@ -112,6 +116,46 @@ TYPED_TEST(Numbers, RefusedLimitMovesTheOtherOrTheValue)
     // The first of the two stands when the second is refused.
     EXPECT_EQ(t_Common::SetMinMax(&number, TypeParam{9}, TypeParam{70}), eKW_ACC_OUTSIDE_DECLARED);
     this->ExpectLimits(20, 70, 50);
+}
+
+TYPED_TEST(Numbers, PresentLimitsHoldBackADefaultOrAFile)
+{
+    auto& number = this->m_number;
+    number.DeclareMinAndMax(10, 100);
+    const struct
+    {
+        int value, min, max;
+        KW_ACCEPTANCE code;
+    } rows[] = {{10, 10, 60, eKW_ACC_OK},
+                {100, 40, 100, eKW_ACC_OK},
+                {50, 40, 60, eKW_ACC_OK},
+                {9, 40, 60, eKW_ACC_BELOW_MINIMUM},
+                {101, 40, 60, eKW_ACC_ABOVE_MAXIMUM}};
+    for (const auto& [value, min, max, code] : rows)
+    {
+        for (const eWRITEKIND kind : {eWRITEKIND::Default, eWRITEKIND::Recall})
+        {
+            SCOPED_TRACE(value);
+            ASSERT_EQ(number.SetMinAndMax(40, 60), eKW_ACC_OK);
+            ASSERT_EQ(number.Set(45), eKW_ACC_OK);
+            CDbValue carried;
+            ASSERT_EQ(number.ParseText(QString::number(value), carried), eKW_ACC_OK);
+            EXPECT_EQ(number.WriteValue(carried, kind), code);
+            this->ExpectLimits(static_cast<TypeParam>(min), static_cast<TypeParam>(max),
+                               static_cast<TypeParam>(code == eKW_ACC_OK ? value : 45));
+        }
+    }
+}
+
+TYPED_TEST(Numbers, TextOf64CharactersIsRefusedOrALongerOneCut)
+{
+    for (int length = 1; length <= 80; ++length)
+    {
+        ASSERT_EQ(this->m_number.Set(3), eKW_ACC_OK);
+        const KW_ACCEPTANCE code = this->m_number.SetText(QString(length - 1, u'0') + u'7');
+        EXPECT_EQ(code, length <= 64 ? eKW_ACC_OK : eKW_ACC_BAD_TEXT) << length;
+        EXPECT_EQ(this->m_number.Get(), static_cast<TypeParam>(length <= 64 ? 7 : 3)) << length;
+    }
 }
 
 TEST(Limits, NaNOrInfinityBecomesOne)

@@ -160,6 +160,17 @@ TEST_P(WritePipeline, AccessIsNotChecked)
     EXPECT_EQ(node->GetText(), node->GetDefaultText());
 }
 
+TEST_P(WritePipeline, RefusalOfARuleReachesTheClientOrTakesTheValueBack)
+{
+    for (KW_ACCEPTANCE answer = eKW_ACC_OK; answer < eKW_ACC_COUNT; ++answer)
+    {
+        m_group.m_answer = answer;
+        EXPECT_EQ(m_property.SetText(m_legal), std::min<KW_ACCEPTANCE>(answer, eKW_ACC_WARNING));
+        EXPECT_EQ(m_property.GetText(), m_legal);
+        ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    }
+}
+
 TEST_P(WritePipeline, HandleIsMadeTwice)
 {
     EXPECT_EQ(m_property.GetHandle().get(), m_property.GetHandle().get());
@@ -360,10 +371,23 @@ TEST_F(Frame, ResolutionRoundsSilentlyOrPastTheLimit)
 
 TEST_F(Frame, ValueBesideALimitByRoundingIsRefused)
 {
-    CDbPropNum<double>& p = *m_group.m_pDouble;
-    EXPECT_EQ(p.Set(std::nextafter(1000.0, 2000.0)), eKW_ACC_OK);
-    EXPECT_EQ(p.Get(), 1000.0);
-    EXPECT_EQ(p.Set(1000.0 * (1.0 + 1e-12)), eKW_ACC_ABOVE_MAXIMUM);
+    CDbPropNum<double>& p = *m_group.m_pFixed->ItemDirect(0)->m_pLevel;
+    for (const double limit : {-7.0, 0.0, 1e-9, 9.0})
+    {
+        // Zero has no neighbours by a share of its own.
+        const double beside = limit == 0.0 ? 5e-16 : std::fabs(limit) * 5e-16;
+        const double beyond = limit == 0.0 ? 1e-14 : std::fabs(limit) * 1e-14;
+        ASSERT_EQ(p.SetMinAndMax(limit, 10.0), eKW_ACC_OK);
+        ASSERT_EQ(p.Set(10.0), eKW_ACC_OK);
+        EXPECT_EQ(p.Set(limit - beside), eKW_ACC_OK) << limit;
+        EXPECT_EQ(p.Get(), limit);
+        EXPECT_EQ(p.Set(limit - beyond), eKW_ACC_BELOW_MINIMUM) << limit;
+        ASSERT_EQ(p.SetMinAndMax(-10.0, limit), eKW_ACC_OK);
+        ASSERT_EQ(p.Set(-10.0), eKW_ACC_OK);
+        EXPECT_EQ(p.Set(limit + beside), eKW_ACC_OK) << limit;
+        EXPECT_EQ(p.Get(), limit);
+        EXPECT_EQ(p.Set(limit + beyond), eKW_ACC_ABOVE_MAXIMUM) << limit;
+    }
 }
 
 namespace
@@ -463,6 +487,20 @@ TEST_F(Frame, TransactionIsSeveralStepsOrSurvivesItsRollback)
     m_group.m_pDouble->Set(4.0);
     EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_NOTHING_TO_DO);
     EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_F(Frame, HistoryKeepsOtherThanTheLastHundredSteps)
+{
+    for (INT64 value = 1; value <= 150; ++value)
+    {
+        ASSERT_EQ(m_group.m_pInt64->Set(value), eKW_ACC_OK);
+    }
+    INT64 steps = 0;
+    for (; m_root->Undo() == eKW_ACC_OK; ++steps)
+    {
+        EXPECT_EQ(m_group.m_pInt64->Get(), 149 - steps);
+    }
+    EXPECT_EQ(steps, 100);
 }
 
 TEST_F(Frame, EndWithoutItsStartTakesTheLockFromOthers)

@@ -60,6 +60,8 @@ TEST(KWMath, ADecadeStartsExactlyAtItsPowerOfTen)
         EXPECT_EQ(KWMath::DecimalExponent(decade), exponent);
         EXPECT_EQ(KWMath::DecimalExponent(-Below(decade)), exponent - 1) << decade;
     }
+    for (int exponent = -307; exponent <= 308; ++exponent) // most of them not exact
+        EXPECT_DOUBLE_EQ(KWMath::Pow10(exponent), std::stod("1e" + std::to_string(exponent)));
     for (const double value : {0.0, kInf, kNan})
         EXPECT_EQ(KWMath::DecimalExponent(value), 0);
 }

@@ -2,7 +2,7 @@
 #include "IKWFunctionSelftest.h"
 #include "IKWFunctionSelftestDevice.h"
 #include "IKWFunctionSetup.h"
-#include "PgZEL.h"
+#include "KWBrackets.h"
 #include "RuleTree.h"
 
 #include <QFile>
@@ -105,23 +105,45 @@ INSTANTIATE_TEST_SUITE_P(Instrument, Walks,
                              "Setup/RemoteControl Setup SaveRecall",
                              CheckInstrument, 12}));
 
-TEST(InstrumentRules, SelftestKeepsOldResultsOrRunsOnAfterAbort)
+TEST(InstrumentRules, SelftestRunsOnAfterAbort)
 {
     const CRuleTree tree;
     const auto test = tree.root->GetPgSetup()->GetPgSelftest();
     const auto device = test->GetPgSelftestDevice()->GetItem(1);
     ASSERT_EQ(test->GetPrState()->SetResult(eKW_ZEL_SELFTEST_STATE_RUNNING), eKW_ACC_OK);
     ASSERT_EQ(device->GetPrState()->SetResult(eKW_ZEL_SELFTEST_STATE_RUNNING), eKW_ACC_OK);
-    ASSERT_EQ(device->GetPrErrorCode()->SetResult(7), eKW_ACC_OK);
     ASSERT_EQ(tree.Do("Setup/Selftest/Abort"), eKW_ACC_OK);
     EXPECT_EQ(test->GetPrState()->Get(), eKW_ZEL_SELFTEST_STATE_ABORTED);
     EXPECT_EQ(device->GetPrState()->Get(), eKW_ZEL_SELFTEST_STATE_ABORTED);
-    tree.DoAll("Setup/Selftest/Selection = DEVICE; Setup/Selftest/Device = MAINBOARD; "
-               "Setup/Selftest/Start");
-    EXPECT_EQ(device->GetPrErrorCode()->Get(), 7U) << "another device";
-    tree.DoAll("Setup/Selftest/Selection = ALL; Setup/Selftest/Start");
-    EXPECT_EQ(device->GetPrErrorCode()->Get(), 0U);
-    EXPECT_EQ(device->GetPrState()->Get(), eKW_ZEL_SELFTEST_STATE_NOT_DONE);
+}
+
+TEST(InstrumentRules, SelftestKeepsOldResultsOrForgetsThoseOfOthers)
+{
+    const CRuleTree tree;
+    const auto test = tree.root->GetPgSetup()->GetPgSelftest();
+    const auto devices = test->GetPgSelftestDevice();
+    for (const INT32 selection : {0, 1, 2, 3})
+    {
+        for (INT32 chosen = 0; chosen <= devices->GetCount(); ++chosen)
+        {
+            ASSERT_EQ(test->GetPrSelection()->SetAsInt(selection), eKW_ACC_OK);
+            test->GetPrDevice()->SetAsInt(chosen);
+            for (INT32 i = 0; i < devices->GetCount(); ++i)
+            {
+                ASSERT_EQ(devices->GetItem(i)->GetPrErrorCode()->SetResult(7), eKW_ACC_OK);
+            }
+            tree.DoAll("Setup/Selftest/Start");
+            const INT32 device = test->GetPrDevice()->GetAsInt();
+            const bool isOne = selection == eKW_ZEL_SELFTEST_SELECTION_DEVICE && device > 0;
+            for (INT32 i = 0; i < devices->GetCount(); ++i)
+            {
+                const bool isKept =
+                    isOne && devices->GetItem(i)->GetPrDevice()->GetAsInt() != device;
+                EXPECT_EQ(devices->GetItem(i)->GetPrErrorCode()->Get(), isKept ? 7U : 0U)
+                    << "selection " << selection << " of " << device << ", item " << i;
+            }
+        }
+    }
 }
 
 TEST(InstrumentRules, SlotHasNoFileOfItsOwn)
@@ -134,13 +156,26 @@ TEST(InstrumentRules, SlotHasNoFileOfItsOwn)
     EXPECT_FALSE(QFile::exists(tree.folder.filePath(QStringLiteral("SLOT10.xml"))));
 }
 
-TEST(InstrumentRules, LockedOutUserGetsNoKeysBack)
+TEST(InstrumentRules, RemoteStateOpensALockOrUserGetsNoKeysBack)
 {
     const CRuleTree tree;
-    KW_PeekZELRoot()->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
-    ASSERT_EQ(tree.Do("SerialBus/Label = a"), eKW_ACC_NO_WRITE_ACCESS);
-    KW_PeekZELRoot()->StartWriteAccess(eCLIENT_REMOTE);
-    EXPECT_EQ(tree.Do("Setup/RemoteControl/ReturnToLocal"), eKW_ACC_OK);
-    KW_PeekZELRoot()->EndWriteAccess();
+    EXPECT_EQ(tree.Do("RemoteState = ON"), eKW_ACC_OK);
+    EXPECT_EQ(tree.root->GetControlMode(), eCONTROL_REMOTE);
     EXPECT_EQ(tree.Do("SerialBus/Label = a"), eKW_ACC_OK);
+    EXPECT_EQ(tree.Do("RemoteState = OFF"), eKW_ACC_OK);
+    EXPECT_EQ(tree.root->GetControlMode(), eCONTROL_LOCAL);
+    tree.root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(tree.Do("SerialBus/Label = b"), eKW_ACC_NO_WRITE_ACCESS);
+    EXPECT_EQ(tree.root->Undo(), eKW_ACC_NO_WRITE_ACCESS);
+    {
+        const CKWWriteBracket bracket(tree.root, eCLIENT_REMOTE);
+        for (const char* const write : {"RemoteState = ON", "RemoteState = OFF"})
+        {
+            EXPECT_EQ(tree.Do(write), eKW_ACC_OK);
+            EXPECT_EQ(tree.root->GetControlMode(), eCONTROL_LOCAL_LOCKOUT) << write;
+        }
+        EXPECT_EQ(tree.Do("Setup/RemoteControl/ReturnToLocal"), eKW_ACC_OK);
+    }
+    EXPECT_EQ(tree.root->GetControlMode(), eCONTROL_LOCAL);
+    EXPECT_EQ(tree.Do("SerialBus/Label = b"), eKW_ACC_OK);
 }

@@ -104,6 +104,10 @@ const t_Rule kLoggerRules[] = {
      ".Position = 20; .Scale = 5_S"},
     {"ZoomStaysBehindTheLines", "Logger/HorizontalScale = 1_MIN; .LoggerZoom/CoupleToCursors = ON",
      "Logger/LoggerCursor/X1 = 300", "Logger/LoggerZoom/Position = 60; .Scale = 30_S"},
+    {"ZoomStaysBehindSpreadLines",
+     "Logger/HorizontalScale = 1_MIN; .LoggerZoom/CoupleToCursors = ON; Logger/LoggerCursor/X1 = "
+     "300",
+     ".SetToScreen", "Logger/LoggerZoom/Position = 150; .Scale = 30_S"},
     {"OwnPositionKeepsTheCoupling", "Logger/LoggerZoom/CoupleToCursors = ON", ".Position = 44",
      ".CoupleToCursors = OFF; .Position = 44"},
 };

@@ -132,21 +132,6 @@ TEST(Root, StepIsNamedAfterItsFirstRecord)
     }
 }
 
-TEST(Root, LocalLockoutLocksRemoteOutOrLocalIn)
-{
-    const auto root = GetZELRoot();
-    const auto scale = root->GetPgHorizontal()->GetPrScale();
-    root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
-    EXPECT_EQ(scale->Set(1e-6), eKW_ACC_NO_WRITE_ACCESS);
-    {
-        const CKWWriteBracket bracket(root, eCLIENT_REMOTE);
-        EXPECT_EQ(scale->Set(1e-6), eKW_ACC_OK);
-    }
-    EXPECT_EQ(root->Undo(), eKW_ACC_NO_WRITE_ACCESS);
-    root->SetControlMode(eCONTROL_LOCAL);
-    EXPECT_EQ(root->Undo(), eKW_ACC_OK);
-}
-
 TEST(Root, TransactionLeavesTracesWhenItIsNotCommitted)
 {
     const auto root = GetZELRoot();

@@ -146,6 +146,7 @@ TEST_F(SpectrumGroup, CoupledCursorsPart)
     cursors->GetPrSetToScreen()->Set();
     EXPECT_EQ(first->GetPrHorizontal()->Get(), 1e8);
     EXPECT_EQ(second->GetPrHorizontal()->Get(), 3e8);
+    EXPECT_EQ(cursors->GetPrDeltaHorizontal()->Get(), 2e8);
     root->Undo();
     EXPECT_EQ(cursors->GetPrDeltaHorizontal()->Get(), 1e8 - 1.5625e8);
 }

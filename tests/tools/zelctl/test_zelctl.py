@@ -74,6 +74,37 @@ class Zelctl(unittest.TestCase):
                 self.assertEqual(run("--load", file, "diff", file).returncode, 0)
                 self.assertEqual(run("diff", file).returncode, 1)
 
+    def test_failure_or_difference_is_saved(self):
+        with tempfile.TemporaryDirectory() as folder:
+            old, new = (os.path.join(folder, name) for name in ("old.xml", "new.xml"))
+            run("--save", old, "set", "Horizontal/Scale", "1us")
+            for status, arguments in [(0, ["diff", old, old]), (1, ["diff", old]),
+                                      (1, ["set", "Horizontal/Scale", "3us"]),
+                                      (2, ["set", "Horizontal/Scale", "x"]),
+                                      (2, ["diff", "/nowhere.xml"]), (2, ["run", "/nowhere.zel"])]:
+                with self.subTest(arguments):
+                    self.assertEqual(run("--save", new, *arguments).returncode, status)
+                    self.assertEqual(os.path.exists(new), status == 0)
+                    if status == 0:
+                        os.remove(new)
+
+    def test_expect_takes_another_answer(self):
+        lines = ["expect {} set Horizontal/Scale 3us", "expect {} set Horizontal/Scale 1us"]
+        for line, answer in zip(lines, (5, 0)):
+            done = run("shell", input="".join(line.format(code) + "\n" for code in range(40)))
+            failures = done.stderr.splitlines()
+            expected = [code for code in range(40) if code != answer]
+            self.assertEqual([int(re.match(r"zelctl: expected code (\d+)", failure)[1])
+                              for failure in failures], expected)
+            self.assertTrue(all(f"the answer is code {answer} " in failure for failure in failures))
+
+    def test_number_loses_its_sign_or_digits(self):
+        texts = [f"{sign}{digits}e{exponent}" for sign in ("", "-") for digits in ("1", "2.75")
+                 for exponent in range(-60, 0)]
+        done = run("--json", "shell", input="".join(f"set Cursor/Y1 -- {t}\n" for t in texts))
+        self.assertEqual([json.loads(line)["new"] for line in done.stdout.splitlines()],
+                         list(map(float, texts)), done.stderr)
+
     def test_json_is_no_document(self):
         done = run("--json", "get", "Horizontal/Scale")
         self.assertIn("1e-07", json.dumps(json.loads(done.stdout)))
