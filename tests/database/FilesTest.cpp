@@ -192,6 +192,26 @@ TEST_F(Files, UnknownOrIllegalEntryStopsTheRestOrIsSilent)
     EXPECT_EQ(m_root->Text(), CPgFixtureRoot::Create()->Text());
 }
 
+TEST_F(Files, WishOfAFileIsNoneOrLeavesTheRange)
+{
+    CDbPropNum<double>& number = *m_root->m_pFirst->m_pFollower;
+    for (const auto& [text, wish] : {std::pair{"7", 7.0},
+                                     {"-5000", -1000.0},
+                                     {"inf", 1000.0},
+                                     {"nan", 0.5},
+                                     {"x", 0.5},
+                                     {"", 0.5}})
+    {
+        const QByteArray file =
+            "<Settings Kind=\"Fixture\" Version=\"1.0\"><PropGroup Name=\"Fixture\"><PropGroup "
+            "Name=\"First\"><Prop Name=\"Double\" Value=\"1\"/><Prop Name=\"Follower\" "
+            "Value=\"0.5\" User=\"" +
+            QByteArray(text) + "\"/></PropGroup></PropGroup></Settings>";
+        EXPECT_LE(m_root->Recall(Write(file)), eKW_ACC_WARNING) << text;
+        EXPECT_EQ(number.GetUserValue(), wish) << text;
+    }
+}
+
 TEST_F(Files, FailedSaveDestroysTheOldFile)
 {
     const QString name = Write("old", "keep.xml");
@@ -336,5 +356,9 @@ RC_GTEST_PROP(RandomWalk, IsNotUndoneRedoneOrSavedWhole, ())
     while (root->Redo() == eKW_ACC_OK)
     {
     }
+    RC_ASSERT(root->Text() == states.back());
+    RC_ASSERT(root->ApplyDefaults(eSAVERECALL_ALL, QString()) == eKW_ACC_OK);
+    RC_ASSERT(root->Text() == states.front());
+    RC_ASSERT(states.back() == states.front() || root->Undo() == eKW_ACC_OK);
     RC_ASSERT(root->Text() == states.back());
 }

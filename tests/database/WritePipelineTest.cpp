@@ -2,7 +2,10 @@
 #include "FixtureTree.h"
 #include "LockManager.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace
@@ -59,8 +62,30 @@ protected:
     void SetUp() override { m_group.m_hooks.clear(); }
     QStringList State()
     {
-        return {m_property.GetText(), m_property.GetMinText(), m_property.GetMaxText(),
-                QString::number(m_property.GetValidity())};
+        return {m_property.GetText(),
+                m_property.GetMinText(),
+                m_property.GetMaxText(),
+                m_property.GetStepText(),
+                QString::number(m_property.GetUnitCode()),
+                QString::number(m_property.GetValidity()),
+                QString::number(m_property.GetAvailability())};
+    }
+    /** Everything beside the value that rules move. */
+    std::vector<std::function<void()>> ChangesBesideTheValue()
+    {
+        std::vector<std::function<void()>> changes{
+            [this] { m_property.SetValidity(eKW_VALIDITY_INVALID); },
+            [this] { m_property.SetAvailability(eAVAILABILITY_READ_ONLY); }};
+        if (auto* const number = dynamic_cast<CDbPropNumBase*>(&m_property))
+        {
+            changes.emplace_back([number] { number->SetUnit(eKW_UNIT_LEVEL_A); });
+        }
+        if (auto* const number = dynamic_cast<CDbPropNum<double>*>(&m_property))
+        {
+            changes.emplace_back([number] { number->SetStep(0.125); });
+            changes.emplace_back([number] { number->SetMinAndMax(1.0, 5.0); });
+        }
+        return changes;
     }
 };
 } // namespace
@@ -169,6 +194,46 @@ TEST_P(WritePipeline, RefusalOfARuleReachesTheClientOrTakesTheValueBack)
         EXPECT_EQ(m_property.GetText(), m_legal);
         ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
     }
+}
+
+TEST_P(WritePipeline, StateBesideTheValueIsNotCountedOrUndone)
+{
+    const QStringList before = State();
+    m_root->StartTransaction(QStringLiteral("all"));
+    for (const auto& change : ChangesBesideTheValue())
+    {
+        const auto counters = Counters(m_property);
+        change();
+        const auto after = Counters(m_property);
+        for (std::size_t i = 0; i < counters.size(); ++i)
+        {
+            EXPECT_GT(after[i], counters[i]) << "level " << i;
+        }
+        change();
+        EXPECT_EQ(Counters(m_property), after) << "nothing new";
+    }
+    ASSERT_EQ(m_root->EndTransaction(true), eKW_ACC_OK);
+    const QStringList changed = State();
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(State(), before);
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(State(), changed);
+}
+
+TEST_P(WritePipeline, ValueOfAnotherKindIsTakenOver)
+{
+    CDbPropBase& twin = *m_root->m_pSecond->FindProperty(m_property.GetNodeName());
+    ASSERT_EQ(twin.SetText(m_legal), eKW_ACC_OK);
+    EXPECT_EQ(m_property.RestoreValue(twin), eKW_ACC_OK);
+    EXPECT_EQ(m_property.GetText(), m_legal);
+    for (const auto& other : m_root->m_pSecond->Properties())
+    {
+        if (other->GetTypeName() != m_property.GetTypeName())
+        {
+            EXPECT_EQ(m_property.RestoreValue(*other), eKW_ACC_WRONG_KIND);
+        }
+    }
+    EXPECT_EQ(m_property.GetText(), m_legal);
 }
 
 TEST_P(WritePipeline, HandleIsMadeTwice)
@@ -483,6 +548,7 @@ TEST_F(Frame, TransactionIsSeveralStepsOrSurvivesItsRollback)
     EXPECT_EQ(m_root->Text(), before);
     EXPECT_TRUE(m_root->CanRedo()) << "a step that never was takes no redo away";
     m_root->DisableHistoryObjects();
+    EXPECT_FALSE(m_root->CanRedo()) << "what changes now could not be undone rightly";
     m_root->StartTransaction(QStringLiteral("off"));
     m_group.m_pDouble->Set(4.0);
     EXPECT_EQ(m_root->EndTransaction(false), eKW_ACC_NOTHING_TO_DO);
@@ -501,6 +567,101 @@ TEST_F(Frame, HistoryKeepsOtherThanTheLastHundredSteps)
         EXPECT_EQ(m_group.m_pInt64->Get(), 149 - steps);
     }
     EXPECT_EQ(steps, 100);
+}
+
+TEST_F(Frame, LockedOutClientChangesSomething)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.xml"));
+    const QString a = QStringLiteral("a");
+    CPgmFixtureItem& map = *m_group.m_pMap;
+    ASSERT_EQ(map.Insert(a), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pArray->Insert(0), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pDouble->Set(3.0), eKW_ACC_OK);
+    ASSERT_EQ(m_root->Save(file), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pDouble->Set(4.0), eKW_ACC_OK);
+    ASSERT_EQ(m_group.m_pDouble->Set(5.0), eKW_ACC_OK);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    const std::pair<const char*, std::function<KW_ACCEPTANCE()>> calls[] = {
+        {"undo", [&] { return m_root->Undo(); }},
+        {"redo", [&] { return m_root->Redo(); }},
+        {"recall", [&] { return m_root->Recall(file); }},
+        {"preset", [&] { return m_root->RunPresetSequence(true); }},
+        {"limited", [&] { return m_group.m_pDouble->SetLimited(9.0); }},
+        {"wish", [&] { return m_group.m_pFollower->SetUserValue(1.0); }},
+        {"step", [&] { return m_group.m_pDouble->Inc(); }},
+        {"default", [&] { return m_group.m_pDouble->SetToDefault(); }},
+        {"map insert", [&] { return map.Insert(QStringLiteral("b")); }},
+        {"map remove", [&] { return map.Remove(a); }},
+        {"map rename", [&] { return map.Rename(a, QStringLiteral("b")); }},
+        {"map copy", [&] { return map.Copy(a, QStringLiteral("b")); }},
+        {"map active", [&] { return map.SetActive(a); }},
+        {"array insert", [&] { return m_group.m_pArray->Insert(0); }},
+        {"array remove", [&] { return m_group.m_pArray->Remove(0, 1); }},
+        {"array copy", [&] { return m_group.m_pArray->Copy(0, 1); }},
+        {"array active", [&] { return m_group.m_pArray->SetActive(0); }}};
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    const QByteArray before = m_root->Text();
+    for (const auto& [what, call] : calls)
+    {
+        EXPECT_EQ(call(), eKW_ACC_NO_WRITE_ACCESS) << what;
+        EXPECT_EQ(m_root->Text(), before) << what;
+    }
+    m_root->StartWriteAccess(eCLIENT_REMOTE);
+    for (const auto& [what, call] : calls)
+    {
+        EXPECT_NE(call(), eKW_ACC_NO_WRITE_ACCESS) << what;
+    }
+    m_root->EndWriteAccess();
+}
+
+TEST_F(Frame, OriginOfAnotherBracketCounts)
+{
+    constexpr UINT32 kDepth = 4;
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    for (UINT32 origins = 0; origins < 1U << kDepth; ++origins)
+    {
+        const auto isRemote = [origins](UINT32 level) { return (origins >> level & 1U) != 0; };
+        for (UINT32 level = 0; level < kDepth; ++level)
+        {
+            m_root->StartWriteAccess(isRemote(level) ? eCLIENT_REMOTE : eCLIENT_LOCAL);
+        }
+        for (UINT32 level = kDepth; level-- > 0; m_root->EndWriteAccess())
+        {
+            EXPECT_EQ(m_root->MayWrite(), isRemote(level)) << origins << " at " << level;
+        }
+        EXPECT_FALSE(m_root->MayWrite());
+    }
+}
+
+TEST_F(Frame, PatternTakesAnotherFormat)
+{
+    CDbPropBitPattern& pattern = *m_group.m_pPattern;
+    for (INT32 format = -1; format <= eNUMBERFORMAT_BINARY + 1; ++format)
+    {
+        const bool isKnown = format == eNUMBERFORMAT_HEX || format == eNUMBERFORMAT_BINARY;
+        const E_NUMBERFORMAT present = pattern.GetFormat();
+        EXPECT_EQ(pattern.SetFormat(static_cast<E_NUMBERFORMAT>(format)),
+                  isKnown ? eKW_ACC_OK : eKW_ACC_UNKNOWN_VALUE);
+        EXPECT_EQ(pattern.GetFormat(), isKnown ? format : present);
+    }
+}
+
+TEST_F(Frame, NewFileTakesANumberThatIsUsedOrSkipsOne)
+{
+    const QTemporaryDir folder;
+    CDbPropFilePath& path = *m_group.m_pPath;
+    path.SetFolder(folder.path());
+    for (int number = 1; number <= 999; ++number)
+    {
+        const QString name = QStringLiteral("Wave%1.csv").arg(number, 3, 10, QChar(u'0'));
+        ASSERT_EQ(path.CreateNewFileName(), name);
+        ASSERT_TRUE(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+    }
+    EXPECT_EQ(path.CreateNewFileName(), QString()) << "none is free";
+    const QString freed = QStringLiteral("Wave007.csv");
+    ASSERT_TRUE(QFile::remove(folder.filePath(freed)));
+    EXPECT_EQ(path.CreateNewFileName(), freed);
 }
 
 TEST_F(Frame, EndWithoutItsStartTakesTheLockFromOthers)

@@ -40,6 +40,8 @@ const t_Rule kInstrumentRules[] = {
      ".SelectedLanguage = Setup/Display/UserInterfaceLanguage[Language1]"},
     {"CountryAllowsItsChannels", "Setup/Wireless/Country = DE; .WirelessAccesspoint/Channel = 13",
      "Setup/Wireless/Country = US", ".WirelessAccesspoint/Channel = 11"},
+    {"WorldAllowsMoreThanItsCountries", "Setup/Wireless/Country = DE", ".Country = WORLD",
+     ".WirelessAccesspoint/Channel.max = 11"},
     {"ShortPassphraseIsKept", "", "Setup/Wireless/WirelessAccesspoint/Passphrase = 1234567",
      ".Passphrase = ", eKW_ACC_WARNING},
     {"AutomaticAddressIsFixed", "", "Setup/Wireless/WirelessClient/AutomaticAddress = OFF",

@@ -108,6 +108,8 @@ const t_Rule kLoggerRules[] = {
      "Logger/HorizontalScale = 1_MIN; .LoggerZoom/CoupleToCursors = ON; Logger/LoggerCursor/X1 = "
      "300",
      ".SetToScreen", "Logger/LoggerZoom/Position = 150; .Scale = 30_S"},
+    {"AutosetLeavesResultsOfBefore", "Logger/HorizontalScale = 1_MIN; .LoggerCursor/X1 = 300",
+     "AutosetLogger", "Logger/LoggerCursor/X1 = 20; .DeltaX = 40; Logger/LoggerZoom/Scale.max = "},
     {"OwnPositionKeepsTheCoupling", "Logger/LoggerZoom/CoupleToCursors = ON", ".Position = 44",
      ".CoupleToCursors = OFF; .Position = 44"},
 };

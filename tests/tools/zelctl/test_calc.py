@@ -43,6 +43,8 @@ ANSWERS = [
     ("boundaries 10us --reference 20%", ["left -2 µs", "right 8 µs"]),
     ("zoomboundaries 2us --center 3us", ["left 2 µs", "right 4 µs"]),
     ("rightboundary -1us 10us", ["right 9 µs"]),
+    ("rightboundary 0s 1.234567895s", ["right 1.2345679 s"]),
+    ("rightboundary 0s 999.9999995ms", ["right 1 s"]),
     ("zoom 1250 50 --minimum 10", ["points 25 Sa", "possible yes"]),
     ("scale 300mV/div", ["next highest 400 mV/div", "next lowest 200 mV/div"]),
     ("scale 2.5V --divisions 8", ["smallest scale 400 mV/div"]),

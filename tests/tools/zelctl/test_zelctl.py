@@ -18,6 +18,7 @@ CASES = [
     ("trace shows followers", ["set", "Horizontal/Scale", "2ms", "--trace"], 0,
      ["Horizontal/AcquisitionTime: 1 µs → 20 ms", "Horizontal/Position maximum:"], []),
     ("prefix alone", ["set", "Horizontal/Scale", "2m"], 0, ["2 ms/div"], []),
+    ("Greek letter for micro", ["set", "Cursor/X2", "0.1 μs"], 0, ["→ 100 ns"], []),
     ("remote name", ["set", f"{CONVERTER}/ADCModeMode", "man"], 0, ["AUTO → MANUAL"], []),
     ("refused with code and choice", ["set", "Horizontal/Scale", "3 ms/div"], 1, [],
      ["code 5 NOT_IN_VALUE_LIST", "1 ns/div"]),
@@ -40,6 +41,21 @@ CASES = [
     ("meaning at the root", ["get", "--info", "RemoteState"], 0, ["meaning  "], []),
     ("tree finds", ["tree", "--find", "RBWRatio"], 0, ["RBWRatio"], []),
     ("calc sample rate", ["calc", "samplerate", "ZEL_C"], 0, ["5 GSa/s"], []),
+]
+
+SCALE = "Horizontal/Scale"
+
+# lines of a script, exit status, last line of stdout, piece of stderr
+SCRIPTS = [
+    ([f"set {SCALE} 1us", f"set {SCALE} 3us", "echo too far"], 1, f"> set {SCALE} 3us", "a.zel:3: "),
+    ([f"same {SCALE} 1us"], 1, f"> same {SCALE} 1us", f"a.zel:2: {SCALE} is 100 ns/div, not 1 µs"),
+    ([f"same {SCALE} 1e-7"], 0, f"{SCALE} is 100 ns/div", ""),
+    (["begin a", f"set {SCALE} 1us", "rollback", f"get {SCALE}"], 0, "100 ns/div", ""),
+    (["begin a", f"set {SCALE} 1us", "commit", f"get {SCALE}"], 0, "1 µs/div", ""),
+    (["begin a", f"set {SCALE} 1us", f"set {SCALE} 2us", "commit", "undo", f"get {SCALE}"], 0,
+     "100 ns/div", ""),
+    (["begin a"], 2, 'begin "a"', "a.zel:2: "),
+    (["save a.xml", "set RemoteState ON", "diff a.xml"], 0, "no differences", ""),
 ]
 
 
@@ -122,15 +138,21 @@ class Zelctl(unittest.TestCase):
                    if not answer["properties"][0]["meaning"]]
         self.assertEqual(missing, [])
 
-    def test_script_goes_on_after_a_failure(self):
+    def test_script_goes_on_or_keeps_what_it_should_not(self):
+        for lines, status, stdout, stderr in SCRIPTS:
+            with self.subTest(lines), tempfile.TemporaryDirectory() as folder:
+                with open(os.path.join(folder, "a.zel"), "w", encoding="utf-8") as script:
+                    script.write("# first\n" + "\n".join(lines))
+                done = run("run", "a.zel", cwd=folder)
+                self.assertEqual(done.returncode, status, done.stderr)
+                self.assertEqual(done.stdout.rstrip().splitlines()[-1], stdout)
+                self.assertIn(stderr, done.stderr)
+        # A shell goes on, from what stood before the script.
         with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
-            script.write("# first\nset Horizontal/Scale 1us\nset Horizontal/Scale 3us\n"
-                         "echo too far\n")
+            script.write("begin all\nset Horizontal/Scale 1us\nset Horizontal/Scale 3us\n")
             script.flush()
-            done = run("run", script.name)
-            self.assertNotEqual(done.returncode, 0)
-            self.assertNotIn("too far\n", done.stdout.replace("echo too far", ""))
-            self.assertIn(f"{script.name}:3", done.stderr)
+            done = run("shell", input=f"run {script.name}\nget Horizontal/Scale\n")
+            self.assertEqual(done.stdout.splitlines()[-1], "100 ns/div")
 
     def test_example_fails(self):
         examples = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../../examples")
