@@ -89,6 +89,11 @@ class Zelctl(unittest.TestCase):
                 self.assertEqual(done.stdout.strip().split(" = ")[-1], "1 µs/div")
                 self.assertEqual(run("--load", file, "diff", file).returncode, 0)
                 self.assertEqual(run("diff", file).returncode, 1)
+            # A recall switches the mode, too, which is no setting.
+            run("--save", file, "set", "Control/SMMode/OperationMode", "METER")
+            differences = json.loads(run("--json", "diff", file).stdout)["differences"]
+            self.assertEqual([change["path"] for change in differences],
+                             ["Control/SMMode/OperationMode"])
 
     def test_failure_or_difference_is_saved(self):
         with tempfile.TemporaryDirectory() as folder:
