@@ -11,7 +11,6 @@
 #include "Together.h"
 
 #include <QTemporaryDir>
-#include <array>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <set>
@@ -123,19 +122,6 @@ TEST(ClientThreads, TransactionMixesTheWritesOfTwoThreads)
     };
     RunTogether({[&](int) { write(1e8); }, [&](int) { write(2e8); }, read}, kRounds);
     EXPECT_EQ(mixed, 0);
-}
-
-TEST(ClientThreads, TwoThreadsBuildTwoTrees)
-{
-    for (int round = 0; round < 20; ++round)
-    {
-        std::array<std::shared_ptr<IKWFunctionZEL>, 2> roots;
-        std::thread other([&roots] { roots[1] = GetZELRoot(); });
-        roots[0] = GetZELRoot();
-        other.join();
-        ASSERT_TRUE(roots[0]);
-        EXPECT_EQ(roots[0].get(), roots[1].get());
-    }
 }
 
 TEST(ClientThreads, RecallOrPresetGoesOnWhileTheAcquisitionStillRuns)

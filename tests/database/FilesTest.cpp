@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace
@@ -231,37 +228,6 @@ TEST_F(Files, FailedSaveDestroysTheOldFile)
     QFile file(name);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "old");
-}
-
-TEST_F(Files, FullDiskLeavesHalfAFile)
-{
-    // A limit of the file size fails a write as a full disk does.
-    const QString name = Write("old", "keep.xml");
-    CDbPropFilePath& exported = *m_root->m_pFirst->m_pPath;
-    exported.SetFolder(m_folder.path());
-    ASSERT_EQ(exported.Set(QStringLiteral("a.csv")), eKW_ACC_OK);
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    for (const rlim_t room : {0, 1, 700})
-    {
-        const rlimit small{room, before.rlim_max};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        const KW_ACCEPTANCE code = m_root->Save(name);
-        const KW_ACCEPTANCE path = exported.Write(QByteArray(1000, 'x'));
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-        EXPECT_EQ(code, eKW_ACC_FILE_NOT_WRITABLE) << room;
-        EXPECT_EQ(path, eKW_ACC_FILE_NOT_WRITABLE) << room;
-    }
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(m_reports.Count(), 3);
-    EXPECT_TRUE(m_reports.Messages().contains(name)) << m_reports.Messages().toStdString();
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("keep.xml")})
-        << "nothing is left beside it";
-    QFile file(name);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "old");
-    EXPECT_EQ(m_root->Save(name), eKW_ACC_OK);
 }
 
 namespace

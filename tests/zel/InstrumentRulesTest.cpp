@@ -168,7 +168,6 @@ TEST(InstrumentRules, RemoteStateOpensALockOrUserGetsNoKeysBack)
     EXPECT_EQ(tree.root->GetControlMode(), eCONTROL_LOCAL);
     tree.root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
     EXPECT_EQ(tree.Do("SerialBus/Label = b"), eKW_ACC_NO_WRITE_ACCESS);
-    EXPECT_EQ(tree.root->Undo(), eKW_ACC_NO_WRITE_ACCESS);
     {
         const CKWWriteBracket bracket(tree.root, eCLIENT_REMOTE);
         for (const char* const write : {"RemoteState = ON", "RemoteState = OFF"})

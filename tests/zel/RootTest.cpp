@@ -27,17 +27,6 @@ TEST(Root, OutlivesItsLastClientOrKeepsOldValues)
     EXPECT_EQ(Property(GetZELRoot(), "RemoteState")->GetText(), QStringLiteral("OFF"));
 }
 
-TEST(Root, HandleOfALostTreeCrashesOrStillWrites)
-{
-    auto root = GetZELRoot();
-    const auto scale = root->GetPgHorizontal()->GetPrScale();
-    root.reset();
-    EXPECT_EQ(scale->Get(), 1e-7);
-    EXPECT_EQ(scale->Set(1e-6), eKW_ACC_DETACHED);
-    EXPECT_EQ(scale->Get(), 1e-7);
-    EXPECT_EQ(scale->GetDbObject()->GetNodeName(), QStringLiteral("Scale"));
-}
-
 TEST(Root, FreshTreeHasUndoStepsOrReports)
 {
     const CReports reports;

@@ -126,10 +126,6 @@ class Zelctl(unittest.TestCase):
         self.assertEqual([json.loads(line)["new"] for line in done.stdout.splitlines()],
                          list(map(float, texts)), done.stderr)
 
-    def test_json_is_no_document(self):
-        done = run("--json", "get", "Horizontal/Scale")
-        self.assertIn("1e-07", json.dumps(json.loads(done.stdout)))
-
     def test_property_without_a_meaning(self):
         with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
             paths = [node["path"] for node in json.loads(run("--json", "tree").stdout)["nodes"]
