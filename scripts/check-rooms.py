@@ -27,7 +27,6 @@ ROOMS = {
     "generated/database": "frame",
     "generated/ifc": "ifc",
     "generated/src": "rules",
-    "generated/zelctl": "tools",
 }
 
 MAY_INCLUDE = {
@@ -48,7 +47,7 @@ MAY_INCLUDE = {
 IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
-    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h",
+    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h", "KWTexts.h",
 }
 
 # Where the compiler looks for quoted names, after the folder of the including file.

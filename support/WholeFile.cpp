@@ -29,9 +29,16 @@ bool Sync(QSaveFile& file)
     // Without support for it there is nothing to wait for, as on a pipe.
     return fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
+
+bool Restrict(QSaveFile& file, eREADERS readers)
+{
+    return readers == eREADERS::Any ||
+           file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+}
 } // namespace
 
-bool KW_WriteWholeFile(const QString& fileName, const QByteArray& contents, QString& error)
+bool KW_WriteWholeFile(const QString& fileName, const QByteArray& contents, QString& error,
+                       eREADERS readers)
 {
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly))
@@ -42,7 +49,8 @@ bool KW_WriteWholeFile(const QString& fileName, const QByteArray& contents, QStr
     // Flushed and synchronised here: what still fails when the file is committed fails unseen, and
     // the old file would be replaced by half a new one.
     errno = 0;
-    if (file.write(contents) != contents.size() || !file.flush() || !Sync(file) || !file.commit())
+    if (!Restrict(file, readers) || file.write(contents) != contents.size() || !file.flush() ||
+        !Sync(file) || !file.commit())
     {
         // Most of these leave their reason nowhere else.
         error = errno != 0 ? qt_error_string(errno) : file.errorString();

@@ -132,6 +132,7 @@ public:
     {
         return this->RemoveFor(index, count, Q_FUNC_INFO);
     }
+    const char* GetMeanings() const override { return T::Meanings(); }
     /** Null outside the array. */
     T* ItemDirect(INT32 index) const { return static_cast<T*>(this->ItemAt(index)); }
     std::shared_ptr<IKWArray<typename T::Interface>> GetFIMPointer()

@@ -189,6 +189,7 @@ public:
     {
         return AdaptFor(oldName, newName, numericKey, Q_FUNC_INFO);
     }
+    const char* GetMeanings() const override { return T::Meanings(); }
     /** Null when no item has the name. */
     T* ItemDirect(const QString& name) const { return static_cast<T*>(ItemByName(name)); }
     std::shared_ptr<IKWMap<typename T::Interface>> GetFIMPointer()

@@ -8,6 +8,8 @@
 #include <functional>
 #include <utility>
 
+enum class eREADERS;
+
 /**
  * Root of a tree: transactions, undo and redo, history switch, brackets, control mode, dependency
  * engine, save and recall.
@@ -125,7 +127,8 @@ private:
     void RunDependants();
     void CloseStep();
     KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
-    QByteArray Serialized(bool csv, INT32 pattern) const;
+    /** The tree as a file's text, and who may read that file. */
+    QByteArray Serialized(bool csv, INT32 pattern, eREADERS& readers) const;
 
     CDependencies m_dependencies;
     CDbHistory m_history;

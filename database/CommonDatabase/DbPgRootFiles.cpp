@@ -50,9 +50,15 @@ QByteArray ReadSettings(const QString& fileName, QString& error)
     }
     return text;
 }
+
+/** Whoever may read the folder, unless a secret is among what was written. */
+eREADERS ReadersOf(const CDbSettingsWriter& writer)
+{
+    return writer.HoldsSecret() ? eREADERS::Owner : eREADERS::Any;
+}
 } // namespace
 
-QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern) const
+QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern, eREADERS& readers) const
 {
     const CLockGuard lock(eACCESS_READ);
     QByteArray text;
@@ -61,6 +67,7 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern) const
         QList<QString> fields;
         CDbCsvSettingsWriter writer(fields);
         WriteDocument(writer, *this, pattern);
+        readers = ReadersOf(writer);
         return CDbCsvSettingsWriter::ToText(fields);
     }
     QXmlStreamWriter xml(&text);
@@ -69,15 +76,17 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern) const
     xml.writeStartDocument();
     CDbXmlSettingsWriter writer(xml);
     WriteDocument(writer, *this, pattern);
+    readers = ReadersOf(writer);
     xml.writeEndDocument();
     return text;
 }
 
 KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern pattern) const
 {
-    const QByteArray text = Serialized(IsCsv(fileName), pattern);
+    eREADERS readers = eREADERS::Owner;
+    const QByteArray text = Serialized(IsCsv(fileName), pattern, readers);
     QString error;
-    if (!KW_WriteWholeFile(fileName, text, error))
+    if (!KW_WriteWholeFile(fileName, text, error, readers))
     {
         KW_REPORT_ERROR(
             QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")

@@ -4,6 +4,7 @@
 #include "DbPgRoot.h"
 #include "DbSettings.h"
 #include "KWEnumerations.h"
+#include "KWTexts.h"
 #include "LockManager.h"
 
 CDbPropBase::~CDbPropBase() = default;
@@ -282,6 +283,10 @@ QString CDbPropBase::GetXMLElementName() const
 bool CDbPropBase::SerializeProp(CDbSettingsWriter& writer) const
 {
     writer.Attribute(KW_SETTINGS_VALUE, GetText());
+    if (m_secret)
+    {
+        writer.NoteSecret();
+    }
     return writer.IsGood();
 }
 
@@ -297,8 +302,10 @@ void CDbPropBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& reca
     }
     if (code > eKW_ACC_WARNING)
     {
-        recall.Skip(*this, QStringLiteral("Value \"%1\" skipped (%2)")
-                               .arg(text.toString(), KW_GetAcceptanceText(code)));
+        const QString shown = m_secret ? KW_GetSecretText() : text.toString();
+        recall.Skip(
+            *this,
+            QStringLiteral("Value \"%1\" skipped (%2)").arg(shown, KW_GetAcceptanceText(code)));
     }
 }
 

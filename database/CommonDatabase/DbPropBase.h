@@ -47,6 +47,10 @@ public:
     const QVariantList& GetValueList() const;
     void DeclareValueList(std::initializer_list<QVariant> values);
 
+    /** A secret's value is kept out of everything that is shown, reports included. */
+    void DeclareSecret() { m_secret = true; }
+    bool IsSecret() const { return m_secret; }
+
     /** A client's write of the value that stands is a choice, too: it runs the rules and what
        depends on the property, and counts no change of its own. The model says so by `confirm =
        true`. */
@@ -135,6 +139,7 @@ private:
 
     std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
     bool m_forceDependencies = false;
+    bool m_secret = false;
     UINT16 m_sourceNumber = 0;
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;

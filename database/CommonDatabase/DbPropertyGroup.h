@@ -40,6 +40,12 @@ public:
     /** Takes ownership of a function or operation. */
     void AddObject(CDbFunction* object, const QString& name);
 
+    /** What the model says of the group, its properties and its actions, in their order: UTF-8
+        texts, each ended by a zero character, and an empty one behind the last. A generated class
+        has a table of its own; an array or map gives that of its items. */
+    virtual const char* GetMeanings() const { return Meanings(); }
+    static const char* Meanings() { return ""; }
+
     const std::vector<std::shared_ptr<CDbPropBase>>& Properties() const { return m_properties; }
     const std::vector<std::shared_ptr<CDbPropertyGroup>>& Groups() const { return m_groups; }
     const std::vector<std::shared_ptr<CDbFunction>>& Objects() const { return m_objects; }

@@ -40,6 +40,13 @@ public:
     virtual void EndElement() = 0;
     /** False when the device below refused something. */
     virtual bool IsGood() const = 0;
+
+    /** Told by a property whose value only the file's owner may read. */
+    void NoteSecret() { m_holdsSecret = true; }
+    bool HoldsSecret() const { return m_holdsSecret; }
+
+private:
+    bool m_holdsSecret = false;
 };
 
 class CDbXmlSettingsWriter final : public CDbSettingsWriter

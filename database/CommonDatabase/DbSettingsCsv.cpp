@@ -146,18 +146,20 @@ bool CDbSettingsDocument::ReadCsvFile(const QByteArray& text, const QString& kin
     }
     if (iterator.hasNext())
     {
-        return Fail(QStringLiteral("\"%1\" follows the end of the settings").arg(iterator.next()));
+        return Fail(QStringLiteral("something follows the end of the settings"));
     }
     return CheckDocument(kind);
 }
 
 bool CDbSettingsDocument::OpenCsv(const QString& kind, QListIterator<QString>& fields)
 {
+    // Named by its place: where fields are missing, any text stands here, a secret too.
+    const auto place = m_elements.size() + 1;
     bool isNumber = false;
     const int count = fields.hasNext() ? fields.next().toInt(&isNumber) : -1;
     if (!isNumber || count < 0)
     {
-        return Fail(QStringLiteral("\"%1\" has no count of attributes").arg(kind));
+        return Fail(QStringLiteral("element %1 has no count of attributes").arg(place));
     }
     if (!Open(kind))
     {
@@ -168,7 +170,7 @@ bool CDbSettingsDocument::OpenCsv(const QString& kind, QListIterator<QString>& f
         const QString key = fields.hasNext() ? fields.next() : QString();
         if (!fields.hasNext())
         {
-            return Fail(QStringLiteral("\"%1\" ends within its attributes").arg(kind));
+            return Fail(QStringLiteral("element %1 ends within its attributes").arg(place));
         }
         AddAttribute(key, fields.next());
     }

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -54,6 +55,32 @@ std::shared_ptr<CPgFixtureRoot> FilledTree()
     return root;
 }
 } // namespace
+
+TEST_F(Files, SecretIsReportedOrLeftForOthersToRead)
+{
+    CDbPropString& secret = *m_root->m_pFirst->m_pText;
+    secret.DeclareSecret();
+    ASSERT_EQ(secret.Set(QStringLiteral("hush")), eKW_ACC_OK);
+    const mode_t mask = umask(0);
+    for (const char* const name : {"kept.xml", "kept.csv"})
+    {
+        const QString file = Write("readable for all", name);
+        const auto permissions = [&file]
+        { return static_cast<int>(QFile::permissions(file)) & 0xF0FF; };
+        EXPECT_EQ(CPgFixtureRoot::Create()->Save(file), eKW_ACC_OK);
+        EXPECT_EQ(permissions(), 0x6066) << name;
+        EXPECT_EQ(m_root->Save(file), eKW_ACC_OK);
+        EXPECT_EQ(permissions(), 0x6000) << name;
+    }
+    umask(mask);
+    const QByteArray tooLong = QByteArray("hush").repeated(11);
+    EXPECT_EQ(m_root->Recall(Write(m_root->FileText(false).replace("hush", tooLong))),
+              eKW_ACC_WARNING);
+    EXPECT_EQ(m_root->Recall(Write("Settings,hush\n", "a.csv")), eKW_ACC_FILE_NOT_UNDERSTOOD);
+    EXPECT_TRUE(m_reports.Messages().contains(secret.GetPath()));
+    EXPECT_FALSE(m_reports.Messages().contains(QLatin1String("hush")));
+    EXPECT_FALSE(m_root->GetUndoText().contains(QLatin1String("hush")));
+}
 
 class FileFormat : public Files, public testing::WithParamInterface<bool>
 {

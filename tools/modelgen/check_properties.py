@@ -27,7 +27,7 @@ BIT_FORMATS = ("hex", "binary")
 SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125")
 
-_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm")
+_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm", "secret")
 _NUMBER_KEYS = (
     "default", "item_defaults", "unit", "min", "max", "step", "step_mode", "step_factor", "step_behaviour",
     "resolution", "values", "format", "bits",
@@ -325,6 +325,14 @@ def _facets(keys: CKeys, kind: str, enum: EnumType | None, enums: dict[str, Enum
     return {"default": None}
 
 
+def _secret(keys: CKeys, save: int) -> bool:
+    """Settings files are made to be given away: what nobody else may know is no part of them."""
+    secret = keys.flag("secret")
+    if secret and save & SAVE_SETTINGS:
+        keys.fail("a secret can not be saved with the user's settings, only with save = 2 or 0")
+    return secret
+
+
 def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> Property | None:
     """A property; None when its name or type is unusable. `group_save` is the group's save/recall
     type, which holds for settings; results are saved only where they say so themselves, as nobody
@@ -351,5 +359,6 @@ def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> 
         _check_step(keys, kind)
     return Property(
         name=name, kind=kind, enum=enum, brief=keys.brief(), location=keys.location,
-        result=result, save=save, confirm=confirm, **_facets(keys, kind, enum, enums),
+        result=result, save=save, confirm=confirm, secret=_secret(keys, save),
+        **_facets(keys, kind, enum, enums),
     )

@@ -89,6 +89,7 @@ def _property(prop: Property) -> list[str]:
     lines = [call("AddPropertyToList", [f"m_p{prop.name} = new {node}", qstring(prop.name)])]
     if prop.result:
         lines.append(_member_call(prop, "SetObjectType", "eOBJECTTYPE_RESULT"))
+    lines += [call(f"m_p{prop.name}->DeclareSecret", [])] if prop.secret else []
     lines += _number_statements(prop) + _text_statements(prop)
     if prop.format:
         form = f"eNUMBERFORMAT_{prop.format.upper()}"

@@ -57,7 +57,9 @@ def _header(group: Group, model: Model) -> str:
         f"{_forwards(group)}\n{cpptext.doc(_class_text(group))}\n"
         f"class {name} : public {base}\n{{\npublic:\n    using Interface = {handle};\n\n"
         f"    {naming.constructor_head(group)};\n    ~{name}() override;\n\n"
-        f"    std::shared_ptr<{handle}> GetFIMPointer();\n\n{_accessors(group, model)}\n"
+        f"    std::shared_ptr<{handle}> GetFIMPointer();\n"
+        f"    const char* GetMeanings() const override {{ return Meanings(); }}\n"
+        f"    static const char* Meanings();\n\n{_accessors(group, model)}\n"
         f"protected:\n    std::unique_ptr<IKWFunctionBase> CreateFIM() override;\n"
         + (f"\n{member_lines}" if member_lines else "")
         + (f"\nprivate:\n{parts}" if parts else "")

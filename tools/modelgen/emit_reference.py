@@ -57,7 +57,7 @@ def _type_cell(prop: Property) -> str:
 def _property_row(prop: Property) -> list[str]:
     return [
         f"`{prop.name}`", _type_cell(prop), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
-        _cell(facts.default(prop)), "result" if prop.result else "setting", facts.saved(prop),
+        _cell(facts.default(prop)), facts.kind(prop), facts.saved(prop),
         _cell(prop.brief),
     ]
 

@@ -47,6 +47,15 @@ def _constructor(group: Group) -> str:
     return "\n".join([_function(f"{node}::{node}", calls, parameter), *functions])
 
 
+def _meanings(group: Group) -> str:
+    texts = [group.brief, *(p.brief for p in group.properties), *(a.brief for a in group.actions)]
+    lines = "\n".join(f'           "{cpptext.escape(text)}\\0"' for text in texts)
+    return (
+        f"const char* {naming.generated_class(group)}::Meanings()\n{{\n"
+        f"    return {lines.lstrip()};\n}}\n"
+    )
+
+
 def _definitions(group: Group) -> str:
     node = naming.generated_class(group)
     handle = naming.interface(group.name)
@@ -58,7 +67,8 @@ def _definitions(group: Group) -> str:
         f"std::unique_ptr<IKWFunctionBase> {node}::CreateFIM()\n{{\n"
         f"    return std::make_unique<CFIM{group.name}>(*this);\n}}\n\n"
         f"{pointer}\n{{\n"
-        f"    return FIMPointer<{handle}>();\n}}\n"
+        f"    return FIMPointer<{handle}>();\n}}\n\n"
+        f"{_meanings(group)}"
     )
 
 

@@ -77,9 +77,15 @@ def saved(prop: Property) -> str:
     return _SAVE_WORDS[prop.save]
 
 
+def kind(prop: Property) -> str:
+    """Whether it is set or delivered, and whether its value is shown."""
+    return ("secret " if prop.secret else "") + ("result" if prop.result else "setting")
+
+
 def describe_property(prop: Property) -> str:
     """Meaning, unit, range and default for a documentation comment."""
-    parts = ["Result:" if prop.result else "", sentence(prop.brief)]
+    marks = [word for word, holds in (("Secret", prop.secret), ("Result", prop.result)) if holds]
+    parts = [f"{' '.join(marks).capitalize()}:" if marks else "", sentence(prop.brief)]
     pairs = (("Unit", unit(prop)), ("Values" if prop.values or prop.enabled else "Range",
              limits(prop)), ("Default", "" if prop.result else default(prop)))
     parts += [sentence(f"{word}: {text}") for word, text in pairs if text]

@@ -100,6 +100,7 @@ class Property:
     length: int | None = None
     number: NumberFacets = NumberFacets()
     path: FileFacets = FileFacets()
+    secret: bool = False
 
 
 @dataclass(frozen=True)

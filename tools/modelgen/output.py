@@ -20,12 +20,11 @@ def _remove_stale(folder: Path, files: dict[str, str]) -> None:
     """Takes away what an earlier model made: a left-over header would still be found and
     installed. Files of other origin stay."""
     wanted = {folder / path for path in files}
-    for place in {path.parent for path in wanted}:
-        for path in place.iterdir():
-            if path in wanted or not path.is_file():
-                continue
-            if GENERATED.encode() in path.read_bytes()[:200]:
-                path.unlink()
+    for path in sorted(folder.rglob("*")):
+        if path in wanted or not path.is_file():
+            continue
+        if GENERATED.encode() in path.read_bytes()[:200]:
+            path.unlink()
 
 
 def update(folder: Path, files: dict[str, str]) -> None:

@@ -39,7 +39,7 @@ QString ListRanges(KW_ZEL_DMM_MEAS_TYPE type)
     QStringList ranges;
     for (const auto& [range, settings] : GetBlock(type)->GetRangeTable())
     {
-        ranges.append(ShowNumber(settings.range, GetMeterUnit(type)));
+        ranges.append(KW_FormatNumber(settings.range, GetMeterUnit(type)));
     }
     return ranges.join(QLatin1String(", "));
 }
@@ -68,9 +68,9 @@ void Range(const CArguments& in, CFigures& out)
     const KW_ZEL_METER_RANGE value = CMeterMeasurementBaseData::GetRangeAsEnumValue(nominal);
     if (GetBlock(type)->GetRangeTable().count(value) == 0)
     {
-        throw CFailure(eSTATUS_USAGE,
-                       QStringLiteral("%1 has no range %2; it has %3")
-                           .arg(GetEnumText(type), ShowNumber(nominal, unit), ListRanges(type)));
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 has no range %2; it has %3")
+                                          .arg(GetEnumText(type), KW_FormatNumber(nominal, unit),
+                                               ListRanges(type)));
     }
     out.Add("range", CMeterMeasurementBaseData::GetRangeAsDoubleValue(value), unit)
         .Add("enumeration value", GetEnumText(value));

@@ -21,7 +21,7 @@ void Temperature(const CArguments& in, CFigures& out)
     for (const KW_UNIT unit :
          {eKW_UNIT_TEMPERATURE_DEG, eKW_UNIT_TEMPERATURE_F, eKW_UNIT_TEMPERATURE_K})
     {
-        out.Add(QStringLiteral("temperature in ") + GetUnitText(unit),
+        out.Add(QStringLiteral("temperature in ") + KW_GetUnitText(unit),
                 CommonHelper::ConvertTempCelsius(celsius, unit), unit);
     }
 }

@@ -19,8 +19,9 @@ double ReadWhole(const std::string& text, KW_UNIT unit, const QString& name, dou
     const double value = ReadDouble(ToText(text), unit, name);
     if (!(value >= 0 && value <= most) || value != std::floor(value))
     {
-        throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 is a whole number 0 … %2, not \"%3\"")
-                                          .arg(name, ToShortestText(most), ToText(text)));
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("%1 is a whole number 0 … %2, not \"%3\"")
+                           .arg(name, KW_FormatNumber(most, eKW_UNIT_NOT_DEFINED), ToText(text)));
     }
     return value;
 }

@@ -233,7 +233,7 @@ struct t_SameOptions
         const QString present = ShowValue(wanted, false);
         wanted.text = ReadValue(*property, written);
         const QString shown = ShowValue(wanted, false);
-        if (present != shown)
+        if (present != shown || (wanted.secret && wanted.text != property->GetText()))
         {
             throw CFailure(
                 eSTATUS_REFUSED,

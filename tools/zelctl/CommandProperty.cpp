@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
 #include "NodeText.h"
-#include "Trace.h"
-#include "TreeWalk.h"
-#include "ValueText.h"
+#include "PropertyWrite.h"
 
 #include <QJsonArray>
 
@@ -87,7 +85,7 @@ t_Answer t_GetOptions::Run(CSession& session) const
     for (const auto& property : properties)
     {
         const t_ShownValue value = GetShownValue(*property);
-        const bool isText = value.type == QLatin1String("string");
+        const bool isText = value.type == QLatin1String("string") && !value.secret;
         json.append(ToJson(*property, true));
         if (info)
         {
@@ -124,30 +122,14 @@ struct t_SetOptions
 
 t_Answer t_SetOptions::Run(CSession& session) const
 {
-    const bool exact = session.GetStyle().exact;
     const auto property = session.FindProperty(ToText(path));
     const QString written = ToText(unit.empty() ? value : value + ' ' + unit);
-    const QString text = ReadValue(*property, written);
-    const t_ShownValue before = GetShownValue(*property);
-    const CTrace tracing(session, trace);
-    const KW_ACCEPTANCE code = property->SetText(text);
-    Require(code,
-            QStringLiteral("%1 = %2").arg(property->GetPath(),
-                                          ShowValue({text, before.type, before.unit}, exact)),
-            DescribeLimits(*property, code, exact));
-    const t_ShownValue after = GetShownValue(*property);
-    const QString shown =
-        before.text == after.text
-            ? ShowValue(after, exact) + QStringLiteral(" (unchanged)")
-            : ShowValue(before, exact) + QStringLiteral(" → ") + ShowValue(after, exact);
-    CReply reply(session, QStringLiteral("set"));
-    reply.Line(property->GetPath() + QStringLiteral(": ") + shown + DescribeWarning(code))
-        .Field("path", property->GetPath())
-        .Field("old", ToJsonValue(before))
-        .Field("new", ToJsonValue(after))
-        .Field("unit", GetUnitText(after.unit));
-    tracing.AddTo(reply, property->GetPath());
-    return reply.Send(code);
+    t_ShownValue asked = GetShownValue(*property);
+    asked.text = ReadValue(*property, written);
+    const QString request = QStringLiteral("%1 = %2").arg(
+        property->GetPath(), ShowValue(asked, session.GetStyle().exact));
+    return WriteProperty(session, "set", *property, request, trace,
+                         [&] { return property->SetText(asked.text); });
 }
 } // namespace
 

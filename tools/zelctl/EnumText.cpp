@@ -4,6 +4,9 @@
 #include "Failure.h"
 #include "NearestNames.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 constexpr KW_ENUM_NAME kKinds[] = {KW_ENUM_NAME::Serial, KW_ENUM_NAME::Remote,
@@ -24,7 +27,7 @@ QStringList GetNearestValues(const CEnumNameInfo& names, const QString& text)
     for (const QString& name : GetNearestNames(text, all))
     {
         const QString serial =
-            GetEnumText(names, static_cast<INT32>(all.indexOf(name)) % names.GetEnumSize());
+            KW_FormatEnum(names, static_cast<INT32>(all.indexOf(name)) % names.GetEnumSize());
         if (!serials.contains(serial))
         {
             serials.append(serial);
@@ -33,14 +36,22 @@ QStringList GetNearestValues(const CEnumNameInfo& names, const QString& text)
     return serials;
 }
 
-QStringList GetValuesWithName(const CEnumNameInfo& names, const QString& text, KW_ENUM_NAME kind)
+bool HasName(const CEnumNameInfo& names, INT32 value, const QString& text)
+{
+    return std::any_of(
+        std::begin(kKinds), std::end(kKinds),
+        [&](KW_ENUM_NAME kind)
+        { return names.GetText(kind, value).compare(text, Qt::CaseInsensitive) == 0; });
+}
+
+QStringList GetValuesWithName(const CEnumNameInfo& names, const QString& text)
 {
     QStringList serials;
     for (INT32 value = 0; value < names.GetEnumSize(); ++value)
     {
-        if (names.GetText(kind, value).compare(text, Qt::CaseInsensitive) == 0)
+        if (HasName(names, value, text))
         {
-            serials.append(GetEnumText(names, value));
+            serials.append(KW_FormatEnum(names, value));
         }
     }
     return serials;
@@ -51,7 +62,7 @@ QString GetHint(const CEnumNameInfo& names, const QString& text)
     bool isNumber = false;
     const INT32 number = text.toInt(&isNumber);
     const QStringList nearest = isNumber && names.IsValue(number)
-                                    ? QStringList(GetEnumText(names, number))
+                                    ? QStringList(KW_FormatEnum(names, number))
                                     : GetNearestValues(names, text);
     return nearest.isEmpty()
                ? QStringLiteral("; \"zelctl enum %1\" lists its values").arg(names.GetType())
@@ -59,36 +70,21 @@ QString GetHint(const CEnumNameInfo& names, const QString& text)
 }
 } // namespace
 
-QString GetEnumText(const CEnumNameInfo& names, INT32 value)
-{
-    const QString serial = names.GetSerialName(value);
-    return serial.isEmpty() ? QString::number(value) : serial;
-}
-
 INT32 ReadEnum(const CEnumNameInfo& names, const QString& text, const QString& what)
 {
-    for (const KW_ENUM_NAME kind : kKinds)
+    INT32 value = 0;
+    const KW_ACCEPTANCE code = KW_ParseEnum(names, text, value);
+    if (code == eKW_ACC_AMBIGUOUS_NAME)
     {
-        const auto found =
-            text.isEmpty() ? CEnumNameInfo::t_Conversion{} : names.ConvertName(text, kind);
-        if (!text.isEmpty() && found.match == CEnumNameInfo::eMATCH::One)
-        {
-            return found.value;
-        }
-        if (!text.isEmpty() && found.match == CEnumNameInfo::eMATCH::Several)
-        {
-            throw CFailure(eSTATUS_USAGE,
-                           QStringLiteral("\"%1\" stands for several values of %2%3")
-                               .arg(text, what, DidYouMean(GetValuesWithName(names, text, kind))));
-        }
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("\"%1\" stands for several values of %2%3")
+                           .arg(text, what, DidYouMean(GetValuesWithName(names, text))));
     }
-    bool isNumber = false;
-    const INT32 number = text.toInt(&isNumber);
-    if (isNumber && names.IsValue(number) && names.GetSerialName(number).isEmpty())
+    if (!KW_IsAccepted(code))
     {
-        return number;
+        throw CFailure(
+            eSTATUS_USAGE,
+            QStringLiteral("%1 has no value \"%2\"%3").arg(what, text, GetHint(names, text)));
     }
-    throw CFailure(
-        eSTATUS_USAGE,
-        QStringLiteral("%1 has no value \"%2\"%3").arg(what, text, GetHint(names, text)));
+    return value;
 }

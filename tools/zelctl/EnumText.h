@@ -2,15 +2,12 @@
 #pragma once
 
 #include "EnumNameInfo.h"
+#include "KWTexts.h"
 
 #include <QString>
 
-/** How a value is called in files and answers: its serial name, or its number where it has none. */
-QString GetEnumText(const CEnumNameInfo& names, INT32 value);
-
-/** The value that a serial, remote or display name stands for, tried in this order and without
-    regard to case. A value without names is called by its number. Any other text ends in a failure
-    that names the quantity as `what` and the names that are near. */
+/** As KW_ParseEnum. A text that stands for no value, or for several, ends in a failure that names
+    the quantity as `what` and the names that are near. */
 INT32 ReadEnum(const CEnumNameInfo& names, const QString& text, const QString& what);
 
 template <typename T>
@@ -22,5 +19,5 @@ T ReadEnum(const QString& text, const QString& what)
 template <typename T>
 QString GetEnumText(T value)
 {
-    return GetEnumText(GetStaticEnumNameInfo<T>(), value);
+    return KW_FormatEnum(GetStaticEnumNameInfo<T>(), value);
 }

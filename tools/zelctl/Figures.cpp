@@ -23,9 +23,9 @@ void CFigures::AddRow(const QString& name, const QString& shown, const QJsonValu
 
 CFigures& CFigures::Add(const QString& name, double value, KW_UNIT unit)
 {
-    const QString text = ToShortestText(value);
-    AddRow(name, m_session.GetStyle().exact ? ShowExactNumber(text, unit) : ShowNumber(text, unit),
-           ToJsonValue({text, QStringLiteral("double"), unit}), GetUnitText(unit));
+    const QString text = KW_FormatNumber(value, eKW_UNIT_NOT_DEFINED);
+    AddRow(name, KW_FormatNumber(text, unit, m_session.GetStyle().exact),
+           ToJsonValue({text, QStringLiteral("double"), unit}), KW_GetUnitText(unit));
     return *this;
 }
 

@@ -2,6 +2,7 @@
 #include "LineEditor.h"
 
 #include "Completion.h"
+#include "Secrets.h"
 
 #include <QDir>
 #include <iostream>
@@ -158,7 +159,7 @@ std::optional<QString> CLineEditor::Read()
     }
     const QString line = QString::fromUtf8(read, length).trimmed();
     HistEvent event{};
-    if (!line.isEmpty())
+    if (!line.isEmpty() && MayBeKept(m_state->session, line))
     {
         history(m_state->history, &event, H_ENTER, line.toUtf8().constData());
     }

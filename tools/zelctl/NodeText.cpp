@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "NodeText.h"
 
-#include "Briefs.h"
 #include "EnumNameInfo.h"
 #include "EnumText.h"
 #include "Failure.h"
@@ -12,7 +11,6 @@
 #include "ValueText.h"
 
 #include <QJsonArray>
-#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -57,62 +55,19 @@ bool IsNumber(const QString& type)
     return IsDouble(type) || FindInteger(type) != nullptr;
 }
 
-bool IsText(const QString& type)
-{
-    return type == QLatin1String("string") || type == QLatin1String("filepath");
-}
-
-QString Quoted(const QString& text)
-{
-    QString shown = text;
-    shown.replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    return QLatin1Char('"') + shown + QLatin1Char('"');
-}
-
-QString ReadInteger(const t_IntegerType& type, const t_Decimal& number, const QString& path)
-{
-    if (!number.IsWhole())
-    {
-        throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 takes whole numbers (%2), not %3")
-                                          .arg(path, QLatin1String(type.name), number.ToText()));
-    }
-    // An exponent is no whole number to the library, and forty digits are beyond every type.
-    constexpr int kMostZeros = 40;
-    t_Decimal whole = number;
-    whole.exponent = std::min(whole.exponent, kMostZeros);
-    return whole.ToPlainText();
-}
-
-/** Hexadecimal digits behind "0x" as decimal text; nothing for any other text. */
-QString FromHexadecimal(const QString& written)
-{
-    static const QRegularExpression form(QStringLiteral("^\\s*0[xX]([0-9A-Fa-f]+)\\s*$"));
-    const QRegularExpressionMatch match = form.match(written);
-    if (!match.hasMatch())
-    {
-        return QString();
-    }
-    bool fits = false;
-    const qulonglong value = match.captured(1).toULongLong(&fits, 16);
-    // What 64 bits can not hold is above every maximum: the next number says so.
-    return fits ? QString::number(value) : QStringLiteral("18446744073709551616");
-}
-
-QString ReadNumberText(const IDbProperty& property, const QString& written)
+/** What the property would have read, for a text that it could not. */
+CFailure NotRead(const IDbProperty& property, const QString& written)
 {
     const QString path = property.GetPath();
-    const t_IntegerType* const integer = FindInteger(property.GetTypeName());
-    if (integer == nullptr)
+    const QString shown = KW_IsSecret(property) ? KW_GetSecretText() : written;
+    QString number;
+    if (KW_IsAccepted(KW_ParseNumber(written, property.GetUnitCode(), number)))
     {
-        const QString special = written.trimmed().toLower();
-        const bool isSpecial = special == QLatin1String("nan") || special == QLatin1String("inf") ||
-                               special == QLatin1String("-inf");
-        return isSpecial ? special : ReadNumber(written, property.GetUnitCode(), path).ToText();
+        return {eSTATUS_USAGE,
+                QStringLiteral("%1 takes whole numbers (%2), not %3")
+                    .arg(path, property.GetTypeName(), KW_IsSecret(property) ? shown : number)};
     }
-    const QString hexadecimal = FromHexadecimal(written);
-    return hexadecimal.isEmpty()
-               ? ReadInteger(*integer, ReadNumber(written, property.GetUnitCode(), path), path)
-               : hexadecimal;
+    return NoNumber(shown, property.GetUnitCode(), path);
 }
 
 QString DescribeRange(const IDbProperty& property, bool exact)
@@ -197,26 +152,13 @@ QJsonArray ToJsonArray(const QStringList& texts)
     return QJsonArray::fromStringList(texts);
 }
 
-/** The model's sentence about a property; empty where it has none. */
-QString GetBrief(const QString& path)
-{
-    static const QRegularExpression item(QStringLiteral("\\[[^]]*\\]"));
-    const QByteArray place = QString(path).replace(item, QStringLiteral("[n]")).toUtf8();
-    const auto& briefs = GetBriefs();
-    const auto found = std::lower_bound(briefs.begin(), briefs.end(), place,
-                                        [](const t_Brief& brief, const QByteArray& wanted)
-                                        { return wanted > brief.path; });
-    return found != briefs.end() && place == found->path ? QString::fromUtf8(found->text)
-                                                         : QString();
-}
-
 void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
 {
     const t_ShownValue value = GetShownValue(property);
     json[QStringLiteral("type")] = value.type;
     json[QStringLiteral("value")] = ToJsonValue(value);
-    json[QStringLiteral("text")] = value.text;
-    json[QStringLiteral("unit")] = GetUnitText(value.unit);
+    json[QStringLiteral("text")] = value.secret ? KW_GetSecretText() : value.text;
+    json[QStringLiteral("unit")] = KW_GetUnitText(value.unit);
     json[QStringLiteral("result")] = property.GetObjectType() == eOBJECTTYPE_RESULT;
     json[QStringLiteral("valid")] = property.GetValidity() == eKW_VALIDITY_VALID;
     if (!full)
@@ -226,7 +168,7 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
     const auto other = [&](const QString& text) {
         return text.isEmpty() ? QJsonValue() : ToJsonValue({text, value.type, value.unit});
     };
-    json[QStringLiteral("meaning")] = GetBrief(property.GetPath());
+    json[QStringLiteral("meaning")] = KW_GetMeaning(property);
     json[QStringLiteral("default")] =
         ToJsonValue({property.GetDefaultText(), value.type, value.unit});
     json[QStringLiteral("minimum")] = other(property.GetMinText());
@@ -251,42 +193,18 @@ QString DescribeFiles(INT32 saveRecall)
 
 } // namespace
 
-t_ShownValue GetShownValue(const IDbProperty& property)
-{
-    return {property.GetText(), property.GetTypeName(), property.GetUnitCode()};
-}
-
-QString ShowValue(const t_ShownValue& value, bool exact)
-{
-    if (IsNumber(value.type))
-    {
-        return exact ? ShowExactNumber(value.text, value.unit) : ShowNumber(value.text, value.unit);
-    }
-    if (value.type == QLatin1String("blob") && !exact)
-    {
-        return QStringLiteral("%1 bytes").arg(QByteArray::fromBase64(value.text.toLatin1()).size());
-    }
-    return IsText(value.type) || value.text.isEmpty() ? Quoted(value.text) : value.text;
-}
-
 QString ReadValue(const IDbProperty& property, const QString& written)
 {
-    const QString type = property.GetTypeName();
-    if (IsNumber(type))
-    {
-        return ReadNumberText(property, written);
-    }
     if (const CEnumNameInfo* const names = property.GetEnumNameInfo())
     {
-        return GetEnumText(*names, ReadEnum(*names, written, property.GetPath()));
+        return KW_FormatEnum(*names, ReadEnum(*names, written, property.GetPath()));
     }
-    if (type == QLatin1String("bitpattern"))
+    QString text;
+    if (!KW_IsAccepted(KW_ParseValue(property, written, text)))
     {
-        QString pattern = written.toUpper();
-        pattern.remove(QLatin1Char(' ')).remove(QLatin1Char('_'));
-        return pattern;
+        throw NotRead(property, written);
     }
-    return written;
+    return text;
 }
 
 QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exact)
@@ -373,7 +291,7 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
     {
         selectable.append(shown(text));
     }
-    row("meaning", GetBrief(property.GetPath()));
+    row("meaning", KW_GetMeaning(property));
     row("value", ShowValue(value, exact));
     row("default", shown(property.GetDefaultText()));
     row("minimum", shown(property.GetMinText()));
@@ -381,7 +299,7 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
     row("step", shown(property.GetStepText()));
     row("selectable", selectable.join(QLatin1String(", ")));
     row("type", value.type);
-    row("unit", GetUnitText(value.unit));
+    row("unit", KW_GetUnitText(value.unit));
     row("state", DescribeState(property));
     row("saved in", DescribeFiles(property.GetSaveRecallType()));
     return QStringList(property.GetPath()) + table.GetLines(0);
@@ -389,6 +307,10 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
 
 QJsonValue ToJsonValue(const t_ShownValue& value)
 {
+    if (value.secret)
+    {
+        return KW_GetSecretText();
+    }
     constexpr double kLargestExact = 9007199254740992.0;
     bool isNumber = false;
     const double number = IsNumber(value.type) ? value.text.toDouble(&isNumber) : 0.0;

@@ -2,26 +2,24 @@
 #pragma once
 
 #include "IDbObject.h"
+#include "KWTexts.h"
 
 #include <QJsonObject>
 #include <QString>
 
-/** A value of a property with what it takes to show it. */
-struct t_ShownValue
+using t_ShownValue = KW_ValueText;
+
+inline t_ShownValue GetShownValue(const IDbProperty& property)
 {
-    QString text; ///< as IDbProperty::GetText
-    QString type; ///< as IDbProperty::GetTypeName
-    KW_UNIT unit;
-};
+    return KW_GetValueText(property);
+}
 
-t_ShownValue GetShownValue(const IDbProperty& property);
+inline QString ShowValue(const t_ShownValue& value, bool exact)
+{
+    return KW_FormatValue(value, exact);
+}
 
-/** A value for a reader: numbers with prefix and unit, or in full with `exact`; texts in quotes;
-    byte blocks by their size, or in full with `exact`. */
-QString ShowValue(const t_ShownValue& value, bool exact);
-
-/** The property's text for a value that a user wrote: numbers with prefixes and units,
-    enumerations by any of their names, patterns with blanks. Fails for what can not be meant. */
+/** As KW_ParseValue; fails for what can not be meant, with what could be. */
 QString ReadValue(const IDbProperty& property, const QString& written);
 
 /** What the property would have taken, for a refused write; empty where the code says it all. */

@@ -3,6 +3,7 @@
 
 #include "AcceptanceNames.h"
 #include "CommandLine.h"
+#include "Secrets.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -123,7 +124,7 @@ void ExecuteScriptLine(CSession& session, const QString& line)
     }
     if (!session.GetStyle().json && words.front() != "echo")
     {
-        session.GetOutput().Line(QStringLiteral("> ") + line.trimmed());
+        session.GetOutput().Line(QStringLiteral("> ") + WithoutSecrets(session, line.trimmed()));
     }
     const t_Answer answer = ExecuteWords(session, words);
     if (answer.status != eSTATUS_OK)

@@ -177,7 +177,7 @@ QJsonValue GetJsonSide(const t_NodeState& state, eCHANGE kind)
     case eCHANGE::Selectable:
         return QJsonArray::fromStringList(state.selectable);
     case eCHANGE::Unit:
-        return GetUnitText(state.value.unit);
+        return KW_GetUnitText(state.value.unit);
     case eCHANGE::Validity:
         return state.isValid;
     case eCHANGE::Availability:
@@ -240,7 +240,8 @@ QString ShowChange(const t_Change& change, bool exact)
         return path + QStringLiteral(" selectable: ") + DescribeSelection(change, exact);
     case eCHANGE::Unit:
         return QStringLiteral("%1 unit: %2 → %3")
-            .arg(path, GetUnitText(change.before.value.unit), GetUnitText(change.after.value.unit));
+            .arg(path, KW_GetUnitText(change.before.value.unit),
+                 KW_GetUnitText(change.after.value.unit));
     case eCHANGE::Validity:
         return path + (change.after.isValid ? QStringLiteral(": now valid")
                                             : QStringLiteral(": now invalid"));
@@ -267,7 +268,7 @@ QJsonObject ToJson(const t_Change& change)
     {
         json[QStringLiteral("old")] = GetJsonSide(change.before, change.kind);
         json[QStringLiteral("new")] = GetJsonSide(change.after, change.kind);
-        json[QStringLiteral("unit")] = GetUnitText(change.after.value.unit);
+        json[QStringLiteral("unit")] = KW_GetUnitText(change.after.value.unit);
     }
     return json;
 }

@@ -221,6 +221,8 @@ _PROPERTIES = [
      ["result 'P' can not be confirmed: no client writes it"]),
     ("save out of range", f'{{ {_P}type = "int32", save = 3 }}',
      ["'save' must be a whole number of 0 to 2"]),
+    ("secret in the user's settings", f'{{ {_P}type = "string", secret = true }}',
+     ["a secret can not be saved with the user's settings, only with save = 2 or 0"]),
     ("duplicate property", f'{{ {_P}type = "blob" }}, {{ {_P}type = "blob" }}',
      ["duplicate name 'P' in Top, first at groups/G.toml:4"]),
 ]

@@ -48,11 +48,15 @@ class OutputTest(unittest.TestCase):
     def test_removed_container_leaves_its_class_behind(self) -> None:
         own = self.workspace.out / "src/PgOwn.h"
         own.write_text("// written by hand\n", encoding="utf-8")
+        lost = self.workspace.out / "elsewhere" / "Lost.cpp"
+        lost.parent.mkdir()
+        lost.write_text("// Generated from the model\n", encoding="utf-8")
         self.workspace.replace("groups/Demo.toml", 'map = true, pattern = "Label%1", max = 100',
                                "array = 2")
         self._rewritten()
         self.assertFalse((self.workspace.out / "src/PgmLabel.h").exists())
         self.assertTrue((self.workspace.out / "src/PgaLabel.h").exists())
+        self.assertFalse(lost.exists(), "a folder that no emitter writes to any more")
         self.assertTrue(own.exists(), "a file of other origin was removed")
 
     def test_listed_outputs_are_not_the_written_ones(self) -> None:

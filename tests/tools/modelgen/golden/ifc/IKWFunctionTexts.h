@@ -15,6 +15,8 @@ public:
     ~IKWFunctionTexts() override;
     /** Title. Range: at most 20 characters. Default: "a "b" µ". */
     virtual std::shared_ptr<IKWStringProperty> GetPrTitle() const = 0;
+    /** Secret: Phrase. */
+    virtual std::shared_ptr<IKWStringProperty> GetPrPhrase() const = 0;
     /** Choice. Values: "one", "two". Default: "one". */
     virtual std::shared_ptr<IKWStringProperty> GetPrChoice() const = 0;
     /** Block. */

@@ -138,6 +138,14 @@ std::shared_ptr<IKWFunctionDemo> CPgDemoBase::GetFIMPointer()
     return FIMPointer<IKWFunctionDemo>();
 }
 
+const char* CPgDemoBase::Meanings()
+{
+    return "Root of the demonstration.\0"
+           "A switch with the frame's default.\0"
+           "Sets the defaults\0"
+           "Stops the acquisition.\0";
+}
+
 IKWFunctionChannel::~IKWFunctionChannel() = default;
 
 CPgChannel::CPgChannel()
@@ -208,6 +216,22 @@ std::shared_ptr<IKWFunctionChannel> CPgChannel::GetFIMPointer()
     return FIMPointer<IKWFunctionChannel>();
 }
 
+const char* CPgChannel::Meanings()
+{
+    return "One input.\0"
+           "Time per division\0"
+           "Gain.\0"
+           "Rate.\0"
+           "Mask.\0"
+           "Small.\0"
+           "Word.\0"
+           "Count.\0"
+           "Long.\0"
+           "Ticks.\0"
+           "Last reading.\0"
+           "A result that files carry.\0";
+}
+
 IKWFunctionLabel::~IKWFunctionLabel() = default;
 
 CPgLabel::CPgLabel()
@@ -227,4 +251,10 @@ std::unique_ptr<IKWFunctionBase> CPgLabel::CreateFIM()
 std::shared_ptr<IKWFunctionLabel> CPgLabel::GetFIMPointer()
 {
     return FIMPointer<IKWFunctionLabel>();
+}
+
+const char* CPgLabel::Meanings()
+{
+    return "A named item.\0"
+           "Key of the item.\0";
 }

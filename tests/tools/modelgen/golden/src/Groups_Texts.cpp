@@ -14,6 +14,10 @@ public:
     {
         return m_node.GetPrTitle()->GetFIMPointer();
     }
+    std::shared_ptr<IKWStringProperty> GetPrPhrase() const override
+    {
+        return m_node.GetPrPhrase()->GetFIMPointer();
+    }
     std::shared_ptr<IKWStringProperty> GetPrChoice() const override
     {
         return m_node.GetPrChoice()->GetFIMPointer();
@@ -41,11 +45,14 @@ IKWFunctionTexts::~IKWFunctionTexts() = default;
 
 CPgTexts::CPgTexts()
 {
-    SetPropertyListSize(6);
+    SetPropertyListSize(7);
     AddPropertyToList(m_pTitle = new CDbPropString, QStringLiteral("Title"));
     m_pTitle->DeclareMaxLength(20);
     m_pTitle->DbSetDefault(QStringLiteral("a \"b\" µ"));
     SetSaveRecallType(m_pTitle, 1, true);
+    AddPropertyToList(m_pPhrase = new CDbPropString, QStringLiteral("Phrase"));
+    m_pPhrase->DeclareSecret();
+    SetSaveRecallType(m_pPhrase, 2, true);
     AddPropertyToList(m_pChoice = new CDbPropString, QStringLiteral("Choice"));
     m_pChoice->DeclareValueList({QStringLiteral("one"), QStringLiteral("two")});
     m_pChoice->DbSetDefault(QStringLiteral("one"));
@@ -77,4 +84,16 @@ std::unique_ptr<IKWFunctionBase> CPgTexts::CreateFIM()
 std::shared_ptr<IKWFunctionTexts> CPgTexts::GetFIMPointer()
 {
     return FIMPointer<IKWFunctionTexts>();
+}
+
+const char* CPgTexts::Meanings()
+{
+    return "All kinds of texts; the name | pipe is part of this.\0"
+           "Title.\0"
+           "Phrase.\0"
+           "Choice.\0"
+           "Block.\0"
+           "Pattern.\0"
+           "File.\0"
+           "Link.\0";
 }

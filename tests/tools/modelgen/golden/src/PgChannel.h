@@ -19,6 +19,8 @@ public:
     ~CPgChannel() override;
 
     std::shared_ptr<IKWFunctionChannel> GetFIMPointer();
+    const char* GetMeanings() const override { return Meanings(); }
+    static const char* Meanings();
 
     /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
     CDbPropNum<double>* GetPrScale() const { return m_pScale; }

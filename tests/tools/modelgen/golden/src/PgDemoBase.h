@@ -22,6 +22,8 @@ public:
     ~CPgDemoBase() override;
 
     std::shared_ptr<IKWFunctionDemo> GetFIMPointer();
+    const char* GetMeanings() const override { return Meanings(); }
+    static const char* Meanings();
 
     /** A switch with the frame's default. Default: Off. */
     CDbPropEnum<KW_ONOFF>* GetPrState() const { return m_pState; }

@@ -17,6 +17,8 @@ public:
     ~CPgLabel() override;
 
     std::shared_ptr<IKWFunctionLabel> GetFIMPointer();
+    const char* GetMeanings() const override { return Meanings(); }
+    static const char* Meanings();
 
     /** Key of the item. Default: 0. */
     CDbPropNum<INT32>* GetPrKey() const { return m_pKey; }

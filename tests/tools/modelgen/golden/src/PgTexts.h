@@ -19,9 +19,13 @@ public:
     ~CPgTexts() override;
 
     std::shared_ptr<IKWFunctionTexts> GetFIMPointer();
+    const char* GetMeanings() const override { return Meanings(); }
+    static const char* Meanings();
 
     /** Title. Range: at most 20 characters. Default: "a "b" µ". */
     CDbPropString* GetPrTitle() const { return m_pTitle; }
+    /** Secret: Phrase. */
+    CDbPropString* GetPrPhrase() const { return m_pPhrase; }
     /** Choice. Values: "one", "two". Default: "one". */
     CDbPropString* GetPrChoice() const { return m_pChoice; }
     /** Block. */
@@ -37,6 +41,7 @@ protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
     CDbPropString* m_pTitle;
+    CDbPropString* m_pPhrase;
     CDbPropString* m_pChoice;
     CDbPropBlob* m_pBlock;
     CDbPropBitPattern* m_pPattern;

@@ -3,7 +3,6 @@
 
 #include <QRegularExpression>
 #include <algorithm>
-#include <charconv>
 
 namespace
 {
@@ -105,11 +104,4 @@ std::optional<t_Decimal> ReadDecimal(const QString& text)
                       static_cast<int>(match.captured(3).size());
     Normalise(number);
     return number;
-}
-
-QString ToShortestText(double value)
-{
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof(text), value).ptr;
-    return QString::fromLatin1(text, static_cast<int>(end - text));
 }

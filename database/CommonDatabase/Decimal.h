@@ -27,6 +27,3 @@ struct t_Decimal
 
 /** Digits with an optional sign, point and exponent; nothing for any other text. */
 std::optional<t_Decimal> ReadDecimal(const QString& text);
-
-/** The shortest text that reads back to the same value; "inf" and "nan" as such. */
-QString ToShortestText(double value);
