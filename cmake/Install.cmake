@@ -12,11 +12,17 @@ install(TARGETS KWIFunctionZEL EXPORT KWIFunctionZELTargets
                 COMPONENT Library NAMELINK_COMPONENT Development)
 install(DIRECTORY ifc/ ${KWI_GENERATED_DIR}/ifc/ DESTINATION ${installedHeaders}
         COMPONENT Development FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL_DOCDIR}
+# Placed to each other as in the source, so that links from one to the other hold.
+install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs
         COMPONENT Documents)
-install(DIRECTORY docs/settings/couplings DESTINATION ${CMAKE_INSTALL_DOCDIR}/settings
+install(DIRECTORY docs/settings/couplings DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs/settings
         COMPONENT Documents FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
-install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
+file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
+install(DIRECTORY docs/guides DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)
+install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        COMPONENT Documents)
 
 install(EXPORT KWIFunctionZELTargets NAMESPACE KWIFunctionZEL:: DESTINATION ${packageDir}
         COMPONENT Development)
@@ -41,6 +47,8 @@ if(TARGET zelctl)
          ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(zelctl PROPERTIES INSTALL_RPATH "\$ORIGIN/${libraryFromProgram}")
     install(TARGETS zelctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+    install(FILES tools/zelctl/zelctl.bash RENAME zelctl COMPONENT Tools
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
     if(NOT KWI_DEBIAN_PACKAGES) # they compress it
         install(FILES docs/zelctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
     endif()

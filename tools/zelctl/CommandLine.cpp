@@ -58,14 +58,19 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place)
     m_app.set_help_flag("-h,--help", "Show this help");
     m_app.add_flag("--json", m_style.json, "Answer with one JSON document per command");
     m_app.add_flag("--exact", m_style.exact, "Show numbers in full, without prefixes");
-    AddTreeCommand(m_app, m_run);
+    AddTreeCommands(m_app, m_run);
     AddPropertyCommands(m_app, m_run);
+    AddResetCommands(m_app, m_run);
     AddEnumCommand(m_app, m_run);
     AddFileCommands(m_app, m_run);
     AddEditCommands(m_app, m_run);
     AddCouplingCommands(m_app, m_run);
     AddCalcCommand(m_app, m_run);
-    if (place == ePLACE::Session)
+    if (place == ePLACE::Process)
+    {
+        AddCompleteCommand(m_app, m_run);
+    }
+    else
     {
         AddSessionCommands(m_app, m_run);
     }

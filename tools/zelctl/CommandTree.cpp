@@ -4,6 +4,7 @@
 #include "TreeWalk.h"
 
 #include <QJsonArray>
+#include <algorithm>
 
 namespace
 {
@@ -15,7 +16,30 @@ constexpr char kTreeFooter[] =
     "Examples:\n"
     "  zelctl tree --depth 1               the functions of the instrument\n"
     "  zelctl tree Vertical/Channel[0]     everything about the first channel\n"
-    "  zelctl tree --find bandwidth        every node with \"bandwidth\" in its name";
+    "  zelctl tree --find bandwidth        every node with \"bandwidth\" in its name or meaning";
+
+constexpr char kFindFooter[] =
+    "Shows each node that has all the words in its name or in the sentence that says what it\n"
+    "means, with its path, its value and that sentence. Upper and lower case do not count.\n"
+    "\n"
+    "Examples:\n"
+    "  zelctl find bandwidth\n"
+    "  zelctl find trigger level --in Trigger";
+
+/** Whether a node has each of the words in its name or meaning. */
+bool IsAbout(const IDbObject& node, const QStringList& words)
+{
+    const QString text = GetStep(node) + QLatin1Char('\n') + KW_GetMeaning(node);
+    return std::all_of(words.begin(), words.end(),
+                       [&text](const QString& word)
+                       { return text.contains(word, Qt::CaseInsensitive); });
+}
+
+CFailure NothingFound(const QString& words)
+{
+    return {eSTATUS_REFUSED,
+            QStringLiteral("no node has \"%1\" in its name or meaning").arg(words)};
+}
 
 QString GetTypeText(const IDbObject& node)
 {
@@ -61,8 +85,8 @@ struct t_TreeOptions
             ->check(CLI::PositiveNumber);
         command
             .add_option("-f,--find", find,
-                        "Show only nodes with TEXT in their name, in upper or lower case, with "
-                        "their paths")
+                        "Show only nodes with TEXT in their name or meaning, in upper or lower "
+                        "case, with their paths")
             ->type_name("TEXT");
     }
 
@@ -97,7 +121,7 @@ t_Answer t_TreeOptions::Run(CSession& session) const
     WalkTree(*start, depth,
              [&](const std::shared_ptr<IDbObject>& node, int level)
              {
-                 if (find.empty() || GetStep(*node).contains(ToText(find), Qt::CaseInsensitive))
+                 if (find.empty() || IsAbout(*node, {ToText(find)}))
                  {
                      table.Add(GetRow(*node, level, session.GetStyle().exact));
                      json.append(ToJson(*node, false));
@@ -105,16 +129,66 @@ t_Answer t_TreeOptions::Run(CSession& session) const
              });
     if (json.isEmpty() && !find.empty())
     {
-        throw CFailure(eSTATUS_REFUSED,
-                       QStringLiteral("no node has \"%1\" in its name").arg(ToText(find)));
+        throw NothingFound(ToText(find));
     }
     CReply reply(session, QStringLiteral("tree"));
     reply.Lines(table.GetLines(GetTerminalWidth())).Field("nodes", json);
     return reply.Send();
 }
+
+struct t_FindOptions
+{
+    std::vector<std::string> texts;
+    std::string start;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("text", texts, "Words to look for")->required();
+        command.add_option("--in", start, "Group to look in; everywhere when left out")
+            ->type_name("PATH");
+    }
+
+    t_Answer Run(CSession& session) const;
+};
+
+t_Answer t_FindOptions::Run(CSession& session) const
+{
+    QStringList words;
+    for (const std::string& text : texts)
+    {
+        words += ToText(text).split(QLatin1Char(' '));
+    }
+    CTable table({{2, 14}, {0, 24}});
+    QJsonArray json;
+    WalkTree(*session.FindGroup(ToText(start)), 0,
+             [&](const std::shared_ptr<IDbObject>& node, int)
+             {
+                 if (!IsAbout(*node, words))
+                 {
+                     return;
+                 }
+                 const auto* const property = dynamic_cast<const IDbProperty*>(node.get());
+                 const QString value = property == nullptr ? GetTypeText(*node)
+                                                           : ShowValue(GetShownValue(*property),
+                                                                       session.GetStyle().exact);
+                 table.Add({node->GetPath(), value, KW_GetMeaning(*node)});
+                 QJsonObject found = ToJson(*node, false);
+                 found[QStringLiteral("meaning")] = KW_GetMeaning(*node);
+                 json.append(found);
+             });
+    if (json.isEmpty())
+    {
+        throw NothingFound(words.join(QLatin1Char(' ')));
+    }
+    CReply reply(session, QStringLiteral("find"));
+    reply.Lines(table.GetLines(GetTerminalWidth())).Field("nodes", json);
+    return reply.Send();
+}
 } // namespace
 
-void AddTreeCommand(CLI::App& app, t_Run& run)
+void AddTreeCommands(CLI::App& app, t_Run& run)
 {
     AddCommand<t_TreeOptions>(app, run, "tree", "Show groups, settings and results", kTreeFooter);
+    AddCommand<t_FindOptions>(app, run, "find", "Find nodes by words of their name or meaning",
+                              kFindFooter);
 }

@@ -32,14 +32,19 @@ void AddCommand(CLI::App& app, t_Run& run, const char* name, const char* brief, 
                       { run = [options](CSession& session) { return options->Run(session); }; });
 }
 
-void AddTreeCommand(CLI::App& app, t_Run& run);
+/** "tree" and "find". */
+void AddTreeCommands(CLI::App& app, t_Run& run);
 void AddPropertyCommands(CLI::App& app, t_Run& run);
+/** "reset" and "step". */
+void AddResetCommands(CLI::App& app, t_Run& run);
 void AddEnumCommand(CLI::App& app, t_Run& run);
 void AddFileCommands(CLI::App& app, t_Run& run);
 void AddEditCommands(CLI::App& app, t_Run& run);
 void AddCalcCommand(CLI::App& app, t_Run& run);
 /** "couplings" and "why". */
 void AddCouplingCommands(CLI::App& app, t_Run& run);
+/** "complete", which no help lists. */
+void AddCompleteCommand(CLI::App& app, t_Run& run);
 void AddScriptCommands(CLI::App& app, t_Run& run);
 /** Commands that make sense only where several share one process. */
 void AddSessionCommands(CLI::App& app, t_Run& run);

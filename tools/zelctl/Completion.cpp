@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Completion.h"
 
-#include "CommandLine.h"
 #include "Script.h"
 #include "TreeWalk.h"
 
@@ -84,17 +83,23 @@ QStringList GetSubcommands(const CLI::App& app)
     QStringList names;
     for (const CLI::App* const command : app.get_subcommands(nullptr))
     {
-        names.append(ToText(command->get_name()));
+        if (!command->get_group().empty())
+        {
+            names.append(ToText(command->get_name()));
+        }
     }
     return Ended(names);
 }
 
-QStringList GetCommands(CSession& session)
+QStringList GetCommands(CSession& session, CCommandLine::ePLACE place)
 {
-    CCommandLine line(session, CCommandLine::ePLACE::Session);
+    CCommandLine line(session, place);
     QStringList names = GetSubcommands(line.GetApp());
-    names += Ended({QStringLiteral("echo"), QStringLiteral("expect"), QStringLiteral("help"),
-                    QStringLiteral("quit")});
+    if (place == CCommandLine::ePLACE::Session)
+    {
+        names += Ended({QStringLiteral("echo"), QStringLiteral("expect"), QStringLiteral("help"),
+                        QStringLiteral("quit")});
+    }
     names.sort();
     return names;
 }
@@ -135,15 +140,52 @@ QStringList CompleteCommand(CSession& session, const std::vector<std::string>& w
     return names;
 }
 
-QStringList GetCandidates(CSession& session, std::vector<std::string> words, const QString& word)
+bool TakesFile(const std::string& option)
 {
+    return option == "--load" || option == "--save";
+}
+
+/** Takes away the options of the whole process that stand before the command. True when the next
+    word is the file of one of them. */
+bool SkipOptions(std::vector<std::string>& words)
+{
+    while (!words.empty() && words.front().rfind('-', 0) == 0)
+    {
+        if (TakesFile(words.front()) && words.size() == 1)
+        {
+            return true;
+        }
+        words.erase(words.begin(), words.begin() + (TakesFile(words.front()) ? 2 : 1));
+    }
+    return false;
+}
+
+QStringList GetProcessOptions(CSession& session)
+{
+    CCommandLine line(session, CCommandLine::ePLACE::Process);
+    return GetOptions(line.GetApp()) +
+           Ended({QStringLiteral("--load"), QStringLiteral("--save"), QStringLiteral("--version")});
+}
+
+QStringList GetCandidates(CSession& session, std::vector<std::string> words, const QString& word,
+                          CCommandLine::ePLACE place)
+{
+    if (place == CCommandLine::ePLACE::Process && SkipOptions(words))
+    {
+        return CompleteFile(word);
+    }
+    if (place == CCommandLine::ePLACE::Process && words.empty() &&
+        word.startsWith(QLatin1Char('-')))
+    {
+        return GetProcessOptions(session);
+    }
     if (words.size() >= 2 && words.front() == "expect")
     {
         words.erase(words.begin(), words.begin() + 2);
     }
     if (words.empty() || (words.size() == 1 && words.front() == "help"))
     {
-        return GetCommands(session);
+        return GetCommands(session, place);
     }
     const std::string& command = words.front();
     if (word.startsWith(QLatin1Char('-')))
@@ -164,7 +206,7 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
 }
 } // namespace
 
-t_Completion Complete(CSession& session, const QString& line)
+t_Completion Complete(CSession& session, const QString& line, CCommandLine::ePLACE place)
 {
     t_Completion completion;
     completion.begin = static_cast<int>(line.lastIndexOf(QLatin1Char(' '))) + 1;
@@ -178,7 +220,7 @@ t_Completion Complete(CSession& session, const QString& line)
     {
         return completion;
     }
-    for (const QString& candidate : GetCandidates(session, words, word))
+    for (const QString& candidate : GetCandidates(session, words, word, place))
     {
         if (candidate.startsWith(word, Qt::CaseInsensitive))
         {
@@ -199,4 +241,35 @@ QString GetCommonBeginning(const QStringList& texts)
         }
     }
     return common;
+}
+
+namespace
+{
+/** What the completion of a shell of the system asks; no command for people. */
+struct t_CompleteOptions
+{
+    std::string line;
+
+    void Declare(CLI::App& command)
+    {
+        command.group(""); // hidden
+        command.add_option("line", line, "The line behind \"zelctl\", up to the cursor");
+    }
+
+    t_Answer Run(CSession& session) const
+    {
+        const t_Completion completion =
+            Complete(session, ToText(line), CCommandLine::ePLACE::Process);
+        for (const QString& candidate : completion.candidates)
+        {
+            session.GetOutput().Line(candidate);
+        }
+        return {};
+    }
+};
+} // namespace
+
+void AddCompleteCommand(CLI::App& app, t_Run& run)
+{
+    AddCommand<t_CompleteOptions>(app, run, "complete", "", "");
 }

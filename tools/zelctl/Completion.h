@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Session.h"
+#include "CommandLine.h"
 
 #include <QStringList>
 
@@ -12,8 +12,9 @@ struct t_Completion
     QStringList candidates; ///< whole words; one that can not go on ends in a blank
 };
 
-/** Completes commands, options, paths, values of properties, enumeration types and file names. */
-t_Completion Complete(CSession& session, const QString& line);
+/** Completes commands, options, paths, values of properties and file names. */
+t_Completion Complete(CSession& session, const QString& line,
+                      CCommandLine::ePLACE place = CCommandLine::ePLACE::Session);
 
 /** Longest beginning that all texts share. */
 QString GetCommonBeginning(const QStringList& texts);

@@ -9,7 +9,7 @@ import tempfile
 import time
 import unittest
 
-from support import ZELCTL
+from support import PROJECT, ZELCTL
 
 PROMPT = "zel> "
 UP = "\x1b[A"
@@ -101,6 +101,35 @@ class Shell(unittest.TestCase):
         second.type("\n")
         second.wait_for("100 ns/div")
         second.quit()
+
+    def test_history_keeps_a_secret(self):
+        terminal = Terminal(self, self.home.name)
+        for line in ['set Setup/Wireless/WirelessClient/Passphrase hunter2',
+                     'set "setup/wireless/WirelessClient/Pasphrase" "hunter2',
+                     'get Setup/Wireless/WirelessClient/Passphrase']:
+            terminal.type(line + "\n")
+            terminal.wait_for(PROMPT)
+        terminal.quit()
+        with open(os.path.join(self.home.name, ".local/state/zelctl/history"),
+                  encoding="utf-8") as file:
+            kept = file.read()
+        self.assertIn("Passphrase", kept)
+        self.assertNotIn("hunter2", kept)
+
+    def test_bash_completes_otherwise_than_zelctl(self):
+        script = """source "$1/tools/zelctl/zelctl.bash"
+            COMP_LINE=$3 COMP_POINT=${#3} COMP_WORDS=("$2")
+            _zelctl; printf '%s|' "${COMPREPLY[@]}" """
+        for typed, wanted in [("zelctl re", "recall |remove |rename |reset |"),
+                              ("zelctl --load x.xml get Zoo", "Zoom/|"),
+                              ("zelctl get Vertical/Chan", "Vertical/Channel[|"),
+                              ("zelctl set Trigger/Type run", "RUNT |"),
+                              ("zelctl step --tr", "--trace |"),
+                              ("zelctl nonsen", "|")]:
+            with self.subTest(typed):
+                done = subprocess.run(["bash", "-c", script, "bash", PROJECT, ZELCTL, typed],
+                                      capture_output=True, text=True, timeout=60, check=False)
+                self.assertEqual((done.stdout, done.stderr), (wanted, ""))
 
     def test_shell_needs_a_home(self):
         terminal = Terminal(self, "/proc/nowhere")
