@@ -45,8 +45,8 @@ kwi_compress(docs/zelctl.1 zelctl.1.gz)
 install(FILES ${CMAKE_BINARY_DIR}/packages/zelctl.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT Tools)
 kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuring instrument
-Every setting of libKWIFunctionZEL with type, unit, limits and default, as
-Markdown.")
+Every setting of libKWIFunctionZEL with type, unit, limits and default, guides
+and examples, as Markdown and source.")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_VERBATIM_VARIABLES ON)

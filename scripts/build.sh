@@ -22,9 +22,22 @@ build() {
     cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" "$@" </dev/null
 }
 
-# A terminal shows the progress, a log only what is wrong.
+# Passes on what is wrong, and each tenth of a work that takes its time.
+thin_out() {
+    awk '$1 == "@step" {
+             if ($3 >= 20 && int(10 * $2 / $3) > tenths) {
+                 tenths = int(10 * $2 / $3)
+                 printf "build: %d of %d steps\n", $2, $3
+                 fflush()
+             }
+             next
+         }
+         $0 != "ninja: no work to do." { print; fflush() }'
+}
+
+# A terminal shows each step, a log how far it is.
 if [ -t 1 ]; then
     build
 else
-    build -- --quiet | { grep -vxF 'ninja: no work to do.' || true; }
+    NINJA_STATUS='@step %f %t ' build | thin_out
 fi

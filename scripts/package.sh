@@ -41,7 +41,8 @@ content() {
     dpkg-deb --fsys-tarfile "$(package "$1")" | tar -t | grep -v '/$' |
         sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" \
             -e '/^share\/doc\/[^/]*\/(copyright|changelog(\.Debian)?\.gz)$/d' \
-            -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' |
+            -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' \
+            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's|(KWIFunctionZEL/examples/).*|\1*|' |
         LC_ALL=C sort -u
 }
 
@@ -79,6 +80,7 @@ version=$(dpkg-deb --field "$(package zelctl)" Version)
 upstream=${version%-*}
 major=${upstream%%.*}
 runtime=libkwifunctionzel$major
+documents=share/doc/KWIFunctionZEL
 library=libKWIFunctionZEL.so
 
 recorded=$(dpkg-parsechangelog -l docs/changelog.Debian -S Version)
@@ -91,10 +93,11 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELConfigVersion.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets-release.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets.cmake \
 lib/$library lib/pkgconfig/KWIFunctionZEL.pc"
-check_content zelctl "bin/zelctl share/man/man1/zelctl.1.gz"
+check_content zelctl "bin/zelctl share/bash-completion/completions/zelctl share/man/man1/zelctl.1.gz"
 check_content libkwifunctionzel-doc \
-    "share/doc/KWIFunctionZEL/LICENSE share/doc/KWIFunctionZEL/README.md share/doc/KWIFunctionZEL/settings/*.md \
-share/doc/KWIFunctionZEL/settings/*.svg"
+    "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
+$documents/docs/guides/*.md $documents/docs/settings/*.md $documents/docs/settings/*.svg \
+$documents/examples/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"
@@ -108,6 +111,7 @@ for name in "$runtime" libkwifunctionzel-dev zelctl libkwifunctionzel-doc; do
     dpkg-deb --extract "$(package "$name")" "$unpacked"
 done
 LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelctl" --version
+python3 -B scripts/check-links.py "$unpacked/usr/$documents" || fail "a document links to nowhere"
 check_client
 cd "$packages"
 sha256sum -- *.deb

@@ -12,6 +12,7 @@
 #include "IKWFunctionZEL.h"
 #include "KWBrackets.h"
 #include "KWErrorReport.h"
+#include "KWTexts.h"
 
 #include <atomic>
 #include <cstdio>
@@ -72,6 +73,51 @@ void WalkArrayAndMap(const std::shared_ptr<IKWFunctionZEL>& root)
     labels->Insert("Engine");
     labels->GetItem("Engine")->GetPrIdentifier()->Set(0x123);
     std::printf("%d label, \"%s\"\n", labels->GetCount(), qPrintable(labels->GetNames().front()));
+}
+
+/** Shows what differs from the defaults, in the order of settings files. */
+void ShowChanged(IDbGroup& group)
+{
+    for (INT32 i = 0; i < group.GetPropertyCount(); ++i)
+    {
+        const auto property = group.GetProperty(i);
+        if (property->GetObjectType() == eOBJECTTYPE_SETTING &&
+            property->GetText() != property->GetDefaultText())
+        {
+            std::printf("%s = %s\n", qPrintable(property->GetPath()),
+                        qPrintable(KW_FormatValue(KW_GetValueText(*property))));
+        }
+    }
+    for (INT32 i = 0; i < group.GetGroupCount(); ++i)
+    {
+        ShowChanged(*group.GetGroup(i));
+    }
+    // Items of an array or map are not among its child groups.
+    const IDbContainer* const container = group.AsContainer();
+    for (INT32 i = 0; container != nullptr && i < container->GetCount(); ++i)
+    {
+        ShowChanged(*container->GetItemByPosition(i));
+    }
+}
+
+void FindByPath(const std::shared_ptr<IKWFunctionZEL>& root)
+{
+    const std::shared_ptr<IDbGroup> top = root->GetDbObject();
+    const auto scale =
+        std::dynamic_pointer_cast<IDbProperty>(top->Find("Vertical/Channel[1]/Scale"));
+
+    QString text;
+    KW_ACCEPTANCE code = KW_ParseValue(*scale, "200 mV/div", text);
+    if (KW_IsAccepted(code))
+    {
+        code = scale->SetText(text);
+    }
+    std::printf("code %u, %s\n", code, qPrintable(KW_GetMeaning(*scale)));
+
+    // The same node as a typed handle.
+    const auto number = std::dynamic_pointer_cast<IKWNumericProperty<double>>(scale->GetHandle());
+    std::printf("%g, %s\n", number->Get(), qPrintable(KW_GetUnitText(number->GetUnit())));
+    ShowChanged(*std::dynamic_pointer_cast<IDbGroup>(top->Find("Horizontal")));
 }
 
 void PollForChanges(const std::shared_ptr<IKWFunctionZEL>& root)
@@ -172,6 +218,7 @@ int main()
     MeetLimits(root);
     ChooseFromEnumeration(root);
     WalkArrayAndMap(root);
+    FindByPath(root);
     PollForChanges(root);
     UseBrackets(root);
     WriteInOneStep(root);
