@@ -52,7 +52,8 @@ public:
     virtual QString GetTypeName() const = 0;
 
     /** The value: numbers as the shortest decimal text that reads back to the same value, serial
-        names of enumerations, texts as they are, byte blocks in base 64, references as paths. */
+        names of enumerations, texts as they are, byte blocks in base 64, references as paths. A
+        secret is answered too (KW_IsSecret): show what KW_FormatValue makes of it. */
     virtual QString GetText() const = 0;
     /** A client write of a value given as text. Enumerations take serial and remote names. Text
         that can not be read is refused with eKW_ACC_BAD_TEXT or eKW_ACC_UNKNOWN_VALUE; otherwise

@@ -88,7 +88,7 @@ public:
     std::shared_ptr<IKWPropertyBase> GetHandle() override;
     std::shared_ptr<IDbProperty> ShareProperty();
 
-    /** The handle, made on the first call and kept. */
+    /** The handle (LazyHandle.h), made on the first call and kept. */
     IKWPropertyBase* EnsureFIM();
 
     QString GetXMLElementName() const override;

@@ -81,7 +81,8 @@ public:
                                 const QString& newName);
     virtual void OnItemRenamed(CDbContainerBase* container, const QString& oldName,
                                const QString& newName);
-    /** After the handles of this subtree exist. Overriders call the base, which goes down. */
+    /** After the handles (FIM, LazyHandle.h) of this subtree exist. Overriders call the base, which
+     * goes down. */
     virtual void OnFIMCreated();
     /** After the whole tree exists; dependencies are registered here. As above. */
     virtual void OnTreeCreated();
@@ -102,7 +103,7 @@ public:
     std::shared_ptr<IKWFunctionBase> GetHandle() override;
     std::shared_ptr<IDbGroup> ShareGroup();
 
-    /** The handle, made on the first call and kept. */
+    /** The handle (LazyHandle.h), made on the first call and kept. */
     IKWFunctionBase* EnsureFIM();
     /** The second handle of a group that is an item of a map: kept here, so that it lives as long
         as the item, and made by the map. */

@@ -5,8 +5,9 @@
 
 #include <atomic>
 
-/** The handle of a node: made when it is first asked for, by whichever thread; lives as long as the
-    node, so that clients may keep what they got. */
+/** The handle of a node, in names of the frame its FIM, the function interface of the model: what
+    clients hold instead of the node (GetFIMPointer). Made when it is first asked for, by whichever
+    thread; lives as long as the node, so that clients may keep what they got. */
 template <typename T>
 class CLazyHandle
 {
