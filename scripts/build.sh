@@ -19,7 +19,7 @@ if ! cmake --preset "$preset" "${options[@]}" </dev/null >"$log" 2>&1; then
 fi
 
 build() {
-    cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" "$@" </dev/null
+    cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" </dev/null
 }
 
 # Passes on what is wrong, and each tenth of a work that takes its time.

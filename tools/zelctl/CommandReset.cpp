@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AcceptanceNames.h"
 #include "Commands.h"
-#include "KWBrackets.h"
 #include "NodeText.h"
 #include "PropertyWrite.h"
 #include "Trace.h"
@@ -90,28 +88,29 @@ KW_ACCEPTANCE ResetAll(IDbGroup& group)
     return moved.empty() ? eKW_ACC_OK : eKW_ACC_WARNING;
 }
 
+/** One step for undo, unless one is open already. */
+KW_ACCEPTANCE ResetInOneStep(CSession& session, IDbGroup& group, const QString& request)
+{
+    if (session.IsInTransaction())
+    {
+        return ResetAll(group);
+    }
+    session.Begin(request);
+    const KW_ACCEPTANCE code = ResetAll(group);
+    session.End(KW_IsAccepted(code));
+    return code;
+}
+
 t_Answer ResetGroup(CSession& session, IDbGroup& group, bool trace)
 {
-    const QString name = group.GetPath().isEmpty() ? QStringLiteral(".") : group.GetPath();
-    const QString request = QStringLiteral("reset ") + name;
-    const std::size_t before = GetMoved(group).size();
+    const QString request = QStringLiteral("reset ") +
+                            (group.GetPath().isEmpty() ? QStringLiteral(".") : group.GetPath());
+    const std::size_t count = GetMoved(group).size();
     const CTrace tracing(session, trace);
-    KW_ACCEPTANCE code = eKW_ACC_OK;
-    {
-        const bool isOwnStep = !session.IsInTransaction();
-        if (isOwnStep)
-        {
-            session.Begin(request);
-        }
-        code = ResetAll(group);
-        if (isOwnStep)
-        {
-            session.End(KW_IsAccepted(code));
-        }
-    }
+    const KW_ACCEPTANCE code = ResetInOneStep(session, group, request);
     Require(code, request);
     CReply reply(session, QStringLiteral("reset"));
-    reply.Line(QStringLiteral("%1: %2 settings").arg(request).arg(before) + DescribeWarning(code));
+    reply.Line(QStringLiteral("%1: %2 settings").arg(request).arg(count) + DescribeWarning(code));
     QJsonArray left;
     for (const auto& property : GetMoved(group))
     {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyWrite.h"
 
-#include "AcceptanceNames.h"
 #include "NodeText.h"
 #include "Trace.h"
 
