@@ -26,8 +26,28 @@ double ReadWhole(const std::string& text, KW_UNIT unit, const QString& name, dou
     return value;
 }
 
+void CArguments::Reset(const std::vector<t_Argument>& arguments)
+{
+    for (const t_Argument& argument : arguments)
+    {
+        switch (argument.takes)
+        {
+        case t_Argument::eTAKES::Flag:
+            m_flags[argument.name] = false;
+            break;
+        case t_Argument::eTAKES::List:
+            m_lists[argument.name].clear();
+            break;
+        case t_Argument::eTAKES::Value:
+            m_texts[argument.name] = argument.preset == nullptr ? "" : argument.preset;
+            break;
+        }
+    }
+}
+
 void CArguments::Declare(CLI::App& command, const std::vector<t_Argument>& arguments)
 {
+    Reset(arguments);
     for (const t_Argument& argument : arguments)
     {
         if (argument.takes == t_Argument::eTAKES::Flag)
@@ -41,7 +61,6 @@ void CArguments::Declare(CLI::App& command, const std::vector<t_Argument>& argum
             continue;
         }
         std::string& text = m_texts[argument.name];
-        text = argument.preset == nullptr ? "" : argument.preset;
         CLI::Option* const option = command.add_option(argument.name, text, argument.brief);
         option->required(argument.preset == nullptr);
         if (!text.empty())

@@ -39,6 +39,8 @@ class CArguments
 public:
     /** Binds the arguments to a command's words. */
     void Declare(CLI::App& command, const std::vector<t_Argument>& arguments);
+    /** Sets all to what they are when nothing is written. */
+    void Reset(const std::vector<t_Argument>& arguments);
 
     bool Has(const char* name) const { return !Text(name).empty(); }
     bool IsSet(const char* flag) const { return m_flags.at(flag); }

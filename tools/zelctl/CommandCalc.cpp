@@ -53,13 +53,15 @@ void AddCalculation(CLI::App& calc, t_Run& run, const t_Calculation& calculation
     command->group(heading);
     command->footer(GetFooter(calculation));
     arguments->Declare(*command, calculation.arguments);
+    command->preparse_callback([arguments, &calculation](std::size_t)
+                               { arguments->Reset(calculation.arguments); });
     const auto runOne = [arguments, &calculation](CSession& session)
     {
         CFigures figures(session, calculation.name);
         calculation.run(*arguments, figures);
         return figures.Send();
     };
-    command->callback([runOne, &run] { run = runOne; });
+    command->callback([runOne, &run] { run.command = runOne; });
 }
 
 QJsonArray ToJson(const std::vector<QString>& texts)
@@ -104,6 +106,10 @@ t_Answer ListFunctions(CSession& session)
 
 void AddCalcCommand(CLI::App& app, t_Run& run)
 {
+    if (!run.Declares("calc"))
+    {
+        return;
+    }
     CLI::App* const calc = app.add_subcommand("calc", "Calculate as the instrument does");
     calc->footer(kCalcFooter);
     calc->require_subcommand(1);
@@ -116,5 +122,5 @@ void AddCalcCommand(CLI::App& app, t_Run& run)
     }
     CLI::App* const list =
         calc->add_subcommand("functions", "Which function of the library each calculation calls");
-    list->callback([&run] { run = ListFunctions; });
+    list->callback([&run] { run.command = ListFunctions; });
 }

@@ -4,6 +4,7 @@
 #include "NearestNames.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -49,8 +50,9 @@ bool IsSessionCommand(const QString& name)
 }
 } // namespace
 
-CCommandLine::CCommandLine(CSession& session, ePLACE place)
-    : m_session(session), m_place(place), m_style(session.GetStyle()), m_app(kDescription, "zelctl")
+CCommandLine::CCommandLine(CSession& session, ePLACE place, const std::string& only)
+    : m_session(session), m_place(place), m_style(session.GetStyle()), m_run{only, {}},
+      m_app(kDescription, "zelctl")
 {
     m_app.footer(kFooter);
     m_app.require_subcommand(1);
@@ -77,8 +79,14 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place)
     AddScriptCommands(m_app, m_run);
 }
 
+bool CCommandLine::HasCommands() const
+{
+    return !m_app.get_subcommands([](const CLI::App*) { return true; }).empty();
+}
+
 bool CCommandLine::Parse(std::vector<std::string> words)
 {
+    m_style = m_session.GetStyle();
     if (words.empty() || words.front() == "help")
     {
         std::rotate(words.begin(), words.begin() + (words.empty() ? 0 : 1), words.end());
@@ -136,9 +144,11 @@ t_Answer CCommandLine::Run()
 {
     const t_Style before = m_session.GetStyle();
     m_session.SetStyle(m_style);
+    // A script reads its own lines with these declarations while it runs.
+    const auto command = std::exchange(m_run.command, nullptr);
     try
     {
-        const t_Answer answer = m_run(m_session);
+        const t_Answer answer = command(m_session);
         m_session.SetStyle(before);
         return answer;
     }
@@ -147,4 +157,21 @@ t_Answer CCommandLine::Run()
         m_session.SetStyle(before);
         throw;
     }
+}
+
+CCommandLine& CCommandLines::Get(const std::vector<std::string>& words)
+{
+    const auto name = std::find_if(words.begin(), words.end(),
+                                   [](const std::string& word) { return word.front() != '-'; });
+    const std::string& only = name == words.end() ? std::string() : *name;
+    if (const auto found = m_lines.find(only); found != m_lines.end())
+    {
+        return *found->second;
+    }
+    auto line = std::make_unique<CCommandLine>(m_session, CCommandLine::ePLACE::Session, only);
+    if (!line->HasCommands())
+    {
+        return Get({});
+    }
+    return *m_lines.emplace(only, std::move(line)).first->second;
 }

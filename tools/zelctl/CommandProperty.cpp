@@ -86,8 +86,11 @@ t_Answer t_GetOptions::Run(CSession& session) const
     {
         const t_ShownValue value = GetShownValue(*property);
         const bool isText = value.type == QLatin1String("string") && !value.secret;
-        json.append(ToJson(*property, true));
-        if (info)
+        if (reply.IsDocument())
+        {
+            json.append(ToJson(*property, true));
+        }
+        else if (info)
         {
             reply.Lines(GetInfoLines(*property, exact));
         }

@@ -8,8 +8,14 @@
 #include <memory>
 #include <string>
 
-/** A command whose words have been read. */
-using t_Run = std::function<t_Answer(CSession&)>;
+/** What a line of words asks for. */
+struct t_Run
+{
+    std::string only;                           ///< the one command to declare; all when empty
+    std::function<t_Answer(CSession&)> command; ///< the command whose words have been read
+
+    bool Declares(const char* name) const { return only.empty() || only == name; }
+};
 
 inline QString ToText(const std::string& text)
 {
@@ -17,19 +23,26 @@ inline QString ToText(const std::string& text)
 }
 
 /**
- * Adds a command. Its words are read into an object of TOptions, which has `void
- * Declare(CLI::App&)` to bind them and `t_Answer Run(CSession&) const` to carry the command out.
- * When the command is chosen, `run` is set.
+ * Adds a command, where `run` wants it declared. Its words are read into an object of TOptions,
+ * which has `void Declare(CLI::App&)` to bind them and `t_Answer Run(CSession&) const` to carry the
+ * command out. Declarations serve many lines: each begins with a TOptions as it is constructed, and
+ * what it has chosen is a copy, which a script that runs a script keeps.
  */
 template <typename TOptions>
 void AddCommand(CLI::App& app, t_Run& run, const char* name, const char* brief, const char* footer)
 {
+    if (!run.Declares(name))
+    {
+        return;
+    }
     const auto options = std::make_shared<TOptions>();
     CLI::App* const command = app.add_subcommand(name, brief);
     command->footer(footer);
     options->Declare(*command);
-    command->callback([options, &run]
-                      { run = [options](CSession& session) { return options->Run(session); }; });
+    command->preparse_callback([options](std::size_t) { *options = TOptions(); });
+    command->callback(
+        [options, &run]
+        { run.command = [chosen = *options](CSession& session) { return chosen.Run(session); }; });
 }
 
 /** "tree" and "find". */

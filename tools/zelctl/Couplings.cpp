@@ -2,104 +2,10 @@
 #include "Couplings.h"
 
 #include "TreeWalk.h"
+#include "TreeWatch.h"
 
 #include <algorithm>
 #include <functional>
-
-/** The last known state of everything below a group. Counters tell where to look again. */
-class CCouplings::CWatch
-{
-public:
-    explicit CWatch(std::shared_ptr<IDbGroup> group) : m_group(std::move(group)) { Take(); }
-
-    /** What differs from the state that was taken. */
-    std::vector<t_Change> GetChanges()
-    {
-        std::vector<t_Change> changes;
-        Collect(false, changes);
-        return changes;
-    }
-
-    void Take();
-
-private:
-    void Collect(bool parentMoved, std::vector<t_Change>& changes);
-    INT32 CountMembers() const;
-
-    struct t_Watched
-    {
-        std::shared_ptr<IDbObject> node;
-        t_NodeState state;
-    };
-
-    std::shared_ptr<IDbGroup> m_group;
-    long long m_counter = 0;
-    t_NodeState m_state;
-    std::vector<t_Watched> m_properties;
-    std::vector<CWatch> m_children;
-};
-
-INT32 CCouplings::CWatch::CountMembers() const
-{
-    const IDbContainer* const container = m_group->AsContainer();
-    return m_group->GetPropertyCount() + m_group->GetGroupCount() +
-           (container == nullptr ? 0 : container->GetCount());
-}
-
-void CCouplings::CWatch::Take()
-{
-    m_group->HasChanged(m_counter);
-    m_state = TakeState(*m_group);
-    m_properties.clear();
-    m_children.clear();
-    WalkTree(*m_group, 1,
-             [this](const std::shared_ptr<IDbObject>& node, int)
-             {
-                 if (const auto group = std::dynamic_pointer_cast<IDbGroup>(node))
-                 {
-                     m_children.emplace_back(group);
-                 }
-                 else if (std::dynamic_pointer_cast<IDbProperty>(node))
-                 {
-                     m_properties.push_back({node, TakeState(*node)});
-                 }
-             });
-}
-
-void CCouplings::CWatch::Collect(bool parentMoved, std::vector<t_Change>& changes)
-{
-    const bool changed = m_group->HasChanged(m_counter);
-    if (!changed && !parentMoved)
-    {
-        return;
-    }
-    const t_NodeState self = TakeState(*m_group);
-    const bool moved = self.availability != m_state.availability;
-    const auto members = static_cast<std::ptrdiff_t>(m_properties.size() + m_children.size());
-    if (CountMembers() != members)
-    {
-        changes.push_back(
-            {CountMembers() > members ? eCHANGE::Added : eCHANGE::Removed, m_state, self});
-        return;
-    }
-    if (moved && !parentMoved)
-    {
-        changes.push_back({eCHANGE::Availability, m_state, self});
-    }
-    for (const t_Watched& watched : m_properties)
-    {
-        const t_NodeState now = TakeState(*watched.node);
-        AddDifferences(changes, watched.state, now);
-        if (!moved && now.availability != watched.state.availability)
-        {
-            changes.push_back({eCHANGE::Availability, watched.state, now});
-        }
-    }
-    for (CWatch& child : m_children)
-    {
-        child.Collect(moved, changes);
-    }
-}
 
 namespace
 {
@@ -184,14 +90,14 @@ void CCouplings::TryAll(const t_Settings& settings)
     {
         return;
     }
-    CWatch watch(std::dynamic_pointer_cast<IDbGroup>(m_session.Find({})));
+    CTreeWatch watch(std::dynamic_pointer_cast<IDbGroup>(m_session.Find({})));
     for (const auto& setting : settings)
     {
         Try(watch, *setting);
     }
 }
 
-void CCouplings::Try(CWatch& watch, IDbProperty& property)
+void CCouplings::Try(CTreeWatch& watch, IDbProperty& property)
 {
     const t_ShownValue from = GetShownValue(property);
     bool taken = false;

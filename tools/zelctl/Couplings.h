@@ -8,6 +8,8 @@
 #include <QSet>
 #include <vector>
 
+class CTreeWatch;
+
 /** A setting that was seen to move another node, with the first write that did. */
 struct t_Coupling
 {
@@ -41,11 +43,10 @@ public:
     int GetTried() const { return static_cast<int>(m_known.size()); }
 
 private:
-    class CWatch;
     using t_Settings = std::vector<std::shared_ptr<IDbProperty>>;
 
     void TryAll(const t_Settings& settings);
-    void Try(CWatch& watch, IDbProperty& property);
+    void Try(CTreeWatch& watch, IDbProperty& property);
     void TryReleased(const IDbProperty& by, const std::vector<t_Change>& changes);
     /** Settings at or below a node that can be written and were not collected before. */
     void Collect(const std::shared_ptr<IDbObject>& node, t_Settings& settings);

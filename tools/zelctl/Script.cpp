@@ -249,7 +249,7 @@ t_Answer ExecuteWords(CSession& session, const std::vector<std::string>& words)
     {
         return Expect(session, WithoutFirst(words, 1));
     }
-    CCommandLine line(session, CCommandLine::ePLACE::Session);
+    CCommandLine& line = session.GetLines().Get(words);
     return line.Parse(words) ? line.Run() : t_Answer{};
 }
 

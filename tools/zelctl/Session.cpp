@@ -2,9 +2,11 @@
 #include "Session.h"
 
 #include "AcceptanceNames.h"
+#include "CommandLine.h"
 #include "IKWFunctionZEL.h"
 #include "NearestNames.h"
 #include "TreeWalk.h"
+#include "TreeWatch.h"
 
 #include <algorithm>
 #include <utility>
@@ -43,6 +45,11 @@ QString DescribeItems(const IDbGroup& group, const IDbContainer& container)
 }
 } // namespace
 
+CSession::CSession(COutput& output)
+    : m_output(output), m_lines(std::make_unique<CCommandLines>(*this))
+{
+}
+
 CSession::~CSession()
 {
     if (m_inTransaction)
@@ -65,6 +72,16 @@ IDbGroup& CSession::GetTree()
 {
     GetRoot();
     return *m_tree;
+}
+
+CTreeWatch& CSession::GetWatch()
+{
+    if (!m_watch)
+    {
+        GetRoot();
+        m_watch = std::make_unique<CTreeWatch>(m_tree);
+    }
+    return *m_watch;
 }
 
 std::shared_ptr<IDbObject> CSession::Find(const QString& path)

@@ -24,11 +24,14 @@ struct t_Answer
     KW_ACCEPTANCE code = eKW_ACC_OK;
 };
 
+class CCommandLines;
+class CTreeWatch;
+
 /** The tree and everything else that commands of one process share. */
 class CSession
 {
 public:
-    explicit CSession(COutput& output) : m_output(output) {}
+    explicit CSession(COutput& output);
     /** Rolls back what no commit has closed. */
     ~CSession();
     CSession(const CSession&) = delete;
@@ -52,6 +55,11 @@ public:
     KW_ACCEPTANCE End(bool keep);
     bool IsInTransaction() const { return m_inTransaction; }
 
+    /** The declared commands of the session's lines. */
+    CCommandLines& GetLines() { return *m_lines; }
+    /** The tree as the last trace left it; taken at the first call. */
+    CTreeWatch& GetWatch();
+
     COutput& GetOutput() { return m_output; }
     const t_Style& GetStyle() const { return m_style; }
     void SetStyle(const t_Style& style) { m_style = style; }
@@ -65,24 +73,32 @@ private:
     t_Style m_style;
     std::shared_ptr<IKWFunctionRootBase> m_root;
     std::shared_ptr<IDbGroup> m_tree;
+    std::unique_ptr<CTreeWatch> m_watch;
+    std::unique_ptr<CCommandLines> m_lines;
     bool m_inTransaction = false;
 };
 
 /** Fails for a refusing code; `what` is the request, `detail` what would have been taken. */
 void Require(KW_ACCEPTANCE code, const QString& what, const QString& detail = {});
 
-/** The answer of one command, collected as lines for a reader and as a document for scripts. */
+/** The answer of one command: lines for a reader, or a document where the session's style asks for
+    one; the other is not kept. */
 class CReply
 {
 public:
     CReply(CSession& session, const QString& command);
 
+    /** Whether the answer is a document: fields need not be made for lines, nor lines for it. */
+    bool IsDocument() const { return m_session.GetStyle().json; }
     CReply& Line(const QString& text);
     CReply& Lines(const QStringList& texts);
     template <typename TValue>
     CReply& Field(const char* name, const TValue& value)
     {
-        m_document[QLatin1String(name)] = value;
+        if (IsDocument())
+        {
+            m_document[QLatin1String(name)] = value;
+        }
         return *this;
     }
     /** Writes what the session's style asks for. */

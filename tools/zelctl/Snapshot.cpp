@@ -196,10 +196,15 @@ CSnapshot::CSnapshot(IDbGroup& root)
              {
                  if (dynamic_cast<const IDbAction*>(node.get()) == nullptr)
                  {
-                     m_byPath.insert(node->GetPath(), m_nodes.size());
-                     m_nodes.push_back(TakeState(*node));
+                     Add(TakeState(*node));
                  }
              });
+}
+
+void CSnapshot::Add(t_NodeState state)
+{
+    m_byPath.insert(state.path, m_nodes.size());
+    m_nodes.push_back(std::move(state));
 }
 
 const t_NodeState* CSnapshot::Find(const QString& path) const

@@ -28,7 +28,10 @@ t_NodeState TakeState(const IDbObject& node);
 class CSnapshot
 {
 public:
+    CSnapshot() = default;
     explicit CSnapshot(IDbGroup& root);
+    /** Members follow their group. */
+    void Add(t_NodeState state);
 
     const std::vector<t_NodeState>& GetNodes() const { return m_nodes; }
     /** Null for a path that did not exist. */

@@ -2,31 +2,33 @@
 #include "Trace.h"
 
 #include "AcceptanceNames.h"
+#include "TreeWatch.h"
 
 #include <QJsonArray>
 
-CTrace::CTrace(CSession& session, bool wanted) : m_session(session)
+CTrace::CTrace(CSession& session, bool wanted) : m_session(session), m_wanted(wanted)
 {
     if (wanted)
     {
-        m_before.emplace(session.GetTree());
+        session.GetWatch().Update();
     }
 }
 
 void CTrace::AddTo(CReply& reply, const QString& path) const
 {
-    if (!m_before)
+    if (!m_wanted)
     {
         return;
     }
     QStringList lines;
     QJsonArray json;
-    for (const t_Change& change : Compare(*m_before, CSnapshot(m_session.GetTree())))
+    for (const t_Change& change : m_session.GetWatch().Update())
     {
         if (change.kind != eCHANGE::Value || change.after.path != path)
         {
-            lines.append(QStringLiteral("  ") + ShowChange(change, m_session.GetStyle().exact));
-            json.append(ToJson(change));
+            reply.IsDocument() ? json.append(ToJson(change))
+                               : lines.append(QStringLiteral("  ") +
+                                              ShowChange(change, m_session.GetStyle().exact));
         }
     }
     if (lines.isEmpty())

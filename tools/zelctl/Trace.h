@@ -2,9 +2,6 @@
 #pragma once
 
 #include "Session.h"
-#include "Snapshot.h"
-
-#include <optional>
 
 /** Shows what a command changes: made before it, asked after it. */
 class CTrace
@@ -19,7 +16,7 @@ public:
 
 private:
     CSession& m_session;
-    std::optional<CSnapshot> m_before;
+    bool m_wanted;
 };
 
 /** " (code 1 WARNING, …)" for a write that was taken otherwise than asked for; else empty. */
