@@ -6,6 +6,7 @@
 #include "Trace.h"
 #include "TreeWalk.h"
 
+#include <QJsonArray>
 #include <functional>
 
 namespace
@@ -13,11 +14,17 @@ namespace
 /** Carries a write out and answers it with one line, with what it changed when that is wanted. */
 t_Answer Write(CSession& session, const char* command, bool trace, const QString& request,
                const std::function<KW_ACCEPTANCE()>& action,
-               const std::function<QString(KW_ACCEPTANCE)>& detail = {})
+               const std::function<QString(KW_ACCEPTANCE)>& detail = {},
+               const QJsonObject& data = {})
 {
     const CTrace tracing(session, trace);
     const KW_ACCEPTANCE code = action();
-    Require(code, request, detail ? detail(code) : QString());
+    if (!KW_IsAccepted(code))
+    {
+        CFailure failure = Refuse(code, request, detail ? detail(code) : QString());
+        failure.AddData(data);
+        throw failure;
+    }
     CReply reply(session, QLatin1String(command));
     reply.Line(request + DescribeWarning(code)).Field("request", request);
     tracing.AddTo(reply);
@@ -27,6 +34,16 @@ t_Answer Write(CSession& session, const char* command, bool trace, const QString
 void DeclareTrace(CLI::App& command, bool& trace)
 {
     command.add_flag("-t,--trace", trace, "Show everything that changed, limits included");
+}
+
+QStringList GetKeys(const IDbContainer& container)
+{
+    QStringList keys;
+    for (INT32 i = 0; i < container.GetCount(); ++i)
+    {
+        keys.append(container.GetItemByPosition(i)->GetNodeName());
+    }
+    return keys;
 }
 
 /** What a container would have taken. */
@@ -44,17 +61,20 @@ QString DescribeContainer(const IDbContainer& container, KW_ACCEPTANCE code)
     case eKW_ACC_BAD_INDEX:
     case eKW_ACC_NOT_FOUND:
     {
-        QStringList keys;
-        for (INT32 i = 0; i < container.GetCount(); ++i)
-        {
-            keys.append(container.GetItemByPosition(i)->GetNodeName());
-        }
+        const QStringList keys = GetKeys(container);
         return keys.isEmpty() ? QStringLiteral("it has no items")
                               : QStringLiteral("its items are ") + keys.join(QLatin1String(", "));
     }
     default:
         return {};
     }
+}
+
+/** What a program needs to choose another item. */
+QJsonObject GetChoice(const IDbContainer& container)
+{
+    return {{QStringLiteral("items"), QJsonArray::fromStringList(GetKeys(container))},
+            {QStringLiteral("maximumCount"), container.GetMaxCount()}};
 }
 
 /** The commands on containers differ in their keys and in the operation. */
@@ -136,7 +156,8 @@ struct t_ContainerOptions
         return Write(
             session, kCommand.name, trace, request.join(QLatin1Char(' ')),
             [&] { return kCommand.apply(*container, ToText(key), ToText(newKey)); },
-            [&](KW_ACCEPTANCE code) { return DescribeContainer(*container, code); });
+            [&](KW_ACCEPTANCE code) { return DescribeContainer(*container, code); },
+            session.GetStyle().json ? GetChoice(*container) : QJsonObject());
     }
 };
 
@@ -249,8 +270,10 @@ struct t_SameOptions
 
 void AddEditCommands(CLI::App& app, t_Run& run)
 {
-    AddCommand<t_ContainerOptions<kInsert>>(app, run, "insert", "Insert an item in an array or map",
-                                            "Example:\n  zelctl insert SerialBus/Bus CAN1");
+    AddCommand<t_ContainerOptions<kInsert>>(
+        app, run, "insert", "Insert an item in an array or map",
+        "Example:\n  zelctl insert SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem "
+        "Engine");
     AddCommand<t_ContainerOptions<kRemove>>(app, run, "remove", "Remove an item", "");
     AddCommand<t_ContainerOptions<kRename>>(app, run, "rename", "Rename an item of a map", "");
     AddCommand<t_ContainerOptions<kCopy>>(app, run, "copy",

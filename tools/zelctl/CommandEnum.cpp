@@ -128,6 +128,19 @@ struct t_EnumOptions
     t_Answer Run(CSession& session) const;
 };
 
+const CEnumNameInfo& FindType(CSession& session, const QString& name)
+{
+    const t_Types types = CollectTypes(session);
+    const auto found = types.constFind(name.toUpper());
+    if (found == types.constEnd())
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("no enumeration type \"%1\"%2")
+                           .arg(name, DidYouMean(GetNearestNames(name, types.keys()))));
+    }
+    return **found;
+}
+
 t_Answer t_EnumOptions::Run(CSession& session) const
 {
     const QString wanted = ToText(name);
@@ -135,16 +148,9 @@ t_Answer t_EnumOptions::Run(CSession& session) const
     {
         return ListTypes(session);
     }
-    if (wanted.startsWith(QLatin1String("KW_")))
+    if (wanted.startsWith(QLatin1String("KW_"), Qt::CaseInsensitive))
     {
-        const t_Types types = CollectTypes(session);
-        if (!types.contains(wanted))
-        {
-            throw CFailure(eSTATUS_USAGE,
-                           QStringLiteral("no enumeration type \"%1\"%2")
-                               .arg(wanted, DidYouMean(GetNearestNames(wanted, types.keys()))));
-        }
-        return ListValues(session, *types[wanted], nullptr);
+        return ListValues(session, FindType(session, wanted), nullptr);
     }
     const auto property = session.FindProperty(wanted);
     const auto handle = std::dynamic_pointer_cast<IKWEnumPropertyBase>(property->GetHandle());

@@ -21,7 +21,7 @@ constexpr char kFooter[] =
     "  zelctl tree --find scale                where is it?\n"
     "  zelctl get Horizontal                   all settings of a group\n"
     "  zelctl set Horizontal/Scale 20us --trace   write, and see what moves with it\n"
-    "  zelctl --save my.xml set Meter/Range 10V   keep the result\n"
+    "  zelctl --save my.xml set Trigger/Type RUNT   keep the result\n"
     "  zelctl --load my.xml shell              go on from there, line by line\n"
     "\n"
     "Exit status: 0 done; 1 a write was refused, states differ, a script failed; 2 the command\n"
@@ -101,12 +101,12 @@ bool CCommandLine::Parse(std::vector<std::string> words)
     }
     catch (const CLI::CallForHelp&)
     {
-        m_session.GetOutput().Line(ToText(m_app.help()).trimmed());
+        SendText("help", ToText(m_app.help()).trimmed());
         return false;
     }
     catch (const CLI::CallForVersion& version)
     {
-        m_session.GetOutput().Line(ToText(version.what()));
+        SendText("version", ToText(version.what()));
         return false;
     }
     catch (const CLI::ParseError& error)
@@ -116,28 +116,43 @@ bool CCommandLine::Parse(std::vector<std::string> words)
     return true;
 }
 
+void CCommandLine::SendText(const char* command, const QString& text)
+{
+    const t_Style before = m_session.GetStyle();
+    m_session.SetStyle(m_style);
+    CReply(m_session, QLatin1String(command)).Line(text).Field("text", text).Send();
+    m_session.SetStyle(before);
+}
+
 CFailure CCommandLine::Explain(const CLI::ParseError& error)
 {
-    const auto chosen = m_app.get_subcommands();
-    const auto unknown = m_app.remaining();
-    if (chosen.empty() && !unknown.empty())
-    {
-        const QString name = ToText(unknown.front());
-        if (m_place == ePLACE::Process && IsSessionCommand(name))
-        {
-            return {eSTATUS_USAGE, QString::fromLatin1(kSessionOnly).arg(name)};
-        }
-        return {eSTATUS_USAGE,
-                QStringLiteral("no command \"%1\"%2")
-                    .arg(name, DidYouMean(GetNearestNames(name, GetCommandNames(m_app))))};
-    }
+    CLI::App* level = &m_app;
     QString command;
-    for (auto level = chosen; !level.empty(); level = level.front()->get_subcommands())
+    while (!level->get_subcommands().empty())
     {
-        command += QLatin1Char(' ') + ToText(level.front()->get_name());
+        level = level->get_subcommands().front();
+        command += QLatin1Char(' ') + ToText(level->get_name());
     }
-    return {eSTATUS_USAGE, QStringLiteral("%1; see \"zelctl%2 --help\"")
-                               .arg(ToText(error.what()).simplified(), command)};
+    const QStringList names = GetCommandNames(*level);
+    const auto unknown = m_app.remaining(true);
+    const QString help = QStringLiteral("; see \"zelctl%1 --help\"").arg(command);
+    if (names.isEmpty())
+    {
+        return {eSTATUS_USAGE, ToText(error.what()).simplified() + help};
+    }
+    const QLatin1String kind(level == &m_app ? "command" : "calculation");
+    if (unknown.empty())
+    {
+        return {eSTATUS_USAGE, QStringLiteral("a %1 is missing").arg(kind) + help};
+    }
+    const QString name = ToText(unknown.front());
+    if (m_place == ePLACE::Process && level == &m_app && IsSessionCommand(name))
+    {
+        return {eSTATUS_USAGE, QString::fromLatin1(kSessionOnly).arg(name)};
+    }
+    const QStringList nearest = GetNearestNames(name, names);
+    return {eSTATUS_USAGE, QStringLiteral("no %1 \"%2\"").arg(kind, name) +
+                               (nearest.isEmpty() ? help : DidYouMean(nearest))};
 }
 
 t_Answer CCommandLine::Run()

@@ -32,6 +32,7 @@ public:
     t_Answer Run();
 
 private:
+    void SendText(const char* command, const QString& text);
     CFailure Explain(const CLI::ParseError& error);
 
     CSession& m_session;

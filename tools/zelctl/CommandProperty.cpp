@@ -13,6 +13,7 @@ constexpr char kGetFooter[] =
     "Examples:\n"
     "  zelctl get Spectrum/RBW\n"
     "  zelctl get Horizontal                      all settings and results of the timebase\n"
+    "  zelctl get Vertical/Channel                how many items there are, and which is active\n"
     "  zelctl get --info Vertical/Channel[0]/Scale   with limits, default and selectable values";
 
 constexpr char kSetFooter[] =
@@ -45,61 +46,86 @@ struct t_GetOptions
     t_Answer Run(CSession& session) const;
 
 private:
-    using t_Properties = std::vector<std::shared_ptr<IDbProperty>>;
-    t_Properties Collect(CSession& session) const;
+    void Show(const IDbProperty& property, bool isBare, CReply& reply, bool exact) const;
 };
 
-t_GetOptions::t_Properties t_GetOptions::Collect(CSession& session) const
+/** A container is told by its items; to others it has an index or a name of the active one. */
+QString DescribeContainer(const IDbGroup& group, const IDbContainer& container)
+{
+    const QString active = container.GetActiveItem();
+    const QString text = DescribeItems(group, container);
+    return container.GetCount() == 0 ? text
+           : active.isEmpty()        ? text + QStringLiteral("; none is active")
+                                     : QStringLiteral("%1; [%2] is active").arg(text, active);
+}
+
+void t_GetOptions::Show(const IDbProperty& property, bool isBare, CReply& reply, bool exact) const
+{
+    if (info)
+    {
+        reply.Lines(GetInfoLines(property, exact));
+        return;
+    }
+    const t_ShownValue value = GetShownValue(property);
+    const bool isText = isBare && value.type == QLatin1String("string");
+    const QString shown = property.GetValidity() == eKW_VALIDITY_INVALID
+                              ? QStringLiteral("invalid (no usable value yet)")
+                          : isText ? value.text
+                                   : ShowValue(value, exact);
+    reply.Line(isBare ? shown : property.GetPath() + QStringLiteral(" = ") + shown);
+}
+
+using t_Properties = std::vector<std::shared_ptr<IDbProperty>>;
+
+t_Properties GetOwnProperties(const IDbGroup& group)
 {
     t_Properties properties;
-    for (const std::string& path : paths)
+    for (INT32 i = 0; i < group.GetPropertyCount(); ++i)
     {
-        const auto node = session.Find(ToText(path));
-        auto* const group = dynamic_cast<IDbGroup*>(node.get());
-        for (INT32 i = 0; group != nullptr && i < group->GetPropertyCount(); ++i)
-        {
-            properties.push_back(group->GetProperty(i));
-        }
-        if (group == nullptr)
-        {
-            properties.push_back(session.FindProperty(ToText(path)));
-        }
-        else if (group->GetPropertyCount() == 0)
-        {
-            throw CFailure(eSTATUS_USAGE,
-                           QStringLiteral("%1 has no properties of its own; \"zelctl tree %1\" "
-                                          "shows what is below")
-                               .arg(group->GetPath()));
-        }
+        properties.push_back(group.GetProperty(i));
+    }
+    if (properties.empty())
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("%1 has no properties of its own; \"zelctl tree "
+                                      "%1\" shows what is below")
+                           .arg(group.GetPath()));
     }
     return properties;
 }
 
 t_Answer t_GetOptions::Run(CSession& session) const
 {
-    const t_Properties properties = Collect(session);
     const bool exact = session.GetStyle().exact;
-    const bool isBare = properties.size() == 1 && paths.size() == 1;
     CReply reply(session, QStringLiteral("get"));
     QJsonArray json;
-    for (const auto& property : properties)
+    QJsonArray containers;
+    for (const std::string& path : paths)
     {
-        const t_ShownValue value = GetShownValue(*property);
-        const bool isText = value.type == QLatin1String("string") && !value.secret;
-        if (reply.IsDocument())
+        const auto group = std::dynamic_pointer_cast<IDbGroup>(session.Find(ToText(path)));
+        const IDbContainer* const container = group ? group->AsContainer() : nullptr;
+        const t_Properties properties =
+            group ? GetOwnProperties(*group) : t_Properties{session.FindProperty(ToText(path))};
+        if (container != nullptr)
         {
-            json.append(ToJson(*property, true));
+            reply.Line(DescribeContainer(*group, *container));
+            containers.append(ToJson(*group, false));
         }
-        else if (info)
+        for (const auto& property : properties)
         {
-            reply.Lines(GetInfoLines(*property, exact));
+            if (reply.IsDocument())
+            {
+                json.append(ToJson(*property, true));
+            }
+            else if (container == nullptr || info)
+            {
+                Show(*property, !group && paths.size() == 1, reply, exact);
+            }
         }
-        else
-        {
-            reply.Line(isBare
-                           ? (isText ? value.text : ShowValue(value, exact))
-                           : property->GetPath() + QStringLiteral(" = ") + ShowValue(value, exact));
-        }
+    }
+    if (!containers.isEmpty())
+    {
+        reply.Field("containers", containers);
     }
     return reply.Field("properties", json).Send();
 }
@@ -123,15 +149,26 @@ struct t_SetOptions
     t_Answer Run(CSession& session) const;
 };
 
+QString ReadWanted(const IDbProperty& property, const QString& written)
+{
+    try
+    {
+        return ReadValue(property, written);
+    }
+    catch (CFailure& failure)
+    {
+        failure.AddData(GetChoice(property));
+        throw;
+    }
+}
+
 t_Answer t_SetOptions::Run(CSession& session) const
 {
     const auto property = session.FindProperty(ToText(path));
     const QString written = ToText(unit.empty() ? value : value + ' ' + unit);
     t_ShownValue asked = GetShownValue(*property);
-    asked.text = ReadValue(*property, written);
-    const QString request = QStringLiteral("%1 = %2").arg(
-        property->GetPath(), ShowValue(asked, session.GetStyle().exact));
-    return WriteProperty(session, "set", *property, request, trace,
+    asked.text = ReadWanted(*property, written);
+    return WriteProperty(session, "set", *property, {asked, {}, trace},
                          [&] { return property->SetText(asked.text); });
 }
 } // namespace

@@ -143,8 +143,9 @@ struct t_ResetOptions
             return ResetGroup(session, *group, trace);
         }
         const auto property = session.FindProperty(ToText(path));
-        return WriteProperty(session, "reset", *property,
-                             QStringLiteral("reset ") + property->GetPath(), trace,
+        t_ShownValue asked = GetShownValue(*property);
+        asked.text = property->GetDefaultText();
+        return WriteProperty(session, "reset", *property, {asked, {}, trace},
                              [&property] { return property->SetToDefault(); });
     }
 };
@@ -165,9 +166,9 @@ struct t_StepOptions
     t_Answer Run(CSession& session) const
     {
         const auto property = session.FindProperty(ToText(path));
-        return WriteProperty(session, "step", *property,
-                             QStringLiteral("step %1 %2").arg(property->GetPath()).arg(steps),
-                             trace, [&] { return property->IncDec(steps); });
+        const QString request = QStringLiteral("step %1 %2").arg(property->GetPath()).arg(steps);
+        return WriteProperty(session, "step", *property, {{}, request, trace},
+                             [&] { return property->IncDec(steps); });
     }
 };
 } // namespace

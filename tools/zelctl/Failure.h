@@ -3,6 +3,7 @@
 
 #include "KWAcceptance.h"
 
+#include <QJsonObject>
 #include <QString>
 #include <exception>
 #include <optional>
@@ -29,10 +30,16 @@ public:
     eSTATUS GetStatus() const { return m_status; }
     const std::optional<KW_ACCEPTANCE>& GetCode() const { return m_code; }
     const QString& GetText() const { return m_text; }
+    /** What a program needs to know beside the text: limits, selectable values, items. */
+    const QJsonObject& GetData() const { return m_data; }
+    void AddData(const QJsonObject& data);
+    /** Puts "file:line: " before the text. */
+    void AddPlace(const QString& file, int line);
     const char* what() const noexcept override { return "zelctl: command failed"; }
 
 private:
     eSTATUS m_status;
     std::optional<KW_ACCEPTANCE> m_code;
     QString m_text;
+    QJsonObject m_data;
 };

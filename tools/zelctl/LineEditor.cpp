@@ -5,6 +5,8 @@
 #include "Secrets.h"
 
 #include <QDir>
+#include <csignal>
+#include <cstdio>
 #include <iostream>
 #include <string>
 #include <unistd.h>
@@ -22,15 +24,61 @@ namespace
 {
 constexpr char kPrompt[] = "zel> ";
 
-std::optional<QString> ReadPlainLine()
+volatile std::sig_atomic_t s_interrupted = 0;
+
+void NoteInterrupt(int /*signal*/)
 {
-    if (CLineEditor::IsTerminal())
+    s_interrupted = 1;
+}
+
+/** While it lives, an interrupt ends the reading of a line instead of the program. */
+class CInterruptGuard
+{
+public:
+    CInterruptGuard()
     {
-        std::cout << kPrompt << std::flush;
+        s_interrupted = 0;
+        struct sigaction action
+        {
+        };
+        action.sa_handler = NoteInterrupt;
+        sigaction(SIGINT, &action, &m_before);
     }
+    ~CInterruptGuard() { sigaction(SIGINT, &m_before, nullptr); }
+    CInterruptGuard(const CInterruptGuard&) = delete;
+    CInterruptGuard& operator=(const CInterruptGuard&) = delete;
+
+    static bool IsInterrupted() { return s_interrupted != 0; }
+
+private:
+    struct sigaction m_before
+    {
+    };
+};
+
+std::optional<QByteArray> ReadPlainLine()
+{
+    if (!CLineEditor::IsTerminal())
+    {
+        std::string line;
+        return std::getline(std::cin, line) ? std::optional(QByteArray::fromStdString(line))
+                                            : std::nullopt;
+    }
+    std::cout << kPrompt << std::flush;
+    const CInterruptGuard guard;
     std::string line;
-    return std::getline(std::cin, line) ? std::optional(QString::fromStdString(line))
-                                        : std::nullopt;
+    if (std::getline(std::cin, line))
+    {
+        return QByteArray::fromStdString(line);
+    }
+    if (!CInterruptGuard::IsInterrupted())
+    {
+        return std::nullopt;
+    }
+    std::clearerr(stdin);
+    std::cin.clear();
+    std::cout << std::endl;
+    return QByteArray();
 }
 } // namespace
 
@@ -44,6 +92,9 @@ struct CLineEditor::t_State
     History* history = nullptr;
     EditLine* editor = nullptr;
     QByteArray historyFile;
+
+    void LoadHistory();
+    void Remember(const QByteArray& line);
 };
 
 namespace
@@ -59,6 +110,14 @@ QByteArray GetHistoryFile()
     folder += QStringLiteral("/zelctl");
     const bool usable = folder.startsWith(QLatin1Char('/')) && QDir().mkpath(folder);
     return usable ? QFile::encodeName(folder + QStringLiteral("/history")) : QByteArray();
+}
+
+constexpr int kRememberedLines = 500;
+
+int CountLines(const QByteArray& file)
+{
+    QFile text(QFile::decodeName(file));
+    return text.open(QIODevice::ReadOnly) ? static_cast<int>(text.readAll().count('\n')) : 0;
 }
 
 char* GetPrompt(EditLine* /*editor*/)
@@ -105,22 +164,52 @@ unsigned char CompleteLine(EditLine* editor, int /*key*/)
 }
 } // namespace
 
+/** Lines are appended; a file that has grown to twice the lines that are of use is written anew
+    beside, so that it is never half a file. */
+void CLineEditor::t_State::LoadHistory()
+{
+    historyFile = GetHistoryFile();
+    HistEvent event{};
+    if (historyFile.isEmpty() || ::history(history, &event, H_LOAD, historyFile.constData()) < 0 ||
+        CountLines(historyFile) <= 2 * kRememberedLines)
+    {
+        return;
+    }
+    const QByteArray shorter = historyFile + '.' + QByteArray::number(getpid());
+    if (::history(history, &event, H_SAVE, shorter.constData()) >= 0)
+    {
+        std::rename(shorter.constData(), historyFile.constData());
+    }
+}
+
+void CLineEditor::t_State::Remember(const QByteArray& line)
+{
+    HistEvent event{};
+    if (::history(history, &event, H_ENTER, line.constData()) <= 0 || historyFile.isEmpty())
+    {
+        return;
+    }
+    std::FILE* const file = std::fopen(historyFile.constData(), "a");
+    if (file != nullptr)
+    {
+        // The heading of the file stands where writing begins at its start.
+        std::fseek(file, 0, SEEK_END);
+        ::history(history, &event, H_NSAVE_FP, std::size_t{1}, file);
+        std::fclose(file);
+    }
+}
+
 CLineEditor::CLineEditor(CSession& session) : m_state(std::make_unique<t_State>(session))
 {
     if (!IsTerminal())
     {
         return;
     }
-    constexpr int kRememberedLines = 500;
     HistEvent event{};
     m_state->history = history_init();
     history(m_state->history, &event, H_SETSIZE, kRememberedLines);
     history(m_state->history, &event, H_SETUNIQUE, 1);
-    m_state->historyFile = GetHistoryFile();
-    if (!m_state->historyFile.isEmpty())
-    {
-        history(m_state->history, &event, H_LOAD, m_state->historyFile.constData());
-    }
+    m_state->LoadHistory();
     m_state->editor = el_init("zelctl", stdin, stdout, stderr);
     el_set(m_state->editor, EL_PROMPT, &GetPrompt);
     el_set(m_state->editor, EL_EDITOR, "emacs");
@@ -135,33 +224,33 @@ CLineEditor::~CLineEditor()
 {
     if (m_state->editor != nullptr)
     {
-        HistEvent event{};
-        if (!m_state->historyFile.isEmpty())
-        {
-            history(m_state->history, &event, H_SAVE, m_state->historyFile.constData());
-        }
         el_end(m_state->editor);
         history_end(m_state->history);
     }
 }
 
-std::optional<QString> CLineEditor::Read()
+std::optional<QByteArray> CLineEditor::Read()
 {
     if (m_state->editor == nullptr)
     {
         return ReadPlainLine();
     }
+    const CInterruptGuard guard;
     int length = 0;
     const char* const read = el_gets(m_state->editor, &length);
+    if (CInterruptGuard::IsInterrupted())
+    {
+        m_state->session.GetOutput().Line({});
+        return QByteArray();
+    }
     if (read == nullptr || length <= 0)
     {
         return std::nullopt;
     }
-    const QString line = QString::fromUtf8(read, length).trimmed();
-    HistEvent event{};
-    if (!line.isEmpty() && MayBeKept(m_state->session, line))
+    const QByteArray line = QByteArray(read, length).trimmed();
+    if (!line.isEmpty() && MayBeKept(m_state->session, QString::fromUtf8(line)))
     {
-        history(m_state->history, &event, H_ENTER, line.toUtf8().constData());
+        m_state->Remember(line);
     }
     return line;
 }
@@ -175,7 +264,7 @@ struct CLineEditor::t_State
 CLineEditor::CLineEditor(CSession& /*session*/) {}
 CLineEditor::~CLineEditor() = default;
 
-std::optional<QString> CLineEditor::Read()
+std::optional<QByteArray> CLineEditor::Read()
 {
     return ReadPlainLine();
 }

@@ -85,6 +85,12 @@ int GetScore(const QString& wanted, const QString& name)
 
 QStringList GetNearestNames(const QString& wanted, const QStringList& names)
 {
+    // Comparing takes the product of both lengths.
+    constexpr int kLongestWanted = 256;
+    if (wanted.size() > kLongestWanted)
+    {
+        return {};
+    }
     std::vector<std::pair<int, QString>> scored;
     for (const QString& name : names)
     {

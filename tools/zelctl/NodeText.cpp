@@ -147,11 +147,6 @@ QString DescribeFile(IKWPropertyBase* handle)
                      .arg(file->GetFolder(), file->GetOpenExtensions().join(QLatin1String(", .")));
 }
 
-QJsonArray ToJsonArray(const QStringList& texts)
-{
-    return QJsonArray::fromStringList(texts);
-}
-
 void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
 {
     const t_ShownValue value = GetShownValue(property);
@@ -174,7 +169,7 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
     json[QStringLiteral("minimum")] = other(property.GetMinText());
     json[QStringLiteral("maximum")] = other(property.GetMaxText());
     json[QStringLiteral("step")] = other(property.GetStepText());
-    json[QStringLiteral("selectable")] = ToJsonArray(property.GetValueTexts());
+    json[QStringLiteral("selectable")] = ToJsonValues(property.GetValueTexts(), value);
 }
 QString DescribeFiles(INT32 saveRecall)
 {
@@ -317,6 +312,16 @@ QJsonValue ToJsonValue(const t_ShownValue& value)
     const bool isExact = IsDouble(value.type) || std::fabs(number) < kLargestExact;
     return isNumber && std::isfinite(number) && isExact ? QJsonValue(number)
                                                         : QJsonValue(value.text);
+}
+
+QJsonArray ToJsonValues(const QStringList& texts, const t_ShownValue& like)
+{
+    QJsonArray values;
+    for (const QString& text : texts)
+    {
+        values.append(ToJsonValue({text, like.type, like.unit}));
+    }
+    return values;
 }
 
 QJsonObject ToJson(const IDbObject& node, bool full)

@@ -4,6 +4,7 @@
 #include "IDbObject.h"
 #include "KWTexts.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -39,3 +40,5 @@ QJsonObject ToJson(const IDbObject& node, bool full);
 
 /** A value in JSON: numbers that a JSON number holds exactly as such, all else as text. */
 QJsonValue ToJsonValue(const t_ShownValue& value);
+/** Values of the type and unit of another. */
+QJsonArray ToJsonValues(const QStringList& texts, const t_ShownValue& like);

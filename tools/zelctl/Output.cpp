@@ -10,6 +10,7 @@
 #include <numeric>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -30,7 +31,25 @@ QString OneLine(const QString& text)
 {
     return text.simplified();
 }
+
+/** Containers name the function that reports, for developers: a user has no use for it. */
+QString WithoutSignature(const KW_ErrorReport& report)
+{
+    QString text = report.message;
+    return report.function.isEmpty() ? text : text.remove(QStringLiteral(" in ") + report.function);
+}
 } // namespace
+
+QString Shortened(const QString& text)
+{
+    constexpr int kMost = 1000;
+    constexpr int kEnd = 200;
+    return text.size() <= kMost ? text
+                                : QStringLiteral("%1 … (%2 characters) … %3")
+                                      .arg(text.left(kMost - kEnd))
+                                      .arg(text.size() - kMost)
+                                      .arg(text.right(kEnd));
+}
 
 COutput::COutput()
 {
@@ -52,10 +71,26 @@ void COutput::Report(const KW_ErrorReport& report)
     }
     const bool isError = report.type == e_KW_MESSAGE_TYPE_ERROR;
     m_reportedErrors += isError ? 1 : 0;
-    Problem(QStringLiteral("%1: %2 (%3:%4)")
-                .arg(isError ? QStringLiteral("error") : QStringLiteral("warning"),
-                     OneLine(report.message), report.file)
-                .arg(report.line));
+    const QString text = QStringLiteral("%1: %2 (%3:%4)")
+                             .arg(isError ? QStringLiteral("error") : QStringLiteral("warning"),
+                                  OneLine(WithoutSignature(report)), report.file)
+                             .arg(report.line);
+    if (m_keepsReports)
+    {
+        m_reports.append(Shortened(text));
+        return;
+    }
+    Problem(text);
+}
+
+void COutput::KeepReports(bool on)
+{
+    m_keepsReports = on;
+}
+
+QStringList COutput::TakeReports()
+{
+    return std::exchange(m_reports, {});
 }
 
 void COutput::Line(const QString& text)
@@ -71,12 +106,16 @@ void COutput::Document(const QJsonObject& document)
 void COutput::Problem(const QString& text)
 {
     Flush();
-    const QByteArray line = text.toUtf8() + '\n';
+    const QByteArray line = Shortened(text).toUtf8() + '\n';
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
 }
 
 bool COutput::Finish()
 {
+    for (const QString& report : TakeReports())
+    {
+        Problem(report);
+    }
     Flush();
     return !m_failed;
 }

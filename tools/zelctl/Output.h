@@ -25,13 +25,19 @@ public:
     void Line(const QString& text);
     /** One JSON document in one line. */
     void Document(const QJsonObject& document);
-    /** One line on the standard error, behind everything that was answered before. */
+    /** One line on the standard error, behind everything that was answered before; of a long text
+        its beginning and its end. */
     void Problem(const QString& text);
     /** Writes what is still held back; false when the output can not be written. */
     bool Finish();
 
     /** Number of errors that the library has reported so far. */
     int GetReportedErrors() const { return m_reportedErrors; }
+
+    /** While on, what the library reports is kept for the document that answers the command. */
+    void KeepReports(bool on);
+    /** Reports since the last call. */
+    QStringList TakeReports();
 
     /** Holds back what the library reports: for writes that only try what happens. */
     class CSilence
@@ -56,8 +62,14 @@ private:
     bool m_closed = false;
     bool m_failed = false;
     bool m_silent = false;
+    bool m_keepsReports = false;
+    QStringList m_reports;
     KW_ErrorHandler m_previousHandler;
 };
+
+/** A text of a reader's length: of a longer one the beginning and the end, and how much is left
+    out between them. */
+QString Shortened(const QString& text);
 
 /** Columns of the terminal that shows the answers; 0 (unlimited) when they go elsewhere. */
 int GetTerminalWidth();

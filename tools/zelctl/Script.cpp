@@ -6,8 +6,12 @@
 #include "Secrets.h"
 
 #include <QFile>
-#include <QTextStream>
+#include <QJsonArray>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
 
 namespace
 {
@@ -67,9 +71,22 @@ t_Answer Echo(CSession& session, const std::vector<std::string>& words)
     return reply.Line(text).Field("text", text).Send();
 }
 
+QJsonObject ToJson(const CFailure& failure)
+{
+    QJsonObject error = failure.GetData();
+    error[QStringLiteral("status")] = static_cast<int>(failure.GetStatus());
+    error[QStringLiteral("message")] = Shortened(failure.GetText());
+    if (failure.GetCode())
+    {
+        error[QStringLiteral("code")] = static_cast<int>(*failure.GetCode());
+        error[QStringLiteral("name")] = GetAcceptanceName(*failure.GetCode());
+    }
+    return error;
+}
+
 t_Answer Expect(CSession& session, const std::vector<std::string>& words)
 {
-    if (words.size() < 2)
+    if (words.size() < 2 || words[1] == "expect")
     {
         throw CFailure(eSTATUS_USAGE, QStringLiteral("\"expect\" takes a code and a command"));
     }
@@ -89,7 +106,7 @@ t_Answer Expect(CSession& session, const std::vector<std::string>& words)
         if (answer.code == wanted)
         {
             CReply reply(session, QStringLiteral("expect"));
-            return reply.Line(failure.GetText()).Field("text", failure.GetText()).Send(wanted);
+            return reply.Line(failure.GetText()).Field("error", ToJson(failure)).Send(wanted);
         }
     }
     if (answer.code != wanted)
@@ -101,18 +118,52 @@ t_Answer Expect(CSession& session, const std::vector<std::string>& words)
     return {eSTATUS_OK, wanted};
 }
 
-QStringList ReadLines(const QString& fileName)
+CFailure CanNotRead(const QString& fileName, const QString& why)
 {
-    QFile file(fileName);
-    const bool opened = fileName == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                       : file.open(QIODevice::ReadOnly);
-    if (!opened)
+    return {eSTATUS_USAGE, QStringLiteral("can not read the script \"%1\": %2").arg(fileName, why)};
+}
+
+/** Opens a regular file, or the standard input. Opening does not wait for the other end of a pipe,
+    and what is asked is what was opened. */
+void OpenScript(QFile& file, const QString& fileName)
+{
+    if (fileName == QLatin1String("-"))
     {
-        throw CFailure(
-            eSTATUS_USAGE,
-            QStringLiteral("can not read the script \"%1\": %2").arg(fileName, file.errorString()));
+        file.open(stdin, QIODevice::ReadOnly);
+        return;
     }
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const int descriptor =
+        open(QFile::encodeName(fileName).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+    {
+        throw CanNotRead(fileName, QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    struct stat status
+    {
+    };
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+    {
+        throw CanNotRead(fileName, QStringLiteral("it is no regular file; \"-\" reads the standard "
+                                                  "input"));
+    }
+}
+
+QList<QByteArray> ReadLines(const QString& fileName)
+{
+    constexpr qint64 kLargestScript = 64 << 20;
+    QFile file;
+    OpenScript(file, fileName);
+    QByteArray text = file.read(kLargestScript + 1);
+    if (text.size() > kLargestScript)
+    {
+        throw CanNotRead(fileName, QStringLiteral("it has more than 64 MiB"));
+    }
+    if (text.startsWith("\xEF\xBB\xBF"))
+    {
+        text.remove(0, 3);
+    }
+    return text.split('\n');
 }
 
 void ExecuteScriptLine(CSession& session, const QString& line)
@@ -134,13 +185,6 @@ void ExecuteScriptLine(CSession& session, const QString& line)
     }
 }
 
-CFailure WithPlace(const CFailure& failure, const QString& place)
-{
-    const QString text = place + QStringLiteral(": ") + failure.GetText();
-    return failure.GetCode() ? CFailure(*failure.GetCode(), text)
-                             : CFailure(failure.GetStatus(), text);
-}
-
 struct t_RunOptions
 {
     std::string file;
@@ -157,14 +201,14 @@ t_Answer t_RunOptions::Run(CSession& session) const
 {
     const CDepthGuard guard;
     const bool wasInTransaction = session.IsInTransaction();
-    const QStringList lines = ReadLines(ToText(file));
+    const QList<QByteArray> lines = ReadLines(ToText(file));
     int number = 0;
     try
     {
-        for (const QString& line : lines)
+        for (const QByteArray& line : lines)
         {
             ++number;
-            ExecuteScriptLine(session, line);
+            ExecuteScriptLine(session, FromUtf8(line));
         }
         if (session.IsInTransaction() && !wasInTransaction)
         {
@@ -172,13 +216,14 @@ t_Answer t_RunOptions::Run(CSession& session) const
                            QStringLiteral("the script ends between \"begin\" and \"commit\""));
         }
     }
-    catch (const CFailure& failure)
+    catch (CFailure& failure)
     {
         if (session.IsInTransaction() && !wasInTransaction)
         {
             session.End(false);
         }
-        throw WithPlace(failure, QStringLiteral("%1:%2").arg(ToText(file)).arg(number));
+        failure.AddPlace(ToText(file), number);
+        throw;
     }
     return {};
 }
@@ -189,6 +234,20 @@ struct t_ShellOptions
     t_Answer Run(CSession& session) const { return RunShell(session); }
 };
 } // namespace
+
+QString FromUtf8(const QByteArray& bytes)
+{
+    const QString text = QString::fromUtf8(bytes);
+    if (text.toUtf8() != bytes)
+    {
+        throw CFailure(
+            eSTATUS_USAGE,
+            QStringLiteral("\"%1\" is no text in UTF-8, which all names, paths and values "
+                           "are written in")
+                .arg(text.left(80)));
+    }
+    return text;
+}
 
 std::vector<std::string> SplitWords(const QString& line)
 {
@@ -216,7 +275,8 @@ std::vector<std::string> SplitWords(const QString& line)
             {
                 break;
             }
-            word = word.value_or(QString()) + c;
+            word = word ? std::move(word) : QString();
+            word->append(c);
         }
         else if (word)
         {
@@ -257,14 +317,14 @@ void ShowFailure(CSession& session, const CFailure& failure)
 {
     if (session.GetStyle().json)
     {
-        QJsonObject error{{QStringLiteral("status"), static_cast<int>(failure.GetStatus())},
-                          {QStringLiteral("message"), failure.GetText()}};
-        if (failure.GetCode())
+        QJsonObject document{{QStringLiteral("error"), ToJson(failure)}};
+        const QStringList reports = session.GetOutput().TakeReports();
+        if (!reports.isEmpty())
         {
-            error[QStringLiteral("code")] = static_cast<int>(*failure.GetCode());
-            error[QStringLiteral("name")] = GetAcceptanceName(*failure.GetCode());
+            document[QStringLiteral("reports")] = QJsonArray::fromStringList(reports);
         }
-        session.GetOutput().Document({{QStringLiteral("error"), error}});
+        session.GetOutput().Document(document);
+        return;
     }
     session.GetOutput().Problem(QStringLiteral("zelctl: ") + failure.GetText());
 }

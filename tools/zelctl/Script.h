@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+/** The text that bytes of a line or an argument are. Fails for what is no UTF-8: a file name that
+   was mended by replacing characters would be another file. */
+QString FromUtf8(const QByteArray& bytes);
+
 /** Words of a line: parted by blanks; in single or double quotes as they stand, but for \" and \\
     in double ones; from a "#" at the beginning of a word on it is a comment. Fails for a quote that
     is not closed. */
@@ -15,7 +19,7 @@ std::vector<std::string> SplitWords(const QString& line);
     COMMAND"; no words do nothing. */
 t_Answer ExecuteWords(CSession& session, const std::vector<std::string>& words);
 
-/** Writes a failure as the program does: a line on the standard error, and a document where the
+/** Writes a failure as the program does: a line on the standard error, or a document where the
     session's style asks for one. */
 void ShowFailure(CSession& session, const CFailure& failure);
 

@@ -8,6 +8,7 @@
 #include "TreeWalk.h"
 #include "TreeWatch.h"
 
+#include <QJsonArray>
 #include <algorithm>
 #include <utility>
 
@@ -28,21 +29,6 @@ std::shared_ptr<IDbObject> FindStart(IDbGroup& tree, const QString& path, QStrin
     return node;
 }
 
-QString DescribeItems(const IDbGroup& group, const IDbContainer& container)
-{
-    const INT32 count = container.GetCount();
-    if (count == 0)
-    {
-        return group.GetPath() + QStringLiteral(" has no items");
-    }
-    const auto key = [&container](INT32 position)
-    { return GetStep(*container.GetItemByPosition(position)); };
-    const QString last = count > 1 ? QStringLiteral(" … ") + key(count - 1) : QString();
-    return QStringLiteral("%1 has %2 %3: %4%5")
-        .arg(group.GetPath())
-        .arg(count)
-        .arg(count == 1 ? QLatin1String("item") : QLatin1String("items"), key(0), last);
-}
 } // namespace
 
 CSession::CSession(COutput& output)
@@ -86,6 +72,14 @@ CTreeWatch& CSession::GetWatch()
 
 std::shared_ptr<IDbObject> CSession::Find(const QString& path)
 {
+    constexpr int kLongestPath = 4096;
+    if (path.size() > kLongestPath)
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("no node \"%1…\": a path of %2 characters is too long")
+                           .arg(path.left(40))
+                           .arg(path.size()));
+    }
     QString clean = path == QLatin1String(".") ? QString() : path;
     while (clean.endsWith(QLatin1Char('/')))
     {
@@ -157,6 +151,12 @@ std::shared_ptr<IDbAction> CSession::FindAction(const QString& path)
     return FindKind<IDbAction>(path, "an action");
 }
 
+void CSession::SetStyle(const t_Style& style)
+{
+    m_style = style;
+    m_output.KeepReports(style.json);
+}
+
 void CSession::Begin(const QString& text)
 {
     if (m_inTransaction)
@@ -179,14 +179,33 @@ KW_ACCEPTANCE CSession::End(bool keep)
     return GetRoot().EndTransaction(keep);
 }
 
+QString DescribeItems(const IDbGroup& group, const IDbContainer& container)
+{
+    const INT32 count = container.GetCount();
+    if (count == 0)
+    {
+        return group.GetPath() + QStringLiteral(" has no items");
+    }
+    const auto key = [&container](INT32 position)
+    { return GetStep(*container.GetItemByPosition(position)); };
+    const QString last = count > 1 ? QStringLiteral(" … ") + key(count - 1) : QString();
+    return QStringLiteral("%1 has %2 %3: %4%5")
+        .arg(group.GetPath())
+        .arg(count)
+        .arg(count == 1 ? QLatin1String("item") : QLatin1String("items"), key(0), last);
+}
+CFailure Refuse(KW_ACCEPTANCE code, const QString& what, const QString& detail)
+{
+    return {code, QStringLiteral("refused: %1: %2%3")
+                      .arg(what, DescribeAcceptance(code),
+                           detail.isEmpty() ? QString() : QStringLiteral("; ") + detail)};
+}
+
 void Require(KW_ACCEPTANCE code, const QString& what, const QString& detail)
 {
     if (!KW_IsAccepted(code))
     {
-        throw CFailure(code,
-                       QStringLiteral("refused: %1: %2%3")
-                           .arg(what, DescribeAcceptance(code),
-                                detail.isEmpty() ? QString() : QStringLiteral("; ") + detail));
+        throw Refuse(code, what, detail);
     }
 }
 
@@ -209,9 +228,18 @@ CReply& CReply::Lines(const QStringList& texts)
 
 t_Answer CReply::Send(KW_ACCEPTANCE code, eSTATUS status)
 {
-    if (m_session.GetStyle().json)
+    if (IsDocument())
     {
         Field("code", static_cast<int>(code));
+        if (code == eKW_ACC_WARNING)
+        {
+            Field("warning", KW_GetAcceptanceText(code));
+        }
+        const QStringList reports = m_session.GetOutput().TakeReports();
+        if (!reports.isEmpty())
+        {
+            Field("reports", QJsonArray::fromStringList(reports));
+        }
         m_session.GetOutput().Document(m_document);
         return {status, code};
     }

@@ -62,7 +62,7 @@ public:
 
     COutput& GetOutput() { return m_output; }
     const t_Style& GetStyle() const { return m_style; }
-    void SetStyle(const t_Style& style) { m_style = style; }
+    void SetStyle(const t_Style& style);
 
 private:
     template <typename TNode>
@@ -78,8 +78,14 @@ private:
     bool m_inTransaction = false;
 };
 
+/** A refused request; `detail` says what would have been taken. */
+CFailure Refuse(KW_ACCEPTANCE code, const QString& what, const QString& detail = {});
+
 /** Fails for a refusing code; `what` is the request, `detail` what would have been taken. */
 void Require(KW_ACCEPTANCE code, const QString& what, const QString& detail = {});
+
+/** "Vertical/Channel has 4 items: [0] … [3]". */
+QString DescribeItems(const IDbGroup& group, const IDbContainer& container);
 
 /** The answer of one command: lines for a reader, or a document where the session's style asks for
     one; the other is not kept. */

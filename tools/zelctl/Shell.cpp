@@ -4,11 +4,11 @@
 
 namespace
 {
-t_Answer ExecuteShellLine(CSession& session, const QString& line)
+t_Answer ExecuteShellLine(CSession& session, const QByteArray& line)
 {
     try
     {
-        return ExecuteWords(session, SplitWords(line));
+        return ExecuteWords(session, SplitWords(FromUtf8(line)));
     }
     catch (const CFailure& failure)
     {
@@ -17,10 +17,10 @@ t_Answer ExecuteShellLine(CSession& session, const QString& line)
     }
 }
 
-bool IsQuit(const QString& line)
+bool IsQuit(const QByteArray& line)
 {
-    const QString word = line.trimmed();
-    return word == QLatin1String("quit") || word == QLatin1String("exit");
+    const QByteArray word = line.trimmed();
+    return word == "quit" || word == "exit";
 }
 } // namespace
 
@@ -31,7 +31,7 @@ t_Answer RunShell(CSession& session)
     while (true)
     {
         session.GetOutput().Finish();
-        const std::optional<QString> line = editor.Read();
+        const std::optional<QByteArray> line = editor.Read();
         if (!line || IsQuit(*line))
         {
             break;

@@ -175,7 +175,7 @@ QJsonValue GetJsonSide(const t_NodeState& state, eCHANGE kind)
     case eCHANGE::Maximum:
         return ToJsonValue(GetChanged(state, kind));
     case eCHANGE::Selectable:
-        return QJsonArray::fromStringList(state.selectable);
+        return ToJsonValues(state.selectable, state.value);
     case eCHANGE::Unit:
         return KW_GetUnitText(state.value.unit);
     case eCHANGE::Validity:

@@ -25,6 +25,7 @@ struct t_Files
 
 t_Answer RunProcess(CSession& session, CCommandLine& line, const t_Files& files)
 {
+    session.SetStyle(line.GetStyle());
     if (!files.load.empty())
     {
         Require(session.GetRoot().Recall(ToText(files.load)),
@@ -39,6 +40,14 @@ t_Answer RunProcess(CSession& session, CCommandLine& line, const t_Files& files)
     return answer;
 }
 
+void RequireUtf8(const std::vector<std::string>& words)
+{
+    for (const std::string& word : words)
+    {
+        FromUtf8(QByteArray::fromStdString(word));
+    }
+}
+
 eSTATUS Run(CSession& session, const std::vector<std::string>& words)
 {
     CCommandLine line(session, CCommandLine::ePLACE::Process);
@@ -47,6 +56,7 @@ eSTATUS Run(CSession& session, const std::vector<std::string>& words)
     line.GetApp().set_version_flag("--version", "zelctl " ZELCTL_VERSION, "Show the version");
     try
     {
+        RequireUtf8(words);
         return line.Parse(words) ? RunProcess(session, line, files).status : eSTATUS_OK;
     }
     catch (const CFailure& failure)
