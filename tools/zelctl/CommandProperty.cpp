@@ -30,7 +30,7 @@ constexpr char kSetFooter[] =
     "\n"
     "Examples:\n"
     "  zelctl set Vertical/Channel[0]/Scale 200 mV/div --trace\n"
-    "  zelctl --load my.xml --save my.xml set Meter/Range 10V";
+    "  zelctl --load my.xml --save my.xml set Trigger/Type RUNT";
 
 struct t_GetOptions
 {

@@ -41,19 +41,27 @@ QString DescribeReason(const IDbProperty& property, const t_ShownValue& after)
         return QStringLiteral("it stands at its present %1")
             .arg(isLeast ? QLatin1String("minimum") : QLatin1String("maximum"));
     }
-    return QStringLiteral("\"zelctl why %1\" shows the rules that move it").arg(property.GetPath());
+    const QString rule =
+        QStringLiteral("moved by a rule: \"zelctl why %1\" shows which").arg(property.GetPath());
+    return property.GetEnumNameInfo() == nullptr ? QStringLiteral("rounded, or ") + rule : rule;
 }
 
 /** A write with code 1: what was asked for, what stands, and why. */
 QString DescribeMoved(const IDbProperty& property, const t_ShownValue& asked,
-                      const t_ShownValue& after, KW_ACCEPTANCE code, bool exact)
+                      const t_ShownValue& before, const t_ShownValue& after, bool exact)
 {
-    const QString text =
-        QStringLiteral("asked %1, stands %2 (%3")
-            .arg(ShowValue(asked, exact), ShowValue(after, exact), DescribeAcceptance(code));
-    return ShowValue(asked, false) == ShowValue(after, false)
-               ? text + QLatin1Char(')')
-               : text + QStringLiteral("; ") + DescribeReason(property, after) + QLatin1Char(')');
+    QString text =
+        QStringLiteral("asked %1, stands %2").arg(ShowValue(asked, exact), ShowValue(after, exact));
+    if (before.text != after.text)
+    {
+        text += QStringLiteral(", was ") + ShowValue(before, exact);
+    }
+    text += QStringLiteral(" (") + DescribeAcceptance(eKW_ACC_WARNING);
+    if (ShowValue(asked, true) != ShowValue(after, true))
+    {
+        text += QStringLiteral("; ") + DescribeReason(property, after);
+    }
+    return text + QLatin1Char(')');
 }
 } // namespace
 
@@ -86,7 +94,7 @@ t_Answer WriteProperty(CSession& session, const char* command, IDbProperty& prop
     CReply reply(session, QLatin1String(command));
     reply
         .Line(property.GetPath() + QStringLiteral(": ") +
-              (isMoved ? DescribeMoved(property, *request.asked, after, code, exact)
+              (isMoved ? DescribeMoved(property, *request.asked, before, after, exact)
                        : ShowStep(before, after, exact) + DescribeWarning(code)))
         .Field("path", property.GetPath())
         .Field("old", ToJsonValue(before))

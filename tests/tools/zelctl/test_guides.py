@@ -9,7 +9,7 @@ import tempfile
 import textwrap
 import unittest
 
-from support import PROJECT, ZELCTL
+from support import PROJECT, ZELCTL, run
 
 
 def read(*path):
@@ -35,19 +35,65 @@ def read_calls(block):
     return [("\n".join(command), "\n".join(output)) for command, output in calls]
 
 
+# Words that stand for others.
+PLACEHOLDER = re.compile(r"\b(COMMAND|FILE|PATH|TEXT|TYPE|VALUE)\b")
+
+
+def read_helps():
+    """The help of the program and of each command."""
+    text = run("--help").stdout
+    commands = re.findall(r"^  (\w+)", text.split("Subcommands:")[1].split("\n\n")[0], flags=re.M)
+    return [text, *(run(command, "--help").stdout for command in commands)]
+
+
+def read_examples():
+    """Command lines in the helps, in the manual page and in documents, by the name of the text: on
+    lines of their own, with an explanation behind several blanks, or in the text. What a guide
+    shows with its answers is another test's."""
+    texts = {"help": "\n".join(read_helps()),
+             "zelctl.1": re.sub(r"\\(.)", r"\1", read("docs/zelctl.1")), "README.md": read("README.md")}
+    for folder in ["docs", "docs/guides"]:
+        texts |= {name: read(folder, name) for name in sorted(os.listdir(os.path.join(PROJECT, folder)))
+                  if name.endswith(".md")}
+    for name, text in texts.items():
+        text = re.sub(r"^```.*?^```", "", text, flags=re.M | re.S)
+        lines = re.findall(r"^ *(zelctl (?!- )[^`(]*?)(?: {3,}.*)?$", text, flags=re.M)
+        for example in dict.fromkeys([*lines, *re.findall(r"`(zelctl [^`]+)`", text)]):
+            if not PLACEHOLDER.search(example):
+                yield name, " ".join(example.split())
+
+
 class Guides(unittest.TestCase):
-    def test_shell_answers_otherwise_than_the_guide_says(self):
+    def run_as_written(self, command, folder):
         path = os.path.dirname(ZELCTL) + os.pathsep + os.environ["PATH"]
         environment = {**os.environ, "PATH": path, "LC_ALL": "C.UTF-8"}
+        return subprocess.run(["bash", "-c", command], cwd=folder, env=environment,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, text=True, timeout=120, check=False)
+
+    def test_example_fails(self):
+        examples = list(read_examples())
+        self.assertGreater(len(examples), 35)
+        self.assertGreaterEqual({name for name, _ in examples},
+                                {"help", "zelctl.1", "README.md", "use-from-a-shell.md"})
+        with tempfile.TemporaryDirectory() as folder:
+            os.symlink(os.path.join(PROJECT, "examples"), os.path.join(folder, "examples"))
+            for name in ["my", "before", "after"]:
+                run("--save", os.path.join(folder, f"{name}.xml"), "get", "Horizontal")
+            for name, example in examples:
+                with self.subTest(f"{name}: {example}"):
+                    # A program behind a pipe need not be there; status 1 says that states differ.
+                    done = self.run_as_written(example.split(" | ")[0], folder)
+                    self.assertLessEqual(done.returncode, " diff " in example, done.stdout)
+
+    def test_shell_answers_otherwise_than_the_guide_says(self):
         calls = [call for block in read_blocks("use-from-a-shell.md", "console")
                  for call in read_calls(block)]
         self.assertGreater(len(calls), 15)
         with tempfile.TemporaryDirectory() as folder:
             for command, output in calls:
                 with self.subTest(command):
-                    done = subprocess.run(["bash", "-c", command], cwd=folder, env=environment,
-                                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                                          text=True, timeout=120, check=False)
+                    done = self.run_as_written(command, folder)
                     self.assertEqual(done.stdout.rstrip("\n"), output)
 
     def test_code_of_the_guide_is_not_what_is_compiled(self):

@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: MIT
 """The shell in a terminal: what the tabulator completes, and what the next shell remembers."""
 
+import fcntl
 import os
 import pty
 import select
 import subprocess
 import tempfile
+import termios
 import time
 import unittest
 
@@ -13,6 +15,12 @@ from support import PROJECT, ZELCTL
 
 PROMPT = "zel> "
 UP = "\x1b[A"
+INTERRUPT = "\x03"
+
+
+def take_terminal():
+    """Interrupts and hang-ups of the terminal at the standard input are the process's."""
+    fcntl.ioctl(0, termios.TIOCSCTTY, 0)
 
 
 class Terminal:
@@ -26,7 +34,8 @@ class Terminal:
         sanitizer = environment.get("ASAN_OPTIONS", "")
         environment["ASAN_OPTIONS"] = f"{sanitizer}:detect_leaks=0".lstrip(":")
         self.process = subprocess.Popen([ZELCTL, "shell"], stdin=slave, stdout=slave,
-                                        stderr=slave, env=environment, start_new_session=True)
+                                        stderr=slave, env=environment, start_new_session=True,
+                                        preexec_fn=take_terminal)
         os.close(slave)
         self.text = ""
         test.addCleanup(self.end)
@@ -87,20 +96,57 @@ class Shell(unittest.TestCase):
             self.assertIn(name, choice)
         terminal.quit()
 
+    def test_interrupt_ends_the_session_or_keeps_the_line(self):
+        terminal = Terminal(self, self.home.name)
+        terminal.type("set Horizontal/Scale 1us\n")
+        terminal.wait_for("100 ns/div → 1 µs/div")
+        terminal.wait_for(PROMPT)
+        terminal.type("get Vertical")
+        terminal.wait_for("get Vertical")
+        terminal.type(INTERRUPT)
+        terminal.wait_for(PROMPT)
+        terminal.type("get Horizontal/Scale\n")
+        terminal.wait_for("\n1 µs/div")
+        self.assertEqual(terminal.quit(), 0)
+
     def test_next_shell_has_forgotten(self):
-        first = Terminal(self, self.home.name)
-        first.type("get Horizontal/Scale\n")
-        first.wait_for("100 ns/div")
-        first.wait_for(PROMPT)
-        self.assertEqual(first.quit(), 0)
-        kept = os.path.join(self.home.name, ".local/state/zelctl/history")
-        self.assertTrue(os.path.exists(kept))
-        second = Terminal(self, self.home.name)
-        second.type(UP + UP)  # behind "quit"
-        second.wait_for("Horizontal/Scale")
-        second.type("\n")
-        second.wait_for("100 ns/div")
-        second.quit()
+        # how a shell ends, how many lines it adds by that
+        for name, end, lines in [
+                ("quit", Terminal.quit, 1),
+                ("killed", Terminal.end, 0),
+                ("hang-up", lambda terminal: os.close(terminal.master), 0),
+                ("end of the input", lambda terminal: terminal.type("\x04"), 0),
+        ]:
+            with self.subTest(name), tempfile.TemporaryDirectory() as home:
+                for scale in ["Horizontal/Scale", "Zoom/Scale"]:
+                    shell = Terminal(self, home)
+                    shell.type(f"get {scale}\n")
+                    shell.wait_for("ns/div")
+                    shell.wait_for(PROMPT)
+                    end(shell)
+                    shell.process.wait(30)
+                last = Terminal(self, home)
+                last.type(UP * (2 + 2 * lines))
+                last.wait_for("Horizontal/Scale")
+                last.type("\n")
+                last.wait_for("100 ns/div")
+                last.quit()
+
+    def test_history_grows_without_end(self):
+        folder = os.path.join(self.home.name, ".local/state/zelctl")
+        os.makedirs(folder)
+        kept = os.path.join(folder, "history")
+        with open(kept, "w", encoding="utf-8") as file:
+            file.write("_HiStOrY_V2_\n" + "".join(f"echo\\040{i}\n" for i in range(2000)))
+        shell = Terminal(self, self.home.name)
+        shell.type("echo last\n")
+        shell.wait_for(PROMPT)
+        shell.end()
+        with open(kept, encoding="utf-8") as file:
+            lines = file.read().splitlines()
+        self.assertLess(len(lines), 1000)
+        self.assertEqual(lines[0::len(lines) - 1], ["_HiStOrY_V2_", "echo\\040last"])
+        self.assertEqual(os.listdir(folder), ["history"])
 
     def test_history_keeps_a_secret(self):
         terminal = Terminal(self, self.home.name)
