@@ -80,6 +80,13 @@ void CPgHorizontal::UpdateGroup()
     RunRecalculationChain();
 }
 
+std::vector<CDbPropertyGroup::t_Twins> CPgHorizontal::Twins() const
+{
+    return {{m_pScale, m_pScaleGUI},
+            {m_pReferencePoint, m_pReferencePointGUI},
+            {m_pNumberOfAverages, m_pNumberOfAveragesGUI}};
+}
+
 void CPgHorizontal::OnTreeCreated()
 {
     CPgHorizontalBase::OnTreeCreated();

@@ -15,6 +15,7 @@ class CPgHorizontal : public CPgHorizontalBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
+    std::vector<t_Twins> Twins() const override;
     void OnTreeCreated() override;
 
 protected:

@@ -143,6 +143,11 @@ void CPgMeter::UpdateGroup()
     UpdateInputChannels();
 }
 
+std::vector<CDbPropertyGroup::t_Twins> CPgMeter::Twins() const
+{
+    return {{m_pMeterType, m_pMeasTypeGUI}};
+}
+
 void CPgMeter::OnTreeCreated()
 {
     CPgMeterBase::OnTreeCreated();

@@ -2,6 +2,9 @@
 #include "PgSaveRecall.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/DbPgRoot.h"
+#include "CommonDatabase/DbSettings.h"
+#include "LockManager.h"
 #include "PgDiagrams.h"
 #include "PgZEL.h"
 #include "PgaSaveRecallSlot.h"
@@ -11,7 +14,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-KW_ACCEPTANCE CPgSaveRecall::OnFunction(const CDbFunction* function)
+std::optional<KW_ACCEPTANCE> CPgSaveRecall::OnFileFunction(const CDbFunction* function)
 {
     if (function == m_pSaveToSlot)
     {
@@ -29,8 +32,11 @@ KW_ACCEPTANCE CPgSaveRecall::OnFunction(const CDbFunction* function)
     {
         return SaveTo(UserFile());
     }
-    return function == m_pRecallFromFile ? RecallFrom(UserFile())
-                                         : CPgSaveRecallBase::OnFunction(function);
+    if (function == m_pRecallFromFile)
+    {
+        return RecallFrom(UserFile());
+    }
+    return CPgSaveRecallBase::OnFileFunction(function);
 }
 
 CPgSaveRecallSlot* CPgSaveRecall::SelectedSlot() const
@@ -62,6 +68,8 @@ KW_ACCEPTANCE CPgSaveRecall::SaveToSlot()
     const KW_ACCEPTANCE code = SaveTo(SlotFile());
     if (code <= eKW_ACC_WARNING)
     {
+        const CLockGuard lock;
+        const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
         KW_CHECKED(slot->GetPrUsed()->DbSet(eKW_ONOFF_ON));
         KW_CHECKED(slot->GetPrSavedAt()->DbSet(QDateTime::currentSecsSinceEpoch()));
     }
@@ -85,6 +93,8 @@ KW_ACCEPTANCE CPgSaveRecall::ClearSlot()
     {
         return eKW_ACC_FILE_NOT_WRITABLE;
     }
+    const CLockGuard lock;
+    const CDbRootScope scope(GetDbRoot(), eWRITEKIND::Client);
     KW_CHECKED(slot->GetPrUsed()->DbSet(eKW_ONOFF_OFF));
     KW_CHECKED(slot->GetPrSavedAt()->DbSet(0));
     KW_CHECKED(slot->GetPrName()->DbSet(QStringLiteral("")));
@@ -101,31 +111,37 @@ KW_ACCEPTANCE CPgSaveRecall::SaveTo(const QString& fileName) const
     return CPgZEL::Of(*this)->SaveToFile(fileName, eSAVERECALL_SETTINGS);
 }
 
-// Only the file is applied: the action runs under the tree's lock, which the acquisition may need
-// before it can stop.
+// Only the file is applied: the action may be run inside a bracket, whose lock the acquisition may
+// need before it can stop.
 KW_ACCEPTANCE CPgSaveRecall::RecallFrom(const QString& fileName)
 {
     if (fileName.isEmpty())
     {
         return eKW_ACC_BAD_NAME;
     }
+    CPgZEL* const root = CPgZEL::Of(*this);
+    CDbSettingsDocument document;
+    if (const KW_ACCEPTANCE code = root->ReadFile(fileName, document); code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
     return m_pRecallScreen->Get() == eKW_ONOFF_ON
-               ? CPgZEL::Of(*this)->ApplyFile(fileName, eSAVERECALL_SETTINGS)
-               : RecallBelowScreen(fileName);
+               ? root->ApplyDocument(document, eSAVERECALL_SETTINGS)
+               : RecallBelowScreen(document);
 }
 
 /** All but the diagrams, which become again what they were. */
-KW_ACCEPTANCE CPgSaveRecall::RecallBelowScreen(const QString& fileName)
+KW_ACCEPTANCE CPgSaveRecall::RecallBelowScreen(const CDbSettingsDocument& document)
 {
+    const CLockGuard lock;
     CPgZEL* const root = CPgZEL::Of(*this);
     QList<QString> screen;
     root->GetPgDiagrams()->SerializeCSV(screen, eSAVERECALL_SETTINGS);
-    const KW_ACCEPTANCE code = root->ApplyFile(fileName, eSAVERECALL_SETTINGS);
-    if (code <= eKW_ACC_WARNING)
-    {
-        QListIterator<QString> fields(screen);
-        root->GetPgDiagrams()->DeSerializeCSV(fields);
-        root->UpdateAllMeasSettings();
-    }
-    return code;
+    return root->ApplyDocument(document, eSAVERECALL_SETTINGS,
+                               [root, &screen]
+                               {
+                                   QListIterator<QString> fields(screen);
+                                   root->GetPgDiagrams()->DeSerializeCSV(fields);
+                                   root->UpdateAllMeasSettings();
+                               });
 }

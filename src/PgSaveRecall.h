@@ -3,6 +3,7 @@
 
 #include "PgSaveRecallBase.h"
 
+class CDbSettingsDocument;
 class CPgSaveRecallSlot;
 
 /** Slots and files of settings. A slot is a file in the instrument's settings folder; a relative
@@ -11,7 +12,7 @@ class CPgSaveRecallSlot;
 class CPgSaveRecall : public CPgSaveRecallBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function) override;
 
 private:
     CPgSaveRecallSlot* SelectedSlot() const;
@@ -24,5 +25,5 @@ private:
     KW_ACCEPTANCE ClearSlot();
     KW_ACCEPTANCE SaveTo(const QString& fileName) const;
     KW_ACCEPTANCE RecallFrom(const QString& fileName);
-    KW_ACCEPTANCE RecallBelowScreen(const QString& fileName);
+    KW_ACCEPTANCE RecallBelowScreen(const CDbSettingsDocument& document);
 };

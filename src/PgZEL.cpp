@@ -2,6 +2,7 @@
 #include "PgZEL.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/DbSettings.h"
 #include "LockManager.h"
 #include "PgControl.h"
 #include "PgLogger.h"
@@ -36,6 +37,11 @@ KW_ACCEPTANCE CPgZEL::OnFunction(const CDbFunction* function)
     {
         return ApplyDefaults(eSAVERECALL_ALL, QStringLiteral("PresetFactory"));
     }
+    return CPgZELBase::OnFunction(function);
+}
+
+std::optional<KW_ACCEPTANCE> CPgZEL::OnFileFunction(const CDbFunction* function)
+{
     if (function == m_pSave)
     {
         return SaveInFolder(kSettingsFile, eSAVERECALL_SETTINGS);
@@ -52,7 +58,7 @@ KW_ACCEPTANCE CPgZEL::OnFunction(const CDbFunction* function)
     {
         return SaveInFolder(kRestorationFile, eSAVERECALL_ALL);
     }
-    return CPgZELBase::OnFunction(function);
+    return CPgZELBase::OnFileFunction(function);
 }
 
 KW_ACCEPTANCE CPgZEL::OnPropertySet(const CDbPropBase* property)
@@ -64,7 +70,7 @@ KW_ACCEPTANCE CPgZEL::OnPropertySet(const CDbPropBase* property)
     return CPgZELBase::OnPropertySet(property);
 }
 
-// The actions run under the tree's lock, which the acquisition may need before it can stop:
+// An action may be run inside a bracket, whose lock the acquisition may need before it can stop:
 // here the file alone is applied, and whoever asks for the whole sequence calls Recall.
 KW_ACCEPTANCE CPgZEL::RecallFromFolder(const QString& name, SaveRecallPattern pattern)
 {
@@ -98,8 +104,17 @@ bool CPgZEL::RecallFromFile(const QString& fileName, SaveRecallPattern pattern)
 
 KW_ACCEPTANCE CPgZEL::RecallPattern(const QString& fileName, SaveRecallPattern pattern)
 {
+    CDbSettingsDocument document;
+    if (const KW_ACCEPTANCE code = ReadFile(fileName, document); code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
+    if (!MayWrite())
+    {
+        return eKW_ACC_NO_WRITE_ACCESS;
+    }
     StopAcquisition();
-    return ApplyFile(fileName, pattern, [this] { SwitchMode(); });
+    return ApplyDocument(document, pattern, [this] { SwitchMode(); });
 }
 
 KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)

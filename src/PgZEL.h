@@ -17,7 +17,8 @@ public:
     /** The root above a node; null while the node is not part of the instrument's tree. */
     static CPgZEL* Of(const CDbObject& node) { return dynamic_cast<CPgZEL*>(node.GetDbRoot()); }
 
-    /** Stops the acquisition, applies the file, brings the instrument into the recalled mode. */
+    /** Reads and checks the file, stops the acquisition, applies what was read, brings the
+        instrument into the recalled mode. A recall that is refused stops nothing. */
     KW_ACCEPTANCE Recall(QString fileName) override;
     bool RecallFromFile(const QString& fileName, SaveRecallPattern pattern) override;
     /** Stops the acquisition, runs "Preset" or "PresetFactory", brings the instrument into the
@@ -27,6 +28,7 @@ public:
     void UpdateAllMeasSettings() override;
 
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function) override;
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
 
 private:

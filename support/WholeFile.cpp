@@ -6,6 +6,7 @@
 #include <QSaveFile>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -26,7 +27,7 @@ void SyncFolderOf(const QString& fileName)
 /** False with errno set when the contents did not reach the disk. */
 bool Sync(QSaveFile& file)
 {
-    // Without support for it there is nothing to wait for, as on a pipe.
+    // Without support for it there is nothing to wait for.
     return fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
@@ -35,11 +36,79 @@ bool Restrict(QSaveFile& file, eREADERS readers)
     return readers == eREADERS::Any ||
            file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }
+const QString kIrregular = QStringLiteral("it is no regular file");
+
+/** What stands at the end of links; a folder's writer and reader say so themselves. */
+bool IsRegularOrFree(const QString& fileName)
+{
+    struct stat target
+    {
+    };
+    return stat(QFile::encodeName(fileName).constData(), &target) != 0 || S_ISREG(target.st_mode) ||
+           S_ISDIR(target.st_mode);
+}
+
+/** Without waiting for the other end of a pipe; −1 with `error` set. */
+int OpenRegular(const QString& fileName, QString& error)
+{
+    const int handle =
+        open(QFile::encodeName(fileName).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+    {
+        error = qt_error_string(errno);
+        return -1;
+    }
+    struct stat opened
+    {
+    };
+    if (fstat(handle, &opened) != 0 || !S_ISREG(opened.st_mode))
+    {
+        error = S_ISDIR(opened.st_mode) ? qt_error_string(EISDIR) : kIrregular;
+        close(handle);
+        return -1;
+    }
+    return handle;
+}
 } // namespace
+
+bool KW_ReadWholeFile(const QString& fileName, qint64 maxSize, QByteArray& contents, QString& error)
+{
+    const int handle = OpenRegular(fileName, error);
+    if (handle < 0)
+    {
+        return false;
+    }
+    QFile file;
+    if (!file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    {
+        error = file.errorString();
+        close(handle);
+        return false;
+    }
+    // Some files tell no size: what is read is what counts.
+    QByteArray read = file.read(maxSize + 1);
+    if (file.error() != QFileDevice::NoError)
+    {
+        error = file.errorString();
+        return false;
+    }
+    if (read.size() > maxSize)
+    {
+        error = QStringLiteral("it is larger than %1 bytes").arg(maxSize);
+        return false;
+    }
+    contents = std::move(read);
+    return true;
+}
 
 bool KW_WriteWholeFile(const QString& fileName, const QByteArray& contents, QString& error,
                        eREADERS readers)
 {
+    if (!IsRegularOrFree(fileName))
+    {
+        error = kIrregular;
+        return false;
+    }
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly))
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbContainerBase.h"
 
+#include "DbBounds.h"
 #include "DbPgRoot.h"
 #include "DbSettings.h"
 
@@ -68,13 +69,32 @@ void CDbContainerBase::CopyContents(const CDbPropertyGroup& source, CDbPropertyG
     }
 }
 
+const CDbContainerBase::t_ItemClass& CDbContainerBase::GetItemClass() const
+{
+    if (m_itemClass.pattern < 0)
+    {
+        const auto item = Own(CreateItem(0));
+        m_itemClass = {item->GetSavedPattern(), item->CountNodes()};
+    }
+    return m_itemClass;
+}
+
 INT32 CDbContainerBase::GetSavedPattern() const
 {
-    if (m_itemPattern < 0)
-    {
-        m_itemPattern = Own(CreateItem(0))->GetSavedPattern();
-    }
-    return m_itemPattern & GetSaveRecallType();
+    return GetItemClass().pattern & GetSaveRecallType();
+}
+
+std::size_t CDbContainerBase::GetNodesPerItem() const
+{
+    return GetItemClass().nodes;
+}
+
+bool CDbContainerBase::HasRoomFor(INT32 count) const
+{
+    using namespace NDbBounds;
+    return count <= m_maxCount && (count <= kSmallContainer ||
+                                   static_cast<std::size_t>(count) <=
+                                       kMaxContainerBytes / (GetNodesPerItem() * kBytesPerNode));
 }
 
 void CDbContainerBase::WriteDefaults(INT32 pattern)

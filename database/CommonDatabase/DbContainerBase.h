@@ -18,6 +18,11 @@ public:
     INT32 GetMaxCount() const override { return m_maxCount; }
     bool IsDynamic() const override { return m_dynamic; }
     bool IsMaxCountReached() const { return GetCount() >= m_maxCount; }
+    /** Whether the container may have `count` items: by its maximum count, and by the memory that
+        they take (NDbBounds). */
+    bool HasRoomFor(INT32 count) const;
+    /** Nodes of one item of the container's class. */
+    std::size_t GetNodesPerItem() const;
     IDbContainer* AsContainer() override { return this; }
 
     /** Position of an item in the container's order, −1 for a stranger. */
@@ -70,6 +75,13 @@ private:
 
     INT32 m_maxCount;
     bool m_dynamic;
-    /** Of the item class; −1 until it was asked for. */
-    mutable INT32 m_itemPattern = -1;
+    /** What an item of the class carries and how many nodes it has. */
+    struct t_ItemClass
+    {
+        INT32 pattern;
+        std::size_t nodes;
+    };
+    const t_ItemClass& GetItemClass() const;
+
+    mutable t_ItemClass m_itemClass{-1, 0}; ///< of pattern −1 until it was asked for
 };

@@ -59,6 +59,35 @@ KW_ACCEPTANCE CDbFunction::CheckAccess() const
     return GetAvailability() == eAVAILABILITY_AVAILABLE ? eKW_ACC_OK : eKW_ACC_NOT_AVAILABLE;
 }
 
+void CDbFunction::CountRun()
+{
+    m_runs.IncChangeCounter();
+    GetParent()->IncChangeCounter();
+}
+
+std::optional<KW_ACCEPTANCE> CDbFunction::RunOnFile()
+{
+    // Without the lock another thread may let the tree go: it stays until this has ended.
+    std::shared_ptr<CDbObject> root;
+    std::shared_ptr<CDbObject> group;
+    {
+        const CLockGuard lock;
+        if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
+        {
+            return access;
+        }
+        root = GetDbRoot()->shared_from_this();
+        group = GetParent()->shared_from_this();
+    }
+    const auto code = static_cast<CDbPropertyGroup&>(*group).OnFileFunction(this);
+    const CLockGuard lock;
+    if (code && *code <= eKW_ACC_WARNING && GetParent() != nullptr)
+    {
+        CountRun();
+    }
+    return code;
+}
+
 KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
 {
     const CLockGuard lock;
@@ -73,15 +102,15 @@ KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
         event == eKW_OP_EVENT_START ? GetParent()->OnFunction(this) : eKW_ACC_OK;
     if (code <= eKW_ACC_WARNING)
     {
-        m_runs.IncChangeCounter();
-        GetParent()->IncChangeCounter();
+        CountRun();
     }
     return code;
 }
 
 KW_ACCEPTANCE CDbFunction::Set()
 {
-    return Order(eKW_OP_EVENT_START);
+    const auto code = RunOnFile();
+    return code ? *code : Order(eKW_OP_EVENT_START);
 }
 
 std::shared_ptr<IKWAction> CDbFunction::GetFIMPointer()

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 /** An action of a group that runs at once: the group's OnFunction says what it does. */
@@ -17,9 +18,9 @@ class CDbFunction : public CDbNode<IDbAction>
 public:
     ~CDbFunction() override;
 
-    /** Runs the action as a client: access check, OnFunction, and when that accepts, the count; one
-        step for undo, which bears the action's path. A refused action leaves no trace: whoever
-        carries actions out sees no order. */
+    /** Runs the action as a client: access check, OnFunction (OnFileFunction for what reads or
+        writes files), and when that accepts, the count; one step for undo, which bears the action's
+        path. A refused action leaves no trace: whoever carries actions out sees no order. */
     virtual KW_ACCEPTANCE Set();
     /** The same, for callers outside the owning group. */
     KW_ACCEPTANCE ExternalApply() { return Set(); }
@@ -36,6 +37,10 @@ protected:
     KW_ACCEPTANCE Order(KW_OP_EVENT event);
 
 private:
+    void CountRun();
+    /** Where the group carries the action out on a file; without the lock. */
+    std::optional<KW_ACCEPTANCE> RunOnFile();
+
     CDbChangeCounter m_runs;
     CLazyHandle<IKWAction> m_fim;
 };

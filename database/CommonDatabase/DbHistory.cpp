@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "DbHistory.h"
 
+#include "DbBounds.h"
 #include "DbPropBase.h"
 #include "ErrorReport.h"
 
 #include <algorithm>
+#include <numeric>
 
 void CDbHistRecord::Undo()
 {
@@ -113,6 +115,13 @@ QString CDbUndoStep::GetText() const
     return !m_text.isEmpty() || m_records.empty() ? m_text : m_records.front()->GetText();
 }
 
+std::size_t CDbUndoStep::GetHeldBytes() const
+{
+    return std::accumulate(m_records.begin(), m_records.end(), std::size_t{0},
+                           [](std::size_t sum, const auto& record)
+                           { return sum + record->GetHeldBytes(); });
+}
+
 void CDbHistory::Add(std::unique_ptr<CDbUndoStep>& step)
 {
     if (step->IsEmpty())
@@ -120,10 +129,14 @@ void CDbHistory::Add(std::unique_ptr<CDbUndoStep>& step)
         return;
     }
     m_done.emplace_back();
-    m_done.back() = std::move(step);
+    m_done.back() = {std::move(step), 0};
+    m_done.back().bytes = m_done.back().step->GetHeldBytes();
+    m_doneBytes += m_done.back().bytes;
     m_undone.clear();
-    if (m_done.size() > kMaxSteps)
+    while (m_done.size() > kMaxSteps ||
+           (m_doneBytes > NDbBounds::kMaxHistoryBytes && m_done.size() > 1))
     {
+        m_doneBytes -= m_done.front().bytes;
         m_done.pop_front();
     }
 }
@@ -136,7 +149,8 @@ bool CDbHistory::Undo()
         return false;
     }
     m_undone.reserve(m_undone.size() + 1);
-    m_done.back()->Undo();
+    m_done.back().step->Undo();
+    m_doneBytes -= m_done.back().bytes;
     m_undone.push_back(std::move(m_done.back()));
     m_done.pop_back();
     return true;
@@ -151,7 +165,7 @@ bool CDbHistory::Redo()
     m_done.emplace_back();
     try
     {
-        m_undone.back()->Redo();
+        m_undone.back().step->Redo();
     }
     catch (...)
     {
@@ -159,6 +173,7 @@ bool CDbHistory::Redo()
         throw;
     }
     m_done.back() = std::move(m_undone.back());
+    m_doneBytes += m_done.back().bytes;
     m_undone.pop_back();
     return true;
 }
@@ -167,4 +182,5 @@ void CDbHistory::Clear()
 {
     m_done.clear();
     m_undone.clear();
+    m_doneBytes = 0;
 }

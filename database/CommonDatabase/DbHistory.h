@@ -25,6 +25,8 @@ public:
     virtual bool IsChanged() const { return true; }
     /** "Scale", "Label3 inserted". */
     virtual QString GetText() const = 0;
+    /** Roughly what the record keeps in memory. */
+    virtual std::size_t GetHeldBytes() const = 0;
     void Undo();
     void Redo();
 
@@ -78,13 +80,15 @@ public:
     void RollBack() noexcept;
     /** The step's name; without one that of its first record. */
     QString GetText() const;
+    std::size_t GetHeldBytes() const;
 
 private:
     QString m_text;
     std::vector<std::unique_ptr<CDbHistRecord>> m_records;
 };
 
-/** The steps that can be undone and redone; bounded, the oldest go first. */
+/** The steps that can be undone and redone; bounded in number and in what they keep
+    (NDbBounds), the oldest go first. */
 class CDbHistory
 {
 public:
@@ -95,13 +99,24 @@ public:
     bool Undo();
     bool Redo();
     void Clear();
-    const CDbUndoStep* NextUndo() const { return m_done.empty() ? nullptr : m_done.back().get(); }
+    const CDbUndoStep* NextUndo() const
+    {
+        return m_done.empty() ? nullptr : m_done.back().step.get();
+    }
     const CDbUndoStep* NextRedo() const
     {
-        return m_undone.empty() ? nullptr : m_undone.back().get();
+        return m_undone.empty() ? nullptr : m_undone.back().step.get();
     }
 
 private:
-    std::deque<std::unique_ptr<CDbUndoStep>> m_done;
-    std::vector<std::unique_ptr<CDbUndoStep>> m_undone;
+    /** A step and what it keeps. */
+    struct t_Kept
+    {
+        std::unique_ptr<CDbUndoStep> step;
+        std::size_t bytes = 0;
+    };
+
+    std::deque<t_Kept> m_done;
+    std::vector<t_Kept> m_undone;
+    std::size_t m_doneBytes = 0; ///< of the steps that are done
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbPgArray.h"
 
+#include "DbBounds.h"
 #include "DbPgRoot.h"
 #include "DbSettings.h"
 #include "KWErrorReport.h"
@@ -53,7 +54,7 @@ KW_ACCEPTANCE CDbPgArrayBase::SetSizeFor(INT32 count, const char* signature)
                         where);
         return eKW_ACC_CAN_NOT_SHRINK;
     }
-    if (count > GetMaxCount())
+    if (!HasRoomFor(count))
     {
         KW_REPORT_ARRAY(QStringLiteral("bad size argument in ") + where);
         return eKW_ACC_CONTAINER_FULL;
@@ -76,7 +77,7 @@ KW_ACCEPTANCE CDbPgArrayBase::InsertFor(INT32 index, std::shared_ptr<CDbProperty
         KW_REPORT_ARRAY(QStringLiteral("Bad index ") + QString::number(index));
         return eKW_ACC_BAD_INDEX;
     }
-    if (IsMaxCountReached())
+    if (!HasRoomFor(GetCount() + 1))
     {
         return eKW_ACC_CONTAINER_FULL;
     }
@@ -433,43 +434,70 @@ void CDbPgArrayBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& r
     {
         count += child.Kind() == kArrayItemElement ? 1 : 0;
     }
-    if (IsDynamic() && count <= GetMaxCount())
-    {
-        if (count < GetCount())
-        {
-            DbRemovePriv(count, GetCount() - count);
-        }
-        DbSetSize(count);
-    }
-    INT32 index = 0;
+    FitTo(count, recall);
+    t_FileItems items{0, std::vector<bool>(m_items.size())};
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
-        if (child.Kind() != kArrayItemElement)
+        if (child.Kind() == kArrayItemElement)
         {
-            DeSerializeChild(child, recall);
-            continue;
-        }
-        CDbPropertyGroup* const item = ItemAt(index++);
-        if (item == nullptr)
-        {
-            recall.Skip(*this, QStringLiteral("Item %1 skipped: the array has %2 items")
-                                   .arg(index - 1)
-                                   .arg(GetCount()));
+            DeSerializeItem(child, items, recall);
         }
         else
         {
-            item->DeSerialize(child, recall);
+            DeSerializeChild(child, recall);
         }
     }
+}
+
+void CDbPgArrayBase::FitTo(INT32 count, CDbRecall& recall)
+{
+    if (IsDynamic() && count < GetCount())
+    {
+        DbRemovePriv(count, GetCount() - count);
+    }
+    const auto added = static_cast<std::size_t>(std::max(count - GetCount(), 0));
+    if (IsDynamic() && added > 0 && HasRoomFor(count) &&
+        recall.MayCreate(added * GetNodesPerItem()))
+    {
+        DbSetSize(count);
+    }
+}
+
+void CDbPgArrayBase::DeSerializeItem(const CDbSettingsElement& element, t_FileItems& items,
+                                     CDbRecall& recall)
+{
+    // An item without a name, as one writes it by hand, follows the one before it.
+    const QString name =
+        element.Name().isNull() ? QString::number(items.next) : element.Name().toString();
+    const INT32 index = IndexOf(name);
+    if (index < 0)
+    {
+        ++items.next;
+        recall.Skip(
+            *this,
+            QStringLiteral("Item %1 skipped: the array has %2 items").arg(name).arg(GetCount()));
+        return;
+    }
+    items.next = index + 1;
+    if (items.seen[index])
+    {
+        recall.Skip(*this, QStringLiteral("Item %1 skipped: the file names it twice").arg(name));
+        return;
+    }
+    items.seen[index] = true;
+    ItemAt(index)->DeSerialize(element, recall);
 }
 
 void CDbPgArrayBase::DeSerializeChild(const CDbSettingsElement& element, CDbRecall& recall)
 {
     if (element.Kind() != QLatin1String("Prop"))
     {
-        recall.CountSkipped();
-        ReportContainer(QStringLiteral("Unexpected item: ") + element.Kind().toString(), __LINE__,
-                        Q_FUNC_INFO);
+        if (recall.CountSkipped())
+        {
+            ReportContainer(QStringLiteral("Unexpected item: ") +
+                                CDbRecall::Shortened(element.Kind().toString()),
+                            __LINE__, Q_FUNC_INFO);
+        }
         return;
     }
     CDbContainerBase::DeSerializeChild(element, recall);
@@ -494,4 +522,12 @@ CDbPgArrayHist::CDbPgArrayHist(CDbPgArrayBase& array, eOPERATIONTYPE operation, 
 QString CDbPgArrayHist::GetText() const
 {
     return m_text;
+}
+
+std::size_t CDbPgArrayHist::GetHeldBytes() const
+{
+    // Items that came in are the tree's.
+    const bool keeps = GetOperationType() == eOPERATIONTYPE::Remove;
+    return sizeof(*this) +
+           (keeps ? m_items.size() * m_array->GetNodesPerItem() : 0) * NDbBounds::kBytesPerNode;
 }

@@ -89,6 +89,15 @@ private:
     /** Items came in front of `index`, or left from there on (a negative count): the active index
         follows the active item, or goes to what now stands in the place of one that left. */
     void FollowActiveItem(INT32 index, INT32 count, eWRITEKIND kind);
+    /** Makes a dynamic array as long as the items of a file. */
+    void FitTo(INT32 count, CDbRecall& recall);
+    /** Items of a file on their way: index of one without a name, and which were there. */
+    struct t_FileItems
+    {
+        INT32 next;
+        std::vector<bool> seen;
+    };
+    void DeSerializeItem(const CDbSettingsElement& element, t_FileItems& items, CDbRecall& recall);
     INT32 IndexOf(QStringView key) const;
 
     t_Items m_items;
@@ -102,6 +111,7 @@ public:
 
     CDbPgArrayHist(CDbPgArrayBase& array, eOPERATIONTYPE operation, INT32 index, t_Items items);
     QString GetText() const override;
+    std::size_t GetHeldBytes() const override;
     INT32 GetIndex() const { return m_index; }
     const t_Items& GetItems() const { return m_items; }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbPgMap.h"
 
+#include "DbBounds.h"
 #include "DbPgRoot.h"
 #include "KWErrorReport.h"
 #include "LockManager.h"
@@ -105,6 +106,33 @@ void CDbPgMapBase::ReportContainer(const QString& text, int line, const char* si
 
 #define KW_REPORT_MAP(text) ReportContainer(text, __LINE__, signature)
 
+KW_ACCEPTANCE CDbPgMapBase::CheckDisplayName(const QString& displayName)
+{
+    if (displayName.size() > NDbBounds::kMaxDisplayNameLength)
+    {
+        return eKW_ACC_TOO_LONG;
+    }
+    return CDbPropTextBase::IsSavable(displayName) ? eKW_ACC_OK : eKW_ACC_BAD_NAME;
+}
+
+KW_ACCEPTANCE CDbPgMapBase::CheckNew(const QString& name, const QString& displayName,
+                                     INT32 numericKey) const
+{
+    if (!IsNameValid(name))
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    if (const KW_ACCEPTANCE code = CheckDisplayName(displayName); code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
+    if (IsItem(name) || IsItem(numericKey))
+    {
+        return eKW_ACC_NAME_IN_USE;
+    }
+    return HasRoomFor(GetCount() + 1) ? eKW_ACC_OK : eKW_ACC_CONTAINER_FULL;
+}
+
 KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& asked, const QString& displayName,
                                       INT32 numericKey, bool makeActive,
                                       std::shared_ptr<CDbPropertyGroup>* inserted,
@@ -112,21 +140,20 @@ KW_ACCEPTANCE CDbPgMapBase::InsertFor(const QString& asked, const QString& displ
 {
     const CLockGuard lock;
     const QString name = Canonical(asked);
-    if (!IsNameValid(name))
+    const KW_ACCEPTANCE code = CheckNew(name, displayName, numericKey);
+    if (code == eKW_ACC_BAD_NAME)
     {
         KW_REPORT_MAP(QStringLiteral("\"%1\" is no valid name in ").arg(name) +
                       QLatin1String(signature));
-        return eKW_ACC_BAD_NAME;
     }
-    if (IsItem(name) || IsItem(numericKey))
+    if (code == eKW_ACC_NAME_IN_USE)
     {
         KW_REPORT_MAP((IsItem(name) ? name : QString::number(numericKey)) +
                       QStringLiteral(" already exists in ") + QLatin1String(signature));
-        return eKW_ACC_NAME_IN_USE;
     }
-    if (IsMaxCountReached())
+    if (code > eKW_ACC_WARNING)
     {
-        return eKW_ACC_CONTAINER_FULL;
+        return code;
     }
     const INT32 key = numericKey < 0 ? LowestFreeKey() : numericKey;
     const t_Item item{Own(CreateItem(key)), displayName.isEmpty() ? name : displayName, key};
@@ -567,15 +594,6 @@ void CDbPgMapBase::VisitItems(const std::function<void(CDbPropertyGroup&)>& visi
 void CDbPgMapBase::IncChangeCounter()
 {
     CDbContainerBase::IncChangeCounter();
-}
-
-void CDbPgMapBase::RemoveAllItems()
-{
-    const QStringList names = GetNames();
-    for (auto name = names.crbegin(); name != names.crend(); ++name)
-    {
-        Take(*name, eWRITEKIND::Internal);
-    }
 }
 
 CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QString& name,

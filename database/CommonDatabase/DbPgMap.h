@@ -5,6 +5,7 @@
 #include "DbPropText.h"
 
 #include <map>
+#include <set>
 
 /** Record of an item that came into, left, or was renamed in a map. */
 class CDbPgMapHist;
@@ -129,7 +130,20 @@ private:
     KW_ACCEPTANCE InsertAsClient(const QString& name, std::shared_ptr<CDbPropertyGroup>* inserted);
     /** `item` is the item as it is to be: with the display name and key of its new name. */
     void Move(const QString& oldName, const QString& newName, const t_Item& item, eWRITEKIND kind);
-    void DeSerializeItem(const CDbSettingsElement& element, CDbRecall& recall);
+    /** Items that a file leaves in place. */
+    using t_Kept = std::set<const CDbPropertyGroup*>;
+
+    /** eKW_ACC_BAD_NAME, TOO_LONG, NAME_IN_USE or CONTAINER_FULL where there can not be such an
+        item beside the present ones. */
+    KW_ACCEPTANCE CheckNew(const QString& name, const QString& displayName, INT32 numericKey) const;
+    /** eKW_ACC_TOO_LONG, or eKW_ACC_BAD_NAME for a text that no file can hold. */
+    static KW_ACCEPTANCE CheckDisplayName(const QString& displayName);
+    /** The present item that an element names, by name and, where it has one, by key. */
+    CDbPropertyGroup* KeptItem(const CDbSettingsElement& element) const;
+    void RemoveAllBut(const t_Kept& kept);
+    /** Gives an item another display name. */
+    void ShowAs(const QString& name, const QString& displayName);
+    void DeSerializeItem(const CDbSettingsElement& element, t_Kept& kept, CDbRecall& recall);
 
     std::map<QString, t_Item> m_items;
     std::map<INT32, QString> m_namesByKey;
@@ -149,6 +163,7 @@ public:
     CDbPgMapHist(CDbPgMapBase& map, const QString& oldName, const CDbPgMapBase::t_Item& oldItem,
                  const QString& newName, const CDbPgMapBase::t_Item& newItem);
     QString GetText() const override;
+    std::size_t GetHeldBytes() const override;
 
     const QString& GetName() const { return m_name; }
     const QString& GetNewName() const { return m_newName; }

@@ -1,11 +1,22 @@
 // SPDX-License-Identifier: MIT
+#include "DbBounds.h"
 #include "DbPgMap.h"
 #include "DbSettings.h"
 #include "KWAcceptance.h"
 
+#include <algorithm>
+
 namespace
 {
 const QString kMapItemElement = QStringLiteral("MapItem");
+
+/** −1 where the file leaves the key open. */
+INT32 KeyOf(const CDbSettingsElement& element)
+{
+    bool isNumber = false;
+    const INT32 key = element.Attribute(KW_SETTINGS_KEY).toInt(&isNumber);
+    return isNumber ? std::max(key, -1) : -1;
+}
 } // namespace
 
 void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
@@ -23,14 +34,47 @@ void CDbPgMapBase::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) c
     }
 }
 
+CDbPropertyGroup* CDbPgMapBase::KeptItem(const CDbSettingsElement& element) const
+{
+    CDbPropertyGroup* const item = ItemByName(element.Name());
+    const INT32 key = KeyOf(element);
+    return item != nullptr && (key < 0 || key == NumericKeyOf(*item)) ? item : nullptr;
+}
+
+void CDbPgMapBase::RemoveAllBut(const t_Kept& kept)
+{
+    const QStringList names = GetNames();
+    for (auto name = names.crbegin(); name != names.crend(); ++name)
+    {
+        if (kept.count(ItemByName(*name)) == 0)
+        {
+            Take(*name, eWRITEKIND::Internal);
+        }
+    }
+}
+
+void CDbPgMapBase::RemoveAllItems()
+{
+    RemoveAllBut({});
+}
+
 void CDbPgMapBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
 {
-    RemoveAllItems();
+    // An item that keeps its name and key keeps its node, and with it the handles of clients.
+    t_Kept kept;
     for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
     {
         if (child.Kind() == kMapItemElement)
         {
-            DeSerializeItem(child, recall);
+            kept.insert(KeptItem(child));
+        }
+    }
+    RemoveAllBut(kept);
+    for (auto child = element.FirstChild(); !child.IsNull(); child = child.Next())
+    {
+        if (child.Kind() == kMapItemElement)
+        {
+            DeSerializeItem(child, kept, recall);
         }
     }
     // The active key names an item, so it follows the items.
@@ -43,14 +87,26 @@ void CDbPgMapBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& rec
     }
 }
 
-void CDbPgMapBase::DeSerializeItem(const CDbSettingsElement& element, CDbRecall& recall)
+void CDbPgMapBase::DeSerializeItem(const CDbSettingsElement& element, t_Kept& kept,
+                                   CDbRecall& recall)
 {
     const QString name = element.Name().toString();
-    bool isNumber = false;
-    const INT32 key = element.Attribute(KW_SETTINGS_KEY).toInt(&isNumber);
-    const KW_ACCEPTANCE code =
-        InsertInternal(name, element.Attribute(KW_SETTINGS_DISPLAY_NAME).toString(),
-                       isNumber ? key : -1, false, false);
+    const QString displayName = element.Attribute(KW_SETTINGS_DISPLAY_NAME).toString();
+    CDbPropertyGroup* const present = KeptItem(element);
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    if (present != nullptr && kept.erase(present) > 0)
+    {
+        code = CheckDisplayName(displayName);
+        ShowAs(present->NodeName(), code > eKW_ACC_WARNING ? QString() : displayName);
+    }
+    else
+    {
+        code = CheckNew(name, displayName, KeyOf(element));
+        code = code > eKW_ACC_WARNING ? code
+               : recall.MayCreate(GetNodesPerItem())
+                   ? InsertInternal(name, displayName, KeyOf(element), false, false)
+                   : KW_ACCEPTANCE{eKW_ACC_CONTAINER_FULL};
+    }
     if (code > eKW_ACC_WARNING)
     {
         recall.Skip(
@@ -59,4 +115,22 @@ void CDbPgMapBase::DeSerializeItem(const CDbSettingsElement& element, CDbRecall&
         return;
     }
     ItemByName(name)->DeSerialize(element, recall);
+}
+
+void CDbPgMapBase::ShowAs(const QString& name, const QString& displayName)
+{
+    t_Item item = m_items.at(name);
+    if (displayName.isEmpty() || displayName == item.displayName)
+    {
+        return;
+    }
+    item.displayName = displayName;
+    Move(name, name, item, eWRITEKIND::Undo);
+}
+
+std::size_t CDbPgMapHist::GetHeldBytes() const
+{
+    // An item that came in is the tree's.
+    const bool keeps = GetOperationType() == eOPERATIONTYPE::Remove;
+    return sizeof(*this) + (keeps ? m_item.group->CountNodes() : 0) * NDbBounds::kBytesPerNode;
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <utility>
 
+class CDbSettingsDocument;
 enum class eREADERS;
 
 /**
@@ -100,12 +101,19 @@ public:
     virtual KW_ACCEPTANCE Recall(QString fileName);
     /** True when the file was applied, even if parts had to be skipped. */
     virtual bool RecallFromFile(const QString& fileName, SaveRecallPattern pattern);
-    /** Writes everything of `pattern`; CSV when the name ends in ".csv", XML otherwise. */
+    /** Writes everything of `pattern`; CSV when the name ends in ".csv", XML otherwise. What would
+        be too large to be recalled is not written: eKW_ACC_FILE_NOT_WRITABLE. */
     KW_ACCEPTANCE SaveToFile(const QString& fileName, SaveRecallPattern pattern) const;
-    /** Reads and checks the whole file, then applies it. `last` runs when it has been applied, and
-        belongs to the same step for undo. */
-    KW_ACCEPTANCE ApplyFile(const QString& fileName, SaveRecallPattern pattern,
-                            const std::function<void()>& last = {});
+    /** Reads and checks the whole file, and reports why it can not be applied: it is missing or no
+        regular file (eKW_ACC_FILE_NOT_READABLE), or no sound file of these settings
+        (eKW_ACC_FILE_NOT_UNDERSTOOD). Takes no lock. */
+    KW_ACCEPTANCE ReadFile(const QString& fileName, CDbSettingsDocument& document) const;
+    /** Applies what was read. `last` runs when it has been applied, and belongs to the same step
+        for undo. */
+    KW_ACCEPTANCE ApplyDocument(const CDbSettingsDocument& document, SaveRecallPattern pattern,
+                                const std::function<void()>& last = {});
+    /** Both in turn. */
+    KW_ACCEPTANCE ApplyFile(const QString& fileName, SaveRecallPattern pattern);
     /** Sets the defaults of `pattern` and recomputes, as one step for undo. */
     KW_ACCEPTANCE ApplyDefaults(SaveRecallPattern pattern, const QString& text);
     /** To be overridden by a root whose clients call it. */

@@ -2,10 +2,10 @@
 #include "DbPgRoot.h"
 #include "DbSettings.h"
 #include "ErrorReport.h"
+#include "KWSettingsFile.h"
 #include "LockManager.h"
 #include "WholeFile.h"
 
-#include <QFile>
 #include <QXmlStreamWriter>
 
 namespace
@@ -27,28 +27,18 @@ void WriteDocument(CDbSettingsWriter& writer, const CDbPgRoot& root, INT32 patte
     writer.EndElement();
 }
 
-/** Reads at most what a settings file may hold; an empty text with `error` set on failure. */
-QByteArray ReadSettings(const QString& fileName, QString& error)
+/** What stands beside the settings is what a newer version may know. */
+void SkipOthers(CDbRecall& recall, const CDbPgRoot& root, const CDbSettingsDocument& document)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    const CDbSettingsElement settings = document.Top().FirstChild();
+    for (auto other = settings.IsNull() ? settings : settings.Next(); !other.IsNull();
+         other = other.Next())
     {
-        error = file.errorString();
-        return {};
+        if (other.Kind() != KW_SETTINGS_DIGEST)
+        {
+            recall.Skip(root, QStringLiteral("Unexpected element: ") + other.Kind().toString());
+        }
     }
-    // A device or pipe has no size: what is read is what counts.
-    QByteArray text = file.read(CDbSettingsDocument::kMaxFileSize + 1);
-    if (text.size() > CDbSettingsDocument::kMaxFileSize)
-    {
-        error = QStringLiteral("the file is larger than %1 bytes, no settings file is")
-                    .arg(CDbSettingsDocument::kMaxFileSize);
-        return {};
-    }
-    if (file.error() != QFileDevice::NoError)
-    {
-        error = file.errorString();
-    }
-    return text;
 }
 
 /** Whoever may read the folder, unless a secret is among what was written. */
@@ -68,7 +58,7 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern, eREADERS& readers) con
         CDbCsvSettingsWriter writer(fields);
         WriteDocument(writer, *this, pattern);
         readers = ReadersOf(writer);
-        return CDbCsvSettingsWriter::ToText(fields);
+        return KW_WithDigest(CDbCsvSettingsWriter::ToText(fields), csv);
     }
     QXmlStreamWriter xml(&text);
     xml.setAutoFormatting(true);
@@ -78,7 +68,7 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern, eREADERS& readers) con
     WriteDocument(writer, *this, pattern);
     readers = ReadersOf(writer);
     xml.writeEndDocument();
-    return text;
+    return KW_WithDigest(text, csv);
 }
 
 KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern pattern) const
@@ -86,7 +76,14 @@ KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern p
     eREADERS readers = eREADERS::Owner;
     const QByteArray text = Serialized(IsCsv(fileName), pattern, readers);
     QString error;
-    if (!KW_WriteWholeFile(fileName, text, error, readers))
+    if (text.size() > NDbBounds::kMaxFileSize)
+    {
+        error = QStringLiteral("the settings take %1 bytes, and files of more than %2 can not be "
+                               "recalled")
+                    .arg(text.size())
+                    .arg(NDbBounds::kMaxFileSize);
+    }
+    if (!error.isEmpty() || !KW_WriteWholeFile(fileName, text, error, readers))
     {
         KW_REPORT_ERROR(
             QStringLiteral("Can not write \"%1\": %2. An older file of this name is kept.")
@@ -97,27 +94,35 @@ KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern p
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pattern,
-                                   const std::function<void()>& last)
+KW_ACCEPTANCE CDbPgRoot::ReadFile(const QString& fileName, CDbSettingsDocument& document) const
 {
+    QByteArray text;
     QString error;
-    const QByteArray text = ReadSettings(fileName, error);
-    if (!error.isEmpty())
+    if (!KW_ReadWholeFile(fileName, NDbBounds::kMaxFileSize, text, error))
     {
         KW_REPORT_ERROR(
             QStringLiteral("Can not read \"%1\": %2. Nothing was changed.").arg(fileName, error),
             kRootSource);
         return eKW_ACC_FILE_NOT_READABLE;
     }
-    CDbSettingsDocument document;
     const QString kind = GetNodeName();
     if (!(IsCsv(fileName) ? document.ReadCsvFile(text, kind) : document.ReadXmlFile(text, kind)))
     {
-        KW_REPORT_ERROR(QStringLiteral("Can not use \"%1\": %2. Nothing was changed.")
-                            .arg(fileName, document.GetError()),
+        const QString remedy =
+            document.IsDigestWrong()
+                ? QStringLiteral(" If it was changed on purpose: zelctl seal \"%1\"").arg(fileName)
+                : QString();
+        KW_REPORT_ERROR(QStringLiteral("Can not use \"%1\": %2. Nothing was changed.%3")
+                            .arg(fileName, document.GetError(), remedy),
                         kRootSource);
         return eKW_ACC_FILE_NOT_UNDERSTOOD;
     }
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CDbPgRoot::ApplyDocument(const CDbSettingsDocument& document,
+                                       SaveRecallPattern pattern, const std::function<void()>& last)
+{
     const CLockGuard lock;
     if (!MayWrite())
     {
@@ -128,7 +133,10 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     {
         // One scope: nothing that depends on the settings runs before all of them are there.
         const CDbRootScope scope(this, eWRITEKIND::Recall);
-        clean = CDbRecall::Apply(*this, document.Top().FirstChild(), pattern).IsClean();
+        CDbRecall recall = CDbRecall::Apply(*this, document.Top().FirstChild(), pattern);
+        SkipOthers(recall, *this, document);
+        recall.SettleTwins(*this);
+        clean = recall.IsClean();
         m_dependencies.CalculateEverything();
     }
     if (last)
@@ -137,6 +145,13 @@ KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pa
     }
     transaction.Commit();
     return clean ? eKW_ACC_OK : eKW_ACC_WARNING;
+}
+
+KW_ACCEPTANCE CDbPgRoot::ApplyFile(const QString& fileName, SaveRecallPattern pattern)
+{
+    CDbSettingsDocument document;
+    const KW_ACCEPTANCE code = ReadFile(fileName, document);
+    return code > eKW_ACC_WARNING ? code : ApplyDocument(document, pattern);
 }
 
 KW_ACCEPTANCE CDbPgRoot::ApplyDefaults(SaveRecallPattern pattern, const QString& text)
@@ -169,4 +184,30 @@ KW_ACCEPTANCE CDbPgRoot::Recall(QString fileName)
 bool CDbPgRoot::RecallFromFile(const QString& fileName, SaveRecallPattern pattern)
 {
     return ApplyFile(fileName, pattern) <= eKW_ACC_WARNING;
+}
+
+KW_ACCEPTANCE KW_SealSettingsFile(const QString& fileName)
+{
+    QByteArray text;
+    QString error;
+    KW_ACCEPTANCE code = eKW_ACC_FILE_NOT_READABLE;
+    if (KW_ReadWholeFile(fileName, NDbBounds::kMaxFileSize, text, error))
+    {
+        const bool csv = IsCsv(fileName);
+        const QByteArray sealed = KW_WithDigest(text, csv);
+        CDbSettingsDocument document;
+        const bool isSound =
+            csv ? document.ReadCsvFile(sealed, QString()) : document.ReadXmlFile(sealed, QString());
+        error = document.GetError();
+        code = !isSound                                     ? eKW_ACC_FILE_NOT_UNDERSTOOD
+               : KW_WriteWholeFile(fileName, sealed, error) ? eKW_ACC_OK
+                                                            : eKW_ACC_FILE_NOT_WRITABLE;
+    }
+    if (code > eKW_ACC_WARNING)
+    {
+        KW_REPORT_ERROR(
+            QStringLiteral("Can not seal \"%1\": %2. It is as it was.").arg(fileName, error),
+            kRootSource);
+    }
+    return code;
 }

@@ -302,11 +302,13 @@ void CDbPropBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& reca
     }
     if (code > eKW_ACC_WARNING)
     {
-        const QString shown = m_secret ? KW_GetSecretText() : text.toString();
+        const QString shown = m_secret ? KW_GetSecretText() : CDbRecall::Shortened(text.toString());
         recall.Skip(
             *this,
             QStringLiteral("Value \"%1\" skipped (%2)").arg(shown, KW_GetAcceptanceText(code)));
+        return;
     }
+    recall.Took(*this);
 }
 
 CDbChange::CDbChange(CDbPropBase& property, eWRITEKIND kind) : m_property(property)

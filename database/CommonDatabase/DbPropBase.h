@@ -154,6 +154,15 @@ public:
     using CDbPropBaseHist::CDbPropBaseHist;
     CDbValue GetValue(bool newValue) const override { return State(newValue).AsValue(); }
     bool IsChanged() const override { return !(m_before == m_after); }
+    std::size_t GetHeldBytes() const override
+    {
+        if constexpr (requires { m_before.HeldBytes(); })
+        {
+            // The state after the step is the tree's, or the next record's.
+            return sizeof(*this) + m_before.HeldBytes();
+        }
+        return sizeof(*this);
+    }
     TState& State(bool newState) { return newState ? m_after : m_before; }
     const TState& State(bool newState) const { return newState ? m_after : m_before; }
 

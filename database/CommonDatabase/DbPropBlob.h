@@ -37,6 +37,7 @@ private:
         CDbPropBase::t_CommonState common;
         QByteArray value;
         CDbValue AsValue() const { return value; }
+        std::size_t HeldBytes() const { return static_cast<std::size_t>(value.size()); }
         bool operator==(const t_State&) const = default;
     };
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DbBounds.h"
 #include "DbHandles.h"
 #include "DbPgRoot.h"
 #include "DbPropText.h"
@@ -52,6 +53,10 @@ KW_ACCEPTANCE CDbPropFilePath::ValidateText(const QString& text) const
     {
         return eKW_ACC_OK;
     }
+    if (text.size() > NDbBounds::kMaxPathLength)
+    {
+        return eKW_ACC_TOO_LONG;
+    }
     const QString clean = QDir::cleanPath(text);
     const bool leavesFolder =
         clean == QLatin1String("..") || clean.startsWith(QLatin1String("../"));
@@ -101,18 +106,10 @@ QString CDbPropFilePath::CreateNewFileName() const
 
 KW_ACCEPTANCE CDbPropFilePath::Load(QByteArray& contents) const
 {
-    QFile file(GetFullPath());
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileSize)
-    {
-        return eKW_ACC_FILE_NOT_READABLE;
-    }
-    QByteArray read = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-    {
-        return eKW_ACC_FILE_NOT_READABLE;
-    }
-    contents = std::move(read);
-    return eKW_ACC_OK;
+    QString error;
+    return KW_ReadWholeFile(GetFullPath(), kMaxFileSize, contents, error)
+               ? eKW_ACC_OK
+               : eKW_ACC_FILE_NOT_READABLE;
 }
 
 KW_ACCEPTANCE CDbPropFilePath::Write(const QByteArray& contents) const

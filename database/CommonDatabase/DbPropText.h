@@ -37,6 +37,10 @@ protected:
         CDbPropBase::t_CommonState common;
         QString value;
         CDbValue AsValue() const { return value; }
+        std::size_t HeldBytes() const
+        {
+            return sizeof(QChar) * static_cast<std::size_t>(value.size());
+        }
         bool operator==(const t_State&) const = default;
     };
     t_State GetState() const { return {GetCommonState(), m_value}; }
@@ -104,7 +108,8 @@ private:
 
 /**
  * File path property. The value is the file's name: relative names live in the folder and can not
- * leave it; absolute names are taken as they are. No name is a legal value.
+ * leave it; absolute names are taken as they are. No name is a legal value. A name longer than any
+ * path (NDbBounds) is refused: eKW_ACC_TOO_LONG.
  */
 class CDbPropFilePath final : public CDbPropTextBase
 {

@@ -23,6 +23,13 @@ auto At(const TList& list, INT32 index) -> decltype(list.front().get())
     return index < 0 || static_cast<std::size_t>(index) >= list.size() ? nullptr
                                                                        : list[index].get();
 }
+
+INT32 SavedPatternOf(const CDbObject& node)
+{
+    return node.GetKind() == eKW_NODE_PROPERTY
+               ? node.GetSaveRecallType()
+               : dynamic_cast<const CDbPropertyGroup&>(node).GetSavedPattern();
+}
 } // namespace
 
 /** Availability of a group before and after a step. The group is held weakly: one that is gone for
@@ -159,7 +166,18 @@ KW_ACCEPTANCE CDbPropertyGroup::OnFunction(const CDbFunction* /*function*/)
     return eKW_ACC_OK;
 }
 
+std::optional<KW_ACCEPTANCE> CDbPropertyGroup::OnFileFunction(const CDbFunction* /*function*/)
+{
+    return std::nullopt;
+}
+
 void CDbPropertyGroup::UpdateGroup() {}
+
+std::vector<CDbPropertyGroup::t_Twins> CDbPropertyGroup::Twins() const
+{
+    return {};
+}
+
 void CDbPropertyGroup::UpdateChildAvailabilities() {}
 void CDbPropertyGroup::OnItemInserted(CDbContainerBase* /*container*/, const QString& /*item*/) {}
 void CDbPropertyGroup::OnItemRemoved(CDbContainerBase* /*container*/, const QString& /*item*/) {}
@@ -371,6 +389,15 @@ INT32 CDbPropertyGroup::GetSavedPattern() const
     return pattern;
 }
 
+std::size_t CDbPropertyGroup::CountNodes() const
+{
+    std::size_t count = 1 + m_properties.size();
+    const auto add = [&count](const CDbPropertyGroup& group) { count += group.CountNodes(); };
+    std::for_each(m_groups.begin(), m_groups.end(), [&add](const auto& group) { add(*group); });
+    VisitItems(add);
+    return count;
+}
+
 void CDbPropertyGroup::Serialize(CDbSettingsWriter& writer, INT32 pattern) const
 {
     if ((GetSavedPattern() & pattern) == 0)
@@ -412,12 +439,14 @@ void CDbPropertyGroup::DeSerializeChild(const CDbSettingsElement& element, CDbRe
                                .arg(element.Kind().toString(), element.Name().toString()));
         return;
     }
-    const bool wanted = node->GetKind() != eKW_NODE_PROPERTY ||
-                        (node->GetSaveRecallType() & recall.GetPattern()) != 0;
-    if (wanted)
+    // What Serialize leaves out of files of this pattern, none of them can touch.
+    if ((SavedPatternOf(*node) & recall.GetPattern()) == 0)
     {
-        node->DeSerialize(element, recall);
+        recall.Skip(*this, QStringLiteral("No part of such settings: %1 \"%2\"")
+                               .arg(element.Kind().toString(), element.Name().toString()));
+        return;
     }
+    node->DeSerialize(element, recall);
 }
 
 void CDbPropertyGroup::WriteDefaults(INT32 pattern)

@@ -9,6 +9,7 @@
 #include "LazyHandle.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class CDbContainerBase;
@@ -70,8 +71,21 @@ public:
     virtual void OnPropertyAutoSet(const CDbPropBase* property);
     /** A client ran an action of this group. */
     virtual KW_ACCEPTANCE OnFunction(const CDbFunction* function);
+    /** The same for an action that reads or writes a file: it runs without the tree's lock, so that
+        a file that takes its time keeps nobody waiting, and takes the lock for what it does to the
+        tree. Nothing for all other actions, which OnFunction runs. */
+    virtual std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function);
     /** Recomputes everything that depends on the group's settings; must be idempotent. */
     virtual void UpdateGroup();
+    /** Two settings that say the same in two ways, in either order. */
+    struct t_Twins
+    {
+        const CDbPropBase* one;
+        const CDbPropBase* other;
+    };
+    /** The pairs of this group. Where a file names one of a pair, that counts as written when
+        everything else of the file is there: OnPropertySet derives the other. */
+    virtual std::vector<t_Twins> Twins() const;
     /** Recomputes the availabilities of the children. */
     virtual void UpdateChildAvailabilities();
     /** Changes of a container of this group; `item` is the item's name. */
@@ -116,6 +130,8 @@ public:
     virtual void SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const;
     /** Bits of KW_SAVE_RECALL that anything at or below this group carries. */
     virtual INT32 GetSavedPattern() const;
+    /** Properties and groups at and below this group, itself included. */
+    std::size_t CountNodes() const;
 
     /** Sets every property of `pattern` to its default, below too; containers that clients fill
         are emptied. */

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "DbSettings.h"
 
-#include "DbObject.h"
+#include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
 #include <algorithm>
+
+namespace
+{
+constexpr char kSettingsSource[] = "CommonDatabase/Src/DbSettings";
+} // namespace
 
 QStringView CDbSettingsElement::Kind() const
 {
@@ -44,15 +49,20 @@ CDbSettingsDocument::t_Text CDbSettingsDocument::Keep(QStringView text)
 
 bool CDbSettingsDocument::Fail(const QString& error)
 {
-    m_error = error;
+    m_error = CDbRecall::Shortened(error);
     return false;
 }
 
 bool CDbSettingsDocument::Open(QStringView kind)
 {
-    if (m_open.size() >= kMaxDepth)
+    if (m_open.size() >= NDbBounds::kMaxDepth)
     {
-        return Fail(QStringLiteral("elements are nested deeper than %1 levels").arg(kMaxDepth));
+        return Fail(
+            QStringLiteral("elements are nested deeper than %1 levels").arg(NDbBounds::kMaxDepth));
+    }
+    if (m_elements.size() >= NDbBounds::kMaxElements)
+    {
+        return Fail(QStringLiteral("there are more than %1 elements").arg(NDbBounds::kMaxElements));
     }
     const int index = static_cast<int>(m_elements.size());
     m_elements.push_back({Keep(kind), static_cast<int>(m_attributes.size()), 0, -1, -1});
@@ -87,7 +97,7 @@ bool CDbSettingsDocument::CheckDocument(const QString& kind)
         return Fail(QStringLiteral("this is no settings file: the outermost element is not \"%1\"")
                         .arg(KW_SETTINGS_DOCUMENT));
     }
-    if (top.Attribute(KW_SETTINGS_KIND) != kind)
+    if (!kind.isNull() && top.Attribute(KW_SETTINGS_KIND) != kind)
     {
         return Fail(QStringLiteral("these are settings of \"%1\", expected \"%2\"")
                         .arg(top.Attribute(KW_SETTINGS_KIND).toString(), kind));
@@ -135,13 +145,63 @@ CDbRecall CDbRecall::Apply(CDbObject& node, const CDbSettingsElement& element, I
     const auto deferred = std::move(recall.m_deferred);
     std::for_each(deferred.begin(), deferred.end(),
                   [&recall](const auto& apply) { apply(recall); });
+    recall.ReportRest(node);
     return recall;
+}
+
+void CDbRecall::SettleTwins(CDbPropertyGroup& top)
+{
+    std::sort(m_taken.begin(), m_taken.end());
+    const auto took = [this](const CDbPropBase* property)
+    { return std::binary_search(m_taken.begin(), m_taken.end(), property); };
+    top.VisitChildrenFirst(
+        [this, &took](CDbPropertyGroup& group)
+        {
+            for (const auto& [one, other] : group.Twins())
+            {
+                const bool isOneNamed = took(one);
+                if (isOneNamed != took(other) &&
+                    group.OnPropertySet(isOneNamed ? one : other) != eKW_ACC_OK)
+                {
+                    CountSkipped(); // reported by the rule
+                }
+            }
+        });
+}
+
+bool CDbRecall::MayCreate(std::size_t nodes)
+{
+    const bool may = nodes <= NDbBounds::kMaxNewNodes - m_created;
+    m_created += may ? nodes : 0;
+    return may;
+}
+
+QString CDbRecall::Shortened(const QString& text)
+{
+    return text.size() <= NDbBounds::kMaxReportLength
+               ? text
+               : text.left(NDbBounds::kMaxReportLength) + QStringLiteral("…");
 }
 
 void CDbRecall::Skip(const CDbObject& node, const QString& what)
 {
-    ++m_skipped;
+    if (!CountSkipped())
+    {
+        return;
+    }
     const QString path = node.GetPath();
-    KW_REPORT_ERROR(what + QStringLiteral(" in ") + (path.isEmpty() ? node.GetNodeName() : path),
-                    "CommonDatabase/Src/DbSettings");
+    KW_REPORT_ERROR(Shortened(what) + QStringLiteral(" in ") +
+                        (path.isEmpty() ? node.GetNodeName() : path),
+                    kSettingsSource);
+}
+
+void CDbRecall::ReportRest(const CDbObject& node) const
+{
+    if (m_skipped > NDbBounds::kMaxReports)
+    {
+        KW_REPORT_ERROR(QStringLiteral("%1 more entries of the file were skipped in %2")
+                            .arg(m_skipped - NDbBounds::kMaxReports)
+                            .arg(node.GetNodeName()),
+                        kSettingsSource);
+    }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DbBounds.h"
 #include "DbTypes.h"
 
 #include <QList>
@@ -12,11 +13,15 @@
 #include <vector>
 
 class CDbObject;
+class CDbPropBase;
+class CDbPropertyGroup;
 class QXmlStreamReader;
 class QXmlStreamWriter;
 
 // Element and attribute names of settings files. The document element "Settings" names the kind of
-// tree and the version of the format; a reader refuses a newer major version.
+// tree and the version of the format; a reader refuses a newer major version. Its last element is
+// the digest of all that stands before it: a file that was changed since it was saved is refused.
+// A file without one, as one writes it by hand, is taken as it is.
 inline const QString KW_SETTINGS_DOCUMENT = QStringLiteral("Settings");
 inline const QString KW_SETTINGS_KIND = QStringLiteral("Kind");
 inline const QString KW_SETTINGS_VERSION = QStringLiteral("Version");
@@ -26,6 +31,7 @@ inline const QString KW_SETTINGS_USER_VALUE = QStringLiteral("User");
 inline const QString KW_SETTINGS_COUNT = QStringLiteral("Count");
 inline const QString KW_SETTINGS_KEY = QStringLiteral("Key");
 inline const QString KW_SETTINGS_DISPLAY_NAME = QStringLiteral("DisplayName");
+inline const QString KW_SETTINGS_DIGEST = QStringLiteral("Digest");
 inline constexpr int kSettingsMajorVersion = 1;
 inline constexpr int kSettingsMinorVersion = 0;
 
@@ -110,18 +116,19 @@ private:
     int m_index;
 };
 
+/** The text of a settings file with its digest as the last element, in place of one that it has. A
+    text that is no settings file gives one that can not be read. */
+QByteArray KW_WithDigest(const QByteArray& text, bool csv);
+
 /**
- * A settings file, read and checked whole before anything is applied. Memory is bounded by the
- * size limit of the input; document type declarations are refused, so no entity can grow.
+ * A settings file, read and checked whole before anything is applied. Memory and time are bounded
+ * (NDbBounds); document type declarations are refused, so no entity can grow.
  */
 class CDbSettingsDocument
 {
 public:
-    static constexpr qint64 kMaxFileSize = 16 * 1024 * 1024;
-    static constexpr int kMaxDepth = 40;
-
     /** Whole files. False with GetError() set when the text is damaged, of another kind than
-        `kind`, or of a newer major version. */
+        `kind` (a null text for any kind), of a newer major version, or does not fit its digest. */
     bool ReadXmlFile(const QByteArray& text, const QString& kind);
     bool ReadCsvFile(const QByteArray& text, const QString& kind);
     /** One element at, or next after, the position of a reader that the caller owns. */
@@ -131,6 +138,8 @@ public:
     CDbSettingsElement Top() const { return {*this, m_elements.empty() ? -1 : 0}; }
     /** What is wrong and where: "line 12, column 3: …". */
     const QString& GetError() const { return m_error; }
+    /** Whether nothing but the digest is wrong. */
+    bool IsDigestWrong() const { return m_digestWrong; }
 
 private:
     friend class CDbSettingsElement;
@@ -168,6 +177,7 @@ private:
     bool OpenCsv(const QString& kind, QListIterator<QString>& fields);
     bool CheckDocument(const QString& kind);
     bool CheckVersion(QStringView version);
+    bool CheckDigest(const QByteArray& text, bool csv);
     static bool SplitCsv(const QString& text, QList<QString>& fields, QString& error);
 
     QString m_text;
@@ -180,6 +190,7 @@ private:
     };
     std::vector<t_Level> m_open;
     QString m_error;
+    bool m_digestWrong = false;
 };
 
 /** One application of a document to a tree: reports and counts what had to be skipped. */
@@ -190,19 +201,31 @@ public:
     static CDbRecall Apply(CDbObject& node, const CDbSettingsDocument& document);
     static CDbRecall Apply(CDbObject& node, const CDbSettingsElement& element, INT32 pattern);
 
-    /** Reports "… in <path of node>". */
+    /** Reports "… in <path of node>", as long as there are not too many reports. */
     void Skip(const CDbObject& node, const QString& what);
+    /** A text of the file as a report repeats it: not without end. */
+    static QString Shortened(const QString& text);
+    /** A property took a value of the file. */
+    void Took(const CDbPropBase& property) { m_taken.push_back(&property); }
+    /** Has every group derive the settings of which the file named the twin alone. */
+    void SettleTwins(CDbPropertyGroup& top);
+    /** Whether the file may bring so many more nodes into being; they count when it may. */
+    bool MayCreate(std::size_t nodes);
     /** Runs `apply` once everything else of the document was applied: what refers to other nodes
         must find them. */
     void Defer(std::function<void(CDbRecall&)> apply) { m_deferred.push_back(std::move(apply)); }
-    /** The same for what was reported elsewhere. */
-    void CountSkipped() { ++m_skipped; }
+    /** For what is reported elsewhere: false when there are reports enough. */
+    bool CountSkipped() { return ++m_skipped <= NDbBounds::kMaxReports; }
     bool IsClean() const { return m_skipped == 0; }
     /** Only nodes of this save/recall pattern are applied. */
     INT32 GetPattern() const { return m_pattern; }
 
 private:
+    void ReportRest(const CDbObject& node) const;
+
     std::vector<std::function<void(CDbRecall&)>> m_deferred;
+    std::vector<const CDbPropBase*> m_taken;
+    std::size_t m_created = 0;
     int m_skipped = 0;
     INT32 m_pattern = eSAVERECALL_ALL;
 };

@@ -85,45 +85,132 @@ QByteArray CDbCsvSettingsWriter::ToText(const QList<QString>& fields)
     return text.toUtf8();
 }
 
+namespace
+{
+/** What can not be read becomes other characters. */
+bool IsUtf8(const QByteArray& text, const QString& characters)
+{
+    constexpr char kMark[] = "\xEF\xBB\xBF";
+    const QByteArray again = characters.toUtf8();
+    return text == again || (text.startsWith(kMark) && text.mid(3) == again);
+}
+
+/** The fields of RFC 4180, and nothing that only looks like them. */
+class CCsvFields
+{
+public:
+    explicit CCsvFields(QList<QString>& fields) : m_fields(fields) {}
+
+    /** False with an error for a character that can not stand there. */
+    bool Take(QChar c);
+    bool IsInside() const { return m_place != ePLACE::Begin; }
+    const QString& GetError() const { return m_error; }
+
+private:
+    enum class ePLACE
+    {
+        Begin,
+        Plain,
+        Quoted,
+        Closed, ///< behind a quote that ends the field, or is the first of two
+        LineEnd ///< behind a carriage return
+    };
+
+    bool EndField(QChar c);
+    bool TakePlain(QChar c);
+    bool Fail(const QString& error)
+    {
+        m_error = error;
+        return false;
+    }
+
+    QList<QString>& m_fields;
+    QString m_field;
+    QString m_error;
+    ePLACE m_place = ePLACE::Begin;
+};
+
+bool CCsvFields::EndField(QChar c)
+{
+    if (c == u'\r')
+    {
+        m_place = ePLACE::LineEnd;
+        return true;
+    }
+    m_fields.append(m_field);
+    m_field.clear();
+    m_place = ePLACE::Begin;
+    return m_fields.size() <= NDbBounds::kMaxFields ||
+           Fail(QStringLiteral("there are more than %1 fields").arg(NDbBounds::kMaxFields));
+}
+
+bool CCsvFields::TakePlain(QChar c)
+{
+    if (c == u',' || c == u'\n' || c == u'\r')
+    {
+        return EndField(c);
+    }
+    if (c == u'"')
+    {
+        return Fail(QStringLiteral("a quote stands inside a field without quotes"));
+    }
+    m_field += c;
+    m_place = ePLACE::Plain;
+    return true;
+}
+
+bool CCsvFields::Take(QChar c)
+{
+    switch (m_place)
+    {
+    case ePLACE::Begin:
+        if (c == u'"')
+        {
+            m_place = ePLACE::Quoted;
+            return true;
+        }
+        return TakePlain(c);
+    case ePLACE::Plain:
+        return TakePlain(c);
+    case ePLACE::Quoted:
+        if (c == u'"')
+        {
+            m_place = ePLACE::Closed;
+            return true;
+        }
+        m_field += c;
+        return true;
+    case ePLACE::Closed:
+        if (c == u'"')
+        {
+            m_field += c;
+            m_place = ePLACE::Quoted;
+            return true;
+        }
+        return c == u',' || c == u'\n' || c == u'\r'
+                   ? EndField(c)
+                   : Fail(QStringLiteral("text follows the quote that ends a field"));
+    default:
+        return c == u'\n' ? EndField(c)
+                          : Fail(QStringLiteral("a line end has lost its second half"));
+    }
+}
+} // namespace
+
 bool CDbSettingsDocument::SplitCsv(const QString& text, QList<QString>& fields, QString& error)
 {
-    QString field;
-    bool quoted = false;
+    CCsvFields split(fields);
     int line = 1;
-    for (auto c = text.cbegin(); c != text.cend(); ++c)
+    for (const QChar c : text)
     {
-        line += *c == QLatin1Char('\n') ? 1 : 0;
-        if (quoted)
+        if (!split.Take(c))
         {
-            const bool isQuote = *c == QLatin1Char('"');
-            if (isQuote && c + 1 != text.cend() && *(c + 1) == QLatin1Char('"'))
-            {
-                field += *++c;
-            }
-            else if (isQuote)
-            {
-                quoted = false;
-            }
-            else
-            {
-                field += *c;
-            }
+            error = QStringLiteral("line %1: %2").arg(line).arg(split.GetError());
+            return false;
         }
-        else if (*c == QLatin1Char('"') && field.isEmpty())
-        {
-            quoted = true;
-        }
-        else if (*c == QLatin1Char(',') || *c == QLatin1Char('\n'))
-        {
-            fields.append(field);
-            field.clear();
-        }
-        else if (*c != QLatin1Char('\r'))
-        {
-            field += *c;
-        }
+        line += c == u'\n' ? 1 : 0;
     }
-    if (quoted || !field.isEmpty())
+    if (split.IsInside())
     {
         error = QStringLiteral("line %1: the file ends within a field").arg(line);
         return false;
@@ -133,9 +220,14 @@ bool CDbSettingsDocument::SplitCsv(const QString& text, QList<QString>& fields, 
 
 bool CDbSettingsDocument::ReadCsvFile(const QByteArray& text, const QString& kind)
 {
+    const QString characters = QString::fromUtf8(text);
+    if (!IsUtf8(text, characters))
+    {
+        return Fail(QStringLiteral("this is no text in UTF-8"));
+    }
     QList<QString> fields;
     QString error;
-    if (!SplitCsv(QString::fromUtf8(text), fields, error))
+    if (!SplitCsv(characters, fields, error))
     {
         return Fail(error);
     }
@@ -148,7 +240,7 @@ bool CDbSettingsDocument::ReadCsvFile(const QByteArray& text, const QString& kin
     {
         return Fail(QStringLiteral("something follows the end of the settings"));
     }
-    return CheckDocument(kind);
+    return CheckDocument(kind) && CheckDigest(text, true);
 }
 
 bool CDbSettingsDocument::OpenCsv(const QString& kind, QListIterator<QString>& fields)
@@ -157,9 +249,11 @@ bool CDbSettingsDocument::OpenCsv(const QString& kind, QListIterator<QString>& f
     const auto place = m_elements.size() + 1;
     bool isNumber = false;
     const int count = fields.hasNext() ? fields.next().toInt(&isNumber) : -1;
-    if (!isNumber || count < 0)
+    if (!isNumber || count < 0 || count > NDbBounds::kMaxAttributes)
     {
-        return Fail(QStringLiteral("element %1 has no count of attributes").arg(place));
+        return Fail(QStringLiteral("element %1 has no count of attributes up to %2")
+                        .arg(place)
+                        .arg(NDbBounds::kMaxAttributes));
     }
     if (!Open(kind))
     {

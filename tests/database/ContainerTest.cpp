@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "CommonDatabase/DbBounds.h"
 #include "FixtureTree.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +51,51 @@ TEST_F(Containers, ArraySizeShrinksOrGoesNegative)
                   "Cannot use SetSize() to reduce size of the array -- memory leaks! in ", kArray);
     ExpectRefused(m_array.DbSetSize(21), eKW_ACC_CONTAINER_FULL, "bad size argument in ", kArray);
     EXPECT_EQ(m_array.ItemAt(2)->GetNodeName(), QStringLiteral("2"));
+}
+
+TEST_F(Containers, UnlimitedOnesFillTheMemory)
+{
+    auto* const array = new CPgaFixtureItem(1, CDbContainerBase::kUnlimited);
+    auto* const map = new CPgmFixtureItem(CDbContainerBase::kUnlimited);
+    m_root->AddPropGroupToList(array, QStringLiteral("Array"));
+    m_root->AddPropGroupToList(map, QStringLiteral("Map"));
+    EXPECT_EQ(array->GetMaxCount(), 2147483647);
+    EXPECT_EQ(array->Grow(500000), eKW_ACC_CONTAINER_FULL);
+    EXPECT_EQ(array->GetCount(), 0);
+    const auto most = static_cast<INT32>(NDbBounds::kMaxContainerBytes /
+                                         (3 * NDbBounds::kBytesPerNode)); // a group, two properties
+    EXPECT_TRUE(map->HasRoomFor(most));
+    EXPECT_FALSE(map->HasRoomFor(most + 1));
+}
+
+TEST_F(Containers, HistoryKeepsMoreBytesThanItMay)
+{
+    const auto steps = [this]
+    {
+        int count = 0;
+        for (; m_root->Undo() == eKW_ACC_OK; ++count)
+        {
+        }
+        return count;
+    };
+    const auto mebibyte = [](char c) { return QByteArray(CDbPropBlob::kMaxSize, c); };
+    ASSERT_EQ(m_group.m_pInt16->Set(1), eKW_ACC_OK);
+    for (int i = 0; i < 90; ++i)
+    {
+        ASSERT_EQ(m_group.m_pBlob->Set(mebibyte(static_cast<char>(i + 1))), eKW_ACC_OK);
+    }
+    EXPECT_EQ(steps(), 63) << "a record beside each mebibyte";
+    EXPECT_EQ(m_group.m_pInt16->Get(), 1) << "the oldest steps went";
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+
+    auto* const array = new CPgaFixtureItem(1, CDbContainerBase::kUnlimited);
+    m_root->AddPropGroupToList(array, QStringLiteral("Array"));
+    for (int i = 0; i < 5; ++i)
+    {
+        ASSERT_EQ(array->Grow(20000), eKW_ACC_OK);
+        ASSERT_EQ(array->Remove(0, 20000), eKW_ACC_OK);
+    }
+    EXPECT_EQ(steps(), 3) << "of 18 MB each";
 }
 
 TEST_F(Containers, ArrayTakesBadIndexesOrCounts)

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "CommonDatabase/DbBounds.h"
 #include "FixtureTree.h"
+#include "KWSettingsFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,6 +20,12 @@ protected:
     std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
     CReports m_reports;
 
+    static QByteArray Contents(const QString& name)
+    {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
     QString Write(const QByteArray& text, const char* name = "a.xml")
     {
         QFile file(m_folder.filePath(QString::fromLatin1(name)));
@@ -145,10 +154,21 @@ TEST_F(Files, DamagedForeignOrNewerFileIsApplied)
     {
         ExpectRefused(Write(text), eKW_ACC_FILE_NOT_UNDERSTOOD, what);
     }
-    ExpectRefused(Write("Settings,2,Kind,Fixture", "a.csv"), eKW_ACC_FILE_NOT_UNDERSTOOD, "csv");
-    ExpectRefused(Write("Settings,2000000000,Kind,Fixture,End\n", "a.csv"),
-                  eKW_ACC_FILE_NOT_UNDERSTOOD, "csv count");
-    ExpectRefused(Write("\"Settings", "a.csv"), eKW_ACC_FILE_NOT_UNDERSTOOD, "csv quote");
+    const QByteArray csv = "Settings,2,Kind,Fixture,Version,1.0,\n";
+    const std::pair<const char*, QByteArray> csvCases[] = {
+        {"half", "Settings,2,Kind,Fixture"},
+        {"count", "Settings,2000000000,Kind,Fixture,End\n"},
+        {"quote", "\"Settings"},
+        {"text behind a quote", csv + "Prop,1,Name,\"a\"b,End\nEnd\n"},
+        {"quote in a field", csv + "Prop,1,Name,a\"b\",End\nEnd\n"},
+        {"half a line end", csv + "Prop,1,Name,a\rb,End\nEnd\n"},
+        {"no UTF-8", csv + "Prop,1,Name,\xC3\x28,End\nEnd\n"},
+        {"half a character", csv + "Prop,1,Name,\xC3,End\nEnd\n"},
+    };
+    for (const auto& [what, text] : csvCases)
+    {
+        ExpectRefused(Write(text, "a.csv"), eKW_ACC_FILE_NOT_UNDERSTOOD, what);
+    }
 }
 
 TEST_F(Files, VersionIsTakenForAnother)
@@ -169,6 +189,41 @@ TEST_F(Files, VersionIsTakenForAnother)
                       version);
     }
     ExpectRefused(file(""), eKW_ACC_FILE_NOT_UNDERSTOOD, "no version");
+}
+
+TEST_P(FileFormat, ChangedFileIsTakenOrASealedOneRefused)
+{
+    const bool csv = GetParam();
+    const QByteArray good = FilledTree()->SavedText(csv);
+    const char* const name = csv ? "a.csv" : "a.xml";
+    const auto end = good.lastIndexOf("Digest");
+    ASSERT_GT(end, 0);
+    for (int i = 0; i < end; ++i)
+    {
+        QByteArray changed = good;
+        changed[i] = static_cast<char>(changed[i] ^ 1);
+        ASSERT_EQ(m_root->Recall(Write(changed, name)), eKW_ACC_FILE_NOT_UNDERSTOOD) << i;
+    }
+    EXPECT_FALSE(m_root->CanUndo());
+
+    QByteArray edited = good;
+    edited.replace(csv ? "Name,Double,Value,0.1" : "\"Double\" Value=\"0.1\"",
+                   csv ? "Name,Double,Value,0.2" : "\"Double\" Value=\"0.2\"");
+    ASSERT_NE(edited, good);
+    const QString file = Write(edited, name);
+    ExpectRefused(file, eKW_ACC_FILE_NOT_UNDERSTOOD, "edited");
+    EXPECT_TRUE(m_reports.Messages().contains(QStringLiteral("zelctl seal \"%1\"").arg(file)));
+    ASSERT_EQ(KW_SealSettingsFile(file), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Recall(file), eKW_ACC_OK) << m_reports.Messages().toStdString();
+    EXPECT_EQ(m_root->m_pSecond->m_pDouble->Get(), 0.2);
+
+    const QString saved = Write(good, name);
+    ASSERT_EQ(KW_SealSettingsFile(saved), eKW_ACC_OK);
+    EXPECT_EQ(Contents(saved), good) << "what is sealed already stays as it is";
+    m_reports.Clear();
+    EXPECT_EQ(KW_SealSettingsFile(Write("no settings", name)), eKW_ACC_FILE_NOT_UNDERSTOOD);
+    EXPECT_EQ(m_reports.Count(), 1);
+    EXPECT_EQ(Contents(saved), "no settings");
 }
 
 TEST_F(Files, UnreadableFileIsReadOrFillsTheMemory)
@@ -234,6 +289,195 @@ TEST_F(Files, WishOfAFileIsNoneOrLeavesTheRange)
         EXPECT_LE(m_root->Recall(Write(file)), eKW_ACC_WARNING) << text;
         EXPECT_EQ(number.GetUserValue(), wish) << text;
     }
+}
+
+TEST_F(Files, FileTouchesWhatItsPatternLeavesOut)
+{
+    const auto all = FilledTree();
+    ASSERT_EQ(all->m_pFirst->m_pInt16->Set(7), eKW_ACC_OK);
+    const QString name = Write(all->FileText(false));
+    CDbObject::SetSaveRecallType(m_root->m_pSecond, eSAVERECALL_SYSTEM, true);
+    m_root->m_pSecond->m_pMap->Insert(QStringLiteral("kept"));
+    m_root->m_pSecond->m_pArray->Insert(0);
+    m_root->m_pSecond->m_pText->Set(QStringLiteral("kept"));
+    QList<QString> before;
+    m_root->m_pSecond->SerializeCSV(before);
+    EXPECT_EQ(m_root->RecallFromFile(name, eSAVERECALL_SETTINGS), true);
+    QList<QString> after;
+    m_root->m_pSecond->SerializeCSV(after);
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(m_root->m_pFirst->m_pInt16->Get(), 7);
+    EXPECT_EQ(m_reports.List(), QStringList{QStringLiteral(
+                                    "No part of such settings: PropGroup \"Second\" in Fixture")});
+}
+
+TEST_F(Files, ItemsAreTakenByPlaceOrLoseTheirHandles)
+{
+    CPgFixture& group = *m_root->m_pFirst;
+    group.m_pMap->Insert(QStringLiteral("a"));
+    group.m_pMap->Insert(QStringLiteral("b"));
+    const auto kept = group.m_pMap->ShareMapItem(QStringLiteral("a"));
+    const auto lost = group.m_pMap->ShareMapItem(QStringLiteral("b"));
+    const QByteArray before = m_root->Text();
+    const QByteArray text =
+        "<Settings Kind=\"Fixture\" Version=\"1.0\"><PropGroup Name=\"Fixture\">"
+        "<PropGroup Name=\"First\">"
+        "<Array Name=\"Fixed\"><ArrayItem Name=\"1\"><Prop Name=\"Level\" Value=\"1\"/></ArrayItem>"
+        "<ArrayItem Name=\"0\"><Prop Name=\"Level\" Value=\"2\"/></ArrayItem>"
+        "<ArrayItem Name=\"1\"><Prop Name=\"Level\" Value=\"3\"/></ArrayItem></Array>"
+        "<Map Name=\"Map\"><MapItem Name=\"b\" Key=\"7\"/><MapItem Name=\"a\" Key=\"0\" "
+        "DisplayName=\"A\"><Prop Name=\"Level\" Value=\"5\"/></MapItem></Map>"
+        "</PropGroup></PropGroup></Settings>";
+    EXPECT_EQ(m_root->Recall(Write(text)), eKW_ACC_WARNING);
+    EXPECT_EQ(m_reports.List(), QStringList{QStringLiteral(
+                                    "Item 1 skipped: the file names it twice in First/Fixed")});
+    EXPECT_EQ(group.m_pFixed->ItemDirect(1)->m_pLevel->Get(), 1.0);
+    EXPECT_EQ(group.m_pFixed->ItemDirect(0)->m_pLevel->Get(), 2.0);
+    EXPECT_EQ(group.m_pMap->ShareMapItem(QStringLiteral("a")), kept);
+    EXPECT_EQ(kept->GetDisplayName(), QStringLiteral("A"));
+    EXPECT_EQ(group.m_pMap->ItemDirect(QStringLiteral("a"))->m_pLevel->Get(), 5.0);
+    EXPECT_EQ(lost->GetNumericKey(), -1) << "another key is another item";
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Text(), before);
+    EXPECT_EQ(kept->GetDisplayName(), QStringLiteral("a"));
+}
+
+TEST_F(Files, PipeIsWaitedForOrReplaced)
+{
+    const QString pipe = m_folder.filePath(QStringLiteral("pipe.xml"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QString link = m_folder.filePath(QStringLiteral("link.xml"));
+    ASSERT_TRUE(QFile::link(pipe, link));
+    CDbPropFilePath& loaded = *m_root->m_pFirst->m_pPath;
+    loaded.SetFolder(m_folder.path());
+    ASSERT_EQ(loaded.Set(QStringLiteral("pipe.xml")), eKW_ACC_OK);
+    QByteArray contents;
+    EXPECT_EQ(loaded.Load(contents), eKW_ACC_FILE_NOT_READABLE);
+    EXPECT_EQ(loaded.Write("x"), eKW_ACC_FILE_NOT_WRITABLE);
+    m_root->DisableHistoryObjects();
+    for (const QString& name : {pipe, link})
+    {
+        ExpectRefused(name, eKW_ACC_FILE_NOT_READABLE, "pipe");
+        EXPECT_EQ(m_root->Save(name), eKW_ACC_FILE_NOT_WRITABLE);
+        EXPECT_EQ(KW_SealSettingsFile(name), eKW_ACC_FILE_NOT_READABLE);
+    }
+    struct stat target
+    {
+    };
+    ASSERT_EQ(stat(QFile::encodeName(link).constData(), &target), 0);
+    EXPECT_TRUE(S_ISFIFO(target.st_mode));
+
+    const QString file = Write("old", "file.xml");
+    const QString good = m_folder.filePath(QStringLiteral("good.xml"));
+    ASSERT_TRUE(QFile::link(file, good));
+    EXPECT_EQ(m_root->Save(good), eKW_ACC_OK);
+    EXPECT_NE(Contents(file), "old") << "a link to a file stands for the file";
+    EXPECT_EQ(m_root->Recall(good), eKW_ACC_OK);
+}
+
+namespace
+{
+/** Parts of files that ask for more than a file may, and what may be reported of each. */
+struct t_Excess
+{
+    const char* name;
+    bool csv;
+    QByteArray text;
+    KW_ACCEPTANCE code;
+};
+
+QByteArray Many(const char* pattern, int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+    {
+        text += QByteArray(pattern).replace('#', QByteArray::number(i));
+    }
+    return text;
+}
+
+std::vector<t_Excess> Excesses()
+{
+    const auto in = [](const QByteArray& text)
+    {
+        return "<Settings Kind=\"Fixture\" Version=\"1.0\"><PropGroup Name=\"Fixture\">"
+               "<PropGroup Name=\"First\">" +
+               text + "</PropGroup></PropGroup></Settings>";
+    };
+    const KW_ACCEPTANCE refused = eKW_ACC_FILE_NOT_UNDERSTOOD;
+    return {
+        {"Attributes", false, in("<Prop " + Many("a#='1' ", 300000) + "/>"), refused},
+        {"AttributesBehindAComment", false,
+         in("<!-- ' --><?x '?><Prop " + Many("a#=\"'1\" ", 300000) + "/>"), refused},
+        {"AttributesInUtf16", false, QByteArray("\0<\0a", 4), refused},
+        {"Elements", false, in(QByteArray("<a/>").repeated(3000000)), refused},
+        {"Fields", true, QByteArray(",").repeated(10000000), refused},
+        {"Unknown", false, in(QByteArray("<a/>").repeated(500000)), eKW_ACC_WARNING},
+        {"Items", false,
+         in("<Array Name=\"Array\">" + QByteArray("<ArrayItem/>").repeated(100000) + "</Array>"),
+         eKW_ACC_WARNING},
+        {"Keys", false, in("<Map Name=\"Map\">" + Many("<MapItem Name='a#'/>", 100000) + "</Map>"),
+         eKW_ACC_WARNING},
+        {"Unnamed", false,
+         in("<Map Name=\"Map\">" + QByteArray("<MapItem/>").repeated(100000) + "</Map>"),
+         eKW_ACC_WARNING},
+        {"Text", false,
+         in("<Prop Name='Text' Value='" + QByteArray(1000000, 'x') +
+            "'/><Prop Name='Path' Value='" + QByteArray(1000000, 'x') + "'/><Prop Name='" +
+            QByteArray(1000000, 'x') + "'/>"),
+         eKW_ACC_WARNING},
+        {"DisplayName", false,
+         in("<Map Name='Map'><MapItem Name='a' DisplayName='" + QByteArray(1000000, 'x') +
+            "'/></Map>"),
+         eKW_ACC_WARNING},
+    };
+}
+} // namespace
+
+class FileBounds : public Files, public testing::WithParamInterface<t_Excess>
+{
+};
+
+TEST_P(FileBounds, FileTakesMoreTimeMemoryOrReportsThanItMay)
+{
+    const t_Excess& excess = GetParam();
+    const QString name = Write(excess.text, excess.csv ? "a.csv" : "a.xml");
+    rusage before{};
+    rusage after{};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(m_root->Recall(name), excess.code);
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LE(m_reports.Count(), NDbBounds::kMaxReports + 1);
+    for (const QString& message : m_reports.List())
+    {
+        EXPECT_LT(message.size(), 500);
+    }
+    EXPECT_LT(after.ru_utime.tv_sec - before.ru_utime.tv_sec, 20) << "seconds";
+    EXPECT_LE(m_root->m_pFirst->m_pMap->GetCount(), 20);
+    EXPECT_TRUE(m_root->m_pFirst->m_pPath->Get().isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Dimensions, FileBounds, testing::ValuesIn(Excesses()),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(Files, TreeIsSavedThatCanNotBeRecalled)
+{
+    for (int i = 0; i < 14; ++i)
+    {
+        auto* const group = new CPgFixture;
+        m_root->AddPropGroupToList(group, QStringLiteral("More%1").arg(i));
+        ASSERT_EQ(group->m_pBlob->Set(QByteArray(CDbPropBlob::kMaxSize, 'x')), eKW_ACC_OK);
+    }
+    const QString name = Write("old");
+    EXPECT_EQ(m_root->Save(name), eKW_ACC_FILE_NOT_WRITABLE);
+    EXPECT_EQ(m_reports.Count(), 1);
+    EXPECT_EQ(Contents(name), "old");
+    for (int i = 0; i < 3; ++i)
+    {
+        ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    }
+    EXPECT_EQ(m_root->Save(name), eKW_ACC_OK);
+    EXPECT_EQ(m_root->Recall(name), eKW_ACC_OK);
 }
 
 TEST_F(Files, FailedSaveDestroysTheOldFile)

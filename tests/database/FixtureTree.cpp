@@ -166,6 +166,13 @@ QByteArray CPgFixtureRoot::Text() const
 
 QByteArray CPgFixtureRoot::FileText(bool csv) const
 {
+    QByteArray text = SavedText(csv);
+    const auto begin = text.lastIndexOf(csv ? "Digest" : " <Digest");
+    return text.remove(begin, text.indexOf('\n', begin) + 1 - begin);
+}
+
+QByteArray CPgFixtureRoot::SavedText(bool csv) const
+{
     const QTemporaryDir folder;
     QFile file(folder.filePath(csv ? QStringLiteral("a.csv") : QStringLiteral("a.xml")));
     SaveToFile(file.fileName(), eSAVERECALL_ALL);

@@ -93,7 +93,8 @@ public:
     static std::shared_ptr<CPgFixtureRoot> Create();
     /** The whole tree as XML, without a file. */
     QByteArray Text() const;
-    /** What a settings file holds. */
+    /** What a settings file holds, and the same without its digest, as one writes it by hand. */
+    QByteArray SavedText(bool csv) const;
     QByteArray FileText(bool csv) const;
 
 protected:

@@ -10,7 +10,9 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -97,6 +99,80 @@ TEST(Root, ActionsSaveAndRestoreElsewhereOrTooLittle)
     EXPECT_EQ(scale->GetText(), QStringLiteral("1e-07"));
     EXPECT_EQ(brightness->GetText(), QStringLiteral("10_PERCENT"));
 }
+
+TEST(Root, RefusedRecallStopsTheAcquisitionOrAGoodOneDoesNot)
+{
+    const QTemporaryDir folder;
+    const CReports reports;
+    const auto root = GetZELRoot();
+    const auto stop = root->GetPgControl()->GetPgSMMode()->GetPrStop();
+    const auto write = [&folder](const char* name, const QByteArray& text)
+    {
+        QFile file(folder.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    };
+    const QString good = folder.filePath(QStringLiteral("good.xml"));
+    ASSERT_EQ(root->Save(good), eKW_ACC_OK);
+    QFile file(good);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    stop->AttachExecutor(true);
+    ASSERT_EQ(stop->SetTimeout(1), eKW_ACC_OK);
+    for (const QString& name :
+         {folder.filePath(QStringLiteral("missing.xml")), write("damaged.xml", text.left(5000)),
+          write("foreign.xml", "<Settings Kind=\"Car\" Version=\"1.0\"/>"),
+          write("newer.xml", "<Settings Kind=\"ZEL\" Version=\"2.0\"/>"),
+          write("changed.xml", QByteArray(text).replace("\"1e-07\"", "\"2e-07\""))})
+    {
+        EXPECT_GT(root->Recall(name), eKW_ACC_WARNING) << name.toStdString();
+        EXPECT_EQ(stop->TakeEvent(), eKW_OP_EVENT_NONE) << name.toStdString();
+    }
+    root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(root->Recall(good), eKW_ACC_NO_WRITE_ACCESS);
+    root->SetControlMode(eCONTROL_LOCAL);
+    EXPECT_EQ(stop->TakeEvent(), eKW_OP_EVENT_NONE);
+    EXPECT_EQ(root->Recall(good), eKW_ACC_OK);
+    EXPECT_EQ(stop->TakeEvent(), eKW_OP_EVENT_START);
+}
+
+namespace
+{
+class ActionOnFile : public testing::TestWithParam<const char*>
+{
+};
+} // namespace
+
+TEST_P(ActionOnFile, KeepsWritersWaiting)
+{
+    const QTemporaryDir folder;
+    const auto root = GetZELRoot();
+    root->SetSettingsFolder(folder.filePath(QStringLiteral("no/such\n/folder")));
+    ASSERT_EQ(Property(root, "SaveRecall/File")->SetText(QStringLiteral("/proc/no.xml")),
+              eKW_ACC_OK);
+    std::future<KW_ACCEPTANCE> write;
+    bool wrote = false;
+    // What is wrong with the file is told while the action is about it.
+    const KW_ErrorHandler before = KW_SetErrorHandler(
+        [&](const KW_ErrorReport&)
+        {
+            write = std::async(std::launch::async, [&root]
+                               { return root->GetPgHorizontal()->GetPrScale()->Set(1e-6); });
+            wrote = write.wait_for(std::chrono::seconds(10)) == std::future_status::ready;
+        });
+    const auto action = std::dynamic_pointer_cast<CDbFunction>(
+        root->GetDbObject()->Find(QString::fromLatin1(GetParam())));
+    EXPECT_GT(action->Execute(), eKW_ACC_WARNING);
+    KW_SetErrorHandler(before);
+    EXPECT_TRUE(wrote);
+    EXPECT_EQ(action->GetRunCount(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Actions, ActionOnFile,
+                         testing::Values("Save", "Recall", "StartupRecall", "ShutdownSave",
+                                         "SaveRecall/SaveToSlot", "SaveRecall/SaveToFile",
+                                         "SaveRecall/RecallFromFile"));
 
 TEST(Root, StepIsNamedAfterItsFirstRecord)
 {

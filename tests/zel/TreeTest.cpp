@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "CommonDatabase/DbContainerBase.h"
 #include "CommonDatabase/DbFunction.h"
 #include "EnumNameInfo.h"
 #include "IKWProperties.h"
+#include "PgZEL.h"
 #include "TreeCatalogue.h"
 #include "ZelTree.h"
 
@@ -242,6 +244,127 @@ TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
+
+namespace
+{
+/** A file, as one writes it by hand, that names one property. */
+QByteArray FileNaming(const CDbPropBase& property, const QString& text)
+{
+    QString file = QStringLiteral("<Prop Name=\"%1\" Value=\"%2\"/>")
+                       .arg(property.GetNodeName(), text.toHtmlEscaped());
+    for (const CDbPropertyGroup* group = property.GetParent(); group != nullptr;
+         group = group->GetParent())
+    {
+        const bool isItem = dynamic_cast<CDbContainerBase*>(group->GetParent()) != nullptr;
+        file = QStringLiteral("<%1 Name=\"%2\">%3</%1>")
+                   .arg(isItem ? QStringLiteral("ArrayItem") : group->GetXMLElementName(),
+                        group->GetNodeName(), file);
+    }
+    return QStringLiteral("<Settings Kind=\"ZEL\" Version=\"1.0\">%1</Settings>")
+        .arg(file)
+        .toUtf8();
+}
+
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a.xml")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    return root->Recall(file.fileName());
+}
+} // namespace
+
+TEST(Tree, EXPLORE)
+{
+    const auto root = GetZELRoot();
+    const CReports reports;
+    KW_PeekZELRoot()->VisitChildrenFirst(
+        [&](CDbPropertyGroup& group)
+        {
+            for (const auto& p : group.Properties())
+            {
+                if ((p->GetSaveRecallType() & 1) == 0 || p->GetObjectType() == eOBJECTTYPE_RESULT ||
+                    p->GetAvailability() != eAVAILABILITY_AVAILABLE)
+                {
+                    continue;
+                }
+                const QString text = OtherText(*p);
+                if (text.isNull() || p->SetText(text) != eKW_ACC_OK)
+                {
+                    continue;
+                }
+                const QString asked = p->GetText();
+                QStringList others;
+                for (const auto& q : group.Properties())
+                {
+                    others.append(q->GetText());
+                }
+                root->Undo();
+                RecallText(root, FileNaming(*p, text));
+                if (p->GetText() != asked)
+                {
+                    std::printf("LOST %s %s: %s\n", qPrintable(p->GetPath()), qPrintable(text),
+                                qPrintable(p->GetText()));
+                }
+                else
+                {
+                    for (std::size_t i = 0; i < group.Properties().size(); ++i)
+                    {
+                        const auto& q = *group.Properties()[i];
+                        if (q.GetText() != others[static_cast<int>(i)] &&
+                            (q.GetSaveRecallType() & 1) && q.GetObjectType() != eOBJECTTYPE_RESULT)
+                        {
+                            std::printf("OTHER %s %s -> %s: %s instead of %s\n",
+                                        qPrintable(p->GetPath()), qPrintable(text),
+                                        qPrintable(q.GetNodeName()), qPrintable(q.GetText()),
+                                        qPrintable(others[static_cast<int>(i)]));
+                        }
+                    }
+                }
+                while (root->CanUndo())
+                    root->Undo();
+            }
+        });
+}
+
+TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
+{
+    const auto root = GetZELRoot();
+    std::set<QString> pairs;
+    KW_PeekZELRoot()->VisitChildrenFirst(
+        [&](CDbPropertyGroup& group)
+        {
+            for (const auto& property : group.Properties())
+            {
+                if (property->NodeName().endsWith(QLatin1String("GUI")))
+                {
+                    pairs.insert(property->GetPath());
+                }
+            }
+            for (const auto& [one, other] : group.Twins())
+            {
+                pairs.erase(one->GetPath());
+                pairs.erase(other->GetPath());
+                for (const CDbPropBase* const named : {one, other})
+                {
+                    const QString path = named->GetPath();
+                    const auto written = Property(root, path.toLatin1().constData());
+                    const QString text = OtherText(*written);
+                    ASSERT_EQ(written->SetText(text), eKW_ACC_OK) << path.toStdString();
+                    const QStringList wanted{one->GetText(), other->GetText()};
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                    ASSERT_NE(QStringList({one->GetText(), other->GetText()}), wanted);
+                    EXPECT_EQ(RecallText(root, FileNaming(*named, text)), eKW_ACC_OK);
+                    EXPECT_EQ(QStringList({one->GetText(), other->GetText()}), wanted)
+                        << path.toStdString();
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                }
+            }
+        });
+    EXPECT_EQ(pairs, std::set<QString>()) << "twins that no group knows";
+}
 
 TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
 {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
+#include "KWSettingsFile.h"
 #include "Snapshot.h"
 #include "Trace.h"
 
@@ -21,6 +22,15 @@ constexpr char kRecallFooter[] =
     "\n"
     "Example:\n"
     "  zelctl recall my.xml --trace                what the file changes in the defaults";
+
+constexpr char kSealFooter[] =
+    "A saved file holds a digest of its contents, and one that was changed since is refused. This\n"
+    "writes the digest anew, for a file that was changed on purpose. Nothing else in it changes. "
+    "A\n"
+    "file without a digest, written by hand, is taken as it is and need not be sealed.\n"
+    "\n"
+    "Example:\n"
+    "  zelctl seal my.xml                          after my.xml was edited";
 
 constexpr char kDiffFooter[] =
     "Compares the saved settings of the present state, or of the first file, with the file named\n"
@@ -73,6 +83,26 @@ struct t_RecallOptions
             .Field("file", ToText(file));
         tracing.AddTo(reply);
         return reply.Send(code);
+    }
+};
+
+struct t_SealOptions
+{
+    std::string file;
+
+    void Declare(CLI::App& command)
+    {
+        command.add_option("file", file, "File to seal")->required();
+    }
+
+    t_Answer Run(CSession& session) const
+    {
+        const KW_ACCEPTANCE code = KW_SealSettingsFile(ToText(file));
+        Require(code, QStringLiteral("seal ") + ToText(file));
+        CReply reply(session, QStringLiteral("seal"));
+        return reply.Line(QStringLiteral("sealed ") + ToText(file))
+            .Field("file", ToText(file))
+            .Send(code);
     }
 };
 
@@ -147,5 +177,7 @@ void AddFileCommands(CLI::App& app, t_Run& run)
 {
     AddCommand<t_SaveOptions>(app, run, "save", "Write the settings to a file", kSaveFooter);
     AddCommand<t_RecallOptions>(app, run, "recall", "Read settings from a file", kRecallFooter);
+    AddCommand<t_SealOptions>(app, run, "seal", "Accept a settings file that was edited",
+                              kSealFooter);
     AddCommand<t_DiffOptions>(app, run, "diff", "Compare settings with a file", kDiffFooter);
 }

@@ -12,7 +12,8 @@ namespace
 const QStringList& GetFileCommands()
 {
     static const QStringList commands{QStringLiteral("save"), QStringLiteral("recall"),
-                                      QStringLiteral("diff"), QStringLiteral("run")};
+                                      QStringLiteral("seal"), QStringLiteral("diff"),
+                                      QStringLiteral("run")};
     return commands;
 }
 
