@@ -113,12 +113,6 @@ void TreeSizes(benchmark::internal::Benchmark* benchmark)
 
 void ItemCounts(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("items")->RangeMultiplier(10)->Range(1, 1000000);
-}
-
-/** Each item of a map has a name of its own to be found by. */
-void NamedItemCounts(benchmark::internal::Benchmark* benchmark)
-{
     benchmark->ArgName("items")->RangeMultiplier(10)->Range(1, 100000);
 }
 } // namespace
@@ -226,7 +220,7 @@ static void ScaleArrayInsertAndRemoveAtFront(benchmark::State& state)
         tree.array->Remove(0, 1);
     }
 }
-BENCHMARK(ScaleArrayInsertAndRemoveAtFront)->Apply(NamedItemCounts);
+BENCHMARK(ScaleArrayInsertAndRemoveAtFront)->Apply(ItemCounts);
 
 static void ScaleMapItemAccessByName(benchmark::State& state)
 {
@@ -238,7 +232,7 @@ static void ScaleMapItemAccessByName(benchmark::State& state)
         benchmark::DoNotOptimize(handle->GetItem(name));
     }
 }
-BENCHMARK(ScaleMapItemAccessByName)->Apply(NamedItemCounts);
+BENCHMARK(ScaleMapItemAccessByName)->Apply(ItemCounts);
 
 static void ScaleMapInsertAndRemove(benchmark::State& state)
 {
@@ -250,7 +244,7 @@ static void ScaleMapInsertAndRemove(benchmark::State& state)
         tree.map->Remove(name);
     }
 }
-BENCHMARK(ScaleMapInsertAndRemove)->Apply(NamedItemCounts);
+BENCHMARK(ScaleMapInsertAndRemove)->Apply(ItemCounts);
 
 /** As a client fills a map whose names it leaves to the map; the time is that of an item. */
 static void ScaleMapFillWithMadeNamesPerItem(benchmark::State& state)
@@ -270,7 +264,7 @@ static void ScaleMapFillWithMadeNamesPerItem(benchmark::State& state)
     }
     CountEach(state, "per_item", state.range(0));
 }
-BENCHMARK(ScaleMapFillWithMadeNamesPerItem)->Apply(NamedItemCounts);
+BENCHMARK(ScaleMapFillWithMadeNamesPerItem)->Apply(ItemCounts);
 
 static void ScaleWriteIntoHistory(benchmark::State& state)
 {

@@ -25,3 +25,8 @@ KW_ACCEPTANCE CPgCANBusSettings::Follow(const CDbPropBase* written)
         m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD);
     return std::max(rate, dataRate);
 }
+
+std::vector<CDbPropertyGroup::t_Twins> CPgCANBusSettings::Twins() const
+{
+    return {{m_pStandardBitRate, m_pBitRate}, {m_pStandardDataBitRate, m_pDataBitRate}};
+}

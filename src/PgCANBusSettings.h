@@ -10,6 +10,7 @@ class CPgCANBusSettings : public CPgCANBusSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
+    std::vector<t_Twins> Twins() const override;
 
 private:
     KW_ACCEPTANCE Follow(const CDbPropBase* written);

@@ -83,6 +83,7 @@ void CPgHorizontal::UpdateGroup()
 std::vector<CDbPropertyGroup::t_Twins> CPgHorizontal::Twins() const
 {
     return {{m_pScale, m_pScaleGUI},
+            {m_pScale, m_pAcquisitionTime},
             {m_pReferencePoint, m_pReferencePointGUI},
             {m_pNumberOfAverages, m_pNumberOfAveragesGUI}};
 }

@@ -13,3 +13,8 @@ void CPgLINBusSettings::UpdateGroup()
 {
     NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate);
 }
+
+std::vector<CDbPropertyGroup::t_Twins> CPgLINBusSettings::Twins() const
+{
+    return {{m_pStandardBitRate, m_pBitRate}};
+}

@@ -32,3 +32,8 @@ KW_ACCEPTANCE CPgSPIBusSettings::Follow(const CDbPropBase* written)
     NRules::SetAvailable({m_pIdleTime}, !isSelected);
     return NRules::FollowStandard(*m_pStandardWordLength, *m_pWordLength, written);
 }
+
+std::vector<CDbPropertyGroup::t_Twins> CPgSPIBusSettings::Twins() const
+{
+    return {{m_pStandardWordLength, m_pWordLength}};
+}

@@ -28,3 +28,8 @@ KW_ACCEPTANCE CPgUARTBusSettings::Follow(const CDbPropBase* written)
     NRules::FitPattern(*m_pEndOfFramePattern, NRules::ExactPattern(WordLength()), QLatin1Char('0'));
     return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
+
+std::vector<CDbPropertyGroup::t_Twins> CPgUARTBusSettings::Twins() const
+{
+    return {{m_pStandardBitRate, m_pBitRate}};
+}

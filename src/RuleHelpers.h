@@ -220,6 +220,11 @@ public:
 
     void UpdateGroup() override { FollowSelection(); }
 
+    std::vector<CDbPropertyGroup::t_Twins> Twins() const override
+    {
+        return {{this->m_pLevelSet, this->m_pLevel}};
+    }
+
 protected:
     /** eKW_ACC_WARNING when the selected level lies beyond the limits. */
     KW_ACCEPTANCE FollowSelection()

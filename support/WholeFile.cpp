@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -86,7 +87,12 @@ bool KW_ReadWholeFile(const QString& fileName, qint64 maxSize, QByteArray& conte
         return false;
     }
     // Some files tell no size: what is read is what counts.
-    QByteArray read = file.read(maxSize + 1);
+    constexpr qint64 kPiece = 64 * 1024;
+    QByteArray read;
+    for (QByteArray piece(1, '\0'); !piece.isEmpty() && read.size() <= maxSize; read += piece)
+    {
+        piece = file.read(std::min(kPiece, maxSize + 1 - read.size()));
+    }
     if (file.error() != QFileDevice::NoError)
     {
         error = file.errorString();

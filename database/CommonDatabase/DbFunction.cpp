@@ -68,18 +68,20 @@ void CDbFunction::CountRun()
 std::optional<KW_ACCEPTANCE> CDbFunction::RunOnFile()
 {
     // Without the lock another thread may let the tree go: it stays until this has ended.
-    std::shared_ptr<CDbObject> root;
-    std::shared_ptr<CDbObject> group;
+    std::shared_ptr<CDbObject> keptRoot;
+    std::shared_ptr<CDbObject> keptGroup;
+    CDbPropertyGroup* group = nullptr;
     {
         const CLockGuard lock;
         if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
         {
             return access;
         }
-        root = GetDbRoot()->shared_from_this();
-        group = GetParent()->shared_from_this();
+        group = GetParent();
+        keptGroup = group->weak_from_this().lock();
+        keptRoot = GetDbRoot()->weak_from_this().lock();
     }
-    const auto code = static_cast<CDbPropertyGroup&>(*group).OnFileFunction(this);
+    const auto code = group->OnFileFunction(this);
     const CLockGuard lock;
     if (code && *code <= eKW_ACC_WARNING && GetParent() != nullptr)
     {

@@ -146,9 +146,8 @@ class ActionOnFile : public testing::TestWithParam<const char*>
 
 TEST_P(ActionOnFile, KeepsWritersWaiting)
 {
-    const QTemporaryDir folder;
     const auto root = GetZELRoot();
-    root->SetSettingsFolder(folder.filePath(QStringLiteral("no/such\n/folder")));
+    root->SetSettingsFolder(QStringLiteral("/proc/nowhere"));
     ASSERT_EQ(Property(root, "SaveRecall/File")->SetText(QStringLiteral("/proc/no.xml")),
               eKW_ACC_OK);
     std::future<KW_ACCEPTANCE> write;

@@ -276,63 +276,11 @@ KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByt
 }
 } // namespace
 
-TEST(Tree, EXPLORE)
-{
-    const auto root = GetZELRoot();
-    const CReports reports;
-    KW_PeekZELRoot()->VisitChildrenFirst(
-        [&](CDbPropertyGroup& group)
-        {
-            for (const auto& p : group.Properties())
-            {
-                if ((p->GetSaveRecallType() & 1) == 0 || p->GetObjectType() == eOBJECTTYPE_RESULT ||
-                    p->GetAvailability() != eAVAILABILITY_AVAILABLE)
-                {
-                    continue;
-                }
-                const QString text = OtherText(*p);
-                if (text.isNull() || p->SetText(text) != eKW_ACC_OK)
-                {
-                    continue;
-                }
-                const QString asked = p->GetText();
-                QStringList others;
-                for (const auto& q : group.Properties())
-                {
-                    others.append(q->GetText());
-                }
-                root->Undo();
-                RecallText(root, FileNaming(*p, text));
-                if (p->GetText() != asked)
-                {
-                    std::printf("LOST %s %s: %s\n", qPrintable(p->GetPath()), qPrintable(text),
-                                qPrintable(p->GetText()));
-                }
-                else
-                {
-                    for (std::size_t i = 0; i < group.Properties().size(); ++i)
-                    {
-                        const auto& q = *group.Properties()[i];
-                        if (q.GetText() != others[static_cast<int>(i)] &&
-                            (q.GetSaveRecallType() & 1) && q.GetObjectType() != eOBJECTTYPE_RESULT)
-                        {
-                            std::printf("OTHER %s %s -> %s: %s instead of %s\n",
-                                        qPrintable(p->GetPath()), qPrintable(text),
-                                        qPrintable(q.GetNodeName()), qPrintable(q.GetText()),
-                                        qPrintable(others[static_cast<int>(i)]));
-                        }
-                    }
-                }
-                while (root->CanUndo())
-                    root->Undo();
-            }
-        });
-}
-
 TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
 {
     const auto root = GetZELRoot();
-    std::set<QString> pairs;
+    std::set<QString> unknown;
+    int tried = 0;
     KW_PeekZELRoot()->VisitChildrenFirst(
         [&](CDbPropertyGroup& group)
         {
@@ -340,30 +288,36 @@ TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
             {
                 if (property->NodeName().endsWith(QLatin1String("GUI")))
                 {
-                    pairs.insert(property->GetPath());
+                    unknown.insert(property->GetPath());
                 }
             }
             for (const auto& [one, other] : group.Twins())
             {
-                pairs.erase(one->GetPath());
-                pairs.erase(other->GetPath());
+                unknown.erase(one->GetPath());
+                unknown.erase(other->GetPath());
                 for (const CDbPropBase* const named : {one, other})
                 {
                     const QString path = named->GetPath();
                     const auto written = Property(root, path.toLatin1().constData());
                     const QString text = OtherText(*written);
-                    ASSERT_EQ(written->SetText(text), eKW_ACC_OK) << path.toStdString();
+                    if (written->GetAvailability() != eAVAILABILITY_AVAILABLE)
+                    {
+                        continue;
+                    }
+                    ASSERT_TRUE(KW_IsAccepted(written->SetText(text))) << path.toStdString();
                     const QStringList wanted{one->GetText(), other->GetText()};
                     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
                     ASSERT_NE(QStringList({one->GetText(), other->GetText()}), wanted);
-                    EXPECT_EQ(RecallText(root, FileNaming(*named, text)), eKW_ACC_OK);
+                    ++tried;
+                    EXPECT_TRUE(KW_IsAccepted(RecallText(root, FileNaming(*named, text))));
                     EXPECT_EQ(QStringList({one->GetText(), other->GetText()}), wanted)
                         << path.toStdString();
                     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
                 }
             }
         });
-    EXPECT_EQ(pairs, std::set<QString>()) << "twins that no group knows";
+    EXPECT_GT(tried, 20);
+    EXPECT_EQ(unknown, std::set<QString>()) << "twins that no group knows";
 }
 
 TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
