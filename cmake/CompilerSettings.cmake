@@ -22,13 +22,16 @@ if(KWI_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${KWI_CCACHE})
 endif()
 
+# What the compiler sees of a source's path when ccache counts it from the build folder.
+file(RELATIVE_PATH upFromBuild ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+
 add_library(kwi_settings INTERFACE)
 target_compile_options(
     kwi_settings
     INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
               -Wnon-virtual-dtor -Woverloaded-virtual
               # Reports name sources by their place in the project.
-              -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
+              -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${upFromBuild}=
               # GCC 12 sees overlapping copies in every "text" + std::string.
               $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
               # A fused a*b+c rounds once where the formulas round twice: results must not depend
