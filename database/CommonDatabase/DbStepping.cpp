@@ -47,11 +47,11 @@ double FromReal<double>(double value, bool& overflow)
     itself rounded, would lie beside it. Infinite beyond the largest, zero below the smallest. */
 double FromDecimal(INT64 digits, int exponent)
 {
-    char text[40];
-    char* const end = text + sizeof(text);
-    char* const mark = std::to_chars(text, end, digits).ptr;
+    constexpr int kMostDigits = 20;
+    char text[kMostDigits + 16];
+    char* const mark = std::to_chars(text, text + kMostDigits, digits).ptr;
     *mark = 'e';
-    const auto written = std::to_chars(mark + 1, end, exponent);
+    const auto written = std::to_chars(mark + 1, text + sizeof(text), exponent);
     double value = exponent < 0 ? 0.0 : digits < 0 ? -HUGE_VAL : HUGE_VAL;
     std::from_chars(text, written.ptr, value);
     return value;
