@@ -227,17 +227,20 @@ KW_ACCEPTANCE CDbPropNum<T>::SetUserValue(T value)
     {
         return refusal;
     }
-    CDbChange change(*this, eWRITEKIND::Wish);
     const bool isOpen = wish != legal;
-    if (isOpen && wish != GetUserValue())
+    KW_ACCEPTANCE code = eKW_ACC_OK;
     {
-        // Before the hooks of the write, which may settle for less.
-        change.Touch();
-        m_userValue.store(wish, std::memory_order_release);
+        CDbChange change(*this, eWRITEKIND::Wish);
+        if (isOpen && wish != GetUserValue())
+        {
+            // Before the hooks of the write, which may settle for less.
+            change.Touch();
+            m_userValue.store(wish, std::memory_order_release);
+        }
+        code = WriteValue(std::move(carried), isOpen ? eWRITEKIND::Wish : eWRITEKIND::Client);
     }
-    const KW_ACCEPTANCE code =
-        WriteValue(std::move(carried), isOpen ? eWRITEKIND::Wish : eWRITEKIND::Client);
-    return legal == value ? code : std::max<KW_ACCEPTANCE>(code, eKW_ACC_WARNING);
+    // Dependants have run by now, too.
+    return Get() == value ? code : std::max<KW_ACCEPTANCE>(code, eKW_ACC_WARNING);
 }
 
 template <typename T>

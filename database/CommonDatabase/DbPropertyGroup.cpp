@@ -50,6 +50,7 @@ public:
         CDbHistRecord::Finish();
     }
     bool IsChanged() const override { return m_before != m_after; }
+    std::size_t GetHeldBytes() const override { return sizeof(*this); }
     QString GetText() const override
     {
         const auto group = m_group.lock();
