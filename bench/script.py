@@ -5,7 +5,7 @@
 Processor time of the program, without its start, so that a busy machine disturbs little.
 """
 
-import os
+import resource
 import statistics
 import subprocess
 import sys
@@ -26,10 +26,10 @@ def seconds(program: str, lines: list[str]) -> float:
     with tempfile.NamedTemporaryFile("w", suffix=".zel") as script:
         script.write("\n".join(lines) + "\n")
         script.flush()
-        begin = os.times()
+        begin = resource.getrusage(resource.RUSAGE_CHILDREN)
         subprocess.run([program, "run", script.name], check=True, stdout=subprocess.DEVNULL)
-        end = os.times()
-    return (end.children_user + end.children_system) - (begin.children_user + begin.children_system)
+        end = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return (end.ru_utime + end.ru_stime) - (begin.ru_utime + begin.ru_stime)
 
 
 def microseconds(program: str, lines: list[str], count: int) -> float:
