@@ -188,9 +188,9 @@ QString FormatRounded(const QString& exactText, KW_UNIT unit)
 std::optional<t_Decimal> ReadQuantity(QString text, KW_UNIT unit)
 {
     static const QRegularExpression form(
-        QStringLiteral("^\\s*([+-]?[0-9.]+(?:[eE][+-]?[0-9]+)?)\\s*(.*?)\\s*$"));
+        QStringLiteral("^([+-]?[0-9.]+(?:[eE][+-]?[0-9]+)?)\\s*(.*)$"));
     text.replace(QChar(0x2212), QLatin1Char('-'));
-    const QRegularExpressionMatch match = form.match(text);
+    const QRegularExpressionMatch match = form.match(text.trimmed());
     auto number = ReadDecimal(match.captured(1));
     const auto exponent = number ? GetExponent(Unified(match.captured(2)), unit) : std::nullopt;
     if (!exponent)
