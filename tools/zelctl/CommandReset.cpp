@@ -110,7 +110,9 @@ t_Answer ResetGroup(CSession& session, IDbGroup& group, bool trace)
     const KW_ACCEPTANCE code = ResetInOneStep(session, group, request);
     Require(code, request);
     CReply reply(session, QStringLiteral("reset"));
-    reply.Line(QStringLiteral("%1: %2 settings").arg(request).arg(count) + DescribeWarning(code));
+    const QString what =
+        count == 1 ? QStringLiteral("1 setting") : QStringLiteral("%1 settings").arg(count);
+    reply.Line(request + QStringLiteral(": ") + what + DescribeWarning(code));
     QJsonArray left;
     for (const auto& property : GetMoved(group))
     {
