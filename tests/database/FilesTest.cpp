@@ -596,6 +596,4 @@ RC_GTEST_PROP(RandomWalk, IsNotUndoneRedoneOrSavedWhole, ())
     RC_ASSERT(root->Text() == states.back());
     RC_ASSERT(root->ApplyDefaults(eSAVERECALL_ALL, QString()) == eKW_ACC_OK);
     RC_ASSERT(root->Text() == states.front());
-    RC_ASSERT(states.back() == states.front() || root->Undo() == eKW_ACC_OK);
-    RC_ASSERT(root->Text() == states.back());
 }

@@ -114,9 +114,6 @@ TEST_F(SaveFaults, ErrorOfASystemCallLosesTheOldFileOrIsSilent)
 
 TEST_F(SaveFaults, DiskThatFillsUpLeavesHalfAFile)
 {
-    CDbPropFilePath& path = *m_root->m_pFirst->m_pPath;
-    path.SetFolder(m_folder.path());
-    ASSERT_EQ(path.Set(QStringLiteral("keep.xml")), eKW_ACC_OK);
     for (qsizetype room = 0; room < m_new.size(); room += 1 + m_new.size() / 150)
     {
         SCOPED_TRACE(room);
@@ -125,7 +122,6 @@ TEST_F(SaveFaults, DiskThatFillsUpLeavesHalfAFile)
         {
             const CSystemCallFault fault({.room = static_cast<std::size_t>(room)});
             code = m_root->Save(m_name);
-            EXPECT_EQ(path.Write(m_new), eKW_ACC_FILE_NOT_WRITABLE);
         }
         ExpectRefused(code, ENOSPC);
     }

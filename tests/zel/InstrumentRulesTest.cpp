@@ -132,17 +132,21 @@ TEST(InstrumentRules, SelftestKeepsOldResultsOrForgetsThoseOfOthers)
             test->GetPrDevice()->SetAsInt(chosen);
             for (INT32 i = 0; i < devices->GetCount(); ++i)
             {
-                ASSERT_EQ(devices->GetItem(i)->GetPrErrorCode()->SetResult(7), eKW_ACC_OK);
+                const auto item = devices->GetItem(i);
+                ASSERT_EQ(item->GetPrErrorCode()->SetResult(7), eKW_ACC_OK);
+                ASSERT_EQ(item->GetPrState()->SetResult(eKW_ZEL_SELFTEST_STATE_FAILED), eKW_ACC_OK);
             }
             tree.DoAll("Setup/Selftest/Start");
             const INT32 device = test->GetPrDevice()->GetAsInt();
             const bool isOne = selection == eKW_ZEL_SELFTEST_SELECTION_DEVICE && device > 0;
             for (INT32 i = 0; i < devices->GetCount(); ++i)
             {
-                const bool isKept =
-                    isOne && devices->GetItem(i)->GetPrDevice()->GetAsInt() != device;
-                EXPECT_EQ(devices->GetItem(i)->GetPrErrorCode()->Get(), isKept ? 7U : 0U)
+                const auto item = devices->GetItem(i);
+                const bool isKept = isOne && item->GetPrDevice()->GetAsInt() != device;
+                const bool isFailed = item->GetPrState()->Get() == eKW_ZEL_SELFTEST_STATE_FAILED;
+                EXPECT_EQ(item->GetPrErrorCode()->Get(), isKept ? 7U : 0U)
                     << "selection " << selection << " of " << device << ", item " << i;
+                EXPECT_EQ(isFailed, isKept) << i;
             }
         }
     }
