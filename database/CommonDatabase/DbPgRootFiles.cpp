@@ -58,7 +58,9 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern, eREADERS& readers) con
         CDbCsvSettingsWriter writer(fields);
         WriteDocument(writer, *this, pattern);
         readers = ReadersOf(writer);
-        return KW_WithDigest(CDbCsvSettingsWriter::ToText(fields), csv);
+        text = CDbCsvSettingsWriter::ToText(fields);
+        KW_AddDigest(text, csv);
+        return text;
     }
     QXmlStreamWriter xml(&text);
     xml.setAutoFormatting(true);
@@ -68,7 +70,8 @@ QByteArray CDbPgRoot::Serialized(bool csv, INT32 pattern, eREADERS& readers) con
     WriteDocument(writer, *this, pattern);
     readers = ReadersOf(writer);
     xml.writeEndDocument();
-    return KW_WithDigest(text, csv);
+    KW_AddDigest(text, csv);
+    return text;
 }
 
 KW_ACCEPTANCE CDbPgRoot::SaveToFile(const QString& fileName, SaveRecallPattern pattern) const

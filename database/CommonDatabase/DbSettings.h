@@ -116,6 +116,8 @@ private:
     int m_index;
 };
 
+/** Puts the digest of what it holds at the end of a settings file's text, which has none. */
+void KW_AddDigest(QByteArray& text, bool csv);
 /** The text of a settings file with its digest as the last element, in place of one that it has. A
     text that is no settings file gives one that can not be read. */
 QByteArray KW_WithDigest(const QByteArray& text, bool csv);

@@ -47,19 +47,32 @@ QByteArray WithoutDigest(const QByteArray& text, bool csv)
 }
 } // namespace
 
-QByteArray KW_WithDigest(const QByteArray& text, bool csv)
+void KW_AddDigest(QByteArray& text, bool csv)
 {
-    const QByteArray bare = WithoutDigest(text, csv);
-    const auto end = static_cast<int>(bare.lastIndexOf(csv ? kCsvEnd : kXmlEnd));
+    auto end = static_cast<int>(text.lastIndexOf(csv ? kCsvEnd : kXmlEnd));
     if (end < 1)
     {
-        return bare;
+        return;
     }
     // A digest has a line of its own, whatever stands before the end.
-    QByteArray sealed = csv ? bare.left(end - 1) + '\n' : bare.left(end) + ' ';
-    const QByteArray digest = DigestOf(sealed, sealed.size());
-    sealed += csv ? kCsvDigest + digest + ',' + kCsvEnd : kXmlDigest + digest + "\"/>";
-    return sealed + '\n' + bare.mid(end);
+    if (csv)
+    {
+        text[end - 1] = '\n';
+    }
+    else
+    {
+        text.insert(end++, ' ');
+    }
+    const QByteArray digest = DigestOf(text, end);
+    text.insert(end,
+                (csv ? kCsvDigest + digest + ',' + kCsvEnd : kXmlDigest + digest + "\"/>") + '\n');
+}
+
+QByteArray KW_WithDigest(const QByteArray& text, bool csv)
+{
+    QByteArray sealed = WithoutDigest(text, csv);
+    KW_AddDigest(sealed, csv);
+    return sealed;
 }
 
 bool CDbSettingsDocument::CheckDigest(const QByteArray& text, bool csv)

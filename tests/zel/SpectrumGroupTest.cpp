@@ -3,6 +3,7 @@
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionSMMode.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
+#include "KWSettingsFile.h"
 #include "PgFFT.h"
 #include "PgHorizontal.h"
 #include "PgSpectrum.h"
@@ -314,6 +315,7 @@ TEST_F(SpectrumGroup, EditedFileLeavesTheAxisBroken)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);
     file.close();
+    ASSERT_EQ(KW_SealSettingsFile(name), eKW_ACC_OK);
     ASSERT_LE(root->Recall(name), 1U);
     EXPECT_EQ(s->GetPrHorizontalStop()->Get(), 2.5e8);
     EXPECT_EQ(s->GetPrHorizontalSpan()->Get(), 2.5e8);
