@@ -10,13 +10,17 @@ public:
     ~IKWFunctionRootBase() override;
 
     /** Writes the user's settings: CSV when the name ends in ".csv", XML otherwise. The old file
-        stands until the new one is whole: eKW_ACC_FILE_NOT_WRITABLE. */
+        stands until the new one is whole: eKW_ACC_FILE_NOT_WRITABLE, also for what is no regular
+        file and for settings that would be too large to be recalled. */
     virtual KW_ACCEPTANCE Save(const QString& fileName) = 0;
     /** Reads and checks the whole file, then applies it as one step for undo. Code 1 when nodes or
         values had to be skipped (each is reported); eKW_ACC_FILE_NOT_READABLE or
-        eKW_ACC_FILE_NOT_UNDERSTOOD leave the tree as it was. Settings that the file does not name
-        keep their values. Memory that runs out while a CSV file is recalled leaves the tree as it
-        was (std::bad_alloc); Qt's XML reader ends the process then. */
+        eKW_ACC_FILE_NOT_UNDERSTOOD, also for a file that was changed since it was saved
+        (KWSettingsFile.h), leave the tree and the acquisition as they were. Settings that the file
+        does not name keep their values, and so does what no file of the user's settings holds; of
+        two settings that say the same, the one that it names alone decides. Memory that runs out
+       while a CSV file is recalled leaves the tree as it was (std::bad_alloc); Qt's XML reader ends
+       the process then. */
     virtual KW_ACCEPTANCE Recall(const QString& fileName) = 0;
     /** Sets the defaults: of the user's settings, or with `factory` of everything that is saved. */
     virtual KW_ACCEPTANCE RunPresetSequence(bool factory) = 0;

@@ -203,7 +203,7 @@ public:
     /** A file name from the stem and the lowest free number, such as "Wave003.csv"; empty when no
         number is free or no save extension exists. */
     virtual QString CreateNewFileName() const = 0;
-    /** Reads the whole file: eKW_ACC_FILE_NOT_READABLE when missing or too large. */
+    /** Reads the whole file: eKW_ACC_FILE_NOT_READABLE when missing, too large, no regular file. */
     virtual KW_ACCEPTANCE Load(QByteArray& contents) const = 0;
     /** Writes the file whole or not at all: eKW_ACC_FILE_NOT_WRITABLE keeps the old one. */
     virtual KW_ACCEPTANCE Write(const QByteArray& contents) = 0;
