@@ -19,8 +19,8 @@ public:
         (KWSettingsFile.h), leave the tree and the acquisition as they were. Settings that the file
         does not name keep their values, and so does what no file of the user's settings holds; of
         two settings that say the same, the one that it names alone decides. Memory that runs out
-       while a CSV file is recalled leaves the tree as it was (std::bad_alloc); Qt's XML reader ends
-       the process then. */
+        while a CSV file is recalled leaves the tree as it was (std::bad_alloc); Qt's XML reader
+        ends the process then. */
     virtual KW_ACCEPTANCE Recall(const QString& fileName) = 0;
     /** Sets the defaults: of the user's settings, or with `factory` of everything that is saved. */
     virtual KW_ACCEPTANCE RunPresetSequence(bool factory) = 0;
