@@ -15,14 +15,13 @@ using t_DDCHelper = CZELDatabaseHelperDDC;
 
 KW_ACCEPTANCE CPgDDC::OnPropertySet(const CDbPropBase* property)
 {
-    KW_ACCEPTANCE code = eKW_ACC_OK;
     if (property == m_pCenter || property == m_pSpan)
     {
         OnCenterOrSpan();
     }
     if (property == m_pState)
     {
-        code = OnState();
+        OnState();
     }
     const CPgZEL* const root = CPgZEL::Of(*this);
     if (root != nullptr && property == m_pSource)
@@ -30,7 +29,7 @@ KW_ACCEPTANCE CPgDDC::OnPropertySet(const CDbPropBase* property)
         root->GetPgSpectrum()->SelectSource(
             NApplicationDefinitions::MapAnalogChannelToApplicationChannel(m_pSource->Get()));
     }
-    return std::max(code, CPgDDCBase::OnPropertySet(property));
+    return CPgDDCBase::OnPropertySet(property);
 }
 
 void CPgDDC::OnCenterOrSpan()
@@ -45,24 +44,23 @@ void CPgDDC::OnCenterOrSpan()
     UpdateGainCorrection();
 }
 
-KW_ACCEPTANCE CPgDDC::OnState()
+void CPgDDC::OnState()
 {
     const CPgZEL* const root = CPgZEL::Of(*this);
     if (m_pState->Get() == eKW_ONOFF_ON)
     {
         Init(m_pCenter->Get(), m_pSpan->Get());
         Switch(true);
-        return eKW_ACC_OK;
     }
-    if (root == nullptr)
+    else if (root == nullptr)
     {
         Switch(false);
-        return eKW_ACC_OK;
     }
-    // The analysis of a narrow span has no other samples to work on.
-    const bool isNeeded = root->GetPgSpectrum()->NeedsDownConverter();
-    root->GetPgSpectrum()->UpdateDownConverter();
-    return isNeeded ? eKW_ACC_WARNING : eKW_ACC_OK;
+    else
+    {
+        // Stays on where the analysis of a narrow span has no other samples to work on.
+        root->GetPgSpectrum()->UpdateDownConverter();
+    }
 }
 
 void CPgDDC::Init(double center, double span)

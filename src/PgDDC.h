@@ -24,7 +24,7 @@ public:
     void Reset();
 
 private:
-    KW_ACCEPTANCE OnState();
+    void OnState();
     void OnCenterOrSpan();
     /** A real signal has half of its power at negative frequencies, which mixing and decimation
         take away: the factor is 2 while both happen, else 1. */
