@@ -185,7 +185,7 @@ TEST(Root, StepIsNamedAfterItsFirstRecord)
         {"Preset", [&] { root->RunPresetSequence(false); }},
         {"PresetFactory", [&] { root->RunPresetSequence(true); }},
         {"PresetFactory", [&] { root->GetPrPresetFactory()->Set(); }},
-        {"Recall", [&] { root->RecallFromFile(file, eSAVERECALL_SETTINGS); }},
+        {"Recall", [&] { KW_PeekZELRoot()->RecallFromFile(file, eSAVERECALL_SETTINGS); }},
         {"Recall", [&] { root->Recall(file); }},
     };
     for (const auto& [name, run] : steps)
