@@ -47,7 +47,8 @@ MAY_INCLUDE = {
 IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
-    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h", "KWTexts.h",
+    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h", "KWSettingsFile.h",
+    "KWTexts.h",
 }
 
 # Where the compiler looks for quoted names, after the folder of the including file.
@@ -57,7 +58,7 @@ SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "genera
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
 FURTHER_LIBRARIES = {
-    "support": r"boost/.*|(fcntl|unistd)\.h",
+    "support": r"boost/.*|(fcntl|unistd|sys/stat)\.h",
     "frame": r"boost/.*",
     "rules": r"boost/.*",
     "ifc": None,

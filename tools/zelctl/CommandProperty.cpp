@@ -67,7 +67,7 @@ void t_GetOptions::Show(const IDbProperty& property, bool isBare, CReply& reply,
         return;
     }
     const t_ShownValue value = GetShownValue(property);
-    const bool isText = isBare && value.type == QLatin1String("string");
+    const bool isText = isBare && value.type == QLatin1String("string") && !value.secret;
     const QString shown = property.GetValidity() == eKW_VALIDITY_INVALID
                               ? QStringLiteral("invalid (no usable value yet)")
                           : isText ? value.text

@@ -66,6 +66,16 @@ class Terminal:
         return status
 
 
+def end_input(terminal):
+    """An end that is typed while the terminal changes its mode is lost: typed again, as users do."""
+    while terminal.process.poll() is None:
+        try:
+            terminal.type("\x04")
+        except OSError:
+            break  # it has just ended
+        time.sleep(0.1)
+
+
 class Shell(unittest.TestCase):
     def setUp(self):
         self.home = tempfile.TemporaryDirectory()
@@ -115,7 +125,7 @@ class Shell(unittest.TestCase):
                 ("quit", Terminal.quit, 1),
                 ("killed", Terminal.end, 0),
                 ("hang-up", lambda terminal: os.close(terminal.master), 0),
-                ("end of the input", lambda terminal: terminal.type("\x04"), 0),
+                ("end of the input", end_input, 0),
         ]:
             with self.subTest(name), tempfile.TemporaryDirectory() as home:
                 for scale in ["Horizontal/Scale", "Zoom/Scale"]:

@@ -219,7 +219,7 @@ class Zelctl(unittest.TestCase):
         for line, piece in [("undo " * 30000, "not expected"), ("expect 3 " * 30000, "expect"),
                             ("get " + "A" * 120000, "120000 characters"),
                             ("A" * 120000, "no command"),
-                            ("set Horizontal/Position 1e" + "9" * 120000, "BAD_TEXT"),
+                            ("set Horizontal/Position 1e" + "9" * 120000, "ABOVE_MAXIMUM"),
                             (b"save a\xff.xml", "UTF-8")]:
             with self.subTest(line[:30]):
                 begin = os.times()
