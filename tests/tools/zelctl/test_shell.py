@@ -67,10 +67,11 @@ class Terminal:
 
 
 def end_input(terminal):
-    """An end that is typed while the terminal changes its mode is lost: typed again, as users do."""
+    """An end that is typed while the terminal changes its mode is a character of the line: what
+    stands there is dropped, and the end typed again, as users do."""
     while terminal.process.poll() is None:
         try:
-            terminal.type("\x04")
+            terminal.type("\x15\x04")
         except OSError:
             break  # it has just ended
         time.sleep(0.1)
