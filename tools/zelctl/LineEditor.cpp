@@ -5,9 +5,14 @@
 #include "Secrets.h"
 
 #include <QDir>
+#include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cwchar>
+#include <fcntl.h>
 #include <iostream>
+#include <poll.h>
 #include <string>
 #include <unistd.h>
 
@@ -25,10 +30,15 @@ namespace
 constexpr char kPrompt[] = "zel> ";
 
 volatile std::sig_atomic_t s_interrupted = 0;
+/** What waits for input sees an interrupt here even when it came just before the waiting. */
+std::array<int, 2> s_wake{-1, -1};
 
 void NoteInterrupt(int /*signal*/)
 {
     s_interrupted = 1;
+    const int before = errno;
+    [[maybe_unused]] const auto written = write(s_wake[1], "", 1);
+    errno = before;
 }
 
 /** While it lives, an interrupt ends the reading of a line instead of the program. */
@@ -38,17 +48,35 @@ public:
     CInterruptGuard()
     {
         s_interrupted = 0;
+        if (pipe2(s_wake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        {
+            s_wake = {-1, -1}; // an interrupt then waits for the next key
+        }
         struct sigaction action
         {
         };
         action.sa_handler = NoteInterrupt;
         sigaction(SIGINT, &action, &m_before);
     }
-    ~CInterruptGuard() { sigaction(SIGINT, &m_before, nullptr); }
+    ~CInterruptGuard()
+    {
+        sigaction(SIGINT, &m_before, nullptr);
+        close(s_wake[0]);
+        close(s_wake[1]);
+    }
     CInterruptGuard(const CInterruptGuard&) = delete;
     CInterruptGuard& operator=(const CInterruptGuard&) = delete;
 
     static bool IsInterrupted() { return s_interrupted != 0; }
+    /** Waits for input; false when an interrupt came instead. */
+    static bool WaitForInput()
+    {
+        std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {s_wake[0], POLLIN, 0}}};
+        while (!IsInterrupted() && poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
+        {
+        }
+        return !IsInterrupted();
+    }
 
 private:
     struct sigaction m_before
@@ -125,6 +153,37 @@ char* GetPrompt(EditLine* /*editor*/)
     static char prompt[sizeof(kPrompt)];
     std::copy(std::begin(kPrompt), std::end(kPrompt), prompt);
     return prompt;
+}
+
+/** As the editor would read, but an interrupt always ends it. */
+int ReadCharacter(EditLine* /*editor*/, wchar_t* character)
+{
+    constexpr auto kIncomplete = static_cast<std::size_t>(-2);
+    constexpr auto kInvalid = static_cast<std::size_t>(-1);
+    std::mbstate_t state{};
+    while (CInterruptGuard::WaitForInput())
+    {
+        char byte = 0;
+        const auto count = read(STDIN_FILENO, &byte, 1);
+        if (count < 0 && errno == EINTR)
+        {
+            continue;
+        }
+        if (count <= 0)
+        {
+            return static_cast<int>(count);
+        }
+        const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
+        if (used == kInvalid)
+        {
+            state = {}; // bytes that are no character are left out
+        }
+        else if (used != kIncomplete)
+        {
+            return 1;
+        }
+    }
+    return 0;
 }
 
 void ListCandidates(CSession& session, const QStringList& candidates)
@@ -214,6 +273,7 @@ CLineEditor::CLineEditor(CSession& session) : m_state(std::make_unique<t_State>(
     el_set(m_state->editor, EL_PROMPT, &GetPrompt);
     el_set(m_state->editor, EL_EDITOR, "emacs");
     el_set(m_state->editor, EL_SIGNAL, 1);
+    el_set(m_state->editor, EL_GETCFN, &ReadCharacter);
     el_set(m_state->editor, EL_HIST, history, m_state->history);
     el_set(m_state->editor, EL_CLIENTDATA, &session);
     el_set(m_state->editor, EL_ADDFN, "zelctl-complete", "Complete the word", &CompleteLine);
