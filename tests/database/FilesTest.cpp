@@ -596,4 +596,8 @@ RC_GTEST_PROP(RandomWalk, IsNotUndoneRedoneOrSavedWhole, ())
     RC_ASSERT(root->Text() == states.back());
     RC_ASSERT(root->ApplyDefaults(eSAVERECALL_ALL, QString()) == eKW_ACC_OK);
     RC_ASSERT(root->Text() == states.front());
+    const bool hasStep = states.back() != states.front();
+    const KW_ACCEPTANCE undone = hasStep ? root->Undo() : KW_ACCEPTANCE{eKW_ACC_OK};
+    RC_ASSERT(undone == eKW_ACC_OK);
+    RC_ASSERT(root->Text() == states.back());
 }
