@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "DbBounds.h"
 #include "DbPgMap.h"
 #include "DbSettings.h"
 #include "KWAcceptance.h"
@@ -126,11 +125,4 @@ void CDbPgMapBase::ShowAs(const QString& name, const QString& displayName)
     }
     item.displayName = displayName;
     Move(name, name, item, eWRITEKIND::Undo);
-}
-
-std::size_t CDbPgMapHist::GetHeldBytes() const
-{
-    // An item that came in is the tree's.
-    const bool keeps = GetOperationType() == eOPERATIONTYPE::Remove;
-    return sizeof(*this) + (keeps ? m_item.group->CountNodes() : 0) * NDbBounds::kBytesPerNode;
 }
