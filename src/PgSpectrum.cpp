@@ -82,6 +82,14 @@ void CPgSpectrum::UpdateGroup()
     UpdateDownConverter();
 }
 
+/** Start and stop lead: a file that names another number of the axis alone would lose it. */
+std::vector<CDbPropertyGroup::t_Twins> CPgSpectrum::Twins() const
+{
+    return {{m_pHorizontalStart, m_pHorizontalSpan},
+            {m_pHorizontalStart, m_pHorizontalCenter},
+            {m_pAutoRBW, m_pRBW}};
+}
+
 void CPgSpectrum::OnTreeCreated()
 {
     // Before the markers register theirs: what moves the screen moves the reference marker's steps.
