@@ -31,17 +31,15 @@ KW_ACCEPTANCE CDbPropBase::WriteValue(CDbValue value, eWRITEKIND kind)
     {
         group->OnPropertyUnchanged(this);
     }
-    if (!IsClientWrite(kind))
-    {
-        return unchanged ? code : std::max(code, Take(value, kind, root));
-    }
-    if (unchanged && !m_forceDependencies)
+    const bool isClient = IsClientWrite(kind);
+    if (unchanged && !m_forceDependencies && !(m_confirm && isClient))
     {
         return code;
     }
     const KW_ACCEPTANCE taken = unchanged ? Confirm(kind, root) : Take(value, kind, root);
     // Only now have all rules run that could move the value or take it back.
-    return Stands(value) ? std::max(code, taken) : static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING);
+    return isClient && !Stands(value) ? static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING)
+                                      : std::max(code, taken);
 }
 
 KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root)
@@ -59,11 +57,14 @@ KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoo
     return RunHook(kind);
 }
 
-/** The client chose what stands: rules and dependants run, but there is no change to count. */
+/** What stands was written again: rules and dependants run, but there is no change to count. */
 KW_ACCEPTANCE CDbPropBase::Confirm(eWRITEKIND kind, CDbPgRoot* root)
 {
     const CDbRootScope scope(root, kind);
-    root->MarkDependants(*this);
+    if (root != nullptr)
+    {
+        root->MarkDependants(*this);
+    }
     return RunHook(kind);
 }
 

@@ -51,11 +51,12 @@ public:
     void DeclareSecret() { m_secret = true; }
     bool IsSecret() const { return m_secret; }
 
-    /** A client's write of the value that stands is a choice, too: it runs the rules and what
-       depends on the property, and counts no change of its own. The model says so by `confirm =
-       true`. */
+    /** Any write of the value that stands runs the rules and what depends on the property, too. */
     void SetForceDependencies(bool force) { m_forceDependencies = force; }
     bool HasForceDependencies() const { return m_forceDependencies; }
+    /** The same for writes of clients alone: confirming what stands is a choice. The model says so
+       by `confirm = true`. Neither counts a change of its own. */
+    void DeclareConfirm() { m_confirm = true; }
     /** Given by CDependencies to a property that others depend on, counted from 1. */
     void SetSourceNumber(UINT16 number) { m_sourceNumber = number; }
     UINT16 GetSourceNumber() const { return m_sourceNumber; }
@@ -139,6 +140,7 @@ private:
 
     std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
     bool m_forceDependencies = false;
+    bool m_confirm = false;
     bool m_secret = false;
     UINT16 m_sourceNumber = 0;
     UINT32 m_recordedStep = 0;

@@ -144,7 +144,9 @@ TEST_F(Dependency, ForcedWriteOfTheSameValueIsSwallowed)
     m_first.m_pInt32->SetForceDependencies(true);
     ASSERT_EQ(m_first.m_pInt32->Set(0), eKW_ACC_OK);
     EXPECT_EQ(m_ran, "a");
+    ASSERT_EQ(m_first.m_pInt32->DbSet(0), eKW_ACC_OK);
+    EXPECT_EQ(m_ran, "aa");
     m_first.m_pInt32->SetForceDependencies(false);
     ASSERT_EQ(m_first.m_pInt32->Set(0), eKW_ACC_OK);
-    EXPECT_EQ(m_ran, "a");
+    EXPECT_EQ(m_ran, "aa");
 }

@@ -145,7 +145,7 @@ TEST_P(WritePipeline, ConfirmedValueRunsNoRuleOrCounts)
 {
     ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
     const auto counters = Counters(m_property);
-    m_property.SetForceDependencies(true);
+    m_property.DeclareConfirm();
     m_group.m_hooks.clear();
     EXPECT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
     ASSERT_GE(m_group.m_hooks.size(), 2U);

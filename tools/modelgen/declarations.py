@@ -105,7 +105,7 @@ def _property(prop: Property) -> list[str]:
     elif prop.default is not None:
         lines.append(_member_call(prop, "DbSetDefault", _value(prop, prop.default)))
     if prop.confirm:
-        lines.append(_member_call(prop, "SetForceDependencies", "true"))
+        lines.append(_member_call(prop, "DeclareConfirm", ""))
     lines.append(call("SetSaveRecallType", [f"m_p{prop.name}", str(prop.save), "true"]))
     return lines
 

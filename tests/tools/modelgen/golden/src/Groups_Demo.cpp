@@ -180,7 +180,7 @@ CPgChannel::CPgChannel()
     AddPropertyToList(m_pSmall = new CDbPropNum<INT16>, QStringLiteral("Small"));
     m_pSmall->DeclareMinAndMax(-32768, CDbPropNum<INT16>::kHighest);
     m_pSmall->DbSetDefault(-1);
-    m_pSmall->SetForceDependencies(true);
+    m_pSmall->DeclareConfirm();
     SetSaveRecallType(m_pSmall, 2, true);
     AddPropertyToList(m_pWord = new CDbPropNum<INT32>, QStringLiteral("Word"));
     m_pWord->DeclareMinAndMax((-2147483647 - 1), 5);
