@@ -4,7 +4,6 @@
 import json
 import os
 import tempfile
-import time
 import unittest
 
 from support import run
@@ -18,9 +17,7 @@ def observe(*arguments):
 class Couplings(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        begin = time.monotonic()
         cls.couplings = observe()
-        cls.seconds = time.monotonic() - begin
 
     def find(self, source, target):
         return next((c for c in self.couplings
@@ -85,8 +82,11 @@ class Couplings(unittest.TestCase):
         self.assertTrue(graph.startswith("digraph"))
         self.assertEqual(graph.count(" -> "), len(observe("Zoom")))
 
-    def test_map_takes_too_long(self):
-        self.assertLess(self.seconds, 20)
+    def test_secret_is_observed_aloud(self):
+        path = "Setup/Wireless/WirelessClient/Passphrase"
+        done = run("shell", input=f'set {path} "hunter2 squared"\nwhy {path}\n')
+        self.assertIn("saved in", done.stdout)
+        self.assertNotIn("hunter2", done.stdout + done.stderr)
 
 
 if __name__ == "__main__":
