@@ -66,8 +66,7 @@ namespace NRules
 {
 double RoundStep(double step)
 {
-    bool overflow = false;
-    return NStepping::Ladder125(NStepping::Ladder125(step, 1, overflow), -1, overflow);
+    return NStepping::FloorToLadder125(step);
 }
 
 INT32 IndexInArray(const CDbPropertyGroup& item)

@@ -323,12 +323,13 @@ KW_ACCEPTANCE CDbPropNum<T>::SetStep(T step)
     {
         return eKW_ACC_NOT_A_NUMBER;
     }
-    CDbChange change(*this);
-    if (step != GetStep())
+    if (step == GetStep())
     {
-        change.Touch();
-        m_step.store(step, std::memory_order_release);
+        return eKW_ACC_OK; // as for most that follow a scale
     }
+    CDbChange change(*this);
+    change.Touch();
+    m_step.store(step, std::memory_order_release);
     return eKW_ACC_OK;
 }
 

@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -47,6 +48,15 @@ double FromReal<double>(double value, bool& overflow)
     itself rounded, would lie beside it. Infinite beyond the largest, zero below the smallest. */
 double FromDecimal(INT64 digits, int exponent)
 {
+    constexpr int kExactPowers = 22;
+    constexpr INT64 kExactDigits = INT64{1} << 53;
+    if (std::abs(exponent) <= kExactPowers && std::abs(digits) <= kExactDigits)
+    {
+        // Both are exact doubles: the one rounding gives the nearest.
+        const double power = KWMath::Pow10(std::abs(exponent));
+        const auto whole = static_cast<double>(digits);
+        return exponent < 0 ? whole / power : whole * power;
+    }
     constexpr int kMostDigits = 20;
     char text[kMostDigits + 16];
     char* const mark = std::to_chars(text, text + kMostDigits, digits).ptr;
@@ -215,6 +225,24 @@ T Ladder125(T value, INT32 steps, bool& overflow)
         return steps < 0 ? T{1} : value;
     }
     return FromReal<T>(moved, overflow);
+}
+
+double FloorToLadder125(double value)
+{
+    if (!(value > 0.0) || std::isinf(value))
+    {
+        return value;
+    }
+    const int exponent = KWMath::DecimalExponent(value);
+    for (auto rung = kLadder.rbegin(); rung != kLadder.rend(); ++rung)
+    {
+        const double floor = FromDecimal(*rung, exponent);
+        if (!CMatConstants::IsGreater(floor, value))
+        {
+            return floor;
+        }
+    }
+    return value;
 }
 
 #define KW_INSTANTIATE_STEPPING(T)                                                                 \

@@ -29,4 +29,8 @@ T Factor(T value, double factor, INT32 steps, bool& overflow);
     have no next value, so the value stays. */
 template <typename T>
 T Ladder125(T value, INT32 steps, bool& overflow);
+
+/** The rung of the 1-2-5 ladder at or below a positive value; one beside it by rounding counts as
+    it. Any other value is given back. */
+double FloorToLadder125(double value);
 } // namespace NStepping
