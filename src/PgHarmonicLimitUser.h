@@ -6,7 +6,7 @@
 
 /** Limits set by the user. Entries of "OrderLimits" that can not be read have no effect and make
     the write a warning. Limits can be copied from those in use: eKW_ACC_NOTHING_TO_ACT_ON while
-   there are none. */
+    there are none. */
 class CPgHarmonicLimitUser : public CPgHarmonicLimitUserBase
 {
 public:

@@ -5,7 +5,7 @@
 #include "RuleHelpers.h"
 
 /** Threshold at which a signal is read as low or high: that of a logic family, or the user's, as
-   near as the screen lets it. */
+    near as the screen lets it. */
 class CPgLogicThresholdSettings : public CPgLogicThresholdSettingsBase
 {
 public:

@@ -16,7 +16,7 @@ void Invalidate(std::initializer_list<CDbPropBase*> results);
 void WriteDifference(CDbPropNumDouble& result, const CDbPropNumDouble& reading, double reference);
 
 /** Makes a reading a setting, as far as limits let it. eKW_ACC_NOTHING_TO_ACT_ON while the reading
-   is invalid. */
+    is invalid. */
 KW_ACCEPTANCE TakeReading(CDbPropNumDouble& setting, const CDbPropNumDouble& reading);
 
 /** Lets a selector offer the values for which `isUsable` holds; a value that is not among them

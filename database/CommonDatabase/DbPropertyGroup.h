@@ -96,7 +96,7 @@ public:
     virtual void OnItemRenamed(CDbContainerBase* container, const QString& oldName,
                                const QString& newName);
     /** After the handles (FIM, LazyHandle.h) of this subtree exist. Overriders call the base, which
-     * goes down. */
+        goes down. */
     virtual void OnFIMCreated();
     /** After the whole tree exists; dependencies are registered here. As above. */
     virtual void OnTreeCreated();

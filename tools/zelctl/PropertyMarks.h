@@ -8,7 +8,7 @@
 #include <memory>
 
 /** What clients see of a property as numbers: equal marks are an equal property, and cost a
-   hundredth of its texts. */
+    hundredth of its texts. */
 using t_PropertyMarks = std::array<UINT64, 7>;
 
 /** Reads the marks of a property; empty for the kinds that only texts can tell apart. */

@@ -7,7 +7,7 @@
 #include <vector>
 
 /** The text that bytes of a line or an argument are. Fails for what is no UTF-8: a file name that
-   was mended by replacing characters would be another file. */
+    was mended by replacing characters would be another file. */
 QString FromUtf8(const QByteArray& bytes);
 
 /** Words of a line: parted by blanks; in single or double quotes as they stand, but for \" and \\
