@@ -2,8 +2,8 @@
 // The frame's rows of the budgets: what does a read, a poll for changes and a client's write cost,
 // beside an atomic load, a virtual call and a recursive mutex of the same run?
 
-#include "CommonDatabase/DbPgRoot.h"
-#include "CommonDatabase/DbPropNum.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
 #include "IKWFunctionChannel.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionVertical.h"

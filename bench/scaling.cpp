@@ -2,7 +2,7 @@
 // What grows with the tree, with a container, with the history, and what must not? The argument is
 // the size; a figure that should not grow is the same in each row.
 
-#include "CommonDatabase/DbHandles.h"
+#include "CommonDatabase/Handles/DbHandles.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

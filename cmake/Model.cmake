@@ -5,12 +5,12 @@ find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
 set(KWI_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
 file(GLOB modelFiles CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/database/Enumerations/*.toml
-     ${PROJECT_SOURCE_DIR}/src/Groups/*.toml)
+     ${PROJECT_SOURCE_DIR}/src/*/*.toml)
 file(GLOB generatorFiles CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/modelgen/*.py)
 set(generatorCommand
     ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1 ${Python3_EXECUTABLE}
     ${PROJECT_SOURCE_DIR}/tools/modelgen --enumerations
-    ${PROJECT_SOURCE_DIR}/database/Enumerations --groups ${PROJECT_SOURCE_DIR}/src/Groups --out
+    ${PROJECT_SOURCE_DIR}/database/Enumerations --groups ${PROJECT_SOURCE_DIR}/src --out
     ${KWI_GENERATED_DIR})
 
 # A changed model configures anew, and the generator runs then: a group that gets rules of its own

@@ -15,12 +15,12 @@ esac
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-python3 -B tools/modelgen --enumerations database/Enumerations --groups src/Groups \
+python3 -B tools/modelgen --enumerations database/Enumerations --groups src \
     --out "$work" >"$work/log" || { cat "$work/log" >&2; exit 1; }
 
 if [ "${1:-}" = --update ]; then
-    rm -f docs/settings/*.md
-    cp "$work"/docs/settings/*.md docs/settings/
+    find docs/settings -name "*.md" -not -path "*/couplings/*" -delete
+    cp -r "$work"/docs/settings/. docs/settings/
 elif ! diff -ru --exclude=couplings docs/settings "$work/docs/settings" >"$work/diff" 2>&1; then
     head -40 "$work/diff" >&2
     echo "docs/settings is not what the model says: run scripts/check-reference.sh --update" >&2

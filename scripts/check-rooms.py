@@ -15,7 +15,6 @@ ROOMS = {
     "support": "support",
     "database/CommonDatabase": "frame",
     "database/Enumerations": "model",
-    "src/Groups": "model",
     "src": "rules",
     "ifc": "ifc",
     "tools": "tools",

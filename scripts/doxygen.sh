@@ -7,6 +7,6 @@ set -euo pipefail
 scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 "$scripts/setup.sh" docs
 cd "$scripts/.."
-python3 -B tools/modelgen --enumerations database/Enumerations --groups src/Groups \
+python3 -B tools/modelgen --enumerations database/Enumerations --groups src \
     --out build/docs/generated
 doxygen docs/Doxyfile

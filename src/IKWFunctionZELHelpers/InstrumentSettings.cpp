@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "InstrumentSettings.h"
 
-#include "PgMeter.h"
-#include "PgZEL.h"
+#include "Meter/PgMeter.h"
+#include "Root/PgZEL.h"
 
 std::optional<KW_ZEL_DMM_ADC_RATE> NInstrumentSettings::DmmAdcRate()
 {

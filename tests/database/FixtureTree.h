@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/DbHandles.h"
+#include "CommonDatabase/Handles/DbHandles.h"
 #include "KWEnumerations.h"
 #include "Reports.h"
 

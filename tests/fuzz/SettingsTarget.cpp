@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/Targets.h"
 
-#include "CommonDatabase/DbSettings.h"
+#include "CommonDatabase/Files/DbSettings.h"
 #include "database/FixtureTree.h"
 
 #include <QXmlStreamReader>

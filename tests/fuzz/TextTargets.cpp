@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/NumberText.h"
+#include "Analysis/MathExpression.h"
+#include "CommonDatabase/Properties/NumberText.h"
 #include "KWMath.h"
 #include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"
-#include "MathExpression.h"
 #include "fuzz/Targets.h"
 
 #include <QList>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Vectors.h"
 
-#include "CommonDatabase/DbPropNum.h"
-#include "CommonDatabase/DbStepping.h"
-#include "CommonDatabase/NumberText.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
+#include "CommonDatabase/Properties/DbStepping.h"
+#include "CommonDatabase/Properties/NumberText.h"
 
 #include <limits>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "RuleTree.h"
 
-#include "CommonDatabase/DbPropEnum.h"
-#include "PgZEL.h"
+#include "CommonDatabase/Properties/DbPropEnum.h"
+#include "Root/PgZEL.h"
 
 #include <QFile>
 #include <QRegularExpression>

@@ -88,7 +88,7 @@ class _GroupCheck:
         label = f"{what} '{name}'" if isinstance(name, str) else unnamed
         return CKeys(entry.data, entry.location, self._diagnostics, label)
 
-    def run(self, stem: str) -> Group:
+    def run(self, file: ModelFile) -> Group:
         table = self._table
         keys = CKeys(
             {**table.data, **table.lists}, table.location, self._diagnostics, f"group {table.name}"
@@ -105,7 +105,8 @@ class _GroupCheck:
         children = [_check_child(self._keys(e, "child")) for e in self._entries("children")]
         actions = [_check_action(self._keys(e, "action")) for e in self._entries("actions")]
         return Group(
-            name=table.name, brief=keys.brief(), file=stem, location=table.location,
+            name=table.name, brief=keys.brief(), room=file.room, file=file.stem,
+            location=table.location,
             rules=keys.flag("rules"), root=keys.flag("root"),
             properties=tuple(filter(None, properties)), children=tuple(filter(None, children)),
             actions=tuple(filter(None, actions)),
@@ -185,7 +186,7 @@ def check_groups(
                     table.location, f"duplicate group {table.name}, first at {first}"
                 )
                 continue
-            groups[table.name] = _GroupCheck(table, enums, diagnostics).run(file.stem)
+            groups[table.name] = _GroupCheck(table, enums, diagnostics).run(file)
     _check_root(groups, diagnostics)
     _check_children(groups, diagnostics)
     _check_class_names(groups, diagnostics)

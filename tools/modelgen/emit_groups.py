@@ -7,9 +7,9 @@ from .model import Group, Model
 
 
 def _includes(group: Group) -> str:
-    headers = {"DbPgRoot.h" if group.root else "ZELPropertyGroup.h"}
+    headers = {"Nodes/DbPgRoot.h" if group.root else "Nodes/ZELPropertyGroup.h"}
     headers |= {naming.property_header(p) for p in group.properties}
-    headers |= {"DbFunction.h"} if group.actions else set()
+    headers |= {"Nodes/DbFunction.h"} if group.actions else set()
     lines = [f'#include "CommonDatabase/{header}"\n' for header in sorted(headers)]
     if any(p.enum or p.number.unit for p in group.properties):
         lines.append('#include "KWEnumerations.h"\n')
@@ -74,10 +74,11 @@ def _container(group: Group, kind: str) -> str:
         "map": (f"Pgm{group.name}", f"CDbPgMap<{item}>", "Map of groups"),
     }[kind]
     template = base.split("<")[0]
+    own = group.in_room(f"Pg{group.name}.h")
     return (
         f"{cpptext.head(f'{group.file}.toml')}#pragma once\n\n"
-        f'#include "CommonDatabase/{template[1:]}.h"\n'
-        f'#include "IKWFunction{group.name}.h"\n#include "Pg{group.name}.h"\n\n'
+        f'#include "CommonDatabase/Containers/{template[1:]}.h"\n'
+        f'#include "IKWFunction{group.name}.h"\n#include "{own}"\n\n'
         f"{cpptext.doc(f'{text}: {facts.sentence(group.brief)}')}\n"
         f"{cpptext.class_head(f'C{stem} final', base)}\n{{\npublic:\n"
         f"    using {template}::{template};\n}};\n"
@@ -89,9 +90,9 @@ def emit(model: Model) -> dict[str, str]:
     files = {}
     kinds = {(c.group, c.kind) for group in model.groups.values() for c in group.children}
     for group in model.groups.values():
-        files[f"src/{naming.generated_stem(group)}.h"] = _header(group, model)
+        files[f"src/{group.in_room(naming.generated_stem(group))}.h"] = _header(group, model)
         if (group.name, "array") in kinds:
-            files[f"src/Pga{group.name}.h"] = _container(group, "array")
+            files[f"src/{group.in_room(f'Pga{group.name}')}.h"] = _container(group, "array")
         if (group.name, "map") in kinds:
-            files[f"src/Pgm{group.name}.h"] = _container(group, "map")
+            files[f"src/{group.in_room(f'Pgm{group.name}')}.h"] = _container(group, "map")
     return files

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Third stage: the settings reference in Markdown."""
 
+import posixpath
 import re
 
 from . import facts
@@ -31,6 +32,16 @@ def _anchor(name: str) -> str:
     return name.lower()
 
 
+def _page(group: Group) -> str:
+    """The page that a group stands on."""
+    return f"{group.in_room(group.file)}.md"
+
+
+def _link(group: Group, target: str) -> str:
+    """From a group's page to another."""
+    return posixpath.relpath(target, posixpath.dirname(_page(group)) or ".")
+
+
 def group_paths(model: Model) -> dict[str, list[str]]:
     """Every place of every group, in tree order; items are [n] in arrays and [name] in maps."""
     paths: dict[str, list[str]] = {name: [] for name in model.groups}
@@ -48,24 +59,25 @@ def group_paths(model: Model) -> dict[str, list[str]]:
     return paths
 
 
-def _type_cell(prop: Property) -> str:
+def _type_cell(prop: Property, group: Group) -> str:
     if prop.enum:
-        return f"[{_cell(prop.enum.name)}](enumerations.md#{_anchor(prop.enum.name)})"
+        page = _link(group, "enumerations.md")
+        return f"[{_cell(prop.enum.name)}]({page}#{_anchor(prop.enum.name)})"
     return prop.kind
 
 
-def _property_row(prop: Property) -> list[str]:
+def _property_row(prop: Property, group: Group) -> list[str]:
     return [
-        f"`{prop.name}`", _type_cell(prop), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
+        f"`{prop.name}`", _type_cell(prop, group), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
         _cell(facts.default(prop)), facts.kind(prop), facts.saved(prop),
         _cell(prop.brief),
     ]
 
 
-def _child_row(child: Child, model: Model) -> list[str]:
+def _child_row(child: Child, group: Group, model: Model) -> list[str]:
     target = model.groups[child.group]
     kind = "group" if child.kind == "single" else child.kind
-    link = f"[{_cell(child.name)}]({target.file}.md#{_anchor(target.name)})"
+    link = f"[{_cell(child.name)}]({_link(group, _page(target))}#{_anchor(target.name)})"
     return [link, kind, facts.count(child), _cell(target.brief)]
 
 
@@ -74,10 +86,10 @@ def _group(group: Group, places: list[str], model: Model) -> str:
     text = f"\n## {group.name}\n\n{facts.sentence(_cell(group.brief))}\n\nPath: {where}\n"
     if group.properties:
         header = ["Property", "Type", "Unit", "Range", "Default", "Kind", "Saved with", "Meaning"]
-        text += "\n" + _table(header, [_property_row(p) for p in group.properties])
+        text += "\n" + _table(header, [_property_row(p, group) for p in group.properties])
     if group.children:
         header = ["Child", "Kind", "Size", "Meaning"]
-        text += "\n" + _table(header, [_child_row(c, model) for c in group.children])
+        text += "\n" + _table(header, [_child_row(c, group, model) for c in group.children])
     if group.actions:
         rows = [[f"`{a.name}`", a.kind, _cell(a.brief)] for a in group.actions]
         text += "\n" + _table(["Action", "Kind", "Meaning"], rows)
@@ -99,15 +111,16 @@ def _enumeration(enum: EnumType) -> str:
     return f"\n## {enum.name}\n\n{brief}{steps}\n\n{_table(header, rows)}"
 
 
-def _index(model: Model, stems: dict[str, list[Group]]) -> str:
+def _index(pages: dict[str, list[Group]]) -> str:
     rows = [
-        [f"[{stem}]({stem}.md)", ", ".join(_cell(group.name) for group in groups)]
-        for stem, groups in stems.items()
+        [groups[0].room, f"[{groups[0].file}]({page})",
+         ", ".join(_cell(group.name) for group in groups)]
+        for page, groups in pages.items()
     ]
     return (
         f"{_HEAD}# Settings reference\n\nOne page per instrument function. Values of "
         f"enumerations stand on a [page of their own](enumerations.md).\n\n"
-        f"{_table(['Function', 'Groups'], rows)}"
+        f"{_table(['Room', 'Function', 'Groups'], rows)}"
     )
 
 
@@ -116,22 +129,24 @@ def _couplings(groups: list[Group], places: dict[str, list[str]], model: Model) 
     root = next((group.name for group in model.groups.values() if group.root), "")
     paths = [place for group in groups for place in places[group.name]]
     functions = dict.fromkeys(re.split(r"[/\[]", path)[0] or root for path in paths)
-    links = ", ".join(f"[{name}](couplings/{name}.md)" for name in sorted(functions))
+    links = ", ".join(
+        f"[{name}]({_link(groups[0], f'couplings/{name}.md')})" for name in sorted(functions)
+    )
     return f"\nWhat moves what: {links}\n"
 
 
 def emit(model: Model) -> dict[str, str]:
     """Pages of the reference: path below the output folder, and content."""
-    stems: dict[str, list[Group]] = {}
+    of_page: dict[str, list[Group]] = {}
     for group in model.groups.values():
-        stems.setdefault(group.file, []).append(group)
+        of_page.setdefault(_page(group), []).append(group)
     places = group_paths(model)
-    pages = {"index": _index(model, stems)}
+    pages = {"index.md": _index(of_page)}
     enumerations = "".join(_enumeration(enum) for enum in model.enums.values())
-    pages["enumerations"] = f"{_HEAD}# Enumerations\n{enumerations}"
-    for stem, groups in stems.items():
+    pages["enumerations.md"] = f"{_HEAD}# Enumerations\n{enumerations}"
+    for page, groups in of_page.items():
         text = "".join(_group(group, places[group.name], model) for group in groups)
         # A title equal to a group's name would take that group's anchor.
         links = _couplings(groups, places, model)
-        pages[stem] = f"{_HEAD}# Settings of {stem}\n{links}{text}"
-    return {f"docs/settings/{page}.md": text for page, text in pages.items()}
+        pages[page] = f"{_HEAD}# Settings of {groups[0].file}\n{links}{text}"
+    return {f"docs/settings/{page}": text for page, text in pages.items()}

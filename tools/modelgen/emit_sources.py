@@ -72,23 +72,26 @@ def _definitions(group: Group) -> str:
     )
 
 
-def _source(stem: str, groups: list[Group]) -> str:
-    own = {f"{naming.generated_stem(g)}.h" for g in groups}
-    children = {f"{naming.child_stem(c)}.h" for g in groups for c in g.children}
+def _source(groups: list[Group], model: Model) -> str:
+    own = {f"{g.in_room(naming.generated_stem(g))}.h" for g in groups}
+    children = {
+        f"{model.groups[c.group].in_room(naming.child_stem(c))}.h"
+        for g in groups for c in g.children
+    }
     handles = {f"{naming.interface(g.name)}.h" for g in groups}
     includes = "".join(f'#include "{header}"\n' for header in sorted(own | children | handles))
     handle_classes = "\n".join(_handle(group) for group in groups)
     definitions = "\n".join(_definitions(group) for group in groups)
     return (
-        f"{cpptext.head(f'{stem}.toml')}"
-        f'#include "CommonDatabase/DbHandles.h"\n{includes}\n'
+        f"{cpptext.head(f'{groups[0].file}.toml')}"
+        f'#include "CommonDatabase/Handles/DbHandles.h"\n{includes}\n'
         f"namespace\n{{\n{handle_classes}}} // namespace\n\n{definitions}"
     )
 
 
 def emit(model: Model) -> dict[str, str]:
     """Sources of all groups: path below the output folder, and content."""
-    stems: dict[str, list[Group]] = {}
+    files: dict[str, list[Group]] = {}
     for group in model.groups.values():
-        stems.setdefault(group.file, []).append(group)
-    return {f"src/Groups_{stem}.cpp": _source(stem, groups) for stem, groups in stems.items()}
+        files.setdefault(group.in_room(f"Groups_{group.file}.cpp"), []).append(group)
+    return {f"src/{path}": _source(groups, model) for path, groups in files.items()}

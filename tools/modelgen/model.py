@@ -135,6 +135,8 @@ class Group:
 
     name: str
     brief: str
+    room: str
+    """Folder of the model file: everything that concerns the group stands there."""
     file: str
     """Stem of the model file."""
     location: Location
@@ -144,6 +146,10 @@ class Group:
     properties: tuple[Property, ...]
     children: tuple[Child, ...]
     actions: tuple[Action, ...]
+
+    def in_room(self, file: str) -> str:
+        """Path of one of the group's files."""
+        return f"{self.room}/{file}" if self.room else file
 
     @property
     def indexed(self) -> bool:

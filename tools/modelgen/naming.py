@@ -12,11 +12,11 @@ NUMBER_TYPES = {
 }
 _OTHER_TYPES = {
     # kind: node class, handle class, header of the node class
-    "string": ("CDbPropString", "IKWStringProperty", "DbPropText.h"),
-    "bitpattern": ("CDbPropBitPattern", "IKWBitPatternProperty", "DbPropText.h"),
-    "filepath": ("CDbPropFilePath", "IKWFilePathProperty", "DbPropText.h"),
-    "blob": ("CDbPropBlob", "IKWBlobProperty", "DbPropBlob.h"),
-    "reference": ("CDbPropReference", "IKWReferenceProperty", "DbPropReference.h"),
+    "string": ("CDbPropString", "IKWStringProperty", "Properties/DbPropText.h"),
+    "bitpattern": ("CDbPropBitPattern", "IKWBitPatternProperty", "Properties/DbPropText.h"),
+    "filepath": ("CDbPropFilePath", "IKWFilePathProperty", "Properties/DbPropText.h"),
+    "blob": ("CDbPropBlob", "IKWBlobProperty", "Properties/DbPropBlob.h"),
+    "reference": ("CDbPropReference", "IKWReferenceProperty", "Properties/DbPropReference.h"),
 }
 _ACTION_TYPES = {
     "function": ("CDbFunction", "IKWAction"),
@@ -65,9 +65,9 @@ def property_handle(prop: Property) -> str:
 def property_header(prop: Property) -> str:
     """Header of the frame that defines the property's class."""
     if prop.enum:
-        return "DbPropEnum.h"
+        return "Properties/DbPropEnum.h"
     if prop.kind in NUMBER_TYPES:
-        return "DbPropNum.h"
+        return "Properties/DbPropNum.h"
     return _OTHER_TYPES[prop.kind][2]
 
 

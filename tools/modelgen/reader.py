@@ -48,9 +48,11 @@ class Table:
 
 @dataclass
 class ModelFile:
-    """One model file. `stem` names what is made from it."""
+    """One model file. `stem` names what is made from it, in the room of its folder."""
 
     path: str
+    room: str
+    """Its folder below the one that was read; empty for a file in that itself."""
     stem: str
     tables: list[Table]
 
@@ -166,10 +168,10 @@ def _line_of_stray(scan: _Scanner, name: str) -> int:
     return scan.top.keys.get(name, 1)
 
 
-def read_file(path: Path, diagnostics: Diagnostics) -> ModelFile:
+def read_file(path: Path, room: str, diagnostics: Diagnostics) -> ModelFile:
     """Reads one file. Syntax errors are reported and leave the file without tables."""
     file = str(path)
-    result = ModelFile(file, path.stem, [])
+    result = ModelFile(file, room, path.stem, [])
     raw = path.read_bytes()
     if _repeated_headers(file, raw, diagnostics):
         return result
@@ -189,5 +191,8 @@ def read_file(path: Path, diagnostics: Diagnostics) -> ModelFile:
 
 
 def read_folder(folder: Path, diagnostics: Diagnostics) -> list[ModelFile]:
-    """Reads all model files of a folder in the order of their names. No folder reads as empty."""
-    return [read_file(path, diagnostics) for path in sorted(folder.glob("*.toml"))]
+    """Reads all model files at and below a folder in the order of their names. No folder reads as
+    empty."""
+    files = [(path, path.parent.relative_to(folder).as_posix())
+             for path in sorted(folder.rglob("*.toml"))]
+    return [read_file(path, "" if room == "." else room, diagnostics) for path, room in files]

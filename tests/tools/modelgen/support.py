@@ -29,12 +29,14 @@ class CWorkspace:
 
     def write(self, path: str, content: str | bytes) -> None:
         data = content.encode("utf-8") if isinstance(content, str) else content
-        (self.root / path).write_bytes(data)
+        target = self.root / path
+        target.parent.mkdir(exist_ok=True)
+        target.write_bytes(data)
 
     def copy_model(self) -> None:
         """Takes over the model that shows every feature."""
-        for path in (HERE / "model").glob("*/*.toml"):
-            self.write(f"{path.parent.name}/{path.name}", path.read_bytes())
+        for path in (HERE / "model").rglob("*.toml"):
+            self.write(str(path.relative_to(HERE / "model")), path.read_bytes())
 
     def replace(self, path: str, old: str, new: str) -> None:
         content = (self.root / path).read_text(encoding="utf-8")

@@ -31,10 +31,10 @@ class OutputTest(unittest.TestCase):
         self.assertEqual(self._rewritten(), set())
 
     def test_changed_default_rewrites_headers_of_other_groups(self) -> None:
-        self.workspace.replace("groups/Texts.toml", 'default = "01X"', 'default = "111"')
+        self.workspace.replace("groups/Words/Texts.toml", 'default = "01X"', 'default = "111"')
         self.assertEqual(self._rewritten(), {
-            "docs/settings/Texts.md", "ifc/IKWFunctionTexts.h", "src/Groups_Texts.cpp",
-            "src/PgTexts.h",
+            "docs/settings/Words/Texts.md", "ifc/IKWFunctionTexts.h", "src/Words/Groups_Texts.cpp",
+            "src/Words/PgTexts.h",
         })
 
     def test_changed_enumeration_text_rewrites_other_tables(self) -> None:
@@ -74,7 +74,7 @@ class OutputTest(unittest.TestCase):
 
     def test_model_with_mistakes_writes_files(self) -> None:
         self.workspace.out = self.workspace.root / "other"
-        self.workspace.replace("groups/Texts.toml", "length = 20", "length = 0")
+        self.workspace.replace("groups/Words/Texts.toml", "length = 20", "length = 0")
         for options in ((), ("--list-outputs",), ("--check",)):
             status, listed, mistakes = self.workspace.run(*options)
             self.assertEqual((status, listed, len(mistakes)), (1, [], 1), options)
@@ -97,7 +97,7 @@ class OutputTest(unittest.TestCase):
     def test_enumerations_alone_are_no_model(self) -> None:
         with CWorkspace() as workspace:
             workspace.copy_model()
-            for path in (workspace.root / "groups").iterdir():
+            for path in (workspace.root / "groups").rglob("*.toml"):
                 path.unlink()
             self.assertEqual(workspace.run()[0], 0)
             self.assertIn("ifc/KWEnumerations.h", workspace.outputs())

@@ -12,23 +12,24 @@ SCRIPT = Path(__file__).resolve().parents[3] / "scripts" / "check-rooms.py"
 # The files that the rows include.
 TREE = (
     "ifc/KWTypes.h", "ifc/IDbObject.h", "ifc/LabelList/LabelListSignal.h",
-    "support/LockManager.h", "database/CommonDatabase/DbObject.h", "src/PgScale.h",
-    "generated/ifc/IKWFunctionScale.h", "generated/src/PgScaleBase.h",
+    "support/LockManager.h", "database/CommonDatabase/Nodes/DbObject.h",
+    "src/Channels/PgScale.h",
+    "generated/ifc/IKWFunctionScale.h", "generated/src/Channels/PgScaleBase.h",
 )
 
 # Folder, source line, what is expected: nothing, or a part of the complaint.
 ROWS = (
     ("support", '#include "KWTypes.h"', None),
     ("support", '#include "IDbObject.h"', "support may not include ifc of the frame"),
-    ("support", '#include "CommonDatabase/DbObject.h"', "support may not include frame"),
+    ("support", '#include "CommonDatabase/Nodes/DbObject.h"', "support may not include frame"),
     ("database/CommonDatabase", '#include "LockManager.h"', None),
-    ("database/CommonDatabase", '#include "DbObject.h"', None),
-    ("database/CommonDatabase", '#include "PgScale.h"', "frame may not include rules"),
-    ("database/CommonDatabase", '#include <PgScale.h>', "frame may not include rules"),
-    ("database/CommonDatabase", '#include "PgScaleBase.h"', "frame may not include rules"),
+    ("database/CommonDatabase/Nodes", '#include "DbObject.h"', None),
+    ("database/CommonDatabase", '#include "Channels/PgScale.h"', "frame may not include rules"),
+    ("database/CommonDatabase", '#include <Channels/PgScale.h>', "frame may not include rules"),
+    ("database/CommonDatabase", '#include "Channels/PgScaleBase.h"', "frame may not include rules"),
     ("database/CommonDatabase", '#include "IKWFunctionScale.h"', "frame may not include ifc"),
     ("database/CommonDatabase", '  #  include "LabelList/LabelListSignal.h"', "frame may not"),
-    ("src", '#include "PgScaleBase.h"', None),
+    ("src/Trigger", '#include "Channels/PgScaleBase.h"', None),
     ("src", '#include <boost/math/special_functions/round.hpp>', None),
     ("src", '#include <gtest/gtest.h>', "rules may not use <gtest/gtest.h>"),
     ("src", '#include "../tests/Fixture.h"', "no file is named"),
@@ -36,12 +37,12 @@ ROWS = (
     ("ifc", '#include "LockManager.h"', "ifc may not include support"),
     ("ifc/LabelList", '#include "IKWFunctionScale.h"', None),
     ("tools/zelctl", '#include <CLI/CLI.hpp>', None),
-    ("tools/zelctl", '#include "CommonDatabase/DbObject.h"', "tools may not include frame"),
+    ("tools/zelctl", '#include "CommonDatabase/Nodes/DbObject.h"', "tools may not include frame"),
     ("examples/client", '#include "LockManager.h"', "client may not include support"),
     ("tests/client", '#include "LockManager.h"', "client tests may not include support"),
-    ("tests/database", '#include "PgScaleBase.h"', None),
-    ("generated/ifc", '#include "CommonDatabase/DbObject.h"', "ifc may not include frame"),
-    ("src/Groups", "int x;", "the model is data, not code"),
+    ("tests/database", '#include "Channels/PgScaleBase.h"', None),
+    ("generated/ifc", '#include "CommonDatabase/Nodes/DbObject.h"', "ifc may not include frame"),
+    ("database/Enumerations", "int x;", "the model is data, not code"),
 )
 
 

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Generated from Demo.toml: change the model, not this file.
-#include "CommonDatabase/DbHandles.h"
+#include "CommonDatabase/Handles/DbHandles.h"
 #include "IKWFunctionChannel.h"
 #include "IKWFunctionDemo.h"
 #include "IKWFunctionLabel.h"
 #include "PgChannel.h"
 #include "PgDemoBase.h"
 #include "PgLabel.h"
-#include "PgTexts.h"
 #include "PgaChannel.h"
 #include "PgmLabel.h"
+#include "Words/PgTexts.h"
 
 namespace
 {

@@ -2,9 +2,9 @@
 // Generated from Demo.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/DbPropEnum.h"
-#include "CommonDatabase/DbPropNum.h"
-#include "CommonDatabase/ZELPropertyGroup.h"
+#include "CommonDatabase/Nodes/ZELPropertyGroup.h"
+#include "CommonDatabase/Properties/DbPropEnum.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
 #include "KWEnumerations.h"
 
 class IKWFunctionChannel;

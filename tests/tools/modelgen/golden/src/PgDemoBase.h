@@ -2,9 +2,9 @@
 // Generated from Demo.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/DbFunction.h"
-#include "CommonDatabase/DbPgRoot.h"
-#include "CommonDatabase/DbPropEnum.h"
+#include "CommonDatabase/Nodes/DbFunction.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Properties/DbPropEnum.h"
 #include "KWEnumerations.h"
 
 class CPgTexts;

@@ -2,8 +2,8 @@
 // Generated from Demo.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/DbPropNum.h"
-#include "CommonDatabase/ZELPropertyGroup.h"
+#include "CommonDatabase/Nodes/ZELPropertyGroup.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
 
 class IKWFunctionLabel;
 

@@ -2,7 +2,7 @@
 // Generated from Demo.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/DbPgArray.h"
+#include "CommonDatabase/Containers/DbPgArray.h"
 #include "IKWFunctionChannel.h"
 #include "PgChannel.h"
 

@@ -2,7 +2,7 @@
 // Generated from Demo.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/DbPgMap.h"
+#include "CommonDatabase/Containers/DbPgMap.h"
 #include "IKWFunctionLabel.h"
 #include "PgLabel.h"
 

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "DbContainerBase.h"
+
+#include "CommonDatabase/Files/DbSettings.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Properties/DbBounds.h"
+
+KW_ACCEPTANCE CDbContainerBase::CheckClientAccess() const
+{
+    const CDbPgRoot* const root = GetDbRoot();
+    if (root == nullptr)
+    {
+        return eKW_ACC_DETACHED;
+    }
+    if (!IsDynamic())
+    {
+        return eKW_ACC_FIXED_SIZE;
+    }
+    if (!root->MayWrite())
+    {
+        return eKW_ACC_NO_WRITE_ACCESS;
+    }
+    return GetAvailability() == eAVAILABILITY_AVAILABLE ? eKW_ACC_OK : eKW_ACC_NOT_AVAILABLE;
+}
+
+std::shared_ptr<CDbPropertyGroup> CDbContainerBase::Own(CDbPropertyGroup* item)
+{
+    return std::shared_ptr<CDbPropertyGroup>(item, CDbNodeDeleter{});
+}
+
+void CDbContainerBase::Adopt(CDbPropertyGroup& item, const QString& name, eWRITEKIND kind)
+{
+    item.SetNodeName(name);
+    item.SetParent(this);
+    const CDbPgRoot* const root = GetDbRoot();
+    if (root != nullptr && root->IsTreeCreated() && kind != eWRITEKIND::Undo)
+    {
+        item.OnTreeCreated();
+        item.OnFIMCreated();
+        item.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
+    }
+}
+
+void CDbContainerBase::Detach(CDbPropertyGroup& item)
+{
+    item.SetParent(nullptr);
+}
+
+bool CDbContainerBase::IsRecording() const
+{
+    const CDbPgRoot* const root = GetDbRoot();
+    return root != nullptr && root->IsRecording();
+}
+
+void CDbContainerBase::AddToHistory(std::unique_ptr<CDbHistRecord> record)
+{
+    GetDbRoot()->AddRecord(std::move(record));
+}
+
+void CDbContainerBase::CopyContents(const CDbPropertyGroup& source, CDbPropertyGroup& target)
+{
+    QList<QString> fields;
+    source.SerializeCSV(fields);
+    QListIterator<QString> iterator(fields);
+    CDbSettingsDocument document;
+    if (document.ReadCsvElement(iterator))
+    {
+        CDbRecall::Apply(target, document);
+    }
+}
+
+const CDbContainerBase::t_ItemClass& CDbContainerBase::GetItemClass() const
+{
+    if (m_itemClass.pattern < 0)
+    {
+        const auto item = Own(CreateItem(0));
+        m_itemClass = {item->GetSavedPattern(), item->CountNodes()};
+    }
+    return m_itemClass;
+}
+
+INT32 CDbContainerBase::GetSavedPattern() const
+{
+    return GetItemClass().pattern & GetSaveRecallType();
+}
+
+std::size_t CDbContainerBase::GetNodesPerItem() const
+{
+    return GetItemClass().nodes;
+}
+
+bool CDbContainerBase::HasRoomFor(INT32 count) const
+{
+    using namespace NDbBounds;
+    return count <= m_maxCount && (count <= kSmallContainer ||
+                                   static_cast<std::size_t>(count) <=
+                                       kMaxContainerBytes / (GetNodesPerItem() * kBytesPerNode));
+}
+
+void CDbContainerBase::WriteDefaults(INT32 pattern)
+{
+    if (IsDynamic() && (GetSavedPattern() & pattern) != 0)
+    {
+        RemoveAllItems();
+    }
+    CDbPropertyGroup::WriteDefaults(pattern);
+}

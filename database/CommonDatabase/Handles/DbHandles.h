@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Containers/DbPgArray.h"
+#include "CommonDatabase/Containers/DbPgMap.h"
+#include "CommonDatabase/Nodes/DbFunction.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Properties/DbPropBlob.h"
+#include "CommonDatabase/Properties/DbPropEnum.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
+#include "CommonDatabase/Properties/DbPropReference.h"
+#include "CommonDatabase/Properties/DbPropText.h"
+#include "IKWFunctionRootBase.h"
+
+// Handle implementations. A handle belongs to its node and forwards every call; it has no state.
+
+template <typename T>
+class CFIMNumeric final : public IKWNumericProperty<T>
+{
+public:
+    explicit CFIMNumeric(CDbPropNum<T>& node) : m_node(node) {}
+    T Get() const override { return m_node.Get(); }
+    T GetMin() const override { return m_node.GetMin(); }
+    T GetMax() const override { return m_node.GetMax(); }
+    T GetDefault() const override { return m_node.GetDefault(); }
+    T GetStep() const override { return m_node.GetStep(); }
+    T GetUserValue() const override { return m_node.GetUserValue(); }
+    KW_UNIT GetUnit() const override { return m_node.GetUnit(); }
+    KW_ACCEPTANCE Set(T value) override { return m_node.Set(value); }
+    KW_ACCEPTANCE SetLimited(T value) override { return m_node.SetLimited(value); }
+    KW_ACCEPTANCE SetUserValue(T value) override { return m_node.SetUserValue(value); }
+    KW_ACCEPTANCE SetToMin() override { return m_node.SetToMin(); }
+    KW_ACCEPTANCE SetToMax() override { return m_node.SetToMax(); }
+    KW_ACCEPTANCE Inc() override { return m_node.Inc(); }
+    KW_ACCEPTANCE Dec() override { return m_node.Dec(); }
+    KW_ACCEPTANCE IncDec(INT32 steps) override { return m_node.IncDec(steps); }
+    KW_ACCEPTANCE SetResult(T value) override { return m_node.SetResult(value); }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropNum<T>& m_node;
+};
+
+class CFIMString final : public IKWStringProperty
+{
+public:
+    explicit CFIMString(CDbPropString& node) : m_node(node) {}
+    QString Get() const override { return m_node.Get(); }
+    KW_ACCEPTANCE Set(const QString& text) override { return m_node.Set(text); }
+    QString GetDefault() const override { return m_node.GetDefault(); }
+    INT32 GetMaxLength() const override { return m_node.GetMaxLength(); }
+    KW_ACCEPTANCE SetResult(const QString& text) override { return m_node.SetResult(text); }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropString& m_node;
+};
+
+class CFIMBitPattern final : public IKWBitPatternProperty
+{
+public:
+    explicit CFIMBitPattern(CDbPropBitPattern& node) : m_node(node) {}
+    QString Get() const override { return m_node.Get(); }
+    KW_ACCEPTANCE Set(const QString& pattern) override { return m_node.Set(pattern); }
+    QString GetDefault() const override { return m_node.GetDefault(); }
+    INT32 GetMaxLength() const override { return m_node.GetMaxLength(); }
+    E_NUMBERFORMAT GetFormat() const override { return m_node.GetFormat(); }
+    KW_ACCEPTANCE SetFormat(E_NUMBERFORMAT format) override { return m_node.SetFormat(format); }
+    KW_ACCEPTANCE SetResult(const QString& pattern) override { return m_node.SetResult(pattern); }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropBitPattern& m_node;
+};
+
+class CFIMBlob final : public IKWBlobProperty
+{
+public:
+    explicit CFIMBlob(CDbPropBlob& node) : m_node(node) {}
+    QByteArray Get() const override { return m_node.Get(); }
+    KW_ACCEPTANCE Set(const QByteArray& bytes) override { return m_node.Set(bytes); }
+    INT32 GetMaxSize() const override { return m_node.GetMaxSize(); }
+    KW_ACCEPTANCE SetResult(const QByteArray& bytes) override { return m_node.SetResult(bytes); }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropBlob& m_node;
+};
+
+class CFIMFilePath final : public IKWFilePathProperty
+{
+public:
+    explicit CFIMFilePath(CDbPropFilePath& node) : m_node(node) {}
+    QString Get() const override { return m_node.Get(); }
+    KW_ACCEPTANCE Set(const QString& fileName) override { return m_node.Set(fileName); }
+    QString GetFolder() const override { return m_node.GetFolder(); }
+    QStringList GetOpenExtensions() const override { return m_node.GetOpenExtensions(); }
+    QStringList GetSaveExtensions() const override { return m_node.GetSaveExtensions(); }
+    QString GetFullPath() const override { return m_node.GetFullPath(); }
+    QString CreateNewFileName() const override { return m_node.CreateNewFileName(); }
+    KW_ACCEPTANCE Load(QByteArray& contents) const override { return m_node.Load(contents); }
+    KW_ACCEPTANCE Write(const QByteArray& contents) override { return m_node.Write(contents); }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropFilePath& m_node;
+};
+
+class CFIMReference final : public IKWReferenceProperty
+{
+public:
+    explicit CFIMReference(CDbPropReference& node) : m_node(node) {}
+    QString Get() const override { return m_node.Get(); }
+    KW_ACCEPTANCE Set(const QString& path) override { return m_node.Set(path); }
+    bool IsActive() const override { return m_node.IsActive(); }
+    std::shared_ptr<IDbGroup> GetReferencedGroup() const override
+    {
+        return m_node.GetReferencedGroup();
+    }
+    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
+
+private:
+    CDbPropReference& m_node;
+};
+
+/** Handle of a group of class N with the interface I; generated classes add the accessors. */
+template <typename I, typename N>
+class CDbGroupHandle : public I
+{
+public:
+    explicit CDbGroupHandle(N& node) : m_node(node) {}
+    bool HasChanged(long long& counter) const override { return m_node.HasChanged(counter); }
+    std::shared_ptr<IDbGroup> GetDbObject() const override { return m_node.ShareGroup(); }
+
+protected:
+    N& m_node;
+};
+
+template <typename I, typename N>
+class CDbRootHandle : public CDbGroupHandle<I, N>
+{
+public:
+    using CDbGroupHandle<I, N>::CDbGroupHandle;
+    using CDbGroupHandle<I, N>::m_node;
+    KW_ACCEPTANCE Save(const QString& fileName) override { return m_node.Save(fileName); }
+    KW_ACCEPTANCE Recall(const QString& fileName) override { return m_node.Recall(fileName); }
+    KW_ACCEPTANCE RunPresetSequence(bool factory) override
+    {
+        return m_node.RunPresetSequence(factory);
+    }
+    void SetSettingsFolder(const QString& folder) override { m_node.SetSettingsFolder(folder); }
+    QString GetSettingsFolder() const override { return m_node.GetSettingsFolder(); }
+    void UpdateAllMeasSettings() override { m_node.UpdateAllMeasSettings(); }
+    KW_ACCEPTANCE Undo() override { return m_node.Undo(); }
+    KW_ACCEPTANCE Redo() override { return m_node.Redo(); }
+    bool CanUndo() const override { return m_node.CanUndo(); }
+    bool CanRedo() const override { return m_node.CanRedo(); }
+    QString GetUndoText() const override { return m_node.GetUndoText(); }
+    QString GetRedoText() const override { return m_node.GetRedoText(); }
+    void EnableHistory(bool on) override
+    {
+        on ? m_node.EnableHistoryObjects() : m_node.DisableHistoryObjects();
+    }
+    void StartTransaction(const QString& text) override { m_node.StartTransaction(text); }
+    KW_ACCEPTANCE EndTransaction(bool keep) override { return m_node.EndTransaction(keep); }
+    void StartReadAccess() override { m_node.StartReadAccess(); }
+    void EndReadAccess() override { m_node.EndReadAccess(); }
+    void StartWriteAccess(KW_CLIENT_ORIGIN origin) override { m_node.StartWriteAccess(origin); }
+    void EndWriteAccess() override { m_node.EndWriteAccess(); }
+    void SetControlMode(KW_CONTROL_MODE mode) override { m_node.SetControlMode(mode); }
+    KW_CONTROL_MODE GetControlMode() const override { return m_node.GetControlMode(); }
+};
+
+template <typename I>
+class CFIMArray final : public CDbGroupHandle<IKWArray<I>, CDbPgArrayBase>
+{
+public:
+    using CDbGroupHandle<IKWArray<I>, CDbPgArrayBase>::CDbGroupHandle;
+    using CDbGroupHandle<IKWArray<I>, CDbPgArrayBase>::m_node;
+    INT32 GetCount() const override { return m_node.GetCount(); }
+    INT32 GetMaxCount() const override { return m_node.GetMaxCount(); }
+    KW_ACCEPTANCE Insert(INT32 index) override { return m_node.Insert(index); }
+    KW_ACCEPTANCE Remove(INT32 index, INT32 n) override { return m_node.Remove(index, n); }
+    KW_ACCEPTANCE Grow(INT32 count) override { return m_node.Grow(count); }
+    KW_ACCEPTANCE SetActive(INT32 index) override { return m_node.SetActive(index); }
+    INT32 GetActive() const override { return m_node.GetActive(); }
+    std::shared_ptr<IKWFunctionBase> GetItemBase(INT32 index) const override
+    {
+        return m_node.ShareItemHandle(index);
+    }
+};
+
+template <typename I>
+class CFIMMap final : public CDbGroupHandle<IKWMap<I>, CDbPgMapBase>
+{
+public:
+    using CDbGroupHandle<IKWMap<I>, CDbPgMapBase>::CDbGroupHandle;
+    using CDbGroupHandle<IKWMap<I>, CDbPgMapBase>::m_node;
+    INT32 GetCount() const override { return m_node.GetCount(); }
+    INT32 GetMaxCount() const override { return m_node.GetMaxCount(); }
+    QStringList GetNames() const override { return m_node.GetNames(); }
+    KW_ACCEPTANCE Insert(const QString& name) override { return m_node.Insert(name); }
+    KW_ACCEPTANCE Remove(const QString& name) override { return m_node.Remove(name); }
+    KW_ACCEPTANCE Rename(const QString& from, const QString& to) override
+    {
+        return m_node.Rename(from, to);
+    }
+    KW_ACCEPTANCE Copy(const QString& from, const QString& to) override
+    {
+        return m_node.Copy(from, to);
+    }
+    KW_ACCEPTANCE SetActive(const QString& name) override { return m_node.SetActive(name); }
+    QString GetActive() const override { return m_node.GetActiveItem(); }
+    bool IsNameValid(const QString& name) const override { return m_node.IsNameValid(name); }
+    QString CreateUniqueName() const override { return m_node.CreateUniqueName(); }
+    std::shared_ptr<IKWMapItem> GetMapItem(const QString& name) const override
+    {
+        return m_node.ShareMapItem(name);
+    }
+    std::shared_ptr<IKWMapItem> GetMapItem(INT32 numericKey) const override
+    {
+        return m_node.ShareMapItem(numericKey);
+    }
+};
+
+template <typename T, typename TBase>
+std::unique_ptr<IKWFunctionBase> CDbPgArray<T, TBase>::CreateFIM()
+{
+    return std::make_unique<CFIMArray<typename T::Interface>>(*this);
+}
+
+template <typename T>
+std::unique_ptr<IKWFunctionBase> CDbPgMap<T>::CreateFIM()
+{
+    return std::make_unique<CFIMMap<typename T::Interface>>(*this);
+}

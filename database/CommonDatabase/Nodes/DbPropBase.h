@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Handles/LazyHandle.h"
+#include "CommonDatabase/History/DbHistory.h"
+#include "DbObject.h"
+#include "IKWProperties.h"
+#include "LockManager.h"
+
+#include <QVariant>
+#include <atomic>
+#include <initializer_list>
+
+/**
+ * Base of every property, and the one way to write: every change of every property passes
+ * WriteValue, whatever its kind and whoever asks. The steps: access → validation → unchanged? →
+ * PrePropertySet of the group → history → store → validity → change counters → hook of the group
+ * → what depends on it → does a client's value still stand? A refusal at any step leaves value,
+ * limits, counters and history alone.
+ *
+ * A property of a concrete kind adds what its value type needs: Validate, Store, GetValue, its
+ * history record, its texts.
+ */
+class CDbPropBase : public CDbNode<IDbProperty>
+{
+public:
+    ~CDbPropBase() override;
+
+    /** The pipeline. Codes: those of IKWNumericProperty::Set and its siblings. */
+    KW_ACCEPTANCE WriteValue(CDbValue value, eWRITEKIND kind);
+    virtual CDbValue GetValue() const = 0;
+    virtual CDbValue GetDefaultValue() const = 0;
+    /** Takes over the value of another property of the same kind, as an internal write. */
+    KW_ACCEPTANCE RestoreValue(const CDbPropBase& other);
+    /** Back to the default; limits follow. */
+    KW_ACCEPTANCE WriteDefault();
+    /** The same as a client write. */
+    KW_ACCEPTANCE SetToDefault() override;
+    KW_ACCEPTANCE SetText(const QString& text) override;
+
+    KW_VALIDITY GetValidity() const override { return m_validity.load(std::memory_order_acquire); }
+    KW_ACCEPTANCE SetValidity(KW_VALIDITY validity);
+    void SetAvailability(KW_AVAILABILITY availability) override;
+
+    /** The only values that the property takes, in stepping order; empty for no such list.
+        Numbers must be numbers, texts texts; an entry of another kind never matches. */
+    const QVariantList& GetValueList() const;
+    void DeclareValueList(std::initializer_list<QVariant> values);
+
+    /** A secret's value is kept out of everything that is shown, reports included. */
+    void DeclareSecret() { m_secret = true; }
+    bool IsSecret() const { return m_secret; }
+
+    /** Any write of the value that stands runs the rules and what depends on the property, too. */
+    void SetForceDependencies(bool force) { m_forceDependencies = force; }
+    bool HasForceDependencies() const { return m_forceDependencies; }
+    /** The same for writes of clients alone: confirming what stands is a choice. The model says so
+       by `confirm = true`. Neither counts a change of its own. */
+    void DeclareConfirm() { m_confirm = true; }
+    /** Given by CDependencies to a property that others depend on, counted from 1. */
+    void SetSourceNumber(UINT16 number) { m_sourceNumber = number; }
+    UINT16 GetSourceNumber() const { return m_sourceNumber; }
+    bool HasDependants() const { return m_sourceNumber != 0; }
+    /** Drops references to other nodes; called before the owning group goes. */
+    virtual void ReleaseReferences() {}
+
+    /** A record that holds the present state as the old one. */
+    virtual std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() = 0;
+    /** Gives the record the present state as the new one. */
+    void FinishNewHistValueEntry(CDbPropBaseHist& record);
+    /** Restore the record's old or new state whole: value, limits, validity, availability. */
+    void RollbackValue(const CDbPropBaseHist& record);
+    void RedoValue(const CDbPropBaseHist& record);
+    /** Internal writes of a recorded value, and of another property's value. */
+    KW_ACCEPTANCE CloneHistoryData(const CDbPropBaseHist& record, bool newValue);
+    KW_ACCEPTANCE ClonePropData(const CDbPropBase& source);
+    /** Step of the root that already holds a record of this property. */
+    UINT32 GetRecordedStep() const { return m_recordedStep; }
+    void SetRecordedStep(UINT32 step) { m_recordedStep = step; }
+
+    KW_NODE_KIND GetKind() const override { return eKW_NODE_PROPERTY; }
+    QString GetMinText() const override { return QStringLiteral(""); }
+    QString GetMaxText() const override { return QStringLiteral(""); }
+    QString GetStepText() const override { return QStringLiteral(""); }
+    QStringList GetValueTexts() const override;
+    const CEnumNameInfo* GetEnumNameInfo() const override { return nullptr; }
+    KW_UNIT GetUnitCode() const override;
+    KW_ACCEPTANCE IncDec(INT32 steps) override;
+    std::shared_ptr<IKWPropertyBase> GetHandle() override;
+    std::shared_ptr<IDbProperty> ShareProperty();
+
+    /** The handle (LazyHandle.h), made on the first call and kept. */
+    IKWPropertyBase* EnsureFIM();
+
+    QString GetXMLElementName() const override;
+    bool SerializeProp(CDbSettingsWriter& writer) const override;
+    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
+
+    /** Reads a text as a candidate for WriteValue; eKW_ACC_BAD_TEXT and siblings. */
+    virtual KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const = 0;
+
+protected:
+    CDbPropBase() = default;
+
+    /** Checks a candidate and may round or bound it (code 1). */
+    virtual KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const = 0;
+    /** Takes a validated value. Kinds whose limits follow the value widen them here. */
+    virtual void Store(const CDbValue& value, eWRITEKIND kind) = 0;
+    /** Whether this validated value is the present one. */
+    virtual bool Stands(const CDbValue& value) const { return value == GetValue(); }
+    /** Whether a write of it would change nothing. */
+    virtual bool IsStored(const CDbValue& value) const { return Stands(value); }
+    virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
+    virtual void SaveState(CDbPropBaseHist& record, bool newState) const = 0;
+    virtual std::unique_ptr<IKWPropertyBase> CreateFIM() = 0;
+    /** Texts of value-list entries. */
+    virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
+
+    /** Whether a client may write now, in the tree of this root; `ofResults` for what it may set of
+        a result, too, such as how it is shown. */
+    KW_ACCEPTANCE CheckAccess(const CDbPgRoot* root, bool ofResults = false) const;
+    /** Writes a result that the acquisition delivers. */
+    KW_ACCEPTANCE WriteResult(CDbValue value);
+
+    /** What every kind records beside its own state. */
+    struct t_CommonState
+    {
+        KW_VALIDITY validity;
+        KW_AVAILABILITY availability;
+        bool operator==(const t_CommonState&) const = default;
+    };
+    t_CommonState GetCommonState() const;
+    void SetCommonState(const t_CommonState& state);
+
+private:
+    KW_ACCEPTANCE Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE Confirm(eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE RunHook(eWRITEKIND kind);
+    void RestoreState(const CDbPropBaseHist& record, bool newState);
+
+    std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
+    bool m_forceDependencies = false;
+    bool m_confirm = false;
+    bool m_secret = false;
+    UINT16 m_sourceNumber = 0;
+    UINT32 m_recordedStep = 0;
+    std::unique_ptr<QVariantList> m_valueList;
+    CLazyHandle<IKWPropertyBase> m_fim;
+};
+
+/** The record of a property kind whose state is a value type TState with operator==. */
+template <typename TState>
+class CDbPropHist : public CDbPropBaseHist
+{
+public:
+    using CDbPropBaseHist::CDbPropBaseHist;
+    CDbValue GetValue(bool newValue) const override { return State(newValue).AsValue(); }
+    bool IsChanged() const override { return !(m_before == m_after); }
+    std::size_t GetHeldBytes() const override
+    {
+        if constexpr (requires { m_before.HeldBytes(); })
+        {
+            // The state after the step is the tree's, or the next record's.
+            return sizeof(*this) + m_before.HeldBytes();
+        }
+        return sizeof(*this);
+    }
+    TState& State(bool newState) { return newState ? m_after : m_before; }
+    const TState& State(bool newState) const { return newState ? m_after : m_before; }
+
+private:
+    TState m_before{};
+    TState m_after{};
+};
+
+/**
+ * Brackets one change of a property that is not a write of its value (a limit, a validity): takes
+ * the lock, opens a scope of the root, records the old state on Touch and counts the change.
+ */
+class CDbChange
+{
+public:
+    explicit CDbChange(CDbPropBase& property, eWRITEKIND kind = eWRITEKIND::Internal);
+    /** May throw as ~CDbRootScope. */
+    ~CDbChange() noexcept(false);
+    CDbChange(const CDbChange&) = delete;
+    CDbChange& operator=(const CDbChange&) = delete;
+    /** Call before the state changes. */
+    void Touch();
+
+private:
+    CLockGuard m_lock;
+    CDbPropBase& m_property;
+    CDbPgRoot* m_root;
+    bool m_touched = false;
+};

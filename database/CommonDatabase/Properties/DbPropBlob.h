@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Nodes/DbPropBase.h"
+
+/** Opaque byte block property. Read under the lock; copies share their bytes. */
+class CDbPropBlob final : public CDbPropBase
+{
+public:
+    static constexpr INT32 kMaxSize = 1024 * 1024;
+
+    QByteArray Get() const;
+    INT32 GetMaxSize() const { return kMaxSize; }
+    KW_ACCEPTANCE Set(const QByteArray& bytes) { return WriteValue(bytes, eWRITEKIND::Client); }
+    KW_ACCEPTANCE DbSet(const QByteArray& bytes) { return WriteValue(bytes, eWRITEKIND::Internal); }
+    KW_ACCEPTANCE SetResult(const QByteArray& bytes) { return WriteResult(bytes); }
+    std::shared_ptr<IKWBlobProperty> GetFIMPointer();
+
+    CDbValue GetValue() const override { return Get(); }
+    CDbValue GetDefaultValue() const override { return QByteArray(); }
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    QString GetTypeName() const override { return QStringLiteral("blob"); }
+    QString GetText() const override;
+    QString GetDefaultText() const override { return QStringLiteral(""); }
+    KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+
+protected:
+    KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
+    void Store(const CDbValue& value, eWRITEKIND kind) override;
+    void LoadState(const CDbPropBaseHist& record, bool newState) override;
+    void SaveState(CDbPropBaseHist& record, bool newState) const override;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+
+private:
+    struct t_State
+    {
+        CDbPropBase::t_CommonState common;
+        QByteArray value;
+        CDbValue AsValue() const { return value; }
+        std::size_t HeldBytes() const { return static_cast<std::size_t>(value.size()); }
+        bool operator==(const t_State&) const = default;
+    };
+
+    QByteArray m_value;
+};

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Nodes/DbPropBase.h"
+
+class CDbContainerBase;
+
+/**
+ * Refers to an item of an array or map. The reference follows the item when it is renamed or its
+ * index shifts; when the item goes, the reference becomes inactive by itself and becomes active
+ * again if an undo brings the item back.
+ */
+class CDbPropReference final : public CDbPropBase
+{
+public:
+    /** Path of the item; empty while inactive. */
+    QString Get() const;
+    KW_ACCEPTANCE Set(const QString& path) { return WriteValue(path, eWRITEKIND::Client); }
+    KW_ACCEPTANCE DbSet(const QString& path) { return WriteValue(path, eWRITEKIND::Internal); }
+
+    std::shared_ptr<CDbPropertyGroup> GetReferencedGroup() const;
+    CDbContainerBase* GetContainer() const;
+    /** Position of the item in its container, −1 while inactive. */
+    INT32 GetContainerIndex() const;
+    /** eKW_NODE_ARRAY or eKW_NODE_MAP; eKW_NODE_GROUP while inactive. */
+    KW_NODE_KIND GetContainerType() const;
+    bool IsActive() const { return GetReferencedGroup() != nullptr; }
+    void ReleaseReferences() override;
+    std::shared_ptr<IKWReferenceProperty> GetFIMPointer();
+
+    CDbValue GetValue() const override { return Get(); }
+    CDbValue GetDefaultValue() const override { return QStringLiteral(""); }
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    QString GetTypeName() const override { return QStringLiteral("reference"); }
+    QString GetText() const override { return Get(); }
+    QString GetDefaultText() const override { return QStringLiteral(""); }
+    KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
+
+protected:
+    KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
+    void Store(const CDbValue& value, eWRITEKIND kind) override;
+    void LoadState(const CDbPropBaseHist& record, bool newState) override;
+    void SaveState(CDbPropBaseHist& record, bool newState) const override;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+
+private:
+    /** The item itself: while a step is written another one may take its path. */
+    struct t_State
+    {
+        CDbPropBase::t_CommonState common;
+        std::weak_ptr<CDbPropertyGroup> group;
+        CDbValue AsValue() const { return PathOf(group); }
+        bool operator==(const t_State& other) const;
+    };
+
+    std::shared_ptr<CDbPropertyGroup> FindItem(const QString& path) const;
+    /** Null for an item that was removed: it may live on in the history or in a client's hands. */
+    static std::shared_ptr<CDbPropertyGroup> Active(const std::weak_ptr<CDbPropertyGroup>& group);
+    static QString PathOf(const std::weak_ptr<CDbPropertyGroup>& group);
+
+    std::weak_ptr<CDbPropertyGroup> m_group;
+};

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Nodes/DbPropBase.h"
+
+#include <initializer_list>
+
+/** What all properties share that hold a text: value, default, history. Read under the lock. */
+class CDbPropTextBase : public CDbPropBase
+{
+public:
+    void DbSetDefault(const QString& text);
+    QString Get() const;
+    QString GetDefault() const { return m_default; }
+    KW_ACCEPTANCE Set(const QString& text) { return WriteValue(text, eWRITEKIND::Client); }
+    KW_ACCEPTANCE DbSet(const QString& text) { return WriteValue(text, eWRITEKIND::Internal); }
+    KW_ACCEPTANCE SetResult(const QString& text) { return WriteResult(text); }
+
+    CDbValue GetValue() const override { return Get(); }
+    CDbValue GetDefaultValue() const override { return m_default; }
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    QString GetText() const override { return Get(); }
+    QString GetDefaultText() const override { return m_default; }
+    KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+    /** Characters of XML 1.0: no control characters but tab and line ends, no lone surrogates. */
+    static bool IsSavable(const QString& text);
+
+protected:
+    KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
+    virtual KW_ACCEPTANCE ValidateText(const QString& text) const = 0;
+    void Store(const CDbValue& value, eWRITEKIND kind) override;
+    void LoadState(const CDbPropBaseHist& record, bool newState) override;
+    void SaveState(CDbPropBaseHist& record, bool newState) const override;
+
+    struct t_State
+    {
+        CDbPropBase::t_CommonState common;
+        QString value;
+        CDbValue AsValue() const { return value; }
+        std::size_t HeldBytes() const
+        {
+            return sizeof(QChar) * static_cast<std::size_t>(value.size());
+        }
+        bool operator==(const t_State&) const = default;
+    };
+    t_State GetState() const { return {GetCommonState(), m_value}; }
+    void SetState(const t_State& state);
+
+private:
+    QString m_value = QStringLiteral("");
+    QString m_default = QStringLiteral("");
+};
+
+/** Text property. Texts that no XML file can hold (control characters, lone surrogates) are
+    refused, so that whatever is set can be saved. */
+class CDbPropString : public CDbPropTextBase
+{
+public:
+    static constexpr INT32 kDefaultMaxLength = 1024;
+
+    void DeclareMaxLength(INT32 length) { m_maxLength = length; }
+    INT32 GetMaxLength() const { return m_maxLength; }
+    std::shared_ptr<IKWStringProperty> GetFIMPointer();
+    QString GetTypeName() const override { return QStringLiteral("string"); }
+
+protected:
+    KW_ACCEPTANCE ValidateText(const QString& text) const override;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+
+private:
+    INT32 m_maxLength = kDefaultMaxLength;
+};
+
+/** A pattern of "0", "1" and "X", most significant bit first. */
+class CDbPropBitPattern final : public CDbPropTextBase
+{
+public:
+    void DeclareLength(INT32 bits) { m_maxLength = bits; }
+    INT32 GetMaxLength() const { return m_maxLength; }
+    void DeclareFormat(E_NUMBERFORMAT format) { m_format = format; }
+    /** Client write: hex or binary display, of results too; eKW_ACC_UNKNOWN_VALUE for any other
+        format, or the codes of access. The format of a result leaves no step for undo, which would
+        take the measured pattern back. */
+    KW_ACCEPTANCE SetFormat(E_NUMBERFORMAT format);
+    E_NUMBERFORMAT GetFormat() const;
+    std::shared_ptr<IKWBitPatternProperty> GetFIMPointer();
+    QString GetTypeName() const override { return QStringLiteral("bitpattern"); }
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+
+protected:
+    KW_ACCEPTANCE ValidateText(const QString& text) const override;
+    void LoadState(const CDbPropBaseHist& record, bool newState) override;
+    void SaveState(CDbPropBaseHist& record, bool newState) const override;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+
+private:
+    struct t_PatternState
+    {
+        t_State text;
+        E_NUMBERFORMAT format;
+        CDbValue AsValue() const { return text.AsValue(); }
+        bool operator==(const t_PatternState&) const = default;
+    };
+
+    INT32 m_maxLength = 64;
+    E_NUMBERFORMAT m_format = eNUMBERFORMAT_BINARY;
+};
+
+/**
+ * File path property. The value is the file's name: relative names live in the folder and can not
+ * leave it; absolute names are taken as they are. No name is a legal value. A name longer than any
+ * path (NDbBounds) is refused: eKW_ACC_TOO_LONG.
+ */
+class CDbPropFilePath final : public CDbPropTextBase
+{
+public:
+    static constexpr qint64 kMaxFileSize = 64 * 1024 * 1024;
+
+    void DeclareFolder(const QString& folder) { m_folder = folder; }
+    void DeclareStem(const QString& stem) { m_stem = stem; }
+    void DeclareOpenExtensions(std::initializer_list<QString> list);
+    void DeclareSaveExtensions(std::initializer_list<QString> list);
+    void SetFolder(const QString& folder);
+    QString GetFolder() const;
+    QString GetStem() const { return m_stem; }
+    QStringList GetOpenExtensions() const { return m_openExtensions; }
+    QStringList GetSaveExtensions() const { return m_saveExtensions; }
+    QString GetFullPath() const;
+    /** Makes the folder of the path with all its parents; false where that is not possible. */
+    bool CreateFullPath() const;
+    QString CreateNewFileName() const;
+    KW_ACCEPTANCE Load(QByteArray& contents) const;
+    KW_ACCEPTANCE Write(const QByteArray& contents) const;
+    std::shared_ptr<IKWFilePathProperty> GetFIMPointer();
+    QString GetTypeName() const override { return QStringLiteral("filepath"); }
+
+protected:
+    KW_ACCEPTANCE ValidateText(const QString& text) const override;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+
+private:
+    QString m_folder;
+    QString m_stem = QStringLiteral("File");
+    QStringList m_openExtensions;
+    QStringList m_saveExtensions;
+};

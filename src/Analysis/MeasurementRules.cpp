@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "Analysis/MeasurementRules.h"
+
+namespace
+{
+bool IsBetween(KW_ZEL_MEASUREMENT_TYPE type, KW_ZEL_MEASUREMENT_TYPE first,
+               KW_ZEL_MEASUREMENT_TYPE last)
+{
+    return type >= first && type <= last;
+}
+} // namespace
+
+bool NMeasurementRules::IsDigitalQuantity(KW_ZEL_MEASUREMENT_TYPE type)
+{
+    return type == eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY || type == eKW_ZEL_MEASUREMENT_TYPE_PERIOD ||
+           IsBetween(type, eKW_ZEL_MEASUREMENT_TYPE_POS_PULSE_WIDTH,
+                     eKW_ZEL_MEASUREMENT_TYPE_FALLING_EDGE_COUNT);
+}
+
+KW_UNIT NMeasurementRules::UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT level,
+                                          KW_UNIT second)
+{
+    switch (type)
+    {
+    case eKW_ZEL_MEASUREMENT_TYPE_POS_OVERSHOOT:
+    case eKW_ZEL_MEASUREMENT_TYPE_NEG_OVERSHOOT:
+    case eKW_ZEL_MEASUREMENT_TYPE_POS_DUTY_CYCLE:
+    case eKW_ZEL_MEASUREMENT_TYPE_NEG_DUTY_CYCLE:
+        return eKW_UNIT_COUNT_PCT;
+    case eKW_ZEL_MEASUREMENT_TYPE_CREST:
+    case eKW_ZEL_MEASUREMENT_TYPE_POWER_FACTOR:
+        return eKW_UNIT_NONE;
+    case eKW_ZEL_MEASUREMENT_TYPE_AREA:
+    case eKW_ZEL_MEASUREMENT_TYPE_CYCLE_AREA:
+        return NRules::UnitTimesSecond(level);
+    case eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY:
+        return eKW_UNIT_FREQ_HZ;
+    case eKW_ZEL_MEASUREMENT_TYPE_POS_SLEWRATE:
+    case eKW_ZEL_MEASUREMENT_TYPE_NEG_SLEWRATE:
+        return NRules::UnitPerSecond(level);
+    case eKW_ZEL_MEASUREMENT_TYPE_PHASE:
+        return eKW_UNIT_ANGLE_DEG;
+    case eKW_ZEL_MEASUREMENT_TYPE_ACTIVE_POWER:
+        return NRules::UnitProduct(level, second);
+    case eKW_ZEL_MEASUREMENT_TYPE_APPARENT_POWER:
+    case eKW_ZEL_MEASUREMENT_TYPE_REACTIVE_POWER:
+        return NRules::UnitProduct(level, second) == eKW_UNIT_LEVEL_W ? eKW_UNIT_LEVEL_VA
+                                                                      : eKW_UNIT_NOT_DEFINED;
+    default:
+        break;
+    }
+    if (IsBetween(type, eKW_ZEL_MEASUREMENT_TYPE_POS_PULSE_COUNT,
+                  eKW_ZEL_MEASUREMENT_TYPE_FALLING_EDGE_COUNT))
+    {
+        return eKW_UNIT_COUNT;
+    }
+    return IsBetween(type, eKW_ZEL_MEASUREMENT_TYPE_PERIOD,
+                     eKW_ZEL_MEASUREMENT_TYPE_DELAY_TO_TRIGGER)
+               ? eKW_UNIT_FREQ_SEC
+               : level;
+}
+
+void NMeasurementRules::AddTraceDependency(CDbPropertyGroup& owner,
+                                           const std::function<void()>& update, const QString& name)
+{
+    NRules::AddSourceDependency(owner, update, name);
+    NRules::AddScreenDependency(owner, update, name);
+}
+
+void NMeasurementRules::KeepOrdered(CDbPropNumDouble& lower, CDbPropNumDouble& middle,
+                                    CDbPropNumDouble& upper, const CDbPropBase* written)
+{
+    if (written == &upper)
+    {
+        NRules::KeepOrdered(middle, upper, &upper);
+        NRules::KeepOrdered(lower, middle, &middle);
+        return;
+    }
+    NRules::KeepOrdered(lower, middle, written);
+    NRules::KeepOrdered(middle, upper, &middle);
+}

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "Analysis/PgCursor.h"
+
+#include "Analysis/PgXY.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "Root/PgZEL.h"
+#include "Rules/RuleHelpers.h"
+#include "Timebase/PgHorizontal.h"
+
+#include <cmath>
+
+namespace
+{
+void LimitLevel(CDbPropNumDouble& line, const CPgZEL& root, KW_ZEL_CHANNEL trace)
+{
+    if (const auto screen = NRules::ScreenOf(root, trace))
+    {
+        NRules::PutOnScreen(line, *screen);
+    }
+}
+
+/** Two lines at a share of the screen to either side of its middle. */
+void Spread(CDbPropNumDouble& first, CDbPropNumDouble& second, double share)
+{
+    const double middle = (first.GetMin() + first.GetMax()) * 0.5;
+    const double distance = (first.GetMax() - first.GetMin()) * share;
+    NRules::MoveTo(first, middle - distance);
+    NRules::MoveTo(second, middle + distance);
+}
+} // namespace
+
+KW_ACCEPTANCE CPgCursor::OnPropertySet(const CDbPropBase* property)
+{
+    const KW_ACCEPTANCE code =
+        m_pCoupled->Get() == eKW_ONOFF_ON ? MovePartnerOf(property) : eKW_ACC_OK;
+    UpdateGroup();
+    return std::max(code, CPgCursorBase::OnPropertySet(property));
+}
+
+KW_ACCEPTANCE CPgCursor::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pSetToScreen)
+    {
+        SetToScreen();
+    }
+    if (function == m_pSetAsReference)
+    {
+        SetAsReference();
+    }
+    UpdateGroup();
+    return CPgCursorBase::OnFunction(function);
+}
+
+void CPgCursor::UpdateGroup()
+{
+    UpdateSources();
+    LimitLines();
+    UpdateReadout();
+    UpdateDeltas();
+}
+
+void CPgCursor::OnTreeCreated()
+{
+    CPgCursorBase::OnTreeCreated();
+    CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    NRules::AddSourceDependency(
+        *this, [this] { UpdateGroup(); }, QStringLiteral("Cursor/Source"));
+    const auto follow = [this]
+    {
+        LimitLines();
+        UpdateDeltas();
+    };
+    const QString name = QStringLiteral("Cursor/X1");
+    root->GetDependencies().Add(*this,
+                                {root->GetPgHorizontal()->GetPrLeft(),
+                                 root->GetPgHorizontal()->GetPrRight(),
+                                 root->GetPgXY()->GetPrSourceX()},
+                                follow, name);
+    NRules::AddScreenDependency(*this, follow, name);
+}
+
+std::array<CPgCursor::t_Pair, 3> CPgCursor::Pairs() const
+{
+    return {{{m_pX1, m_pX2, m_pDeltaX},
+             {m_pY1, m_pY2, m_pDeltaY},
+             {m_pLevelX1, m_pLevelX2, m_pDeltaLevelX}}};
+}
+
+KW_ZEL_CHANNEL CPgCursor::SecondTrace() const
+{
+    return m_pSecondSourceEnabled->Get() == eKW_ONOFF_ON ? m_pSecondSource->Get()
+                                                         : m_pSource->Get();
+}
+
+/** The differences are still those from before the move. */
+KW_ACCEPTANCE CPgCursor::MovePartnerOf(const CDbPropBase* line)
+{
+    for (const t_Pair& pair : Pairs())
+    {
+        if (line == pair.first)
+        {
+            return NRules::MovePartner(*pair.first, *pair.second, pair.delta->Get());
+        }
+        if (line == pair.second)
+        {
+            return NRules::MovePartner(*pair.second, *pair.first, -pair.delta->Get());
+        }
+    }
+    return eKW_ACC_OK;
+}
+
+void CPgCursor::UpdateSources()
+{
+    NRules::OfferSources(*m_pSource, NRules::eSOURCES_TRACES);
+    NRules::OfferSources(*m_pSecondSource, NRules::eSOURCES_TRACES);
+    KW_CHECKED(m_pSourceType->DbSet(NRules::TraceTypeOf(m_pSource->Get())));
+}
+
+void CPgCursor::LimitLines()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    const CPgHorizontal& screen = *root->GetPgHorizontal();
+    for (CDbPropNumDouble* const line : {m_pX1, m_pX2})
+    {
+        NRules::SetLimits(*line, screen.GetPrLeft()->Get(), screen.GetPrRight()->Get());
+        KW_CHECKED(line->SetStep(screen.GetPrPosition()->GetStep()));
+    }
+    KW_CHECKED(m_pReferenceX->SetStep(m_pX1->GetStep()));
+    LimitLevel(*m_pY1, *root, m_pSource->Get());
+    LimitLevel(*m_pY2, *root, SecondTrace());
+    KW_CHECKED(m_pReferenceY->SetStep(m_pY1->GetStep()));
+    for (CDbPropNumDouble* const line : {m_pLevelX1, m_pLevelX2})
+    {
+        LimitLevel(*line, *root, root->GetPgXY()->GetPrSourceX()->Get());
+    }
+}
+
+void CPgCursor::UpdateReadout()
+{
+    const bool hasReference = m_pReferenceX->Get() > 0.0 || m_pReferenceY->Get() > 0.0;
+    KW_CHECKED(m_pReadout->EnableValue(eKW_READOUT_PERCENT, hasReference));
+    KW_CHECKED(m_pReadout->EnableValue(eKW_READOUT_DECIBEL, m_pReferenceY->Get() > 0.0));
+    if (!m_pReadout->IsValueEnabled(m_pReadout->Get()))
+    {
+        KW_CHECKED(m_pReadout->DbSet(eKW_READOUT_VALUE));
+    }
+}
+
+void CPgCursor::UpdateDeltas()
+{
+    for (const t_Pair& pair : Pairs())
+    {
+        KW_CHECKED(pair.delta->DbSet(pair.second->Get() - pair.first->Get()));
+    }
+    // Without a distance both are infinite: no results then.
+    const double distance = m_pDeltaX->Get();
+    NRules::WriteResult(*m_pInverseDeltaX, distance != 0.0 ? 1.0 / std::fabs(distance) : NAN);
+    NRules::WriteResult(*m_pSlope, distance != 0.0 ? m_pDeltaY->Get() / distance : NAN);
+    UpdateUnits();
+}
+
+void CPgCursor::UpdateUnits()
+{
+    const KW_UNIT first = m_pY1->GetUnit();
+    const KW_UNIT level = first == m_pY2->GetUnit() ? first : eKW_UNIT_NOT_DEFINED;
+    KW_CHECKED(m_pDeltaY->SetUnit(level));
+    KW_CHECKED(m_pReferenceY->SetUnit(level));
+    KW_CHECKED(m_pSlope->SetUnit(NRules::UnitPerSecond(level)));
+    KW_CHECKED(m_pDeltaLevelX->SetUnit(m_pLevelX1->GetUnit()));
+}
+
+void CPgCursor::SetToScreen()
+{
+    constexpr double kTwoDivisions = 2.0;
+    Spread(*m_pX1, *m_pX2, kTwoDivisions / NRules::kHorizontalDivisions);
+    Spread(*m_pY1, *m_pY2, kTwoDivisions / NRules::kVerticalDivisions);
+    Spread(*m_pLevelX1, *m_pLevelX2, kTwoDivisions / NRules::kVerticalDivisions);
+}
+
+void CPgCursor::SetAsReference()
+{
+    KW_CHECKED(m_pReferenceX->DbSet(std::fabs(m_pDeltaX->Get())));
+    KW_CHECKED(m_pReferenceY->DbSet(std::fabs(m_pDeltaY->Get())));
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Analysis/PgCursorBase.h"
+
+#include <array>
+
+/**
+ * The cursors of the time and XY diagrams. Lines stay on the screen: times within the main one,
+ * levels within that of their trace. Coupled lines move together, as far as the screen lets the
+ * partner (code 1 otherwise). Readouts in percent or decibel are offered while there is a
+ * reference.
+ */
+class CPgCursor : public CPgCursorBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+private:
+    /** A pair of lines, and second minus first. */
+    struct t_Pair
+    {
+        CDbPropNumDouble* first;
+        CDbPropNumDouble* second;
+        CDbPropNumDouble* delta;
+    };
+    std::array<t_Pair, 3> Pairs() const;
+
+    KW_ZEL_CHANNEL SecondTrace() const;
+    KW_ACCEPTANCE MovePartnerOf(const CDbPropBase* line);
+    void UpdateSources();
+    void LimitLines();
+    void UpdateReadout();
+    void UpdateDeltas();
+    void UpdateUnits();
+    void SetToScreen();
+    void SetAsReference();
+};

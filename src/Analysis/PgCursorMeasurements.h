@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Analysis/PgCursorMeasurementsBase.h"
+
+/** The measurements between the cursor lines; they follow what can be measured. */
+class CPgCursorMeasurements : public CPgCursorMeasurementsBase
+{
+public:
+    void OnTreeCreated() override;
+};

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "Analysis/PgMeasurement.h"
+
+#include "Analysis/MeasurementRules.h"
+#include "Root/PgZEL.h"
+
+KW_ACCEPTANCE CPgMeasurement::OnPropertySet(const CDbPropBase* property)
+{
+    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, property);
+    if (property == m_pType || property == m_pSource || property == m_pSecondSource ||
+        property == m_pSlope || property == m_pSecondSlope)
+    {
+        UpdateGroup();
+        ResetStatistics();
+        KW_CHECKED(m_pActual->SetValidity(eKW_VALIDITY_INVALID));
+    }
+    return CPgMeasurementBase::OnPropertySet(property);
+}
+
+void CPgMeasurement::UpdateGroup()
+{
+    NRules::OfferSources(*m_pSource, NRules::eSOURCES_TRACES);
+    NRules::OfferSources(*m_pSecondSource, NRules::eSOURCES_TRACES);
+    OfferQuantities();
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    KW_CHECKED(m_pUnit->DbSet(
+        NMeasurementRules::UnitOfQuantity(m_pType->Get(), NRules::UnitOf(root, m_pSource->Get()),
+                                          NRules::UnitOf(root, m_pSecondSource->Get()))));
+}
+
+void CPgMeasurement::OfferQuantities()
+{
+    const bool isDigital = NRules::TraceTypeOf(m_pSource->Get()) == eKW_ZEL_TRACE_TYPE_DIGITAL;
+    for (INT32 value = 0; value < m_pType->GetEnumSize(); ++value)
+    {
+        const auto type = static_cast<KW_ZEL_MEASUREMENT_TYPE>(value);
+        KW_CHECKED(
+            m_pType->EnableValue(type, !isDigital || NMeasurementRules::IsDigitalQuantity(type)));
+    }
+    if (!m_pType->IsValueEnabled(m_pType->Get()))
+    {
+        KW_CHECKED(m_pType->DbSet(eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY));
+    }
+}
+
+void CPgMeasurement::ResetStatistics()
+{
+    for (CDbPropNumDouble* const value : {m_pMinimum, m_pMaximum, m_pMean, m_pStandardDeviation})
+    {
+        KW_CHECKED(value->SetValidity(eKW_VALIDITY_INVALID));
+    }
+    KW_CHECKED(m_pCount->DbSet(0));
+    KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
+}
+
+void CPgMeasurement::Disable()
+{
+    KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_OFF));
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Buses/BusRules.h"
+#include "Buses/PgCANBusResultsBase.h"
+
+/** Decoded frames; the table of the bus follows their coming and going. */
+class CPgCANBusResults : public NRules::CBusResults<CPgCANBusResultsBase>
+{
+};

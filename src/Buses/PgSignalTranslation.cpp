@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "Buses/PgSignalTranslation.h"
+
+#include "Buses/PgSerialBusLabelItem.h"
+#include "Rules/RuleHelpers.h"
+
+#include <cmath>
+
+namespace
+{
+struct t_Bits
+{
+    INT32 min;
+    INT32 max;
+};
+
+t_Bits BitsOf(KW_SIGNAL_TRANSLATION_VALUE_TYPE type)
+{
+    switch (type)
+    {
+    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_FLOAT:
+        return {32, 32};
+    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_DOUBLE:
+        return {64, 64};
+    default:
+        return {1, 64};
+    }
+}
+} // namespace
+
+KW_ACCEPTANCE CPgSignalTranslation::OnPropertySet(const CDbPropBase* property)
+{
+    NRules::KeepOrdered(*m_pMinimum, *m_pMaximum, property);
+    UpdateGroup();
+    return CPgSignalTranslationBase::OnPropertySet(property);
+}
+
+void CPgSignalTranslation::UpdateGroup()
+{
+    UpdateSteps();
+    const CPgSerialBusLabelItem* const frame = NRules::Above<CPgSerialBusLabelItem>(*this);
+    if (frame == nullptr)
+    {
+        return;
+    }
+    constexpr INT32 kByte = 8;
+    const INT32 payload = kByte * static_cast<INT32>(frame->GetPrPayloadLength()->Get());
+    const t_Bits bits = BitsOf(m_pValueType->Get());
+    const INT32 lastStart = std::max(0, payload - bits.min);
+    NRules::SetLimits<UINT32>(*m_pStartBit, 0, static_cast<UINT32>(lastStart));
+    const INT32 room = payload - static_cast<INT32>(m_pStartBit->Get());
+    const INT32 longest = KWMath::Bound(bits.min, room, bits.max);
+    NRules::SetLimits(*m_pBitLength, static_cast<UINT32>(bits.min), static_cast<UINT32>(longest));
+    NRules::KeepOrdered(*m_pMinimum, *m_pMaximum);
+}
+
+/** Physical values move by one count of the raw value. */
+void CPgSignalTranslation::UpdateSteps()
+{
+    const double count = std::fabs(m_pFactor->Get());
+    for (CDbPropNumDouble* const value : {m_pOffset, m_pMinimum, m_pMaximum})
+    {
+        KW_CHECKED(count > 0.0 ? value->SetStep(count) : value->SetStepDefault());
+    }
+}

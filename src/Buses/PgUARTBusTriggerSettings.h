@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Buses/BusRules.h"
+#include "Buses/PgUARTBusTriggerSettingsBase.h"
+
+class CPgaBusChannelSettings;
+
+/** UART trigger: it watches a line of the bus, and its pattern has as many words as the pattern
+    length says. */
+class CPgUARTBusTriggerSettings : public NRules::CBusTrigger<CPgUARTBusTriggerSettingsBase>
+{
+public:
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+    NRules::t_PatternSize DataSize() const override;
+
+private:
+    void OfferLines(const CPgaBusChannelSettings& lines);
+    /** Data bits of a word of the bus. */
+    INT32 WordLength() const;
+};

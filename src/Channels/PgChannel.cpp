@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "Channels/PgChannel.h"
+
+#include "Channels/PgChannelSourceTypes.h"
+#include "Channels/PgChannelType.h"
+#include "Channels/PgLevels.h"
+#include "Channels/VerticalHardware.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
+#include "Instrument/PgSimulation.h"
+#include "Root/PgZEL.h"
+#include "Rules/RuleHelpers.h"
+
+using namespace NVerticalHardware;
+
+KW_ACCEPTANCE CPgChannel::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    return CPgChannelBase::OnPropertySet(property);
+}
+
+KW_ACCEPTANCE CPgChannel::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pResetPosition)
+    {
+        KW_CHECKED(m_pPosition->DbSet(0.0));
+        KW_CHECKED(m_pOffset->DbSet(0.0));
+        UpdateGroup();
+    }
+    return CPgChannelBase::OnFunction(function);
+}
+
+void CPgChannel::UpdateGroup()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    const bool isSimulated =
+        root != nullptr && root->GetPgSimulation()->GetPrEnabled()->Get() == eKW_ONOFF_ON;
+    m_pChannelType->Identify(NRules::IndexInArray(*this), isSimulated);
+    m_pChannelSourceTypes->SetUsable(m_pEnabled->Get() == eKW_ONOFF_ON);
+    UpdateProbe();
+    UpdateUnits();
+    UpdateScreen();
+    m_pLevels->FollowScreen(
+        {m_pBottom->Get(), m_pTop->Get(), m_pScale->Get(), m_pProbeUnit->Get()});
+}
+
+void CPgChannel::UpdateProbe()
+{
+    using t_Helper = CZELDatabaseHelperCommon;
+    const t_Helper::ProbeSettings probe = t_Helper::GetProbeSettingsScope(
+        {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()});
+    KW_CHECKED(m_pProbeFactor->DbSet(probe.factor));
+    KW_CHECKED(m_pProbeUnit->DbSet(t_Helper::GetProbeUnit(probe.unit)));
+    NRules::SetLimits(*m_pScale, kSmallestScale * probe.factor, kLargestScale * probe.factor);
+    NRules::SetLimits(*m_pOffset, -kLargestOffset * probe.factor, kLargestOffset * probe.factor);
+}
+
+void CPgChannel::UpdateUnits()
+{
+    const KW_UNIT unit = m_pProbeUnit->Get();
+    KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
+    for (CDbPropNumDouble* const level : {m_pOffset, m_pRange, m_pTop, m_pBottom})
+    {
+        KW_CHECKED(level->SetUnit(unit));
+    }
+}
+
+void CPgChannel::UpdateScreen()
+{
+    using t_Helper = CZELDatabaseHelperVertical;
+    const double scale = m_pScale->Get();
+    const double range = t_Helper::GetPhysicalValueRange(scale, NRules::kVerticalDivisions);
+    // The upper edge is what would be the middle if the trace stood half a screen lower.
+    const double top = t_Helper::GetPhysicalValueOffset(
+        m_pOffset->Get(), m_pPosition->Get() - NRules::kVerticalDivisions / 2.0, scale);
+    KW_CHECKED(m_pOffset->SetStep(NRules::StepOf(scale)));
+    KW_CHECKED(m_pRange->DbSet(range));
+    KW_CHECKED(m_pTop->DbSet(top));
+    KW_CHECKED(m_pBottom->DbSet(top - range));
+}

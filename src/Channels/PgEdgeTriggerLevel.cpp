@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "Channels/PgEdgeTriggerLevel.h"
+
+void CPgEdgeTriggerLevel::FollowScreen(const NRules::t_Screen& screen)
+{
+    NRules::PutOnScreen(*m_pLevel, screen);
+    FollowSelection();
+}

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgHysteresisLevelBase.h"
+#include "Rules/RuleHelpers.h"
+
+/** Hysteresis of a channel's trigger comparators: divisions by the size that is selected. */
+class CPgHysteresisLevel : public CPgHysteresisLevelBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+
+    void FollowScreen(const NRules::t_Screen& screen);
+};

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgLogicThresholdSettingsBase.h"
+#include "Rules/RuleHelpers.h"
+
+/** Threshold at which a signal is read as low or high: that of a logic family, or the user's, as
+    near as the screen lets it. */
+class CPgLogicThresholdSettings : public CPgLogicThresholdSettingsBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+
+    void FollowScreen(const NRules::t_Screen& screen);
+    /** Takes over the settings of the other half of a probe. */
+    void CopyFrom(const CPgLogicThresholdSettings& other);
+};

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgRelativeHysteresisLevelBase.h"
+#include "KWEnumerations.h"
+
+/** Hysteresis with which edges of a trace are found: the user's, or what the hardware set-up states
+    for the bandwidth of the trace. Below a channel the trace is the channel's, below the cursors
+    that of the cursor measurement in the same place. */
+class CPgRelativeHysteresisLevel : public CPgRelativeHysteresisLevelBase
+{
+public:
+    using CPgRelativeHysteresisLevelBase::CPgRelativeHysteresisLevelBase;
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+private:
+    KW_ZEL_CHANNEL Trace() const;
+    double Automatic() const;
+};

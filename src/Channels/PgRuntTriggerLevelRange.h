@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgRuntTriggerLevelRangeBase.h"
+#include "Rules/RuleHelpers.h"
+
+/** Levels of the runt trigger. */
+class CPgRuntTriggerLevelRange : public NRules::COrderedLevels<CPgRuntTriggerLevelRangeBase>
+{
+public:
+    using COrderedLevels::COrderedLevels;
+};

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgSlewRateTriggerLevelRangeBase.h"
+#include "Rules/RuleHelpers.h"
+
+/** Levels between which an edge is timed. */
+class CPgSlewRateTriggerLevelRange : public NRules::COrderedLevels<CPgSlewRateTriggerLevelRangeBase>
+{
+public:
+    using COrderedLevels::COrderedLevels;
+};

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "Channels/PgVertical.h"
+
+#include "Channels/PgAnalogChannelMapping.h"
+#include "Channels/PgAnalogSignalStream.h"
+#include "Channels/PgAnalogSignalStreamPart.h"
+#include "Channels/PgAnalogSignalStreams.h"
+#include "Channels/PgChannel.h"
+#include "Channels/PgaAnalogChannelMapping.h"
+#include "Channels/PgaAnalogSignalStream.h"
+#include "Channels/PgaAnalogSignalStreamPart.h"
+#include "Channels/PgaChannel.h"
+#include "Channels/VerticalHardware.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "Instrument/PgSimulation.h"
+#include "Root/PgZEL.h"
+#include "Rules/RuleHelpers.h"
+#include "Timebase/PgHorizontal.h"
+
+namespace
+{
+/** Converters that sample one channel in turn. */
+INT32 ConvertersPerChannel(KW_ZEL_MODE mode)
+{
+    switch (mode)
+    {
+    case eKW_ZEL_MODE_ZEL_B:
+        return 2;
+    case eKW_ZEL_MODE_ZEL_C:
+        return 4;
+    default:
+        return 1;
+    }
+}
+} // namespace
+
+KW_ACCEPTANCE CPgVertical::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pResetDeskew)
+    {
+        for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
+        {
+            KW_CHECKED(m_pChannel->ItemDirect(i)->GetPrDeskew()->DbSet(0.0));
+        }
+    }
+    return CPgVerticalBase::OnFunction(function);
+}
+
+void CPgVertical::UpdateGroup()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    const INT32 parts = ConvertersPerChannel(root->GetPgHorizontal()->GetPrZELMode()->Get());
+    UINT32 active = 0;
+    for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
+    {
+        const INT32 group = i / parts;
+        const INT32 channel = ChannelOfGroup(group * parts, parts);
+        UpdateMapping(i, channel == i ? group : -1, parts);
+        const bool isGroup = i * parts < m_pChannel->GetCount();
+        const INT32 carried = isGroup ? ChannelOfGroup(i * parts, parts) : -1;
+        UpdateStream(i, carried, parts);
+        active += carried >= 0 ? 1 : 0;
+    }
+    const CPgAnalogSignalStreams& streams = *m_pAnalogSignalStreams;
+    const UINT32 samples = NVerticalHardware::kSamplesPerPart * static_cast<UINT32>(parts);
+    KW_CHECKED(streams.GetPrNumberOfActiveStreams()->DbSet(active));
+    KW_CHECKED(streams.GetPrPartsPerStream()->DbSet(static_cast<UINT32>(parts)));
+    KW_CHECKED(streams.GetPrSamplesPerClockCycle()->DbSet(samples));
+    KW_CHECKED(streams.GetPrClockFrequency()->DbSet(
+        root->GetPgHorizontal()->GetPrSampleRate()->Get() / samples));
+}
+
+void CPgVertical::OnTreeCreated()
+{
+    CPgVerticalBase::OnTreeCreated();
+    CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    const auto enabled = [this](INT32 i) { return m_pChannel->ItemDirect(i)->GetPrEnabled(); };
+    root->GetDependencies().Add(
+        *this,
+        {root->GetPgHorizontal()->GetPrZELMode(), root->GetPgHorizontal()->GetPrSampleRate(),
+         enabled(0), enabled(1), enabled(2), enabled(3)},
+        [this] { UpdateGroup(); }, QStringLiteral("Vertical/AnalogSignalStreams"));
+    root->GetDependencies().Add(
+        *this, {root->GetPgSimulation()->GetPrEnabled()},
+        [this] { NRules::UpdateSubtree(*m_pChannel); },
+        QStringLiteral("Vertical/ChannelType/DataGeneration"));
+}
+
+INT32 CPgVertical::ChannelOfGroup(INT32 first, INT32 size) const
+{
+    for (INT32 i = first; i < first + size; ++i)
+    {
+        if (m_pChannel->ItemDirect(i)->GetPrEnabled()->Get() == eKW_ONOFF_ON)
+        {
+            return i;
+        }
+    }
+    return -1;
+}
+
+void CPgVertical::UpdateStream(INT32 index, INT32 channel, INT32 parts)
+{
+    const CPgAnalogSignalStream& stream =
+        *m_pAnalogSignalStreams->GetPgAnalogSignalStream()->ItemDirect(index);
+    const bool isActive = channel >= 0;
+    const double rate = CPgZEL::Of(*this)->GetPgHorizontal()->GetPrSampleRate()->Get();
+    KW_CHECKED(stream.GetPrActive()->DbSet(isActive ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
+    KW_CHECKED(stream.GetPrChannel()->DbSetAsInt(isActive ? channel : index));
+    KW_CHECKED(stream.GetPrSampleRate()->DbSet(isActive ? rate : 0.0));
+    const CPgaAnalogSignalStreamPart& all = *stream.GetPgAnalogSignalStreamPart();
+    for (INT32 part = 0; part < all.GetCount(); ++part)
+    {
+        const bool isUsed = isActive && part < parts;
+        KW_CHECKED(all.ItemDirect(part)->GetPrDataStream()->DbSetAsInt(
+            isUsed ? part : eKW_ZEL_DATASTREAM_UNUSED));
+    }
+}
+
+void CPgVertical::UpdateMapping(INT32 channel, INT32 stream, INT32 parts)
+{
+    const CPgAnalogChannelMapping& mapping = *m_pAnalogChannelMapping->ItemDirect(channel);
+    const bool isCarried = stream >= 0;
+    KW_CHECKED(mapping.GetPrAssociatedSignalStream()->DbSetAsInt(
+        isCarried ? stream : eKW_ZEL_ASSOCIATED_SIGNAL_STREAM_NONE));
+    KW_CHECKED(
+        mapping.GetPrInterleavedConverters()->DbSet(isCarried ? static_cast<UINT32>(parts) : 1));
+}

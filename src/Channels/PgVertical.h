@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Channels/PgVerticalBase.h"
+
+class CPgAnalogSignalStream;
+
+/**
+ * The analog inputs and the sample streams behind them. There is a converter for each input; the
+ * higher sample-rate modes let two or four of them sample one channel in turn, so the channels of
+ * such a group share one stream, which the lowest of them that is on has.
+ */
+class CPgVertical : public CPgVerticalBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+private:
+    /** The channel of a group of converters, −1 when none of its channels is on. */
+    INT32 ChannelOfGroup(INT32 first, INT32 size) const;
+    void UpdateStream(INT32 index, INT32 channel, INT32 parts);
+    void UpdateMapping(INT32 channel, INT32 stream, INT32 parts);
+};

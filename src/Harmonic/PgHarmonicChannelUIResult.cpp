@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "Harmonic/PgHarmonicChannelUIResult.h"
+
+#include "Harmonic/PgHarmonic.h"
+#include "Harmonic/PgHarmonicChannelStatusHistory.h"
+#include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
+#include "Rules/ReadingRules.h"
+#include "Rules/RuleHelpers.h"
+
+void CPgHarmonicChannelUIResult::OnItemInserted(CDbContainerBase* /*container*/,
+                                                const QString& /*item*/)
+{
+    if (const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this))
+    {
+        UpdateVisibility(*harmonic);
+    }
+}
+
+void CPgHarmonicChannelUIResult::UpdateVisibility(const CPgHarmonic& harmonic)
+{
+    for (INT32 i = 0; i < m_pHarmonicMagnitudeUIResult->GetCount(); ++i)
+    {
+        m_pHarmonicMagnitudeUIResult->ItemDirect(i)->UpdateVisibility(harmonic);
+    }
+}
+
+void CPgHarmonicChannelUIResult::ResetHistory()
+{
+    for (INT32 i = 0; i < m_pHarmonicMagnitudeUIResult->GetCount(); ++i)
+    {
+        NRules::Invalidate({m_pHarmonicMagnitudeUIResult->ItemDirect(i)->GetPrMaximum()});
+    }
+    NRules::InvalidateResults(*m_pHarmonicChannelStatusHistory);
+    KW_CHECKED(m_pHarmonicChannelStatusHistory->GetPrNumberOfAnalyses()->DbSet(0));
+    KW_CHECKED(m_pHarmonicChannelStatusHistory->GetPrNumberOfFailedAnalyses()->DbSet(0));
+}

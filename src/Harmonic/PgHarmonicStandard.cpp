@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "Harmonic/PgHarmonicStandard.h"
+
+#include "CommonDatabase/Properties/DbPropText.h"
+#include "Harmonic/HarmonicLimits.h"
+#include "Harmonic/PgHarmonicLimitCurrent.h"
+#include "Harmonic/PgHarmonicLimitUser.h"
+#include "Rules/ReadingRules.h"
+#include "Rules/RuleHelpers.h"
+
+KW_ACCEPTANCE CPgHarmonicStandard::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    return CPgHarmonicStandardBase::OnPropertySet(property);
+}
+
+void CPgHarmonicStandard::UpdateGroup()
+{
+    const NHarmonicLimits::t_Limits limits =
+        m_pStandard->Get() == eKW_HMA_STANDARD_USER
+            ? m_pHarmonicLimitUser->Limits()
+            : NHarmonicLimits::OfStandard(m_pStandard->Get(),
+                                          {.power = m_pRatedPower->Get(),
+                                           .current = m_pRatedCurrent->Get(),
+                                           .powerFactor = m_pPowerFactor->Get(),
+                                           .shortCircuitRatio = m_pShortCircuitRatio->Get()});
+    const CPgHarmonicLimitCurrent& current = *m_pHarmonicLimitCurrent;
+    KW_CHECKED(current.GetPrScale()->DbSet(limits.scale));
+    KW_CHECKED(current.GetPrHighestOrder()->DbSet(
+        limits.orders.empty() ? 0U : limits.orders.rbegin()->first));
+    KW_CHECKED(current.GetPrOrderLimits()->DbSet(NHarmonicLimits::ToText(limits.orders)));
+    if (limits.thd)
+    {
+        NRules::WriteResult(*current.GetPrThdLimit(), *limits.thd);
+    }
+    else
+    {
+        NRules::Invalidate({current.GetPrThdLimit()});
+    }
+}

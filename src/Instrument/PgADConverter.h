@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Instrument/PgADConverterBase.h"
+
+/** A/D converters: their mode is the manual one, or in automatic the one that the sample-rate mode
+    of the timebase needs. */
+class CPgADConverter : public CPgADConverterBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+private:
+    KW_ZEL_ADC_MODE RequiredMode() const;
+};

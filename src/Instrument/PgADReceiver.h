@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Instrument/PgADReceiverBase.h"
+
+/** Receivers of the converters: a training begins untrained and without errors. */
+class CPgADReceiver : public CPgADReceiverBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+};

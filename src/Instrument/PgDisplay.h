@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Instrument/PgDisplayBase.h"
+
+/** Display: the language is one of the map, or the built-in one. */
+class CPgDisplay : public CPgDisplayBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+};

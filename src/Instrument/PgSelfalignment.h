@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Instrument/PgSelfalignmentBase.h"
+
+/** Self-alignment: a new one begins without results of its steps, an aborted one keeps the former
+    data. */
+class CPgSelfalignment : public CPgSelfalignmentBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+
+private:
+    void ForgetSteps();
+    void AbortRunning();
+};

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "Instrument/PgSelftest.h"
+
+#include "Instrument/PgaSelftestDevice.h"
+#include "Rules/RuleHelpers.h"
+
+KW_ACCEPTANCE CPgSelftest::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pStart)
+    {
+        Forget();
+    }
+    if (function == m_pAbort)
+    {
+        AbortRunning();
+    }
+    return CPgSelftestBase::OnFunction(function);
+}
+
+KW_ACCEPTANCE CPgSelftest::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    return CPgSelftestBase::OnPropertySet(property);
+}
+
+void CPgSelftest::UpdateGroup()
+{
+    const KW_ZEL_SELFTEST_SELECTION selection = m_pSelection->Get();
+    NRules::SetAvailable({m_pGroup}, selection == eKW_ZEL_SELFTEST_SELECTION_GROUP);
+    NRules::SetAvailable({m_pDevice}, selection == eKW_ZEL_SELFTEST_SELECTION_DEVICE);
+}
+
+bool CPgSelftest::IsSelected(KW_ZEL_SELFTEST_DEVICE device) const
+{
+    return m_pSelection->Get() != eKW_ZEL_SELFTEST_SELECTION_DEVICE ||
+           m_pDevice->Get() == eKW_ZEL_SELFTEST_DEVICE_ALL || m_pDevice->Get() == device;
+}
+
+void CPgSelftest::Forget()
+{
+    KW_CHECKED(m_pState->DbSet(eKW_ZEL_SELFTEST_STATE_NOT_DONE));
+    KW_CHECKED(m_pDialog->DbSet(eKW_ZEL_SELFTEST_DIALOG_NONE));
+    KW_CHECKED(m_pProgress->DbSet(0.0));
+    for (INT32 i = 0; i < m_pSelftestDevice->GetCount(); ++i)
+    {
+        const CPgSelftestDevice* const device = m_pSelftestDevice->ItemDirect(i);
+        if (IsSelected(device->GetPrDevice()->Get()))
+        {
+            KW_CHECKED(device->GetPrState()->DbSet(eKW_ZEL_SELFTEST_STATE_NOT_DONE));
+            KW_CHECKED(device->GetPrErrorCode()->DbSet(0));
+            KW_CHECKED(device->GetPrMessage()->DbSet(QStringLiteral("")));
+        }
+    }
+}
+
+void CPgSelftest::AbortRunning()
+{
+    const auto abort = [](CDbPropEnum<KW_ZEL_SELFTEST_STATE>& state)
+    {
+        if (state.Get() == eKW_ZEL_SELFTEST_STATE_RUNNING)
+        {
+            KW_CHECKED(state.DbSet(eKW_ZEL_SELFTEST_STATE_ABORTED));
+        }
+    };
+    abort(*m_pState);
+    for (INT32 i = 0; i < m_pSelftestDevice->GetCount(); ++i)
+    {
+        abort(*m_pSelftestDevice->ItemDirect(i)->GetPrState());
+    }
+    KW_CHECKED(m_pDialog->DbSet(eKW_ZEL_SELFTEST_DIALOG_NONE));
+}

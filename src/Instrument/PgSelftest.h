@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Instrument/PgSelftestBase.h"
+
+/** Self-test: a new run begins without results of the selected devices, an aborted one leaves what
+    was running as aborted. */
+class CPgSelftest : public CPgSelftestBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+
+private:
+    bool IsSelected(KW_ZEL_SELFTEST_DEVICE device) const;
+    void Forget();
+    void AbortRunning();
+};

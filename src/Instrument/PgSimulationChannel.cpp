@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "Instrument/PgSimulationChannel.h"
+
+#include "Rules/RuleHelpers.h"
+
+KW_ACCEPTANCE CPgSimulationChannel::OnPropertySet(const CDbPropBase* property)
+{
+    if (property == m_pShape)
+    {
+        UpdateGroup();
+    }
+    return CPgSimulationChannelBase::OnPropertySet(property);
+}
+
+void CPgSimulationChannel::UpdateGroup()
+{
+    const KW_ZEL_SIM_SIGNALSHAPE shape = m_pShape->Get();
+    const bool isPeriodic =
+        shape != eKW_ZEL_SIM_SIGNALSHAPE_DC && shape != eKW_ZEL_SIM_SIGNALSHAPE_NOISE;
+    const bool hasHighTime =
+        shape == eKW_ZEL_SIM_SIGNALSHAPE_SQUARE || shape == eKW_ZEL_SIM_SIGNALSHAPE_PULSE;
+    NRules::SetAvailable({m_pAmplitude, m_pFrequency, m_pPhase}, isPeriodic);
+    NRules::SetAvailable({m_pDutyCycle}, hasHighTime);
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "Instrument/PgWirelessClient.h"
+
+#include "Rules/RuleHelpers.h"
+
+KW_ACCEPTANCE CPgWirelessClient::OnPropertySet(const CDbPropBase* property)
+{
+    UpdateGroup();
+    return CPgWirelessClientBase::OnPropertySet(property);
+}
+
+void CPgWirelessClient::UpdateGroup()
+{
+    NRules::SetAvailable({m_pFixedAddress}, m_pAutomaticAddress->Get() == eKW_ONOFF_OFF);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Logger/PgLoggerSlotBase.h"
+
+/**
+ * One memory slot. Store takes over what is known of the recording in memory, whose size the
+ * acquisition delivers; Delete empties the slot. Store without a recording and Load from an empty
+ * slot answer eKW_ACC_NOTHING_TO_ACT_ON, Load while a recording runs eKW_ACC_NOT_AVAILABLE.
+ */
+class CPgLoggerSlot : public CPgLoggerSlotBase
+{
+public:
+    using CPgLoggerSlotBase::CPgLoggerSlotBase;
+
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void OnTreeCreated() override;
+
+private:
+    KW_ACCEPTANCE Store();
+    KW_ACCEPTANCE CheckLoad() const;
+    void Delete();
+};

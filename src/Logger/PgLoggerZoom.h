@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Logger/PgLoggerZoomBase.h"
+
+class CPgLoggerCursor;
+
+/** Stretch that is shown enlarged. The user's scale or position ends the coupling to the cursor
+    lines. */
+class CPgLoggerZoom : public CPgLoggerZoomBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+
+    void Follow(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram, const CPgLoggerCursor& cursor);
+
+private:
+    void OfferScales(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram);
+};

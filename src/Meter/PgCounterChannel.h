@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Meter/PgCounterChannelBase.h"
+#include "Rules/RuleHelpers.h"
+
+/** One counter. The user's level ends the automatic one; the unit of the readings is that of the
+    quantity, and they lose their validity when quantity or input change; a fresh tree has none. */
+class CPgCounterChannel : public CPgCounterChannelBase
+{
+public:
+    using CPgCounterChannelBase::CPgCounterChannelBase;
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+    /** Keeps the level inside the range of the input. */
+    void FollowInput(const NRules::t_Screen& input);
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Meter/PgMeterBase.h"
+
+/**
+ * The meter. Its function, however it was selected, decides the measurement type, the probes to
+ * choose from, the input path and the ranges; function, range and probe decide what the readings
+ * of a channel mean. Readings lose their validity when that changes.
+ */
+class CPgMeter : public CPgMeterBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    std::vector<t_Twins> Twins() const override;
+    void OnTreeCreated() override;
+
+private:
+    /** Factor of the probe in the present measurement, and the unit of what is read. */
+    double ProbeInUse(KW_UNIT& unitOfReading) const;
+    void SelectFunction();
+    void UpdateProbe();
+    void UpdatePath();
+    void UpdateMultimeterChannel();
+    void UpdateInputChannels();
+};

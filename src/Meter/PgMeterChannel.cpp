@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "Meter/PgMeterChannel.h"
+
+#include "KWMath.h"
+#include "Meter/PgMeter.h"
+#include "Meter/PgMeterMeasurement.h"
+#include "Meter/PgaMeterMeasurement.h"
+#include "Rules/ReadingRules.h"
+#include "Rules/RuleHelpers.h"
+
+#include <cmath>
+
+namespace
+{
+constexpr double kLimitShare = 0.1;
+constexpr double kZoomShare = 0.1;
+/** One press of a key moves a reference or limit by this share of the range. */
+constexpr double kStepShare = 1e-3;
+} // namespace
+
+KW_ACCEPTANCE CPgMeterChannel::OnPropertySet(const CDbPropBase* property)
+{
+    if (property == m_pRange)
+    {
+        KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
+    }
+    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, property);
+    UpdateReading();
+    CPgMeter* const meter = NRules::Above<CPgMeter>(*this);
+    if (meter != nullptr && property == m_pRange)
+    {
+        meter->UpdateGroup();
+    }
+    return CPgMeterChannelBase::OnPropertySet(property);
+}
+
+KW_ACCEPTANCE CPgMeterChannel::OnFunction(const CDbFunction* function)
+{
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    if (function == m_pSetReference)
+    {
+        code = NRules::TakeReading(*m_pReference, *Main().GetPrActual());
+    }
+    if (function == m_pSetLimits)
+    {
+        code = LimitsFromReading();
+    }
+    if (function == m_pResetStatistics)
+    {
+        ResetStatistics();
+    }
+    UpdateReading();
+    return std::max(code, CPgMeterChannelBase::OnFunction(function));
+}
+
+void CPgMeterChannel::OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last)
+{
+    const KW_ZEL_METER_RANGE nearest = KWMath::Bound(first, m_pRange->Get(), last);
+    if (nearest != m_pRange->Get())
+    {
+        KW_CHECKED(m_pRange->DbSet(nearest));
+    }
+    NRules::OfferValues(*m_pRange, [first, last](KW_ZEL_METER_RANGE range)
+                        { return range >= first && range <= last; });
+}
+
+void CPgMeterChannel::Follow(const t_MeterReadings& readings)
+{
+    const bool isOtherRange = m_pRangeLowerLimit->Get() != readings.lowest ||
+                              m_pRangeUpperLimit->Get() != readings.highest;
+    KW_CHECKED(m_pRangeLowerLimit->DbSet(readings.lowest));
+    KW_CHECKED(m_pRangeUpperLimit->DbSet(readings.highest));
+    const double step =
+        NRules::RoundStep(std::max(-readings.lowest, readings.highest) * kStepShare);
+    for (CDbPropNumDouble* const setting : {m_pReference, m_pLowerLimit, m_pUpperLimit})
+    {
+        KW_CHECKED(setting->SetStep(step));
+    }
+    for (INT32 i = 0; i < m_pMeterMeasurement->GetCount(); ++i)
+    {
+        const bool isOfFunction = i == 0 && readings.ofFunction.has_value();
+        m_pMeterMeasurement->ItemDirect(i)->Follow(
+            readings.atInput, isOfFunction ? readings.ofFunction : std::nullopt);
+    }
+    if (isOtherRange)
+    {
+        DropReadings();
+    }
+    UpdateReading();
+}
+
+void CPgMeterChannel::DropReadings()
+{
+    for (INT32 i = 0; i < m_pMeterMeasurement->GetCount(); ++i)
+    {
+        m_pMeterMeasurement->ItemDirect(i)->DropReadings();
+    }
+}
+
+void CPgMeterChannel::ResetStatistics()
+{
+    for (INT32 i = 0; i < m_pMeterMeasurement->GetCount(); ++i)
+    {
+        m_pMeterMeasurement->ItemDirect(i)->ResetStatistics();
+    }
+}
+
+void CPgMeterChannel::UpdateReading()
+{
+    NRules::WriteDifference(*Main().GetPrRelative(), *Main().GetPrActual(), m_pReference->Get());
+    UpdateBargraph();
+}
+
+CPgMeterMeasurement& CPgMeterChannel::Main() const
+{
+    return *m_pMeterMeasurement->ItemDirect(0);
+}
+
+KW_ACCEPTANCE CPgMeterChannel::LimitsFromReading()
+{
+    const CDbPropNumDouble& reading = *Main().GetPrActual();
+    if (reading.GetValidity() != eKW_VALIDITY_VALID)
+    {
+        return eKW_ACC_NOTHING_TO_ACT_ON;
+    }
+    const double distance = kLimitShare * std::fabs(reading.Get());
+    const KW_ACCEPTANCE lower = NRules::MoveTo(*m_pLowerLimit, reading.Get() - distance);
+    return std::max(lower, NRules::MoveTo(*m_pUpperLimit, reading.Get() + distance));
+}
+
+void CPgMeterChannel::UpdateBargraph()
+{
+    double lower = m_pRangeLowerLimit->Get();
+    double upper = m_pRangeUpperLimit->Get();
+    switch (m_pBargraphRange->Get())
+    {
+    case eKW_ZEL_METER_BARGRAPH_RANGE_ZERO_CENTER:
+        lower = -upper;
+        break;
+    case eKW_ZEL_METER_BARGRAPH_RANGE_ZOOM:
+    {
+        const CDbPropNumDouble& reading = *Main().GetPrActual();
+        const bool isValid = reading.GetValidity() == eKW_VALIDITY_VALID;
+        const double middle = isValid ? reading.Get() : 0.5 * (lower + upper);
+        const double half = 0.5 * kZoomShare * (upper - lower);
+        lower = middle - half;
+        upper = middle + half;
+        break;
+    }
+    case eKW_ZEL_METER_BARGRAPH_RANGE_LIMITS:
+        lower = m_pLowerLimit->Get();
+        upper = m_pUpperLimit->Get();
+        break;
+    default:
+        break;
+    }
+    NRules::WriteResult(*m_pBargraphLowerEnd, lower);
+    NRules::WriteResult(*m_pBargraphUpperEnd, upper);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Meter/PgMeterChannelBase.h"
+
+#include <optional>
+
+class CPgMeterMeasurement;
+
+/** What the readings of a channel can be. */
+struct t_MeterReadings
+{
+    double lowest;
+    double highest;
+    KW_UNIT atInput;                   ///< measured by the probe: volt or ampere
+    std::optional<KW_UNIT> ofFunction; ///< of the multimeter's main reading; none for a voltmeter
+};
+
+/**
+ * One channel of the meter. The user's range ends the automatic one; the limits stay in order; the
+ * bar graph has the span of range, limits or reading. Reference and limits can be taken from the
+ * latest main reading: eKW_ACC_NOTHING_TO_ACT_ON while there is none.
+ */
+class CPgMeterChannel : public CPgMeterChannelBase
+{
+public:
+    using CPgMeterChannelBase::CPgMeterChannelBase;
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+
+    /** The multimeter's ranges in its present function; the present range goes to the nearest. */
+    void OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last);
+    /** Recomputes limits, units and what is drawn; readings of another meaning are dropped. */
+    void Follow(const t_MeterReadings& readings);
+    void DropReadings();
+    void ResetStatistics();
+    /** Recomputes what is derived from the latest main reading. */
+    void UpdateReading();
+
+private:
+    CPgMeterMeasurement& Main() const;
+    KW_ACCEPTANCE LimitsFromReading();
+    void UpdateBargraph();
+};

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "Meter/PgMeterMeasurement.h"
+
+#include "Meter/PgMeter.h"
+#include "Meter/PgMeterChannel.h"
+#include "Rules/ReadingRules.h"
+#include "Rules/RuleHelpers.h"
+
+namespace
+{
+struct t_UnitOfReading
+{
+    KW_UNIT unit;
+    KW_ZEL_DMM_UNIT ofReading;
+};
+
+constexpr t_UnitOfReading kUnitsOfReadings[] = {
+    {eKW_UNIT_LEVEL_V, eKW_ZEL_DMM_UNIT_VOLT},
+    {eKW_UNIT_METER_V, eKW_ZEL_DMM_UNIT_VOLT},
+    {eKW_UNIT_LEVEL_A, eKW_ZEL_DMM_UNIT_AMPERE},
+    {eKW_UNIT_METER_A, eKW_ZEL_DMM_UNIT_AMPERE},
+    {eKW_UNIT_METER_OHM, eKW_ZEL_DMM_UNIT_OHM},
+    {eKW_UNIT_FIELD_FARAD, eKW_ZEL_DMM_UNIT_FARAD},
+    {eKW_UNIT_FREQ_HZ, eKW_ZEL_DMM_UNIT_HERTZ},
+    {eKW_UNIT_TEMPERATURE_DEG, eKW_ZEL_DMM_UNIT_CELSIUS},
+    {eKW_UNIT_TEMPERATURE_F, eKW_ZEL_DMM_UNIT_FAHRENHEIT},
+    {eKW_UNIT_TEMPERATURE_K, eKW_ZEL_DMM_UNIT_KELVIN}};
+} // namespace
+
+KW_ACCEPTANCE CPgMeterMeasurement::OnPropertySet(const CDbPropBase* property)
+{
+    CPgMeter* const meter = NRules::Above<CPgMeter>(*this);
+    if (meter != nullptr && property == m_pType)
+    {
+        DropReadings();
+        meter->UpdateGroup();
+    }
+    return CPgMeterMeasurementBase::OnPropertySet(property);
+}
+
+void CPgMeterMeasurement::OnPropertyDbSet(const CDbPropBase* property)
+{
+    CPgMeterChannel* const channel = NRules::Above<CPgMeterChannel>(*this);
+    if (channel != nullptr && property == m_pActual)
+    {
+        channel->UpdateReading();
+    }
+}
+
+void CPgMeterMeasurement::OnTreeCreated()
+{
+    CPgMeterMeasurementBase::OnTreeCreated();
+    DropReadings();
+}
+
+void CPgMeterMeasurement::Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction)
+{
+    const bool isOther = WriteUnit(ofFunction ? *ofFunction : UnitOfQuantity(atInput));
+    if (isOther)
+    {
+        DropReadings();
+    }
+}
+
+void CPgMeterMeasurement::DropReadings()
+{
+    ResetStatistics();
+    NRules::Invalidate({m_pActual, m_pRelative, m_pTimeStamp});
+    KW_CHECKED(m_pStatus->DbSet(eKW_ZEL_METER_STATUS_NO_READING));
+    KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
+}
+
+void CPgMeterMeasurement::ResetStatistics()
+{
+    NRules::Invalidate({m_pMinimum, m_pMaximum, m_pAverage, m_pStandardDeviation});
+    KW_CHECKED(m_pCount->DbSet(0));
+}
+
+KW_UNIT CPgMeterMeasurement::UnitOfQuantity(KW_UNIT atInput) const
+{
+    switch (m_pType->Get())
+    {
+    case eKW_ZEL_METER_TYPE_FREQUENCY:
+        return eKW_UNIT_FREQ_HZ;
+    case eKW_ZEL_METER_TYPE_CREST:
+        return eKW_UNIT_NONE;
+    default:
+        return atInput;
+    }
+}
+
+bool CPgMeterMeasurement::WriteUnit(KW_UNIT unit)
+{
+    const auto* const row =
+        std::find_if(std::begin(kUnitsOfReadings), std::end(kUnitsOfReadings),
+                     [unit](const t_UnitOfReading& pair) { return pair.unit == unit; });
+    const bool wasValid = m_pUnit->GetValidity() == eKW_VALIDITY_VALID;
+    if (row == std::end(kUnitsOfReadings))
+    {
+        NRules::Invalidate({m_pUnit});
+        return wasValid;
+    }
+    const bool isOther = !wasValid || m_pUnit->Get() != row->ofReading;
+    KW_CHECKED(m_pUnit->DbSet(row->ofReading));
+    return isOther;
+}

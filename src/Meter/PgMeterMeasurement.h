@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Meter/PgMeterMeasurementBase.h"
+
+#include <optional>
+
+/** One reading of a channel; a fresh tree has none. */
+class CPgMeterMeasurement : public CPgMeterMeasurementBase
+{
+public:
+    using CPgMeterMeasurementBase::CPgMeterMeasurementBase;
+
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void OnPropertyDbSet(const CDbPropBase* property) override;
+    void OnTreeCreated() override;
+
+    /** Unit of the multimeter's function, or of this reading's quantity at the input (volt or
+        ampere). A reading in another unit is dropped. */
+    void Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction);
+    void DropReadings();
+    void ResetStatistics();
+
+private:
+    KW_UNIT UnitOfQuantity(KW_UNIT atInput) const;
+    /** Answers whether the unit is another one now. */
+    bool WriteUnit(KW_UNIT unit);
+};

@@ -1,8 +1,0 @@
-// SPDX-License-Identifier: MIT
-#include "PgEdgeTriggerLevel.h"
-
-void CPgEdgeTriggerLevel::FollowScreen(const NRules::t_Screen& screen)
-{
-    NRules::PutOnScreen(*m_pLevel, screen);
-    FollowSelection();
-}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Root/PgCurrentRunBase.h"
+
+/** The run of the state machine that the active mode uses: what is asked of it, and figures that
+    begin anew with every run. */
+class CPgCurrentRun : public CPgCurrentRunBase
+{
+public:
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+private:
+    /** What the user asks of the state machine of the active mode. */
+    KW_ZEL_RUNSTOP_STATE Asked() const;
+    void Begin();
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "Root/PgPerformance.h"
+
+#include "Root/PgPerformanceOfMeasurements.h"
+#include "Root/PgaPerformanceOfMeasurement.h"
+#include "Rules/RuleHelpers.h"
+
+KW_ACCEPTANCE CPgPerformance::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pResetFigures)
+    {
+        NRules::InvalidateResults(*this);
+        NRules::InvalidateResults(*m_pPerformanceOfMeasurements);
+        const CPgaPerformanceOfMeasurement* const measurements =
+            m_pPerformanceOfMeasurements->GetPgPerformanceOfMeasurement();
+        for (INT32 i = 0; i < measurements->GetCount(); ++i)
+        {
+            const CPgPerformanceOfMeasurement* const figures = measurements->ItemDirect(i);
+            for (CDbPropNumDouble* const time :
+                 {figures->GetPrTime(), figures->GetPrMeanTime(), figures->GetPrMaximumTime()})
+            {
+                KW_CHECKED(time->SetValidity(eKW_VALIDITY_INVALID));
+            }
+            KW_CHECKED(figures->GetPrRuns()->DbSet(0));
+        }
+    }
+    return CPgPerformanceBase::OnFunction(function);
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Root/PgSMScopeBase.h"
+#include "Root/RunStopMachine.h"
+
+/** State machine of the oscilloscope: a single run begins with all its acquisitions left, any other
+    state has none left. */
+class CPgSMScope : public CRunStopMachine<CPgSMScopeBase>
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void OnPropertyDbSet(const CDbPropBase* property) override;
+
+private:
+    void CountDown();
+};

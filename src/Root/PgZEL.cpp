@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "Root/PgZEL.h"
+
+#include "CheckedAccess.h"
+#include "CommonDatabase/Files/DbSettings.h"
+#include "LockManager.h"
+#include "Logger/PgLogger.h"
+#include "Root/PgControl.h"
+#include "Root/PgSMMode.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace
+{
+const QString kSettingsFile = QStringLiteral("Settings.xml");
+const QString kRestorationFile = QStringLiteral("SystemRestoration.xml");
+} // namespace
+
+CPgZEL::CPgZEL()
+{
+    SetNodeName(QStringLiteral("ZEL"));
+    SetSettingsFolder(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+}
+
+KW_ACCEPTANCE CPgZEL::OnFunction(const CDbFunction* function)
+{
+    if (function == m_pAutosetLogger)
+    {
+        return AutosetLogger();
+    }
+    if (function == m_pPreset)
+    {
+        return ApplyDefaults(eSAVERECALL_SETTINGS, QStringLiteral("Preset"));
+    }
+    if (function == m_pPresetFactory)
+    {
+        return ApplyDefaults(eSAVERECALL_ALL, QStringLiteral("PresetFactory"));
+    }
+    return CPgZELBase::OnFunction(function);
+}
+
+std::optional<KW_ACCEPTANCE> CPgZEL::OnFileFunction(const CDbFunction* function)
+{
+    if (function == m_pSave)
+    {
+        return SaveInFolder(kSettingsFile, eSAVERECALL_SETTINGS);
+    }
+    if (function == m_pRecall)
+    {
+        return RecallFromFolder(kSettingsFile, eSAVERECALL_SETTINGS);
+    }
+    if (function == m_pStartupRecall)
+    {
+        return RecallFromFolder(kRestorationFile, eSAVERECALL_ALL);
+    }
+    if (function == m_pShutdownSave)
+    {
+        return SaveInFolder(kRestorationFile, eSAVERECALL_ALL);
+    }
+    return CPgZELBase::OnFileFunction(function);
+}
+
+KW_ACCEPTANCE CPgZEL::OnPropertySet(const CDbPropBase* property)
+{
+    if (property == m_pRemoteState && GetControlMode() != eCONTROL_LOCAL_LOCKOUT)
+    {
+        SetControlMode(m_pRemoteState->Get() == eKW_ONOFF_ON ? eCONTROL_REMOTE : eCONTROL_LOCAL);
+    }
+    return CPgZELBase::OnPropertySet(property);
+}
+
+// An action may be run inside a bracket, whose lock the acquisition may need before it can stop:
+// here the file alone is applied, and whoever asks for the whole sequence calls Recall.
+KW_ACCEPTANCE CPgZEL::RecallFromFolder(const QString& name, SaveRecallPattern pattern)
+{
+    return ApplyFile(QDir(GetSettingsFolder()).filePath(name), pattern);
+}
+
+KW_ACCEPTANCE CPgZEL::SaveInFolder(const QString& name, SaveRecallPattern pattern)
+{
+    const QDir folder(GetSettingsFolder());
+    folder.mkpath(QStringLiteral("."));
+    return SaveToFile(folder.filePath(name), pattern);
+}
+
+/** The logger begins afresh with what suits any signal: defaults, results and zoom included. */
+KW_ACCEPTANCE CPgZEL::AutosetLogger()
+{
+    m_pLogger->WriteDefaults(eSAVERECALL_SETTINGS);
+    m_pLogger->VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
+    return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CPgZEL::Recall(QString fileName)
+{
+    return RecallPattern(fileName, eSAVERECALL_SETTINGS);
+}
+
+bool CPgZEL::RecallFromFile(const QString& fileName, SaveRecallPattern pattern)
+{
+    return RecallPattern(fileName, pattern) <= eKW_ACC_WARNING;
+}
+
+KW_ACCEPTANCE CPgZEL::RecallPattern(const QString& fileName, SaveRecallPattern pattern)
+{
+    CDbSettingsDocument document;
+    if (const KW_ACCEPTANCE code = ReadFile(fileName, document); code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
+    if (!MayWrite())
+    {
+        return eKW_ACC_NO_WRITE_ACCESS;
+    }
+    StopAcquisition();
+    return ApplyDocument(document, pattern, [this] { SwitchMode(); });
+}
+
+KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
+{
+    StopAcquisition();
+    CDbTransaction transaction(*this, QString());
+    const KW_ACCEPTANCE code = factory ? KW_CHECKED(m_pPresetFactory->ExternalApply())
+                                       : KW_CHECKED(m_pPreset->ExternalApply());
+    if (code <= eKW_ACC_WARNING)
+    {
+        SwitchMode();
+    }
+    transaction.Commit();
+    return code;
+}
+
+void CPgZEL::StopAcquisition()
+{
+    KW_CHECKED(m_pControl->GetPgSMMode()->GetPrStop()->ExternalSetEventAndWaitForCompletion(
+        eKW_OP_EVENT_START, eKW_OP_RESULT_SUCCESS));
+}
+
+void CPgZEL::SwitchMode()
+{
+    KW_CHECKED(m_pControl->GetPgSMMode()->GetPrSwitchMode()->Set());
+}
+
+void CPgZEL::UpdateAllMeasSettings()
+{
+    const CLockGuard lock;
+    const CDbRootScope scope(this, eWRITEKIND::Internal);
+    GetDependencies().CalculateEverything();
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CheckedAccess.h"
+#include "CommonDatabase/Properties/DbPropEnum.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
+
+#include <initializer_list>
+
+/** What functions that show readings share: meter, counter, harmonics, logger. */
+namespace NRules
+{
+void Invalidate(std::initializer_list<CDbPropBase*> results);
+
+/** Writes `reading` minus `reference`; invalid while the reading is. */
+void WriteDifference(CDbPropNumDouble& result, const CDbPropNumDouble& reading, double reference);
+
+/** Makes a reading a setting, as far as limits let it. eKW_ACC_NOTHING_TO_ACT_ON while the reading
+    is invalid. */
+KW_ACCEPTANCE TakeReading(CDbPropNumDouble& setting, const CDbPropNumDouble& reading);
+
+/** Lets a selector offer the values for which `isUsable` holds; a value that is not among them
+    gives way to the lowest that is. Some value must be usable. */
+template <typename T, typename TUsable>
+void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable)
+{
+    INT32 lowest = selector.GetEnumSize();
+    for (INT32 value = selector.GetEnumSize() - 1; value >= 0; --value)
+    {
+        const bool on = isUsable(static_cast<T>(value));
+        KW_CHECKED(selector.EnableValue(value, on));
+        lowest = on ? value : lowest;
+    }
+    if (!isUsable(selector.Get()))
+    {
+        KW_CHECKED(selector.DbSetAsInt(lowest));
+    }
+}
+} // namespace NRules

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Spectrum/PgFFTBase.h"
+
+/** The transform. The spectrum sets its size and rate; its limits of the resolution bandwidth are
+    those of the two sizes of the basic FFT at the full sample rate. */
+class CPgFFT : public CPgFFTBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+
+    /** Samples per spectrum, their rate in Hz, and whether they come from the down-converter. */
+    void Configure(UINT32 size, double sampleRate, bool isDownConverted);
+    /** The average begins anew. */
+    void ResetAverage();
+
+private:
+    void UpdateBandwidthLimits();
+    KW_ACCEPTANCE UpdateAverageLength();
+};

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "Channels/PgVertical.h"
+#include "Channels/PgaChannel.h"
+#include "CheckedAccess.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "ErrorReport.h"
+#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "KWMath.h"
+#include "Root/PgZEL.h"
+#include "Rules/RuleHelpers.h"
+#include "Spectrum/PgDDC.h"
+#include "Spectrum/PgFFT.h"
+#include "Spectrum/PgSpectrum.h"
+#include "Spectrum/SpectrumHardware.h"
+#include "Trigger/PgTrigger.h"
+
+#include <cmath>
+#include <limits>
+
+void CPgSpectrum::SelectSource(KW_ZEL_CHANNEL channel)
+{
+    KW_CHECKED(m_pSource->DbSet(channel));
+    OnSource();
+}
+
+void CPgSpectrum::OnSource()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root != nullptr && !root->GetPgTrigger()->GetPrSource()->IsValueEnabled(m_pSource->Get()))
+    {
+        KW_REPORT_ERROR(QStringLiteral("new source is not applicable as trigger source"), __FILE__);
+    }
+}
+
+void CPgSpectrum::UpdateInput()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    const KW_ZEL_CHANNEL source = m_pSource->Get();
+    // A file may name a channel that no input has.
+    if (!NApplicationDefinitions::IsAnalogChannel(source))
+    {
+        return;
+    }
+    const CPgChannel* const channel = root->GetPgVertical()->GetPgChannel()->ItemDirect(source);
+    KW_CHECKED(root->GetPgFFT()->GetPrSource()->DbSet(
+        static_cast<KW_ZEL_CHANNEL>(eKW_ZEL_CHANNEL_FFT1 + source)));
+    KW_CHECKED(root->GetPgDDC()->GetPrSource()->DbSet(
+        NApplicationDefinitions::MapApplicationChannelToAnalogChannel(source)));
+    KW_CHECKED(m_pInputUnit->DbSet(CZELDatabaseHelperFFT::GetInputUnitFromProbeSettingsScope(
+        channel->GetPrProbeType()->Get(), channel->GetPrProbeUserUnit()->Get())));
+    UpdateMagnitudeAxis();
+}
+
+/** dBm is a power and fits both quantities; the unit of an amplitude goes with its quantity. */
+void CPgSpectrum::UpdateMagnitudeUnits()
+{
+    const bool isVoltage = m_pInputUnit->Get() == eKW_FFT_INPUT_UNIT_VOLTAGE;
+    const KW_FFT_MAGN_UNIT amplitude = isVoltage ? eKW_FFT_MAGN_UNIT_DBV : eKW_FFT_MAGN_UNIT_DBA;
+    KW_CHECKED(m_pMagnitudeUnit->EnableValue(eKW_FFT_MAGN_UNIT_DBV, isVoltage));
+    KW_CHECKED(m_pMagnitudeUnit->EnableValue(eKW_FFT_MAGN_UNIT_DBA, !isVoltage));
+    if (m_pMagnitudeUnit->Get() != eKW_FFT_MAGN_UNIT_DBM)
+    {
+        KW_CHECKED(m_pMagnitudeUnit->DbSet(amplitude));
+    }
+    const KW_UNIT level = m_pMagnitudeUnit->Get() == eKW_FFT_MAGN_UNIT_DBM ? eKW_UNIT_LEVEL_DBM
+                          : isVoltage                                      ? eKW_UNIT_LEVEL_DBV
+                                                                           : eKW_UNIT_LEVEL_DBA;
+    const bool isLinear = m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR;
+    const KW_UNIT linear = isVoltage ? eKW_UNIT_LEVEL_V : eKW_UNIT_LEVEL_A;
+    KW_CHECKED(m_pVerticalRefLevel->SetUnit(level));
+    KW_CHECKED(m_pVerticalStart->SetUnit(isLinear ? linear : level));
+    KW_CHECKED(m_pVerticalStop->SetUnit(isLinear ? linear : level));
+}
+
+CPgSpectrum::t_MagnitudeRange
+CPgSpectrum::GetMagnitudeRange(const t_MagnitudeAxis& axis,
+                               const std::function<double(double)>& toLinear)
+{
+    constexpr double kPercent = 100.0;
+    const double height = axis.refPoint / kPercent;
+    if (axis.scaling == eKW_SCALING_TYPE_LINEAR)
+    {
+        const double reference = toLinear(axis.refLevel);
+        return {0.0, height > 0.0 ? reference / height : std::numeric_limits<double>::infinity()};
+    }
+    if (axis.scaling != eKW_SCALING_TYPE_LOGARITHMIC)
+    {
+        KW_REPORT_ERROR(QStringLiteral("invalid vertical scale detected: vscale = ") +
+                            KW_ReportText(static_cast<INT32>(axis.scaling)),
+                        __FILE__);
+    }
+    const double start = axis.refLevel - height * NSpectrumHardware::kMagnitudeHeight;
+    return {start, start + NSpectrumHardware::kMagnitudeHeight};
+}
+
+void CPgSpectrum::UpdateMagnitudeAxis()
+{
+    UpdateMagnitudeUnits();
+    const auto toLinear = CZELDatabaseHelperFFT::ConvertMagnitudeDBFunction(
+        m_pInputUnit->Get(), m_pMagnitudeUnit->Get(), m_pImpedance->Get(), true);
+    const auto [start, stop] = GetMagnitudeRange(
+        {m_pVerticalScaling->Get(), m_pVerticalRefPoint->Get(), m_pVerticalRefLevel->Get()},
+        toLinear);
+    for (const auto& [edge, value] : {std::pair{m_pVerticalStart, start}, {m_pVerticalStop, stop}})
+    {
+        KW_CHECKED(edge->DbSet(KWMath::Bound(edge->GetMin(), value, edge->GetMax())));
+    }
+}
+
+double CPgSpectrum::LevelStep() const
+{
+    // The linear axis begins at 0; a file may hold a top that is still to be computed.
+    const double top = m_pVerticalStop->Get();
+    const bool isLinear = m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR && top > 0.0;
+    return isLinear ? NRules::RoundStep(NRules::StepOf(top / NRules::kVerticalDivisions))
+                    : NRules::StepOf(NSpectrumHardware::kMagnitudeDivision);
+}
+
+void CPgSpectrum::ShowInputRange()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    if (root == nullptr)
+    {
+        return;
+    }
+    const CPgChannel* const channel =
+        root->GetPgVertical()->GetPgChannel()->ItemDirect(m_pSource->GetAsInt());
+    // A sine that fills the range, as an effective value.
+    const double largest = channel->GetPrRange()->Get() / 2.0 / std::sqrt(2.0);
+    const auto toLevel = CZELDatabaseHelperFFT::ConvertMagnitudeDBFunction(
+        m_pInputUnit->Get(), m_pMagnitudeUnit->Get(), m_pImpedance->Get(), false);
+    constexpr double kStep = NSpectrumHardware::kMagnitudeDivision;
+    const double level = std::ceil(toLevel(largest) / kStep) * kStep;
+    KW_CHECKED(m_pVerticalRefPoint->DbSet(m_pVerticalRefPoint->GetMax()));
+    KW_CHECKED(m_pVerticalRefLevel->DbSet(
+        KWMath::Bound(m_pVerticalRefLevel->GetMin(), level, m_pVerticalRefLevel->GetMax())));
+    UpdateMagnitudeAxis();
+}

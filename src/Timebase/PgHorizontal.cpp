@@ -1,0 +1,483 @@
+// SPDX-License-Identifier: MIT
+#include "Timebase/PgHorizontal.h"
+
+#include "CheckedAccess.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "ErrorReport.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "KWMath.h"
+#include "MatConstants.h"
+#include "Root/PgZEL.h"
+#include "Rules/RuleDispatch.h"
+#include "Rules/RuleHelpers.h"
+#include "Spectrum/PgDDC.h"
+#include "Timebase/HorizontalHardware.h"
+#include "Timebase/PgSampleCounter.h"
+
+#include <algorithm>
+#include <cmath>
+
+using t_HorizontalHelper = CZELDatabaseHelperHorizontal;
+using t_Common = CZELDatabaseHelperCommon;
+
+namespace
+{
+KW_ONOFF OnOff(bool on)
+{
+    return on ? eKW_ONOFF_ON : eKW_ONOFF_OFF;
+}
+} // namespace
+
+KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
+{
+    using H = CPgHorizontal;
+    const NRules::t_DispatchRow<CPgHorizontal> rows[] = {
+        {{m_pScaleGUI}, {&H::SetScaleFromGui, &H::RunRecalculationChain}},
+        {{m_pAcquisitionTime}, {&H::CalculateHorizontalScale, &H::RunRecalculationChain}},
+        {{m_pReferencePoint},
+         {&H::CalculateReferencePointGUI, &H::CalculateHorizontalPositionLimits,
+          &H::CalculateHorizontalBoundaries}},
+        {{m_pReferencePointGUI},
+         {&H::SetReferencePointFromGui, &H::CalculateHorizontalPositionLimits,
+          &H::CalculateHorizontalBoundaries}},
+        {{m_pPosition}, {&H::UpdateHardwarePosition, &H::CalculateHorizontalBoundaries}},
+        {{m_pNumberOfAverages}, {&H::UpdateAveraging}},
+        {{m_pNumberOfAveragesGUI}, {&H::SetAveragesFromGui}},
+        {{m_pHistoryDepth}, {&H::CalculateMaxNumberOfBusEvents, &H::RunRecalculationChain}},
+        {{m_pDSPMode, m_pWaveformUpdateMode, m_pForceDspFastMode, m_pPreselectedRecordLength},
+         {&H::RunRecalculationChain}},
+        {{m_pScale}, {&H::CalculateScaleGui, &H::RunRecalculationChain}},
+        {{m_pAcquisitionMode, m_pZELMode}, {&H::RunRecalculationChain}},
+    };
+    if (property == m_pZELMode)
+    {
+        // At once, and not as a dependant: whoever depends on the mode must see the final one.
+        UpdateZELMode();
+    }
+    NRules::Dispatch(*this, rows, property);
+    UpdateClosing();
+    IncChangeCounter();
+    return CPgHorizontalBase::OnPropertySet(property);
+}
+
+void CPgHorizontal::RunRecalculationChain()
+{
+    UpdateDSPMode();
+    CalculateSamplingRates();
+    CalculateAcquisitionTime();
+    UpdateDigitalSampleRate();
+    CalculateBasicHorizontalSettings();
+    CalculateHorizontalPositionLimits();
+    CalculateAcquisitionSamplingRates();
+    CalculateHorizontalBoundaries();
+}
+
+void CPgHorizontal::UpdateGroup()
+{
+    CalculateScaleGui();
+    CalculateMaxNumberOfBusEvents();
+    RunRecalculationChain();
+}
+
+std::vector<CDbPropertyGroup::t_Twins> CPgHorizontal::Twins() const
+{
+    return {{m_pScale, m_pScaleGUI},
+            {m_pScale, m_pAcquisitionTime},
+            {m_pReferencePoint, m_pReferencePointGUI},
+            {m_pNumberOfAverages, m_pNumberOfAveragesGUI}};
+}
+
+void CPgHorizontal::OnTreeCreated()
+{
+    CPgHorizontalBase::OnTreeCreated();
+    if (CPgZEL* const root = CPgZEL::Of(*this))
+    {
+        root->GetDependencies().Add(
+            *this, {root->GetPgDDC()->GetPrState()}, [this] { OnDownConverterChanged(); },
+            QStringLiteral("Horizontal/UpdateZELMode"));
+    }
+}
+
+void CPgHorizontal::OnDownConverterChanged()
+{
+    const KW_ZEL_MODE before = m_pZELMode->Get();
+    UpdateZELMode();
+    if (m_pZELMode->Get() != before)
+    {
+        RunRecalculationChain();
+    }
+}
+
+void CPgHorizontal::UpdateZELMode()
+{
+    const CPgZEL* const root = CPgZEL::Of(*this);
+    const bool isRequired =
+        root != nullptr && root->GetPgDDC()->GetPrState()->Get() == eKW_ONOFF_ON;
+    if (isRequired && m_pZELMode->DbSet(eKW_ZEL_MODE_ZEL_A) > eKW_ACC_WARNING)
+    {
+        KW_REPORT_ERROR(QStringLiteral("Could not set ZEL mode to required mode."), __FILE__);
+    }
+}
+
+void CPgHorizontal::UpdateDSPMode()
+{
+    const double acquisitionTime = NRules::ScreenWidth(m_pScale->Get());
+    const bool isLong = acquisitionTime >= NHorizontalHardware::kSlowAcquisitionTime &&
+                        m_pForceDspFastMode->Get() == eKW_ONOFF_OFF;
+    KW_ZEL_DSP_MODE mode = eKW_ZEL_DSP_MODE_NORMAL;
+    if (isLong && m_pWaveformUpdateMode->Get() == eKW_WAVEFORM_UPDATE_MODE_PARTIAL)
+    {
+        mode = eKW_ZEL_DSP_MODE_SLOW;
+    }
+    if (isLong && m_pWaveformUpdateMode->Get() == eKW_WAVEFORM_UPDATE_MODE_ROLL)
+    {
+        mode = eKW_ZEL_DSP_MODE_ROLL;
+    }
+    KW_CHECKED(m_pDSPMode->DbSet(mode));
+}
+
+void CPgHorizontal::CalculateSamplingRates()
+{
+    KW_CHECKED(m_pSampleRate->DbSet(t_HorizontalHelper::GetSampleRate(m_pZELMode->Get())));
+}
+
+void CPgHorizontal::CalculateAcquisitionTime()
+{
+    KW_CHECKED(m_pAcquisitionTime->DbSet(NRules::ScreenWidth(m_pScale->Get())));
+}
+
+void CPgHorizontal::UpdateDigitalSampleRate()
+{
+    KW_CHECKED(m_pSampleRateDigital->DbSet(NHorizontalHardware::kDigitalSampleRate));
+}
+
+void CPgHorizontal::CalculateAcquisitionSamplingRates()
+{
+    KW_CHECKED(m_pAcquisitionSampleRate->DbSet(m_pSampleRate->Get() / m_pDecimationFactor->Get()));
+    KW_CHECKED(m_pAcquisitionSampleRateDigital->DbSet(m_pSampleRateDigital->Get() /
+                                                      m_pDecimationFactorDigital->Get()));
+}
+
+void CPgHorizontal::CalculateHorizontalScale()
+{
+    const double wanted = m_pAcquisitionTime->Get() / NRules::kHorizontalDivisions;
+    double dScaleValue = m_pScale->Get();
+    for (const QVariant& entry : m_pScale->GetValueList())
+    {
+        dScaleValue = entry.toDouble();
+        if (CMatConstants::IsGreaterOrEqual(dScaleValue, wanted))
+        {
+            break;
+        }
+    }
+    KW_ACCEPTANCE eAcc = eKW_ACC_OK;
+    KW_CHECKED(eAcc = m_pScale->DbSet(dScaleValue));
+    CalculateScaleGui();
+}
+
+void CPgHorizontal::CalculateScaleGui()
+{
+    const QVariantList& scales = m_pScale->GetValueList();
+    const double scale = m_pScale->Get();
+    INT32 i = 0;
+    while (i < scales.size() && scales[i].toDouble() < scale)
+    {
+        ++i;
+    }
+    // A scale between two entries shows as the slower one, one beyond the last as the last.
+    const INT32 index = i < scales.size() ? i : i - 1;
+    KW_CHECKED(m_pScaleGUI->DbSet(static_cast<KW_HORIZONTAL_TIME_SCALE>(index)));
+}
+
+void CPgHorizontal::SetScaleFromGui()
+{
+    const INT32 index = m_pScaleGUI->GetAsInt();
+    const QVariantList& scales = m_pScale->GetValueList();
+    if (index < 0 || index >= scales.size())
+    {
+        KW_REPORT_ERROR(
+            QStringLiteral("This enum entry %1is not in the ValueList of m_pScale").arg(index),
+            __FILE__);
+        return;
+    }
+    bool isNumber = false;
+    const double dScaleValue = scales[index].toDouble(&isNumber);
+    if (!isNumber)
+    {
+        KW_REPORT_ERROR(QStringLiteral("no double in ValueList of m_pScale"), __FILE__);
+        return;
+    }
+    KW_ACCEPTANCE eAcc = eKW_ACC_OK;
+    KW_CHECKED(eAcc = m_pScale->DbSet(dScaleValue));
+}
+
+void CPgHorizontal::CalculateReferencePointGUI()
+{
+    const CEnumNameInfo& positions = m_pReferencePointGUI->GetNameInfo();
+    for (INT32 value = 0; value < positions.GetEnumSize(); ++value)
+    {
+        if (CMatConstants::AreEqual(*positions.GetNumber(value), m_pReferencePoint->Get()))
+        {
+            const auto eReferencePointValue = static_cast<KW_REF_POINT_POSITION>(value);
+            KW_ACCEPTANCE eAcc = eKW_ACC_OK;
+            KW_CHECKED(eAcc = m_pReferencePointGUI->DbSet(eReferencePointValue));
+            return;
+        }
+    }
+    // The doubled letter belongs to the text that service tools look for.
+    KW_REPORT_ERROR(QStringLiteral("The reference point %1is not in the arrray with the predefined "
+                                   "values.")
+                        .arg(KW_ReportText(m_pReferencePoint->Get())),
+                    __FILE__);
+}
+
+void CPgHorizontal::SetReferencePointFromGui()
+{
+    const INT32 position = m_pReferencePointGUI->GetAsInt();
+    const std::optional<double> percent = m_pReferencePointGUI->GetNameInfo().GetNumber(position);
+    if (!percent)
+    {
+        KW_REPORT_ERROR(QStringLiteral("This enum entry %1is not in the map with the predefined "
+                                       "values.")
+                            .arg(position),
+                        __FILE__);
+        return;
+    }
+    KW_ACCEPTANCE eAcc = eKW_ACC_OK;
+    KW_CHECKED(eAcc = m_pReferencePoint->DbSet(*percent));
+}
+
+void CPgHorizontal::UpdateAveraging()
+{
+    // The step at or below the number: a number between two steps shows as the lower one.
+    INT32 step = eKW_NO_OF_AVERAGES_AVG_2;
+    while (step + 1 < m_pNumberOfAveragesGUI->GetEnumSize() &&
+           (UINT32{2} << (step + 1)) <= m_pNumberOfAverages->Get())
+    {
+        ++step;
+    }
+    KW_CHECKED(m_pNumberOfAveragesGUI->DbSet(static_cast<KW_NO_OF_AVERAGES>(step)));
+}
+
+void CPgHorizontal::SetAveragesFromGui()
+{
+    constexpr INT32 kHighestStep = 12;
+    const INT32 step = m_pNumberOfAveragesGUI->GetAsInt();
+    const UINT32 averages = step >= 1 && step <= kHighestStep ? UINT32{2} << step : 2;
+    KW_CHECKED(m_pNumberOfAverages->DbSet(averages));
+}
+
+void CPgHorizontal::CalculateMaxNumberOfBusEvents()
+{
+    const UINT32 traces = t_HorizontalHelper::GetNumberOfHistoryTraces(m_pHistoryDepth->Get());
+    KW_CHECKED(m_pMaxNumOfSerialBusEvents->DbSet(NHorizontalHardware::kBusEventMemory / traces));
+}
+
+void CPgHorizontal::CalculateBasicHorizontalSettings()
+{
+    using namespace NHorizontalHardware;
+    if (m_pDSPMode->Get() == eKW_ZEL_DSP_MODE_NORMAL)
+    {
+        CalculateBasicHorizontalSettingsAnalog();
+        CalculateBasicHorizontalSettingsDigital();
+        SetSettlingSamples(kMaxPreSettlingSamplesAnalog, kMaxPostSettlingSamplesAnalog,
+                           kMaxPreSettlingSamplesDigital, kMaxPostSettlingSamplesDigital);
+        KW_CHECKED(m_pBlockSize->DbSet(0));
+        return;
+    }
+    CalculateBasicHorizontalSettingsAnalogAndDigitalSlowOrRollMode();
+    ReportMismatches();
+    SetSettlingSamples(kMaxPreSettlingSamplesAnalog, kMaxPostSettlingSamplesAnalog,
+                       kMaxPreSettlingSamplesAnalog, kMaxPostSettlingSamplesAnalog);
+    CalculateSlowModeBlockSize();
+}
+
+void CPgHorizontal::CalculateBasicHorizontalSettingsAnalog()
+{
+    t_Record record{};
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLength(
+        m_pAcquisitionTime->Get(), m_pSampleRate->Get(), m_pAcquisitionMode->Get(),
+        m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(), record.decimation,
+        record.length);
+    CalculateDependentHorizontalSettingsAnalog(record);
+}
+
+void CPgHorizontal::CalculateBasicHorizontalSettingsDigital()
+{
+    t_Record record{};
+    // Two values a point are an analog matter: a logic sample is one bit in every mode.
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLength(
+        m_pAcquisitionTime->Get(), m_pSampleRateDigital->Get(), eKW_ZEL_ACQUISITION_MODE_SAMPLE,
+        m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(), record.decimation,
+        record.length);
+    CalculateDependentHorizontalSettingsDigital(record);
+}
+
+void CPgHorizontal::CalculateBasicHorizontalSettingsAnalogAndDigitalSlowOrRollMode()
+{
+    t_Record analog{};
+    t_Record digital{};
+    t_HorizontalHelper::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
+        m_pAcquisitionTime->Get(), m_pSampleRate->Get(), m_pSampleRateDigital->Get(),
+        m_pAcquisitionMode->Get(), m_pHistoryDepth->Get(), m_pPreselectedRecordLength->Get(),
+        analog.decimation, digital.decimation, analog.length, digital.length);
+    CalculateDependentHorizontalSettingsAnalog(analog);
+    CalculateDependentHorizontalSettingsDigital(digital);
+}
+
+CPgHorizontal::t_Trace CPgHorizontal::TraceOf(const t_Record& record) const
+{
+    t_Trace trace{};
+    // The fast mode, when it is forced, interpolates in hardware whatever the record's length.
+    t_HorizontalHelper::CalculateDependentHorizontalSettings(
+        record.length, static_cast<UINT32>(m_pForceDspFastMode->GetAsInt()),
+        m_pAcquisitionTime->Get(), NHorizontalHardware::kRequiredPoints, trace.recordLength,
+        trace.length, trace.interpolation, trace.isInterpolatedInHardware, trace.resolution);
+    return trace;
+}
+
+void CPgHorizontal::CalculateDependentHorizontalSettingsAnalog(const t_Record& record)
+{
+    const t_Trace trace = TraceOf(record);
+    KW_CHECKED(m_pDecimationFactor->DbSet(record.decimation));
+    KW_CHECKED(m_pDecimationFactorAnalogEffective->DbSet(
+        t_HorizontalHelper::CalculateDecimationFactorEffective(m_pZELMode->Get(),
+                                                               record.decimation)));
+    KW_CHECKED(m_pRecordLength->DbSet(trace.recordLength));
+    KW_CHECKED(m_pPPLengthWithoutSettlingSamples->DbSet(trace.length));
+    KW_CHECKED(m_pInterpolationFactor->DbSet(trace.interpolation));
+    KW_CHECKED(m_pTOADoneInHWInterpolation->DbSet(OnOff(trace.isInterpolatedInHardware)));
+    KW_CHECKED(m_pResolutionPP->DbSet(trace.resolution));
+}
+
+void CPgHorizontal::CalculateDependentHorizontalSettingsDigital(const t_Record& record)
+{
+    const t_Trace trace = TraceOf(record);
+    KW_CHECKED(m_pDecimationFactorDigital->DbSet(record.decimation));
+    KW_CHECKED(m_pRecordLengthDigital->DbSet(trace.recordLength));
+    KW_CHECKED(m_pPPLengthWithoutSettlingSamplesDigital->DbSet(trace.length));
+    KW_CHECKED(m_pInterpolationFactorDigital->DbSet(trace.interpolation));
+    KW_CHECKED(m_pTOADoneInHWInterpolationDigital->DbSet(OnOff(trace.isInterpolatedInHardware)));
+    KW_CHECKED(m_pResolutionPPDigital->DbSet(trace.resolution));
+}
+
+void CPgHorizontal::SetSettlingSamples(UINT32 preAnalog, UINT32 postAnalog, UINT32 preDigital,
+                                       UINT32 postDigital)
+{
+    KW_CHECKED(m_pPreSettlingSamples->DbSet(preAnalog));
+    KW_CHECKED(m_pPreSettlingSamplesDigital->DbSet(preDigital));
+    KW_CHECKED(
+        m_pPPLength->DbSet(m_pPPLengthWithoutSettlingSamples->Get() + preAnalog + postAnalog));
+    KW_CHECKED(m_pPPLengthDigital->DbSet(m_pPPLengthWithoutSettlingSamplesDigital->Get() +
+                                         preDigital + postDigital));
+}
+
+void CPgHorizontal::ReportMismatches() const
+{
+    const auto report = [](const char* quantity, double analog, double digital)
+    {
+        if (analog != digital)
+        {
+            KW_REPORT_ERROR(
+                QStringLiteral("%1 mismatch in slow/roll mode: analog = %2, digital = %3")
+                    .arg(QLatin1String(quantity), KW_ReportText(analog), KW_ReportText(digital)),
+                __FILE__);
+        }
+    };
+    report("PPLength w/o settling samples", m_pPPLengthWithoutSettlingSamples->Get(),
+           m_pPPLengthWithoutSettlingSamplesDigital->Get());
+    report("RecordLength", m_pRecordLength->Get(), m_pRecordLengthDigital->Get());
+    report("ResolutionPP", m_pResolutionPP->Get(), m_pResolutionPPDigital->Get());
+}
+
+void CPgHorizontal::CalculateSlowModeBlockSize()
+{
+    const double points = m_pPPLengthWithoutSettlingSamples->Get() /
+                          (m_pAcquisitionTime->Get() * NHorizontalHardware::kBlocksPerSecond);
+    KW_CHECKED(m_pBlockSize->DbSet(std::max(KWMath::ToInteger<UINT32>(points), 1U)));
+}
+
+double CPgHorizontal::PositionLimit() const
+{
+    const double pointInterval = m_pAcquisitionTime->Get() / m_pRecordLength->Get();
+    const double limit = NHorizontalHardware::kPositionRegisterMax * pointInterval;
+    return std::min(limit, m_pPosition->GetDeclaredMax());
+}
+
+void CPgHorizontal::CalculateHorizontalPositionLimits()
+{
+    const double Position = PositionLimit();
+    const double time = m_pAcquisitionTime->Get();
+    if (std::fabs(m_pPosition->Get()) > Position)
+    {
+        KW_REPORT_ERROR(QStringLiteral("The required horizontal position %1 is greater than what "
+                                       "the register dimensions allow (%2)for acq. time :%3")
+                            .arg(KW_ReportText(m_pPosition->Get()), KW_ReportText(Position),
+                                 KW_ReportText(time)),
+                        __FILE__);
+    }
+    const double count = NHorizontalHardware::kPositionRegisterMax;
+    const auto samples = static_cast<INT64>(count) + m_pPreSettlingSamples->Get();
+    KW_ACCEPTANCE eAcc = eKW_ACC_OK;
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pPosition, -Position, Position));
+    KW_CHECKED(m_pPosition->SetStep(NRules::StepOf(m_pScale->Get())));
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pHardwarePosition, -Position, Position));
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pLeft, -Position - time, Position));
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pRight, -Position, Position + time));
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pHardwareRight, -Position, Position + time));
+    KW_CHECKED(eAcc = t_Common::SetMinMax(m_pPreTriggerSamplesWithSettlingSamples, -samples,
+                                          samples + m_pRecordLength->Get()));
+    UpdateHardwarePosition();
+}
+
+void CPgHorizontal::UpdateHardwarePosition()
+{
+    KW_CHECKED(m_pHardwarePosition->DbSet(KWMath::Bound(
+        m_pHardwarePosition->GetMin(), m_pPosition->Get(), m_pHardwarePosition->GetMax())));
+}
+
+void CPgHorizontal::CalculateHorizontalBoundaries()
+{
+    const auto percent = KWMath::ToInteger<UINT16>(m_pReferencePoint->Get());
+    double left = 0.0;
+    double right = 0.0;
+    t_HorizontalHelper::CalculateHorizontalBoundaries(m_pAcquisitionTime->Get(), percent,
+                                                      m_pPosition->Get(), m_pResolutionPP->Get(),
+                                                      left, right);
+    KW_CHECKED(m_pLeft->DbSet(left));
+    KW_CHECKED(m_pRight->DbSet(right));
+    double hardwareLeft = 0.0;
+    double hardwareRight = 0.0;
+    t_HorizontalHelper::CalculateHorizontalBoundaries(
+        m_pAcquisitionTime->Get(), percent, m_pHardwarePosition->Get(), m_pResolutionPP->Get(),
+        hardwareLeft, hardwareRight);
+    KW_CHECKED(m_pHardwareRight->DbSet(hardwareRight));
+    CalculatePreTriggerSamples(hardwareLeft);
+}
+
+void CPgHorizontal::CalculatePreTriggerSamples(double left)
+{
+    const double samples = KWMath::Round(t_HorizontalHelper::CalculateNbPreTriggerSamples(
+        m_pAcquisitionTime->Get(), m_pRecordLength->Get(), left));
+    const auto count = KWMath::ToInteger<INT64>(samples);
+    if (static_cast<double>(count) != samples)
+    {
+        KW_REPORT_ERROR(QStringLiteral("The type cast of the value changed the numerical value."),
+                        __FILE__);
+    }
+    KW_CHECKED(
+        m_pPreTriggerSamplesWithSettlingSamples->DbSet(count + m_pPreSettlingSamples->Get()));
+}
+
+void CPgHorizontal::UpdateClosing()
+{
+    // What was counted belongs to the acquisition that ran with the former settings.
+    for (const auto& property : m_pSampleCounter->Properties())
+    {
+        if (property->GetObjectType() == eOBJECTTYPE_RESULT)
+        {
+            property->SetValidity(eKW_VALIDITY_INVALID);
+        }
+    }
+}

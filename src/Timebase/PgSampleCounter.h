@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Timebase/PgSampleCounterBase.h"
+
+/** How far the acquisition has come; a client can begin the counts anew. */
+class CPgSampleCounter : public CPgSampleCounterBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+};

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Rules/RuleHelpers.h"
+#include "Trigger/PgExternalTriggerLevelBase.h"
+
+/** Level of the external trigger, within what the attenuated input takes. */
+class CPgExternalTriggerLevel : public NRules::CSelectedLevel<CPgExternalTriggerLevelBase>
+{
+public:
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+};

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Trigger/PgStateTriggerSettingsBase.h"
+
+/** A combination of states at the edges of a clock, which is one of the inputs that are on. */
+class CPgStateTriggerSettings : public CPgStateTriggerSettingsBase
+{
+public:
+    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Trigger/PgTimeoutBasedEventGenerationBase.h"
+
+/** Time after which the mode auto triggers without an event: the user's, or a tenth of a second.
+    A whole acquisition fits in either. */
+class CPgTimeoutBasedEventGeneration : public CPgTimeoutBasedEventGenerationBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+    void OnTreeCreated() override;
+};

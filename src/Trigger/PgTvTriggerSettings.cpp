@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "Trigger/PgTvTriggerSettings.h"
+
+#include "Rules/RuleHelpers.h"
+
+namespace
+{
+bool IsInterlaced(KW_TRIGGER_TV_STANDARD standard)
+{
+    switch (standard)
+    {
+    case eKW_TRIGGER_TV_STANDARD_PAL:
+    case eKW_TRIGGER_TV_STANDARD_NTSC:
+    case eKW_TRIGGER_TV_STANDARD_SECAM:
+    case eKW_TRIGGER_TV_STANDARD_PAL_M:
+    case eKW_TRIGGER_TV_STANDARD_HD_1080I_50:
+    case eKW_TRIGGER_TV_STANDARD_HD_1080I_60:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
+KW_ACCEPTANCE CPgTvTriggerSettings::OnPropertySet(const CDbPropBase* property)
+{
+    if (property == m_pStandard)
+    {
+        KW_CHECKED(m_pPolarity->DbSet(eKW_TRIGGER_TV_POLARITY_NEGATIVE));
+    }
+    UpdateGroup();
+    return CPgTvTriggerSettingsBase::OnPropertySet(property);
+}
+
+void CPgTvTriggerSettings::UpdateGroup()
+{
+    OfferScanModes();
+    UpdateLines();
+    UpdateSyncPulse();
+}
+
+void CPgTvTriggerSettings::OfferScanModes()
+{
+    const bool isInterlaced = IsInterlaced(m_pStandard->Get());
+    KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_INTERLACED, isInterlaced));
+    KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE, !isInterlaced));
+    KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_SEGMENTED, !isInterlaced));
+    if (!m_pScanMode->IsValueEnabled(m_pScanMode->Get()))
+    {
+        KW_CHECKED(m_pScanMode->DbSet(isInterlaced ? eKW_TRIGGER_TV_SCAN_MODE_INTERLACED
+                                                   : eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE));
+    }
+}
+
+void CPgTvTriggerSettings::UpdateLines()
+{
+    const bool hasFields = m_pScanMode->Get() != eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE;
+    KW_CHECKED(m_pLineField->EnableValue(eKW_TRIGGER_TV_LINEFIELD_FIELD_1, hasFields));
+    KW_CHECKED(m_pLineField->EnableValue(eKW_TRIGGER_TV_LINEFIELD_FIELD_2, hasFields));
+    if (!m_pLineField->IsValueEnabled(m_pLineField->Get()))
+    {
+        KW_CHECKED(m_pLineField->DbSet(eKW_TRIGGER_TV_LINEFIELD_FRAME));
+    }
+    const auto lines = KWMath::ToInteger<UINT32>(
+        m_pStandard->GetNameInfo().GetNumber(m_pStandard->GetAsInt()).value_or(0.0));
+    KW_CHECKED(m_pLinesPerFrame->DbSet(lines));
+    const KW_TRIGGER_TV_LINEFIELD field = m_pLineField->Get();
+    const UINT32 counted = field == eKW_TRIGGER_TV_LINEFIELD_FIELD_1   ? (lines + 1) / 2
+                           : field == eKW_TRIGGER_TV_LINEFIELD_FIELD_2 ? lines / 2
+                                                                       : lines;
+    NRules::SetLimits(*m_pLineNumber, UINT32{1}, counted);
+}
+
+void CPgTvTriggerSettings::UpdateSyncPulse()
+{
+    const bool isHigh = m_pStandard->Get() >= eKW_TRIGGER_TV_STANDARD_HD_720P_50;
+    KW_CHECKED(m_pSyncPulseType->DbSet(isHigh ? eKW_TRIGGER_TV_SYNC_PULSE_TYPE_TRILEVEL
+                                              : eKW_TRIGGER_TV_SYNC_PULSE_TYPE_BILEVEL));
+    KW_CHECKED(m_pCombinedPolaritySyncPulseType->DbSetAsInt(2 * m_pSyncPulseType->GetAsInt() +
+                                                            m_pPolarity->GetAsInt()));
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Trigger/PgTvTriggerSettingsBase.h"
+
+/**
+ * The video trigger. A standard that is selected brings its scan mode, its polarity, which is
+ * negative in all of them, the shape of its synchronisation pulses and its lines. High definition
+ * has pulses of three levels. A progressive frame may be sent in segments; fields exist where a
+ * frame is not sent at once, the first has the odd line of an odd number.
+ */
+class CPgTvTriggerSettings : public CPgTvTriggerSettingsBase
+{
+public:
+    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    void UpdateGroup() override;
+
+private:
+    void OfferScanModes();
+    void UpdateLines();
+    void UpdateSyncPulse();
+};

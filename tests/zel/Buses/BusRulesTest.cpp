@@ -1,0 +1,352 @@
+// SPDX-License-Identifier: MIT
+#include "EnumNameInfo.h"
+#include "zel/RuleTree.h"
+
+#include <algorithm>
+#include <limits>
+#include <set>
+
+namespace
+{
+const t_Rule kBusRules[] = {
+    {"StandardRateLeavesTheNumber", "", "SerialBus/CANBusSettings/StandardBitRate = 250_KBPS",
+     ".BitRate = 250000"},
+    {"NumberLeavesTheStandard", "", "SerialBus/CANBusSettings/BitRate = 125000",
+     ".StandardBitRate = 125_KBPS"},
+    {"OddNumberIsNoUserRate", "", "SerialBus/CANBusSettings/BitRate = 125001",
+     ".StandardBitRate = USER"},
+    {"UserIsTakenBack", "", "SerialBus/CANBusSettings/StandardBitRate = USER",
+     ".StandardBitRate = USER; .BitRate = 500000"},
+    {"LinRateLeavesTheNumber", "", "SerialBus/LINBusSettings/StandardBitRate = 9600",
+     ".BitRate = 9600"},
+    {"UartNumberLeavesTheStandard", "", "SerialBus/UARTBusSettings/BitRate = 250000",
+     ".StandardBitRate = 250000"},
+    {"RateBehindUserIsNotFound", "", "SerialBus/UARTBusSettings/BitRate = 31250",
+     ".StandardBitRate = 31250"},
+    {"UartUserIsNotFound", "", "SerialBus/UARTBusSettings/BitRate = 31251",
+     ".StandardBitRate = USER"},
+    {"SpiWordLengthLeavesTheNumber", "", "SerialBus/SPIBusSettings/StandardWordLength = 12_BIT",
+     ".WordLength = 12"},
+    {"DataPhaseIsSlower",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; .StandardDataBitRate = 500_KBPS",
+     ".BitRate = 800000", ".DataBitRate = 800000; .StandardDataBitRate = 800_KBPS"},
+    {"DataRateDoesNotReturn",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; .StandardDataBitRate = 500_KBPS; .BitRate = "
+     "800000",
+     ".BitRate = 100000", ".DataBitRate = 500000; .StandardDataBitRate = 500_KBPS"},
+    {"DataRateBelowBitRateIsOffered", "SerialBus/CANBusSettings/Standard = CAN_FD",
+     ".StandardDataBitRate = 250_KBPS", ".DataBitRate = 2000000", eKW_ACC_NOT_ENABLED},
+    {"PlainCanHasFdFields", "SerialBus/CANBusSettings/Standard = CAN_FD", ".Standard = CAN",
+     ".DataBitRate = 2000000!; .ProtocolStandard = ISO!; Trigger/CANBusTriggerSettings/FDFBit = "
+     "ANY!"},
+    {"FdHasNoFdFields", "", "SerialBus/CANBusSettings/Standard = CAN_FD",
+     "Trigger/CANBusTriggerSettings/FDFBit = ANY"},
+    {"BothI2cLinesOnOneChannel", "", "SerialBus/I2CBusSettings/ClockSource = C2",
+     ".ClockSource = C2; .DataSource = C1"},
+    {"LinesAreNotSwapped", "SerialBus/I2CBusSettings/DataSource = C4", ".SwapLines",
+     ".ClockSource = C4; .DataSource = C1"},
+    {"SourceIsSwitchedOff", "", "Vertical/Channel[0]/Enabled = OFF",
+     "SerialBus/I2CBusSettings/ClockSource = C3; .DataSource = C2; "
+     "SerialBus/CANBusSettings/BusChannelSettings[0]/Source = C2"},
+    {"ChannelThatIsOffIsOffered", "", "SerialBus/I2CBusSettings/ClockSource = D0",
+     ".ClockSource = C1", eKW_ACC_NOT_ENABLED},
+    {"UnusedLineTakesAChannelAway", "", "SerialBus/SPIBusSettings/MosiSource = C4",
+     ".MisoSource = C4; .ClockSource = C1"},
+    {"LineInUseSharesItsChannel", "SerialBus/SPIBusSettings/MosiSource = C4", ".MisoEnabled = ON",
+     ".MosiSource = C4; .MisoSource = C2"},
+    {"SelectLineWithTimeout", "", "SerialBus/SPIBusSettings/FrameMode = TIMEOUT",
+     ".SelectPolarity = ACTIVE_LOW!; .IdleTime = 1e-05"},
+    {"SecondUartLineSharesItsChannel",
+     "SerialBus/UARTBusSettings/BusChannelSettings[0]/Source = C2",
+     "SerialBus/UARTBusSettings/BusChannelSettings[1]/Enabled = ON", ".Source = C1"},
+    {"UartTriggerWatchesAnotherLine", "",
+     "SerialBus/UARTBusSettings/BusChannelSettings[0]/Source = C3",
+     "Trigger/UARTBusTriggerSettings/Source = C3"},
+    {"EndOfFrameHasOtherLengthThanWords", "SerialBus/UARTBusSettings/FrameMode = PATTERN",
+     ".DataLength = 9_BIT", ".EndOfFramePattern = 000001010"},
+    {"ExtendedIdentifierIsTooShort", "", "Trigger/CANBusTriggerSettings/IdentifierType = EXTENDED",
+     ".IdentifierPatternRelation[0]/Pattern = XXXXXXXXXXXXXXXXXXXXXXXXXXXXX"},
+    {"IdentifierPatternHasAnyLength", "",
+     "Trigger/CANBusTriggerSettings/IdentifierPatternRelation[0]/Pattern = 101",
+     ".Pattern = XXXXXXXX101", eKW_ACC_WARNING},
+    {"AnyIdentifierIsCompared", "", "Trigger/CANBusTriggerSettings/IdentifierType = ANY",
+     ".IdentifierPatternRelation[0]/Relation = EQUAL!"},
+    {"ErrorFramesHaveIdentifiers", "Trigger/CANBusTriggerSettings/FrameType = ERROR",
+     ".Type = IDENTIFIER", ".FrameType = DATA"},
+    {"AddressHasElevenBits", "", "Trigger/I2CBusTriggerSettings/AddressType = 10_BIT",
+     ".IdentifierPatternRelation[0]/Pattern = XXXXXXXXXX"},
+    {"LinPatternIsLongerThanTheData",
+     "Trigger/LINBusTriggerSettings/DataPatternRelation[0]/Pattern = 1111111100000000",
+     "Trigger/LINBusTriggerSettings/DataLength = 1", ".DataPatternRelation[0]/Pattern = 00000000"},
+    {"SpiPatternHasPartsOfWords", "", "SerialBus/SPIBusSettings/WordLength = 12",
+     "Trigger/SPIBusTriggerSettings/DataPatternRelation[0]/Pattern = XXXXXXXXXXXX"},
+    {"UartPatternHasOtherWords", "SerialBus/UARTBusSettings/DataLength = 5_BIT",
+     "Trigger/UARTBusTriggerSettings/PatternLength = 2",
+     ".DataPatternRelation[0]/Pattern = XXXXXXXXXX"},
+    {"UartPatternExceedsItsProperty", "Trigger/UARTBusTriggerSettings/PatternLength = 8",
+     "SerialBus/UARTBusSettings/DataLength = 9_BIT",
+     "Trigger/UARTBusTriggerSettings/PatternLength = 7"},
+    {"OrderedRelationKnowsX", "",
+     "Trigger/CANBusTriggerSettings/DataPatternRelation[0]/Relation = IN_RANGE",
+     ".Pattern = 00000000; .UpperPattern = 11111111"},
+    {"RangeIsUpsideDown",
+     "Trigger/CANBusTriggerSettings/DataPatternRelation[0]/Relation = IN_RANGE; .Pattern = "
+     "00001000",
+     ".UpperPattern = 00000100", ".Pattern = 00000100"},
+    {"ClearedPatternKeepsBits",
+     "Trigger/SENTBusTriggerSettings/Status = 1010; .DataPatternRelation[0]/Relation = LESS_THAN; "
+     ".Pattern = 1111",
+     "Trigger/SENTBusTriggerSettings/ClearPatterns",
+     ".Status = XXXX; .DataPatternRelation[0]/Relation = EQUAL; .Pattern = XXXX"},
+    {"SettingsOfTheProtocolStay",
+     "SerialBus/Protocol = CAN; .CANBusSettings/BitRate = 1000; "
+     "SerialBus/SPIBusSettings/WordLength = 9",
+     "SerialBus/ResetSettings",
+     ".CANBusSettings/StandardBitRate = 500_KBPS; SerialBus/SPIBusSettings/WordLength = 9"},
+    {"ClearedResultsStay", "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
+     "SerialBus/BusResults/Clear",
+     ".NumberOfFrames = 0-; SerialBus/SPIBusResults/NumberOfFrames = 0-; "
+     "SerialBus/TrackInTable/SelectedIndex = -1"},
+    {"MarkedIndexIsAnotherFrame",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
+     "SerialBus/TrackInTable/SelectedIndex = 1",
+     ".SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[1]; .FrameTime = 0"},
+    {"MarkedFrameHasAnotherIndex",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
+     "SerialBus/TrackInTable/SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[2]",
+     ".SelectedIndex = 2"},
+    {"ForeignItemIsMarked",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
+     "SerialBus/TrackInTable/First",
+     ".SelectedFrame = Vertical/Channel[2]",
+     ".SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[0]", eKW_ACC_WARNING},
+    {"DiagramStaysBehind",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-06",
+     "SerialBus/TrackInTable/First", ".FrameTime = 3e-06; Horizontal/Position = 3e-06"},
+    {"ShownFrameMovesTheDiagram",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-07; "
+     "SerialBus/TrackInTable/CenterInDiagram = OFF",
+     ".SelectedIndex = 0", "Horizontal/Position = 0"},
+    {"FrameStaysOutOfTheDiagram",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = -3e-06; "
+     "SerialBus/TrackInTable/CenterInDiagram = OFF",
+     ".SelectedIndex = 0", "Horizontal/Left = -3e-06"},
+    {"DiagramFollowsUnasked",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StartTime = 3e-06; "
+     "SerialBus/TrackInTable/Enabled = OFF",
+     ".SelectedIndex = 0", "Horizontal/Position = 0"},
+    {"LineKnowsNoThreshold", "",
+     "Vertical/Channel[0]/Levels/LogicThresholdSettings[0]/ThresholdType = PECL",
+     "SerialBus/CANBusSettings/BusChannelSettings[0]/Threshold = 3.7"},
+    {"LineKeepsTheThresholdOfItsFormerSource",
+     "Logic/CoupleThresholds = OFF; .LogicThresholdSettings[1]/UserThreshold = 3; "
+     "Logic/Enabled = ON; .LogicChannel[5]/Enabled = ON",
+     "SerialBus/CANBusSettings/BusChannelSettings[0]/Source = D5", ".Threshold = 3"},
+    {"OtherProtocolKeepsTheFrame",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
+     "SerialBus/TrackInTable/Last",
+     "SerialBus/Protocol = I2C", ".TrackInTable/SelectedIndex = -1; .FrameTime = 0-"},
+    {"StepLeavesTheTable",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
+     "SerialBus/TrackInTable/Last",
+     ".Next", ".SelectedIndex = 2", eKW_ACC_WARNING},
+    {"StepsDoNotGoFromErrorToError",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
+     "SerialBus/TrackInTable/ErrorsOnly = ON",
+     ".First", ".SelectedIndex = -1", eKW_ACC_WARNING},
+    {"IdentifierExceedsItsLength",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation; .Identifier = 2047",
+     ".IdentifierLength = 6", ".Identifier = 63"},
+    {"FloatHasOtherBits",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation",
+     ".SignalTranslation[Signal1]/ValueType = FLOAT", ".BitLength = 32"},
+    {"KnobSkipsRawCounts",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation",
+     ".SignalTranslation[Signal1]/Factor = -0.25",
+     ".Offset.step = 0.25; .Minimum.step = 0.25; .Maximum.step = 0.25"},
+    {"DoubleBeginsTooLate",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/StartBit = 8",
+     ".ValueType = DOUBLE", ".StartBit = 0; .BitLength = 64"},
+    {"SignalLeavesThePayload",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/StartBit = 12",
+     "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 2",
+     ".SignalTranslation[Signal1]/BitLength = 4"},
+    {"SignalLimitsCross",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation",
+     ".SignalTranslation[Signal1]/Minimum = 300", ".Maximum = 300"},
+    {"LabelsAreNotCounted",
+     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
+     ".SerialBusLabelItem[Label1]/SignalTranslation",
+     "SerialBus/CANBusSettings/LabelListSettings/Clear", ".NumberOfLabels = 0"},
+};
+
+void CheckStandard(const CRuleTree& tree, const QByteArray& group, const QByteArray& name,
+                   CFindings& findings)
+{
+    const auto property = Property(tree.root, group + "Standard" + name);
+    const CEnumNameInfo* const names = property->GetEnumNameInfo();
+    const auto usual = names->GetNumber(names->ConvertName(property->GetText()).value);
+    findings.Check(!usual || *usual == tree.Number(group + name), property->GetPath().toLatin1());
+}
+
+/** Lines in use are on, and on different channels as far as there are enough. */
+void CheckLines(const CRuleTree& tree, const std::vector<QByteArray>& sources, CFindings& findings)
+{
+    std::set<QString> on;
+    for (const char channel : {'0', '1', '2', '3'})
+    {
+        const QByteArray path = QByteArray("Vertical/Channel[") + channel + "]/";
+        if (tree.Text(path + "Enabled") == QLatin1String("ON"))
+        {
+            on.insert(tree.Text(path + "ChannelType/Channel"));
+        }
+    }
+    std::set<QString> used;
+    for (const QByteArray& source : sources)
+    {
+        used.insert(tree.Text(source));
+        findings.Check(on.empty() || on.count(tree.Text(source)) == 1, source + " is off");
+    }
+    findings.Check(used.size() >= std::min(sources.size(), on.size()),
+                   sources.front() + " shares a channel");
+}
+
+void CheckSignal(const CRuleTree& tree, CFindings& findings)
+{
+    const QByteArray label =
+        "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/";
+    const QByteArray signal = label + "SignalTranslation[Signal1]/";
+    if (!tree.root->GetDbObject()->Find(QString::fromLatin1(signal.chopped(1))))
+    {
+        return;
+    }
+    const double payload = 8.0 * tree.Number(label + "PayloadLength");
+    const QString type = tree.Text(signal + "ValueType");
+    const double bits = tree.Number(signal + "BitLength");
+    const double needed = type == QLatin1String("FLOAT")    ? 32.0
+                          : type == QLatin1String("DOUBLE") ? 64.0
+                                                            : 1.0;
+    findings.Check(tree.Number(signal + "StartBit") + bits <= std::max(payload, needed) &&
+                       bits >= needed && (needed == 1.0 || bits == needed),
+                   "bits of a signal");
+    findings.Check(tree.Number(signal + "Minimum") <= tree.Number(signal + "Maximum"),
+                   "limits of a signal");
+}
+
+void CheckTrigger(const CRuleTree& tree, CFindings& findings)
+{
+    const auto size = [&tree](const QByteArray& pattern)
+    { return tree.Text("Trigger/" + pattern).size(); };
+    findings.Check(size("SPIBusTriggerSettings/DataPatternRelation[0]/Pattern") %
+                           static_cast<int>(tree.Number("SerialBus/SPIBusSettings/WordLength")) ==
+                       0,
+                   "whole words");
+    findings.Check(size("CANBusTriggerSettings/DataPatternRelation[0]/Pattern") ==
+                       size("CANBusTriggerSettings/DataPatternRelation[0]/UpperPattern"),
+                   "patterns of one length");
+}
+
+void CheckSpi(const CRuleTree& tree, CFindings& findings)
+{
+    const QByteArray spi = "SerialBus/SPIBusSettings/";
+    std::vector<QByteArray> lines = {spi + "ClockSource"};
+    if (tree.Text(spi + "MosiEnabled") == QLatin1String("ON"))
+    {
+        lines.push_back(spi + "MosiSource");
+    }
+    if (tree.Text(spi + "FrameMode") == QLatin1String("SELECT"))
+    {
+        lines.push_back(spi + "SelectSource");
+    }
+    CheckLines(tree, lines, findings);
+}
+
+void CheckBus(const CRuleTree& tree, CFindings& findings)
+{
+    const QByteArray can = "SerialBus/CANBusSettings/";
+    CheckStandard(tree, can, "BitRate", findings);
+    CheckStandard(tree, can, "DataBitRate", findings);
+    CheckStandard(tree, "SerialBus/LINBusSettings/", "BitRate", findings);
+    CheckStandard(tree, "SerialBus/UARTBusSettings/", "BitRate", findings);
+    CheckStandard(tree, "SerialBus/SPIBusSettings/", "WordLength", findings);
+    findings.Check(tree.Number(can + "DataBitRate") >= tree.Number(can + "BitRate"), "data rate");
+    const QByteArray i2c = "SerialBus/I2CBusSettings/";
+    CheckLines(tree, {i2c + "ClockSource", i2c + "DataSource"}, findings);
+    CheckSpi(tree, findings);
+    CheckSignal(tree, findings);
+    CheckTrigger(tree, findings);
+    const int index = static_cast<int>(tree.Number("SerialBus/TrackInTable/SelectedIndex"));
+    const QString frame = tree.Text("SerialBus/TrackInTable/SelectedFrame");
+    findings.Check(index < 0 ? frame.isEmpty() : frame.endsWith(QStringLiteral("[%1]").arg(index)),
+                   "one marked frame");
+    const auto labels = tree.Items("SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem");
+    findings.Check(tree.Number(can + "LabelListSettings/NumberOfLabels") == labels->GetCount(),
+                   "labels counted");
+}
+
+constexpr char kFrames[] = "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame";
+constexpr char kSignalAndFrames[] =
+    "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; "
+    "+ .SerialBusLabelItem[Label1]/SignalTranslation; "
+    "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame";
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Bus, Rules, testing::ValuesIn(kBusRules), Rules::Name);
+INSTANTIATE_TEST_SUITE_P(
+    Bus, Walks,
+    testing::Values(t_Walk{
+        kSignalAndFrames,
+        "SerialBus SerialBus/SPIBusSettings SerialBus/I2CBusSettings "
+        "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1] "
+        "SerialBus/TrackInTable Trigger/SPIBusTriggerSettings Trigger/CANBusTriggerSettings "
+        "Trigger/UARTBusTriggerSettings Vertical/Channel[0] Vertical/Channel[2]",
+        CheckBus, 12}));
+
+TEST(BusRules, MarkedFrameDoesNotFollow)
+{
+    const CRuleTree tree;
+    tree.DoAll(QByteArray(kFrames) + "; SerialBus/TrackInTable/SelectedIndex = 1");
+    ASSERT_EQ(tree.Items("SerialBus/SPIBusResults/SPIBusFrame")->RemoveItem(QStringLiteral("0")),
+              eKW_ACC_OK);
+    EXPECT_EQ(tree.Text("SerialBus/TrackInTable/SelectedIndex"), QStringLiteral("0"));
+    ASSERT_EQ(tree.Items("SerialBus/SPIBusResults/SPIBusFrame")->RemoveItem(QStringLiteral("0")),
+              eKW_ACC_OK);
+    EXPECT_EQ(tree.Text("SerialBus/TrackInTable/SelectedIndex"), QStringLiteral("-1"));
+}
+
+TEST(BusRules, StepOfARateGoesToAnotherThanTheNext)
+{
+    const CRuleTree tree;
+    for (const char* path :
+         {"SerialBus/UARTBusSettings/StandardBitRate", "Setup/SetupDateTime/TimeZone"})
+    {
+        const auto property = Property(tree.root, path);
+        ASSERT_NE(property, nullptr);
+        const CEnumNameInfo& names = *property->GetEnumNameInfo();
+        const auto number = [&]
+        {
+            const INT32 value = names.ConvertName(property->GetText()).value;
+            return names.GetNumber(value).value_or(std::numeric_limits<double>::infinity());
+        };
+        property->IncDec(-names.GetEnumSize());
+        std::vector<double> up{number()};
+        while (property->IncDec(1) == eKW_ACC_OK)
+        {
+            up.push_back(number());
+        }
+        EXPECT_EQ(up.size(), static_cast<std::size_t>(names.GetEnumSize()));
+        EXPECT_TRUE(std::is_sorted(up.begin(), up.end()));
+        std::vector<double> down{number()};
+        while (property->IncDec(-1) == eKW_ACC_OK)
+        {
+            down.insert(down.begin(), number());
+        }
+        EXPECT_EQ(up, down) << path;
+    }
+}

@@ -1,0 +1,507 @@
+// SPDX-License-Identifier: MIT
+#include "CommonDatabase/Containers/DbContainerBase.h"
+#include "CommonDatabase/Nodes/DbFunction.h"
+#include "EnumNameInfo.h"
+#include "IKWProperties.h"
+#include "Root/PgZEL.h"
+#include "zel/TreeCatalogue.h"
+#include "zel/ZelTree.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <set>
+
+namespace
+{
+/** Inserts items until every container that clients fill holds at least `count`, nested ones too.
+ */
+void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
+{
+    VisitGroups(root->GetDbObject(),
+                [count](const std::shared_ptr<IDbGroup>& group)
+                {
+                    IDbContainer* const container = group->AsContainer();
+                    while (container != nullptr && container->IsDynamic() &&
+                           container->GetCount() < count)
+                    {
+                        ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
+                            << group->GetPath().toStdString();
+                    }
+                });
+}
+
+/** A group with its kind and, in brackets, its children, as the catalogue writes it. */
+QString Outline(const std::shared_ptr<IDbGroup>& group)
+{
+    IDbContainer* const container = group->AsContainer();
+    const bool isArray = group->GetKind() == eKW_NODE_ARRAY;
+    const auto contents = container != nullptr ? container->GetItemByPosition(0) : group;
+    QStringList children;
+    for (INT32 i = 0; i < contents->GetGroupCount(); ++i)
+    {
+        children.append(Outline(contents->GetGroup(i)));
+    }
+    return group->GetNodeName() +
+           QLatin1String(container == nullptr ? "" : (isArray ? "[a]" : "[m]")) +
+           (children.isEmpty() ? QString() : QLatin1Char('(') + children.join(u' ') + u')');
+}
+
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const QString& suffix)
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("settings.") + suffix);
+    EXPECT_EQ(root->Save(name), eKW_ACC_OK);
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+/** A legal text other than the present one, or a null text where the property has only one value.
+ */
+QString OtherText(IDbProperty& property)
+{
+    const QString type = property.GetTypeName();
+    const QString present = property.GetText();
+    const QStringList values = property.GetValueTexts();
+    if (!values.isEmpty() || property.GetEnumNameInfo() != nullptr)
+    {
+        const auto other = std::find_if(values.begin(), values.end(),
+                                        [&present](const QString& v) { return v != present; });
+        return other == values.end() ? QString() : *other;
+    }
+    if (type == QLatin1String("string"))
+    {
+        return present == QLatin1String("a") ? QStringLiteral("b") : QStringLiteral("a");
+    }
+    if (type == QLatin1String("blob"))
+    {
+        return QStringLiteral("AQID");
+    }
+    if (type == QLatin1String("bitpattern"))
+    {
+        return present == QLatin1String("1X") ? QStringLiteral("0") : QStringLiteral("1X");
+    }
+    if (type == QLatin1String("reference"))
+    {
+        return QStringLiteral("Vertical/Channel[2]");
+    }
+    if (type == QLatin1String("filepath"))
+    {
+        for (const char* extension :
+             {"csv", "xml", "png", "txt", "qm", "json", "dbc", "bin", "msk"})
+        {
+            const QString name = QStringLiteral("a.") + QLatin1String(extension);
+            if (property.SetText(name) == eKW_ACC_OK)
+            {
+                property.SetText(present);
+                return name;
+            }
+        }
+        return QString();
+    }
+    const QString max = property.GetMaxText();
+    const QString min = property.GetMinText();
+    if (!min.isEmpty() && min == max)
+    {
+        return QString();
+    }
+    return !max.isEmpty() && max != present   ? max
+           : !min.isEmpty() && min != present ? min
+           : present == QLatin1String("1")    ? QStringLiteral("2")
+                                              : QStringLiteral("1");
+}
+} // namespace
+
+TEST(Tree, RefusedActionLeavesATrace)
+{
+    const QTemporaryDir folder;
+    const auto root = GetZELRoot();
+    root->SetSettingsFolder(folder.path());
+    FillContainers(root, 1);
+    const CReports reports;
+    int refused = 0;
+    VisitGroups(
+        root->GetDbObject(),
+        [&](const std::shared_ptr<IDbGroup>& group)
+        {
+            for (INT32 i = 0; i < group->GetActionCount(); ++i)
+            {
+                const auto action = std::dynamic_pointer_cast<CDbFunction>(group->GetAction(i));
+                const UINT64 runs = action->GetRunCount();
+                long long counter = 0;
+                root->HasChanged(counter);
+                if (action->Execute() > eKW_ACC_WARNING)
+                {
+                    ++refused;
+                    EXPECT_EQ(action->GetRunCount(), runs) << action->GetPath().toStdString();
+                    EXPECT_FALSE(root->HasChanged(counter)) << action->GetPath().toStdString();
+                }
+            }
+        });
+    EXPECT_GT(refused, 20);
+}
+
+TEST(Tree, GroupIsMissingMisplacedOrOfTheWrongKind)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    const auto top = root->GetDbObject();
+    ASSERT_EQ(top->GetGroupCount(), static_cast<INT32>(std::size(kTreeCatalogue)));
+    for (INT32 i = 0; i < top->GetGroupCount(); ++i)
+    {
+        EXPECT_EQ(Outline(top->GetGroup(i)).toStdString(), kTreeCatalogue[i]);
+    }
+}
+
+TEST(Tree, RootHasOtherPropertiesOrActions)
+{
+    const auto root = GetZELRoot()->GetDbObject();
+    QStringList names;
+    for (INT32 i = 0; i < root->GetPropertyCount(); ++i)
+    {
+        names.append(root->GetProperty(i)->GetNodeName());
+    }
+    for (INT32 i = 0; i < root->GetActionCount(); ++i)
+    {
+        names.append(root->GetAction(i)->GetNodeName());
+    }
+    EXPECT_EQ(names.join(QLatin1Char(' ')),
+              QStringLiteral("RemoteState RemoteViewState AutosetLogger Preset PresetFactory Save "
+                             "Recall StartupRecall ShutdownSave"));
+}
+
+TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
+{
+    const auto root = GetZELRoot();
+    const auto markers = Container(root, "Spectrum/SpectrumMarkers/SpectrumMarker");
+    for (int i = 0; i < 15; ++i)
+    {
+        ASSERT_EQ(markers->InsertItem(QString()), eKW_ACC_OK);
+    }
+    EXPECT_EQ(markers->InsertItem(QString()), eKW_ACC_CONTAINER_FULL);
+    VisitGroups(root->GetDbObject(),
+                [](const std::shared_ptr<IDbGroup>& group)
+                {
+                    if (group->GetKind() == eKW_NODE_ARRAY &&
+                        group->GetNodeName() != QLatin1String("SpectrumMarker"))
+                    {
+                        EXPECT_EQ(group->AsContainer()->GetMaxCount(), 2147483647)
+                            << group->GetPath().toStdString();
+                    }
+                });
+}
+
+TEST(Tree, ConverterGroupDiffersFromItsDataSheet)
+{
+    const auto root = GetZELRoot();
+    const auto group = std::dynamic_pointer_cast<IDbGroup>(
+        root->GetDbObject()->Find(QStringLiteral("Setup/Selfalignment/ADConverter")));
+    QStringList rows;
+    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    {
+        const auto p = group->GetProperty(i);
+        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(p->GetHandle());
+        rows.append(
+            p->GetNodeName() + QLatin1Char(' ') + p->GetTypeName() + QLatin1Char(' ') +
+            (e ? QString::number(e->GetAsInt()) : p->GetText()) +
+            (p->GetObjectType() == eOBJECTTYPE_RESULT ? QStringLiteral(" result") : QString()));
+        EXPECT_EQ(p->GetSaveRecallType(), 1);
+    }
+    EXPECT_EQ(rows.join(QLatin1Char('\n')).toStdString(),
+              "MarkerBit KW_ONOFF 0\nTwoComplement KW_ONOFF 1\nResolution KW_ZEL_ADC_RESOLUTION 3\n"
+              "TSG_GAIN KW_ZEL_ADC_TSG_GAIN 2\nTSG_FREQ KW_ZEL_ADC_TSG_FREQ 1\nTSG_CC uint16 0\n"
+              "CalDACActive KW_ONOFF 0\nADCModeMode KW_ZEL_AUTOMAN 0\n"
+              "ADCModeManual KW_ZEL_ADC_MODE 0\nADCModeResult KW_ZEL_ADC_MODE 0 result\n"
+              "ADCMxoTps KW_ZEL_ADC_MXOTPS 3\nLF_Active KW_ONOFF 1\nCALDAC uint16 0\n"
+              "ATBxDEC KW_ZEL_ADC_ATBxDEC 0\nSysmonADC uint16 0\nSysmonAdcUsed KW_ONOFF 0\n"
+              "VerifyAdcOutput KW_ONOFF 1\nSpectrumMode KW_ONOFF 0");
+}
+
+class WholeTreeFile : public testing::TestWithParam<const char*>
+{
+};
+
+TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
+{
+    const QString suffix = QString::fromLatin1(GetParam());
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("all.") + suffix);
+    QByteArray first;
+    {
+        const auto root = GetZELRoot();
+        FillContainers(root, 3);
+        ASSERT_EQ(root->Save(name), eKW_ACC_OK);
+        first = Saved(root, suffix);
+    }
+    const CReports reports;
+    const auto root = GetZELRoot();
+    ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
+    EXPECT_TRUE(Saved(root, suffix) == first);
+    EXPECT_EQ(reports.List(), QStringList());
+    EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
+
+namespace
+{
+/** A file, as one writes it by hand, that names one property. */
+QByteArray FileNaming(const CDbPropBase& property, const QString& text)
+{
+    QString file = QStringLiteral("<Prop Name=\"%1\" Value=\"%2\"/>")
+                       .arg(property.GetNodeName(), text.toHtmlEscaped());
+    for (const CDbPropertyGroup* group = property.GetParent(); group != nullptr;
+         group = group->GetParent())
+    {
+        const bool isItem = dynamic_cast<CDbContainerBase*>(group->GetParent()) != nullptr;
+        file = QStringLiteral("<%1 Name=\"%2\">%3</%1>")
+                   .arg(isItem ? QStringLiteral("ArrayItem") : group->GetXMLElementName(),
+                        group->GetNodeName(), file);
+    }
+    return QStringLiteral("<Settings Kind=\"ZEL\" Version=\"1.0\">%1</Settings>")
+        .arg(file)
+        .toUtf8();
+}
+
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a.xml")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    return root->Recall(file.fileName());
+}
+} // namespace
+
+TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
+{
+    const auto root = GetZELRoot();
+    std::set<QString> unknown;
+    int tried = 0;
+    KW_PeekZELRoot()->VisitChildrenFirst(
+        [&](CDbPropertyGroup& group)
+        {
+            for (const auto& property : group.Properties())
+            {
+                if (property->NodeName().endsWith(QLatin1String("GUI")))
+                {
+                    unknown.insert(property->GetPath());
+                }
+            }
+            for (const auto& [one, other] : group.Twins())
+            {
+                unknown.erase(one->GetPath());
+                unknown.erase(other->GetPath());
+                for (const CDbPropBase* const named : {one, other})
+                {
+                    const QString path = named->GetPath();
+                    const auto written = Property(root, path.toLatin1().constData());
+                    const QString text = OtherText(*written);
+                    if (written->GetAvailability() != eAVAILABILITY_AVAILABLE)
+                    {
+                        continue;
+                    }
+                    ASSERT_TRUE(KW_IsAccepted(written->SetText(text))) << path.toStdString();
+                    const QStringList wanted{one->GetText(), other->GetText()};
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                    ASSERT_NE(QStringList({one->GetText(), other->GetText()}), wanted);
+                    ++tried;
+                    EXPECT_TRUE(KW_IsAccepted(RecallText(root, FileNaming(*named, text))));
+                    EXPECT_EQ(QStringList({one->GetText(), other->GetText()}), wanted)
+                        << path.toStdString();
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                }
+            }
+        });
+    EXPECT_GT(tried, 20);
+    EXPECT_EQ(unknown, std::set<QString>()) << "twins that no group knows";
+}
+
+TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    root->EnableHistory(false);
+    root->EnableHistory(true);
+    const auto before = Snapshot(root->GetDbObject());
+    int written = 0;
+    int steps = 0;
+    QStringList refused;
+    VisitGroups(
+        root->GetDbObject(),
+        [&](const std::shared_ptr<IDbGroup>& group)
+        {
+            for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+            {
+                const auto property = group->GetProperty(i);
+                if (property->GetObjectType() == eOBJECTTYPE_RESULT ||
+                    property->GetAvailability() != eAVAILABILITY_AVAILABLE)
+                {
+                    continue;
+                }
+                const QString text = OtherText(*property);
+                if (text.isNull())
+                {
+                    continue;
+                }
+                const KW_ACCEPTANCE code = property->SetText(text);
+                const bool same = property->GetText() == text;
+                if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && !same))
+                {
+                    refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
+                                       .arg(property->GetPath(), text)
+                                       .arg(code)
+                                       .arg(property->GetText()));
+                }
+                ++written;
+                // Back at once: the next property is tried from the same state.
+                while (root->CanUndo())
+                {
+                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                    ++steps;
+                }
+                // The whole tree is compared now and then: each time would take minutes.
+                if (written % 100 == 0)
+                {
+                    ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
+                        << "at or before " << property->GetPath().toStdString();
+                }
+            }
+        });
+    EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
+    EXPECT_EQ(refused.join(QLatin1Char('\n')).toStdString(), "");
+    EXPECT_GT(written, 1000);
+    EXPECT_GE(steps, written);
+}
+
+namespace
+{
+/** Power of ten of the last digit: −3 of "0.125" and of "2.5e-02". */
+int LastDigit(const QString& number)
+{
+    const QString mantissa = number.section(QLatin1Char('e'), 0, 0);
+    const QString fraction = mantissa.section(QLatin1Char('.'), 1);
+    return number.section(QLatin1Char('e'), 1).toInt() - static_cast<int>(fraction.size());
+}
+
+/** Steps a number onto its grid and from there up to ten steps away and back. Answers what is
+    wrong, and the number of steps, 0 where nothing can step. */
+QString WalkAway(IDbProperty& property, int& steps)
+{
+    const INT32 up = property.IncDec(1) == eKW_ACC_OK ? 1 : -1;
+    const QString start = property.GetText();
+    for (steps = 0; steps < 10; ++steps)
+    {
+        const QString before = property.GetText();
+        if (property.IncDec(up) != eKW_ACC_OK)
+        {
+            property.SetText(before); // limits may lie beside the grid
+            break;
+        }
+        const QString step = property.GetStepText();
+        const QString text = property.GetText();
+        const auto digits = text.section(QLatin1Char('e'), 0, 0).remove(u'.').remove(u'0').size();
+        if (step.isEmpty() ? digits > 1 : LastDigit(text) < LastDigit(step))
+        {
+            return text + QStringLiteral(" by ") + step;
+        }
+    }
+    for (int i = 0; i < steps; ++i)
+    {
+        property.IncDec(-up);
+    }
+    return property.GetText() == start
+               ? QString()
+               : start + QStringLiteral(" returns as ") + property.GetText();
+}
+
+} // namespace
+
+TEST(Tree, StepsDoNotReturnOrLeaveTheirGrid)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    root->EnableHistory(false);
+    root->EnableHistory(true);
+    int walked = 0;
+    QStringList wrong;
+    VisitGroups(root->GetDbObject(),
+                [&](const std::shared_ptr<IDbGroup>& group)
+                {
+                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+                    {
+                        const auto property = group->GetProperty(i);
+                        int steps = 0;
+                        const bool isReal = property->GetTypeName() == QLatin1String("double");
+                        const QString found = isReal ? WalkAway(*property, steps) : QString();
+                        walked += steps > 0 ? 1 : 0;
+                        wrong += found.isEmpty() ? QStringList()
+                                                 : QStringList(property->GetPath() + u' ' + found);
+                        while (root->CanUndo())
+                        {
+                            ASSERT_EQ(root->Undo(), eKW_ACC_OK);
+                        }
+                    }
+                });
+    EXPECT_EQ(wrong.join(QLatin1Char('\n')).toStdString(), "");
+    EXPECT_GT(walked, 150);
+}
+
+// A sanitizer has a heap of its own.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST(Tree, TakesMoreMemoryThanAnInstrumentHas)
+{
+    GetZELRoot(); // name tables and other statics are not part of the tree
+    const std::size_t before = mallinfo2().uordblks;
+    const auto root = GetZELRoot();
+    const std::size_t bytes = mallinfo2().uordblks - before;
+    int properties = 0;
+    VisitGroups(root->GetDbObject(), [&properties](const std::shared_ptr<IDbGroup>& group)
+                { properties += group->GetPropertyCount(); });
+    const int perProperty = static_cast<int>(bytes) / properties;
+    RecordProperty("bytes_per_property", perProperty);
+    EXPECT_LE(perProperty, 500);
+    EXPECT_GT(perProperty, 50) << "counted nothing";
+}
+#endif
+
+TEST(Tree, EnumerationIsUsedByNoProperty)
+{
+    const auto root = GetZELRoot();
+    FillContainers(root, 1);
+    std::set<QString> used;
+    VisitGroups(root->GetDbObject(),
+                [&used](const std::shared_ptr<IDbGroup>& group)
+                {
+                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+                    {
+                        const CEnumNameInfo* const names = group->GetProperty(i)->GetEnumNameInfo();
+                        if (names != nullptr)
+                        {
+                            used.insert(names->GetType());
+                        }
+                    }
+                });
+    QStringList unused;
+    QFile header(QStringLiteral(KWI_ENUMERATIONS_HEADER));
+    ASSERT_TRUE(header.open(QIODevice::ReadOnly));
+    int types = 0;
+    for (const QString& line : QString::fromUtf8(header.readAll()).split(QLatin1Char('\n')))
+    {
+        if (!line.startsWith(QLatin1String("enum KW_")))
+        {
+            continue;
+        }
+        const QString type = line.section(QLatin1Char(' '), 1, 1);
+        ++types;
+        if (used.count(type) == 0 && type != QLatin1String("KW_SIGNAL_FORMAT"))
+        {
+            unused.append(type);
+        }
+    }
+    EXPECT_EQ(types, 253) << "252 types and the signal format";
+    EXPECT_EQ(unused, QStringList());
+}
