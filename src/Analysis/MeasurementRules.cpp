@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/MeasurementRules.h"
+#include "Rules/ChannelRules.h"
+#include "Rules/UnitRules.h"
 
 namespace
 {

@@ -4,7 +4,8 @@
 #include "Analysis/PgXY.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
+#include "Rules/UnitRules.h"
 #include "Timebase/PgHorizontal.h"
 
 #include <cmath>

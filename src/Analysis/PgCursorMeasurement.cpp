@@ -3,6 +3,7 @@
 
 #include "Analysis/MeasurementRules.h"
 #include "Root/PgZEL.h"
+#include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgCursorMeasurement::OnPropertySet(const CDbPropBase* property)
 {
@@ -17,6 +18,6 @@ KW_ACCEPTANCE CPgCursorMeasurement::OnPropertySet(const CDbPropBase* property)
 void CPgCursorMeasurement::UpdateGroup()
 {
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_TRACES);
-    const KW_UNIT level = NRules::UnitOf(CPgZEL::Of(*this), m_pSource->Get());
+    const KW_UNIT level = NRules::UnitOf(*this, m_pSource->Get());
     KW_CHECKED(m_pUnit->DbSet(NMeasurementRules::UnitOfQuantity(m_pType->Get(), level, level)));
 }

@@ -3,7 +3,7 @@
 
 #include "Analysis/PgMaskChannelSetup.h"
 #include "Analysis/PgaMaskChannelSetup.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgMask::OnPropertySet(const CDbPropBase* property)
 {

@@ -2,7 +2,7 @@
 #include "Analysis/PgMaskSettings.h"
 
 #include "Analysis/PgMask.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgMaskSettings::OnFunction(const CDbFunction* function)
 {

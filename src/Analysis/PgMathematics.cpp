@@ -8,7 +8,8 @@
 #include "Channels/PgaChannel.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
+#include "Rules/UnitRules.h"
 
 #include <cmath>
 
@@ -108,7 +109,7 @@ void CPgMathematics::UpdateUnit()
 
 KW_UNIT CPgMathematics::UnitOfSource(KW_ZEL_CHANNEL channel) const
 {
-    return NRules::UnitOf(CPgZEL::Of(*this), channel);
+    return NRules::UnitOf(*this, channel);
 }
 
 KW_UNIT CPgMathematics::UnitOfOperation() const

@@ -3,6 +3,7 @@
 
 #include "Analysis/MeasurementRules.h"
 #include "Root/PgZEL.h"
+#include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgMeasurement::OnPropertySet(const CDbPropBase* property)
 {
@@ -22,10 +23,9 @@ void CPgMeasurement::UpdateGroup()
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_TRACES);
     NRules::OfferSources(*m_pSecondSource, NRules::eSOURCES_TRACES);
     OfferQuantities();
-    const CPgZEL* const root = CPgZEL::Of(*this);
     KW_CHECKED(m_pUnit->DbSet(
-        NMeasurementRules::UnitOfQuantity(m_pType->Get(), NRules::UnitOf(root, m_pSource->Get()),
-                                          NRules::UnitOf(root, m_pSecondSource->Get()))));
+        NMeasurementRules::UnitOfQuantity(m_pType->Get(), NRules::UnitOf(*this, m_pSource->Get()),
+                                          NRules::UnitOf(*this, m_pSecondSource->Get()))));
 }
 
 void CPgMeasurement::OfferQuantities()

@@ -2,7 +2,7 @@
 #include "Analysis/PgXY.h"
 
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 #include "Rules/SourceDependencies.h"
 
 KW_ACCEPTANCE CPgXY::OnPropertySet(const CDbPropBase* property)

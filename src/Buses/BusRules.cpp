@@ -3,6 +3,7 @@
 
 #include "Buses/PgSerialBus.h"
 #include "CommonDatabase/Containers/DbPgArray.h"
+#include "Rules/ChannelRules.h"
 
 #include <algorithm>
 

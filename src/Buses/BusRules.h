@@ -2,7 +2,8 @@
 #pragma once
 
 #include "CommonDatabase/Properties/DbPropText.h"
-#include "Rules/RuleHelpers.h"
+#include "KWEnumerations.h"
+#include "Rules/NumberRules.h"
 
 #include <vector>
 

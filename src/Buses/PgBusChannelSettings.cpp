@@ -13,6 +13,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "Root/PgZEL.h"
+#include "Rules/ChannelRules.h"
 
 namespace
 {

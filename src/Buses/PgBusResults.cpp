@@ -2,7 +2,7 @@
 #include "Buses/PgBusResults.h"
 
 #include "Buses/PgSerialBus.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgBusResults::OnFunction(const CDbFunction* function)
 {

@@ -26,7 +26,7 @@ KW_ACCEPTANCE CPgCANBusSettings::Follow(const CDbPropBase* written)
     return std::max(rate, dataRate);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgCANBusSettings::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgCANBusSettings::GetTwins() const
 {
     return {{m_pStandardBitRate, m_pBitRate}, {m_pStandardDataBitRate, m_pDataBitRate}};
 }

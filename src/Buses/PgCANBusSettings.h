@@ -10,7 +10,7 @@ class CPgCANBusSettings : public CPgCANBusSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
+    std::vector<t_Twins> GetTwins() const override;
 
 private:
     KW_ACCEPTANCE Follow(const CDbPropBase* written);

@@ -14,7 +14,7 @@ void CPgLINBusSettings::UpdateGroup()
     NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgLINBusSettings::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgLINBusSettings::GetTwins() const
 {
     return {{m_pStandardBitRate, m_pBitRate}};
 }

@@ -9,5 +9,5 @@ class CPgLINBusSettings : public CPgLINBusSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
+    std::vector<t_Twins> GetTwins() const override;
 };

@@ -2,6 +2,7 @@
 #include "Buses/PgSPIBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgSPIBusSettings::OnPropertySet(const CDbPropBase* property)
 {
@@ -33,7 +34,7 @@ KW_ACCEPTANCE CPgSPIBusSettings::Follow(const CDbPropBase* written)
     return NRules::FollowStandard(*m_pStandardWordLength, *m_pWordLength, written);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgSPIBusSettings::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgSPIBusSettings::GetTwins() const
 {
     return {{m_pStandardWordLength, m_pWordLength}};
 }

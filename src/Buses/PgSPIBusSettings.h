@@ -10,7 +10,7 @@ class CPgSPIBusSettings : public CPgSPIBusSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
+    std::vector<t_Twins> GetTwins() const override;
     void OnTreeCreated() override;
 
 private:

@@ -2,7 +2,7 @@
 #include "Buses/PgSerialBusLabelItem.h"
 
 #include "Buses/PgmSignalTranslation.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSerialBusLabelItem::OnPropertySet(const CDbPropBase* property)
 {

@@ -2,7 +2,7 @@
 #include "Buses/PgSignalTranslation.h"
 
 #include "Buses/PgSerialBusLabelItem.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 #include <cmath>
 

@@ -5,7 +5,7 @@
 #include "Buses/PgUARTBusSettings.h"
 #include "CommonDatabase/Containers/DbPgArray.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"
 
 namespace

@@ -29,7 +29,7 @@ KW_ACCEPTANCE CPgUARTBusSettings::Follow(const CDbPropBase* written)
     return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgUARTBusSettings::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgUARTBusSettings::GetTwins() const
 {
     return {{m_pStandardBitRate, m_pBitRate}};
 }

@@ -10,7 +10,7 @@ class CPgUARTBusSettings : public CPgUARTBusSettingsBase
 public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
+    std::vector<t_Twins> GetTwins() const override;
 
     /** Data bits of a word. */
     INT32 WordLength() const;

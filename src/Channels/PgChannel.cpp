@@ -9,7 +9,8 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "Instrument/PgSimulation.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
+#include "Rules/UnitRules.h"
 
 using namespace NVerticalHardware;
 

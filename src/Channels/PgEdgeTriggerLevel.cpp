@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Channels/PgEdgeTriggerLevel.h"
+#include "Rules/ChannelRules.h"
 
 void CPgEdgeTriggerLevel::FollowScreen(const NRules::t_Screen& screen)
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgEdgeTriggerLevelBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/LevelRules.h"
 
 /** Level of the triggers that look for a single crossing. A fixed level is written where it is
     selected, as near as the screen lets it; one that the user writes ends the selection. */

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgHysteresisLevelBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 /** Hysteresis of a channel's trigger comparators: divisions by the size that is selected. */
 class CPgHysteresisLevel : public CPgHysteresisLevelBase

@@ -16,6 +16,7 @@
 #include "Channels/PgaRuntTriggerLevelRange.h"
 #include "Channels/PgaSlewRateTriggerLevelRange.h"
 #include "Channels/PgaWindowTriggerLevelRange.h"
+#include "Rules/ChannelRules.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgLevelsBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 /** Levels of one channel: they stay on its screen and have its unit. */
 class CPgLevels : public CPgLevelsBase

@@ -7,6 +7,7 @@
 #include "Channels/PgaChannelDeskew.h"
 #include "Channels/PgaLogicChannel.h"
 #include "Channels/PgaLogicThresholdSettings.h"
+#include "Rules/ChannelRules.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgLogicThresholdSettingsBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 /** Threshold at which a signal is read as low or high: that of a logic family, or the user's, as
     near as the screen lets it. */

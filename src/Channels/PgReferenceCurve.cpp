@@ -4,7 +4,8 @@
 #include "Channels/PgReferenceCurveAttributes.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
+#include "Rules/UnitRules.h"
 
 KW_ACCEPTANCE CPgReferenceCurve::OnPropertySet(const CDbPropBase* property)
 {

@@ -15,7 +15,7 @@
 #include "Instrument/PgSetup.h"
 #include "Instrument/PgaRelativeHysteresisSettingsForBandwidth.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 namespace
 {

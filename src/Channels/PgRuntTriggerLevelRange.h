@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgRuntTriggerLevelRangeBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/LevelRules.h"
 
 /** Levels of the runt trigger. */
 class CPgRuntTriggerLevelRange : public NRules::COrderedLevels<CPgRuntTriggerLevelRangeBase>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgSlewRateTriggerLevelRangeBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/LevelRules.h"
 
 /** Levels between which an edge is timed. */
 class CPgSlewRateTriggerLevelRange : public NRules::COrderedLevels<CPgSlewRateTriggerLevelRangeBase>

@@ -15,7 +15,7 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
 #include "Instrument/PgSimulation.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"
 
 namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Channels/PgWindowTriggerLevelRangeBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/LevelRules.h"
 
 /** Edges of the window. */
 class CPgWindowTriggerLevelRange : public NRules::COrderedLevels<CPgWindowTriggerLevelRangeBase>

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Rules/RuleHelpers.h"
+#include "KWEnumerations.h"
+#include "Rules/NumberRules.h"
+
+class CPgZEL;
 
 /** The levels of the channels, as the trigger needs them. */
 namespace NTriggerLevels

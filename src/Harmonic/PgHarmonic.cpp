@@ -6,8 +6,8 @@
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicSelected.h"
 #include "Root/PgZEL.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 #include "Timebase/PgHorizontal.h"
 
 namespace

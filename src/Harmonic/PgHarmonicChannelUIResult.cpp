@@ -4,8 +4,8 @@
 #include "Harmonic/PgHarmonic.h"
 #include "Harmonic/PgHarmonicChannelStatusHistory.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 void CPgHarmonicChannelUIResult::OnItemInserted(CDbContainerBase* /*container*/,
                                                 const QString& /*item*/)

@@ -4,7 +4,7 @@
 #include "CommonDatabase/Properties/DbPropText.h"
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicStandard.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgHarmonicLimitUser::OnPropertySet(const CDbPropBase* property)
 {

@@ -2,7 +2,7 @@
 #include "Harmonic/PgHarmonicMagnitudeUIResult.h"
 
 #include "Harmonic/PgHarmonic.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 void CPgHarmonicMagnitudeUIResult::OnPropertyDbSet(const CDbPropBase* property)
 {

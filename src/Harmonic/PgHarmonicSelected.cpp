@@ -5,8 +5,8 @@
 #include "Harmonic/PgHarmonicUIResults.h"
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 KW_ACCEPTANCE CPgHarmonicSelected::OnPropertySet(const CDbPropBase* property)
 {

@@ -5,8 +5,8 @@
 #include "Harmonic/HarmonicLimits.h"
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicLimitUser.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 KW_ACCEPTANCE CPgHarmonicStandard::OnPropertySet(const CDbPropBase* property)
 {

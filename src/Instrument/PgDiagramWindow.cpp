@@ -2,7 +2,7 @@
 #include "Instrument/PgDiagramWindow.h"
 
 #include "Instrument/PgDiagrams.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgDiagramWindow::OnPropertySet(const CDbPropBase* property)
 {

@@ -3,7 +3,7 @@
 
 #include "Instrument/PgDiagramWindowHw.h"
 #include "Instrument/PgaDiagramWindow.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #include "Instrument/PgPrint.h"
 
 #include "Instrument/FileFormatRules.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgPrint::OnPropertySet(const CDbPropBase* property)
 {

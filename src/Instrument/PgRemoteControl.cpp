@@ -2,7 +2,7 @@
 #include "Instrument/PgRemoteControl.h"
 
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgRemoteControl::OnFunction(const CDbFunction* function)
 {

@@ -2,7 +2,7 @@
 #include "Instrument/PgSelftest.h"
 
 #include "Instrument/PgaSelftestDevice.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSelftest::OnFunction(const CDbFunction* function)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSetupDateTime.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSetupDateTime::OnPropertySet(const CDbPropBase* property)
 {

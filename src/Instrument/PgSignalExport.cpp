@@ -2,7 +2,7 @@
 #include "Instrument/PgSignalExport.h"
 
 #include "Instrument/FileFormatRules.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSignalExport::OnPropertySet(const CDbPropBase* property)
 {

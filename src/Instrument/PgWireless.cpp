@@ -3,7 +3,7 @@
 
 #include "Instrument/PgWirelessAccesspoint.h"
 #include "Instrument/PgWirelessClient.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgWirelessClient.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgWirelessClient::OnPropertySet(const CDbPropBase* property)
 {

@@ -10,8 +10,8 @@
 #include "Logger/PgaLoggerChannel.h"
 #include "Logger/PgaLoggerCursorResults.h"
 #include "Logger/PgaLoggerTime.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 KW_ACCEPTANCE CPgLogger::OnPropertySet(const CDbPropBase* property)
 {

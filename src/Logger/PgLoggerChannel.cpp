@@ -4,8 +4,8 @@
 #include "Logger/PgLoggerChannelScreenLayout.h"
 #include "Logger/PgLoggerCursorResultsDelta.h"
 #include "Logger/PgaLoggerCursorResults.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 KW_ACCEPTANCE CPgLoggerChannel::OnFunction(const CDbFunction* function)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerChannelScreenLayout.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 #include <cmath>
 

@@ -3,7 +3,7 @@
 
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLogger.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgLoggerCursor::OnPropertySet(const CDbPropBase* property)
 {

@@ -5,8 +5,8 @@
 #include "Logger/PgLoggerAttributes.h"
 #include "Logger/PgLoggerTime.h"
 #include "Logger/PgaLoggerTime.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 KW_ACCEPTANCE CPgLoggerSlot::OnFunction(const CDbFunction* function)
 {

@@ -4,8 +4,8 @@
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLogger.h"
 #include "Logger/PgLoggerCursor.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 #include <cmath>
 

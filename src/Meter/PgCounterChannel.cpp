@@ -4,6 +4,7 @@
 #include "Meter/PgCounter.h"
 #include "Meter/PgCounterNumerics.h"
 #include "Meter/PgStatistics.h"
+#include "Rules/ChannelRules.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Meter/PgCounterChannelBase.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 /** One counter. The user's level ends the automatic one; the unit of the readings is that of the
     quantity, and they lose their validity when quantity or input change; a fresh tree has none. */

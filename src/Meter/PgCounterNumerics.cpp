@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgCounterNumerics.h"
 
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 namespace
 {

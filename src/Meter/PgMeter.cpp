@@ -10,8 +10,8 @@
 #include "Meter/PgaMeterSourceChannel.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 #include "Root/PgZEL.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 namespace
 {
@@ -143,7 +143,7 @@ void CPgMeter::UpdateGroup()
     UpdateInputChannels();
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgMeter::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgMeter::GetTwins() const
 {
     return {{m_pMeterType, m_pMeasTypeGUI}};
 }

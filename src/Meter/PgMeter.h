@@ -14,7 +14,7 @@ public:
     KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
     KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
     void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
+    std::vector<t_Twins> GetTwins() const override;
     void OnTreeCreated() override;
 
 private:

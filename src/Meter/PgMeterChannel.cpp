@@ -5,8 +5,8 @@
 #include "Meter/PgMeter.h"
 #include "Meter/PgMeterMeasurement.h"
 #include "Meter/PgaMeterMeasurement.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 #include <cmath>
 

@@ -3,8 +3,8 @@
 
 #include "Meter/PgMeter.h"
 #include "Meter/PgMeterChannel.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Rules/RuleHelpers.h"
 
 namespace
 {

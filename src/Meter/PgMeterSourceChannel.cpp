@@ -4,7 +4,7 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "Meter/PgCounter.h"
 #include "Meter/PgMeter.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgMeterSourceChannel::OnPropertySet(const CDbPropBase* property)
 {

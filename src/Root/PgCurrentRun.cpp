@@ -9,7 +9,7 @@
 #include "Root/PgSMMode.h"
 #include "Root/PgSMScope.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 void CPgCurrentRun::UpdateGroup()
 {

@@ -3,7 +3,7 @@
 
 #include "Root/PgPerformanceOfMeasurements.h"
 #include "Root/PgaPerformanceOfMeasurement.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgPerformance::OnFunction(const CDbFunction* function)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Rules/ReadingRules.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 namespace NRules
 {

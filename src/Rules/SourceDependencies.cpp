@@ -1,35 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "Rules/SourceDependencies.h"
 
-#include "Analysis/PgMathematics.h"
-#include "Analysis/PgXY.h"
-#include "Buses/PgSerialBus.h"
-#include "Channels/PgChannel.h"
-#include "Channels/PgLogic.h"
-#include "Channels/PgLogicChannel.h"
-#include "Channels/PgReferenceCurve.h"
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "Channels/PgaLogicChannel.h"
 #include "CheckedAccess.h"
+#include "CommonDatabase/Nodes/DbPropertyGroup.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
-#include "Root/PgZEL.h"
-#include "Spectrum/PgFFT.h"
+#include "Names/Channel.h"
+#include "Names/FFT.h"
+#include "Names/Logic.h"
+#include "Names/LogicChannel.h"
+#include "Names/Mathematics.h"
+#include "Names/ReferenceCurve.h"
+#include "Names/SerialBus.h"
+#include "Names/Vertical.h"
+#include "Names/XY.h"
+#include "Names/ZEL.h"
 
 using namespace NApplicationDefinitions;
-
-namespace
-{
-bool IsOn(const CDbPropEnum<KW_ONOFF>* state)
-{
-    return state->Get() == eKW_ONOFF_ON;
-}
-} // namespace
-
-CSourceActivity::CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbObject& node)
-    : m_check(check), m_root(CPgZEL::Of(node))
-{
-}
+using namespace NNames;
 
 bool CSourceActivity::IsSourceActive(KW_ZEL_CHANNEL channel) const
 {
@@ -50,40 +37,40 @@ bool CSourceActivity::IsSourceActive(KW_ZEL_CHANNEL channel) const
 
 bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
 {
-    if (m_root == nullptr)
+    const auto isOn = [this](const auto& way)
     {
-        return false;
-    }
+        const CDbPropEnum<KW_ONOFF>* const state = m_group.At(way);
+        return state != nullptr && state->Get() == eKW_ONOFF_ON; // outside of a tree nothing is on
+    };
     if (IsAnalogChannel(channel))
     {
-        return IsOn(m_root->GetPgVertical()->GetPgChannel()->ItemDirect(channel)->GetPrEnabled());
+        return isOn(ZEL::Vertical / Vertical::Channel / channel / Channel::Enabled);
     }
     if (IsDigitalChannel(channel))
     {
-        const CPgLogic* const logic = m_root->GetPgLogic();
         const INT32 line = channel - eKW_ZEL_CHANNEL_D0;
-        return IsOn(logic->GetPrEnabled()) &&
-               IsOn(logic->GetPgLogicChannel()->ItemDirect(line)->GetPrEnabled());
+        return isOn(ZEL::Logic / Logic::Enabled) &&
+               isOn(ZEL::Logic / Logic::LogicChannel / line / LogicChannel::Enabled);
     }
     switch (channel)
     {
     case eKW_ZEL_CHANNEL_M1:
-        return IsOn(m_root->GetPgMathematics()->GetPrEnabled());
+        return isOn(ZEL::Mathematics / Mathematics::Enabled);
     case eKW_ZEL_CHANNEL_R1:
-        return IsOn(m_root->GetPgVertical()->GetPgReferenceCurve()->GetPrEnabled());
+        return isOn(ZEL::Vertical / Vertical::ReferenceCurve / ReferenceCurve::Enabled);
     case eKW_ZEL_CHANNEL_XY:
-        return IsOn(m_root->GetPgXY()->GetPrState());
+        return isOn(ZEL::XY / XY::State);
     case eKW_ZEL_CHANNEL_S1:
-        return IsOn(m_root->GetPgSerialBus()->GetPrEnabled());
+        return isOn(ZEL::SerialBus / SerialBus::Enabled);
     default:
-        return IsOn(m_root->GetPgFFT()->GetPrState());
+        return isOn(ZEL::FFT / FFT::State);
     }
 }
 
 bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector,
                                               bool adjust) const
 {
-    const CSourceActivity activity(m_check, selector);
+    const CSourceActivity activity(m_check, *selector.GetParent());
     const KW_ZEL_CHANNEL present = selector.Get();
     KW_ZEL_CHANNEL firstUsable = eKW_ZEL_CHANNEL_NONE;
     // Without "none", the last value: it is never active, and what it becomes is known only then.

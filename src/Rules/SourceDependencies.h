@@ -4,7 +4,7 @@
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "KWEnumerations.h"
 
-class CPgZEL;
+class CDbPropertyGroup;
 
 /** When a channel counts as an active source. */
 enum ESOURCE_ACTIVITY_CHECK
@@ -22,11 +22,14 @@ public:
     virtual bool IsSourceApplicable(KW_ZEL_CHANNEL channel) const = 0;
 };
 
-/** Whether channels are active, by a check and the state of the tree that `node` belongs to. */
+/** Whether channels are active, by a check and the state of the tree that `group` belongs to. */
 class CSourceActivity
 {
 public:
-    CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbObject& node);
+    CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbPropertyGroup& group)
+        : m_check(check), m_group(group)
+    {
+    }
     /** "None" is never active. */
     bool IsSourceActive(KW_ZEL_CHANNEL channel) const;
 
@@ -34,7 +37,7 @@ private:
     bool IsSwitchedOn(KW_ZEL_CHANNEL channel) const;
 
     ESOURCE_ACTIVITY_CHECK m_check;
-    const CPgZEL* m_root; ///< null outside of the instrument's tree: there nothing is on
+    const CDbPropertyGroup& m_group;
 };
 
 /** Restricts a source selector to the channels that its function can use now. */

@@ -83,7 +83,7 @@ void CPgSpectrum::UpdateGroup()
 }
 
 /** Start and stop lead: a file that names another number of the axis alone would lose it. */
-std::vector<CDbPropertyGroup::t_Twins> CPgSpectrum::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CPgSpectrum::GetTwins() const
 {
     return {{m_pHorizontalStart, m_pHorizontalSpan},
             {m_pHorizontalStart, m_pHorizontalCenter},

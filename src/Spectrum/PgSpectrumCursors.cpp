@@ -3,7 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/PgaSpectrumCursor.h"
 #include "Spectrum/SpectrumRange.h"

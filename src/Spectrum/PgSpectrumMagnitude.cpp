@@ -8,7 +8,7 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "KWMath.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Spectrum/PgDDC.h"
 #include "Spectrum/PgFFT.h"
 #include "Spectrum/PgSpectrum.h"

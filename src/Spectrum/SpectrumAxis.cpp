@@ -2,7 +2,7 @@
 #include "Spectrum/SpectrumAxis.h"
 
 #include "KWMath.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Spectrum/SpectrumHardware.h"
 
 #include <algorithm>

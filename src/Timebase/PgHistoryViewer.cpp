@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Timebase/PgHistoryViewer.h"
 
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
-#include "Root/PgControl.h"
-#include "Root/PgSMScope.h"
-#include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
-#include "Timebase/PgHorizontal.h"
+#include "Names/Control.h"
+#include "Names/HistoryViewer.h"
+#include "Names/Horizontal.h"
+#include "Names/SMScope.h"
+#include "Names/ZEL.h"
+#include "Rules/NumberRules.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -18,78 +21,62 @@ INT32 OldestOf(UINT32 traces)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgHistoryViewer::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgHistoryViewer::Rules() const
 {
-    if (property == m_pEnabled)
-    {
-        OnEnabled();
-    }
-    if (property == m_pPlaying)
-    {
-        OnPlaying();
-    }
-    if (property == m_pSelectedTrace)
-    {
-        OnTraceChanged();
-    }
-    NRules::KeepOrdered(*m_pStartTrace, *m_pStopTrace, property);
-    return CPgHistoryViewerBase::OnPropertySet(property);
+    using V = CPgHistoryViewer;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Enabled) >> Do<&V::OnEnabled>, On(Names::Playing) >> Do<&V::OnPlaying>,
+        On(Names::SelectedTrace) >> Do<&V::OnTraceChanged>,
+        On(Names::StartTrace, Names::StopTrace) >> Do<&V::OrderRange>,
+        On(Names::Play) >> Do<&V::PlayOrPause, &V::OnPlaying>, On(Names::Clear) >> Do<&V::Clear>,
+        On(Names::First) >> Do<&V::ShowFirst>, On(Names::Previous) >> Do<&V::ShowPrevious>,
+        On(Names::Next) >> Do<&V::ShowNext>, On(Names::Last) >> Do<&V::ShowLast>,
+        Delivered(Names::AvailableTraces) >> Do<&V::LimitSelection>,
+        Changed(ZEL::Horizontal / Horizontal::HistoryDepth) >>
+            Derive<&V::LimitToHistory, &V::LimitSelection>,
+        Changed(ZEL::Control / Control::SMScope / SMScope::RunStop) >> Derive<&V::OnRunStop>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgHistoryViewer::OnFunction(const CDbFunction* function)
+void CPgHistoryViewer::OrderRange(const CDbPropBase* written)
 {
-    if (function == m_pPlay)
-    {
-        const bool pauses = m_pPlaying->Get() == eKW_ONOFF_ON;
-        KW_CHECKED(m_pPlaying->DbSet(pauses ? eKW_ONOFF_OFF : eKW_ONOFF_ON));
-        OnPlaying();
-        return eKW_ACC_OK;
-    }
-    if (function == m_pClear)
-    {
-        Clear();
-        return eKW_ACC_OK;
-    }
-    const INT32 shown = m_pSelectedTrace->Get();
-    const std::pair<const CDbFunction*, INT32> targets[] = {
-        {m_pFirst, m_pSelectedTrace->GetMin()},
-        {m_pPrevious, shown - 1},
-        {m_pNext, shown + 1},
-        {m_pLast, 0},
-    };
-    for (const auto& [action, trace] : targets)
-    {
-        if (function == action)
-        {
-            return Show(trace);
-        }
-    }
-    return CPgHistoryViewerBase::OnFunction(function);
+    NRules::KeepOrdered(*m_pStartTrace, *m_pStopTrace, written);
 }
 
-void CPgHistoryViewer::OnPropertyDbSet(const CDbPropBase* property)
+void CPgHistoryViewer::PlayOrPause()
 {
-    if (property == m_pAvailableTraces)
-    {
-        LimitSelection();
-    }
-    CPgHistoryViewerBase::OnPropertyDbSet(property);
+    const bool pauses = m_pPlaying->Get() == eKW_ONOFF_ON;
+    KW_CHECKED(m_pPlaying->DbSet(pauses ? eKW_ONOFF_OFF : eKW_ONOFF_ON));
 }
 
-void CPgHistoryViewer::UpdateGroup()
+KW_ACCEPTANCE CPgHistoryViewer::ShowFirst()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
+    return Show(m_pSelectedTrace->GetMin());
+}
+
+KW_ACCEPTANCE CPgHistoryViewer::ShowPrevious()
+{
+    return Show(m_pSelectedTrace->Get() - 1);
+}
+
+KW_ACCEPTANCE CPgHistoryViewer::ShowNext()
+{
+    return Show(m_pSelectedTrace->Get() + 1);
+}
+
+KW_ACCEPTANCE CPgHistoryViewer::ShowLast()
+{
+    return Show(0);
+}
+
+void CPgHistoryViewer::LimitToHistory()
+{
     const UINT32 depth = CZELDatabaseHelperHorizontal::GetNumberOfHistoryTraces(
-        root->GetPgHorizontal()->GetPrHistoryDepth()->Get());
+        At(ZEL::Horizontal / Horizontal::HistoryDepth)->Get());
     NRules::SetLimits(*m_pAvailableTraces, UINT32{0}, depth);
     NRules::SetLimits(*m_pStartTrace, OldestOf(depth), 0);
     NRules::SetLimits(*m_pStopTrace, OldestOf(depth), 0);
-    NRules::KeepOrdered(*m_pStartTrace, *m_pStopTrace);
-    LimitSelection();
+    OrderRange(nullptr);
 }
 
 void CPgHistoryViewer::LimitSelection()
@@ -97,26 +84,15 @@ void CPgHistoryViewer::LimitSelection()
     NRules::SetLimits(*m_pSelectedTrace, OldestOf(m_pAvailableTraces->Get()), 0);
 }
 
-void CPgHistoryViewer::OnTreeCreated()
+CDbPropEnum<KW_ZEL_RUNSTOP_STATE>& CPgHistoryViewer::RunStop() const
 {
-    CPgHistoryViewerBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgHorizontal()->GetPrHistoryDepth()}, [this] { UpdateGroup(); },
-            QStringLiteral("HistoryViewer/SelectedTrace"));
-        root->GetDependencies().Add(
-            *this, {root->GetPgControl()->GetPgSMScope()->GetPrRunStop()}, [this] { OnRunStop(); },
-            QStringLiteral("HistoryViewer/Enabled"));
-    }
+    return *At(ZEL::Control / Control::SMScope / SMScope::RunStop);
 }
 
 /** A scope that runs overwrites what the viewer shows. */
 void CPgHistoryViewer::OnRunStop()
 {
-    const CPgSMScope* const scope = CPgZEL::Of(*this)->GetPgControl()->GetPgSMScope();
-    if (m_pEnabled->Get() == eKW_ONOFF_ON &&
-        scope->GetPrRunStop()->Get() != eKW_ZEL_RUNSTOP_STATE_STOP)
+    if (m_pEnabled->Get() == eKW_ONOFF_ON && RunStop().Get() != eKW_ZEL_RUNSTOP_STATE_STOP)
     {
         KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_OFF));
         OnEnabled();
@@ -125,15 +101,10 @@ void CPgHistoryViewer::OnRunStop()
 
 void CPgHistoryViewer::OnEnabled()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
     if (m_pEnabled->Get() == eKW_ONOFF_ON)
     {
-        if (root != nullptr)
-        {
-            // The memory must stand still while it is looked at.
-            KW_CHECKED(root->GetPgControl()->GetPgSMScope()->GetPrRunStop()->DbSet(
-                eKW_ZEL_RUNSTOP_STATE_STOP));
-        }
+        // The memory must stand still while it is looked at.
+        KW_CHECKED(RunStop().DbSet(eKW_ZEL_RUNSTOP_STATE_STOP));
         return;
     }
     KW_CHECKED(m_pPlaying->DbSet(eKW_ONOFF_OFF));

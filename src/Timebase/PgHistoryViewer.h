@@ -11,17 +11,21 @@
 class CPgHistoryViewer : public CPgHistoryViewerBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void LimitToHistory();
     void LimitSelection();
+    CDbPropEnum<KW_ZEL_RUNSTOP_STATE>& RunStop() const;
     void OnRunStop();
     void OnEnabled();
     void OnPlaying();
+    void OrderRange(const CDbPropBase* written);
+    void PlayOrPause();
+    KW_ACCEPTANCE ShowFirst();
+    KW_ACCEPTANCE ShowPrevious();
+    KW_ACCEPTANCE ShowNext();
+    KW_ACCEPTANCE ShowLast();
     /** eKW_ACC_WARNING when there is no such acquisition: the nearest one is shown. */
     KW_ACCEPTANCE Show(INT32 trace);
     void OnTraceChanged();

@@ -2,21 +2,23 @@
 #include "Timebase/PgHorizontal.h"
 
 #include "CheckedAccess.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
 #include "KWMath.h"
 #include "MatConstants.h"
-#include "Root/PgZEL.h"
-#include "Rules/RuleDispatch.h"
-#include "Rules/RuleHelpers.h"
-#include "Spectrum/PgDDC.h"
+#include "Names/DDC.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
+#include "Rules/NumberRules.h"
 #include "Timebase/HorizontalHardware.h"
 #include "Timebase/PgSampleCounter.h"
 
 #include <algorithm>
 #include <cmath>
+
+using namespace NNames;
 
 using t_HorizontalHelper = CZELDatabaseHelperHorizontal;
 using t_Common = CZELDatabaseHelperCommon;
@@ -29,36 +31,35 @@ KW_ONOFF OnOff(bool on)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgHorizontal::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgHorizontal::Rules() const
 {
     using H = CPgHorizontal;
-    const NRules::t_DispatchRow<CPgHorizontal> rows[] = {
-        {{m_pScaleGUI}, {&H::SetScaleFromGui, &H::RunRecalculationChain}},
-        {{m_pAcquisitionTime}, {&H::CalculateHorizontalScale, &H::RunRecalculationChain}},
-        {{m_pReferencePoint},
-         {&H::CalculateReferencePointGUI, &H::CalculateHorizontalPositionLimits,
-          &H::CalculateHorizontalBoundaries}},
-        {{m_pReferencePointGUI},
-         {&H::SetReferencePointFromGui, &H::CalculateHorizontalPositionLimits,
-          &H::CalculateHorizontalBoundaries}},
-        {{m_pPosition}, {&H::UpdateHardwarePosition, &H::CalculateHorizontalBoundaries}},
-        {{m_pNumberOfAverages}, {&H::UpdateAveraging}},
-        {{m_pNumberOfAveragesGUI}, {&H::SetAveragesFromGui}},
-        {{m_pHistoryDepth}, {&H::CalculateMaxNumberOfBusEvents, &H::RunRecalculationChain}},
-        {{m_pDSPMode, m_pWaveformUpdateMode, m_pForceDspFastMode, m_pPreselectedRecordLength},
-         {&H::RunRecalculationChain}},
-        {{m_pScale}, {&H::CalculateScaleGui, &H::RunRecalculationChain}},
-        {{m_pAcquisitionMode, m_pZELMode}, {&H::RunRecalculationChain}},
-    };
-    if (property == m_pZELMode)
-    {
+    static constexpr auto rows = Table<Names>(
         // At once, and not as a dependant: whoever depends on the mode must see the final one.
-        UpdateZELMode();
-    }
-    NRules::Dispatch(*this, rows, property);
-    UpdateClosing();
-    IncChangeCounter();
-    return CPgHorizontalBase::OnPropertySet(property);
+        On(Names::ZELMode) >> Do<&H::UpdateZELMode>,
+        On(Names::ScaleGUI) >> Do<&H::SetScaleFromGui, &H::RunRecalculationChain>,
+        On(Names::AcquisitionTime) >> Do<&H::CalculateHorizontalScale, &H::RunRecalculationChain>,
+        On(Names::ReferencePoint) >>
+            Do<&H::CalculateReferencePointGUI, &H::CalculateHorizontalPositionLimits,
+               &H::CalculateHorizontalBoundaries>,
+        On(Names::ReferencePointGUI) >>
+            Do<&H::SetReferencePointFromGui, &H::CalculateHorizontalPositionLimits,
+               &H::CalculateHorizontalBoundaries>,
+        On(Names::Position) >> Do<&H::UpdateHardwarePosition, &H::CalculateHorizontalBoundaries>,
+        On(Names::NumberOfAverages) >> Do<&H::UpdateAveraging>,
+        On(Names::NumberOfAveragesGUI) >> Do<&H::SetAveragesFromGui>,
+        On(Names::Scale) >> Derive<&H::CalculateScaleGui>,
+        On(Names::HistoryDepth) >> Derive<&H::CalculateMaxNumberOfBusEvents>,
+        On(Names::Scale, Names::HistoryDepth, Names::DSPMode, Names::WaveformUpdateMode,
+           Names::ForceDspFastMode, Names::PreselectedRecordLength, Names::AcquisitionMode,
+           Names::ZELMode) >>
+            Derive<&H::RunRecalculationChain>,
+        OnAny() >> Do<&H::UpdateClosing, &H::CountChange>,
+        Changed(ZEL::DDC / DDC::State) >> Derive<&H::FollowDownConverter>,
+        Twins(Names::Scale, Names::ScaleGUI), Twins(Names::Scale, Names::AcquisitionTime),
+        Twins(Names::ReferencePoint, Names::ReferencePointGUI),
+        Twins(Names::NumberOfAverages, Names::NumberOfAveragesGUI));
+    return rows;
 }
 
 void CPgHorizontal::RunRecalculationChain()
@@ -73,33 +74,7 @@ void CPgHorizontal::RunRecalculationChain()
     CalculateHorizontalBoundaries();
 }
 
-void CPgHorizontal::UpdateGroup()
-{
-    CalculateScaleGui();
-    CalculateMaxNumberOfBusEvents();
-    RunRecalculationChain();
-}
-
-std::vector<CDbPropertyGroup::t_Twins> CPgHorizontal::Twins() const
-{
-    return {{m_pScale, m_pScaleGUI},
-            {m_pScale, m_pAcquisitionTime},
-            {m_pReferencePoint, m_pReferencePointGUI},
-            {m_pNumberOfAverages, m_pNumberOfAveragesGUI}};
-}
-
-void CPgHorizontal::OnTreeCreated()
-{
-    CPgHorizontalBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgDDC()->GetPrState()}, [this] { OnDownConverterChanged(); },
-            QStringLiteral("Horizontal/UpdateZELMode"));
-    }
-}
-
-void CPgHorizontal::OnDownConverterChanged()
+void CPgHorizontal::FollowDownConverter()
 {
     const KW_ZEL_MODE before = m_pZELMode->Get();
     UpdateZELMode();
@@ -111,9 +86,8 @@ void CPgHorizontal::OnDownConverterChanged()
 
 void CPgHorizontal::UpdateZELMode()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    const bool isRequired =
-        root != nullptr && root->GetPgDDC()->GetPrState()->Get() == eKW_ONOFF_ON;
+    const CDbPropEnum<KW_ONOFF>* const downConverter = At(ZEL::DDC / DDC::State);
+    const bool isRequired = downConverter != nullptr && downConverter->Get() == eKW_ONOFF_ON;
     if (isRequired && m_pZELMode->DbSet(eKW_ZEL_MODE_ZEL_A) > eKW_ACC_WARNING)
     {
         KW_REPORT_ERROR(QStringLiteral("Could not set ZEL mode to required mode."), __FILE__);

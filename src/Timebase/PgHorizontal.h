@@ -4,19 +4,15 @@
 #include "Timebase/PgHorizontalBase.h"
 
 /**
- * The timebase. A client's write runs the steps of its row in the dispatch (OnPropertySet); most
- * rows run the recalculation chain, which derives the whole acquisition from the time scale and
- * the modes. The steps are virtual so that their order can be observed.
+ * The timebase. Most of its rules run the recalculation chain, which derives the whole acquisition
+ * from the time scale and the modes. The steps are virtual so that their order can be observed.
  *
  * Formulas: CZELDatabaseHelperHorizontal. Figures of the hardware: HorizontalHardware.h.
  */
 class CPgHorizontal : public CPgHorizontalBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> Twins() const override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 protected:
     /** The chain, in its fixed order. */
@@ -82,6 +78,7 @@ private:
     void ReportMismatches() const;
     void CalculateSlowModeBlockSize();
     void CalculatePreTriggerSamples(double left);
-    void OnDownConverterChanged();
+    void FollowDownConverter();
+    void CountChange() { IncChangeCounter(); }
     double PositionLimit() const;
 };

@@ -2,14 +2,21 @@
 #include "Timebase/PgSampleCounter.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/SampleCounter.h"
 
-KW_ACCEPTANCE CPgSampleCounter::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSampleCounter::Rules() const
 {
-    if (function == m_pResetCounters)
-    {
-        KW_CHECKED(m_pAcquiredBlocks->DbSet(0));
-        KW_CHECKED(m_pAcquisitions->DbSet(0));
-        KW_CHECKED(m_pLostAcquisitions->DbSet(0));
-    }
-    return CPgSampleCounterBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::ResetCounters) >> Do<&CPgSampleCounter::ResetCounters>);
+    return rows;
+}
+
+void CPgSampleCounter::ResetCounters()
+{
+    KW_CHECKED(m_pAcquiredBlocks->DbSet(0));
+    KW_CHECKED(m_pAcquisitions->DbSet(0));
+    KW_CHECKED(m_pLostAcquisitions->DbSet(0));
 }

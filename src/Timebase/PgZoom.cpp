@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Timebase/PgZoom.h"
 
-#include "Analysis/PgCursor.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
-#include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
-#include "Timebase/PgHorizontal.h"
+#include "Names/Cursor.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
+#include "Names/Zoom.h"
+#include "Rules/NumberRules.h"
 
 #include <algorithm>
 #include <cmath>
+
+using namespace NNames;
 
 namespace
 {
@@ -18,61 +21,36 @@ constexpr double kFinest = 1e5;
 constexpr UINT32 kMinimumPoints = 50;
 } // namespace
 
-KW_ACCEPTANCE CPgZoom::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgZoom::Rules() const
 {
-    if (property == m_pScale || property == m_pPosition)
-    {
-        KW_CHECKED(m_pCoupleToCursor->DbSet(eKW_ONOFF_OFF));
-    }
-    UpdateGroup();
-    return CPgZoomBase::OnPropertySet(property);
+    using Z = CPgZoom;
+    static constexpr auto zoomed =
+        Derive<&Z::LimitScale, &Z::FollowCursors, &Z::LimitPosition, &Z::UpdateResults>;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Scale, Names::Position) >> Do<&Z::EndCoupling>, OnAny() >> zoomed,
+        On(Names::CenterOnTrigger) >> Do<&Z::EndCoupling, &Z::CenterOnTrigger, &Z::UpdateGroup>,
+        Changed(ZEL::Horizontal / Horizontal::Scale, ZEL::Horizontal / Horizontal::Left,
+                ZEL::Horizontal / Horizontal::Right, ZEL::Horizontal / Horizontal::RecordLength,
+                ZEL::Horizontal / Horizontal::InterpolationFactor) >>
+            zoomed,
+        // A row of its own: the cursors may follow the timebase after the zoom has.
+        Changed(ZEL::Cursor / Cursor::X1, ZEL::Cursor / Cursor::X2) >> zoomed);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgZoom::OnFunction(const CDbFunction* function)
+void CPgZoom::EndCoupling()
 {
-    if (function == m_pCenterOnTrigger)
-    {
-        KW_CHECKED(m_pCoupleToCursor->DbSet(eKW_ONOFF_OFF));
-        const KW_ACCEPTANCE code = NRules::MoveTo(*m_pPosition, 0.0);
-        UpdateGroup();
-        return code;
-    }
-    return CPgZoomBase::OnFunction(function);
+    KW_CHECKED(m_pCoupleToCursor->DbSet(eKW_ONOFF_OFF));
 }
 
-void CPgZoom::UpdateGroup()
+KW_ACCEPTANCE CPgZoom::CenterOnTrigger()
 {
-    if (CPgZEL::Of(*this) != nullptr)
-    {
-        LimitScale();
-        FollowCursors();
-        LimitPosition();
-        UpdateResults();
-    }
-}
-
-void CPgZoom::OnTreeCreated()
-{
-    CPgZoomBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        const CPgHorizontal* const main = root->GetPgHorizontal();
-        root->GetDependencies().Add(
-            *this,
-            {main->GetPrScale(), main->GetPrLeft(), main->GetPrRight(), main->GetPrRecordLength(),
-             main->GetPrInterpolationFactor()},
-            [this] { UpdateGroup(); }, QStringLiteral("Zoom/Scale"));
-        // An entry of its own: the cursors may follow the time base after the zoom has.
-        const CPgCursor* const cursor = root->GetPgCursor();
-        root->GetDependencies().Add(
-            *this, {cursor->GetPrX1(), cursor->GetPrX2()}, [this] { UpdateGroup(); },
-            QStringLiteral("Zoom/CoupleToCursor"));
-    }
+    return NRules::MoveTo(*m_pPosition, 0.0);
 }
 
 void CPgZoom::LimitScale()
 {
-    const double main = CPgZEL::Of(*this)->GetPgHorizontal()->GetPrScale()->Get();
+    const double main = At(ZEL::Horizontal / Horizontal::Scale)->Get();
     NRules::SetLimits(*m_pScale, main / kFinest, main);
 }
 
@@ -82,9 +60,8 @@ void CPgZoom::FollowCursors()
     {
         return;
     }
-    const CPgCursor* const cursor = CPgZEL::Of(*this)->GetPgCursor();
-    const double first = cursor->GetPrX1()->Get();
-    const double second = cursor->GetPrX2()->Get();
+    const double first = At(ZEL::Cursor / Cursor::X1)->Get();
+    const double second = At(ZEL::Cursor / Cursor::X2)->Get();
     NRules::MoveTo(*m_pScale, std::fabs(second - first) / NRules::kHorizontalDivisions);
     LimitPosition();
     NRules::MoveTo(*m_pPosition, (first + second) * 0.5);
@@ -92,10 +69,9 @@ void CPgZoom::FollowCursors()
 
 void CPgZoom::LimitPosition()
 {
-    const CPgHorizontal* const main = CPgZEL::Of(*this)->GetPgHorizontal();
     const double half = NRules::ScreenWidth(m_pScale->Get()) * 0.5;
-    const double left = main->GetPrLeft()->Get() + half;
-    const double right = main->GetPrRight()->Get() - half;
+    const double left = At(ZEL::Horizontal / Horizontal::Left)->Get() + half;
+    const double right = At(ZEL::Horizontal / Horizontal::Right)->Get() - half;
     // Rounding may cross them where the zoom is as wide as the record.
     NRules::SetLimits(*m_pPosition, std::min(left, right), std::max(left, right));
     KW_CHECKED(m_pPosition->SetStep(NRules::StepOf(m_pScale->Get())));
@@ -104,16 +80,16 @@ void CPgZoom::LimitPosition()
 void CPgZoom::UpdateResults()
 {
     using t_Helper = CZELDatabaseHelperHorizontal;
-    const CPgHorizontal* const main = CPgZEL::Of(*this)->GetPgHorizontal();
-    const double factor = main->GetPrScale()->Get() / m_pScale->Get();
+    const double factor = At(ZEL::Horizontal / Horizontal::Scale)->Get() / m_pScale->Get();
     double left = 0.0;
     double right = 0.0;
     t_Helper::CalculateHorizontalBoundariesZoom(NRules::ScreenWidth(m_pScale->Get()),
                                                 m_pPosition->Get(), left, right);
-    const UINT32 record = main->GetPrRecordLength()->Get();
+    const UINT32 record = At(ZEL::Horizontal / Horizontal::RecordLength)->Get();
     unsigned int points = 0;
     double interpolation = 1.0;
-    t_Helper::CalculateZoomParameter(record, factor, main->GetPrInterpolationFactor()->Get(),
+    t_Helper::CalculateZoomParameter(record, factor,
+                                     At(ZEL::Horizontal / Horizontal::InterpolationFactor)->Get(),
                                      std::min(record, kMinimumPoints), points, interpolation);
     KW_CHECKED(m_pFactor->DbSet(
         KWMath::Bound(m_pFactor->GetDeclaredMin(), factor, m_pFactor->GetDeclaredMax())));

@@ -13,12 +13,11 @@
 class CPgZoom : public CPgZoomBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void EndCoupling();
+    KW_ACCEPTANCE CenterOnTrigger();
     void LimitScale();
     void FollowCursors();
     void LimitPosition();

@@ -9,6 +9,7 @@
 #include "Channels/PgaHysteresisLevel.h"
 #include "Channels/TriggerLevels.h"
 #include "Root/PgZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Trigger/PgTrigger.h"
 
 #include <cmath>
@@ -25,7 +26,7 @@ void CPgCurrentTriggerThresholdLevels::UpdateGroup()
         NTriggerLevels::InUse(*root, root->GetPgTrigger()->GetPrType()->Get(), source);
     KW_CHECKED(m_pNumberOfLevels->DbSet(levels.count));
     KW_CHECKED(m_pSource->DbSet(levels.count > 0 ? source : eKW_ZEL_CHANNEL_NONE));
-    const KW_UNIT unit = NRules::UnitOf(root, source);
+    const KW_UNIT unit = NRules::UnitOf(*this, source);
     for (const auto& [level, value] :
          {std::pair{m_pLowerLevel, levels.lower}, {m_pUpperLevel, levels.upper}})
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgDataToClockTriggerSettings.h"
 
+#include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
 KW_ACCEPTANCE CPgDataToClockTriggerSettings::OnPropertySet(const CDbPropBase* property)

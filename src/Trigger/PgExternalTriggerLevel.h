@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/LevelRules.h"
 #include "Trigger/PgExternalTriggerLevelBase.h"
 
 /** Level of the external trigger, within what the attenuated input takes. */

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgSerialPatternTriggerSettings.h"
 
+#include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
 KW_ACCEPTANCE CPgSerialPatternTriggerSettings::OnPropertySet(const CDbPropBase* property)

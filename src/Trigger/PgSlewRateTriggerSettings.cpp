@@ -3,6 +3,8 @@
 
 #include "Channels/TriggerLevels.h"
 #include "Root/PgZEL.h"
+#include "Rules/ChannelRules.h"
+#include "Rules/UnitRules.h"
 #include "Trigger/PgTimeRange.h"
 #include "Trigger/PgTrigger.h"
 #include "Trigger/PgaTimeRange.h"
@@ -19,7 +21,7 @@ void CPgSlewRateTriggerSettings::UpdateGroup()
     const KW_ZEL_CHANNEL source = root->GetPgTrigger()->GetPrSource()->Get();
     const auto levels = NTriggerLevels::InUse(*root, eKW_ZEL_TRIGGER_TYPE_SLEWRATE, source);
     const CPgTimeRange& range = *m_pTimeRange->ItemDirect(0);
-    const KW_UNIT unit = NRules::UnitPerSecond(NRules::UnitOf(root, source));
+    const KW_UNIT unit = NRules::UnitPerSecond(NRules::UnitOf(*this, source));
     for (const auto& [rate, time] : {std::pair{m_pUpperSlewRate, range.GetPrLowerLimit()},
                                      {m_pLowerSlewRate, range.GetPrUpperLimit()}})
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgStateTriggerSettings.h"
 
+#include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
 KW_ACCEPTANCE CPgStateTriggerSettings::OnFunction(const CDbFunction* function)

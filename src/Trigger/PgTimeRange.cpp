@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTimeRange.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Trigger/PgSlewRateTriggerSettings.h"
 
 KW_ACCEPTANCE CPgTimeRange::OnPropertySet(const CDbPropBase* property)

@@ -3,7 +3,7 @@
 
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Root/PgZEL.h"
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"
 
 #include <algorithm>

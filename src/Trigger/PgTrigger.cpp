@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTrigger.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgTrigger::OnFunction(const CDbFunction* function)
 {

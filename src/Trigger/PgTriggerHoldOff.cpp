@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTriggerHoldOff.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgTriggerHoldOff::OnPropertySet(const CDbPropBase* property)
 {

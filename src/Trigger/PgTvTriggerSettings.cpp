@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTvTriggerSettings.h"
 
-#include "Rules/RuleHelpers.h"
+#include "Rules/NumberRules.h"
 
 namespace
 {

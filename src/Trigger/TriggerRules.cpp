@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/TriggerRules.h"
 
+#include "Rules/ChannelRules.h"
 #include "Trigger/PgChannelState.h"
 #include "Trigger/PgDataSource.h"
 #include "Trigger/PgaChannelState.h"

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Rules/RuleHelpers.h"
+#include "KWEnumerations.h"
+#include "Rules/NumberRules.h"
 
 class CPgaChannelState;
 class CPgaDataSource;

@@ -117,7 +117,7 @@ TEST_F(Dependency, RunsBeforeTheTreeIsCompleteOrAfterItsOwnerIsGone)
     EXPECT_EQ(m_ran, "") << "what was missed is not caught up by another write";
     m_root->GetDependencies().CalculateEverything();
     EXPECT_EQ(m_ran, "a");
-    m_root->GetDependencies().Remove(m_second);
+    m_root->GetDependencies().LeaveItem(m_second);
     ASSERT_EQ(m_first.m_pInt32->Set(2), eKW_ACC_OK);
     EXPECT_EQ(m_ran, "a");
 }

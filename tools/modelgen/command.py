@@ -5,7 +5,9 @@ import argparse
 import sys
 from pathlib import Path
 
-from . import emit_enums, emit_groups, emit_interfaces, emit_reference, emit_sources
+from . import (
+    emit_enums, emit_groups, emit_interfaces, emit_names, emit_reference, emit_sources,
+)
 from .check_enums import check_enums
 from .check_groups import check_groups
 from .diagnostics import Diagnostics
@@ -30,7 +32,9 @@ def load(enumerations: Path, groups: Path, diagnostics: Diagnostics) -> Model:
 def emit(model: Model) -> dict[str, str]:
     """All files that a model makes: path below the output folder, and content."""
     files: dict[str, str] = {}
-    for emitter in (emit_enums, emit_interfaces, emit_groups, emit_sources, emit_reference):
+    for emitter in (
+        emit_enums, emit_interfaces, emit_names, emit_groups, emit_sources, emit_reference,
+    ):
         files.update(emitter.emit(model))
     return files
 

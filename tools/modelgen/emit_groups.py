@@ -13,6 +13,7 @@ def _includes(group: Group) -> str:
     lines = [f'#include "CommonDatabase/{header}"\n' for header in sorted(headers)]
     if any(p.enum or p.number.unit for p in group.properties):
         lines.append('#include "KWEnumerations.h"\n')
+    lines += [f'#include "Names/{group.name}.h"\n'] if group.rules else []
     return "".join(lines)
 
 
@@ -51,11 +52,12 @@ def _header(group: Group, model: Model) -> str:
     base = naming.ROOT_BASE if group.root else naming.GROUP_BASE
     member_lines = "".join(f"    {node}* m_p{n};\n" for _, node, _, n in naming.members(group))
     parameter = naming.constructor_parameter(group)
+    names = f"    using Names = NNames::{group.name};\n" if group.rules else ""
     parts = "".join(f"    void {part}({parameter});\n" for part in parts_of_constructor(group))
     return (
         f"{cpptext.head(f'{group.file}.toml')}#pragma once\n\n{_includes(group)}\n"
         f"{_forwards(group)}\n{cpptext.doc(_class_text(group))}\n"
-        f"class {name} : public {base}\n{{\npublic:\n    using Interface = {handle};\n\n"
+        f"class {name} : public {base}\n{{\npublic:\n    using Interface = {handle};\n{names}\n"
         f"    {naming.constructor_head(group)};\n    ~{name}() override;\n\n"
         f"    std::shared_ptr<{handle}> GetFIMPointer();\n"
         f"    const char* GetMeanings() const override {{ return Meanings(); }}\n"

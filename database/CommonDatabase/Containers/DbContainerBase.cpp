@@ -32,17 +32,29 @@ void CDbContainerBase::Adopt(CDbPropertyGroup& item, const QString& name, eWRITE
 {
     item.SetNodeName(name);
     item.SetParent(this);
-    const CDbPgRoot* const root = GetDbRoot();
-    if (root != nullptr && root->IsTreeCreated() && kind != eWRITEKIND::Undo)
+    CDbPgRoot* const root = GetDbRoot();
+    if (root == nullptr || !root->IsTreeCreated())
     {
-        item.OnTreeCreated();
-        item.OnFIMCreated();
-        item.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
+        return;
     }
+    if (kind == eWRITEKIND::Undo)
+    {
+        item.VisitChildrenFirst([root](CDbPropertyGroup& group) { group.EnterTree(*root); });
+        root->GetDependencies().EnterItem(*this);
+        return;
+    }
+    item.OnTreeCreated();
+    root->GetDependencies().EnterItem(*this);
+    item.OnFIMCreated();
+    item.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
 }
 
 void CDbContainerBase::Detach(CDbPropertyGroup& item)
 {
+    if (CDbPgRoot* const root = item.GetDbRoot())
+    {
+        root->GetDependencies().LeaveItem(item);
+    }
     item.SetParent(nullptr);
 }
 

@@ -43,6 +43,8 @@ public:
     std::shared_ptr<IKWFunctionBase> ShareItemHandle(INT32 index) const;
     bool IsItem(const QString& name) const;
     INT32 PositionOf(const CDbPropertyGroup& item) const override;
+    CDbPropertyGroup* ItemAtPosition(INT32 position) const override { return ItemAt(position); }
+    void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
     CDbPropNumInt32* GetPrActiveIndex() const { return m_pActiveIndex; }
 
     KW_NODE_KIND GetKind() const override { return eKW_NODE_ARRAY; }
@@ -69,7 +71,6 @@ protected:
     KW_ACCEPTANCE RemoveFor(INT32 index, INT32 count, const char* signature);
     static void ReportContainer(const QString& text, int line, const char* signature);
 
-    void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
     void SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const override;
     void DeSerializeChild(const CDbSettingsElement& element, CDbRecall& recall) override;
     void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;

@@ -62,6 +62,7 @@ public:
     INT32 NumericKeyOf(const CDbPropertyGroup& item) const;
     QString DisplayNameOf(const CDbPropertyGroup& item) const;
     INT32 PositionOf(const CDbPropertyGroup& item) const override;
+    void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
     /** Handle of the item; null when there is none. */
     std::shared_ptr<IKWMapItem> ShareMapItem(const QString& name) const;
     std::shared_ptr<IKWMapItem> ShareMapItem(INT32 numericKey) const;
@@ -113,7 +114,6 @@ protected:
                            const char* signature);
     static void ReportContainer(const QString& text, int line, const char* signature);
 
-    void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
     void SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const override;
     void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
     CDbPropertyGroup* FindItem(QStringView key) const override { return ItemByName(key); }

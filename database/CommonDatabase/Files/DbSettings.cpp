@@ -157,7 +157,7 @@ void CDbRecall::SettleTwins(CDbPropertyGroup& top)
     top.VisitChildrenFirst(
         [this, &took](CDbPropertyGroup& group)
         {
-            for (const auto& [one, other] : group.Twins())
+            for (const auto& [one, other] : group.GetTwins())
             {
                 const bool isOneNamed = took(one);
                 if (isOneNamed != took(other) &&

@@ -90,6 +90,16 @@ std::optional<KW_ACCEPTANCE> CDbFunction::RunOnFile()
     return code;
 }
 
+/** Rows of other groups run only for what the own group accepts. */
+KW_ACCEPTANCE CDbFunction::RunRules(CDbPgRoot& root)
+{
+    const KW_ACCEPTANCE own = GetParent()->OnFunction(this);
+    const bool isFollowed = own <= eKW_ACC_WARNING && HasCause(GetFollowed(), eCAUSE::On);
+    return isFollowed
+               ? std::max(own, root.GetDependencies().RunFollowers(eCAUSE::On, *this, nullptr))
+               : own;
+}
+
 KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
 {
     const CLockGuard lock;
@@ -101,7 +111,7 @@ KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
     const CDbRootScope scope(root, eWRITEKIND::Client);
     root->NameStep(GetPath());
     const KW_ACCEPTANCE code =
-        event == eKW_OP_EVENT_START ? GetParent()->OnFunction(this) : eKW_ACC_OK;
+        event == eKW_OP_EVENT_START ? RunRules(*root) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
     if (code <= eKW_ACC_WARNING)
     {
         CountRun();

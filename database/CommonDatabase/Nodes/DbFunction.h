@@ -37,6 +37,7 @@ protected:
     KW_ACCEPTANCE Order(KW_OP_EVENT event);
 
 private:
+    KW_ACCEPTANCE RunRules(CDbPgRoot& root);
     void CountRun();
     /** Where the group carries the action out on a file; without the lock. */
     std::optional<KW_ACCEPTANCE> RunOnFile();

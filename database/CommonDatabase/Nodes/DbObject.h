@@ -64,6 +64,19 @@ public:
     /** A number for logs: unique in the process. */
     UINT32 GetDiagnosticId() const { return m_diagnosticId; }
 
+    /** Where the node stands in its group's list of nodes of its kind, counted from 0. */
+    UINT8 GetPlace() const { return m_place; }
+    void SetPlace(std::size_t place) { m_place = static_cast<UINT8>(place); }
+    /** Rows of rules that follow a property or action (CDependencies): their number among all that
+        are followed, counted from 1, 0 for none, and their causes as bits. */
+    UINT16 GetSourceNumber() const { return m_sourceNumber; }
+    UINT8 GetFollowed() const { return m_followed; }
+    void SetFollowed(UINT16 number, UINT8 causes)
+    {
+        m_sourceNumber = number;
+        m_followed = causes;
+    }
+
     CDbPropertyGroup* GetParent() const { return m_parent; }
     virtual void SetParent(CDbPropertyGroup* parent) { m_parent = parent; }
     /** The topmost node above this one, itself if it has no parent. */
@@ -109,6 +122,9 @@ private:
     KW_AVAILABILITY m_availability : 8 = eAVAILABILITY_AVAILABLE;
     bool m_maxAvailabilityTouched = false;
     bool m_topLevel = false;
+    UINT8 m_place = 0;
+    UINT8 m_followed = 0;
+    UINT16 m_sourceNumber = 0;
 };
 
 /**

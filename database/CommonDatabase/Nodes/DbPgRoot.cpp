@@ -164,6 +164,7 @@ void CDbPgRoot::Changed(CDbPropBase& property)
 {
     property.GetParent()->IncChangeCounter();
     MarkDependants(property);
+    CRowTrace::NoteChange(property);
 }
 
 void CDbPgRoot::NameStep(const QString& text)

@@ -62,7 +62,7 @@ public:
     void Changed(CDbPropBase& property);
     void MarkDependants(const CDbPropBase& property)
     {
-        if (property.HasDependants())
+        if (HasCause(property.GetFollowed(), eCAUSE::Changed))
         {
             m_dependencies.MarkChanged(property);
         }

@@ -54,7 +54,7 @@ KW_ACCEPTANCE CDbPropBase::Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoo
     Store(value, kind);
     m_validity.store(eKW_VALIDITY_VALID, std::memory_order_release);
     scope.Changed(*this);
-    return RunHook(kind);
+    return RunHook(kind, root);
 }
 
 /** What stands was written again: rules and dependants run, but there is no change to count. */
@@ -65,10 +65,10 @@ KW_ACCEPTANCE CDbPropBase::Confirm(eWRITEKIND kind, CDbPgRoot* root)
     {
         root->MarkDependants(*this);
     }
-    return RunHook(kind);
+    return RunHook(kind, root);
 }
 
-KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
+KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind, CDbPgRoot* root)
 {
     CDbPropertyGroup* const group = GetParent();
     if (group == nullptr)
@@ -79,11 +79,16 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
     {
     case eWRITEKIND::Client:
     case eWRITEKIND::Wish:
-        // The value stands whatever the hook answers: a refusal further down was reported there
+    {
+        // The value stands whatever the rules answer: a refusal further down was reported there
         // and leaves a warning here.
-        return std::min<KW_ACCEPTANCE>(group->OnPropertySet(this), eKW_ACC_WARNING);
+        const KW_ACCEPTANCE own = group->OnPropertySet(this);
+        const KW_ACCEPTANCE others = RunFollowers(eCAUSE::On, root);
+        return std::min<KW_ACCEPTANCE>(std::max(own, others), eKW_ACC_WARNING);
+    }
     case eWRITEKIND::Internal:
         group->OnPropertyDbSet(this);
+        RunFollowers(eCAUSE::Delivered, root);
         break;
     case eWRITEKIND::Auto:
         group->OnPropertyAutoSet(this);
@@ -92,6 +97,14 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind)
         break;
     }
     return eKW_ACC_OK;
+}
+
+/** Rows of other groups that follow this property at once. */
+KW_ACCEPTANCE CDbPropBase::RunFollowers(eCAUSE cause, CDbPgRoot* root)
+{
+    return root != nullptr && HasCause(GetFollowed(), cause)
+               ? root->GetDependencies().RunFollowers(cause, *this, this)
+               : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 
 KW_ACCEPTANCE CDbPropBase::CheckAccess(const CDbPgRoot* root, bool ofResults) const

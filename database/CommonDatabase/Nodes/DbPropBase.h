@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CommonDatabase/Couplings/DbCouplings.h"
 #include "CommonDatabase/Handles/LazyHandle.h"
 #include "CommonDatabase/History/DbHistory.h"
 #include "DbObject.h"
@@ -57,10 +58,6 @@ public:
     /** The same for writes of clients alone: confirming what stands is a choice. The model says so
        by `confirm = true`. Neither counts a change of its own. */
     void DeclareConfirm() { m_confirm = true; }
-    /** Given by CDependencies to a property that others depend on, counted from 1. */
-    void SetSourceNumber(UINT16 number) { m_sourceNumber = number; }
-    UINT16 GetSourceNumber() const { return m_sourceNumber; }
-    bool HasDependants() const { return m_sourceNumber != 0; }
     /** Drops references to other nodes; called before the owning group goes. */
     virtual void ReleaseReferences() {}
 
@@ -135,14 +132,14 @@ protected:
 private:
     KW_ACCEPTANCE Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root);
     KW_ACCEPTANCE Confirm(eWRITEKIND kind, CDbPgRoot* root);
-    KW_ACCEPTANCE RunHook(eWRITEKIND kind);
+    KW_ACCEPTANCE RunHook(eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE RunFollowers(eCAUSE cause, CDbPgRoot* root);
     void RestoreState(const CDbPropBaseHist& record, bool newState);
 
     std::atomic<KW_VALIDITY> m_validity{eKW_VALIDITY_VALID};
     bool m_forceDependencies = false;
     bool m_confirm = false;
     bool m_secret = false;
-    UINT16 m_sourceNumber = 0;
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;
     CLazyHandle<IKWPropertyBase> m_fim;

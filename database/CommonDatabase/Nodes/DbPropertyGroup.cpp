@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropertyGroup.h"
 
+#include "CommonDatabase/Containers/DbContainerBase.h"
 #include "CommonDatabase/Files/DbSettings.h"
 #include "DbPgRoot.h"
 #include "LockManager.h"
@@ -18,7 +19,7 @@ auto FindByName(const TList& list, QStringView name) -> decltype(list.front().ge
 }
 
 template <typename TList>
-auto At(const TList& list, INT32 index) -> decltype(list.front().get())
+auto NodeAt(const TList& list, INT32 index) -> decltype(list.front().get())
 {
     return index < 0 || static_cast<std::size_t>(index) >= list.size() ? nullptr
                                                                        : list[index].get();
@@ -98,6 +99,7 @@ void CDbPropertyGroup::AddPropertyToList(CDbPropBase* property, const QString& n
     m_properties.push_back(std::shared_ptr<CDbPropBase>(property));
     property->SetNodeName(name);
     property->SetParent(this);
+    property->SetPlace(m_properties.size() - 1);
 }
 
 void CDbPropertyGroup::AddPropGroupToList(CDbPropertyGroup* group, const QString& name)
@@ -105,6 +107,7 @@ void CDbPropertyGroup::AddPropGroupToList(CDbPropertyGroup* group, const QString
     m_groups.push_back(std::shared_ptr<CDbPropertyGroup>(group, CDbNodeDeleter{}));
     group->SetNodeName(name);
     group->SetParent(this);
+    group->SetPlace(m_groups.size() - 1);
 }
 
 void CDbPropertyGroup::RemovePropGroupFromList(CDbPropertyGroup* group)
@@ -115,7 +118,9 @@ void CDbPropertyGroup::RemovePropGroupFromList(CDbPropertyGroup* group)
     if (found != m_groups.end())
     {
         group->SetParent(nullptr);
-        m_groups.erase(found);
+        const auto after = m_groups.erase(found);
+        std::for_each(after, m_groups.end(),
+                      [](const auto& later) { later->SetPlace(later->GetPlace() - 1U); });
         IncChangeCounter();
     }
 }
@@ -125,6 +130,7 @@ void CDbPropertyGroup::AddObject(CDbFunction* object, const QString& name)
     m_objects.push_back(std::shared_ptr<CDbFunction>(object));
     object->SetNodeName(name);
     object->SetParent(this);
+    object->SetPlace(m_objects.size() - 1);
 }
 
 CDbPropBase* CDbPropertyGroup::FindProperty(QStringView name) const
@@ -153,18 +159,27 @@ void CDbPropertyGroup::IncChangeCounter()
 
 void CDbPropertyGroup::PrePropertySet(const CDbPropBase* /*property*/) {}
 
-KW_ACCEPTANCE CDbPropertyGroup::OnPropertySet(const CDbPropBase* /*property*/)
+t_Couplings CDbPropertyGroup::Rules() const
 {
-    return eKW_ACC_OK;
+    return {};
+}
+
+KW_ACCEPTANCE CDbPropertyGroup::OnPropertySet(const CDbPropBase* property)
+{
+    return RunRows(eCAUSE::On | eCAUSE::OnAny, *property, property);
 }
 
 void CDbPropertyGroup::OnPropertyUnchanged(const CDbPropBase* /*property*/) {}
-void CDbPropertyGroup::OnPropertyDbSet(const CDbPropBase* /*property*/) {}
+void CDbPropertyGroup::OnPropertyDbSet(const CDbPropBase* property)
+{
+    RunRows(static_cast<UINT8>(eCAUSE::Delivered), *property, property);
+}
+
 void CDbPropertyGroup::OnPropertyAutoSet(const CDbPropBase* /*property*/) {}
 
-KW_ACCEPTANCE CDbPropertyGroup::OnFunction(const CDbFunction* /*function*/)
+KW_ACCEPTANCE CDbPropertyGroup::OnFunction(const CDbFunction* function)
 {
-    return eKW_ACC_OK;
+    return RunRows(static_cast<UINT8>(eCAUSE::On), *function, nullptr);
 }
 
 std::optional<KW_ACCEPTANCE> CDbPropertyGroup::OnFileFunction(const CDbFunction* /*function*/)
@@ -172,23 +187,41 @@ std::optional<KW_ACCEPTANCE> CDbPropertyGroup::OnFileFunction(const CDbFunction*
     return std::nullopt;
 }
 
-void CDbPropertyGroup::UpdateGroup() {}
-
-std::vector<CDbPropertyGroup::t_Twins> CDbPropertyGroup::Twins() const
+std::vector<CDbPropertyGroup::t_Twins> CDbPropertyGroup::GetTwins() const
 {
-    return {};
+    std::vector<t_Twins> twins;
+    const t_Couplings rules = Rules();
+    for (const t_Row& row : rules)
+    {
+        if (row.cause == eCAUSE::Twins)
+        {
+            const NNames::t_Path* const pair = rules.SourcesOf(row).first;
+            twins.push_back(
+                {m_properties[pair[0].steps[0]].get(), m_properties[pair[1].steps[0]].get()});
+        }
+    }
+    return twins;
 }
 
 void CDbPropertyGroup::UpdateChildAvailabilities() {}
-void CDbPropertyGroup::OnItemInserted(CDbContainerBase* /*container*/, const QString& /*item*/) {}
-void CDbPropertyGroup::OnItemRemoved(CDbContainerBase* /*container*/, const QString& /*item*/) {}
+void CDbPropertyGroup::OnItemInserted(CDbContainerBase* container, const QString& /*item*/)
+{
+    RunItemRows(*container);
+}
+
+void CDbPropertyGroup::OnItemRemoved(CDbContainerBase* container, const QString& /*item*/)
+{
+    RunItemRows(*container);
+}
+
 void CDbPropertyGroup::OnItemRenaming(CDbContainerBase* /*container*/, const QString& /*oldName*/,
                                       const QString& /*newName*/)
 {
 }
-void CDbPropertyGroup::OnItemRenamed(CDbContainerBase* /*container*/, const QString& /*oldName*/,
+void CDbPropertyGroup::OnItemRenamed(CDbContainerBase* container, const QString& /*oldName*/,
                                      const QString& /*newName*/)
 {
+    RunItemRows(*container);
 }
 
 void CDbPropertyGroup::OnFIMCreated()
@@ -212,6 +245,11 @@ void CDbPropertyGroup::OnTreeCreated()
         group->OnTreeCreated();
     }
     VisitItems([](CDbPropertyGroup& item) { item.OnTreeCreated(); });
+    if (CDbPgRoot* const root = GetDbRoot())
+    {
+        EnterTree(*root);
+    }
+    RunFreshRows();
 }
 
 void CDbPropertyGroup::VisitItems(const std::function<void(CDbPropertyGroup&)>& /*visit*/) const {}
@@ -255,7 +293,7 @@ INT32 CDbPropertyGroup::GetPropertyCount() const
 
 std::shared_ptr<IDbProperty> CDbPropertyGroup::GetProperty(INT32 index) const
 {
-    CDbPropBase* const property = At(m_properties, index);
+    CDbPropBase* const property = NodeAt(m_properties, index);
     return property != nullptr ? property->ShareProperty() : nullptr;
 }
 
@@ -268,7 +306,7 @@ INT32 CDbPropertyGroup::GetGroupCount() const
 std::shared_ptr<IDbGroup> CDbPropertyGroup::GetGroup(INT32 index) const
 {
     const CLockGuard lock(eACCESS_READ);
-    CDbPropertyGroup* const group = At(m_groups, index);
+    CDbPropertyGroup* const group = NodeAt(m_groups, index);
     return group != nullptr ? group->ShareGroup() : nullptr;
 }
 
@@ -279,7 +317,7 @@ INT32 CDbPropertyGroup::GetActionCount() const
 
 std::shared_ptr<IDbAction> CDbPropertyGroup::GetAction(INT32 index) const
 {
-    CDbFunction* const object = At(m_objects, index);
+    CDbFunction* const object = NodeAt(m_objects, index);
     return object != nullptr ? object->ShareAction() : nullptr;
 }
 
@@ -297,6 +335,11 @@ CDbObject* CDbPropertyGroup::FindMember(QStringView name) const
 }
 
 CDbPropertyGroup* CDbPropertyGroup::FindItem(QStringView /*key*/) const
+{
+    return nullptr;
+}
+
+CDbPropertyGroup* CDbPropertyGroup::ItemAtPosition(INT32 /*position*/) const
 {
     return nullptr;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CommonDatabase/Couplings/DbCouplings.h"
 #include "CommonDatabase/Handles/LazyHandle.h"
 #include "DbChangeCounter.h"
 #include "DbFunction.h"
@@ -58,6 +59,22 @@ public:
     virtual void IncChangeCounter();
     bool HasChanged(long long& counter) const override { return m_counter.HasChanged(counter); }
 
+    /** The couplings of the group's class (DbRules.h). The hooks below run them. */
+    virtual t_Couplings Rules() const;
+    /** The rows of these causes (bits) that a member of this group starts. `written` as for a
+        step. An action ends with the first refusal. */
+    KW_ACCEPTANCE RunRows(UINT8 causes, const CDbObject& source, const CDbPropBase* written);
+    /** All steps of a row; an action's ends with the first refusal. */
+    KW_ACCEPTANCE RunRow(const t_Row& row, const CDbPropBase* written);
+    /** The node that a way leads to, null outside of a tree. Its class must be known to a caller
+        who wants more of a group than that it is one. */
+    template <typename TFrom, typename TNode>
+    auto* At(const NNames::t_Way<TFrom, TNode>& way) const
+    {
+        static_assert(TFrom::isRoot, "ways begin at the root");
+        return NNames::CNodeOf<TNode>::Cast(Resolve(way.path));
+    }
+
     // Hooks. The argument is a property of this group.
     /** Before a property takes a value. */
     virtual void PrePropertySet(const CDbPropBase* property);
@@ -85,7 +102,7 @@ public:
     };
     /** The pairs of this group. Where a file names one of a pair, that counts as written when
         everything else of the file is there: OnPropertySet derives the other. */
-    virtual std::vector<t_Twins> Twins() const;
+    virtual std::vector<t_Twins> GetTwins() const;
     /** Recomputes the availabilities of the children. */
     virtual void UpdateChildAvailabilities();
     /** Changes of a container of this group; `item` is the item's name. */
@@ -100,6 +117,16 @@ public:
     virtual void OnFIMCreated();
     /** After the whole tree exists; dependencies are registered here. As above. */
     virtual void OnTreeCreated();
+
+    /** Runs the steps that make the group fresh. */
+    void RunFreshRows();
+    /** Registers the rows that follow other groups, or wait for the end of a write. */
+    void EnterTree(CDbPgRoot& root);
+
+    /** Items of a container, visited after the child groups. */
+    virtual void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const;
+    /** Null where there is none. */
+    virtual CDbPropertyGroup* ItemAtPosition(INT32 position) const;
 
     /** Runs `visit` for this group and all below, children first, items included. */
     void VisitChildrenFirst(const std::function<void(CDbPropertyGroup&)>& visit);
@@ -153,8 +180,6 @@ protected:
         return {shared_from_this(), static_cast<I*>(EnsureFIM())};
     }
     void OnSaveRecallTypeSet(INT32 type, bool recursive) override;
-    /** Items of a container, visited after the child groups. */
-    virtual void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const;
     /** Applies one element of the contents. */
     virtual void DeSerializeChild(const CDbSettingsElement& element, CDbRecall& recall);
     /** One step of Find: a member of this group, or with a key an item of a container. */
@@ -163,6 +188,12 @@ protected:
 
 private:
     class CAvailabilityHist;
+
+    CDbObject* Resolve(const NNames::t_Path& path) const;
+    /** One step of a row, watched where somebody watches. */
+    KW_ACCEPTANCE RunStep(const t_Row& row, const t_Step& step, const CDbPropBase* written);
+    /** The rows that the items of a container start. */
+    void RunItemRows(const CDbContainerBase& container);
 
     /** Without a record, but counted. */
     void StoreAvailability(KW_AVAILABILITY availability);
@@ -175,4 +206,6 @@ private:
     std::unique_ptr<IKWMapItem> m_mapItem;
     /** Step of the root that already holds a record of the availability. */
     UINT32 m_recordedStep = 0;
+    /** Causes of the group's rows, known from its registration on. */
+    UINT8 m_causes = 0;
 };

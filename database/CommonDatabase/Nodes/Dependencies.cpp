@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Dependencies.h"
 
+#include "CommonDatabase/Couplings/DbWays.h"
 #include "DbPropertyGroup.h"
 #include "ErrorReport.h"
 
@@ -9,28 +10,161 @@
 void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
                         std::function<void()> update, const QString& name)
 {
-    const auto place = static_cast<UINT16>(m_dependants.size());
-    m_dependants.push_back({&owner, std::move(update), name, false, false});
+    const UINT16 place = PlaceFor({&owner, nullptr, false, false, std::move(update), name});
     for (CDbPropBase* const source : sources)
     {
-        if (!source->HasDependants())
-        {
-            m_dependantsOfSource.emplace_back();
-            source->SetSourceNumber(static_cast<UINT16>(m_dependantsOfSource.size()));
-        }
-        m_dependantsOfSource[source->GetSourceNumber() - 1U].push_back(place);
+        FollowNode(*source, place, eCAUSE::Changed);
     }
 }
 
-void CDependencies::Remove(const CDbPropertyGroup& owner)
+void CDependencies::Enter(CDbPropertyGroup& group, const t_Couplings& rules)
 {
-    for (t_Dependant& dependant : m_dependants)
+    for (const t_Row& row : rules)
     {
-        if (dependant.owner == &owner)
+        const auto [first, last] = rules.SourcesOf(row);
+        const bool waits = row.cause == eCAUSE::Changed;
+        const bool isAtOnce = row.cause == eCAUSE::On || row.cause == eCAUSE::Delivered;
+        const bool isElsewhere =
+            isAtOnce && std::any_of(first, last, [](const auto& path) { return !path.IsOwn(); });
+        if (waits || isElsewhere)
         {
-            dependant = {nullptr, [] {}, QString(), false, false};
+            FollowSources(PlaceFor({&group, &row, false, false, {}, {}}));
         }
     }
+}
+
+UINT16 CDependencies::PlaceFor(t_Dependant dependant)
+{
+    if (m_freePlaces.empty())
+    {
+        m_dependants.push_back(std::move(dependant));
+        return static_cast<UINT16>(m_dependants.size() - 1);
+    }
+    const UINT16 place = m_freePlaces.back();
+    m_freePlaces.pop_back();
+    m_dependants[place] = std::move(dependant);
+    return place;
+}
+
+/** Own settings that start a row at once are the group's own business. */
+void CDependencies::FollowSources(UINT16 place)
+{
+    CDbPropertyGroup& owner = *m_dependants[place].owner;
+    const t_Row& row = *m_dependants[place].row;
+    const auto [first, last] = owner.Rules().SourcesOf(row);
+    const auto follow = [this, place, &row](CDbObject& source)
+    { FollowNode(source, place, row.cause); };
+    const auto mark = [this, place](CDbPropertyGroup& container)
+    {
+        container.SetFollowed(0, static_cast<UINT8>(eCAUSE::Items));
+        if (std::find(m_followingItems.begin(), m_followingItems.end(), place) ==
+            m_followingItems.end())
+        {
+            m_followingItems.push_back(place);
+        }
+    };
+    for (const NNames::t_Path* path = first; path != last; ++path)
+    {
+        if (row.cause == eCAUSE::Changed || !path->IsOwn())
+        {
+            NWays::Visit(path->isFromRoot ? m_root : owner, *path, follow, mark);
+        }
+    }
+}
+
+void CDependencies::FollowNode(CDbObject& source, UINT16 place, eCAUSE cause)
+{
+    if (source.GetSourceNumber() == 0)
+    {
+        if (m_freeNumbers.empty())
+        {
+            m_followersOfSource.emplace_back();
+            m_freeNumbers.push_back(static_cast<UINT16>(m_followersOfSource.size()));
+        }
+        source.SetFollowed(m_freeNumbers.back(), 0);
+        m_freeNumbers.pop_back();
+    }
+    t_Followers& followers = m_followersOfSource[source.GetSourceNumber() - 1U];
+    if (std::find(followers.begin(), followers.end(), place) == followers.end())
+    {
+        followers.insert(std::upper_bound(followers.begin(), followers.end(), place), place);
+    }
+    source.SetFollowed(source.GetSourceNumber(), source.GetFollowed() | cause);
+}
+
+void CDependencies::EnterItem(const CDbPropertyGroup& container)
+{
+    if (HasCause(container.GetFollowed(), eCAUSE::Items))
+    {
+        // By index: what follows may add more.
+        for (std::size_t i = 0; i < m_followingItems.size(); ++i)
+        {
+            FollowSources(m_followingItems[i]);
+        }
+    }
+}
+
+void CDependencies::LeaveItem(CDbPropertyGroup& item)
+{
+    item.VisitChildrenFirst([this](CDbPropertyGroup& group) { LeaveGroup(group); });
+}
+
+void CDependencies::LeaveGroup(const CDbPropertyGroup& group)
+{
+    for (const auto& property : group.Properties())
+    {
+        LeaveNode(*property);
+    }
+    for (const auto& action : group.Objects())
+    {
+        LeaveNode(*action);
+    }
+    for (std::size_t place = 0; place < m_dependants.size(); ++place)
+    {
+        if (m_dependants[place].owner == &group)
+        {
+            LeavePlace(static_cast<UINT16>(place));
+        }
+    }
+}
+
+void CDependencies::LeavePlace(UINT16 place)
+{
+    m_dependants[place] = {};
+    m_freePlaces.push_back(place);
+    std::erase(m_followingItems, place);
+    for (t_Followers& followers : m_followersOfSource)
+    {
+        std::erase(followers, place);
+    }
+}
+
+void CDependencies::LeaveNode(CDbObject& source)
+{
+    if (source.GetSourceNumber() != 0)
+    {
+        m_followersOfSource[source.GetSourceNumber() - 1U].clear();
+        m_freeNumbers.push_back(source.GetSourceNumber());
+        source.SetFollowed(0, 0);
+    }
+}
+
+QString CDependencies::NameOf(const t_Dependant& dependant)
+{
+    return dependant.row == nullptr
+               ? dependant.name
+               : QStringLiteral("%1/%2").arg(dependant.owner->GetPath(),
+                                             QLatin1String(dependant.row->steps[0].name));
+}
+
+void CDependencies::Run(const t_Dependant& dependant)
+{
+    if (dependant.row == nullptr)
+    {
+        dependant.update();
+        return;
+    }
+    dependant.owner->RunRow(*dependant.row, nullptr);
 }
 
 void CDependencies::MarkChanged(const CDbPropBase& property)
@@ -39,23 +173,24 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
     {
         return;
     }
-    for (const UINT16 place : m_dependantsOfSource[property.GetSourceNumber() - 1U])
+    for (const UINT16 place : m_followersOfSource[property.GetSourceNumber() - 1U])
     {
         t_Dependant& dependant = m_dependants[place];
+        if (dependant.marked || !dependant.Waits())
+        {
+            continue;
+        }
         if (dependant.done)
         {
             KW_REPORT_ERROR(QStringLiteral("Dependency cycle: \"%1\" changed again after \"%2\" "
                                            "ran; it is not run a second time")
-                                .arg(property.GetPath(), dependant.name),
+                                .arg(property.GetPath(), NameOf(dependant)),
                             "CommonDatabase/Src/Dependencies");
             continue;
         }
-        if (!dependant.marked)
-        {
-            m_marked.push_back(place);
-            dependant.marked = true;
-            std::push_heap(m_marked.begin(), m_marked.end(), std::greater<>());
-        }
+        m_marked.push_back(place);
+        dependant.marked = true;
+        std::push_heap(m_marked.begin(), m_marked.end(), std::greater<>());
     }
 }
 
@@ -69,12 +204,15 @@ void CDependencies::RunMarked()
     while (!m_marked.empty())
     {
         std::pop_heap(m_marked.begin(), m_marked.end(), std::greater<>());
-        m_ran.push_back(m_marked.back());
+        const UINT16 place = m_marked.back();
         m_marked.pop_back();
-        t_Dependant& next = m_dependants[m_ran.back()];
-        next.marked = false;
-        next.done = true;
-        next.update();
+        if (m_dependants[place].marked) // its group may have left since
+        {
+            m_ran.push_back(place);
+            m_dependants[place].marked = false;
+            m_dependants[place].done = true;
+            Run(m_dependants[place]);
+        }
     }
     Forget();
 }
@@ -94,12 +232,34 @@ void CDependencies::Forget()
     m_running = false;
 }
 
+KW_ACCEPTANCE CDependencies::RunFollowers(eCAUSE cause, const CDbObject& source,
+                                          const CDbPropBase* written)
+{
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    // A copy: a row may take items in or out.
+    const t_Followers followers = m_followersOfSource[source.GetSourceNumber() - 1U];
+    for (const UINT16 place : followers)
+    {
+        const t_Dependant dependant = m_dependants[place];
+        if (m_autoUpdate && dependant.row != nullptr && dependant.row->cause == cause)
+        {
+            code = std::max(code, dependant.owner->RunRow(*dependant.row, written));
+        }
+    }
+    return code;
+}
+
 void CDependencies::CalculateEverything()
 {
     m_root.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
     m_root.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateChildAvailabilities(); });
-    for (const t_Dependant& dependant : m_dependants)
+    for (std::size_t place = 0; place < m_dependants.size(); ++place)
     {
-        dependant.update();
+        const t_Dependant dependant = m_dependants[place];
+        if (dependant.owner != nullptr && dependant.Waits() &&
+            (dependant.row == nullptr || dependant.row->isDerived))
+        {
+            Run(dependant);
+        }
     }
 }

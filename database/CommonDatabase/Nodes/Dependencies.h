@@ -1,30 +1,40 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CommonDatabase/Couplings/DbCouplings.h"
 #include "DbTypes.h"
 
 #include <functional>
 #include <vector>
 
+class CDbObject;
 class CDbPropBase;
 class CDbPropertyGroup;
 
 /**
- * What couples groups: updates of one group that depend on properties of another, registered once
- * when the tree is created. After a write each update whose sources changed runs once, in the
- * order of registration; an update whose source changes again after it ran is a cycle, which is
- * reported and not followed. Runs under the tree's lock.
+ * What couples groups: the rows of rules that follow settings of other groups, and those that wait
+ * for the end of a write. A group's rows are registered when it enters the tree, in the order of
+ * the tree, children first, and go with it.
+ *
+ * Rows that run at once (On, Delivered) follow the own rows of the written group. Of those that
+ * wait (Changed) each runs once for a write, in the order of registration; a row whose sources
+ * change again after it ran is a cycle, which is reported and not followed. Runs under the tree's
+ * lock.
  */
 class CDependencies
 {
 public:
     explicit CDependencies(CDbPropertyGroup& root) : m_root(root) {}
 
+    /** The rows of a group that has become part of the tree. */
+    void Enter(CDbPropertyGroup& group, const t_Couplings& rules);
+    /** Items came into a container of the tree: rows that follow each item follow them, too. */
+    void EnterItem(const CDbPropertyGroup& container);
+    /** An item leaves its container, with its rows, and what follows it. */
+    void LeaveItem(CDbPropertyGroup& item);
     /** `update` belongs to `owner` and depends on `sources`; `name` is for reports. */
     void Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
              std::function<void()> update, const QString& name);
-    /** Drops the updates of an owner that leaves the tree. */
-    void Remove(const CDbPropertyGroup& owner);
 
     /** Automatic updates after every write; off while the tree is being built. */
     void SetAutoUpdate(bool on) { m_autoUpdate = on; }
@@ -33,26 +43,45 @@ public:
     void RunMarked();
     /** Drops all marks: what they stood for was taken back. */
     void Forget();
+    /** The rows of other groups that follow a node at once, and the greatest of their codes. */
+    KW_ACCEPTANCE RunFollowers(eCAUSE cause, const CDbObject& source, const CDbPropBase* written);
 
-    /** Every group's UpdateGroup, children first, in tree order, then every dependent update in
-        order of registration. A second run changes nothing. */
+    /** Every group's UpdateGroup, children first, in tree order, then every derivation that waits,
+        in order of registration. A second run changes nothing. */
     void CalculateEverything();
 
 private:
     struct t_Dependant
     {
-        CDbPropertyGroup* owner; ///< null once the owner has left the tree
+        CDbPropertyGroup* owner = nullptr; ///< null where the owner has left the tree
+        const t_Row* row = nullptr;
+        bool marked = false;
+        bool done = false;
         std::function<void()> update;
         QString name;
-        bool marked;
-        bool done;
+        bool Waits() const { return row == nullptr || row->cause == eCAUSE::Changed; }
     };
+    /** The rows that follow one node, by their places in m_dependants: what a write marks must not
+        cost more the more is registered. */
+    using t_Followers = std::vector<UINT16>;
+
+    UINT16 PlaceFor(t_Dependant dependant);
+    void FollowSources(UINT16 place);
+    void FollowNode(CDbObject& source, UINT16 place, eCAUSE cause);
+    void LeaveGroup(const CDbPropertyGroup& group);
+    void LeavePlace(UINT16 place);
+    static void Run(const t_Dependant& dependant);
+    void LeaveNode(CDbObject& source);
+    static QString NameOf(const t_Dependant& dependant);
 
     CDbPropertyGroup& m_root;
     std::vector<t_Dependant> m_dependants;
-    /** Places in m_dependants for each source, by the number that the source carries less one: what
-        a write marks must not cost more the more is registered. */
-    std::vector<std::vector<UINT16>> m_dependantsOfSource;
+    std::vector<UINT16> m_freePlaces;
+    /** By the number that the source carries less one. */
+    std::vector<t_Followers> m_followersOfSource;
+    std::vector<UINT16> m_freeNumbers;
+    /** Places of rows that follow each item of a container. */
+    std::vector<UINT16> m_followingItems;
     /** Places of what is marked, as a heap with the earliest registered first. */
     std::vector<UINT16> m_marked;
     /** Places of what ran since the write. */

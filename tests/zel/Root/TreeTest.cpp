@@ -291,7 +291,7 @@ TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
                     unknown.insert(property->GetPath());
                 }
             }
-            for (const auto& [one, other] : group.Twins())
+            for (const auto& [one, other] : group.GetTwins())
             {
                 unknown.erase(one->GetPath());
                 unknown.erase(other->GetPath());

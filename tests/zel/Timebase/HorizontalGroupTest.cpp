@@ -333,6 +333,7 @@ TEST_P(HorizontalDispatch, RunsOtherStepsOrInAnotherOrder)
     CDbPgRoot root;
     auto* const group = new CRecordingHorizontal;
     root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+    root.OnTreeCreated();
     group->UpdateGroup();
     group->steps.clear();
     CDbPropBase* const property = group->FindProperty(QString::fromLatin1(GetParam().property));
@@ -392,6 +393,7 @@ TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
     CDbPgRoot root;
     auto* const group = new CRecordingHorizontal;
     root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+    root.OnTreeCreated();
     group->UpdateGroup();
     GetParam().spoil(*group);
     group->steps.clear();
@@ -440,6 +442,7 @@ TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
     CDbPgRoot root;
     auto* const group = new COddClock;
     root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+    root.OnTreeCreated();
     ASSERT_EQ(group->GetPrWaveformUpdateMode()->Set(eKW_WAVEFORM_UPDATE_MODE_ROLL), eKW_ACC_OK);
     const auto before = reports.List().size();
     ASSERT_EQ(group->GetPrScale()->Set(0.1), eKW_ACC_OK);

@@ -6,6 +6,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "KWEnumerations.h"
+#include "Names/Demo.h"
 
 class CPgTexts;
 class CPgaChannel;
@@ -17,6 +18,7 @@ class CPgDemoBase : public CDbPgRoot
 {
 public:
     using Interface = IKWFunctionDemo;
+    using Names = NNames::Demo;
 
     CPgDemoBase();
     ~CPgDemoBase() override;

@@ -5,16 +5,13 @@
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "CommonDatabase/Properties/DbPropNum.h"
-#include "KWEnumerations.h"
 #include "KWMath.h"
-#include "Rules/UnitRules.h"
 
 #include <initializer_list>
 #include <optional>
 
-class CPgZEL;
-
-/** What the rules of several groups share. Everything here runs under the tree's lock. */
+/** What the rules of several groups share about numbers, results and places in the tree. Everything
+    here runs under the tree's lock. */
 namespace NRules
 {
 constexpr double kVerticalDivisions = 8.0;
@@ -125,113 +122,4 @@ inline void SetAvailable(std::initializer_list<CDbPropBase*> properties, bool av
                                             : eAVAILABILITY_NOT_AVAILABLE);
     }
 }
-
-// Channels ---------------------------------------------------------------------------------------
-
-/** Kinds of channels, as bits, that a function can use as its source. */
-enum SOURCE_KINDS : UINT32
-{
-    eSOURCES_ANALOG = 1,
-    eSOURCES_DIGITAL = 2,
-    eSOURCES_MATHEMATICS = 4,
-    eSOURCES_REFERENCE = 8,
-    eSOURCES_FFT = 16,
-    eSOURCES_INPUTS = eSOURCES_ANALOG | eSOURCES_DIGITAL,
-    eSOURCES_LEVELS = eSOURCES_ANALOG | eSOURCES_MATHEMATICS | eSOURCES_REFERENCE,
-    eSOURCES_TRACES = eSOURCES_LEVELS | eSOURCES_DIGITAL
-};
-
-/** Lets a selector offer the channels of these kinds that are switched on, without `except`; a
-    value that is not among them gives way to the lowest that is. */
-void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds,
-                  KW_ZEL_CHANNEL except = eKW_ZEL_CHANNEL_NONE);
-
-/** Registers what must run when a channel is switched on or off. */
-void AddSourceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name);
-
-/** Registers what must run when the screen of a channel that has levels changes, or its unit. */
-void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name);
-
-/** Kind of a channel's trace; digital for "none". */
-KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel);
-
-/** Levels at the lower and upper edge of the screen, by the scale of one channel. */
-struct t_Screen
-{
-    double bottom;
-    double top;
-    double division;
-    KW_UNIT unit;
-};
-
-/** Gives a level the unit, the limits and the step of a screen; the value follows. */
-void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen);
-
-/** Nothing for channels that have no levels. */
-std::optional<t_Screen> ScreenOf(const CPgZEL& root, KW_ZEL_CHANNEL channel);
-
-/** Unit of a channel's levels; none (65) where it has no levels. */
-KW_UNIT UnitOf(const CPgZEL* root, KW_ZEL_CHANNEL channel);
-
-// Patterns that several groups follow ------------------------------------------------------------
-
-/** Base of a group with "UpperLevel" and "LowerLevel" on the screen of a channel. */
-template <typename TBase>
-class COrderedLevels : public TBase
-{
-public:
-    using TBase::TBase;
-
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override
-    {
-        KeepOrdered(*this->m_pLowerLevel, *this->m_pUpperLevel, property);
-        return TBase::OnPropertySet(property);
-    }
-
-    void FollowScreen(const t_Screen& screen)
-    {
-        for (CDbPropNumDouble* const level : {this->m_pLowerLevel, this->m_pUpperLevel})
-        {
-            PutOnScreen(*level, screen);
-        }
-        KeepOrdered(*this->m_pLowerLevel, *this->m_pUpperLevel);
-    }
-};
-
-/** Base of a group with "LevelSet" and "Level": a fixed level is written where it is selected, and
-    a level that the user writes makes the selection "user". */
-template <typename TBase>
-class CSelectedLevel : public TBase
-{
-public:
-    using TBase::TBase;
-
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override
-    {
-        if (property == this->m_pLevel)
-        {
-            KW_CHECKED(this->m_pLevelSet->DbSet(eKW_TRIGGER_LEVEL_SET_USER));
-        }
-        const KW_ACCEPTANCE code = property == this->m_pLevelSet ? FollowSelection() : eKW_ACC_OK;
-        return std::max(code, TBase::OnPropertySet(property));
-    }
-
-    void UpdateGroup() override { FollowSelection(); }
-
-    std::vector<CDbPropertyGroup::t_Twins> Twins() const override
-    {
-        return {{this->m_pLevelSet, this->m_pLevel}};
-    }
-
-protected:
-    /** eKW_ACC_WARNING when the selected level lies beyond the limits. */
-    KW_ACCEPTANCE FollowSelection()
-    {
-        const std::optional<double> level =
-            this->m_pLevelSet->GetNameInfo().GetNumber(this->m_pLevelSet->GetAsInt());
-        return level ? MoveTo(*this->m_pLevel, *level) : eKW_ACC_OK;
-    }
-};
 } // namespace NRules

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "DbCouplings.h"
+
+#include "CommonDatabase/Containers/DbContainerBase.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "DbWays.h"
+
+#include <algorithm>
+
+UINT8 t_Couplings::Causes() const
+{
+    UINT8 causes = 0;
+    for (const t_Row& row : *this)
+    {
+        causes |= static_cast<UINT8>(row.cause);
+    }
+    return causes;
+}
+
+/** Keeps the stack of running rows while somebody watches. */
+class CRunningRow
+{
+public:
+    CRunningRow(CDbPropertyGroup& group, const t_Row& row)
+        : m_running{&group, &row, nullptr, CRowTrace::s_running}
+    {
+        CRowTrace::s_running = &m_running;
+    }
+    ~CRunningRow() { CRowTrace::s_running = m_running.below; }
+    CRunningRow(const CRunningRow&) = delete;
+    CRunningRow& operator=(const CRunningRow&) = delete;
+    void At(const t_Step& step) { m_running.step = &step; }
+
+private:
+    t_RunningRow m_running;
+};
+
+KW_ACCEPTANCE CDbPropertyGroup::RunStep(const t_Row& row, const t_Step& step,
+                                        const CDbPropBase* written)
+{
+    if (CRowTrace::s_trace == nullptr)
+    {
+        return step.run(*this, written);
+    }
+    CRunningRow running(*this, row);
+    running.At(step);
+    return step.run(*this, written);
+}
+
+KW_ACCEPTANCE CDbPropertyGroup::RunRow(const t_Row& row, const CDbPropBase* written)
+{
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    for (UINT8 i = 0; i < row.stepCount; ++i)
+    {
+        code = std::max(code, RunStep(row, row.steps[i], written));
+        if (row.cause == eCAUSE::On && written == nullptr && code > eKW_ACC_WARNING)
+        {
+            break;
+        }
+    }
+    return code;
+}
+
+KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
+                                        const CDbPropBase* written)
+{
+    if ((m_causes & causes) == 0)
+    {
+        return eKW_ACC_OK;
+    }
+    const NNames::eNODE kind = written != nullptr ? NNames::eNODE::Property : NNames::eNODE::Action;
+    const t_Couplings rules = Rules();
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    for (const t_Row& row : rules)
+    {
+        if (!HasCause(causes, row.cause) ||
+            !(row.cause == eCAUSE::OnAny || rules.StartsAt(row, kind, source.GetPlace())))
+        {
+            continue;
+        }
+        code = std::max(code, RunRow(row, written));
+        if (written == nullptr && code > eKW_ACC_WARNING)
+        {
+            break;
+        }
+    }
+    return code;
+}
+
+void CDbPropertyGroup::RunItemRows(const CDbContainerBase& container)
+{
+    const t_Couplings rules = Rules();
+    for (const t_Row& row : rules)
+    {
+        if (row.cause == eCAUSE::Items &&
+            rules.StartsAt(row, NNames::eNODE::Group, container.GetPlace()))
+        {
+            RunRow(row, nullptr);
+        }
+    }
+}
+
+void CDbPropertyGroup::RunFreshRows()
+{
+    for (const t_Row& row : Rules())
+    {
+        if (row.cause == eCAUSE::Fresh)
+        {
+            RunRow(row, nullptr);
+        }
+    }
+}
+
+namespace
+{
+/** Whether a derived row before this one has the step, too. */
+bool HasRun(const t_Couplings& rules, const t_Row& row, const t_Step& step)
+{
+    for (const t_Row* before = rules.begin(); before != &row; ++before)
+    {
+        for (UINT8 i = 0; before->isDerived && i < before->stepCount; ++i)
+        {
+            if (before->steps[i].run == step.run)
+            {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+} // namespace
+
+/** What several rows derive is derived once. */
+void CDbPropertyGroup::UpdateGroup()
+{
+    const t_Couplings rules = m_causes != 0 ? Rules() : t_Couplings{};
+    for (const t_Row& row : rules)
+    {
+        for (UINT8 i = 0; row.isDerived && i < row.stepCount; ++i)
+        {
+            if (!HasRun(rules, row, row.steps[i]))
+            {
+                RunStep(row, row.steps[i], nullptr);
+            }
+        }
+    }
+}
+
+void CDbPropertyGroup::EnterTree(CDbPgRoot& root)
+{
+    const t_Couplings rules = Rules();
+    m_causes = rules.Causes();
+    if (rules.rowCount > 0)
+    {
+        root.GetDependencies().Enter(*this, rules);
+    }
+}
+
+CDbObject* CDbPropertyGroup::Resolve(const NNames::t_Path& path) const
+{
+    const CDbPropertyGroup* const root = GetDbRoot();
+    return root != nullptr ? NWays::Resolve(*root, path) : nullptr;
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DbNames.h"
+#include "KWAcceptance.h"
+
+#include <utility>
+
+class CDbObject;
+class CDbPropBase;
+class CDbPropertyGroup;
+
+/** What starts a row of a group's rules; bits, so that a group can say which of them it has. */
+enum class eCAUSE : UINT8
+{
+    On = 0x01,        ///< at once: a client wrote the setting or ran the action
+    OnAny = 0x02,     ///< at once: a client wrote any setting of the group
+    Delivered = 0x04, ///< at once: an internal write, of the acquisition or of rules
+    Changed = 0x08,   ///< once at the end of the outermost write
+    Items = 0x10,     ///< at once: items came, went or were renamed
+    Fresh = 0x20,     ///< once, when the group has become part of a whole tree
+    Twins = 0x40,     ///< never: two settings that say the same
+    None = 0x80       ///< only when everything is computed
+};
+
+constexpr UINT8 operator|(eCAUSE a, eCAUSE b)
+{
+    return static_cast<UINT8>(static_cast<UINT8>(a) | static_cast<UINT8>(b));
+}
+constexpr UINT8 operator|(UINT8 causes, eCAUSE cause)
+{
+    return static_cast<UINT8>(causes | static_cast<UINT8>(cause));
+}
+constexpr bool HasCause(UINT8 causes, eCAUSE cause)
+{
+    return (causes & static_cast<UINT8>(cause)) != 0;
+}
+
+/** A step: a member function of the group's class, and its name. `written` is the property that
+    started the row; null after an action, and where everything is computed. */
+struct t_Step
+{
+    KW_ACCEPTANCE (*run)(CDbPropertyGroup& group, const CDbPropBase* written);
+    const char* name;
+};
+
+/** A row of a group's rules: what starts it, and what then runs, in this order. */
+struct t_Row
+{
+    const t_Step* steps;
+    UINT16 firstSource; ///< in the sources of the table
+    UINT8 sourceCount;
+    UINT8 stepCount;
+    eCAUSE cause;
+    bool isDerived; ///< runs again whenever everything is computed
+};
+
+/** The rules of a group's class: constant data, made by Couplings() from a table. */
+struct t_Couplings
+{
+    const t_Row* rows = nullptr;
+    const NNames::t_Path* sources = nullptr;
+    UINT16 rowCount = 0;
+
+    const t_Row* begin() const { return rows; }
+    const t_Row* end() const { return rows + rowCount; }
+    /** The paths that start a row. */
+    std::pair<const NNames::t_Path*, const NNames::t_Path*> SourcesOf(const t_Row& row) const
+    {
+        const NNames::t_Path* const first = sources + row.firstSource;
+        return {first, first + row.sourceCount};
+    }
+    /** Bits of eCAUSE of all rows. */
+    UINT8 Causes() const;
+    /** Whether a member of the group itself starts the row. */
+    bool StartsAt(const t_Row& row, NNames::eNODE kind, UINT8 place) const
+    {
+        const auto [first, last] = SourcesOf(row);
+        for (const NNames::t_Path* path = first; path != last; ++path)
+        {
+            if (path->IsOwn(kind, place))
+            {
+                return true;
+            }
+        }
+        return false;
+    }
+};
+
+/** A row that runs, and the one that it runs inside of. */
+struct t_RunningRow
+{
+    CDbPropertyGroup* group;
+    const t_Row* row;
+    const t_Step* step;
+    const t_RunningRow* below;
+};
+
+/** Told of every change of a property, with the rows that run. One for the process, under the
+    tree's lock. */
+class CRowTrace
+{
+public:
+    virtual ~CRowTrace() = default;
+    /** `running` is null for what a client wrote. */
+    virtual void OnChanged(const CDbObject& node, const t_RunningRow* running) = 0;
+
+    /** Null ends the watch. */
+    static void Watch(CRowTrace* trace) { s_trace = trace; }
+    static void NoteChange(const CDbObject& node)
+    {
+        if (s_trace != nullptr)
+        {
+            s_trace->OnChanged(node, s_running);
+        }
+    }
+
+private:
+    friend class CRunningRow;
+    friend class CDbPropertyGroup;
+
+    static inline CRowTrace* s_trace = nullptr;
+    static inline const t_RunningRow* s_running = nullptr;
+};

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "Rules/ChannelRules.h"
+
+#include "CommonDatabase/Couplings/DbWays.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "Rules/SourceDependencies.h"
+
+using namespace NNames;
+using namespace NApplicationDefinitions;
+
+namespace
+{
+/** Accepts channels by their kind. */
+class CSourceKinds final : public IApplicationOnSources
+{
+public:
+    CSourceKinds(UINT32 kinds, KW_ZEL_CHANNEL except) : m_kinds(kinds), m_except(except) {}
+
+    bool IsSourceApplicable(KW_ZEL_CHANNEL channel) const override
+    {
+        return channel != m_except && (m_kinds & KindOf(channel)) != 0;
+    }
+
+private:
+    static UINT32 KindOf(KW_ZEL_CHANNEL channel)
+    {
+        switch (NRules::TraceTypeOf(channel))
+        {
+        case eKW_ZEL_TRACE_TYPE_ANALOG:
+            return NRules::eSOURCES_ANALOG;
+        case eKW_ZEL_TRACE_TYPE_MATHEMATICS:
+            return NRules::eSOURCES_MATHEMATICS;
+        case eKW_ZEL_TRACE_TYPE_REFERENCE:
+            return NRules::eSOURCES_REFERENCE;
+        case eKW_ZEL_TRACE_TYPE_FFT:
+            return NRules::eSOURCES_FFT;
+        case eKW_ZEL_TRACE_TYPE_DIGITAL:
+            return NRules::eSOURCES_DIGITAL;
+        default:
+            return 0;
+        }
+    }
+
+    UINT32 m_kinds;
+    KW_ZEL_CHANNEL m_except;
+};
+
+NRules::t_Screen ScreenAround(double scale, double position, KW_UNIT unit)
+{
+    const double top = (NRules::kVerticalDivisions / 2.0 - position) * scale;
+    return {top - scale * NRules::kVerticalDivisions, top, scale, unit};
+}
+} // namespace
+
+namespace NRules
+{
+void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CHANNEL except)
+{
+    const CSourceKinds application(kinds, except);
+    CSourceDependencies(application, eSOURCE_ACTIVITY_SWITCHED_ON)
+        .SetAvailableSources(selector, true);
+}
+
+namespace
+{
+template <typename TWhen>
+void Add(CDbPropertyGroup& owner, const TWhen& when, const std::function<void()>& update,
+         const QString& name)
+{
+    CDbPgRoot* const root = owner.GetDbRoot();
+    std::vector<CDbPropBase*> sources;
+    for (const t_Path& path : when.sources)
+    {
+        NWays::Visit(
+            *root, path,
+            [&](CDbObject& node) { sources.push_back(static_cast<CDbPropBase*>(&node)); },
+            [](CDbPropertyGroup&) {});
+    }
+    root->GetDependencies().Add(owner, sources, update, name);
+}
+} // namespace
+
+void AddSourceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
+                         const QString& name)
+{
+    Add(owner, kSwitched, update, name);
+}
+
+void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
+                         const QString& name)
+{
+    Add(owner, kScreens, update, name);
+    Add(owner, kMathematicsScreen, update, name);
+}
+
+KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel)
+{
+    if (IsAnalogChannel(channel))
+    {
+        return eKW_ZEL_TRACE_TYPE_ANALOG;
+    }
+    switch (channel)
+    {
+    case eKW_ZEL_CHANNEL_M1:
+        return eKW_ZEL_TRACE_TYPE_MATHEMATICS;
+    case eKW_ZEL_CHANNEL_R1:
+        return eKW_ZEL_TRACE_TYPE_REFERENCE;
+    case eKW_ZEL_CHANNEL_XY:
+        return eKW_ZEL_TRACE_TYPE_XY;
+    case eKW_ZEL_CHANNEL_S1:
+        return eKW_ZEL_TRACE_TYPE_BUS;
+    case eKW_ZEL_CHANNEL_FFT1:
+    case eKW_ZEL_CHANNEL_FFT2:
+    case eKW_ZEL_CHANNEL_FFT3:
+    case eKW_ZEL_CHANNEL_FFT4:
+        return eKW_ZEL_TRACE_TYPE_FFT;
+    default:
+        return eKW_ZEL_TRACE_TYPE_DIGITAL;
+    }
+}
+
+std::optional<t_Screen> ScreenOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL channel)
+{
+    switch (TraceTypeOf(channel))
+    {
+    case eKW_ZEL_TRACE_TYPE_ANALOG:
+    {
+        const auto c = ZEL::Vertical / Vertical::Channel / channel;
+        return t_Screen{group.At(c / Channel::Bottom)->Get(), group.At(c / Channel::Top)->Get(),
+                        group.At(c / Channel::Scale)->Get(),
+                        group.At(c / Channel::ProbeUnit)->Get()};
+    }
+    case eKW_ZEL_TRACE_TYPE_MATHEMATICS:
+        return ScreenAround(group.At(ZEL::Mathematics / Mathematics::Scale)->Get(),
+                            group.At(ZEL::Mathematics / Mathematics::Position)->Get(),
+                            group.At(ZEL::Mathematics / Mathematics::Unit)->Get());
+    case eKW_ZEL_TRACE_TYPE_REFERENCE:
+    {
+        constexpr auto r = ZEL::Vertical / Vertical::ReferenceCurve;
+        return ScreenAround(
+            group.At(r / ReferenceCurve::Scale)->Get(),
+            group.At(r / ReferenceCurve::Position)->Get(),
+            group.At(r / ReferenceCurve::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit)
+                ->Get());
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen)
+{
+    KW_CHECKED(level.SetUnit(screen.unit));
+    SetLimits(level, screen.bottom, screen.top);
+    KW_CHECKED(level.SetStep(StepOf(screen.division)));
+}
+
+KW_UNIT UnitOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL channel)
+{
+    const std::optional<t_Screen> screen = ScreenOf(group, channel);
+    return screen ? screen->unit : eKW_UNIT_NONE;
+}
+} // namespace NRules

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerations.h"
+#include "Names/Channel.h"
+#include "Names/FFT.h"
+#include "Names/Logic.h"
+#include "Names/LogicChannel.h"
+#include "Names/Mathematics.h"
+#include "Names/ReferenceCurve.h"
+#include "Names/ReferenceCurveAttributes.h"
+#include "Names/Vertical.h"
+#include "Names/ZEL.h"
+#include "Rules/NumberRules.h"
+
+/** What the rules of several groups share about channels: which a function can use, and the screen
+    of one. Everything here runs under the tree's lock. */
+namespace NRules
+{
+/** Kinds of channels, as bits, that a function can use as its source. */
+enum ESOURCE_KINDS : UINT32
+{
+    eSOURCES_ANALOG = 1,
+    eSOURCES_DIGITAL = 2,
+    eSOURCES_MATHEMATICS = 4,
+    eSOURCES_REFERENCE = 8,
+    eSOURCES_FFT = 16,
+    eSOURCES_INPUTS = eSOURCES_ANALOG | eSOURCES_DIGITAL,
+    eSOURCES_LEVELS = eSOURCES_ANALOG | eSOURCES_MATHEMATICS | eSOURCES_REFERENCE,
+    eSOURCES_TRACES = eSOURCES_LEVELS | eSOURCES_DIGITAL
+};
+
+/** Lets a selector offer the channels of these kinds that are switched on, without `except`; a
+    value that is not among them gives way to the lowest that is. */
+void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds,
+                  KW_ZEL_CHANNEL except = eKW_ZEL_CHANNEL_NONE);
+
+/** A channel was switched on or off. */
+inline constexpr auto kSwitched = NNames::Changed(
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::Enabled,
+    NNames::ZEL::Logic / NNames::Logic::Enabled,
+    NNames::ZEL::Logic / NNames::Logic::LogicChannel / NNames::each / NNames::LogicChannel::Enabled,
+    NNames::ZEL::Mathematics / NNames::Mathematics::Enabled,
+    NNames::ZEL::Vertical / NNames::Vertical::ReferenceCurve / NNames::ReferenceCurve::Enabled,
+    NNames::ZEL::FFT / NNames::FFT::State);
+
+/** The screen of an input or reference channel moved, or its unit changed. */
+inline constexpr auto kScreens = NNames::Changed(
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::Top,
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::Bottom,
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::ProbeUnit,
+    NNames::ZEL::Vertical / NNames::Vertical::ReferenceCurve / NNames::ReferenceCurve::Scale,
+    NNames::ZEL::Vertical / NNames::Vertical::ReferenceCurve / NNames::ReferenceCurve::Position,
+    NNames::ZEL::Vertical / NNames::Vertical::ReferenceCurve /
+        NNames::ReferenceCurve::ReferenceCurveAttributes / NNames::ReferenceCurveAttributes::Unit);
+
+/** The same of the mathematics channel. It follows the others: a row of its own runs after they
+    have. */
+inline constexpr auto kMathematicsScreen =
+    NNames::Changed(NNames::ZEL::Mathematics / NNames::Mathematics::Scale,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::Position,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::Unit);
+
+/** Registers what must run when a channel is switched on or off. */
+void AddSourceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
+                         const QString& name);
+
+/** Registers what must run when the screen of a channel that has levels changes, or its unit. */
+void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
+                         const QString& name);
+
+/** Kind of a channel's trace; digital for "none". */
+KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel);
+
+/** Levels at the lower and upper edge of the screen, by the scale of one channel. */
+struct t_Screen
+{
+    double bottom;
+    double top;
+    double division;
+    KW_UNIT unit;
+};
+
+/** Gives a level the unit, the limits and the step of a screen; the value follows. */
+void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen);
+
+/** Of a channel in the tree that `group` is part of. Nothing for channels that have no levels. */
+std::optional<t_Screen> ScreenOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL channel);
+
+/** Unit of a channel's levels; none (65) where it has no levels. */
+KW_UNIT UnitOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL channel);
+} // namespace NRules

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Rules/ChannelRules.h"
+
+/** Patterns that several groups of levels follow. */
+namespace NRules
+{
+/** Base of a group with "UpperLevel" and "LowerLevel" on the screen of a channel. */
+template <typename TBase>
+class COrderedLevels : public TBase
+{
+public:
+    using TBase::TBase;
+
+    t_Couplings Rules() const override
+    {
+        using N = typename TBase::Names;
+        static constexpr auto rows = NNames::Table<N>(NNames::On(N::LowerLevel, N::UpperLevel) >>
+                                                      NNames::Do<&COrderedLevels::OrderLevels>);
+        return rows;
+    }
+
+    void FollowScreen(const t_Screen& screen)
+    {
+        for (CDbPropNumDouble* const level : {this->m_pLowerLevel, this->m_pUpperLevel})
+        {
+            PutOnScreen(*level, screen);
+        }
+        OrderLevels(nullptr);
+    }
+
+private:
+    void OrderLevels(const CDbPropBase* written)
+    {
+        KeepOrdered(*this->m_pLowerLevel, *this->m_pUpperLevel, written);
+    }
+};
+
+/** Base of a group with "LevelSet" and "Level": a fixed level is written where it is selected, and
+   a level that the user writes makes the selection "user". */
+template <typename TBase>
+class CSelectedLevel : public TBase
+{
+public:
+    using TBase::TBase;
+
+    t_Couplings Rules() const override
+    {
+        using N = typename TBase::Names;
+        static constexpr auto rows = NNames::Table<N>(
+            NNames::On(N::Level) >> NNames::Do<&CSelectedLevel::SelectUser>,
+            NNames::On(N::LevelSet) >> NNames::Derive<&CSelectedLevel::FollowSelection>,
+            NNames::Twins(N::LevelSet, N::Level));
+        return rows;
+    }
+
+protected:
+    /** eKW_ACC_WARNING when the selected level lies beyond the limits. */
+    KW_ACCEPTANCE FollowSelection()
+    {
+        const std::optional<double> level =
+            this->m_pLevelSet->GetNameInfo().GetNumber(this->m_pLevelSet->GetAsInt());
+        return level ? MoveTo(*this->m_pLevel, *level) : eKW_ACC_OK;
+    }
+
+private:
+    void SelectUser() { KW_CHECKED(this->m_pLevelSet->DbSet(eKW_TRIGGER_LEVEL_SET_USER)); }
+};
+} // namespace NRules

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "Rules/NumberRules.h"
+
+#include "CommonDatabase/Containers/DbContainerBase.h"
+#include "CommonDatabase/Properties/DbStepping.h"
+
+namespace NRules
+{
+double RoundStep(double step)
+{
+    return NStepping::FloorToLadder125(step);
+}
+
+INT32 IndexInArray(const CDbPropertyGroup& item)
+{
+    const auto* const container = dynamic_cast<const CDbContainerBase*>(item.GetParent());
+    return container != nullptr ? container->PositionOf(item) : 0;
+}
+
+void UpdateSubtree(CDbPropertyGroup& group)
+{
+    group.VisitChildrenFirst([](CDbPropertyGroup& below) { below.UpdateGroup(); });
+}
+
+void WriteUserDefaults(CDbPropertyGroup& group)
+{
+    group.WriteDefaults(eSAVERECALL_SETTINGS);
+}
+
+KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partner,
+                          double difference)
+{
+    return MoveTo(partner, moved.Get() + difference);
+}
+
+void WriteResult(CDbPropNumDouble& result, double value)
+{
+    const bool inRange = value >= result.GetDeclaredMin() && value <= result.GetDeclaredMax();
+    KW_CHECKED(inRange ? result.DbSet(value) : result.SetValidity(eKW_VALIDITY_INVALID));
+}
+
+void InvalidateResults(CDbPropertyGroup& group)
+{
+    for (const auto& property : group.Properties())
+    {
+        if (property->GetObjectType() == eOBJECTTYPE_RESULT)
+        {
+            KW_CHECKED(property->SetValidity(eKW_VALIDITY_INVALID));
+        }
+    }
+}
+} // namespace NRules

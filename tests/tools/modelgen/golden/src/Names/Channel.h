@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Generated from Demo.toml: change the model, not this file.
+#pragma once
+
+#include "CommonDatabase/Couplings/DbNames.h"
+
+enum KW_ONOFF : INT32;
+enum KW_RATE : INT32;
+class CPgChannel;
+
+namespace NNames
+{
+/** One input. */
+struct Channel
+{
+    using t_Class = CPgChannel;
+    static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
+        Scale{{eNODE::Property, false, 1, {0}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
+        Gain{{eNODE::Property, false, 1, {1}}};
+    static constexpr t_Way<NNames::Channel, CDbPropEnum<KW_RATE>>
+        Rate{{eNODE::Property, false, 1, {2}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT16>>
+        Mask{{eNODE::Property, false, 1, {3}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<INT16>>
+        Small{{eNODE::Property, false, 1, {4}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<INT32>>
+        Word{{eNODE::Property, false, 1, {5}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT32>>
+        Count{{eNODE::Property, false, 1, {6}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<INT64>>
+        Long{{eNODE::Property, false, 1, {7}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT64>>
+        Ticks{{eNODE::Property, false, 1, {8}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
+        Reading{{eNODE::Property, false, 1, {9}}};
+    static constexpr t_Way<NNames::Channel, CDbPropEnum<KW_ONOFF>>
+        SavedResult{{eNODE::Property, false, 1, {10}}};
+};
+} // namespace NNames
