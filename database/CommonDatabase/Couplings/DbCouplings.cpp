@@ -118,7 +118,7 @@ bool HasRun(const t_Couplings& rules, const t_Row& row, const t_Step& step)
 {
     for (const t_Row* before = rules.begin(); before != &row; ++before)
     {
-        for (UINT8 i = 0; before->isDerived && i < before->stepCount; ++i)
+        for (UINT8 i = 0; before->again == eAGAIN::WithGroup && i < before->stepCount; ++i)
         {
             if (before->steps[i].run == step.run)
             {
@@ -136,7 +136,7 @@ void CDbPropertyGroup::UpdateGroup()
     const t_Couplings rules = m_causes != 0 ? Rules() : t_Couplings{};
     for (const t_Row& row : rules)
     {
-        for (UINT8 i = 0; row.isDerived && i < row.stepCount; ++i)
+        for (UINT8 i = 0; row.again == eAGAIN::WithGroup && i < row.stepCount; ++i)
         {
             if (!HasRun(rules, row, row.steps[i]))
             {

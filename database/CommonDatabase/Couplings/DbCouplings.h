@@ -36,6 +36,14 @@ constexpr bool HasCause(UINT8 causes, eCAUSE cause)
     return (causes & static_cast<UINT8>(cause)) != 0;
 }
 
+/** When a row runs although nothing started it: whenever everything is computed. */
+enum class eAGAIN : UINT8
+{
+    Never,
+    WithGroup, ///< with its group, in the order of the tree; what is Changed once more at the end
+    AtEnd      ///< when all groups have been computed
+};
+
 /** A step: a member function of the group's class, and its name. `written` is the property that
     started the row; null after an action, and where everything is computed. */
 struct t_Step
@@ -52,7 +60,7 @@ struct t_Row
     UINT8 sourceCount;
     UINT8 stepCount;
     eCAUSE cause;
-    bool isDerived; ///< runs again whenever everything is computed
+    eAGAIN again;
 };
 
 /** The rules of a group's class: constant data, made by Couplings() from a table. */

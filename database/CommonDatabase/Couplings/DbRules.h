@@ -18,9 +18,11 @@
  *     }
  *
  * Left of ">>" stands when: settings and actions of the group itself (Trigger::…), below it, or
- * anywhere by their way from the root (ZEL::…). Right of it what: a reaction (Do) or a derivation
- * (Derive), which also runs whenever everything is computed. Rows run in their order, the steps of
- * a row in theirs; the rows of a written setting's own group before the rows of others.
+ * anywhere by their way from the root (ZEL::…). Right of it what: a reaction (Do), or a derivation,
+ * which also runs whenever everything is computed: with its group (Derive), or when all groups have
+ * been, for what rests on the settled numbers of others (Settle, after Changed). Rows run in their
+ * order, the steps of a row in theirs; the rows of a written setting's own group before the rows of
+ * others.
  *
  * A step is a member function that may take the written property (const CDbPropBase*, null where
  * none was) and may answer a code. The greatest code is the answer to a client: of a write at most
@@ -176,7 +178,7 @@ struct t_StepName
     }();
 };
 
-template <bool derived, auto... step>
+template <eAGAIN again, auto... step>
 struct t_What
 {
     static_assert(sizeof...(step) > 0);
@@ -184,9 +186,11 @@ struct t_What
 };
 
 template <auto... step>
-inline constexpr t_What<false, step...> Do;
+inline constexpr t_What<eAGAIN::Never, step...> Do;
 template <auto... step>
-inline constexpr t_What<true, step...> Derive;
+inline constexpr t_What<eAGAIN::WithGroup, step...> Derive;
+template <auto... step>
+inline constexpr t_What<eAGAIN::AtEnd, step...> Settle;
 
 // Tables ----------------------------------------------------------------------------------------
 
@@ -198,12 +202,12 @@ struct t_Rows
     std::array<t_Path, sizeof...(TFrom)> sources;
 };
 
-template <typename... TFrom, bool derived, auto... step>
+template <typename... TFrom, eAGAIN again, auto... step>
 constexpr t_Rows<1, TFrom...> operator>>(const t_When<TFrom...>& when,
-                                         const t_What<derived, step...>& /*what*/)
+                                         const t_What<again, step...>& /*what*/)
 {
-    return {{{{t_What<derived, step...>::steps, 0, static_cast<UINT8>(sizeof...(TFrom)),
-               static_cast<UINT8>(sizeof...(step)), when.cause, derived}}},
+    return {{{{t_What<again, step...>::steps, 0, static_cast<UINT8>(sizeof...(TFrom)),
+               static_cast<UINT8>(sizeof...(step)), when.cause, again}}},
             when.sources};
 }
 
@@ -217,12 +221,12 @@ template <typename TFrom, typename TOne, typename TOther>
 constexpr t_Rows<1, TFrom, TFrom> Twins(const t_Way<TFrom, TOne>& one,
                                         const t_Way<TFrom, TOther>& other)
 {
-    return {{{{nullptr, 0, 2, 0, eCAUSE::Twins, false}}}, {one.path, other.path}};
+    return {{{{nullptr, 0, 2, 0, eCAUSE::Twins, eAGAIN::Never}}}, {one.path, other.path}};
 }
 
 /** A derivation that nothing but computing everything starts. */
 template <auto... step>
-constexpr t_Rows<1> AsRows(const t_What<true, step...>& what)
+constexpr t_Rows<1> AsRows(const t_What<eAGAIN::WithGroup, step...>& what)
 {
     return t_When<>{eCAUSE::None, {}} >> what;
 }

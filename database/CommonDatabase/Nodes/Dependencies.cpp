@@ -257,7 +257,7 @@ void CDependencies::CalculateEverything()
     {
         const t_Dependant dependant = m_dependants[place];
         if (dependant.owner != nullptr && dependant.Waits() &&
-            (dependant.row == nullptr || dependant.row->isDerived))
+            (dependant.row == nullptr || dependant.row->again != eAGAIN::Never))
         {
             Run(dependant);
         }
