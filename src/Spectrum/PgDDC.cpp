@@ -2,34 +2,21 @@
 #include "Spectrum/PgDDC.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
-#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
 #include "KWMath.h"
-#include "Root/PgZEL.h"
-#include "Spectrum/PgSpectrum.h"
 
 #include <algorithm>
 
 using t_DDCHelper = CZELDatabaseHelperDDC;
 
-KW_ACCEPTANCE CPgDDC::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgDDC::Rules() const
 {
-    if (property == m_pCenter || property == m_pSpan)
-    {
-        OnCenterOrSpan();
-    }
-    if (property == m_pState)
-    {
-        OnState();
-    }
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root != nullptr && property == m_pSource)
-    {
-        root->GetPgSpectrum()->SelectSource(
-            NApplicationDefinitions::MapAnalogChannelToApplicationChannel(m_pSource->Get()));
-    }
-    return CPgDDCBase::OnPropertySet(property);
+    static constexpr auto rows = NNames::Table<Names>(
+        NNames::On(Names::Center, Names::Span) >> NNames::Do<&CPgDDC::OnCenterOrSpan>,
+        NNames::On(Names::State) >> NNames::Do<&CPgDDC::OnState>);
+    return rows;
 }
 
 void CPgDDC::OnCenterOrSpan()
@@ -46,20 +33,10 @@ void CPgDDC::OnCenterOrSpan()
 
 void CPgDDC::OnState()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
     if (m_pState->Get() == eKW_ONOFF_ON)
     {
         Init(m_pCenter->Get(), m_pSpan->Get());
         Switch(true);
-    }
-    else if (root == nullptr)
-    {
-        Switch(false);
-    }
-    else
-    {
-        // Stays on where the analysis of a narrow span has no other samples to work on.
-        root->GetPgSpectrum()->UpdateDownConverter();
     }
 }
 

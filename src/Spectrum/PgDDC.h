@@ -13,7 +13,7 @@
 class CPgDDC : public CPgDDCBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
 
     /** Settings for a frequency range in Hz, bounded into the limits of Center and Span: writes
         Span, Center, SampleDezimationFactor, FrequencyShift and Gain, in this order. */
@@ -24,6 +24,8 @@ public:
     void Reset();
 
 private:
+    /** Switched on by a client. What switching off means is the spectrum's to say: its analysis
+        may need the converter. */
     void OnState();
     void OnCenterOrSpan();
     /** A real signal has half of its power at negative frequencies, which mixing and decimation

@@ -2,73 +2,33 @@
 #include "Spectrum/PgFFT.h"
 
 #include "CheckedAccess.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
-#include "Root/PgZEL.h"
-#include "Spectrum/PgSpectrum.h"
-#include "Timebase/PgHorizontal.h"
+#include "Names/Horizontal.h"
+#include "Names/Spectrum.h"
+#include "Names/ZEL.h"
 
-#include <algorithm>
 #include <bit>
 
-KW_ACCEPTANCE CPgFFT::OnPropertySet(const CDbPropBase* property)
-{
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    KW_ACCEPTANCE code = eKW_ACC_OK;
-    if (property == m_pAverageLength)
-    {
-        code = UpdateAverageLength();
-    }
-    if (root != nullptr && property == m_pState && m_pState->Get() == eKW_ONOFF_ON)
-    {
-        root->GetPgSpectrum()->EnterFunction();
-    }
-    if (root != nullptr && property == m_pSource)
-    {
-        root->GetPgSpectrum()->SelectSource(
-            CZELDatabaseHelperFFT::GetSourceChannel(m_pSource->Get()));
-    }
-    return std::max(code, CPgFFTBase::OnPropertySet(property));
-}
+using namespace NNames;
 
-KW_ACCEPTANCE CPgFFT::OnFunction(const CDbFunction* function)
+t_Couplings CPgFFT::Rules() const
 {
-    if (function == m_pResetAverage)
-    {
-        ResetAverage();
-    }
-    return CPgFFTBase::OnFunction(function);
-}
-
-void CPgFFT::UpdateGroup()
-{
-    UpdateBandwidthLimits();
-}
-
-void CPgFFT::OnTreeCreated()
-{
-    CPgFFTBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this,
-            {root->GetPgHorizontal()->GetPrSampleRate(), root->GetPgSpectrum()->GetPrWindowType()},
-            [this] { UpdateBandwidthLimits(); }, QStringLiteral("FFT/MinimumRBW"));
-    }
+    static constexpr auto rows = Table<Names>(
+        On(Names::AverageLength) >> Do<&CPgFFT::RoundAverageLength>,
+        On(Names::ResetAverage) >> Do<&CPgFFT::ResetAverage>,
+        Changed(ZEL::Horizontal / Horizontal::SampleRate, ZEL::Spectrum / Spectrum::WindowType) >>
+            Derive<&CPgFFT::UpdateBandwidthLimits>);
+    return rows;
 }
 
 void CPgFFT::UpdateBandwidthLimits()
 {
     using t_Helper = CZELDatabaseHelperFFT;
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const KW_WINDOW_TYPE window = root->GetPgSpectrum()->GetPrWindowType()->Get();
-    const double numerator =
-        t_Helper::GetWindowLengthFactor(window) * root->GetPgHorizontal()->GetPrSampleRate()->Get();
+    const KW_WINDOW_TYPE window = At(ZEL::Spectrum / Spectrum::WindowType)->Get();
+    const double numerator = t_Helper::GetWindowLengthFactor(window) *
+                             At(ZEL::Horizontal / Horizontal::SampleRate)->Get();
     KW_CHECKED(m_pWindowType->DbSet(window));
     KW_CHECKED(
         m_pMinimumRBW->DbSet(numerator / t_Helper::GetFFTSize(eKW_FFT_FREQUENCY_SPAN_MEDIUM)));
@@ -92,14 +52,12 @@ void CPgFFT::ResetAverage()
 }
 
 /** The averages are divided by shifting: other lengths than powers of two do not exist. */
-KW_ACCEPTANCE CPgFFT::UpdateAverageLength()
+void CPgFFT::RoundAverageLength()
 {
     const UINT32 length = m_pAverageLength->Get();
-    if (std::has_single_bit(length))
+    if (!std::has_single_bit(length))
     {
-        return eKW_ACC_OK;
+        KW_REPORT_ERROR(QStringLiteral("Average Length is invalid"), __FILE__);
+        KW_CHECKED(m_pAverageLength->DbSet(std::bit_floor(length)));
     }
-    KW_REPORT_ERROR(QStringLiteral("Average Length is invalid"), __FILE__);
-    KW_CHECKED(m_pAverageLength->DbSet(std::bit_floor(length)));
-    return eKW_ACC_WARNING;
 }

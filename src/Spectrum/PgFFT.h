@@ -8,10 +8,7 @@
 class CPgFFT : public CPgFFTBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
     /** Samples per spectrum, their rate in Hz, and whether they come from the down-converter. */
     void Configure(UINT32 size, double sampleRate, bool isDownConverted);
@@ -20,5 +17,5 @@ public:
 
 private:
     void UpdateBandwidthLimits();
-    KW_ACCEPTANCE UpdateAverageLength();
+    void RoundAverageLength();
 };

@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Spectrum/PgReferenceMarker.h"
 
-#include "Root/PgZEL.h"
-#include "Spectrum/PgSpectrum.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Spectrum/SpectrumScreen.h"
 
-KW_ACCEPTANCE CPgReferenceMarker::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgReferenceMarker::Rules() const
 {
-    UpdateGroup();
-    return CPgReferenceMarkerBase::OnPropertySet(property);
+    using R = CPgReferenceMarker;
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&R::UpdateSteps>,
+                     Delivered(Names::Frequency, Names::Magnitude) >> Do<&R::UpdateSteps>);
+    return rows;
 }
 
-void CPgReferenceMarker::OnPropertyDbSet(const CDbPropBase* /*property*/)
+void CPgReferenceMarker::UpdateSteps()
 {
-    UpdateGroup();
-}
-
-void CPgReferenceMarker::UpdateGroup()
-{
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetPgSpectrum()->UpdateSteps(*m_pFrequency, m_pMagnitude);
-    }
+    CSpectrumScreen::Of(*this).UpdateSteps(*m_pFrequency, m_pMagnitude);
 }

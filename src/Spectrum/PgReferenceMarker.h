@@ -7,7 +7,8 @@
 class CPgReferenceMarker : public CPgReferenceMarkerBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateSteps();
 };

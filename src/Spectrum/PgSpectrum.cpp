@@ -1,157 +1,118 @@
 // SPDX-License-Identifier: MIT
 #include "Spectrum/PgSpectrum.h"
 
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
 #include "CheckedAccess.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
-#include "Root/PgControl.h"
-#include "Root/PgSMMode.h"
-#include "Root/PgZEL.h"
-#include "Rules/RuleDispatch.h"
-#include "Spectrum/PgDDC.h"
+#include "Names/Channel.h"
+#include "Names/Control.h"
+#include "Names/DDC.h"
+#include "Names/FFT.h"
+#include "Names/Horizontal.h"
+#include "Names/SMMode.h"
+#include "Names/Vertical.h"
+#include "Names/ZEL.h"
 #include "Spectrum/PgFFT.h"
 #include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/PgSpectrumCursors.h"
 #include "Spectrum/PgSpectrumMarkers.h"
-#include "Timebase/PgHorizontal.h"
 
-#include <algorithm>
+using namespace NNames;
 
-KW_ACCEPTANCE CPgSpectrum::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgSpectrum::Rules() const
 {
     using S = CPgSpectrum;
-    const NRules::t_DispatchRow<CPgSpectrum> rows[] = {
-        {{m_pHorizontalStart}, {&S::OnStart, &S::UpdateBandwidth}},
-        {{m_pHorizontalStop}, {&S::OnStop, &S::UpdateBandwidth}},
-        {{m_pHorizontalSpan}, {&S::OnSpan, &S::UpdateBandwidth}},
-        {{m_pHorizontalCenter}, {&S::OnCenter, &S::UpdateBandwidth}},
-        {{m_pHorizontalScaling}, {&S::OnScaling, &S::UpdateBandwidth}},
-        {{m_pMode}, {&S::EnterFunction, &S::UpdateBandwidth}},
-        {{m_pFFTFrequencySpan, m_pAutoRBW, m_pRBWRatio}, {&S::UpdateBandwidth}},
-        {{m_pRBW}, {&S::OnBandwidth}},
-        {{m_pWindowType}, {&S::UpdateWindow}},
-        {{m_pSource}, {&S::OnSource}},
-        {{m_pMagnitudeUnit, m_pImpedance, m_pVerticalScaling, m_pVerticalRefPoint,
-          m_pVerticalRefLevel},
-         {&S::UpdateMagnitudeAxis}},
-    };
-    NRules::Dispatch(*this, rows, property);
-    KW_ACCEPTANCE code = eKW_ACC_OK;
-    if (!IsAnalysis() && (property == m_pHorizontalCenter || property == m_pHorizontalSpan))
+    static constexpr auto rows = Table<Names>(
+        On(Names::HorizontalStart) >> Do<&S::OnStart, &S::UpdateBandwidth>,
+        On(Names::HorizontalStop) >> Do<&S::OnStop, &S::UpdateBandwidth>,
+        On(Names::HorizontalSpan) >> Do<&S::OnSpan, &S::UpdateBandwidth>,
+        On(Names::HorizontalCenter) >> Do<&S::OnCenter, &S::UpdateBandwidth>,
+        On(Names::HorizontalScaling) >> Do<&S::OnScaling, &S::UpdateBandwidth>,
+        On(Names::Mode) >> Do<&S::EnterFunction, &S::UpdateBandwidth>,
+        On(Names::FFTFrequencySpan, Names::AutoRBW, Names::RBWRatio) >> Do<&S::UpdateBandwidth>,
+        On(Names::RBW) >> Do<&S::OnBandwidth>, On(Names::Source) >> Do<&S::OnSource>,
+        On(Names::HorizontalCenter, Names::HorizontalSpan) >> Do<&S::ReportAxisOfBasicFFT>,
+
+        On(Names::ResetNextRun) >> Do<&S::ResetTraces>,
+        On(Names::HorizontalFullSpan) >> Do<&S::ShowFullSpan>,
+        On(Names::HorizontalAutoSet) >> Do<&S::ShowInputBandwidth>,
+        On(Names::VerticalAutoSet) >> Do<&S::ShowInputRange>,
+        On(Names::ChangeGrid) >> Do<&S::ChangeScaling>,
+        On(Names::OnPressHorizontalRangeLeft) >> Do<&S::WidenSpan>,
+        On(Names::OnPressHorizontalRangeRight) >> Do<&S::NarrowSpan>,
+        On(Names::OnPressHorizontalPosLeft) >> Do<&S::ShiftLeft>,
+        On(Names::OnPressHorizontalPosRight) >> Do<&S::ShiftRight>,
+
+        On(ZEL::FFT / FFT::State) >> Do<&S::EnterWithFFT>,
+        On(ZEL::FFT / FFT::Source) >> Do<&S::FollowSourceOfFFT>,
+        On(ZEL::DDC / DDC::Source) >> Do<&S::FollowSourceOfDownConverter>,
+        On(ZEL::DDC / DDC::State) >> Do<&S::KeepDownConverter>,
+
+        On(Names::WindowType) >> Derive<&S::UpdateWindow>,
+        // The down-converter before any dependant: the timebase looks at it, and after a recall it
+        // still stands as the settings before had it.
+        Derive<&S::UpdateAxis, &S::UpdateBandwidth, &S::UpdateMagnitudeAxis,
+               &S::UpdateDownConverter>,
+        On(Names::MagnitudeUnit, Names::Impedance, Names::VerticalScaling, Names::VerticalRefPoint,
+           Names::VerticalRefLevel) >>
+            Do<&S::UpdateMagnitudeAxis>,
+
+        // First what the probe and the source mean, then the down-converter, then the FFT: each
+        // once, on settled numbers.
+        Changed(Names::Source, ZEL::Vertical / Vertical::Channel / each / Channel::ProbeType,
+                ZEL::Vertical / Vertical::Channel / each / Channel::ProbeUserUnit) >>
+            Settle<&S::UpdateInput>,
+        Changed(ZEL::FFT / FFT::MinimumRBW, ZEL::FFT / FFT::MaximumRBW) >>
+            Settle<&S::UpdateBandwidth>,
+        Changed(Names::Mode, Names::HorizontalStart, Names::HorizontalStop, Names::HorizontalSpan,
+                Names::HorizontalCenter) >>
+            Settle<&S::UpdateDownConverter>,
+        Changed(Names::Mode, Names::FFTFrequencySpan, Names::RBW, Names::WindowLengthFactor,
+                ZEL::DDC / DDC::State, ZEL::DDC / DDC::SampleDezimationFactor,
+                ZEL::Horizontal / Horizontal::SampleRate) >>
+            Settle<&S::UpdateFFT>,
+        Changed(ZEL::FFT / FFT::AveragesDone, ZEL::FFT / FFT::AverageLength) >>
+            Settle<&S::UpdateAverageComplete>,
+        Changed(Names::HorizontalScaling, Names::HorizontalStart, Names::HorizontalStop,
+                Names::VerticalScaling, Names::VerticalStop) >>
+            Settle<&S::UpdateLines>,
+
+        // Start and stop lead: a file that names another number of the axis alone would lose it.
+        Twins(Names::HorizontalStart, Names::HorizontalSpan),
+        Twins(Names::HorizontalStart, Names::HorizontalCenter), Twins(Names::AutoRBW, Names::RBW));
+    return rows;
+}
+
+KW_ACCEPTANCE CPgSpectrum::ReportAxisOfBasicFFT()
+{
+    if (IsAnalysis())
     {
-        KW_REPORT_ERROR(QStringLiteral("center/span was changed in basic fft"), __FILE__);
-        code = eKW_ACC_WARNING;
+        return eKW_ACC_OK;
     }
-    return std::max(code, CPgSpectrumBase::OnPropertySet(property));
+    KW_REPORT_ERROR(QStringLiteral("center/span was changed in basic fft"), __FILE__);
+    return eKW_ACC_WARNING;
 }
 
-KW_ACCEPTANCE CPgSpectrum::OnFunction(const CDbFunction* function)
+void CPgSpectrum::UpdateLines()
 {
-    const std::pair<const CDbFunction*, t_Step> actions[] = {
-        {m_pResetNextRun, &CPgSpectrum::ResetTraces},
-        {m_pHorizontalFullSpan, &CPgSpectrum::ShowFullSpan},
-        {m_pHorizontalAutoSet, &CPgSpectrum::ShowInputBandwidth},
-        {m_pVerticalAutoSet, &CPgSpectrum::ShowInputRange},
-        {m_pChangeGrid, &CPgSpectrum::ChangeScaling},
-    };
-    for (const auto& [action, step] : actions)
+    m_pSpectrumCursors->UpdateGroup();
+    m_pSpectrumMarkers->GetPgReferenceMarker()->UpdateGroup();
+    m_pSpectrumMarkers->UpdateGroup();
+}
+
+void CPgSpectrum::EnterWithFFT()
+{
+    if (At(ZEL::FFT / FFT::State)->Get() == eKW_ONOFF_ON)
     {
-        if (function == action)
-        {
-            (this->*step)();
-            return eKW_ACC_OK;
-        }
+        EnterFunction();
     }
-    constexpr double kShift = 0.1;
-    const bool isRange =
-        function == m_pOnPressHorizontalRangeLeft || function == m_pOnPressHorizontalRangeRight;
-    return isRange ? StepSpan(function == m_pOnPressHorizontalRangeLeft ? 1 : -1)
-                   : ShiftAxis(function == m_pOnPressHorizontalPosLeft ? -kShift : kShift);
-}
-
-void CPgSpectrum::UpdateGroup()
-{
-    UpdateWindow();
-    UpdateAxis();
-    UpdateBandwidth();
-    UpdateMagnitudeAxis();
-    // Before any dependency runs: the timebase looks at the down-converter, which still stands as
-    // the settings before a recall had it.
-    UpdateDownConverter();
-}
-
-/** Start and stop lead: a file that names another number of the axis alone would lose it. */
-std::vector<CDbPropertyGroup::t_Twins> CPgSpectrum::GetTwins() const
-{
-    return {{m_pHorizontalStart, m_pHorizontalSpan},
-            {m_pHorizontalStart, m_pHorizontalCenter},
-            {m_pAutoRBW, m_pRBW}};
-}
-
-void CPgSpectrum::OnTreeCreated()
-{
-    // Before the markers register theirs: what moves the screen moves the reference marker's steps.
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        RegisterDependencies(*root);
-    }
-    CPgSpectrumBase::OnTreeCreated();
-}
-
-void CPgSpectrum::RegisterDependencies(CPgZEL& root)
-{
-    CDependencies& dependencies = root.GetDependencies();
-    CPgDDC* const ddc = root.GetPgDDC();
-    CPgFFT* const fft = root.GetPgFFT();
-    const auto probe = [&root](INT32 i)
-    { return root.GetPgVertical()->GetPgChannel()->ItemDirect(i); };
-    dependencies.Add(
-        *this,
-        {m_pSource, probe(0)->GetPrProbeType(), probe(0)->GetPrProbeUserUnit(),
-         probe(1)->GetPrProbeType(), probe(1)->GetPrProbeUserUnit(), probe(2)->GetPrProbeType(),
-         probe(2)->GetPrProbeUserUnit(), probe(3)->GetPrProbeType(),
-         probe(3)->GetPrProbeUserUnit()},
-        [this] { UpdateInput(); }, QStringLiteral("Spectrum/InputUnit"));
-    dependencies.Add(
-        *this, {fft->GetPrMinimumRBW(), fft->GetPrMaximumRBW()}, [this] { UpdateBandwidth(); },
-        QStringLiteral("Spectrum/RBW"));
-    dependencies.Add(
-        *this,
-        {m_pMode, m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalSpan, m_pHorizontalCenter},
-        [this] { UpdateDownConverter(); }, QStringLiteral("Spectrum/DDC"));
-    dependencies.Add(
-        *this,
-        {m_pMode, m_pFFTFrequencySpan, m_pRBW, m_pWindowLengthFactor, ddc->GetPrState(),
-         ddc->GetPrSampleDezimationFactor(), root.GetPgHorizontal()->GetPrSampleRate()},
-        [this] { UpdateFFT(); }, QStringLiteral("Spectrum/FFT"));
-    dependencies.Add(
-        *this, {fft->GetPrAveragesDone(), fft->GetPrAverageLength()},
-        [this] { UpdateAverageComplete(); }, QStringLiteral("Spectrum/AverageComplete"));
-    dependencies.Add(
-        *this,
-        {m_pHorizontalScaling, m_pHorizontalStart, m_pHorizontalStop, m_pVerticalScaling,
-         m_pVerticalStop},
-        [this]
-        {
-            m_pSpectrumCursors->UpdateGroup();
-            m_pSpectrumMarkers->GetPgReferenceMarker()->UpdateGroup();
-            m_pSpectrumMarkers->UpdateGroup();
-        },
-        QStringLiteral("SpectrumCursor/Horizontal"));
 }
 
 void CPgSpectrum::EnterFunction()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    CPgSMMode* const mode = root->GetPgControl()->GetPgSMMode();
-    KW_CHECKED(mode->GetPrOperationMode()->DbSet(eKW_ZEL_OPERATION_MODE_SCOPE_YT));
-    KW_CHECKED(mode->GetPrSwitchMode()->Set());
+    KW_CHECKED(At(ZEL::Control / Control::SMMode / SMMode::OperationMode)
+                   ->DbSet(eKW_ZEL_OPERATION_MODE_SCOPE_YT));
+    KW_CHECKED(At(ZEL::Control / Control::SMMode / SMMode::SwitchMode)->Set());
 }
 
 void CPgSpectrum::ResetTraces()
@@ -161,15 +122,12 @@ void CPgSpectrum::ResetTraces()
     {
         KW_CHECKED(result->DbSet(eKW_ONOFF_OFF));
     }
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetPgFFT()->ResetAverage();
-    }
+    At(ZEL::FFT)->ResetAverage();
 }
 
 void CPgSpectrum::UpdateAverageComplete()
 {
-    const CPgFFT* const fft = CPgZEL::Of(*this)->GetPgFFT();
-    const bool isComplete = fft->GetPrAveragesDone()->Get() >= fft->GetPrAverageLength()->Get();
+    const bool isComplete =
+        At(ZEL::FFT / FFT::AveragesDone)->Get() >= At(ZEL::FFT / FFT::AverageLength)->Get();
     KW_CHECKED(m_pAverageComplete->DbSet(isComplete ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
 }

@@ -2,20 +2,19 @@
 #pragma once
 
 #include "Spectrum/PgSpectrumBase.h"
-#include "Spectrum/SpectrumAxis.h"
+#include "Spectrum/SpectrumScreen.h"
 
 #include <functional>
 
-class CPgZEL;
+namespace NNames
+{
+struct Channel;
+struct ZEL;
+} // namespace NNames
 
 /**
  * The spectrum function: frequency axis, resolution bandwidth and its coupling to the span, window,
  * magnitude axis; it keeps the FFT and the down-converter in step.
- *
- * A client's write runs the steps of its row in the dispatch (OnPropertySet), which settle this
- * group. What follows in other groups, or from them, are dependencies (OnTreeCreated): first what
- * the probe and the source mean, then the down-converter, then the FFT, so that each runs once for
- * a write, on settled numbers. All of it is idempotent.
  *
  * Answers: a write is taken as it is asked for (0), or something of it could not be kept (1): a
  * center of the logarithmic axis whose surroundings were cut off, a resolution bandwidth that the
@@ -27,26 +26,7 @@ class CPgZEL;
 class CPgSpectrum : public CPgSpectrumBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
-    void OnTreeCreated() override;
-
-    /** Brings the instrument into the mode in which spectra are acquired, scope YT. */
-    void EnterFunction();
-    /** Makes an analog channel the source; reports one that can not be triggered on. */
-    void SelectSource(KW_ZEL_CHANNEL channel);
-    /** Sets the down-converter up for the axis, in the basic FFT for all frequencies, and switches
-        it on where the analysis needs it. */
-    void UpdateDownConverter();
-    /** Whether the spectrum analysis needs decimated samples for its span. */
-    bool NeedsDownConverter() const;
-    /** The frequency at a place of the axis, 0 at its left end and 1 at its right end. */
-    double FrequencyAt(double place) const;
-    /** Gives a line the steps of the screen: a fiftieth of a division where it stands. `level` may
-        be null. */
-    void UpdateSteps(CDbPropNumDouble& frequency, CDbPropNumDouble* level) const;
+    t_Couplings Rules() const override;
 
     /** Span divided by resolution bandwidth. Any other value: reports "unknown ratio detected",
         answers 100. */
@@ -85,14 +65,13 @@ public:
                                               const std::function<double(double)>& toLinear);
 
 private:
-    using t_Step = void (CPgSpectrum::*)();
-
     // Frequency axis, in PgSpectrumAxis.cpp.
     CSpectrumAxis AxisRules() const;
     t_SpectrumAxis Axis() const;
     /** Numbers that are `held` keep the wish that the limits hold back; of all others it ends: what
         a start or stop made of the span must not be undone by the center. */
     void SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbPropBase*> held = {});
+    CSpectrumScreen Screen() const;
     void OnStart();
     void OnStop();
     void OnSpan();
@@ -101,7 +80,11 @@ private:
     /** Repairs an axis whose numbers do not belong together, as from a file that lacks some. */
     void UpdateAxis();
     KW_ACCEPTANCE StepSpan(INT32 steps);
+    KW_ACCEPTANCE WidenSpan();
+    KW_ACCEPTANCE NarrowSpan();
     KW_ACCEPTANCE ShiftAxis(double share);
+    KW_ACCEPTANCE ShiftLeft();
+    KW_ACCEPTANCE ShiftRight();
     void ShowFullSpan();
     void ShowInputBandwidth();
     void ChangeScaling();
@@ -112,17 +95,33 @@ private:
     void UpdateBandwidthOfAnalysis();
     void UpdateBandwidthOfBasicFFT();
     void UpdateWindow();
+    /** Sets the down-converter up for the axis, in the basic FFT for all frequencies, and switches
+        it on where the analysis needs it. */
+    void UpdateDownConverter();
+    void KeepDownConverter();
+    /** Whether the spectrum analysis needs decimated samples for its span. */
+    bool NeedsDownConverter() const;
     void UpdateFFT();
 
     // Source and magnitude axis, in PgSpectrumMagnitude.cpp.
+    /** Makes an analog channel the source; reports one that can not be triggered on. */
+    void SelectSource(KW_ZEL_CHANNEL channel);
+    void FollowSourceOfFFT();
+    void FollowSourceOfDownConverter();
     void OnSource();
+    /** The channel that is the source. */
+    NNames::t_Way<NNames::ZEL, NNames::Channel> Input() const;
     void UpdateInput();
     void UpdateMagnitudeUnits();
     void UpdateMagnitudeAxis();
-    double LevelStep() const;
     void ShowInputRange();
 
-    void RegisterDependencies(CPgZEL& root);
+    KW_ACCEPTANCE ReportAxisOfBasicFFT();
+    /** Cursors and markers follow the screen. */
+    void UpdateLines();
+    /** Brings the instrument into the mode in which spectra are acquired, scope YT. */
+    void EnterFunction();
+    void EnterWithFFT();
     bool IsAnalysis() const { return m_pMode->Get() == eKW_SPECTRUM_MODE_SPA; }
     /** Traces and averages begin anew. */
     void ResetTraces();

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "CommonDatabase/Properties/DbStepping.h"
-#include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
-#include "Root/PgZEL.h"
+#include "Names/Channel.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/SpectrumHardware.h"
 #include "Spectrum/SpectrumRange.h"
-#include "Timebase/PgHorizontal.h"
 
 #include <algorithm>
+
+using namespace NNames;
+
+namespace
+{
+/** Part of the screen's width that one press of a key moves the axis by. */
+constexpr double kShift = 0.1;
+} // namespace
 
 CSpectrumAxis CPgSpectrum::AxisRules() const
 {
@@ -37,10 +42,11 @@ void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbP
     write(*m_pHorizontalStop, min.stop, axis.stop, max.stop);
     write(*m_pHorizontalSpan, min.span, axis.span, max.span);
     write(*m_pHorizontalCenter, min.center, axis.center, max.center);
+    const CSpectrumScreen screen = Screen();
     for (CDbPropNumDouble* const number :
          {m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalCenter})
     {
-        UpdateSteps(*number, nullptr);
+        screen.UpdateSteps(*number, nullptr);
     }
 }
 
@@ -89,18 +95,9 @@ void CPgSpectrum::UpdateAxis()
     SetAxis(axis, {m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalSpan, m_pHorizontalCenter});
 }
 
-double CPgSpectrum::FrequencyAt(double place) const
+CSpectrumScreen CPgSpectrum::Screen() const
 {
-    return AxisRules().FrequencyAt(Axis(), place);
-}
-
-void CPgSpectrum::UpdateSteps(CDbPropNumDouble& frequency, CDbPropNumDouble* level) const
-{
-    KW_CHECKED(frequency.SetStep(AxisRules().StepAt(Axis(), frequency.Get())));
-    if (level != nullptr)
-    {
-        KW_CHECKED(level->SetStep(LevelStep()));
-    }
+    return {AxisRules(), Axis(), {m_pVerticalScaling->Get(), m_pVerticalStop->Get()}};
 }
 
 KW_ACCEPTANCE CPgSpectrum::StepSpan(INT32 steps)
@@ -111,6 +108,26 @@ KW_ACCEPTANCE CPgSpectrum::StepSpan(INT32 steps)
         BoundReported(m_pHorizontalSpan->GetMin(), wanted, m_pHorizontalSpan->GetMax());
     return std::max<KW_ACCEPTANCE>(span == wanted ? eKW_ACC_OK : eKW_ACC_WARNING,
                                    m_pHorizontalSpan->Set(span));
+}
+
+KW_ACCEPTANCE CPgSpectrum::WidenSpan()
+{
+    return StepSpan(1);
+}
+
+KW_ACCEPTANCE CPgSpectrum::NarrowSpan()
+{
+    return StepSpan(-1);
+}
+
+KW_ACCEPTANCE CPgSpectrum::ShiftLeft()
+{
+    return ShiftAxis(-kShift);
+}
+
+KW_ACCEPTANCE CPgSpectrum::ShiftRight()
+{
+    return ShiftAxis(kShift);
 }
 
 KW_ACCEPTANCE CPgSpectrum::ShiftAxis(double share)
@@ -129,18 +146,11 @@ void CPgSpectrum::ShowFullSpan()
 
 void CPgSpectrum::ShowInputBandwidth()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const CPgChannel* const channel =
-        root->GetPgVertical()->GetPgChannel()->ItemDirect(m_pSource->GetAsInt());
-    const auto* const limit = channel->GetPrBandwidthLimit();
-    const double filter = limit->GetNameInfo().GetNumber(limit->GetAsInt()).value_or(0.0);
+    const auto& limit = *At(Input() / Channel::BandwidthLimit);
+    const double filter = limit.GetNameInfo().GetNumber(limit.GetAsInt()).value_or(0.0);
     const auto [start, stop, span, center] = CZELDatabaseHelperFFT::GetFrequencyRange(
         m_pHorizontalScaling->Get(), NSpectrumHardware::kLogarithmicStartMinimum,
-        root->GetPgHorizontal()->GetPrSampleRate()->Get(),
+        At(ZEL::Horizontal / Horizontal::SampleRate)->Get(),
         filter > 0.0 ? filter : NSpectrumHardware::kInputBandwidth);
     SetAxis(AxisRules().FromEnds(start, stop));
     UpdateBandwidth();
@@ -153,23 +163,4 @@ void CPgSpectrum::ChangeScaling()
                                                     : eKW_SCALING_TYPE_LINEAR));
     OnScaling();
     UpdateBandwidth();
-}
-
-double BoundReported(double min, double value, double max)
-{
-    if (min == max)
-    {
-        KW_REPORT_WARNING(QStringLiteral("min and max are equal: ") + KW_ReportText(min), __FILE__);
-    }
-    else if (value < min)
-    {
-        KW_REPORT_WARNING(QStringLiteral("property value is lower than property min value"),
-                          __FILE__);
-    }
-    else if (value > max)
-    {
-        KW_REPORT_WARNING(QStringLiteral("property value is higher than property max value"),
-                          __FILE__);
-    }
-    return KWMath::Bound(min, value, max);
 }

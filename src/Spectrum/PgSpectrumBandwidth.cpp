@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "MatConstants.h"
-#include "Root/PgZEL.h"
+#include "Names/FFT.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
 #include "Spectrum/PgDDC.h"
 #include "Spectrum/PgFFT.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/SpectrumHardware.h"
 #include "Spectrum/SpectrumRange.h"
-#include "Timebase/PgHorizontal.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
+using namespace NNames;
 using namespace NSpectrumHardware;
 
 namespace
@@ -115,12 +116,18 @@ void CPgSpectrum::UpdateBandwidthOfAnalysis()
 
 void CPgSpectrum::UpdateBandwidthOfBasicFFT()
 {
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
+    const double min = At(ZEL::FFT / FFT::MinimumRBW)->Get();
+    const double max = At(ZEL::FFT / FFT::MaximumRBW)->Get();
+    const bool isWide = m_pFFTFrequencySpan->Get() == eKW_FFT_FREQUENCY_SPAN_NARROW;
+    HoldInRange(*m_pRBW, min, isWide ? max : min, max);
+}
+
+/** Stays on where the analysis of a narrow span has no other samples to work on. */
+void CPgSpectrum::KeepDownConverter()
+{
+    if (At(ZEL::DDC)->GetPrState()->Get() == eKW_ONOFF_OFF)
     {
-        const double min = root->GetPgFFT()->GetPrMinimumRBW()->Get();
-        const double max = root->GetPgFFT()->GetPrMaximumRBW()->Get();
-        const bool isWide = m_pFFTFrequencySpan->Get() == eKW_FFT_FREQUENCY_SPAN_NARROW;
-        HoldInRange(*m_pRBW, min, isWide ? max : min, max);
+        UpdateDownConverter();
     }
 }
 
@@ -132,12 +139,7 @@ bool CPgSpectrum::NeedsDownConverter() const
 
 void CPgSpectrum::UpdateDownConverter()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    CPgDDC* const ddc = root->GetPgDDC();
+    CPgDDC* const ddc = At(ZEL::DDC);
     if (IsAnalysis())
     {
         // What is cut out must lie about its arithmetic middle, whatever the axis calls center.
@@ -175,11 +177,10 @@ UINT32 CPgSpectrum::GetFFTSize(const t_FFTNeed& need)
 
 void CPgSpectrum::UpdateFFT()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    const CPgDDC* const ddc = root->GetPgDDC();
+    const CPgDDC* const ddc = At(ZEL::DDC);
     const bool isOn = IsAnalysis() && ddc->GetPrState()->Get() == eKW_ONOFF_ON;
     const UINT32 decimation = isOn ? ddc->GetPrSampleDezimationFactor()->Get() : 1;
-    const double adcRate = root->GetPgHorizontal()->GetPrSampleRate()->Get();
+    const double adcRate = At(ZEL::Horizontal / Horizontal::SampleRate)->Get();
     if (decimation > 1 && !CMatConstants::AreEqual(adcRate, kDownConverterSampleRate))
     {
         KW_REPORT_ERROR(QStringLiteral("when DDC is used, adc sample rate must be %1 Hz and not %2")
@@ -190,6 +191,7 @@ void CPgSpectrum::UpdateFFT()
         IsAnalysis()
             ? GetFFTSize({adcRate, decimation, isOn, m_pRBW->Get(), m_pWindowLengthFactor->Get()})
             : static_cast<UINT32>(CZELDatabaseHelperFFT::GetFFTSize(m_pFFTFrequencySpan->Get()));
-    root->GetPgFFT()->Configure(size, adcRate / decimation, decimation > 1);
-    KW_CHECKED(m_pFFTSampleFrequency->DbSet(root->GetPgFFT()->GetPrSampleFrequency()->Get()));
+    CPgFFT* const fft = At(ZEL::FFT);
+    fft->Configure(size, adcRate / decimation, decimation > 1);
+    KW_CHECKED(m_pFFTSampleFrequency->DbSet(fft->GetPrSampleFrequency()->Get()));
 }

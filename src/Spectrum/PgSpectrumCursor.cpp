@@ -2,40 +2,17 @@
 #include "Spectrum/PgSpectrumCursor.h"
 
 #include "CheckedAccess.h"
-#include "Spectrum/PgSpectrumCursors.h"
-#include "Spectrum/PgaSpectrumCursor.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgSpectrumCursor::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSpectrumCursor::Rules() const
 {
-    INT32 index = 0;
-    if (CPgSpectrumCursors* const pair = Pair(index))
-    {
-        pair->OnCursorMoved(index);
-    }
-    return CPgSpectrumCursorBase::OnPropertySet(property);
+    static constexpr auto rows = Table<Names>(On(Names::Reset) >> Do<&CPgSpectrumCursor::Reset>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgSpectrumCursor::OnFunction(const CDbFunction* function)
+void CPgSpectrumCursor::Reset()
 {
-    if (function == m_pReset)
-    {
-        INT32 index = 0;
-        KW_CHECKED(m_pHorizontal->DbSet(m_pHorizontal->GetDefault()));
-        if (CPgSpectrumCursors* const pair = Pair(index))
-        {
-            pair->UpdateGroup();
-        }
-    }
-    return CPgSpectrumCursorBase::OnFunction(function);
-}
-
-CPgSpectrumCursors* CPgSpectrumCursor::Pair(INT32& index) const
-{
-    const auto* const container = dynamic_cast<const CPgaSpectrumCursor*>(GetParent());
-    if (container == nullptr)
-    {
-        return nullptr;
-    }
-    index = container->PositionOf(*this);
-    return dynamic_cast<CPgSpectrumCursors*>(container->GetParent());
+    KW_CHECKED(m_pHorizontal->DbSet(m_pHorizontal->GetDefault()));
 }

@@ -2,11 +2,14 @@
 #include "Spectrum/PgSpectrumCursors.h"
 
 #include "CheckedAccess.h"
-#include "Root/PgZEL.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/SpectrumCursor.h"
 #include "Rules/NumberRules.h"
-#include "Spectrum/PgSpectrum.h"
 #include "Spectrum/PgaSpectrumCursor.h"
 #include "Spectrum/SpectrumRange.h"
+#include "Spectrum/SpectrumScreen.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -16,16 +19,21 @@ void MoveTo(CDbPropNumDouble& property, double value)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgSpectrumCursors::OnFunction(const CDbFunction* function)
+t_Couplings CPgSpectrumCursors::Rules() const
 {
-    if (function == m_pSetToScreen)
-    {
-        SetToScreen();
-    }
-    return CPgSpectrumCursorsBase::OnFunction(function);
+    using C = CPgSpectrumCursors;
+    constexpr auto cursor = Names::SpectrumCursor / each;
+    static constexpr auto rows =
+        Table<Names>(On(cursor / SpectrumCursor::Horizontal, cursor / SpectrumCursor::Vertical) >>
+                         Do<&C::MovePartner>,
+                     On(cursor / SpectrumCursor::Horizontal, cursor / SpectrumCursor::Vertical,
+                        cursor / SpectrumCursor::Reset) >>
+                         Derive<&C::UpdateDifferences, &C::UpdateSteps>,
+                     On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>);
+    return rows;
 }
 
-void CPgSpectrumCursors::UpdateGroup()
+void CPgSpectrumCursors::UpdateDifferences()
 {
     const CPgSpectrumCursor* const first = m_pSpectrumCursor->ItemDirect(0);
     const CPgSpectrumCursor* const second = m_pSpectrumCursor->ItemDirect(1);
@@ -33,40 +41,42 @@ void CPgSpectrumCursors::UpdateGroup()
                                          first->GetPrHorizontal()->Get()));
     KW_CHECKED(
         m_pDeltaVertical->DbSet(second->GetPrVertical()->Get() - first->GetPrVertical()->Get()));
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    for (INT32 i = 0; root != nullptr && i < m_pSpectrumCursor->GetCount(); ++i)
+}
+
+void CPgSpectrumCursors::UpdateSteps()
+{
+    const CSpectrumScreen screen = CSpectrumScreen::Of(*this);
+    for (INT32 i = 0; i < m_pSpectrumCursor->GetCount(); ++i)
     {
-        root->GetPgSpectrum()->UpdateSteps(*m_pSpectrumCursor->ItemDirect(i)->GetPrHorizontal(),
-                                           m_pSpectrumCursor->ItemDirect(i)->GetPrVertical());
+        screen.UpdateSteps(*m_pSpectrumCursor->ItemDirect(i)->GetPrHorizontal(),
+                           m_pSpectrumCursor->ItemDirect(i)->GetPrVertical());
     }
 }
 
-void CPgSpectrumCursors::OnCursorMoved(INT32 index)
+void CPgSpectrumCursors::MovePartner(const CDbPropBase* written)
 {
-    if (m_pCoupled->Get() == eKW_ONOFF_ON)
+    if (m_pCoupled->Get() == eKW_ONOFF_OFF)
     {
-        // The shown differences are still those from before the move.
-        const double sign = index == 0 ? 1.0 : -1.0;
-        const CPgSpectrumCursor* const moved = m_pSpectrumCursor->ItemDirect(index);
-        const CPgSpectrumCursor* const partner = m_pSpectrumCursor->ItemDirect(1 - index);
-        MoveTo(*partner->GetPrHorizontal(),
-               moved->GetPrHorizontal()->Get() + sign * m_pDeltaHorizontal->Get());
-        MoveTo(*partner->GetPrVertical(),
-               moved->GetPrVertical()->Get() + sign * m_pDeltaVertical->Get());
+        return;
     }
-    UpdateGroup();
+    // The shown differences are still those from before the move.
+    const INT32 index = NRules::IndexInArray(*written->GetParent());
+    const double sign = index == 0 ? 1.0 : -1.0;
+    const CPgSpectrumCursor* const moved = m_pSpectrumCursor->ItemDirect(index);
+    const CPgSpectrumCursor* const partner = m_pSpectrumCursor->ItemDirect(1 - index);
+    MoveTo(*partner->GetPrHorizontal(),
+           moved->GetPrHorizontal()->Get() + sign * m_pDeltaHorizontal->Get());
+    MoveTo(*partner->GetPrVertical(),
+           moved->GetPrVertical()->Get() + sign * m_pDeltaVertical->Get());
 }
 
 void CPgSpectrumCursors::SetToScreen()
 {
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
+    const CSpectrumScreen screen = CSpectrumScreen::Of(*this);
+    for (const auto& [index, place] :
+         {std::pair{0, NRules::kLeftCursorPlace}, {1, NRules::kRightCursorPlace}})
     {
-        for (const auto& [index, place] :
-             {std::pair{0, NRules::kLeftCursorPlace}, {1, NRules::kRightCursorPlace}})
-        {
-            KW_CHECKED(m_pSpectrumCursor->ItemDirect(index)->GetPrHorizontal()->DbSet(
-                root->GetPgSpectrum()->FrequencyAt(place)));
-        }
-        UpdateGroup();
+        KW_CHECKED(m_pSpectrumCursor->ItemDirect(index)->GetPrHorizontal()->DbSet(
+            screen.FrequencyAt(place)));
     }
 }

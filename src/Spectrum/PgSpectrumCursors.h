@@ -7,13 +7,13 @@
 class CPgSpectrumCursors : public CPgSpectrumCursorsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-
-    /** A client moved a number of a cursor: a coupled partner follows by the same difference, as
-        far as its limits let it, which is reported as a warning. */
-    void OnCursorMoved(INT32 index);
+    t_Couplings Rules() const override;
 
 private:
+    /** A client moved a number of a cursor: a coupled partner follows by the same difference, as
+        far as its limits let it, which is reported as a warning. */
+    void MovePartner(const CDbPropBase* written);
+    void UpdateDifferences();
+    void UpdateSteps();
     void SetToScreen();
 };

@@ -1,22 +1,33 @@
 // SPDX-License-Identifier: MIT
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
 #include "CheckedAccess.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "KWMath.h"
-#include "Root/PgZEL.h"
-#include "Rules/NumberRules.h"
-#include "Spectrum/PgDDC.h"
-#include "Spectrum/PgFFT.h"
+#include "Names/Channel.h"
+#include "Names/DDC.h"
+#include "Names/FFT.h"
+#include "Names/Trigger.h"
+#include "Names/Vertical.h"
+#include "Names/ZEL.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/SpectrumHardware.h"
-#include "Trigger/PgTrigger.h"
 
 #include <cmath>
 #include <limits>
+
+using namespace NNames;
+
+void CPgSpectrum::FollowSourceOfFFT()
+{
+    SelectSource(CZELDatabaseHelperFFT::GetSourceChannel(At(ZEL::FFT / FFT::Source)->Get()));
+}
+
+void CPgSpectrum::FollowSourceOfDownConverter()
+{
+    SelectSource(NApplicationDefinitions::MapAnalogChannelToApplicationChannel(
+        At(ZEL::DDC / NNames::DDC::Source)->Get()));
+}
 
 void CPgSpectrum::SelectSource(KW_ZEL_CHANNEL channel)
 {
@@ -26,29 +37,31 @@ void CPgSpectrum::SelectSource(KW_ZEL_CHANNEL channel)
 
 void CPgSpectrum::OnSource()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root != nullptr && !root->GetPgTrigger()->GetPrSource()->IsValueEnabled(m_pSource->Get()))
+    if (!At(ZEL::Trigger / Trigger::Source)->IsValueEnabled(m_pSource->Get()))
     {
         KW_REPORT_ERROR(QStringLiteral("new source is not applicable as trigger source"), __FILE__);
     }
 }
 
+t_Way<ZEL, Channel> CPgSpectrum::Input() const
+{
+    return ZEL::Vertical / Vertical::Channel / m_pSource->GetAsInt();
+}
+
 void CPgSpectrum::UpdateInput()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
     const KW_ZEL_CHANNEL source = m_pSource->Get();
     // A file may name a channel that no input has.
     if (!NApplicationDefinitions::IsAnalogChannel(source))
     {
         return;
     }
-    const CPgChannel* const channel = root->GetPgVertical()->GetPgChannel()->ItemDirect(source);
-    KW_CHECKED(root->GetPgFFT()->GetPrSource()->DbSet(
-        static_cast<KW_ZEL_CHANNEL>(eKW_ZEL_CHANNEL_FFT1 + source)));
-    KW_CHECKED(root->GetPgDDC()->GetPrSource()->DbSet(
-        NApplicationDefinitions::MapApplicationChannelToAnalogChannel(source)));
+    KW_CHECKED(At(ZEL::FFT / FFT::Source)
+                   ->DbSet(static_cast<KW_ZEL_CHANNEL>(eKW_ZEL_CHANNEL_FFT1 + source)));
+    KW_CHECKED(At(ZEL::DDC / NNames::DDC::Source)
+                   ->DbSet(NApplicationDefinitions::MapApplicationChannelToAnalogChannel(source)));
     KW_CHECKED(m_pInputUnit->DbSet(CZELDatabaseHelperFFT::GetInputUnitFromProbeSettingsScope(
-        channel->GetPrProbeType()->Get(), channel->GetPrProbeUserUnit()->Get())));
+        At(Input() / Channel::ProbeType)->Get(), At(Input() / Channel::ProbeUserUnit)->Get())));
     UpdateMagnitudeAxis();
 }
 
@@ -108,26 +121,10 @@ void CPgSpectrum::UpdateMagnitudeAxis()
     }
 }
 
-double CPgSpectrum::LevelStep() const
-{
-    // The linear axis begins at 0; a file may hold a top that is still to be computed.
-    const double top = m_pVerticalStop->Get();
-    const bool isLinear = m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR && top > 0.0;
-    return isLinear ? NRules::RoundStep(NRules::StepOf(top / NRules::kVerticalDivisions))
-                    : NRules::StepOf(NSpectrumHardware::kMagnitudeDivision);
-}
-
 void CPgSpectrum::ShowInputRange()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const CPgChannel* const channel =
-        root->GetPgVertical()->GetPgChannel()->ItemDirect(m_pSource->GetAsInt());
     // A sine that fills the range, as an effective value.
-    const double largest = channel->GetPrRange()->Get() / 2.0 / std::sqrt(2.0);
+    const double largest = At(Input() / Channel::Range)->Get() / 2.0 / std::sqrt(2.0);
     const auto toLevel = CZELDatabaseHelperFFT::ConvertMagnitudeDBFunction(
         m_pInputUnit->Get(), m_pMagnitudeUnit->Get(), m_pImpedance->Get(), false);
     constexpr double kStep = NSpectrumHardware::kMagnitudeDivision;

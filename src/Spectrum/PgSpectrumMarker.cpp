@@ -2,54 +2,30 @@
 #include "Spectrum/PgSpectrumMarker.h"
 
 #include "CheckedAccess.h"
-#include "Root/PgZEL.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Spectrum.h"
+#include "Names/ZEL.h"
 #include "Spectrum/PgReferenceMarker.h"
-#include "Spectrum/PgSpectrum.h"
-#include "Spectrum/PgSpectrumMarkers.h"
+#include "Spectrum/SpectrumScreen.h"
 
-KW_ACCEPTANCE CPgSpectrumMarker::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSpectrumMarker::Rules() const
 {
-    UpdateFromOwner();
-    return CPgSpectrumMarkerBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::SetCenter) >> Do<&CPgSpectrumMarker::SetCenter>);
+    return rows;
 }
 
-void CPgSpectrumMarker::OnPropertyDbSet(const CDbPropBase* property)
+KW_ACCEPTANCE CPgSpectrumMarker::SetCenter()
 {
-    // The magnitude is delivered as a result.
-    if (property == m_pMagnitude)
-    {
-        UpdateFromOwner();
-    }
-}
-
-KW_ACCEPTANCE CPgSpectrumMarker::OnFunction(const CDbFunction* function)
-{
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root != nullptr && function == m_pSetCenter)
-    {
-        return root->GetPgSpectrum()->GetPrHorizontalCenter()->SetLimited(m_pFrequency->Get());
-    }
-    return CPgSpectrumMarkerBase::OnFunction(function);
-}
-
-void CPgSpectrumMarker::UpdateFromOwner()
-{
-    const CDbPropertyGroup* const container = GetParent();
-    const auto* const owner = dynamic_cast<const CPgSpectrumMarkers*>(
-        container != nullptr ? container->GetParent() : nullptr);
-    if (owner != nullptr)
-    {
-        Follow(*owner->GetPgReferenceMarker());
-    }
+    return At(ZEL::Spectrum / Spectrum::HorizontalCenter)->SetLimited(m_pFrequency->Get());
 }
 
 void CPgSpectrumMarker::Follow(const CPgReferenceMarker& reference)
 {
     UpdateRelative(reference);
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetPgSpectrum()->UpdateSteps(*m_pFrequency, nullptr);
-    }
+    CSpectrumScreen::Of(*this).UpdateSteps(*m_pFrequency, nullptr);
 }
 
 void CPgSpectrumMarker::UpdateRelative(const CPgReferenceMarker& reference)

@@ -11,15 +11,13 @@ class CPgSpectrumMarker : public CPgSpectrumMarkerBase
 public:
     using CPgSpectrumMarkerBase::CPgSpectrumMarkerBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     /** Differences to the reference, invalid while that is not shown, and the step of the screen.
      */
     void Follow(const CPgReferenceMarker& reference);
 
 private:
-    void UpdateFromOwner();
+    KW_ACCEPTANCE SetCenter();
     void UpdateRelative(const CPgReferenceMarker& reference);
 };

@@ -2,22 +2,35 @@
 #include "Spectrum/PgSpectrumMarkers.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropReference.h"
-#include "Root/PgZEL.h"
+#include "Names/ReferenceMarker.h"
+#include "Names/SpectrumMarker.h"
 #include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/PgaSpectrumMarker.h"
 
-KW_ACCEPTANCE CPgSpectrumMarkers::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSpectrumMarkers::Rules() const
 {
-    if (function == m_pSetReference)
-    {
-        return SetReference();
-    }
-    if (function == m_pRemoveAll)
-    {
-        return KW_CHECKED(m_pSpectrumMarker->DbRemovePriv(0, m_pSpectrumMarker->GetCount()));
-    }
-    return CPgSpectrumMarkersBase::OnFunction(function);
+    using M = CPgSpectrumMarkers;
+    constexpr auto marker = Names::SpectrumMarker / each;
+    static constexpr auto rows = Table<Names>(
+        On(Names::SetReference) >> Do<&M::SetReference>, On(Names::RemoveAll) >> Do<&M::RemoveAll>,
+        On(marker / SpectrumMarker::Enabled, marker / SpectrumMarker::Frequency) >>
+            Do<&M::UpdateMarker>,
+        Delivered(marker / SpectrumMarker::Magnitude) >> Do<&M::UpdateMarker>,
+        Items(Names::SpectrumMarker) >> Do<&M::UpdateMarkers>,
+        Changed(Names::ReferenceMarker / ReferenceMarker::Enabled,
+                Names::ReferenceMarker / ReferenceMarker::Frequency,
+                Names::ReferenceMarker / ReferenceMarker::Magnitude) >>
+            Derive<&M::UpdateMarkers>);
+    return rows;
+}
+
+KW_ACCEPTANCE CPgSpectrumMarkers::RemoveAll()
+{
+    return KW_CHECKED(m_pSpectrumMarker->DbRemovePriv(0, m_pSpectrumMarker->GetCount()));
 }
 
 KW_ACCEPTANCE CPgSpectrumMarkers::SetReference()
@@ -33,7 +46,7 @@ KW_ACCEPTANCE CPgSpectrumMarkers::SetReference()
     return KW_CHECKED(m_pReferenceMarker->GetPrEnabled()->DbSet(eKW_ONOFF_ON));
 }
 
-void CPgSpectrumMarkers::UpdateGroup()
+void CPgSpectrumMarkers::UpdateMarkers()
 {
     for (INT32 i = 0; i < m_pSpectrumMarker->GetCount(); ++i)
     {
@@ -41,20 +54,7 @@ void CPgSpectrumMarkers::UpdateGroup()
     }
 }
 
-void CPgSpectrumMarkers::OnTreeCreated()
+void CPgSpectrumMarkers::UpdateMarker(const CDbPropBase* written)
 {
-    CPgSpectrumMarkersBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this,
-            {m_pReferenceMarker->GetPrEnabled(), m_pReferenceMarker->GetPrFrequency(),
-             m_pReferenceMarker->GetPrMagnitude()},
-            [this] { UpdateGroup(); }, QStringLiteral("SpectrumMarkers/DeltaFrequency"));
-    }
-}
-
-void CPgSpectrumMarkers::OnItemInserted(CDbContainerBase* /*container*/, const QString& /*item*/)
-{
-    UpdateGroup();
+    static_cast<CPgSpectrumMarker*>(written->GetParent())->Follow(*m_pReferenceMarker);
 }

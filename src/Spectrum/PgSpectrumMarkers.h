@@ -8,12 +8,13 @@
 class CPgSpectrumMarkers : public CPgSpectrumMarkersBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
-    void OnItemInserted(CDbContainerBase* container, const QString& item) override;
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateMarkers();
+    /** The one that a member of was written. */
+    void UpdateMarker(const CDbPropBase* written);
+    KW_ACCEPTANCE RemoveAll();
     /** eKW_ACC_NOTHING_TO_ACT_ON when no marker is selected. */
     KW_ACCEPTANCE SetReference();
 };
