@@ -2,19 +2,21 @@
 #include "Instrument/PgADConverter.h"
 
 #include "CheckedAccess.h"
-#include "Root/PgZEL.h"
-#include "Timebase/PgHorizontal.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
 
-KW_ACCEPTANCE CPgADConverter::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgADConverter::Rules() const
 {
-    if (property == m_pADCModeMode || property == m_pADCModeManual)
-    {
-        UpdateGroup();
-    }
-    return CPgADConverterBase::OnPropertySet(property);
+    static constexpr auto rows = Table<Names>(
+        On(Names::ADCModeMode, Names::ADCModeManual) >> Derive<&CPgADConverter::UpdateMode>,
+        Changed(ZEL::Horizontal / Horizontal::ZELMode) >> Derive<&CPgADConverter::UpdateMode>);
+    return rows;
 }
 
-void CPgADConverter::UpdateGroup()
+void CPgADConverter::UpdateMode()
 {
     const bool isManual = m_pADCModeMode->Get() == eKW_ZEL_AUTOMAN_MANUAL;
     KW_CHECKED(m_pADCModeResult->DbSet(isManual ? m_pADCModeManual->Get() : RequiredMode()));
@@ -22,20 +24,6 @@ void CPgADConverter::UpdateGroup()
 
 KW_ZEL_ADC_MODE CPgADConverter::RequiredMode() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    const KW_ZEL_MODE mode =
-        root != nullptr ? root->GetPgHorizontal()->GetPrZELMode()->Get() : eKW_ZEL_MODE_ZEL_A;
     // Both enumerations count the channels that share the converters, from all to one.
-    return static_cast<KW_ZEL_ADC_MODE>(mode);
-}
-
-void CPgADConverter::OnTreeCreated()
-{
-    CPgADConverterBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgHorizontal()->GetPrZELMode()}, [this] { UpdateGroup(); },
-            QStringLiteral("ADConverter/ADCModeResult"));
-    }
+    return static_cast<KW_ZEL_ADC_MODE>(At(ZEL::Horizontal / Horizontal::ZELMode)->Get());
 }

@@ -8,10 +8,9 @@
 class CPgADConverter : public CPgADConverterBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateMode();
     KW_ZEL_ADC_MODE RequiredMode() const;
 };

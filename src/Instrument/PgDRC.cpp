@@ -2,13 +2,19 @@
 #include "Instrument/PgDRC.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgDRC::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgDRC::Rules() const
 {
-    if (function == m_pClearViolations)
-    {
-        KW_CHECKED(m_pViolations->DbSet(0));
-        KW_CHECKED(m_pLastViolation->DbSet(QStringLiteral("")));
-    }
-    return CPgDRCBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::ClearViolations) >> Do<&CPgDRC::ClearViolations>);
+    return rows;
+}
+
+void CPgDRC::ClearViolations()
+{
+    KW_CHECKED(m_pViolations->DbSet(0));
+    KW_CHECKED(m_pLastViolation->DbSet(QStringLiteral("")));
 }

@@ -7,5 +7,8 @@
 class CPgDRC : public CPgDRCBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
+
+private:
+    void ClearViolations();
 };

@@ -9,8 +9,6 @@ class CPgDiagramWindow : public CPgDiagramWindowBase
 public:
     using CPgDiagramWindowBase::CPgDiagramWindowBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-
     bool IsVisible() const { return m_pVisible->Get() == eKW_ONOFF_ON; }
 
     struct t_Place

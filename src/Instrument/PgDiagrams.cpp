@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgDiagrams.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgDiagramWindowHw.h"
 #include "Instrument/PgaDiagramWindow.h"
+#include "Names/DiagramWindow.h"
 #include "Rules/NumberRules.h"
 
 #include <algorithm>
+
+using namespace NNames;
 
 namespace
 {
@@ -59,15 +63,30 @@ std::vector<CPgDiagramWindow::t_Place> Places(std::size_t count, bool sideBySide
 }
 } // namespace
 
-KW_ACCEPTANCE CPgDiagrams::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgDiagrams::Rules() const
 {
-    UpdateGroup();
-    return CPgDiagramsBase::OnPropertySet(property);
+    constexpr auto window = Names::DiagramWindow / each;
+    static constexpr auto rows = Table<Names>(
+        On(window / DiagramWindow::Visible) >> Do<&CPgDiagrams::KeepOneVisible>,
+        OnAny() >> Derive<&CPgDiagrams::SelectVisibleWindow, &CPgDiagrams::UpdatePlaces>,
+        On(window / DiagramWindow::Visible, window / DiagramWindow::Type,
+           window / DiagramWindow::Size) >>
+            Do<&CPgDiagrams::SelectVisibleWindow, &CPgDiagrams::UpdatePlaces>);
+    return rows;
 }
 
-void CPgDiagrams::UpdateGroup()
+/** The last one can not be switched off. */
+void CPgDiagrams::KeepOneVisible(const CDbPropBase* written)
 {
-    SelectVisibleWindow();
+    if (!HasVisibleWindow())
+    {
+        const auto* const window = static_cast<CPgDiagramWindow*>(written->GetParent());
+        KW_CHECKED(window->GetPrVisible()->DbSet(eKW_ONOFF_ON));
+    }
+}
+
+void CPgDiagrams::UpdatePlaces()
+{
     const std::vector<CPgDiagramWindow*> shown = Shown();
     const bool sideBySide = m_pLayout->Get() == eKW_ZEL_SCREEN_LAYOUT_SIDE_BY_SIDE;
     const double percent = shown.empty() ? 100.0 : shown.front()->GetPrSize()->Get();

@@ -16,14 +16,14 @@
 class CPgDiagrams : public CPgDiagramsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-
-    bool HasVisibleWindow() const;
+    t_Couplings Rules() const override;
 
 private:
+    bool HasVisibleWindow() const;
+    void KeepOneVisible(const CDbPropBase* written);
     /** Diagrams that are shown, in their order. */
     std::vector<CPgDiagramWindow*> Shown() const;
     void SelectVisibleWindow();
+    void UpdatePlaces();
     void UpdateOverlay(const std::vector<CPgDiagramWindow*>& shown);
 };

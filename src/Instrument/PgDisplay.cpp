@@ -2,16 +2,23 @@
 #include "Instrument/PgDisplay.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgmUserInterfaceLanguage.h"
 
-KW_ACCEPTANCE CPgDisplay::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgDisplay::Rules() const
 {
-    const bool isForeign = m_pSelectedLanguage->IsActive() &&
-                           m_pSelectedLanguage->GetContainer() != m_pUserInterfaceLanguage;
-    if (property != m_pSelectedLanguage || !isForeign)
+    static constexpr auto rows =
+        Table<Names>(On(Names::SelectedLanguage) >> Do<&CPgDisplay::RefuseForeignLanguage>);
+    return rows;
+}
+
+void CPgDisplay::RefuseForeignLanguage()
+{
+    if (m_pSelectedLanguage->IsActive() &&
+        m_pSelectedLanguage->GetContainer() != m_pUserInterfaceLanguage)
     {
-        return CPgDisplayBase::OnPropertySet(property);
+        KW_CHECKED(m_pSelectedLanguage->DbSet(QStringLiteral("")));
     }
-    KW_CHECKED(m_pSelectedLanguage->DbSet(QStringLiteral("")));
-    return eKW_ACC_WARNING;
 }

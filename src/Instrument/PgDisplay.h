@@ -7,5 +7,8 @@
 class CPgDisplay : public CPgDisplayBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
+
+private:
+    void RefuseForeignLanguage();
 };

@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgPrint.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/FileFormatRules.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgPrint::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgPrint::Rules() const
 {
-    NRules::FollowFileFormat(*m_pFormat, *m_pFile, property);
-    UpdateGroup();
-    return CPgPrintBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgPrint::FollowFileFormat, &CPgPrint::UpdateAvailable>);
+    return rows;
 }
 
-void CPgPrint::UpdateGroup()
+void CPgPrint::FollowFileFormat(const CDbPropBase* written)
 {
-    NRules::FollowFileFormat(*m_pFormat, *m_pFile, nullptr);
+    NRules::FollowFileFormat(*m_pFormat, *m_pFile, written);
+}
+
+void CPgPrint::UpdateAvailable()
+{
     NRules::SetAvailable({m_pQuality}, m_pFormat->Get() == eKW_PRINT_FORMAT_JPG);
 }

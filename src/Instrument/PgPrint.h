@@ -7,6 +7,9 @@
 class CPgPrint : public CPgPrintBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void FollowFileFormat(const CDbPropBase* written);
+    void UpdateAvailable();
 };

@@ -1,28 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgRemoteControl.h"
 
-#include "Root/PgZEL.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgRemoteControl::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgRemoteControl::Rules() const
 {
-    CPgZEL* const root = CPgZEL::Of(*this);
-    if (function == m_pReturnToLocal && root != nullptr)
-    {
-        root->SetControlMode(eCONTROL_LOCAL);
-        KW_CHECKED(root->GetPrRemoteState()->DbSet(eKW_ONOFF_OFF));
-        KW_CHECKED(m_pLocalLockout->DbSet(eKW_ONOFF_OFF));
-    }
-    return CPgRemoteControlBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgRemoteControl::UpdateAvailable>,
+                     On(Names::ReturnToLocal) >> Do<&CPgRemoteControl::ReturnToLocal>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgRemoteControl::OnPropertySet(const CDbPropBase* property)
+void CPgRemoteControl::ReturnToLocal()
 {
-    UpdateGroup();
-    return CPgRemoteControlBase::OnPropertySet(property);
+    GetDbRoot()->SetControlMode(eCONTROL_LOCAL);
+    KW_CHECKED(At(ZEL::RemoteState)->DbSet(eKW_ONOFF_OFF));
+    KW_CHECKED(m_pLocalLockout->DbSet(eKW_ONOFF_OFF));
 }
 
-void CPgRemoteControl::UpdateGroup()
+void CPgRemoteControl::UpdateAvailable()
 {
     const KW_REMOTECONTROL_INTERFACE used = m_pInterface->Get();
     NRules::SetAvailable({m_pPort}, used == eKW_REMOTECONTROL_INTERFACE_ETHERNET ||

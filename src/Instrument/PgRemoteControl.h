@@ -7,7 +7,9 @@
 class CPgRemoteControl : public CPgRemoteControlBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void ReturnToLocal();
+    void UpdateAvailable();
 };

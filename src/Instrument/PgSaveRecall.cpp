@@ -7,7 +7,7 @@
 #include "Instrument/PgDiagrams.h"
 #include "Instrument/PgaSaveRecallSlot.h"
 #include "LockManager.h"
-#include "Root/PgZEL.h"
+#include "Names/ZEL.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -46,7 +46,7 @@ CPgSaveRecallSlot* CPgSaveRecall::SelectedSlot() const
 
 QString CPgSaveRecall::SlotFile() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
+    const CDbPgRoot* const root = GetDbRoot();
     return QDir(root->GetSettingsFolder())
         .filePath(m_pSelectedSlot->GetText() + QLatin1String(".xml"));
 }
@@ -54,7 +54,7 @@ QString CPgSaveRecall::SlotFile() const
 QString CPgSaveRecall::UserFile() const
 {
     const QString name = m_pFile->GetFullPath();
-    const CPgZEL* const root = CPgZEL::Of(*this);
+    const CDbPgRoot* const root = GetDbRoot();
     return name.isEmpty() ? name : QDir(root->GetSettingsFolder()).filePath(name);
 }
 
@@ -108,7 +108,7 @@ KW_ACCEPTANCE CPgSaveRecall::SaveTo(const QString& fileName) const
         return eKW_ACC_BAD_NAME;
     }
     QDir().mkpath(QFileInfo(fileName).absolutePath());
-    return CPgZEL::Of(*this)->SaveToFile(fileName, eSAVERECALL_SETTINGS);
+    return GetDbRoot()->SaveToFile(fileName, eSAVERECALL_SETTINGS);
 }
 
 // Only the file is applied: the action may be run inside a bracket, whose lock the acquisition may
@@ -119,7 +119,7 @@ KW_ACCEPTANCE CPgSaveRecall::RecallFrom(const QString& fileName)
     {
         return eKW_ACC_BAD_NAME;
     }
-    CPgZEL* const root = CPgZEL::Of(*this);
+    CDbPgRoot* const root = GetDbRoot();
     CDbSettingsDocument document;
     if (const KW_ACCEPTANCE code = root->ReadFile(fileName, document); code > eKW_ACC_WARNING)
     {
@@ -134,14 +134,14 @@ KW_ACCEPTANCE CPgSaveRecall::RecallFrom(const QString& fileName)
 KW_ACCEPTANCE CPgSaveRecall::RecallBelowScreen(const CDbSettingsDocument& document)
 {
     const CLockGuard lock;
-    CPgZEL* const root = CPgZEL::Of(*this);
+    CDbPgRoot* const root = GetDbRoot();
     QList<QString> screen;
-    root->GetPgDiagrams()->SerializeCSV(screen, eSAVERECALL_SETTINGS);
+    root->At(NNames::ZEL::Diagrams)->SerializeCSV(screen, eSAVERECALL_SETTINGS);
     return root->ApplyDocument(document, eSAVERECALL_SETTINGS,
                                [root, &screen]
                                {
                                    QListIterator<QString> fields(screen);
-                                   root->GetPgDiagrams()->DeSerializeCSV(fields);
+                                   root->At(NNames::ZEL::Diagrams)->DeSerializeCSV(fields);
                                    root->UpdateAllMeasSettings();
                                });
 }

@@ -2,20 +2,23 @@
 #include "Instrument/PgSelfalignment.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgaSelfalignmentResult.h"
 
-KW_ACCEPTANCE CPgSelfalignment::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSelfalignment::Rules() const
 {
-    if (function == m_pStart)
-    {
-        KW_CHECKED(m_pResult->DbSet(eKW_ZEL_SELFALIGNMENT_RESULT_NOT_DONE));
-        ForgetSteps();
-    }
-    if (function == m_pAbort && m_pResult->Get() == eKW_ZEL_SELFALIGNMENT_RESULT_RUNNING)
-    {
-        AbortRunning();
-    }
-    return CPgSelfalignmentBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::Start) >> Do<&CPgSelfalignment::Begin>,
+                     On(Names::Abort) >> Do<&CPgSelfalignment::AbortRunning>);
+    return rows;
+}
+
+void CPgSelfalignment::Begin()
+{
+    KW_CHECKED(m_pResult->DbSet(eKW_ZEL_SELFALIGNMENT_RESULT_NOT_DONE));
+    ForgetSteps();
 }
 
 void CPgSelfalignment::ForgetSteps()
@@ -33,6 +36,10 @@ void CPgSelfalignment::ForgetSteps()
 
 void CPgSelfalignment::AbortRunning()
 {
+    if (m_pResult->Get() != eKW_ZEL_SELFALIGNMENT_RESULT_RUNNING)
+    {
+        return;
+    }
     KW_CHECKED(m_pResult->DbSet(eKW_ZEL_SELFALIGNMENT_RESULT_ABORTED));
     KW_CHECKED(m_pStep->DbSet(eKW_ZEL_SELFALIGNMENT_STEP_IDLE));
     KW_CHECKED(m_pDialog->DbSet(eKW_ZEL_SELFALIGNMENT_DIALOG_NONE));

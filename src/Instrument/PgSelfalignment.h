@@ -8,9 +8,10 @@
 class CPgSelfalignment : public CPgSelfalignmentBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
 private:
+    void Begin();
     void ForgetSteps();
     void AbortRunning();
 };

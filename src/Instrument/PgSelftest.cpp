@@ -1,29 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSelftest.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgaSelftestDevice.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSelftest::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSelftest::Rules() const
 {
-    if (function == m_pStart)
-    {
-        Forget();
-    }
-    if (function == m_pAbort)
-    {
-        AbortRunning();
-    }
-    return CPgSelftestBase::OnFunction(function);
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&CPgSelftest::UpdateAvailable>,
+                                              On(Names::Start) >> Do<&CPgSelftest::Forget>,
+                                              On(Names::Abort) >> Do<&CPgSelftest::AbortRunning>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgSelftest::OnPropertySet(const CDbPropBase* property)
-{
-    UpdateGroup();
-    return CPgSelftestBase::OnPropertySet(property);
-}
-
-void CPgSelftest::UpdateGroup()
+void CPgSelftest::UpdateAvailable()
 {
     const KW_ZEL_SELFTEST_SELECTION selection = m_pSelection->Get();
     NRules::SetAvailable({m_pGroup}, selection == eKW_ZEL_SELFTEST_SELECTION_GROUP);

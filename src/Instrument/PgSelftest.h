@@ -8,11 +8,10 @@
 class CPgSelftest : public CPgSelftestBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateAvailable();
     bool IsSelected(KW_ZEL_SELFTEST_DEVICE device) const;
     void Forget();
     void AbortRunning();

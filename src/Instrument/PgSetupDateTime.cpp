@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSetupDateTime.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSetupDateTime::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSetupDateTime::Rules() const
 {
-    UpdateGroup();
-    return CPgSetupDateTimeBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgSetupDateTime::UpdateAvailable>);
+    return rows;
 }
 
-void CPgSetupDateTime::UpdateGroup()
+void CPgSetupDateTime::UpdateAvailable()
 {
     const bool byNetwork = m_pUseNetworkTime->Get() == eKW_ONOFF_ON;
     NRules::SetAvailable({m_pTimeServer}, byNetwork);

@@ -1,29 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSignalExport.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/FileFormatRules.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSignalExport::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSignalExport::Rules() const
 {
-    NRules::FollowFileFormat(*m_pFileFormat, *m_pFile, property);
-    UpdateGroup();
-    return CPgSignalExportBase::OnPropertySet(property);
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&CPgSignalExport::FollowFileFormat, &CPgSignalExport::UpdateAvailable>,
+        On(Names::Save, Names::Cancel) >> Do<&CPgSignalExport::ResetProgress>);
+    return rows;
 }
 
-void CPgSignalExport::UpdateGroup()
+void CPgSignalExport::FollowFileFormat(const CDbPropBase* written)
 {
-    NRules::FollowFileFormat(*m_pFileFormat, *m_pFile, nullptr);
+    NRules::FollowFileFormat(*m_pFileFormat, *m_pFile, written);
+}
+
+void CPgSignalExport::UpdateAvailable()
+{
     const KW_EXPORT_FILE_FORMAT format = m_pFileFormat->Get();
     NRules::SetAvailable({m_pDelimiter, m_pIncludeTime}, format == eKW_EXPORT_FILE_FORMAT_CSV);
     NRules::SetAvailable({m_pDataFormat}, format == eKW_EXPORT_FILE_FORMAT_BINARY);
 }
 
-KW_ACCEPTANCE CPgSignalExport::OnFunction(const CDbFunction* function)
+void CPgSignalExport::ResetProgress()
 {
-    if (function == m_pSave || function == m_pCancel)
-    {
-        KW_CHECKED(m_pProgress->DbSet(0.0));
-    }
-    return CPgSignalExportBase::OnFunction(function);
+    KW_CHECKED(m_pProgress->DbSet(0.0));
 }

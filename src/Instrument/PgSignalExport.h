@@ -8,7 +8,10 @@
 class CPgSignalExport : public CPgSignalExportBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void FollowFileFormat(const CDbPropBase* written);
+    void UpdateAvailable();
+    void ResetProgress();
 };

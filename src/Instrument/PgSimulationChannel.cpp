@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSimulationChannel.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSimulationChannel::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSimulationChannel::Rules() const
 {
-    if (property == m_pShape)
-    {
-        UpdateGroup();
-    }
-    return CPgSimulationChannelBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::Shape) >> Derive<&CPgSimulationChannel::UpdateAvailable>);
+    return rows;
 }
 
-void CPgSimulationChannel::UpdateGroup()
+void CPgSimulationChannel::UpdateAvailable()
 {
     const KW_ZEL_SIM_SIGNALSHAPE shape = m_pShape->Get();
     const bool isPeriodic =

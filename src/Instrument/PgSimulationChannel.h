@@ -9,6 +9,8 @@ class CPgSimulationChannel : public CPgSimulationChannelBase
 public:
     using CPgSimulationChannelBase::CPgSimulationChannelBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateAvailable();
 };

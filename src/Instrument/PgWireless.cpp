@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgWireless.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgWirelessAccesspoint.h"
 #include "Instrument/PgWirelessClient.h"
 #include "Rules/NumberRules.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -29,17 +32,15 @@ UINT16 HighestChannel(KW_WIRELESS_COUNTRY country)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgWireless::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgWireless::Rules() const
 {
-    if (property == m_pMode)
-    {
-        EndLink();
-    }
-    UpdateGroup();
-    return CPgWirelessBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::Mode) >> Do<&CPgWireless::EndLink>,
+                     On(Names::Country) >> Derive<&CPgWireless::LimitChannel>);
+    return rows;
 }
 
-void CPgWireless::UpdateGroup()
+void CPgWireless::LimitChannel()
 {
     NRules::SetLimits<UINT16>(*m_pWirelessAccesspoint->GetPrChannel(), 1,
                               HighestChannel(m_pCountry->Get()));

@@ -7,9 +7,9 @@
 class CPgWireless : public CPgWirelessBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
+    void LimitChannel();
     void EndLink();
 };

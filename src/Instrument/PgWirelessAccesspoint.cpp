@@ -2,15 +2,23 @@
 #include "Instrument/PgWirelessAccesspoint.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgWirelessAccesspoint::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgWirelessAccesspoint::Rules() const
+{
+    static constexpr auto rows =
+        Table<Names>(On(Names::Passphrase) >> Do<&CPgWirelessAccesspoint::DropShortPassphrase>);
+    return rows;
+}
+
+void CPgWirelessAccesspoint::DropShortPassphrase()
 {
     constexpr int kShortest = 8;
     const auto length = m_pPassphrase->Get().size();
-    if (property != m_pPassphrase || length == 0 || length >= kShortest)
+    if (length > 0 && length < kShortest)
     {
-        return CPgWirelessAccesspointBase::OnPropertySet(property);
+        KW_CHECKED(m_pPassphrase->DbSet(QStringLiteral("")));
     }
-    KW_CHECKED(m_pPassphrase->DbSet(QStringLiteral("")));
-    return eKW_ACC_WARNING;
 }

@@ -8,5 +8,8 @@
 class CPgWirelessAccesspoint : public CPgWirelessAccesspointBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
+
+private:
+    void DropShortPassphrase();
 };

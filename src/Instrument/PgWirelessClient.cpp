@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgWirelessClient.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgWirelessClient::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgWirelessClient::Rules() const
 {
-    UpdateGroup();
-    return CPgWirelessClientBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgWirelessClient::UpdateAvailable>);
+    return rows;
 }
 
-void CPgWirelessClient::UpdateGroup()
+void CPgWirelessClient::UpdateAvailable()
 {
     NRules::SetAvailable({m_pFixedAddress}, m_pAutomaticAddress->Get() == eKW_ONOFF_OFF);
 }

@@ -2,16 +2,34 @@
 #include "Root/PgCurrentRun.h"
 
 #include "CheckedAccess.h"
-#include "Root/PgControl.h"
-#include "Root/PgRuns.h"
-#include "Root/PgSMLogger.h"
-#include "Root/PgSMMeter.h"
-#include "Root/PgSMMode.h"
-#include "Root/PgSMScope.h"
-#include "Root/PgZEL.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Control.h"
+#include "Names/Runs.h"
+#include "Names/SMLogger.h"
+#include "Names/SMMeter.h"
+#include "Names/SMMode.h"
+#include "Names/SMScope.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 
-void CPgCurrentRun::UpdateGroup()
+using namespace NNames;
+
+namespace
+{
+constexpr auto kScope = ZEL::Control / Control::SMScope / SMScope::RunStop;
+constexpr auto kMeter = ZEL::Control / Control::SMMeter / SMMeter::RunStop;
+constexpr auto kLogger = ZEL::Control / Control::SMLogger / SMLogger::RunStop;
+} // namespace
+
+t_Couplings CPgCurrentRun::Rules() const
+{
+    static constexpr auto rows = Table<Names>(
+        Changed(ZEL::Control / Control::SMMode / SMMode::ActiveMode, kScope, kMeter, kLogger) >>
+        Derive<&CPgCurrentRun::FollowStateMachine>);
+    return rows;
+}
+
+void CPgCurrentRun::FollowStateMachine()
 {
     const KW_ZEL_RUNSTOP_STATE asked = Asked();
     const bool begins =
@@ -23,36 +41,16 @@ void CPgCurrentRun::UpdateGroup()
     }
 }
 
-void CPgCurrentRun::OnTreeCreated()
-{
-    CPgCurrentRunBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        const CPgControl* const control = root->GetPgControl();
-        root->GetDependencies().Add(
-            *this,
-            {control->GetPgSMMode()->GetPrActiveMode(), control->GetPgSMScope()->GetPrRunStop(),
-             control->GetPgSMMeter()->GetPrRunStop(), control->GetPgSMLogger()->GetPrRunStop()},
-            [this] { UpdateGroup(); }, QStringLiteral("CurrentRun/RunStop"));
-    }
-}
-
 KW_ZEL_RUNSTOP_STATE CPgCurrentRun::Asked() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return m_pRunStop->Get();
-    }
-    const CPgControl* const control = root->GetPgControl();
-    switch (control->GetPgSMMode()->GetPrActiveMode()->Get())
+    switch (At(ZEL::Control / Control::SMMode / SMMode::ActiveMode)->Get())
     {
     case eKW_ZEL_OPERATION_MODE_METER:
-        return control->GetPgSMMeter()->GetPrRunStop()->Get();
+        return At(kMeter)->Get();
     case eKW_ZEL_OPERATION_MODE_LOGGER:
-        return control->GetPgSMLogger()->GetPrRunStop()->Get();
+        return At(kLogger)->Get();
     default:
-        return control->GetPgSMScope()->GetPrRunStop()->Get();
+        return At(kScope)->Get();
     }
 }
 
@@ -64,8 +62,6 @@ void CPgCurrentRun::Begin()
     }
     KW_CHECKED(m_pDuration->DbSet(0.0));
     KW_CHECKED(m_pLastTriggerAge->SetValidity(eKW_VALIDITY_INVALID));
-    if (const CPgRuns* const runs = NRules::Above<CPgRuns>(*this))
-    {
-        KW_CHECKED(runs->GetPrNumberOfRuns()->DbSet(runs->GetPrNumberOfRuns()->Get() + 1));
-    }
+    CDbPropNum<UINT64>& runs = *At(ZEL::Runs / Runs::NumberOfRuns);
+    KW_CHECKED(runs.DbSet(runs.Get() + 1));
 }

@@ -8,10 +8,10 @@
 class CPgCurrentRun : public CPgCurrentRunBase
 {
 public:
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void FollowStateMachine();
     /** What the user asks of the state machine of the active mode. */
     KW_ZEL_RUNSTOP_STATE Asked() const;
     void Begin();

@@ -2,12 +2,18 @@
 #include "Root/PgDebug.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgDebug::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgDebug::Rules() const
 {
-    if (property == m_pRegisterAddress)
-    {
-        KW_CHECKED(m_pRegisterReadback->SetValidity(eKW_VALIDITY_INVALID));
-    }
-    return CPgDebugBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::RegisterAddress) >> Do<&CPgDebug::ForgetReadback>);
+    return rows;
+}
+
+void CPgDebug::ForgetReadback()
+{
+    KW_CHECKED(m_pRegisterReadback->SetValidity(eKW_VALIDITY_INVALID));
 }

@@ -2,19 +2,29 @@
 #include "Root/PgSMComplexSequence.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgSMComplexSequence::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSMComplexSequence::Rules() const
+{
+    static constexpr auto rows =
+        Table<Names>(On(Names::Abort) >> Do<&CPgSMComplexSequence::AbortRunning>,
+                     On(Names::Autoset, Names::Abort) >> Do<&CPgSMComplexSequence::BeginAnew>);
+    return rows;
+}
+
+void CPgSMComplexSequence::AbortRunning()
 {
     const KW_ZEL_OPSTATE state = m_pOperationState->Get();
-    const bool runs = state == eKW_ZEL_OPSTATE_PENDING || state == eKW_ZEL_OPSTATE_ACTIVE;
-    if (function == m_pAbort && runs)
+    if (state == eKW_ZEL_OPSTATE_PENDING || state == eKW_ZEL_OPSTATE_ACTIVE)
     {
         KW_CHECKED(m_pOperationState->DbSet(eKW_ZEL_OPSTATE_ABORTED));
     }
-    if (function == m_pAutoset || function == m_pAbort)
-    {
-        KW_CHECKED(m_pProgress->DbSet(0.0));
-        KW_CHECKED(m_pStep->DbSet(QStringLiteral("")));
-    }
-    return CPgSMComplexSequenceBase::OnFunction(function);
+}
+
+void CPgSMComplexSequence::BeginAnew()
+{
+    KW_CHECKED(m_pProgress->DbSet(0.0));
+    KW_CHECKED(m_pStep->DbSet(QStringLiteral("")));
 }

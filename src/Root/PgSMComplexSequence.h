@@ -7,5 +7,9 @@
 class CPgSMComplexSequence : public CPgSMComplexSequenceBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
+
+private:
+    void AbortRunning();
+    void BeginAnew();
 };

@@ -2,11 +2,20 @@
 #include "Root/PgSMMode.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 
-KW_ACCEPTANCE CPgSMMode::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgSMMode::Rules() const
+{
+    static constexpr auto rows = Table<Names>(On(Names::SwitchMode) >> Do<&CPgSMMode::SwitchMode>);
+    return rows;
+}
+
+KW_ACCEPTANCE CPgSMMode::SwitchMode()
 {
     const KW_ZEL_OPERATION_MODE active = m_pActiveMode->Get();
-    if (function != m_pSwitchMode || active == m_pOperationMode->Get())
+    if (active == m_pOperationMode->Get())
     {
         return eKW_ACC_OK;
     }

@@ -7,5 +7,8 @@
 class CPgSMMode : public CPgSMModeBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
+
+private:
+    KW_ACCEPTANCE SwitchMode();
 };

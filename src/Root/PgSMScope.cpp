@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Root/PgSMScope.h"
 
-KW_ACCEPTANCE CPgSMScope::OnPropertySet(const CDbPropBase* property)
-{
-    if (property == m_pRunStop)
-    {
-        CountDown();
-    }
-    return CRunStopMachine::OnPropertySet(property);
-}
+#include "CommonDatabase/Couplings/DbRules.h"
 
-void CPgSMScope::OnPropertyDbSet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSMScope::Rules() const
 {
-    if (property == m_pRunStop)
-    {
-        CountDown();
-    }
-    CRunStopMachine::OnPropertyDbSet(property);
+    static constexpr auto rows =
+        Table<Names>(MachineRows(), On(Names::RunStop) >> Do<&CPgSMScope::CountDown>,
+                     Delivered(Names::RunStop) >> Do<&CPgSMScope::CountDown>);
+    return rows;
 }
 
 void CPgSMScope::CountDown()

@@ -9,8 +9,7 @@
 class CPgSMScope : public CRunStopMachine<CPgSMScopeBase>
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
 
 private:
     void CountDown();

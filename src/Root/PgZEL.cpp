@@ -2,6 +2,7 @@
 #include "Root/PgZEL.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Files/DbSettings.h"
 #include "LockManager.h"
 #include "Logger/PgLogger.h"
@@ -10,6 +11,8 @@
 
 #include <QDir>
 #include <QStandardPaths>
+
+using namespace NNames;
 
 namespace
 {
@@ -23,21 +26,24 @@ CPgZEL::CPgZEL()
     SetSettingsFolder(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
 }
 
-KW_ACCEPTANCE CPgZEL::OnFunction(const CDbFunction* function)
+t_Couplings CPgZEL::Rules() const
 {
-    if (function == m_pAutosetLogger)
-    {
-        return AutosetLogger();
-    }
-    if (function == m_pPreset)
-    {
-        return ApplyDefaults(eSAVERECALL_SETTINGS, QStringLiteral("Preset"));
-    }
-    if (function == m_pPresetFactory)
-    {
-        return ApplyDefaults(eSAVERECALL_ALL, QStringLiteral("PresetFactory"));
-    }
-    return CPgZELBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::RemoteState) >> Do<&CPgZEL::FollowRemoteState>,
+                     On(Names::AutosetLogger) >> Do<&CPgZEL::AutosetLogger>,
+                     On(Names::Preset) >> Do<&CPgZEL::Preset>,
+                     On(Names::PresetFactory) >> Do<&CPgZEL::PresetFactory>);
+    return rows;
+}
+
+KW_ACCEPTANCE CPgZEL::Preset()
+{
+    return ApplyDefaults(eSAVERECALL_SETTINGS, QStringLiteral("Preset"));
+}
+
+KW_ACCEPTANCE CPgZEL::PresetFactory()
+{
+    return ApplyDefaults(eSAVERECALL_ALL, QStringLiteral("PresetFactory"));
 }
 
 std::optional<KW_ACCEPTANCE> CPgZEL::OnFileFunction(const CDbFunction* function)
@@ -61,13 +67,12 @@ std::optional<KW_ACCEPTANCE> CPgZEL::OnFileFunction(const CDbFunction* function)
     return CPgZELBase::OnFileFunction(function);
 }
 
-KW_ACCEPTANCE CPgZEL::OnPropertySet(const CDbPropBase* property)
+void CPgZEL::FollowRemoteState()
 {
-    if (property == m_pRemoteState && GetControlMode() != eCONTROL_LOCAL_LOCKOUT)
+    if (GetControlMode() != eCONTROL_LOCAL_LOCKOUT)
     {
         SetControlMode(m_pRemoteState->Get() == eKW_ONOFF_ON ? eCONTROL_REMOTE : eCONTROL_LOCAL);
     }
-    return CPgZELBase::OnPropertySet(property);
 }
 
 // An action may be run inside a bracket, whose lock the acquisition may need before it can stop:
@@ -85,11 +90,10 @@ KW_ACCEPTANCE CPgZEL::SaveInFolder(const QString& name, SaveRecallPattern patter
 }
 
 /** The logger begins afresh with what suits any signal: defaults, results and zoom included. */
-KW_ACCEPTANCE CPgZEL::AutosetLogger()
+void CPgZEL::AutosetLogger()
 {
     m_pLogger->WriteDefaults(eSAVERECALL_SETTINGS);
     m_pLogger->VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
-    return eKW_ACC_OK;
 }
 
 KW_ACCEPTANCE CPgZEL::Recall(QString fileName)

@@ -27,15 +27,17 @@ public:
     /** Recomputes what every measuring function derives from its settings. */
     void UpdateAllMeasSettings() override;
 
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
     std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function) override;
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
 
 private:
     KW_ACCEPTANCE RecallPattern(const QString& fileName, SaveRecallPattern pattern);
     KW_ACCEPTANCE SaveInFolder(const QString& name, SaveRecallPattern pattern);
     KW_ACCEPTANCE RecallFromFolder(const QString& name, SaveRecallPattern pattern);
-    KW_ACCEPTANCE AutosetLogger();
+    void FollowRemoteState();
+    void AutosetLogger();
+    KW_ACCEPTANCE Preset();
+    KW_ACCEPTANCE PresetFactory();
     void StopAcquisition();
     void SwitchMode();
 };

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerations.h"
-
-class CDbFunction;
 
 /** Base of a state machine with "Start", "Stop" and "RunStop": a request is also what the user asks
     for. How far it has come is told by whoever carries it out. */
@@ -12,16 +11,21 @@ template <typename TBase>
 class CRunStopMachine : public TBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override
+    t_Couplings Rules() const override
     {
-        if (function == this->m_pStart)
-        {
-            KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_RUN));
-        }
-        if (function == this->m_pStop)
-        {
-            KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_STOP));
-        }
-        return TBase::OnFunction(function);
+        static constexpr auto rows = NNames::Table<typename TBase::Names>(MachineRows());
+        return rows;
     }
+
+protected:
+    static constexpr auto MachineRows()
+    {
+        using N = typename TBase::Names;
+        return NNames::Rows(NNames::On(N::Start) >> NNames::Do<&CRunStopMachine::Run>,
+                            NNames::On(N::Stop) >> NNames::Do<&CRunStopMachine::Stop>);
+    }
+
+private:
+    void Run() { KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_RUN)); }
+    void Stop() { KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_STOP)); }
 };

@@ -2,20 +2,15 @@
 #include "IKWFunctionZEL.h"
 #include "LockManager.h"
 #include "Root/PgZEL.h"
-
-#include <mutex>
+#include "Rules/PresentTree.h"
 
 namespace
 {
-// Recursive: while the tree is being built, its rules may call helpers that peek at the root.
-std::recursive_mutex s_rootMutex;
-// The library itself keeps no tree alive: when the last client lets the root go, it is gone.
-std::weak_ptr<CPgZEL> s_root;
-
-std::shared_ptr<CPgZEL> BuildRoot()
+std::shared_ptr<CDbPgRoot> BuildRoot()
 {
     std::shared_ptr<CPgZEL> root(new CPgZEL, CDbNodeDeleter{});
-    s_root = root;
+    // Already while it is being built: its rules may call helpers that peek at the root.
+    NPresentTree::Enter(root);
     root->OnTreeCreated();
     root->GetDependencies().CalculateEverything();
     root->SetAutoUpdateDependencies(true);
@@ -27,8 +22,7 @@ std::shared_ptr<CPgZEL> BuildRoot()
 
 std::shared_ptr<CPgZEL> KW_PeekZELRoot()
 {
-    const std::lock_guard<std::recursive_mutex> lock(s_rootMutex);
-    return s_root.lock();
+    return std::static_pointer_cast<CPgZEL>(NPresentTree::Peek());
 }
 
 std::shared_ptr<IKWFunctionZEL> GetZELRoot()
@@ -39,10 +33,5 @@ std::shared_ptr<IKWFunctionZEL> GetZELRoot()
     }
     // The tree's lock comes first: a rule that holds it may peek at the root meanwhile.
     const CLockGuard treeLock;
-    const std::lock_guard<std::recursive_mutex> lock(s_rootMutex);
-    if (const auto root = s_root.lock())
-    {
-        return root->GetFIMPointer();
-    }
-    return BuildRoot()->GetFIMPointer();
+    return std::static_pointer_cast<CPgZEL>(NPresentTree::PeekOrBuild(BuildRoot))->GetFIMPointer();
 }
