@@ -2,6 +2,8 @@
 #include "Instrument/PgADConverter.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsHardware.h"
 #include "Root/PgZEL.h"
 #include "Timebase/PgHorizontal.h"
 

@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "Instrument/PgaADReceiverChannel.h"
+#include "KWEnumerationsOnOff.h"
 
 KW_ACCEPTANCE CPgADReceiver::OnFunction(const CDbFunction* function)
 {

@@ -3,6 +3,9 @@
 
 #include "Instrument/PgDiagramWindowHw.h"
 #include "Instrument/PgaDiagramWindow.h"
+#include "KWEnumerationsDisplay.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSpectrum.h"
 #include "Rules/NumberRules.h"
 
 #include <algorithm>

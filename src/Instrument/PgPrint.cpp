@@ -2,6 +2,7 @@
 #include "Instrument/PgPrint.h"
 
 #include "Instrument/FileFormatRules.h"
+#include "KWEnumerationsDisplay.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgPrint::OnPropertySet(const CDbPropBase* property)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgRemoteControl.h"
 
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSystem.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 

@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "Instrument/PgaSelfalignmentResult.h"
+#include "KWEnumerationsSelfTest.h"
 
 KW_ACCEPTANCE CPgSelfalignment::OnFunction(const CDbFunction* function)
 {

@@ -2,6 +2,7 @@
 #include "Instrument/PgSelftest.h"
 
 #include "Instrument/PgaSelftestDevice.h"
+#include "KWEnumerationsSelfTest.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSelftest::OnFunction(const CDbFunction* function)

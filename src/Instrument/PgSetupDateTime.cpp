@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSetupDateTime.h"
 
+#include "KWEnumerationsOnOff.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSetupDateTime::OnPropertySet(const CDbPropBase* property)

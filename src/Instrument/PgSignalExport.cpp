@@ -2,6 +2,7 @@
 #include "Instrument/PgSignalExport.h"
 
 #include "Instrument/FileFormatRules.h"
+#include "KWEnumerationsDisplay.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSignalExport::OnPropertySet(const CDbPropBase* property)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgSimulationChannel.h"
 
+#include "KWEnumerationsHardware.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSimulationChannel::OnPropertySet(const CDbPropBase* property)

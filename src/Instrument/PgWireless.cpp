@@ -3,6 +3,8 @@
 
 #include "Instrument/PgWirelessAccesspoint.h"
 #include "Instrument/PgWirelessClient.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSystem.h"
 #include "Rules/NumberRules.h"
 
 namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Instrument/PgWirelessClient.h"
 
+#include "KWEnumerationsOnOff.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgWirelessClient::OnPropertySet(const CDbPropBase* property)

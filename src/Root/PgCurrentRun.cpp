@@ -2,6 +2,7 @@
 #include "Root/PgCurrentRun.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsAcquisition.h"
 #include "Root/PgControl.h"
 #include "Root/PgRuns.h"
 #include "Root/PgSMLogger.h"

@@ -2,6 +2,7 @@
 #include "Root/PgSMComplexSequence.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsAcquisition.h"
 
 KW_ACCEPTANCE CPgSMComplexSequence::OnFunction(const CDbFunction* function)
 {

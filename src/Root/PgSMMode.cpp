@@ -2,6 +2,7 @@
 #include "Root/PgSMMode.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsAcquisition.h"
 
 KW_ACCEPTANCE CPgSMMode::OnFunction(const CDbFunction* function)
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Root/PgSMScope.h"
 
+#include "KWEnumerationsAcquisition.h"
+
 KW_ACCEPTANCE CPgSMScope::OnPropertySet(const CDbPropBase* property)
 {
     if (property == m_pRunStop)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "CheckedAccess.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsAcquisition.h"
 
 class CDbFunction;
 
