@@ -23,8 +23,9 @@ ROOMS = {
     "tests/client": "client tests",
     "tests/Together.h": "test basics",
     "bench": "tests",
-    "generated/database": "frame",
+    "generated/database": "name tables",
     "generated/ifc": "ifc",
+    "generated/ifc/KWEnumerations.h": "all enumerations",
     "generated/src": "rules",
 }
 
@@ -32,13 +33,18 @@ MAY_INCLUDE = {
     "support": {"support", "ifc basics"},
     "frame": {"frame", "support", "ifc basics", "ifc of the frame"},
     "rules": {"rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame"},
+    "name tables": {"frame", "ifc", "ifc of the frame"},
     "ifc": {"ifc", "ifc basics", "ifc of the frame"},
+    "all enumerations": {"ifc", "ifc of the frame"},
     "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
-    "client": {"client", "ifc", "ifc basics", "ifc of the frame"},
-    "client tests": {"client tests", "test basics", "ifc", "ifc basics", "ifc of the frame"},
+    "client": {"client", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
+    "client tests": {
+        "client tests", "test basics", "ifc", "ifc basics", "ifc of the frame", "all enumerations",
+    },
     "test basics": set(),
     "tests": {
         "tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
+        "all enumerations",
     },
 }
 
@@ -46,8 +52,8 @@ MAY_INCLUDE = {
 IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
-    "IKWProperties.h", "KWBrackets.h", "KWEnumerations.h", "KWNodeTypes.h", "KWSettingsFile.h",
-    "KWTexts.h",
+    "IKWProperties.h", "KWBrackets.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
+    "KWSettingsFile.h", "KWTexts.h",
 }
 
 # Where the compiler looks for quoted names, after the folder of the including file.
@@ -60,7 +66,9 @@ FURTHER_LIBRARIES = {
     "support": r"boost/.*|(fcntl|unistd|sys/stat)\.h",
     "frame": r"boost/.*",
     "rules": r"boost/.*",
+    "name tables": None,
     "ifc": None,
+    "all enumerations": None,
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "client": None,
     "test basics": None,

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsTrigger.h"
 
 /**
  * What kind of source or trigger a value is. Plain functions of their arguments, callable from any

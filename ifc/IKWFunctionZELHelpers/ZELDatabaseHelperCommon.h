@@ -2,7 +2,11 @@
 #pragma once
 
 #include "KWAcceptance.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsDataFormats.h"
+#include "KWEnumerationsHardware.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 
 #include <QtGlobal>
 #include <initializer_list>

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsReadings.h"
+#include "KWEnumerationsSpectrum.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 #include "KWTypes.h"
 
 #include <array>

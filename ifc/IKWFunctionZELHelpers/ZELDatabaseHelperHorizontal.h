@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsLogger.h"
 #include "KWTypes.h"
 
 /**

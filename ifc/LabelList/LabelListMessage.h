@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerationsSerialBus.h"
 #include "LabelList/LabelListSignal.h"
 
 #include <QByteArray>

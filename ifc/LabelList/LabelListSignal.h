@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsSerialBus.h"
 
 #include <QByteArray>
 #include <map>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerationsMeter.h"
 #include "MeterBase/MeasurementBlockBase.h"
 
 #include <map>

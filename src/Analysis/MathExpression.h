@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsMathematics.h"
+#include "KWEnumerationsUnits.h"
 
 #include <QString>
 #include <functional>

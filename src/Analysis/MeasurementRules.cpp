@@ -3,6 +3,9 @@
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"
 
+#include "KWEnumerationsMathematics.h"
+#include "KWEnumerationsUnits.h"
+
 namespace
 {
 bool IsBetween(KW_ZEL_MEASUREMENT_TYPE type, KW_ZEL_MEASUREMENT_TYPE first,

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
 #include "Rules/NumberRules.h"
+
+enum KW_UNIT : INT32;
+enum KW_ZEL_MEASUREMENT_TYPE : INT32;
 
 /** What the automatic measurements and those between the cursors share. */
 namespace NMeasurementRules

@@ -3,6 +3,10 @@
 
 #include "Analysis/PgXY.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsMathematics.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"

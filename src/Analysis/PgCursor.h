@@ -5,6 +5,8 @@
 
 #include <array>
 
+enum KW_ZEL_CHANNEL : INT32;
+
 /**
  * The cursors of the time and XY diagrams. Lines stay on the screen: times within the main one,
  * levels within that of their trace. Coupled lines move together, as far as the screen lets the

@@ -2,6 +2,7 @@
 #include "Analysis/PgCursorMeasurement.h"
 
 #include "Analysis/MeasurementRules.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 

@@ -3,6 +3,8 @@
 
 #include "Analysis/PgMaskChannelSetup.h"
 #include "Analysis/PgaMaskChannelSetup.h"
+#include "KWEnumerationsLogger.h"
+#include "KWEnumerationsOnOff.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgMask::OnPropertySet(const CDbPropBase* property)

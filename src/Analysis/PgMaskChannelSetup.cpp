@@ -2,6 +2,8 @@
 #include "Analysis/PgMaskChannelSetup.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsReadings.h"
 
 void CPgMaskChannelSetup::ClearCounts()
 {

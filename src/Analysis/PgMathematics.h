@@ -4,6 +4,9 @@
 #include "Analysis/MathExpression.h"
 #include "Analysis/PgMathematicsBase.h"
 
+enum KW_UNIT : INT32;
+enum KW_ZEL_CHANNEL : INT32;
+
 /**
  * The mathematics channel. Its unit follows from operation and sources, or from the expression.
  * The element properties show the selected element, until they are written: then they are what

@@ -2,6 +2,9 @@
 #include "Analysis/PgMeasurement.h"
 
 #include "Analysis/MeasurementRules.h"
+#include "KWEnumerationsMathematics.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsReadings.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 

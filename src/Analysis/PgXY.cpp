@@ -2,6 +2,7 @@
 #include "Analysis/PgXY.h"
 
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/SourceDependencies.h"
 

@@ -3,6 +3,8 @@
 
 #include "Buses/PgSerialBus.h"
 #include "CommonDatabase/Containers/DbPgArray.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsMathematics.h"
 #include "Rules/ChannelRules.h"
 
 #include <algorithm>

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "CommonDatabase/Properties/DbPropText.h"
-#include "KWEnumerations.h"
 #include "Rules/NumberRules.h"
 
 #include <vector>
+
+enum KW_RELATION : INT32;
+enum KW_ZEL_CHANNEL : INT32;
 
 /** What the rules of the serial buses share. Everything here runs under the tree's lock. */
 namespace NRules

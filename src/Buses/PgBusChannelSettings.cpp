@@ -12,6 +12,8 @@
 #include "Channels/PgaLogicThresholdSettings.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 

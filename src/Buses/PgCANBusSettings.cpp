@@ -2,6 +2,7 @@
 #include "Buses/PgCANBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "KWEnumerationsSerialBus.h"
 
 KW_ACCEPTANCE CPgCANBusSettings::OnPropertySet(const CDbPropBase* property)
 {

@@ -3,6 +3,7 @@
 
 #include "Buses/PgCANBusSettings.h"
 #include "Buses/PgSerialBus.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Root/PgZEL.h"
 
 void CPgCANBusTriggerSettings::UpdateGroup()

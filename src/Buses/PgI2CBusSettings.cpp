@@ -2,6 +2,7 @@
 #include "Buses/PgI2CBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "KWEnumerationsChannels.h"
 #include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgI2CBusSettings::OnPropertySet(const CDbPropBase* property)

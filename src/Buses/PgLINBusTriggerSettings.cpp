@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgLINBusTriggerSettings.h"
 
+#include "KWEnumerationsSerialBus.h"
+
 NRules::t_PatternSize CPgLINBusTriggerSettings::DataSize() const
 {
     constexpr INT32 kByte = 8;

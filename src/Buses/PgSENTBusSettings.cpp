@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSENTBusSettings.h"
 
+#include "KWEnumerationsSerialBus.h"
 #include "Rules/NumberRules.h"
 
 KW_ACCEPTANCE CPgSENTBusSettings::OnPropertySet(const CDbPropBase* property)

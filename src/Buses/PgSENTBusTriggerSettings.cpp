@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSENTBusTriggerSettings.h"
 
+#include "KWEnumerationsSerialBus.h"
+
 KW_ACCEPTANCE CPgSENTBusTriggerSettings::OnPropertySet(const CDbPropBase* property)
 {
     NRules::FitPattern(*m_pStatus, NRules::ExactPattern(kNibble), QLatin1Char('X'));

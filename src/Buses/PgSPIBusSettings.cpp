@@ -2,6 +2,8 @@
 #include "Buses/PgSPIBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgSPIBusSettings::OnPropertySet(const CDbPropBase* property)

@@ -7,6 +7,7 @@
 #include "Buses/PgUARTBusResults.h"
 #include "Buses/PgUARTBusSettings.h"
 #include "Buses/PgaUARTBusDataWord.h"
+#include "KWEnumerationsSerialBus.h"
 
 KW_ACCEPTANCE CPgSerialBus::OnFunction(const CDbFunction* function)
 {

@@ -2,6 +2,7 @@
 #include "Buses/PgSignalTranslation.h"
 
 #include "Buses/PgSerialBusLabelItem.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Rules/NumberRules.h"
 
 #include <cmath>

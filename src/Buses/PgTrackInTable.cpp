@@ -4,6 +4,7 @@
 #include "Buses/PgSerialBus.h"
 #include "Buses/PgUARTBusSettings.h"
 #include "CommonDatabase/Containers/DbPgArray.h"
+#include "KWEnumerationsOnOff.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"

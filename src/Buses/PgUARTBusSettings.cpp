@@ -2,6 +2,7 @@
 #include "Buses/PgUARTBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "KWEnumerationsSerialBus.h"
 
 KW_ACCEPTANCE CPgUARTBusSettings::OnPropertySet(const CDbPropBase* property)
 {

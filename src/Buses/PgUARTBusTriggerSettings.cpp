@@ -5,6 +5,8 @@
 #include "Buses/PgSerialBus.h"
 #include "Buses/PgUARTBusSettings.h"
 #include "Buses/PgaBusChannelSettings.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
 #include "Root/PgZEL.h"
 
 #include <algorithm>

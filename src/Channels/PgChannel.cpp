@@ -8,6 +8,8 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "Instrument/PgSimulation.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/UnitRules.h"

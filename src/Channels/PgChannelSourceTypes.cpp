@@ -2,6 +2,7 @@
 #include "Channels/PgChannelSourceTypes.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsOnOff.h"
 
 void CPgChannelSourceTypes::SetUsable(bool usable)
 {

@@ -2,6 +2,7 @@
 #include "Channels/PgChannelType.h"
 
 #include "CheckedAccess.h"
+#include "KWEnumerationsAcquisition.h"
 
 void CPgChannelType::Identify(INT32 index, bool isSimulated)
 {

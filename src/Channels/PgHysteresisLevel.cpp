@@ -2,6 +2,7 @@
 #include "Channels/PgHysteresisLevel.h"
 
 #include "Channels/PgChannel.h"
+#include "KWEnumerationsTrigger.h"
 #include "Rules/ChannelRules.h"
 
 #include <array>

@@ -7,6 +7,8 @@
 #include "Channels/PgaChannelDeskew.h"
 #include "Channels/PgaLogicChannel.h"
 #include "Channels/PgaLogicThresholdSettings.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsUnits.h"
 #include "Rules/ChannelRules.h"
 
 namespace

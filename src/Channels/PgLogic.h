@@ -4,6 +4,7 @@
 #include "Channels/PgLogicBase.h"
 
 class CPgLogicThresholdSettings;
+enum KW_ONOFF : INT32;
 
 /** The digital channels. Coupled halves of the probe have the same threshold and hysteresis: those
     that were written last, or those of the selected half when they are coupled. */

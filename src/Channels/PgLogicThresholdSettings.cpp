@@ -2,6 +2,7 @@
 #include "Channels/PgLogicThresholdSettings.h"
 
 #include "Channels/PgLogic.h"
+#include "KWEnumerationsAcquisition.h"
 #include "Rules/ChannelRules.h"
 
 KW_ACCEPTANCE CPgLogicThresholdSettings::OnPropertySet(const CDbPropBase* property)

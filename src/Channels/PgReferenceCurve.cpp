@@ -3,6 +3,9 @@
 
 #include "Channels/PgReferenceCurveAttributes.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"

@@ -14,6 +14,9 @@
 #include "Instrument/PgRelativeHysteresisSettingsForBandwidth.h"
 #include "Instrument/PgSetup.h"
 #include "Instrument/PgaRelativeHysteresisSettingsForBandwidth.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsVertical.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 

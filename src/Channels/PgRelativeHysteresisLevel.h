@@ -2,7 +2,8 @@
 #pragma once
 
 #include "Channels/PgRelativeHysteresisLevelBase.h"
-#include "KWEnumerations.h"
+
+enum KW_ZEL_CHANNEL : INT32;
 
 /** Hysteresis with which edges of a trace are found: the user's, or what the hardware set-up states
     for the bandwidth of the trace. Below a channel the trace is the channel's, below the cursors

@@ -14,6 +14,8 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
 #include "Instrument/PgSimulation.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsOnOff.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"

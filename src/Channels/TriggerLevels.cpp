@@ -17,6 +17,8 @@
 #include "Channels/PgaWindowTriggerLevelRange.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsTrigger.h"
 #include "Root/PgZEL.h"
 #include "Trigger/PgTrigger.h"
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
 #include "Rules/NumberRules.h"
 
 class CPgZEL;
+
+enum KW_ZEL_CHANNEL : INT32;
+enum KW_ZEL_TRIGGER_TYPE : INT32;
 
 /** The levels of the channels, as the trigger needs them. */
 namespace NTriggerLevels

@@ -5,6 +5,7 @@
 #include "Harmonic/PgHarmonicUIResults.h"
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicSelected.h"
+#include "KWEnumerationsHarmonics.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"

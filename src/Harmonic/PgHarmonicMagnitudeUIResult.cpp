@@ -2,6 +2,7 @@
 #include "Harmonic/PgHarmonicMagnitudeUIResult.h"
 
 #include "Harmonic/PgHarmonic.h"
+#include "KWEnumerationsOnOff.h"
 #include "Rules/NumberRules.h"
 
 void CPgHarmonicMagnitudeUIResult::OnPropertyDbSet(const CDbPropBase* property)

@@ -5,6 +5,7 @@
 #include "Harmonic/PgHarmonicUIResults.h"
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
+#include "KWEnumerationsReadings.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 

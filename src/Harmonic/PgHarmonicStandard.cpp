@@ -5,6 +5,7 @@
 #include "Harmonic/HarmonicLimits.h"
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicLimitUser.h"
+#include "KWEnumerationsHarmonics.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 

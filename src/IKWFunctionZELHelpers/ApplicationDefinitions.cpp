@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsTrigger.h"
+
 namespace NApplicationDefinitions
 {
 bool IsAnalogChannel(KW_ZEL_CHANNEL channel)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
 
 #include <optional>
 

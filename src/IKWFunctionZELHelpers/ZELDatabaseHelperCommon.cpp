@@ -3,6 +3,8 @@
 
 #include "CommonHelperParts.h"
 #include "ErrorReport.h"
+#include "KWEnumerationsDataFormats.h"
+#include "KWEnumerationsHardware.h"
 #include "KWMath.h"
 #include "MatConstants.h"
 

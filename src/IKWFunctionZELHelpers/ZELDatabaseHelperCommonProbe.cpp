@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 
 #include "CommonHelperParts.h"
 #include "ErrorReport.h"

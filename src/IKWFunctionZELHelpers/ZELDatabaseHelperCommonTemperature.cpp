@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 
 #include "CommonHelperParts.h"
 #include "ErrorReport.h"

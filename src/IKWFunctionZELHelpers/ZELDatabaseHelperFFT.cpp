@@ -2,6 +2,11 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 
 #include "ErrorReport.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsReadings.h"
+#include "KWEnumerationsSpectrum.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 #include "KWMath.h"
 
 #include <cmath>

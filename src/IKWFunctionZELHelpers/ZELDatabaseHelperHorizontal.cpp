@@ -2,6 +2,8 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
 
 #include "ErrorReport.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsLogger.h"
 #include "KWMath.h"
 #include "MatConstants.h"
 

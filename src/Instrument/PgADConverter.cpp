@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsHardware.h"
 #include "Names/Horizontal.h"
 #include "Names/ZEL.h"
 

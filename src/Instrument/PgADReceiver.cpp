@@ -4,6 +4,7 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgaADReceiverChannel.h"
+#include "KWEnumerationsOnOff.h"
 
 using namespace NNames;
 

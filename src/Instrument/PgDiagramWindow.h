@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Instrument/PgDiagramWindowBase.h"
+#include "KWEnumerationsOnOff.h"
 
 /** One diagram; its place on the screen is given by CPgDiagrams. */
 class CPgDiagramWindow : public CPgDiagramWindowBase

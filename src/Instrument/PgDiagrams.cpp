@@ -4,6 +4,9 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgDiagramWindowHw.h"
 #include "Instrument/PgaDiagramWindow.h"
+#include "KWEnumerationsDisplay.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSpectrum.h"
 #include "Names/DiagramWindow.h"
 #include "Rules/NumberRules.h"
 

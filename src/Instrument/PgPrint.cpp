@@ -3,6 +3,7 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/FileFormatRules.h"
+#include "KWEnumerationsDisplay.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;

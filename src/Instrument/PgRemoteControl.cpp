@@ -3,6 +3,8 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSystem.h"
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 

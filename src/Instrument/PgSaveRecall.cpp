@@ -6,6 +6,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Instrument/PgDiagrams.h"
 #include "Instrument/PgaSaveRecallSlot.h"
+#include "KWEnumerationsOnOff.h"
 #include "LockManager.h"
 #include "Names/ZEL.h"
 

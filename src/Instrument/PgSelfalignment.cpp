@@ -4,6 +4,7 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgaSelfalignmentResult.h"
+#include "KWEnumerationsSelfTest.h"
 
 using namespace NNames;
 

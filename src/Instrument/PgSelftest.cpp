@@ -3,6 +3,7 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgaSelftestDevice.h"
+#include "KWEnumerationsSelfTest.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;

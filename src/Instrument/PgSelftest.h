@@ -3,6 +3,8 @@
 
 #include "Instrument/PgSelftestBase.h"
 
+enum KW_ZEL_SELFTEST_DEVICE : INT32;
+
 /** Self-test: a new run begins without results of the selected devices, an aborted one leaves what
     was running as aborted. */
 class CPgSelftest : public CPgSelftestBase

@@ -2,6 +2,7 @@
 #include "Instrument/PgSimulationChannel.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsHardware.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;

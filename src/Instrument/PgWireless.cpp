@@ -4,6 +4,8 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Instrument/PgWirelessAccesspoint.h"
 #include "Instrument/PgWirelessClient.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSystem.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;

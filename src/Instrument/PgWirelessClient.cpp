@@ -2,6 +2,7 @@
 #include "Instrument/PgWirelessClient.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsOnOff.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelListConversion.h"
 
+#include "KWEnumerationsSerialBus.h"
 #include "KWMath.h"
 
 #include <algorithm>

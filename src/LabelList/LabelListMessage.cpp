@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelListMessage.h"
 
+#include "KWEnumerationsSerialBus.h"
+
 CLabelListMessage::CLabelListMessage() = default;
 
 CLabelListMessage::CLabelListMessage(const std::string& name, const std::string& identifierFormat,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelListSignal.h"
 
+#include "KWEnumerationsSerialBus.h"
+
 CLabelListSignal::CLabelListSignal(const std::string& name, UINT32 startBit, UINT32 bitLength,
                                    KW_ENDIANNESS endianness,
                                    KW_SIGNAL_TRANSLATION_VALUE_TYPE valueType, double factor,

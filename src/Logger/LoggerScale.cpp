@@ -2,6 +2,7 @@
 #include "Logger/LoggerScale.h"
 
 #include "EnumNameInfo.h"
+#include "KWEnumerationsLogger.h"
 #include "Rules/NumberRules.h"
 
 double NLoggerScale::WidthOf(KW_ZEL_LOGGER_HORIZONTAL_SCALE scale)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWTypes.h"
+
+enum KW_ZEL_LOGGER_HORIZONTAL_SCALE : INT32;
 
 /** Time scales of the logger's diagrams, which are ten divisions wide. */
 namespace NLoggerScale

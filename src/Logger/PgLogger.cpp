@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLogger.h"
 
+#include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLoggerAttributes.h"
 #include "Logger/PgLoggerChannelSource.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerChannelScreenLayout.h"
 
+#include "KWEnumerationsLogger.h"
+#include "KWEnumerationsReadings.h"
 #include "Rules/NumberRules.h"
 
 #include <cmath>

@@ -4,6 +4,7 @@
 #include "Analysis/PgMeasurement.h"
 #include "CheckedAccess.h"
 #include "CommonDatabase/Properties/DbPropReference.h"
+#include "KWEnumerationsLogger.h"
 #include "Meter/PgCounterChannel.h"
 #include "Meter/PgMeterChannel.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerCursor.h"
 
+#include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLogger.h"
 #include "Rules/NumberRules.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerSlot.h"
 
+#include "KWEnumerationsOnOff.h"
 #include "Logger/PgLogger.h"
 #include "Logger/PgLoggerAttributes.h"
 #include "Logger/PgLoggerTime.h"

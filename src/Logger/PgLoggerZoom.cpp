@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerZoom.h"
 
+#include "KWEnumerationsLogger.h"
+#include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLogger.h"
 #include "Logger/PgLoggerCursor.h"

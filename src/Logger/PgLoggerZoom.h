@@ -4,6 +4,7 @@
 #include "Logger/PgLoggerZoomBase.h"
 
 class CPgLoggerCursor;
+enum KW_ZEL_LOGGER_HORIZONTAL_SCALE : INT32;
 
 /** Stretch that is shown enlarged. The user's scale or position ends the coupling to the cursor
     lines. */

@@ -5,6 +5,7 @@
 #include "Channels/PgVertical.h"
 #include "Channels/PgaChannel.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "KWEnumerationsLogger.h"
 #include "Meter/PgStatistics.h"
 #include "Meter/PgaCounterChannel.h"
 #include "Meter/PgaMeterSourceChannel.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgCounterChannel.h"
 
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsUnits.h"
 #include "Meter/PgCounter.h"
 #include "Meter/PgCounterNumerics.h"
 #include "Meter/PgStatistics.h"

@@ -3,6 +3,8 @@
 
 #include "Meter/PgMeterBase.h"
 
+enum KW_UNIT : INT32;
+
 /**
  * The meter. Its function, however it was selected, decides the measurement type, the probes to
  * choose from, the input path and the ranges; function, range and probe decide what the readings

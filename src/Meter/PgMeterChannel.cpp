@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgMeterChannel.h"
 
+#include "KWEnumerationsMeter.h"
 #include "KWMath.h"
 #include "Meter/PgMeter.h"
 #include "Meter/PgMeterMeasurement.h"

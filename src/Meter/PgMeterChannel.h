@@ -6,6 +6,8 @@
 #include <optional>
 
 class CPgMeterMeasurement;
+enum KW_UNIT : INT32;
+enum KW_ZEL_METER_RANGE : INT32;
 
 /** What the readings of a channel can be. */
 struct t_MeterReadings

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgMeterMeasurement.h"
 
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsReadings.h"
+#include "KWEnumerationsUnits.h"
 #include "Meter/PgMeter.h"
 #include "Meter/PgMeterChannel.h"
 #include "Rules/NumberRules.h"

@@ -5,6 +5,8 @@
 
 #include <optional>
 
+enum KW_UNIT : INT32;
+
 /** One reading of a channel; a fresh tree has none. */
 class CPgMeterMeasurement : public CPgMeterMeasurementBase
 {

@@ -2,6 +2,7 @@
 #include "Meter/PgMeterSourceChannel.h"
 
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsMeter.h"
 #include "Meter/PgCounter.h"
 #include "Meter/PgMeter.h"
 #include "Rules/NumberRules.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MeterBase/EvMeasurementBlocks.h"
 
+#include "KWEnumerationsMeter.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 
 namespace

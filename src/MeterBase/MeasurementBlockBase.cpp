@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MeterBase/MeasurementBlockBase.h"
 
+#include "KWEnumerationsMeter.h"
+
 CMeasurementBlockBase::CMeasurementBlockBase(const std::string& name)
     : m_name(name), m_measurementSettings(-1, -1)
 {

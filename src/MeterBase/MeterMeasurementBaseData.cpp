@@ -2,6 +2,7 @@
 #include "MeterBase/MeterMeasurementBaseData.h"
 
 #include "ErrorReport.h"
+#include "KWEnumerationsMeter.h"
 #include "MatConstants.h"
 #include "MeterBase/EvMeasurementBlocks.h"
 

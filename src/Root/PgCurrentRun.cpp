@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsAcquisition.h"
 #include "Names/Control.h"
 #include "Names/Runs.h"
 #include "Names/SMLogger.h"

@@ -3,6 +3,8 @@
 
 #include "Root/PgCurrentRunBase.h"
 
+enum KW_ZEL_RUNSTOP_STATE : INT32;
+
 /** The run of the state machine that the active mode uses: what is asked of it, and figures that
     begin anew with every run. */
 class CPgCurrentRun : public CPgCurrentRunBase

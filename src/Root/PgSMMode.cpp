@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsAcquisition.h"
 
 using namespace NNames;
 

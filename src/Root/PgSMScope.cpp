@@ -2,6 +2,7 @@
 #include "Root/PgSMScope.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsAcquisition.h"
 
 using namespace NNames;
 

@@ -4,6 +4,7 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Files/DbSettings.h"
+#include "KWEnumerationsOnOff.h"
 #include "LockManager.h"
 #include "Logger/PgLogger.h"
 #include "Root/PgControl.h"

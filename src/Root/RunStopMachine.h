@@ -3,7 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsAcquisition.h"
 
 /** Base of a state machine with "Start", "Stop" and "RunStop": a request is also what the user asks
     for. How far it has come is told by whoever carries it out. */

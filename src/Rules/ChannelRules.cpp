@@ -4,6 +4,9 @@
 #include "CommonDatabase/Couplings/DbWays.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsMathematics.h"
+#include "KWEnumerationsUnits.h"
 #include "Rules/SourceDependencies.h"
 
 using namespace NNames;
@@ -55,6 +58,11 @@ NRules::t_Screen ScreenAround(double scale, double position, KW_UNIT unit)
 
 namespace NRules
 {
+void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds)
+{
+    OfferSources(selector, kinds, eKW_ZEL_CHANNEL_NONE);
+}
+
 void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CHANNEL except)
 {
     const CSourceKinds application(kinds, except);

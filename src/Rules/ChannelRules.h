@@ -2,7 +2,6 @@
 #pragma once
 
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "KWEnumerations.h"
 #include "Names/Channel.h"
 #include "Names/FFT.h"
 #include "Names/Logic.h"
@@ -13,6 +12,10 @@
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
+
+enum KW_UNIT : INT32;
+enum KW_ZEL_CHANNEL : INT32;
+enum KW_ZEL_TRACE_TYPE : INT32;
 
 /** What the rules of several groups share about channels: which a function can use, and the screen
     of one. Everything here runs under the tree's lock. */
@@ -33,8 +36,10 @@ enum ESOURCE_KINDS : UINT32
 
 /** Lets a selector offer the channels of these kinds that are switched on, without `except`; a
     value that is not among them gives way to the lowest that is. */
-void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds,
-                  KW_ZEL_CHANNEL except = eKW_ZEL_CHANNEL_NONE);
+///@{
+void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds);
+void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CHANNEL except);
+///@}
 
 /** A channel was switched on or off. */
 inline constexpr auto kSwitched = NNames::Changed(

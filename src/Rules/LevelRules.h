@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerationsTrigger.h"
 #include "Rules/ChannelRules.h"
 
 /** Patterns that several groups of levels follow. */

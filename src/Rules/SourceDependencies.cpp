@@ -4,6 +4,8 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/Channel.h"
 #include "Names/FFT.h"
 #include "Names/Logic.h"

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "CommonDatabase/Properties/DbPropEnum.h"
-#include "KWEnumerations.h"
 
 class CDbPropertyGroup;
+enum KW_ZEL_CHANNEL : INT32;
 
 /** When a channel counts as an active source. */
 enum ESOURCE_ACTIVITY_CHECK

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Rules/UnitRules.h"
 
+#include "KWEnumerationsUnits.h"
+
 #include <cstddef>
 
 namespace

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWTypes.h"
+
+enum KW_UNIT : INT32;
 
 /** Units of what is computed from quantities with units. Where the catalogue of units has no such
     quantity, the answer is "not defined" (64). */

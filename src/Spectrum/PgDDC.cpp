@@ -5,6 +5,7 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
+#include "KWEnumerationsOnOff.h"
 #include "KWMath.h"
 
 #include <algorithm>

@@ -5,6 +5,8 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "KWEnumerationsDataFormats.h"
+#include "KWEnumerationsSpectrum.h"
 #include "Names/Horizontal.h"
 #include "Names/Spectrum.h"
 #include "Names/ZEL.h"

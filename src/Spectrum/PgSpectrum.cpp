@@ -4,6 +4,8 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "ErrorReport.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/Channel.h"
 #include "Names/Control.h"
 #include "Names/DDC.h"

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KWEnumerationsSpectrum.h"
 #include "Spectrum/PgSpectrumBase.h"
 #include "Spectrum/SpectrumScreen.h"
 
 #include <functional>
+
+enum KW_RATIO : INT32;
+enum KW_SCALING_TYPE : INT32;
+enum KW_ZEL_CHANNEL : INT32;
 
 namespace NNames
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/Properties/DbStepping.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "KWEnumerationsReadings.h"
 #include "Names/Channel.h"
 #include "Names/Horizontal.h"
 #include "Names/ZEL.h"

@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/SpectrumCursor.h"
 #include "Rules/NumberRules.h"
 #include "Spectrum/PgaSpectrumCursor.h"

@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/Spectrum.h"
 #include "Names/ZEL.h"
 #include "Spectrum/PgReferenceMarker.h"

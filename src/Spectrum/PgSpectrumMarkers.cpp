@@ -4,6 +4,7 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropReference.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/ReferenceMarker.h"
 #include "Names/SpectrumMarker.h"
 #include "Spectrum/PgReferenceMarker.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsReadings.h"
 
 /** A frequency axis in Hz: four numbers, of which two are free. */
 struct t_SpectrumAxis

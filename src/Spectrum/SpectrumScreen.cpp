@@ -2,6 +2,7 @@
 #include "Spectrum/SpectrumScreen.h"
 
 #include "CommonDatabase/Properties/DbPropEnum.h"
+#include "KWEnumerationsReadings.h"
 #include "Names/Spectrum.h"
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"

@@ -5,6 +5,8 @@
 #include "CommonDatabase/Properties/DbPropNum.h"
 #include "Spectrum/SpectrumAxis.h"
 
+enum KW_SCALING_TYPE : INT32;
+
 /** What the screen of the spectrum shows: which frequency stands where, and how far a knob moves
     what stands on it. */
 class CSpectrumScreen

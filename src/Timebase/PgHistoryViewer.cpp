@@ -3,6 +3,8 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/Control.h"
 #include "Names/HistoryViewer.h"
 #include "Names/Horizontal.h"

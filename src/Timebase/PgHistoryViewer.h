@@ -3,6 +3,8 @@
 
 #include "Timebase/PgHistoryViewerBase.h"
 
+enum KW_ZEL_RUNSTOP_STATE : INT32;
+
 /**
  * The history viewer. Acquisitions are counted back from the newest, 0. The shown one stays within
  * what is in memory, the player's range within what the history depth can hold. Looking at the

@@ -6,6 +6,8 @@
 #include "ErrorReport.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsOnOff.h"
 #include "KWMath.h"
 #include "MatConstants.h"
 #include "Names/DDC.h"

@@ -3,6 +3,7 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/Cursor.h"
 #include "Names/Horizontal.h"
 #include "Names/ZEL.h"

@@ -8,6 +8,8 @@
 #include "Channels/PgaChannel.h"
 #include "Channels/PgaHysteresisLevel.h"
 #include "Channels/TriggerLevels.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Trigger/PgTrigger.h"

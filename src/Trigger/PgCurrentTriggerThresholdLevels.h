@@ -3,6 +3,8 @@
 
 #include "Trigger/PgCurrentTriggerThresholdLevelsBase.h"
 
+enum KW_ZEL_CHANNEL : INT32;
+
 /** Levels at which the comparators stand for the present trigger. */
 class CPgCurrentTriggerThresholdLevels : public CPgCurrentTriggerThresholdLevelsBase
 {

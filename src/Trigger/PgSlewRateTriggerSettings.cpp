@@ -2,6 +2,9 @@
 #include "Trigger/PgSlewRateTriggerSettings.h"
 
 #include "Channels/TriggerLevels.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsTrigger.h"
+#include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"

@@ -2,6 +2,7 @@
 #include "Trigger/PgTimeoutBasedEventGeneration.h"
 
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "KWEnumerationsTrigger.h"
 #include "Root/PgZEL.h"
 #include "Rules/NumberRules.h"
 #include "Timebase/PgHorizontal.h"

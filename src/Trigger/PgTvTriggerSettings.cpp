@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTvTriggerSettings.h"
 
+#include "KWEnumerationsTrigger.h"
 #include "Rules/NumberRules.h"
 
 namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/TriggerRules.h"
 
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsTrigger.h"
 #include "Rules/ChannelRules.h"
 #include "Trigger/PgChannelState.h"
 #include "Trigger/PgDataSource.h"

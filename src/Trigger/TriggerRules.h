@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
 #include "Rules/NumberRules.h"
 
 class CPgaChannelState;
 class CPgaDataSource;
+enum KW_ZEL_CHANNEL : INT32;
 
 /** What several trigger types share. */
 namespace NTriggerRules

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
 
+#include "KWEnumerationsTrigger.h"
+#include "KWEnumerationsUnits.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QXmlStreamWriter>

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "CommonDatabase/Handles/DbHandles.h"
-#include "KWEnumerations.h"
 #include "Reports.h"
 
 #include <functional>
 #include <vector>
+
+enum KW_ZEL_TRIGGER_TYPE : INT32;
 
 // One tree that holds every kind of node once, with as few rules as show the hooks.
 

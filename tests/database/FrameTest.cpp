@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
+#include "KWEnumerationsTrigger.h"
 #include "LockManager.h"
 
 #include <QFile>

@@ -3,6 +3,7 @@
 
 #include "FixtureTree.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsTrigger.h"
 
 #include <algorithm>
 #include <boost/multiprecision/cpp_int.hpp>

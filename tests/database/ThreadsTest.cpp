@@ -3,6 +3,7 @@
 // thread sanitizer sees the rest.
 
 #include "FixtureTree.h"
+#include "KWEnumerationsTrigger.h"
 #include "LockManager.h"
 #include "Together.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
+#include "KWEnumerationsUnits.h"
 
 #include <functional>
 #include <gtest/gtest.h>

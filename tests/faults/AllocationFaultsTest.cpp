@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "KWEnumerationsTrigger.h"
 #include "database/FixtureTree.h"
 #include "faults/Allocations.h"
 

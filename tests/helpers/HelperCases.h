@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWEnumerations.h"
 #include "Reports.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+
+enum KW_PROBE_TYPE : INT32;
 
 /** Any number as a type of probe, also one that is none. */
 inline KW_PROBE_TYPE Probe(INT32 value)

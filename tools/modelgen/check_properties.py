@@ -10,6 +10,7 @@ from .keys import CKeys
 from .model import (
     SAVE_NONE,
     SAVE_SETTINGS,
+    UNIT_TYPE,
     EnumType,
     EnumValue,
     FileFacets,
@@ -18,7 +19,6 @@ from .model import (
 )
 
 NODE_NAME = re.compile(r"[A-Za-z][A-Za-z0-9_]*")
-UNIT_TYPE = "KW_UNIT"
 NUMERIC_KINDS = (*INTEGER_RANGES, "double")
 STEP_MODES = ("linear", "factor", "ladder125", "list")
 STEP_BEHAVIOURS = ("limit", "wrap", "refuse")

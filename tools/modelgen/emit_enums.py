@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Third stage: the enumerations and their name tables in C++."""
 
-from . import cpptext
+from . import cpptext, naming
 from .model import EnumType, EnumValue, Model
 
 
@@ -68,12 +68,19 @@ def _table(enum: EnumType) -> str:
     )
 
 
-def _header(model: Model) -> str:
-    declarations = "\n".join(_declaration(enum) for enum in model.enums.values())
+def _header(stem: str, enums: list[EnumType]) -> str:
+    declarations = "\n".join(_declaration(enum) for enum in enums)
     return (
-        f"{cpptext.head('the enumeration files')}#pragma once\n\n"
+        f"{cpptext.head(f'{stem}.toml')}#pragma once\n\n"
         f"#include <EnumNameInfo.h>\n\n{declarations}"
     )
+
+
+def _umbrella(stems: list[str]) -> str:
+    text = cpptext.doc("All enumerations at once. A source that names few of them includes their "
+                       "own headers, and is compiled again when those change alone.")
+    includes = "".join(f'#include "{naming.enum_header(stem)}"\n' for stem in sorted(stems))
+    return f"{cpptext.head('the enumeration files')}#pragma once\n\n{text}\n{includes}"
 
 
 def _source(stem: str, enums: list[EnumType]) -> str:
@@ -83,15 +90,21 @@ def _source(stem: str, enums: list[EnumType]) -> str:
     )
     include = "\n#include <limits>\n" if limits else ""
     tables = "\n".join(_table(enum) for enum in enums)
-    return f'{cpptext.head(f"{stem}.toml")}#include "KWEnumerations.h"\n{include}\n{tables}'
+    properties = "".join(f"template CDbPropEnum<{e.name}>::CDbPropEnum();\n" for e in enums)
+    return (
+        f"{cpptext.head(f'{stem}.toml')}"
+        f'#include "CommonDatabase/Properties/DbPropEnumType.h"\n'
+        f'#include "{naming.enum_header(stem)}"\n{include}\n{tables}\n{properties}'
+    )
 
 
 def emit(model: Model) -> dict[str, str]:
     """Files of all enumerations: path below the output folder, and content."""
-    files = {"ifc/KWEnumerations.h": _header(model)}
     stems: dict[str, list[EnumType]] = {}
     for enum in model.enums.values():
         stems.setdefault(enum.file, []).append(enum)
+    files = {"ifc/KWEnumerations.h": _umbrella(list(stems))}
     for stem, enums in stems.items():
+        files[f"ifc/{naming.enum_header(stem)}"] = _header(stem, enums)
         files[f"database/EnumNames_{stem}.cpp"] = _source(stem, enums)
     return files

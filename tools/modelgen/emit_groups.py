@@ -11,8 +11,6 @@ def _includes(group: Group) -> str:
     headers |= {naming.property_header(p) for p in group.properties}
     headers |= {"Nodes/DbFunction.h"} if group.actions else set()
     lines = [f'#include "CommonDatabase/{header}"\n' for header in sorted(headers)]
-    if any(p.enum or p.number.unit for p in group.properties):
-        lines.append('#include "KWEnumerations.h"\n')
     lines += [f'#include "Names/{group.name}.h"\n'] if group.rules else []
     return "".join(lines)
 
@@ -20,7 +18,7 @@ def _includes(group: Group) -> str:
 def _forwards(group: Group) -> str:
     names = {naming.child_class(child) for child in group.children}
     names.add(naming.interface(group.name))
-    return "".join(f"class {name};\n" for name in sorted(names))
+    return "".join(f"class {name};\n" for name in sorted(names)) + naming.enum_forwards(group)
 
 
 def _accessor(accessor: str, node: str, name: str) -> str:
@@ -80,7 +78,7 @@ def _container(group: Group, kind: str) -> str:
     return (
         f"{cpptext.head(f'{group.file}.toml')}#pragma once\n\n"
         f'#include "CommonDatabase/Containers/{template[1:]}.h"\n'
-        f'#include "IKWFunction{group.name}.h"\n#include "{own}"\n\n'
+        f'#include "{own}"\n\n'
         f"{cpptext.doc(f'{text}: {facts.sentence(group.brief)}')}\n"
         f"{cpptext.class_head(f'C{stem} final', base)}\n{{\npublic:\n"
         f"    using {template}::{template};\n}};\n"

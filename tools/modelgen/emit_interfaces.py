@@ -39,9 +39,10 @@ def _header(group: Group, model: Model) -> str:
     name = naming.interface(group.name)
     base = "IKWFunctionRootBase" if group.root else "IKWFunctionBase"
     root = f"\n{_root_accessor(group)}" if group.root else ""
+    enums = "".join(f'#include "{h}"\n' for h in naming.enum_headers(group, model))
     return (
         f"{cpptext.head(f'{group.file}.toml')}#pragma once\n\n"
-        f'#include "{base}.h"\n#include "IKWProperties.h"\n#include "KWEnumerations.h"\n\n'
+        f'#include "{base}.h"\n#include "IKWProperties.h"\n{enums}\n'
         f"#include <memory>\n"
         f"{_forwards(group)}{root}\n"
         f"{cpptext.doc(facts.sentence(group.brief))}\n"

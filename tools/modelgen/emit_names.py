@@ -7,9 +7,7 @@ from .model import Group, Model
 
 
 def _forwards(group: Group) -> str:
-    enums = sorted({p.enum.name for p in group.properties if p.enum})
-    lines = "".join(f"enum {name} : INT32;\n" for name in enums)
-    return f"{lines}class {naming.final_class(group.name)};\n"
+    return f"{naming.enum_forwards(group)}class {naming.final_class(group.name)};\n"
 
 
 def _tag(group: str) -> str:

@@ -72,14 +72,22 @@ def _definitions(group: Group) -> str:
     )
 
 
-def _source(groups: list[Group], model: Model) -> str:
-    own = {f"{g.in_room(naming.generated_stem(g))}.h" for g in groups}
-    children = {
+def _source_includes(groups: list[Group], model: Model) -> str:
+    """Handles come first, those of containers' items too: the compiler exports IKWArray<I> only
+    where it knows, before it comes to the template, that I is exported."""
+    nodes = {f"{g.in_room(naming.generated_stem(g))}.h" for g in groups}
+    nodes |= {
         f"{model.groups[c.group].in_room(naming.child_stem(c))}.h"
         for g in groups for c in g.children
     }
-    handles = {f"{naming.interface(g.name)}.h" for g in groups}
-    includes = "".join(f'#include "{header}"\n' for header in sorted(own | children | handles))
+    handles = {g.name for g in groups}
+    handles |= {c.group for g in groups for c in g.children if c.kind != "single"}
+    headers = [f"{naming.interface(name)}.h" for name in sorted(handles)] + sorted(nodes)
+    return "".join(f'#include "{header}"\n' for header in headers)
+
+
+def _source(groups: list[Group], model: Model) -> str:
+    includes = _source_includes(groups, model)
     handle_classes = "\n".join(_handle(group) for group in groups)
     definitions = "\n".join(_definitions(group) for group in groups)
     return (

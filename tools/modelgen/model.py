@@ -11,6 +11,9 @@ MAX_COUNT = 2147483647
 RESERVED_PAGES = ("index", "enumerations")
 """Pages of the settings reference that are no function's own."""
 
+UNIT_TYPE = "KW_UNIT"
+"""Enumeration whose values are the units of numbers."""
+
 SAVE_NONE = 0
 SAVE_SETTINGS = 1
 

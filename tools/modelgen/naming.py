@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Names that the model's parts have in C++; every emitter takes them from here."""
 
-from .model import Action, Child, Group, Property
+from .model import UNIT_TYPE, Action, Child, EnumType, Group, Model, Property
 
 ROOT_BASE = "CDbPgRoot"
 GROUP_BASE = "CZELPropertyGroup"
@@ -44,6 +44,30 @@ def generated_stem(group: Group) -> str:
 def generated_class(group: Group) -> str:
     """The generated class: the final one, or the base of a hand-written one."""
     return f"C{generated_stem(group)}"
+
+
+def enum_header(stem: str) -> str:
+    """Header of the enumerations of a model file."""
+    return f"KWEnumerations{stem}.h"
+
+
+def enum_types(group: Group) -> list[EnumType]:
+    """Types of the group's enumeration properties, by name."""
+    types = {p.enum.name: p.enum for p in group.properties if p.enum}
+    return [types[name] for name in sorted(types)]
+
+
+def enum_forwards(group: Group) -> str:
+    """Declarations of these types, enough for whoever names none of their values."""
+    return "".join(f"enum {enum.name} : INT32;\n" for enum in enum_types(group))
+
+
+def enum_headers(group: Group, model: Model) -> list[str]:
+    """Headers of all enumerations that the group's values have: their types, and units."""
+    stems = {enum.file for enum in enum_types(group)}
+    if any(p.kind in NUMBER_TYPES for p in group.properties):
+        stems |= {model.enums[UNIT_TYPE].file} if UNIT_TYPE in model.enums else set()
+    return sorted(enum_header(stem) for stem in stems)
 
 
 def property_class(prop: Property) -> str:

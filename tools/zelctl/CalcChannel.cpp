@@ -2,6 +2,10 @@
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsDataFormats.h"
+#include "KWEnumerationsTrigger.h"
+#include "KWEnumerationsUnits.h"
 
 namespace
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
+#include "KWEnumerationsUnits.h"
 
 namespace
 {

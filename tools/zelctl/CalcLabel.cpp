@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
+#include "KWEnumerationsSerialBus.h"
+#include "KWEnumerationsUnits.h"
 #include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 
 namespace

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsHardware.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 
 namespace
 {

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsReadings.h"
+#include "KWEnumerationsSpectrum.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 
 namespace
 {

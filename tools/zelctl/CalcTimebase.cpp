@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsLogger.h"
+#include "KWEnumerationsUnits.h"
 
 namespace
 {

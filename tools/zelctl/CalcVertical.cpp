@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Calculation.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
+#include "KWEnumerationsUnits.h"
 
 namespace
 {

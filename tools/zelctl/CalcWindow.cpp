@@ -2,6 +2,8 @@
 #include "Calculation.h"
 #include "Diagram.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
+#include "KWEnumerationsSpectrum.h"
+#include "KWEnumerationsUnits.h"
 #include "WindowSpectrum.h"
 
 #include <QSaveFile>

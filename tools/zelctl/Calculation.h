@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Figures.h"
+#include "KWEnumerationsUnits.h"
 
 #include <limits>
 #include <map>

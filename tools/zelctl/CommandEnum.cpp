@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "EnumText.h"
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "NearestNames.h"
 #include "NodeText.h"
 #include "TreeWalk.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "EnumText.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "Session.h"
 #include "ValueText.h"
 

@@ -5,7 +5,6 @@
 #include "EnumText.h"
 #include "Failure.h"
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
 #include "Output.h"
 #include "TreeWalk.h"
 #include "ValueText.h"

@@ -2,7 +2,6 @@
 #include "PropertyMarks.h"
 
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
 
 #include <bit>
 

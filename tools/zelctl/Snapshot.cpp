@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Snapshot.h"
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "TreeWalk.h"
 #include "ValueText.h"
 

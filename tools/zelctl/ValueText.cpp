@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ValueText.h"
 
+#include "KWEnumerationsUnits.h"
+
 CFailure NoNumber(const QString& text, KW_UNIT unit, const QString& what)
 {
     const QString unitText = KW_GetUnitText(unit);

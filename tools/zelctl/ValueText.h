@@ -2,10 +2,11 @@
 #pragma once
 
 #include "Failure.h"
-#include "KWEnumerations.h"
 #include "KWTexts.h"
 
 #include <QString>
+
+enum KW_UNIT : INT32;
 
 /** The failure of a text that is no number in `unit`; `what` names the quantity. */
 CFailure NoNumber(const QString& text, KW_UNIT unit, const QString& what);

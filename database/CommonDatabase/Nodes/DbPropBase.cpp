@@ -3,7 +3,7 @@
 
 #include "CommonDatabase/Files/DbSettings.h"
 #include "DbPgRoot.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "KWTexts.h"
 #include "LockManager.h"
 

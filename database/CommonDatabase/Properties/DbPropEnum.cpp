@@ -194,6 +194,13 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::ParseText(const QString& text, CDbValue& val
     return eKW_ACC_OK;
 }
 
+std::unique_ptr<CDbPropBaseHist> CDbPropEnumIntAccess::MakeNewHistValueEntry()
+{
+    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
+    SaveState(*record, false);
+    return record;
+}
+
 void CDbPropEnumIntAccess::SaveState(CDbPropBaseHist& record, bool newState) const
 {
     static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), GetAsInt(),

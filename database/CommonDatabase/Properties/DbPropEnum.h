@@ -69,6 +69,7 @@ public:
     /** Over the selectable values in the order of steps; stops at the ends with code 1. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
 
+    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
     CDbValue GetValue() const override { return INT64{GetAsInt()}; }
     CDbValue GetDefaultValue() const override { return INT64{m_default}; }
     QString GetText() const override;
@@ -98,71 +99,34 @@ private:
     INT32 m_default = 0;
 };
 
+/** History record of a CDbPropEnum<T>: one for all types, as the value is an integer. */
 template <typename T>
-class CDbPropEnum;
+using CDbPropEnumHist = CDbPropHist<CDbPropEnumIntAccess::t_State>;
 
-/** History record of a CDbPropEnum<T>. */
-template <typename T>
-class CDbPropEnumHist : public CDbPropHist<CDbPropEnumIntAccess::t_State>
-{
-public:
-    using CDbPropHist::CDbPropHist;
-    /** The old state is the property's present one. */
-    void Init(const CDbPropEnum<T>& property) { property.SaveOldState(*this); }
-};
-
-template <typename T>
-class CFIMEnum;
-
-/** An enumeration property of type T; its name table is GetStaticEnumNameInfo<T>(). */
+/**
+ * An enumeration property of type T; its name table is GetStaticEnumNameInfo<T>(). What a type adds
+ * to the base is compiled once, beside its name table (DbPropEnumType.h): a source that holds or
+ * makes such a property needs no more of T than "enum T : INT32;".
+ */
 template <typename T>
 class CDbPropEnum : public CDbPropEnumIntAccess
 {
 public:
+    CDbPropEnum();
+    ~CDbPropEnum() override;
+
     T Get() const { return static_cast<T>(GetAsInt()); }
     T GetDefault() const { return static_cast<T>(GetDefaultAsInt()); }
     KW_ACCEPTANCE Set(T value) { return SetAsInt(value); }
     KW_ACCEPTANCE DbSet(T value) { return DbSetAsInt(value); }
 
-    const CEnumNameInfo& GetNameInfo() const override { return GetStaticEnumNameInfo<T>(); }
-    bool StepsByNumber() const override { return KW_STEPS_BY_NUMBER<T>; }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override
-    {
-        auto record = std::make_unique<CDbPropEnumHist<T>>(*this);
-        record->Init(*this);
-        return record;
-    }
-    void SaveOldState(CDbPropEnumHist<T>& record) const { SaveState(record, false); }
+    const CEnumNameInfo& GetNameInfo() const override;
+    bool StepsByNumber() const override;
     std::shared_ptr<IKWEnumProperty<T>> GetFIMPointer()
     {
         return {shared_from_this(), static_cast<IKWEnumProperty<T>*>(EnsureFIM())};
     }
 
 protected:
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override
-    {
-        return std::make_unique<CFIMEnum<T>>(*this);
-    }
-};
-
-/** Handle of a CDbPropEnum<T>. */
-template <typename T>
-class CFIMEnum final : public IKWEnumProperty<T>
-{
-public:
-    explicit CFIMEnum(CDbPropEnum<T>& node) : m_node(node) {}
-    INT32 GetAsInt() const override { return m_node.GetAsInt(); }
-    KW_ACCEPTANCE SetAsInt(INT32 value) override { return m_node.SetAsInt(value); }
-    const CEnumNameInfo& GetEnumNameInfo() const override { return m_node.GetNameInfo(); }
-    KW_VALUE_STATE GetValueState(INT32 v) const override { return m_node.GetValueState(v); }
-    KW_ACCEPTANCE IncDec(INT32 steps) override { return m_node.IncDec(steps); }
-    std::shared_ptr<IDbProperty> GetDbObject() const override { return m_node.ShareProperty(); }
-    T Get() const override { return m_node.Get(); }
-    KW_ACCEPTANCE Set(T value) override { return m_node.SetAsInt(value); }
-    T GetDefault() const override { return m_node.GetDefault(); }
-    bool IsValueEnabled(T value) const override { return m_node.IsValueEnabled(value); }
-    KW_ACCEPTANCE SetResult(T value) override { return m_node.SetResultAsInt(value); }
-
-private:
-    CDbPropEnum<T>& m_node;
+    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 };

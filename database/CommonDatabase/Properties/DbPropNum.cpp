@@ -6,7 +6,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "DbStepping.h"
 #include "DbValueList.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "LockManager.h"
 #include "MatConstants.h"
 #include "NumberText.h"

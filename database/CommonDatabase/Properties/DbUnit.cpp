@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbUnit.h"
 
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 
 CDbUnit::CDbUnit() : m_unit(eKW_UNIT_NOT_DEFINED) {}
 

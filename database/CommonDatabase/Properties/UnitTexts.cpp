@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Decimal.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsUnits.h"
 #include "KWTexts.h"
 #include "NumberText.h"
 

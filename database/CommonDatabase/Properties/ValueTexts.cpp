@@ -2,6 +2,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "Decimal.h"
 #include "EnumNameInfo.h"
+#include "KWEnumerationsUnits.h"
 #include "KWTexts.h"
 #include "LockManager.h"
 

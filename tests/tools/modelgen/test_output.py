@@ -38,12 +38,16 @@ class OutputTest(unittest.TestCase):
         })
 
     def test_changed_enumeration_text_rewrites_other_tables(self) -> None:
-        self.workspace.write("enumerations/More.toml",
-                             '[KW_MORE]\nbrief = "More."\n'
-                             'values = [ { remote = "A", serial = "A" } ]\n')
-        self.assertEqual(self._rewritten(), {
-            "database/EnumNames_More.cpp", "docs/settings/enumerations.md", "ifc/KWEnumerations.h",
-        })
+        file = "enumerations/More.toml"
+        one = '{ remote = "A", serial = "A" }'
+        of_the_file = {"database/EnumNames_More.cpp", "docs/settings/enumerations.md",
+                       "ifc/KWEnumerationsMore.h"}
+        self.workspace.write(file, f'[KW_MORE]\nbrief = "More."\nvalues = [ {one} ]\n')
+        self.assertEqual(self._rewritten(), {*of_the_file, "ifc/KWEnumerations.h"})
+        for path in self.workspace.out.rglob("*"):
+            os.utime(path, (_OLD, _OLD))
+        self.workspace.replace(file, one, f'{one}, {{ remote = "B", serial = "B" }}')
+        self.assertEqual(self._rewritten(), of_the_file)
 
     def test_removed_container_leaves_its_class_behind(self) -> None:
         own = self.workspace.out / "src/PgOwn.h"

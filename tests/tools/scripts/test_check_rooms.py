@@ -14,6 +14,8 @@ TREE = (
     "ifc/KWTypes.h", "ifc/IDbObject.h", "ifc/LabelList/LabelListSignal.h",
     "support/LockManager.h", "database/CommonDatabase/Nodes/DbObject.h",
     "src/Channels/PgScale.h",
+    "generated/ifc/KWEnumerations.h", "generated/ifc/KWEnumerationsUnits.h",
+    "generated/ifc/KWEnumerationsScale.h",
     "generated/ifc/IKWFunctionScale.h", "generated/src/Channels/PgScaleBase.h",
 )
 
@@ -29,6 +31,14 @@ ROWS = (
     ("database/CommonDatabase", '#include "Channels/PgScaleBase.h"', "frame may not include rules"),
     ("database/CommonDatabase", '#include "IKWFunctionScale.h"', "frame may not include ifc"),
     ("database/CommonDatabase", '  #  include "LabelList/LabelListSignal.h"', "frame may not"),
+    ("database/CommonDatabase", '#include "KWEnumerationsUnits.h"', None),
+    ("database/CommonDatabase", '#include "KWEnumerationsScale.h"', "frame may not include ifc"),
+    ("generated/database", '#include "KWEnumerationsScale.h"', None),
+    ("src/Trigger", '#include "KWEnumerationsScale.h"', None),
+    ("src/Trigger", '#include "KWEnumerations.h"', "rules may not include all enumerations"),
+    ("tools/zelctl", '#include "KWEnumerations.h"', "tools may not include all enumerations"),
+    ("generated/ifc", '#include <KWEnumerations.h>', "ifc may not include all enumerations"),
+    ("examples/client", '#include "KWEnumerations.h"', None),
     ("src/Trigger", '#include "Channels/PgScaleBase.h"', None),
     ("src", '#include <boost/math/special_functions/round.hpp>', None),
     ("src", '#include <gtest/gtest.h>', "rules may not use <gtest/gtest.h>"),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/HarmonicLimits.h"
+#include "KWEnumerationsHarmonics.h"
 #include "zel/RuleTree.h"
 
 namespace

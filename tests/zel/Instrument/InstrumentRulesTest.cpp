@@ -3,6 +3,7 @@
 #include "IKWFunctionSelftestDevice.h"
 #include "IKWFunctionSetup.h"
 #include "KWBrackets.h"
+#include "KWEnumerationsSelfTest.h"
 #include "zel/RuleTree.h"
 
 #include <QFile>

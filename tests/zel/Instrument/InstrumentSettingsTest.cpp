@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionMeter.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "KWEnumerationsMeter.h"
+#include "KWEnumerationsUnits.h"
+#include "KWEnumerationsVertical.h"
 #include "zel/ZelTree.h"
 
 #include <gtest/gtest.h>

@@ -7,6 +7,7 @@
 #include "zel/TreeCatalogue.h"
 #include "zel/ZelTree.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -486,10 +487,16 @@ TEST(Tree, EnumerationIsUsedByNoProperty)
                     }
                 });
     QStringList unused;
-    QFile header(QStringLiteral(KWI_ENUMERATIONS_HEADER));
-    ASSERT_TRUE(header.open(QIODevice::ReadOnly));
+    QString declarations;
+    const QDir folder(QStringLiteral(KWI_GENERATED_INTERFACES));
+    for (const QString& name : folder.entryList({QStringLiteral("KWEnumerations*.h")}))
+    {
+        QFile header(folder.filePath(name));
+        ASSERT_TRUE(header.open(QIODevice::ReadOnly));
+        declarations += QString::fromUtf8(header.readAll());
+    }
     int types = 0;
-    for (const QString& line : QString::fromUtf8(header.readAll()).split(QLatin1Char('\n')))
+    for (const QString& line : declarations.split(QLatin1Char('\n')))
     {
         if (!line.startsWith(QLatin1String("enum KW_")))
         {

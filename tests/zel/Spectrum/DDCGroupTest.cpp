@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "KWEnumerationsDataFormats.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSpectrum.h"
 #include "Root/PgZEL.h"
 #include "Spectrum/PgDDC.h"
 #include "SpectrumTree.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "KWEnumerationsReadings.h"
 #include "Root/PgZEL.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/SpectrumHardware.h"

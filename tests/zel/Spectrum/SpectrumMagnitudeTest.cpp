@@ -5,6 +5,10 @@
 #include "IKWFunctionSpectrumCursors.h"
 #include "IKWFunctionSpectrumMarker.h"
 #include "IKWFunctionSpectrumMarkers.h"
+#include "KWEnumerationsChannels.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsSpectrum.h"
+#include "KWEnumerationsUnits.h"
 #include "SpectrumTree.h"
 
 struct t_InputCase

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "IKWFunctionDDC.h"
 #include "IKWFunctionHorizontal.h"
+#include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsOnOff.h"
 #include "Root/PgZEL.h"
 #include "Timebase/HorizontalHardware.h"
 #include "Timebase/PgHorizontal.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Generated from Basics.toml: change the model, not this file.
-#include "KWEnumerations.h"
+#include "CommonDatabase/Properties/DbPropEnumType.h"
+#include "KWEnumerationsBasics.h"
 
 #include <limits>
 
@@ -59,3 +60,9 @@ const CEnumNameInfo& GetStaticEnumNameInfo<KW_UNIT>()
                                     {kDisplay, nullptr, kRemote, kSerial});
     return info;
 }
+
+template CDbPropEnum<KW_ONOFF>::CDbPropEnum();
+template CDbPropEnum<KW_RATE>::CDbPropEnum();
+template CDbPropEnum<KW_PROBE>::CDbPropEnum();
+template CDbPropEnum<KW_SIGN>::CDbPropEnum();
+template CDbPropEnum<KW_UNIT>::CDbPropEnum();

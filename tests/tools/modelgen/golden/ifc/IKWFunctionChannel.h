@@ -4,7 +4,7 @@
 
 #include "IKWFunctionBase.h"
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsBasics.h"
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 
 #include "IKWFunctionRootBase.h"
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsBasics.h"
 
 #include <memory>
 

@@ -4,7 +4,6 @@
 
 #include "IKWFunctionBase.h"
 #include "IKWProperties.h"
-#include "KWEnumerations.h"
 
 #include <memory>
 

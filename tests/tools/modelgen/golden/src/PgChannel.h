@@ -5,9 +5,10 @@
 #include "CommonDatabase/Nodes/ZELPropertyGroup.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "CommonDatabase/Properties/DbPropNum.h"
-#include "KWEnumerations.h"
 
 class IKWFunctionChannel;
+enum KW_ONOFF : INT32;
+enum KW_RATE : INT32;
 
 /** One input. */
 class CPgChannel : public CZELPropertyGroup

@@ -5,13 +5,13 @@
 #include "CommonDatabase/Nodes/DbFunction.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
-#include "KWEnumerations.h"
 #include "Names/Demo.h"
 
 class CPgTexts;
 class CPgaChannel;
 class CPgmLabel;
 class IKWFunctionDemo;
+enum KW_ONOFF : INT32;
 
 /** Root of the demonstration. Its rules are in CPgDemo. */
 class CPgDemoBase : public CDbPgRoot

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "CommonDatabase/Containers/DbPgArray.h"
-#include "IKWFunctionChannel.h"
 #include "PgChannel.h"
 
 /** Array of groups: One input. */

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "CommonDatabase/Containers/DbPgMap.h"
-#include "IKWFunctionLabel.h"
 #include "PgLabel.h"
 
 /** Map of groups: A named item. */
