@@ -125,6 +125,7 @@ growth order "$work/kept" "$work/present" || refuse
 compare_dumps
 build_client
 run_client build/debian present
+! grep 'not reached$' "$work/present.answers" >&2 || give_up "the client does not meet all groups"
 build_grown
 run_client "$work/grown/build" grown
 growth compare "$work/present.answers" "$work/grown.answers" "$work/removed" || refuse
