@@ -3,7 +3,7 @@
 """What scripts/check-abi.sh needs to know of client interfaces and of a model that grows.
 
 order KEPT PRESENT      accessors of the kept headers stand at their places in the present ones
-client KEPT FILE        writes what a client of the kept headers calls, for tests/abi/Client.cpp
+client KEPT FILE        writes what a client of the kept headers calls, for tests/abi/Walk.h
 grow FOLDER             makes the model below a copy of the sources grow everywhere; prints what it
                         marked as removed
 compare OLD NEW REMOVED answers of such a client to the present and to the grown library
@@ -78,21 +78,23 @@ def client(kept: Path) -> str:
     """Includes; counts and names of all known values; a function for each group that calls every
     accessor."""
     groups = interfaces(kept)
-    lines = [f'#include "IKWFunction{name}.h"' for name in groups]
+    lines = ['#include "Walk.h"', *(f'#include "IKWFunction{name}.h"' for name in groups)]
     for name, values in enumerations(kept).items():
         lines.append(f"template <> inline constexpr INT32 KNOWN_VALUES<{name}> = {len(values)};")
     lines += [f"void Walk(CWalk& walk, const IKWFunction{name}& group);" for name in groups]
     for name, accessors in groups.items():
         calls = "".join(f'    walk.Member("{name}", group.{accessor}(), "{member}");\n'
                         for _, accessor, member in accessors)
-        lines.append(f"void Walk(CWalk& walk, [[maybe_unused]] const IKWFunction{name}& group)\n{{\n"
-                     f'    walk.Reach("{name}");\n{calls}}}')
-    lines.append("inline void WalkValues(CWalk& walk)\n{")
+        lines.append(f"void Walk(CWalk& walk, const IKWFunction{name}& group)\n{{\n"
+                     f'    static_cast<void>(group);\n    walk.Reach("{name}");\n{calls}}}')
+    lines.append("void WalkValues(CWalk& walk)\n{")
     for name, values in enumerations(kept).items():
         lines += [f'    walk.Value("{enumerator}", {enumerator});' for enumerator, _ in values]
-    lines.append("}\ninline const std::vector<const char*> kGroups{")
-    lines += [f'    "{name}",' for name in groups]
-    return "\n".join([*lines, "};", ""])
+    names = "".join(f'        "{name}",\n' for name in groups)
+    lines.append("}\nconst std::vector<const char*>& KeptGroups()\n{\n"
+                 f"    static const std::vector<const char*> groups{{\n{names}    }};\n"
+                 "    return groups;\n}\n")
+    return "\n".join(lines)
 
 
 class CText:
