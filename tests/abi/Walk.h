@@ -47,7 +47,7 @@ public:
         const auto node = handle->GetDbObject();
         if (node->GetNodeName() != QLatin1String(name))
         {
-            Tell(path, "answers as " + node->GetNodeName());
+            std::printf("%s: answers as %s\n", qPrintable(path), qPrintable(node->GetNodeName()));
         }
         else if (!m_isRemoved && m_root.GetDbObject()->Find(path) == nullptr)
         {
