@@ -10,8 +10,9 @@
 #    members of each kind removed.
 # Exit status 0: yes. 1: no; the report says why. 2: the comparison was not possible.
 # scripts/check-abi.sh --keep makes the present interface that of the release whose version stands
-# in CMakeLists.txt: it appends what is new to the lists beside the model, which a new major version
-# begins anew, and takes headers and binary interface into docs/abi.
+# in CMakeLists.txt, which is raised first: it appends what is new to the lists beside the model and
+# takes headers and binary interface into docs/abi. A version X.0.0 begins the lists anew, as often
+# as it is asked to until it is released.
 set -euo pipefail
 
 scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
