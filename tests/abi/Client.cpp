@@ -31,6 +31,8 @@ int main(int argumentCount, char** arguments)
     {
         return 2;
     }
+    // A wrong place in a virtual table may end the program: what was answered last shows where.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     const auto root = GetZELRoot();
     const auto pass = [&root](CWalk::ePASS kind)
     {
