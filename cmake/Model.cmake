@@ -5,7 +5,8 @@ find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
 set(KWI_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
 file(GLOB modelFiles CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/database/Enumerations/*.toml
-     ${PROJECT_SOURCE_DIR}/src/*/*.toml)
+     ${PROJECT_SOURCE_DIR}/src/*/*.toml ${PROJECT_SOURCE_DIR}/database/Enumerations/*.txt
+     ${PROJECT_SOURCE_DIR}/src/*.txt)
 file(GLOB generatorFiles CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/modelgen/*.py)
 set(generatorCommand
     ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1 ${Python3_EXECUTABLE}

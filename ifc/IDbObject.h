@@ -19,6 +19,10 @@ enum KW_UNIT : INT32;
  * list of types. A shared pointer to a node keeps it alive; a node that outlives its tree answers
  * its last state and refuses writes with eKW_ACC_DETACHED.
  *
+ * The interfaces of this header are complete: other interfaces and programs that are built rely on
+ * the places of their virtual functions. What a node can tell beyond them are free functions, as in
+ * KWTexts.h.
+ *
  * All operations may be called from any thread; texts and lists are read under the tree's lock.
  * Without memory they throw std::bad_alloc as the handles do (IKWProperties.h).
  */

@@ -5,7 +5,9 @@
 
 #include <memory>
 
-/** Base of the handles of all groups. */
+/** Base of the handles of all groups. The interfaces of this header are complete and grow by free
+    functions: a virtual function more would move those of all groups. An interface of one group,
+    from which nothing derives, takes new accessors behind those that it has. */
 class KW_EXPORT IKWFunctionBase
 {
 public:

@@ -3,7 +3,8 @@
 
 #include "IKWFunctionBase.h"
 
-/** What the root's handle offers beside its groups: files, undo, brackets, access. */
+/** What the root's handle offers beside its groups: files, undo, brackets, access. It is complete
+    and grows by free functions: the root's accessors stand behind its virtual functions. */
 class KW_EXPORT IKWFunctionRootBase : public IKWFunctionBase
 {
 public:

@@ -14,7 +14,10 @@
  * call to it; it has no state of its own, and every request for the same node's handle returns the
  * same object. Reading numbers, enumerations and limits never blocks; everything else takes the
  * tree's lock for its own duration. A handle that outlives its tree answers the last value and
- * refuses writes with eKW_ACC_DETACHED.
+ * refuses writes with eKW_ACC_DETACHED; so does one whose node a newer library has no more.
+ *
+ * The interfaces are complete: programs that are built rely on the places of their virtual
+ * functions, and what comes is a free function.
  *
  * Client writes (Set, SetLimited, …) answer, beside the codes named at each call:
  * eKW_ACC_READ_ONLY for results, eKW_ACC_NOT_AVAILABLE, eKW_ACC_NO_WRITE_ACCESS,

@@ -21,6 +21,7 @@ ROOMS = {
     "examples": "client",
     "tests": "tests",
     "tests/client": "client tests",
+    "tests/abi": "client tests",
     "tests/Together.h": "test basics",
     "bench": "tests",
     "generated/database": "name tables",

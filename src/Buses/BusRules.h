@@ -4,6 +4,7 @@
 #include "CommonDatabase/Properties/DbPropText.h"
 #include "Rules/NumberRules.h"
 
+#include <optional>
 #include <vector>
 
 enum KW_RELATION : INT32;
@@ -14,8 +15,8 @@ namespace NRules
 {
 // Usual numbers ----------------------------------------------------------------------------------
 
-/** A number and a selector of usual values for it. The entry of the selector that stands for no
-    number is "user". Whatever entry is selected otherwise is the number. */
+/** A number and a selector of usual values for it. The first entry of the selector that stands for
+    no number is "user". Whatever entry is selected otherwise is the number. */
 
 /** Lets the selector offer what lies within the limits of the number, and "user". */
 template <typename TEnum, typename T>
@@ -33,7 +34,7 @@ void OfferStandards(CDbPropEnum<TEnum>& standard, const CDbPropNum<T>& number)
 template <typename TEnum, typename T>
 void SelectStandard(CDbPropEnum<TEnum>& standard, const CDbPropNum<T>& number)
 {
-    INT32 user = standard.GetAsInt();
+    std::optional<INT32> user;
     for (INT32 value = 0; value < standard.GetEnumSize(); ++value)
     {
         const auto usual = standard.GetNameInfo().GetNumber(value);
@@ -42,9 +43,12 @@ void SelectStandard(CDbPropEnum<TEnum>& standard, const CDbPropNum<T>& number)
             KW_CHECKED(standard.DbSetAsInt(value));
             return;
         }
-        user = usual ? user : value;
+        if (!usual && !user)
+        {
+            user = value;
+        }
     }
-    KW_CHECKED(standard.DbSetAsInt(user));
+    KW_CHECKED(standard.DbSetAsInt(user.value_or(standard.GetAsInt())));
 }
 
 /** Keeps both in step after `written`, or after limits moved the number. "User" that was selected

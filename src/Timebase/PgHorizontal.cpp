@@ -193,7 +193,8 @@ void CPgHorizontal::CalculateReferencePointGUI()
     const CEnumNameInfo& positions = m_pReferencePointGUI->GetNameInfo();
     for (INT32 value = 0; value < positions.GetEnumSize(); ++value)
     {
-        if (CMatConstants::AreEqual(*positions.GetNumber(value), m_pReferencePoint->Get()))
+        const std::optional<double> percent = positions.GetNumber(value);
+        if (percent && CMatConstants::AreEqual(*percent, m_pReferencePoint->Get()))
         {
             const auto eReferencePointValue = static_cast<KW_REF_POINT_POSITION>(value);
             KW_ACCEPTANCE eAcc = eKW_ACC_OK;

@@ -19,7 +19,7 @@ from support import CWorkspace  # noqa: E402
 
 FIXED_SEEDS = 200
 LIMIT_S = 10
-DIAGNOSTIC = re.compile(r"^(enumerations|groups)/[^:]*\.toml:([1-9][0-9]*): .+$")
+DIAGNOSTIC = re.compile(r"^(enumerations|groups)/[^:]*\.(?:toml|txt):([1-9][0-9]*): .+$")
 TOKEN = re.compile(r'"[^"\n]*"|[A-Za-z_]+|-?[0-9.]+|[^\sA-Za-z0-9_"]')
 STRANGE = ["", "0", "-1", "1e999", "nan", "true", '""', '"\\u0000"', "[]", "{}", "[[", "]]", "=",
            "99999999999999999999", "1979-05-27", '"a/b"', "'''", '"""', "#", "\n", "\r", "\u2028",
@@ -109,7 +109,7 @@ def try_seed(seed: int) -> tuple[str, list[tuple[str, bytes]]]:
     chance = random.Random(seed)
     with CWorkspace() as workspace:
         workspace.copy_model()
-        paths = sorted(workspace.root.glob("*/*.toml"))
+        paths = sorted(path for path in workspace.root.glob("*/*") if path.is_file())
         text = "\n".join(path.read_text(encoding="utf-8") for path in paths)
         edits = CEdits(chance, sorted(set(TOKEN.findall(text))))
         for _ in range(chance.randrange(1, 5)):

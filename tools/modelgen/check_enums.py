@@ -100,6 +100,7 @@ def _value(
         serial=serial,
         brief=keys.brief(),
         value=_number(keys),
+        location=entry.location,
     )
 
 

@@ -2,12 +2,16 @@
 """Second stage: group tables to the plain model."""
 
 import re
+from collections.abc import Callable
+from typing import TypeVar
 
 from .check_properties import NODE_NAME, SAVE_HIGHEST, check_property
 from .diagnostics import Diagnostics, Location
 from .keys import CKeys, check_stem
-from .model import MAX_COUNT, RESERVED_PAGES, SAVE_SETTINGS, Action, Child, EnumType, Group
+from .model import MAX_COUNT, RESERVED_PAGES, SAVE_SETTINGS, Action, Child, EnumType, Group, Members
 from .reader import Entry, ModelFile, Table
+
+_Member = TypeVar("_Member")
 
 # Container classes put a small letter behind the same prefix; a group's capital keeps them apart.
 _GROUP_NAME = re.compile(r"[A-Z][A-Za-z0-9_]*")
@@ -26,7 +30,7 @@ def _child_kind(keys: CKeys) -> str:
 
 
 def _check_child(keys: CKeys) -> Child | None:
-    keys.allow("name", "group", "array", "map", "dynamic", "max", "pattern")
+    keys.allow("name", "group", "array", "map", "dynamic", "max", "pattern", "removed")
     if not keys.require("name"):
         return None
     name = keys.text("name")
@@ -49,7 +53,7 @@ def _check_child(keys: CKeys) -> Child | None:
 
 
 def _check_action(keys: CKeys) -> Action | None:
-    keys.allow("name", "brief", "kind")
+    keys.allow("name", "brief", "kind", "removed")
     if not keys.require("name", "brief"):
         return None
     name = keys.text("name")
@@ -57,7 +61,8 @@ def _check_action(keys: CKeys) -> Action | None:
         return None
     if not NODE_NAME.fullmatch(name):
         keys.fail(f"'{name}' is no name of a node")
-    return Action(name, keys.brief(), keys.choice("kind", _ACTION_KINDS, "function"))
+    kind = keys.choice("kind", _ACTION_KINDS, "function")
+    return Action(name, keys.brief(), kind, keys.location)
 
 
 class _GroupCheck:
@@ -88,6 +93,19 @@ class _GroupCheck:
         label = f"{what} '{name}'" if isinstance(name, str) else unnamed
         return CKeys(entry.data, entry.location, self._diagnostics, label)
 
+    def _members(
+        self, key: str, what: str, check: Callable[[CKeys], _Member | None]
+    ) -> tuple[tuple[_Member, ...], tuple[_Member, ...]]:
+        """Those of the tree, and the removed ones."""
+        lists: tuple[list[_Member], list[_Member]] = ([], [])
+        for entry in self._entries(key):
+            keys = self._keys(entry, what)
+            member = check(keys)
+            removed = keys.flag("removed")
+            if member:
+                lists[removed].append(member)
+        return tuple(lists[0]), tuple(lists[1])
+
     def run(self, file: ModelFile) -> Group:
         table = self._table
         keys = CKeys(
@@ -98,18 +116,17 @@ class _GroupCheck:
         if not _GROUP_NAME.fullmatch(table.name):
             keys.fail(f"'{table.name}' is no name of a group")
         save = keys.whole("save", 0, SAVE_HIGHEST, SAVE_SETTINGS)
-        properties = [
-            check_property(self._keys(e, "property"), save, self._enums)
-            for e in self._entries("properties")
-        ]
-        children = [_check_child(self._keys(e, "child")) for e in self._entries("children")]
-        actions = [_check_action(self._keys(e, "action")) for e in self._entries("actions")]
+        properties, removed_properties = self._members(
+            "properties", "property", lambda k: check_property(k, save, self._enums)
+        )
+        children, removed_children = self._members("children", "child", _check_child)
+        actions, removed_actions = self._members("actions", "action", _check_action)
         return Group(
             name=table.name, brief=keys.brief(), room=file.room, file=file.stem,
             location=table.location,
             rules=keys.flag("rules"), root=keys.flag("root"),
-            properties=tuple(filter(None, properties)), children=tuple(filter(None, children)),
-            actions=tuple(filter(None, actions)),
+            properties=properties, children=children, actions=actions,
+            removed=Members(removed_properties, removed_children, removed_actions),
         )
 
 
@@ -127,7 +144,7 @@ def _check_children(groups: dict[str, Group], diagnostics: Diagnostics) -> None:
     """Every child has a class, every class but the root has a parent."""
     used = set()
     for group in groups.values():
-        for child in group.children:
+        for child in group.declared.children:
             target = groups.get(child.group)
             used.add(child.group)
             if not target:
@@ -158,7 +175,7 @@ class _CycleCheck:
 
     def visit(self, name: str, above: tuple[str, ...] = ()) -> None:
         path = (*above, name)
-        for child in self._groups[name].children:
+        for child in self._groups[name].declared.children:
             if child.group in path:
                 cycle = " > ".join([*path[path.index(child.group):], child.group])
                 self._diagnostics.report(child.location, f"groups contain each other: {cycle}")

@@ -27,7 +27,8 @@ BIT_FORMATS = ("hex", "binary")
 SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125")
 
-_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm", "secret")
+_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm", "secret",
+                "removed")
 _NUMBER_KEYS = (
     "default", "item_defaults", "unit", "min", "max", "step", "step_mode", "step_factor", "step_behaviour",
     "resolution", "values", "format", "bits",

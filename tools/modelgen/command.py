@@ -10,13 +10,17 @@ from . import (
 )
 from .check_enums import check_enums
 from .check_groups import check_groups
+from .check_released import check_released
 from .diagnostics import Diagnostics
 from .model import Model
 from .output import update
 from .reader import read_folder
+from .released import Released, begins_anew, read_released, release
 
 
-def load(enumerations: Path, groups: Path, diagnostics: Diagnostics) -> Model:
+def load(
+    enumerations: Path, groups: Path, released: Released, diagnostics: Diagnostics
+) -> Model:
     """Reads and checks a model. It may be emitted only when nothing was reported. What a damaged
     file would have declared is not complained about as missing: checking stops before."""
     model = Model()
@@ -26,6 +30,8 @@ def load(enumerations: Path, groups: Path, diagnostics: Diagnostics) -> Model:
         model.enums = check_enums(enum_files, diagnostics)
     if not diagnostics.found:
         model.groups = check_groups(group_files, model.enums, diagnostics)
+    if not diagnostics.found:
+        check_released(model, released, diagnostics)
     return model
 
 
@@ -49,6 +55,8 @@ def _arguments(arguments: list[str]) -> argparse.Namespace:
     mode = parser.add_mutually_exclusive_group()
     mode.add_argument("--list-outputs", action="store_true", help="print the files, write none")
     mode.add_argument("--check", action="store_true", help="check the model, write nothing")
+    mode.add_argument("--release", metavar="VERSION",
+                      help="append to the lists of what was released; X.0.0 begins them anew")
     return parser.parse_args(arguments)
 
 
@@ -56,11 +64,16 @@ def main(arguments: list[str]) -> int:
     """Exit status: 0 done, 1 the model has mistakes, 2 wrong usage."""
     options = _arguments(arguments)
     diagnostics = Diagnostics()
-    model = load(options.enumerations, options.groups, diagnostics)
+    folders = options.enumerations, options.groups
+    anew = options.release is not None and begins_anew(options.release)
+    released = Released() if anew else read_released(*folders, diagnostics)
+    model = load(*folders, released, diagnostics)
     if diagnostics.found:
         print("\n".join(diagnostics.lines()), file=sys.stderr)
         return 1
-    if options.check:
+    if options.release:
+        release(*folders, options.release, model, released)
+    if options.release or options.check:
         return 0
     files = emit(model)
     if options.list_outputs:

@@ -87,6 +87,12 @@ def _item_default(prop: Property) -> str:
 def _property(prop: Property) -> list[str]:
     node = naming.property_class(prop)
     lines = [call("AddPropertyToList", [f"m_p{prop.name} = new {node}", qstring(prop.name)])]
+    lines += _attributes(prop)
+    return [*lines, call("SetSaveRecallType", [f"m_p{prop.name}", str(prop.save), "true"])]
+
+
+def _attributes(prop: Property) -> list[str]:
+    lines = []
     if prop.result:
         lines.append(_member_call(prop, "SetObjectType", "eOBJECTTYPE_RESULT"))
     lines += [call(f"m_p{prop.name}->DeclareSecret", [])] if prop.secret else []
@@ -106,24 +112,35 @@ def _property(prop: Property) -> list[str]:
         lines.append(_member_call(prop, "DbSetDefault", _value(prop, prop.default)))
     if prop.confirm:
         lines.append(_member_call(prop, "DeclareConfirm", ""))
-    lines.append(call("SetSaveRecallType", [f"m_p{prop.name}", str(prop.save), "true"]))
     return lines
 
 
-def _child(child: Child) -> list[str]:
+def _new_child(child: Child) -> str:
     node = naming.child_class(child)
-    creation = {
-        "single": node,
-        "array": f"{node}({int(child.dynamic)}, {child.max_count})",
-        "map": f"{node}({child.max_count})",
+    return {
+        "single": f"new {node}",
+        "array": f"new {node}({int(child.dynamic)}, {child.max_count})",
+        "map": f"new {node}({child.max_count})",
     }[child.kind]
-    lines = [call("AddPropGroupToList", [f"m_p{child.name} = new {creation}",
-                                         qstring(child.name)])]
+
+
+def _child(child: Child) -> list[str]:
+    creation = f"m_p{child.name} = {_new_child(child)}"
+    lines = [call("AddPropGroupToList", [creation, qstring(child.name)])]
+    return lines + _items(child)
+
+
+def _items(child: Child) -> list[str]:
+    lines = []
     if child.size:
         lines.append(call(f"m_p{child.name}->DbSetSize", [str(child.size)]))
     if child.pattern is not None:
         lines.append(call(f"m_p{child.name}->SetNamePattern", [qstring(child.pattern)]))
     return lines
+
+
+def _removed(name: str, creation: str) -> str:
+    return call(f"m_p{name} = MakeRemoved", [creation, qstring(name)])
 
 
 def property_statements(group: Group) -> list[str]:
@@ -147,6 +164,26 @@ def action_statements(group: Group) -> list[str]:
     ]
 
 
+def removed_statements(group: Group) -> list[str]:
+    lines: list[str] = []
+    for prop in group.removed.properties:
+        lines.append(_removed(prop.name, f"new {naming.property_class(prop)}"))
+        lines += _attributes(prop)
+    for child in group.removed.children:
+        lines += [_removed(child.name, _new_child(child)), *_items(child)]
+    return lines + [
+        _removed(a.name, f"new {naming.action_class(a)}") for a in group.removed.actions
+    ]
+
+
+def statements(group: Group) -> list[str]:
+    """All that the constructor does, in order."""
+    return (
+        property_statements(group) + child_statements(group) + action_statements(group)
+        + removed_statements(group)
+    )
+
+
 def parts_of_constructor(group: Group) -> dict[str, list[str]]:
     """The functions that a long constructor calls, with their statements; empty for a short one,
     which declares everything itself."""
@@ -154,6 +191,7 @@ def parts_of_constructor(group: Group) -> dict[str, list[str]]:
         "DeclareProperties": property_statements(group),
         "DeclareChildren": child_statements(group),
         "DeclareActions": action_statements(group),
+        "DeclareRemoved": removed_statements(group),
     }
     if sum(len(lines) for lines in parts.values()) <= LONGEST_CONSTRUCTOR:
         return {}

@@ -8,15 +8,16 @@ from .model import Group, Model
 
 def _includes(group: Group) -> str:
     headers = {"Nodes/DbPgRoot.h" if group.root else "Nodes/ZELPropertyGroup.h"}
-    headers |= {naming.property_header(p) for p in group.properties}
-    headers |= {"Nodes/DbFunction.h"} if group.actions else set()
+    declared = group.declared
+    headers |= {naming.property_header(p) for p in declared.properties}
+    headers |= {"Nodes/DbFunction.h"} if declared.actions else set()
     lines = [f'#include "CommonDatabase/{header}"\n' for header in sorted(headers)]
     lines += [f'#include "Names/{group.name}.h"\n'] if group.rules else []
     return "".join(lines)
 
 
 def _forwards(group: Group) -> str:
-    names = {naming.child_class(child) for child in group.children}
+    names = {naming.child_class(child) for child in group.declared.children}
     names.add(naming.interface(group.name))
     return "".join(f"class {name};\n" for name in sorted(names)) + naming.enum_forwards(group)
 
@@ -37,6 +38,16 @@ def _accessors(group: Group, model: Model) -> str:
     )
 
 
+def _removed_accessors(group: Group) -> str:
+    nodes = naming.members(group.removed)
+    lines = "".join(
+        f"    {node}* {naming.removed_accessor(name)}() const {{ return m_p{name}.get(); }}\n"
+        for _, node, _, name in nodes
+    )
+    return f"\n    /** Of the handle alone: parts of no tree. */\n    ///@{{\n{lines}    ///@}}\n" \
+        if nodes else ""
+
+
 def _class_text(group: Group) -> str:
     text = facts.sentence(group.brief)
     if group.rules:
@@ -51,7 +62,10 @@ def _header(group: Group, model: Model) -> str:
     member_lines = "".join(f"    {node}* m_p{n};\n" for _, node, _, n in naming.members(group))
     parameter = naming.constructor_parameter(group)
     names = f"    using Names = NNames::{group.name};\n" if group.rules else ""
-    parts = "".join(f"    void {part}({parameter});\n" for part in parts_of_constructor(group))
+    own = "".join(f"    void {part}({parameter});\n" for part in parts_of_constructor(group))
+    own += "".join(
+        f"    std::shared_ptr<{node}> m_p{n};\n" for _, node, _, n in naming.members(group.removed)
+    )
     return (
         f"{cpptext.head(f'{group.file}.toml')}#pragma once\n\n{_includes(group)}\n"
         f"{_forwards(group)}\n{cpptext.doc(_class_text(group))}\n"
@@ -59,10 +73,11 @@ def _header(group: Group, model: Model) -> str:
         f"    {naming.constructor_head(group)};\n    ~{name}() override;\n\n"
         f"    std::shared_ptr<{handle}> GetFIMPointer();\n"
         f"    const char* GetMeanings() const override {{ return Meanings(); }}\n"
-        f"    static const char* Meanings();\n\n{_accessors(group, model)}\n"
+        f"    static const char* Meanings();\n\n{_accessors(group, model)}"
+        f"{_removed_accessors(group)}\n"
         f"protected:\n    std::unique_ptr<IKWFunctionBase> CreateFIM() override;\n"
         + (f"\n{member_lines}" if member_lines else "")
-        + (f"\nprivate:\n{parts}" if parts else "")
+        + (f"\nprivate:\n{own}" if own else "")
         + "};\n"
     )
 
@@ -88,7 +103,7 @@ def _container(group: Group, kind: str) -> str:
 def emit(model: Model) -> dict[str, str]:
     """Class headers of all groups: path below the output folder, and content."""
     files = {}
-    kinds = {(c.group, c.kind) for group in model.groups.values() for c in group.children}
+    kinds = {(c.group, c.kind) for group in model.groups.values() for c in group.declared.children}
     for group in model.groups.values():
         files[f"src/{group.in_room(naming.generated_stem(group))}.h"] = _header(group, model)
         if (group.name, "array") in kinds:

@@ -6,7 +6,7 @@ from .model import Group, Model
 
 
 def _forwards(group: Group) -> str:
-    names = {naming.interface(child.group) for child in group.children}
+    names = {naming.interface(child.group) for child in group.declared.children}
     if group.root:
         names.add(naming.interface(group.name))
     lines = "".join(f"class {name};\n" for name in sorted(names))
@@ -14,10 +14,10 @@ def _forwards(group: Group) -> str:
 
 
 def _accessors(group: Group, model: Model) -> str:
-    documents = facts.describe_members(group, model)
+    documents = facts.describe_accessors(group, model)
     text = ""
-    for accessor, _, handle, name in naming.members(group):
-        result = f"virtual std::shared_ptr<{handle}>"
+    for accessor, handle, name, removed in naming.accessors(group):
+        result = f"{'[[deprecated]] ' if removed else ''}virtual std::shared_ptr<{handle}>"
         head = cpptext.signature(result, f"{accessor}() const = 0;", 4)
         text += f"{cpptext.doc(documents[name], 4)}\n{head}\n"
     return text

@@ -138,9 +138,11 @@ def _couplings(groups: list[Group], places: dict[str, list[str]], model: Model) 
 def emit(model: Model) -> dict[str, str]:
     """Pages of the reference: path below the output folder, and content."""
     of_page: dict[str, list[Group]] = {}
-    for group in model.groups.values():
-        of_page.setdefault(_page(group), []).append(group)
     places = group_paths(model)
+    for group in model.groups.values():
+        # What was removed has no place in the tree.
+        if places[group.name]:
+            of_page.setdefault(_page(group), []).append(group)
     pages = {"index.md": _index(of_page)}
     enumerations = "".join(_enumeration(enum) for enum in model.enums.values())
     pages["enumerations.md"] = f"{_HEAD}# Enumerations\n{enumerations}"

@@ -2,31 +2,26 @@
 """Third stage: sources of the group classes, one per model file."""
 
 from . import cpptext, naming
-from .declarations import (
-    action_statements,
-    child_statements,
-    parts_of_constructor,
-    property_statements,
-)
+from .declarations import parts_of_constructor, statements
 from .model import Group, Model
 
 
 def _handle(group: Group) -> str:
-    node = naming.generated_class(group)
     handle = naming.interface(group.name)
     base = "CDbRootHandle" if group.root else "CDbGroupHandle"
     accessors = ""
-    for accessor, _, kind, _ in naming.members(group):
+    for accessor, kind, name, removed in naming.accessors(group):
         result = f"std::shared_ptr<{kind}>"
         head = cpptext.signature(result, f"{accessor}() const override", 4)
-        body = f"return m_node.{accessor}()->GetFIMPointer();"
+        node = naming.removed_accessor(name) if removed else accessor
+        body = f"return m_node.{node}()->GetFIMPointer();"
         accessors += f"{head}\n    {{\n        {body}\n    }}\n"
-    head = cpptext.class_head(f"CFIM{group.name} final", f"{base}<{handle}, {node}>")
+    head = cpptext.class_head(f"CFIM{group.name} final", f"{base}<{handle}, {naming.generated_class(group)}>")
     return f"{head}\n{{\npublic:\n    using {base}::{base};\n{accessors}}};\n"
 
 
-def _function(name: str, statements: list[str], parameter: str = "") -> str:
-    body = "".join(f"{statement}\n" for statement in statements)
+def _function(name: str, lines: list[str], parameter: str = "") -> str:
+    body = "".join(f"{line}\n" for line in lines)
     if parameter and "(index, " not in body and "(index)" not in body:
         parameter = f"[[maybe_unused]] {parameter}"
     return f"{name}({parameter})\n{{\n{body}}}\n"
@@ -37,8 +32,7 @@ def _constructor(group: Group) -> str:
     parts = parts_of_constructor(group)
     parameter = naming.constructor_parameter(group)
     if not parts:
-        statements = property_statements(group) + child_statements(group)
-        return _function(f"{node}::{node}", statements + action_statements(group), parameter)
+        return _function(f"{node}::{node}", statements(group), parameter)
     argument = "index" if parameter else ""
     calls = [f"    {part}({argument});" for part in parts]
     functions = [
@@ -78,7 +72,7 @@ def _source_includes(groups: list[Group], model: Model) -> str:
     nodes = {f"{g.in_room(naming.generated_stem(g))}.h" for g in groups}
     nodes |= {
         f"{model.groups[c.group].in_room(naming.child_stem(c))}.h"
-        for g in groups for c in g.children
+        for g in groups for c in g.declared.children
     }
     handles = {g.name for g in groups}
     handles |= {c.group for g in groups for c in g.children if c.kind != "single"}

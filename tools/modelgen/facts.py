@@ -3,7 +3,7 @@
 
 import re
 
-from .model import MAX_COUNT, SAVE_NONE, SAVE_SETTINGS, Action, Child, Group, Model, Property
+from .model import MAX_COUNT, SAVE_NONE, SAVE_SETTINGS, Action, Child, Group, Members, Model, Property
 
 _SHOWN_VALUES = 12
 _SAVE_WORDS = {SAVE_NONE: "not saved", SAVE_SETTINGS: "settings", 2: "instrument state"}
@@ -117,10 +117,20 @@ def describe_action(action: Action) -> str:
     return f"{word}: {sentence(action.brief)}"
 
 
-def describe_members(group: Group, model: Model) -> dict[str, str]:
+def describe_members(group: Group | Members, model: Model) -> dict[str, str]:
     """Documentation of every member by its name."""
     return {
         **{p.name: describe_property(p) for p in group.properties},
         **{c.name: describe_child(c, model) for c in group.children},
         **{a.name: describe_action(a) for a in group.actions},
+    }
+
+
+def describe_accessors(group: Group, model: Model) -> dict[str, str]:
+    """The same for clients, who may still ask for what was removed."""
+    removed = describe_members(group.removed, model)
+    return {
+        **describe_members(group, model),
+        **{name: f"Removed from the tree: answers its default and refuses writes with "
+                 f"eKW_ACC_DETACHED. {text}" for name, text in removed.items()},
     }

@@ -33,6 +33,7 @@ class EnumValue:
     """Meaning, possibly empty."""
     value: float | None
     """The number that the value stands for, in its base unit."""
+    location: Location
 
     @property
     def label(self) -> str:
@@ -130,6 +131,16 @@ class Action:
     name: str
     brief: str
     kind: str
+    location: Location
+
+
+@dataclass(frozen=True)
+class Members:
+    """What a group is made of, each kind in its order."""
+
+    properties: tuple[Property, ...] = ()
+    children: tuple[Child, ...] = ()
+    actions: tuple[Action, ...] = ()
 
 
 @dataclass(frozen=True)
@@ -149,15 +160,28 @@ class Group:
     properties: tuple[Property, ...]
     children: tuple[Child, ...]
     actions: tuple[Action, ...]
+    removed: Members
+    """Parts of the tree that were; clients that were built with their accessors still call them."""
+    accessors: tuple[str, ...] = ()
+    """Names of all members, removed ones included, in the order of the interface: by release, so
+    that no accessor changes its place in the virtual table."""
 
     def in_room(self, file: str) -> str:
         """Path of one of the group's files."""
         return f"{self.room}/{file}" if self.room else file
 
     @property
+    def declared(self) -> Members:
+        """The members of the tree and the removed ones."""
+        return Members(
+            self.properties + self.removed.properties, self.children + self.removed.children,
+            self.actions + self.removed.actions,
+        )
+
+    @property
     def indexed(self) -> bool:
         """Whether the group's constructor needs its index in an array."""
-        return any(p.item_defaults for p in self.properties)
+        return any(p.item_defaults for p in self.declared.properties)
 
 
 @dataclass

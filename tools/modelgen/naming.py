@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: MIT
 """Names that the model's parts have in C++; every emitter takes them from here."""
 
-from .model import UNIT_TYPE, Action, Child, EnumType, Group, Model, Property
+from .model import (
+    UNIT_TYPE, Action, Child, EnumType, EnumValue, Group, Members, Model, Property,
+)
 
 ROOT_BASE = "CDbPgRoot"
 GROUP_BASE = "CZELPropertyGroup"
@@ -53,7 +55,7 @@ def enum_header(stem: str) -> str:
 
 def enum_types(group: Group) -> list[EnumType]:
     """Types of the group's enumeration properties, by name."""
-    types = {p.enum.name: p.enum for p in group.properties if p.enum}
+    types = {p.enum.name: p.enum for p in group.declared.properties if p.enum}
     return [types[name] for name in sorted(types)]
 
 
@@ -65,7 +67,7 @@ def enum_forwards(group: Group) -> str:
 def enum_headers(group: Group, model: Model) -> list[str]:
     """Headers of all enumerations that the group's values have: their types, and units."""
     stems = {enum.file for enum in enum_types(group)}
-    if any(p.kind in NUMBER_TYPES for p in group.properties):
+    if any(p.kind in NUMBER_TYPES for p in group.declared.properties):
         stems |= {model.enums[UNIT_TYPE].file} if UNIT_TYPE in model.enums else set()
     return sorted(enum_header(stem) for stem in stems)
 
@@ -117,7 +119,7 @@ def action_handle(action: Action) -> str:
     return _ACTION_TYPES[action.kind][1]
 
 
-def members(group: Group) -> list[tuple[str, str, str, str]]:
+def members(group: Group | Members) -> list[tuple[str, str, str, str]]:
     """All members in list order: accessor, node class, handle class, name."""
     return (
         [(f"GetPr{p.name}", property_class(p), property_handle(p), p.name)
@@ -125,6 +127,38 @@ def members(group: Group) -> list[tuple[str, str, str, str]]:
         + [(f"GetPg{c.name}", child_class(c), child_handle(c), c.name) for c in group.children]
         + [(f"GetPr{a.name}", action_class(a), action_handle(a), a.name) for a in group.actions]
     )
+
+
+def kinds(group: Group | Members) -> tuple[tuple, tuple, tuple]:
+    return group.properties, group.children, group.actions
+
+
+def forms(group: Group) -> dict[str, str]:
+    """What each accessor, also of a removed member, answers in the words of the model."""
+    properties, children, actions = kinds(group.declared)
+    return {
+        **{p.name: f"property {p.enum.name if p.enum else p.kind}" for p in properties},
+        **{c.name: f"{'group' if c.kind == 'single' else c.kind} {c.group}" for c in children},
+        **{a.name: f"action {a.kind}" for a in actions},
+    }
+
+
+def accessors(group: Group) -> list[tuple[str, str, str, bool]]:
+    """In the order of the interface: accessor, handle class, name, whether it was removed."""
+    lists = ((members(group), False), (members(group.removed), True))
+    known = {name: (accessor, handle, name, removed)
+             for entries, removed in lists for accessor, _, handle, name in entries}
+    return [known[name] for name in group.accessors]
+
+
+def removed_accessor(name: str) -> str:
+    """Accessor of the node of a removed member, which rules have no business with."""
+    return f"GetRemoved{name}"
+
+
+def value_name(enum: EnumType, value: EnumValue) -> str:
+    """The part of an enumerator that is the value's own."""
+    return value.enumerator.removeprefix(f"e{enum.name}_")
 
 
 def constructor_parameter(group: Group) -> str:

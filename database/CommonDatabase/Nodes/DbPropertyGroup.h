@@ -174,6 +174,14 @@ protected:
         return index >= 0 && index < static_cast<INT32>(perItem.size()) ? perItem.begin()[index]
                                                                         : otherwise;
     }
+    /** A member that the tree has no more, for clients that were built when it had: it belongs to
+        no tree, so it answers its default and refuses writes with eKW_ACC_DETACHED. */
+    template <typename T>
+    static std::shared_ptr<T> MakeRemoved(T* node, const QString& name)
+    {
+        node->SetNodeName(name);
+        return std::shared_ptr<T>(node, CDbNodeDeleter{});
+    }
     template <typename I>
     std::shared_ptr<I> FIMPointer()
     {

@@ -35,7 +35,7 @@ class CWorkspace:
 
     def copy_model(self) -> None:
         """Takes over the model that shows every feature."""
-        for path in (HERE / "model").rglob("*.toml"):
+        for path in (path for path in (HERE / "model").rglob("*") if path.is_file()):
             self.write(str(path.relative_to(HERE / "model")), path.read_bytes())
 
     def replace(self, path: str, old: str, new: str) -> None:

@@ -217,6 +217,8 @@ _PROPERTIES = [
      ["extension '.csv' must stand without its dot"]),
     ("result no truth", f'{{ {_P}type = "int32", result = 1 }}',
      ["'result' must be true or false"]),
+    ("removed, but never released", f'{{ {_P}type = "int32", removed = true }}',
+     ["'Top/P' was never released: its entry can go"]),
     ("confirmed result", f'{{ {_P}type = "int32", result = true, confirm = true }}',
      ["result 'P' can not be confirmed: no client writes it"]),
     ("save out of range", f'{{ {_P}type = "int32", save = 3 }}',
@@ -323,6 +325,37 @@ _GROUP_FILES = [
       "groups/G.toml:9: unknown type 'text'"]),
 ]
 
+# A list of what was released, and what is wrong with the model then.
+_RELEASED = [
+    ("member gone", "groups/accessors.txt", "Top/Q property int32",
+     "groups/accessors.txt:1: 'Top/Q' was released: its entry in the model stays until the next "
+     "major version, with removed = true"),
+    ("group gone", "groups/accessors.txt", "Sub/Q property int32",
+     "groups/accessors.txt:1: the group Sub was released: it stays in the model until the next "
+     "major version"),
+    ("another type", "groups/accessors.txt", "Top/P property double",
+     "groups/G.toml:4: 'Top/P' is a property int32 and was released as property double "
+     "(groups/accessors.txt:1), which it stays until the next major version: a new one needs a "
+     "name of its own"),
+    ("twice in the list", "groups/accessors.txt", "Top/P property int32\nTop/P property int32",
+     "groups/accessors.txt:2: 'Top/P' stands here a second time, first at groups/accessors.txt:1"),
+    ("no line of the list", "groups/accessors.txt", "Top/P int32",
+     "groups/accessors.txt:1: not of the form 'Group/Member kind type'"),
+    ("list in other letters", "groups/accessors.txt", b"\xff",
+     "groups/accessors.txt:1: the file is not UTF-8"),
+    ("value inserted", "enumerations/values.txt", "KW_UNIT NONE\n\nKW_ONOFF ON",
+     "enumerations/Z_Units.toml:8: 'OFF' has the number 0, with which 'ON' was released "
+     "(enumerations/values.txt:3): released values stay as they are, new ones go to the end"),
+    ("last value gone", "enumerations/values.txt", "KW_UNIT NONE VOLT AMPERE",
+     "enumerations/Z_Units.toml:1: value 'AMPERE' was released with the number 2 "
+     "(enumerations/values.txt:1): it stays until the next major version"),
+    ("enumeration gone", "enumerations/values.txt", "KW_GONE A",
+     "enumerations/values.txt:1: the enumeration KW_GONE was released: it stays in the model until "
+     "the next major version"),
+    ("no line of the other list", "enumerations/values.txt", "KW_UNIT, NONE",
+     "enumerations/values.txt:1: not of the form 'KW_TYPE VALUE …'"),
+]
+
 
 class DiagnosticsTest(unittest.TestCase):
     maxDiff = None
@@ -363,6 +396,15 @@ class DiagnosticsTest(unittest.TestCase):
 
     def test_mistake_in_an_action_passes(self) -> None:
         self._check_rows("groups/G.toml", _ACTION_FRAME, _ACTIONS)
+
+    def test_change_of_what_was_released_passes(self) -> None:
+        for name, path, lines, wanted in _RELEASED:
+            with self.subTest(name), CWorkspace() as workspace:
+                workspace.write("enumerations/Z_Units.toml", _UNITS)
+                entry = f'{{ {_P}type = "int32" }}'
+                workspace.write("groups/G.toml", _PROPERTY_FRAME.replace("{}", entry))
+                workspace.write(path, lines)
+                self.assertEqual(workspace.run()[2], [wanted])
 
     def test_group_in_two_files_passes(self) -> None:
         with CWorkspace() as workspace:

@@ -2,6 +2,7 @@
 """Which files a run writes, keeps and takes away."""
 
 import os
+import shutil
 import subprocess
 import sys
 import unittest
@@ -98,11 +99,39 @@ class OutputTest(unittest.TestCase):
         self.assertEqual(made["src/Groups_Demo.cpp"].count("AddPropertyToList(m_pP"), 30)
         self.assertIn("private:\n    void DeclareProperties();\n", made["src/PgLabel.h"])
 
+    def test_release_takes_what_is_new_at_the_wrong_place(self) -> None:
+        """Also: more than once, or leaves the old ones out."""
+        lists = [self.workspace.root / "groups/accessors.txt",
+                 self.workspace.root / "enumerations/values.txt"]
+        before = [path.read_text(encoding="utf-8") for path in lists]
+        for _ in range(2):
+            self.assertEqual(self.workspace.run("--release", "1.2.0"), (0, [], []))
+        accessors, values = (path.read_text(encoding="utf-8").removeprefix(old)
+                             for path, old in zip(lists, before))
+        self.assertTrue(accessors.startswith("\n# 1.2.0\nDemo/State property KW_ONOFF\n"
+                                             "Demo/Label map Label\n"), accessors)
+        self.assertEqual(len(accessors.splitlines()), 25)
+        self.assertEqual(values, "\n# 1.2.0\nKW_RATE USER\nKW_PROBE X1 1\nKW_SIGN NEGATIVE "
+                                 "POSITIVE\nKW_UNIT NONE FREQ_S_DIV\n")
+        self.assertEqual(self._rewritten(), set(), "the release moved accessors")
+
+    def test_new_major_version_keeps_the_old_order(self) -> None:
+        groups = self.workspace.root / "groups"
+        self.assertEqual(self.workspace.run("--release", "2.0.0")[2], [
+            "groups/Demo.toml:10: 'Demo/Gone' was never released: its entry can go",
+            "groups/Demo.toml:14: 'Demo/Older' was never released: its entry can go",
+            "groups/Demo.toml:19: 'Demo/Begin' was never released: its entry can go"])
+        text = (groups / "Demo.toml").read_text(encoding="utf-8")
+        self.workspace.write("groups/Demo.toml", text.replace("removed = true,", "").replace(
+            ", removed = true", ""))
+        self.assertEqual(self.workspace.run("--release", "2.0.0"), (0, [], []))
+        lines = (groups / "accessors.txt").read_text(encoding="utf-8").splitlines()
+        self.assertEqual(lines[lines.index("# 2.0.0") + 1], "Demo/State property KW_ONOFF")
+
     def test_enumerations_alone_are_no_model(self) -> None:
         with CWorkspace() as workspace:
             workspace.copy_model()
-            for path in (workspace.root / "groups").rglob("*.toml"):
-                path.unlink()
+            shutil.rmtree(workspace.root / "groups")
             self.assertEqual(workspace.run()[0], 0)
             self.assertIn("ifc/KWEnumerations.h", workspace.outputs())
 

@@ -13,10 +13,10 @@ class KW_EXPORT IKWFunctionChannel : public IKWFunctionBase
 {
 public:
     ~IKWFunctionChannel() override;
-    /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
-    virtual std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const = 0;
     /** Gain. Range: ≥ 0.5. Default: 1. */
     virtual std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const = 0;
+    /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
+    virtual std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const = 0;
     /** Rate. Values: 10 k, 2.5 µ\s. Default: 2.5 µ\s. */
     virtual std::shared_ptr<IKWEnumProperty<KW_RATE>> GetPrRate() const = 0;
     /** Mask. Default: 65535. */

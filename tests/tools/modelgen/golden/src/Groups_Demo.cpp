@@ -4,10 +4,13 @@
 #include "IKWFunctionChannel.h"
 #include "IKWFunctionDemo.h"
 #include "IKWFunctionLabel.h"
+#include "IKWFunctionOlder.h"
 #include "PgChannel.h"
 #include "PgDemoBase.h"
 #include "PgLabel.h"
+#include "PgOlder.h"
 #include "PgaChannel.h"
+#include "PgaOlder.h"
 #include "PgmLabel.h"
 #include "Words/PgTexts.h"
 
@@ -17,13 +20,33 @@ class CFIMDemo final : public CDbRootHandle<IKWFunctionDemo, CPgDemoBase>
 {
 public:
     using CDbRootHandle::CDbRootHandle;
-    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const override
+    std::shared_ptr<IKWFunctionTexts> GetPgTexts() const override
     {
-        return m_node.GetPrState()->GetFIMPointer();
+        return m_node.GetPgTexts()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<double>> GetPrGone() const override
+    {
+        return m_node.GetRemovedGone()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWAction> GetPrPreset() const override
+    {
+        return m_node.GetPrPreset()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWArray<IKWFunctionOlder>> GetPgOlder() const override
+    {
+        return m_node.GetRemovedOlder()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWAction> GetPrBegin() const override
+    {
+        return m_node.GetRemovedBegin()->GetFIMPointer();
     }
     std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgChannel() const override
     {
         return m_node.GetPgChannel()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const override
+    {
+        return m_node.GetPrState()->GetFIMPointer();
     }
     std::shared_ptr<IKWMap<IKWFunctionLabel>> GetPgLabel() const override
     {
@@ -32,14 +55,6 @@ public:
     std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const override
     {
         return m_node.GetPgFrames()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWFunctionTexts> GetPgTexts() const override
-    {
-        return m_node.GetPgTexts()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWAction> GetPrPreset() const override
-    {
-        return m_node.GetPrPreset()->GetFIMPointer();
     }
     std::shared_ptr<IKWOperation> GetPrStop() const override
     {
@@ -51,13 +66,13 @@ class CFIMChannel final : public CDbGroupHandle<IKWFunctionChannel, CPgChannel>
 {
 public:
     using CDbGroupHandle::CDbGroupHandle;
-    std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const override
-    {
-        return m_node.GetPrScale()->GetFIMPointer();
-    }
     std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const override
     {
         return m_node.GetPrGain()->GetFIMPointer();
+    }
+    std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const override
+    {
+        return m_node.GetPrScale()->GetFIMPointer();
     }
     std::shared_ptr<IKWEnumProperty<KW_RATE>> GetPrRate() const override
     {
@@ -97,6 +112,16 @@ public:
     }
 };
 
+class CFIMOlder final : public CDbGroupHandle<IKWFunctionOlder, CPgOlder>
+{
+public:
+    using CDbGroupHandle::CDbGroupHandle;
+    std::shared_ptr<IKWNumericProperty<INT32>> GetPrLevel() const override
+    {
+        return m_node.GetPrLevel()->GetFIMPointer();
+    }
+};
+
 class CFIMLabel final : public CDbGroupHandle<IKWFunctionLabel, CPgLabel>
 {
 public:
@@ -124,6 +149,14 @@ CPgDemoBase::CPgDemoBase()
     AddPropGroupToList(m_pTexts = new CPgTexts, QStringLiteral("Texts"));
     AddObject(m_pPreset = new CDbFunction, QStringLiteral("Preset"));
     AddObject(m_pStop = new CDbOperation, QStringLiteral("Stop"));
+    m_pGone = MakeRemoved(new CDbPropNum<double>, QStringLiteral("Gone"));
+    m_pGone->DeclareUnit(eKW_UNIT_NONE);
+    m_pGone->DeclareMinAndMax(1.0, CDbPropNum<double>::kHighest);
+    m_pGone->DeclareStep(1.0);
+    m_pGone->DbSetDefault(2.5);
+    m_pOlder = MakeRemoved(new CPgaOlder(0, 2147483647), QStringLiteral("Older"));
+    m_pOlder->DbSetSize(2);
+    m_pBegin = MakeRemoved(new CDbFunction, QStringLiteral("Begin"));
 }
 
 CPgDemoBase::~CPgDemoBase() = default;
@@ -230,6 +263,34 @@ const char* CPgChannel::Meanings()
            "Ticks.\0"
            "Last reading.\0"
            "A result that files carry.\0";
+}
+
+IKWFunctionOlder::~IKWFunctionOlder() = default;
+
+CPgOlder::CPgOlder()
+{
+    SetPropertyListSize(1);
+    AddPropertyToList(m_pLevel = new CDbPropNum<INT32>, QStringLiteral("Level"));
+    m_pLevel->DbSetDefault(3);
+    SetSaveRecallType(m_pLevel, 1, true);
+}
+
+CPgOlder::~CPgOlder() = default;
+
+std::unique_ptr<IKWFunctionBase> CPgOlder::CreateFIM()
+{
+    return std::make_unique<CFIMOlder>(*this);
+}
+
+std::shared_ptr<IKWFunctionOlder> CPgOlder::GetFIMPointer()
+{
+    return FIMPointer<IKWFunctionOlder>();
+}
+
+const char* CPgOlder::Meanings()
+{
+    return "What only a removed array holds.\0"
+           "Level.\0";
 }
 
 IKWFunctionLabel::~IKWFunctionLabel() = default;

@@ -5,10 +5,12 @@
 #include "CommonDatabase/Nodes/DbFunction.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
+#include "CommonDatabase/Properties/DbPropNum.h"
 #include "Names/Demo.h"
 
 class CPgTexts;
 class CPgaChannel;
+class CPgaOlder;
 class CPgmLabel;
 class IKWFunctionDemo;
 enum KW_ONOFF : INT32;
@@ -42,6 +44,13 @@ public:
     /** Operation: Stops the acquisition. */
     CDbOperation* GetPrStop() const { return m_pStop; }
 
+    /** Of the handle alone: parts of no tree. */
+    ///@{
+    CDbPropNum<double>* GetRemovedGone() const { return m_pGone.get(); }
+    CPgaOlder* GetRemovedOlder() const { return m_pOlder.get(); }
+    CDbFunction* GetRemovedBegin() const { return m_pBegin.get(); }
+    ///@}
+
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
@@ -52,4 +61,9 @@ protected:
     CPgTexts* m_pTexts;
     CDbFunction* m_pPreset;
     CDbOperation* m_pStop;
+
+private:
+    std::shared_ptr<CDbPropNum<double>> m_pGone;
+    std::shared_ptr<CPgaOlder> m_pOlder;
+    std::shared_ptr<CDbFunction> m_pBegin;
 };
