@@ -33,13 +33,14 @@ for _row in reversed(ROWS):  # where a benchmark has two, the first one names it
 
 # Whatever chooses another path through the same program: where hashes begin, when symbols are
 # resolved, which copy of a function suits the processor.
-_WIDE = ("AVX", "AVX2", "AVX512F", "AVX512VL", "AVX512BW", "ERMS", "FSRM", "BMI1", "BMI2", "LZCNT")
+_WIDE = ("SSSE3", "SSE4_1", "SSE4_2", "AVX", "AVX2", "AVX512F", "AVX512VL", "AVX512BW", "ERMS",
+         "FSRM", "BMI1", "BMI2", "LZCNT")
 ENVIRONMENT = {
     "PATH": os.environ.get("PATH", "/usr/bin"),
     "LC_ALL": "C.UTF-8",
     "LD_BIND_NOW": "1",
     "QT_HASH_SEED": "0",
-    "QT_NO_CPU_FEATURE": "avx avx2 avx512f f16c bmi bmi2 rdrnd rdseed",
+    "QT_NO_CPU_FEATURE": "ssse3 sse4.1 sse4.2 avx avx2 avx512f f16c bmi bmi2 rdrnd rdseed",
     "GLIBC_TUNABLES": "glibc.cpu.hwcaps=" + ",".join("-" + name for name in _WIDE),
 }
 
