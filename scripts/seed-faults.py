@@ -193,6 +193,11 @@ class CCopy:
                 raise RuntimeError(f"without any fault: {stage.target or 'modelgen'}: {error}")
 
 
+def judged(output: str) -> set[str]:
+    """Names of the rows of which a run's output has a verdict."""
+    return set(re.findall(r"^(?:killed|SURVIVES|invalid) +(\w+): ", output, re.M))
+
+
 def show(verdict: Verdict) -> None:
     row, seconds = verdict.row, f"({verdict.seconds:.0f} s)"
     if verdict.problem:
@@ -243,10 +248,13 @@ def main(arguments: list[str]) -> int:
     parser.add_argument("--list", action="store_true", help="the rows, and nothing else")
     parser.add_argument("--check", action="store_true", help="each row matches once; builds nothing")
     parser.add_argument("--jobs", type=int, default=1, metavar="N", help="copies at once, 1")
+    parser.add_argument("--but", type=Path, metavar="OUTPUT",
+                        help="rows of which the output of an earlier run has no verdict")
     parser.add_argument("--seeds", type=Path, default=ROOT / "tests/seeds", metavar="FOLDER")
     options = parser.parse_args(arguments)
+    known = judged(options.but.read_text(encoding="utf-8")) if options.but else set()
     rows = [row for row in read_rows(options.seeds)
-            if re.search(options.only, row.name) or re.search(options.only, row.file)]
+            if row.name not in known and (re.search(options.only, row.name) or re.search(options.only, row.file))]
     if options.list:
         for row in rows:
             print(f"{row.name:32} {row.file}: {row.promise}")

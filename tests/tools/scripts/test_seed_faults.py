@@ -51,6 +51,7 @@ class CSeedFaultsTest(unittest.TestCase):
         self.assertEqual(status, 1)
         self.assertIn("2 of 3 killed, 66.7 %", output.getvalue())
         self.assertIn("SURVIVES  Row: rule.cpp: a promise", output.getvalue())
+        self.assertEqual(seeds.judged(output.getvalue()), {"Row"})
 
 
 if __name__ == "__main__":
