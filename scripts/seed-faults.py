@@ -186,9 +186,9 @@ class CCopy:
 
     def check_sound(self, rows: list[Row]) -> None:
         """Without a fault all must pass, or a failing test would say nothing."""
-        wanted = [stage for row in rows for stage in stages(row.file, self.root)]
-        for stage in dict.fromkeys(gtest(stage.target) if stage.target.startswith("test_") else stage
-                                   for stage in wanted):
+        for stage in dict.fromkeys(
+                gtest(stage.target) if stage.target.startswith("test_") else stage
+                for row in rows for stage in stages(row.file, self.root)):
             if error := self.build(stage.target) or self.failure(stage):
                 raise RuntimeError(f"without any fault: {stage.target or 'modelgen'}: {error}")
 
@@ -244,9 +244,9 @@ def summarise(verdicts: list[Verdict]) -> int:
 
 def main(arguments: list[str]) -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--only", default="", metavar="REGEX", help="rows with such a name or file")
+    parser.add_argument("--only", default="", metavar="REGEX", help="rows of such name or file")
     parser.add_argument("--list", action="store_true", help="the rows, and nothing else")
-    parser.add_argument("--check", action="store_true", help="each row matches once; builds nothing")
+    parser.add_argument("--check", action="store_true", help="each row matches once? No build")
     parser.add_argument("--jobs", type=int, default=1, metavar="N", help="copies at once, 1")
     parser.add_argument("--but", type=Path, metavar="OUTPUT",
                         help="rows of which the output of an earlier run has no verdict")
@@ -254,7 +254,8 @@ def main(arguments: list[str]) -> int:
     options = parser.parse_args(arguments)
     known = judged(options.but.read_text(encoding="utf-8")) if options.but else set()
     rows = [row for row in read_rows(options.seeds)
-            if row.name not in known and (re.search(options.only, row.name) or re.search(options.only, row.file))]
+            if row.name not in known
+            and any(re.search(options.only, text) for text in (row.name, row.file))]
     if options.list:
         for row in rows:
             print(f"{row.name:32} {row.file}: {row.promise}")
