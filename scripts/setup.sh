@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
 # arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
-# interfaces, "docs" the reference, "arm" 32-bit ARM and its emulation, "ci" all that .ci/run needs.
+# interfaces, "bench" counts of instructions, "docs" the reference, "arm" 32-bit ARM and its
+# emulation, "ci" all that .ci/run needs.
 # Says nothing when there is nothing to do.
 set -euo pipefail
 
@@ -13,11 +14,12 @@ for what in "$@"; do
         fuzz) packages+=(clang-14) ;;
         package) packages+=(dpkg-dev file) ;;
         abi) packages+=(abigail-tools) ;;
+        bench) packages+=(valgrind) ;;
         arm) packages+=(g++-arm-linux-gnueabihf qemu-user-static) ;;
         docs) packages+=(doxygen) ;;
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
-                doxygen)
+                doxygen valgrind)
             ;;
         *)
             echo "setup: knows no $what" >&2
