@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/MeasurementRules.h"
-#include "Rules/ChannelRules.h"
+
 #include "Rules/UnitRules.h"
 
 #include "KWEnumerationsMathematics.h"
@@ -63,13 +63,6 @@ KW_UNIT NMeasurementRules::UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT 
                      eKW_ZEL_MEASUREMENT_TYPE_DELAY_TO_TRIGGER)
                ? eKW_UNIT_FREQ_SEC
                : level;
-}
-
-void NMeasurementRules::AddTraceDependency(CDbPropertyGroup& owner,
-                                           const std::function<void()>& update, const QString& name)
-{
-    NRules::AddSourceDependency(owner, update, name);
-    NRules::AddScreenDependency(owner, update, name);
 }
 
 void NMeasurementRules::KeepOrdered(CDbPropNumDouble& lower, CDbPropNumDouble& middle,

@@ -16,10 +16,6 @@ bool IsDigitalQuantity(KW_ZEL_MEASUREMENT_TYPE type);
     source's, which only powers look at; "not defined" (64) where the catalogue has no unit. */
 KW_UNIT UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT level, KW_UNIT second);
 
-/** Runs `update` whenever a channel that can be measured changes: on or off, or its unit. */
-void AddTraceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                        const QString& name);
-
 /** Keeps lower ≤ middle ≤ upper: the one that was written pushes the others on. */
 void KeepOrdered(CDbPropNumDouble& lower, CDbPropNumDouble& middle, CDbPropNumDouble& upper,
                  const CDbPropBase* written);

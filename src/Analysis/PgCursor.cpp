@@ -1,29 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgCursor.h"
 
-#include "Analysis/PgXY.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
-#include "Root/PgZEL.h"
+#include "Names/Cursor.h"
+#include "Names/Horizontal.h"
+#include "Names/XY.h"
+#include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"
-#include "Timebase/PgHorizontal.h"
 
 #include <cmath>
 
+using namespace NNames;
+
 namespace
 {
-void LimitLevel(CDbPropNumDouble& line, const CPgZEL& root, KW_ZEL_CHANNEL trace)
-{
-    if (const auto screen = NRules::ScreenOf(root, trace))
-    {
-        NRules::PutOnScreen(line, *screen);
-    }
-}
-
 /** Two lines at a share of the screen to either side of its middle. */
 void Spread(CDbPropNumDouble& first, CDbPropNumDouble& second, double share)
 {
@@ -34,58 +29,23 @@ void Spread(CDbPropNumDouble& first, CDbPropNumDouble& second, double share)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgCursor::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgCursor::Rules() const
 {
-    const KW_ACCEPTANCE code =
-        m_pCoupled->Get() == eKW_ONOFF_ON ? MovePartnerOf(property) : eKW_ACC_OK;
-    UpdateGroup();
-    return std::max(code, CPgCursorBase::OnPropertySet(property));
-}
-
-KW_ACCEPTANCE CPgCursor::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pSetToScreen)
-    {
-        SetToScreen();
-    }
-    if (function == m_pSetAsReference)
-    {
-        SetAsReference();
-    }
-    UpdateGroup();
-    return CPgCursorBase::OnFunction(function);
-}
-
-void CPgCursor::UpdateGroup()
-{
-    UpdateSources();
-    LimitLines();
-    UpdateReadout();
-    UpdateDeltas();
-}
-
-void CPgCursor::OnTreeCreated()
-{
-    CPgCursorBase::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("Cursor/Source"));
-    const auto follow = [this]
-    {
-        LimitLines();
-        UpdateDeltas();
-    };
-    const QString name = QStringLiteral("Cursor/X1");
-    root->GetDependencies().Add(*this,
-                                {root->GetPgHorizontal()->GetPrLeft(),
-                                 root->GetPgHorizontal()->GetPrRight(),
-                                 root->GetPgXY()->GetPrSourceX()},
-                                follow, name);
-    NRules::AddScreenDependency(*this, follow, name);
+    using C = CPgCursor;
+    static constexpr auto all =
+        Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateReadout, &C::UpdateDeltas>;
+    static constexpr auto lines = Derive<&C::LimitLines, &C::UpdateDeltas>;
+    static constexpr auto rows = Table<Names>(
+        On(Names::X1, Names::X2, Names::Y1, Names::Y2, Names::LevelX1, Names::LevelX2) >>
+            Do<&C::MovePartnerOf>,
+        OnAny() >> all, On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>,
+        On(Names::SetAsReference) >> Do<&C::SetAsReference, &C::UpdateGroup>,
+        NRules::kSwitched >> all,
+        Changed(ZEL::Horizontal / Horizontal::Left, ZEL::Horizontal / Horizontal::Right,
+                ZEL::XY / XY::SourceX) >>
+            lines,
+        NRules::kScreens >> lines, NRules::kMathematicsScreen >> lines);
+    return rows;
 }
 
 std::array<CPgCursor::t_Pair, 3> CPgCursor::Pairs() const
@@ -104,6 +64,10 @@ KW_ZEL_CHANNEL CPgCursor::SecondTrace() const
 /** The differences are still those from before the move. */
 KW_ACCEPTANCE CPgCursor::MovePartnerOf(const CDbPropBase* line)
 {
+    if (m_pCoupled->Get() == eKW_ONOFF_OFF)
+    {
+        return eKW_ACC_OK;
+    }
     for (const t_Pair& pair : Pairs())
     {
         if (line == pair.first)
@@ -127,24 +91,29 @@ void CPgCursor::UpdateSources()
 
 void CPgCursor::LimitLines()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const CPgHorizontal& screen = *root->GetPgHorizontal();
+    const double left = At(ZEL::Horizontal / Horizontal::Left)->Get();
+    const double right = At(ZEL::Horizontal / Horizontal::Right)->Get();
+    const double step = At(ZEL::Horizontal / Horizontal::Position)->GetStep();
     for (CDbPropNumDouble* const line : {m_pX1, m_pX2})
     {
-        NRules::SetLimits(*line, screen.GetPrLeft()->Get(), screen.GetPrRight()->Get());
-        KW_CHECKED(line->SetStep(screen.GetPrPosition()->GetStep()));
+        NRules::SetLimits(*line, left, right);
+        KW_CHECKED(line->SetStep(step));
     }
     KW_CHECKED(m_pReferenceX->SetStep(m_pX1->GetStep()));
-    LimitLevel(*m_pY1, *root, m_pSource->Get());
-    LimitLevel(*m_pY2, *root, SecondTrace());
+    LimitLevel(*m_pY1, m_pSource->Get());
+    LimitLevel(*m_pY2, SecondTrace());
     KW_CHECKED(m_pReferenceY->SetStep(m_pY1->GetStep()));
     for (CDbPropNumDouble* const line : {m_pLevelX1, m_pLevelX2})
     {
-        LimitLevel(*line, *root, root->GetPgXY()->GetPrSourceX()->Get());
+        LimitLevel(*line, At(ZEL::XY / XY::SourceX)->Get());
+    }
+}
+
+void CPgCursor::LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace)
+{
+    if (const auto screen = NRules::ScreenOf(*this, trace))
+    {
+        NRules::PutOnScreen(line, *screen);
     }
 }
 

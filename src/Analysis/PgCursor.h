@@ -16,10 +16,7 @@ enum KW_ZEL_CHANNEL : INT32;
 class CPgCursor : public CPgCursorBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
     /** A pair of lines, and second minus first. */
@@ -32,7 +29,9 @@ private:
     std::array<t_Pair, 3> Pairs() const;
 
     KW_ZEL_CHANNEL SecondTrace() const;
+    /** While the lines are coupled. */
     KW_ACCEPTANCE MovePartnerOf(const CDbPropBase* line);
+    void LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace);
     void UpdateSources();
     void LimitLines();
     void UpdateReadout();

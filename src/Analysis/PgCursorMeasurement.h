@@ -7,6 +7,10 @@
 class CPgCursorMeasurement : public CPgCursorMeasurementBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferSources();
+    void UpdateUnit();
+    void InvalidateResult();
 };

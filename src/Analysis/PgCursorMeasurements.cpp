@@ -1,11 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgCursorMeasurements.h"
 
-#include "Analysis/MeasurementRules.h"
+#include "Analysis/PgaCursorMeasurement.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/CursorMeasurements.h"
+#include "Rules/ChannelRules.h"
 
-void CPgCursorMeasurements::OnTreeCreated()
+using namespace NNames;
+
+t_Couplings CPgCursorMeasurements::Rules() const
 {
-    CPgCursorMeasurementsBase::OnTreeCreated();
-    NMeasurementRules::AddTraceDependency(
-        *this, [this] { NRules::UpdateSubtree(*this); }, QStringLiteral("CursorMeasurements/Unit"));
+    static constexpr auto update = Settle<&CPgCursorMeasurements::UpdateMeasurements>;
+    static constexpr auto rows =
+        Table<Names>(NRules::kSwitched >> update, NRules::kScreens >> update,
+                     NRules::kMathematicsScreen >> update);
+    return rows;
+}
+
+void CPgCursorMeasurements::UpdateMeasurements()
+{
+    NRules::UpdateSubtree(*m_pCursorMeasurement);
 }

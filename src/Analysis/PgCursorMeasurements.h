@@ -7,5 +7,8 @@
 class CPgCursorMeasurements : public CPgCursorMeasurementsBase
 {
 public:
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateMeasurements();
 };

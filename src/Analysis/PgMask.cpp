@@ -3,41 +3,32 @@
 
 #include "Analysis/PgMaskChannelSetup.h"
 #include "Analysis/PgaMaskChannelSetup.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsLogger.h"
 #include "KWEnumerationsOnOff.h"
+#include "Names/Mask.h"
+#include "Names/MaskSettings.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgMask::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgMask::Rules() const
 {
-    UpdateGroup();
-    return CPgMaskBase::OnPropertySet(property);
+    using M = CPgMask;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&M::UpdateState>, On(Names::Start) >> Do<&M::ClearCounts, &M::Start>,
+        On(Names::Pause) >> Do<&M::Pause>, On(Names::Stop) >> Do<&M::Stop>,
+        On(Names::ClearCounts) >> Do<&M::ClearCounts>,
+        On(Names::MaskSettings / MaskSettings::ClearMask) >> Do<&M::ClearMask>);
+    return rows;
 }
 
-void CPgMask::UpdateGroup()
+void CPgMask::UpdateState()
 {
     if (m_pEnabled->Get() == eKW_ONOFF_OFF)
     {
         KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_OFF));
     }
-}
-
-KW_ACCEPTANCE CPgMask::OnFunction(const CDbFunction* function)
-{
-    using t_Action = KW_ACCEPTANCE (CPgMask::*)();
-    const std::pair<const CDbFunction*, t_Action> actions[] = {
-        {m_pStart, &CPgMask::Start},
-        {m_pPause, &CPgMask::Pause},
-        {m_pStop, &CPgMask::Stop},
-        {m_pClearCounts, &CPgMask::ClearCounts},
-    };
-    for (const auto& [action, run] : actions)
-    {
-        if (function == action)
-        {
-            return (this->*run)();
-        }
-    }
-    return CPgMaskBase::OnFunction(function);
 }
 
 bool CPgMask::IsUnderWay() const
@@ -48,7 +39,6 @@ bool CPgMask::IsUnderWay() const
 
 KW_ACCEPTANCE CPgMask::Start()
 {
-    ClearCounts();
     KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_ON));
     return KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_RUNNING));
 }
@@ -75,7 +65,7 @@ KW_ACCEPTANCE CPgMask::Stop()
         m_pState->DbSet(failed ? eKW_ZEL_MASK_TESTSTATE_FAILED : eKW_ZEL_MASK_TESTSTATE_PASSED));
 }
 
-KW_ACCEPTANCE CPgMask::ClearCounts()
+void CPgMask::ClearCounts()
 {
     for (CDbPropNum<UINT64>* const count :
          {m_pTestedAcquisitions, m_pPassedAcquisitions, m_pFailedAcquisitions})
@@ -88,7 +78,6 @@ KW_ACCEPTANCE CPgMask::ClearCounts()
     {
         m_pMaskChannelSetup->ItemDirect(i)->ClearCounts();
     }
-    return eKW_ACC_OK;
 }
 
 void CPgMask::ClearMask()

@@ -11,17 +11,15 @@
 class CPgMask : public CPgMaskBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-
-    /** The mask of the selected channel is gone, its results with it. */
-    void ClearMask();
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateState();
     KW_ACCEPTANCE Start();
     KW_ACCEPTANCE Pause();
     KW_ACCEPTANCE Stop();
-    KW_ACCEPTANCE ClearCounts();
+    void ClearCounts();
+    /** The mask of the selected channel is gone, its results with it. */
+    void ClearMask();
     bool IsUnderWay() const;
 };

@@ -1,27 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgMaskSettings.h"
 
-#include "Analysis/PgMask.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/MaskSettings.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgMaskSettings::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgMaskSettings::Rules() const
 {
-    auto* const mask = NRules::Above<CPgMask>(*this);
-    if (function == m_pClearMask && mask != nullptr)
-    {
-        mask->ClearMask();
-    }
-    return CPgMaskSettingsBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(NRules::kSwitched >> Derive<&CPgMaskSettings::OfferSources>);
+    return rows;
 }
 
-void CPgMaskSettings::UpdateGroup()
+void CPgMaskSettings::OfferSources()
 {
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_LEVELS);
-}
-
-void CPgMaskSettings::OnTreeCreated()
-{
-    CPgMaskSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("MaskSettings/Source"));
 }

@@ -7,7 +7,8 @@
 class CPgMaskSettings : public CPgMaskSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferSources();
 };

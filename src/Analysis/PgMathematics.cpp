@@ -1,23 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgMathematics.h"
 
-#include "Channels/PgChannel.h"
-#include "Channels/PgReferenceCurve.h"
-#include "Channels/PgReferenceCurveAttributes.h"
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
-#include "Root/PgZEL.h"
+#include "Names/Channel.h"
+#include "Names/Mathematics.h"
+#include "Names/ReferenceCurve.h"
+#include "Names/ReferenceCurveAttributes.h"
+#include "Names/Vertical.h"
+#include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"
 
 #include <cmath>
 
 using namespace NMathExpression;
+using namespace NNames;
 
 namespace
 {
@@ -31,64 +32,34 @@ KW_UNIT UnitOfRoot(KW_UNIT unit)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgMathematics::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgMathematics::Rules() const
 {
-    if (property == m_pScale || property == m_pPosition)
-    {
-        KW_CHECKED(m_pAutoScale->DbSet(eKW_ONOFF_OFF));
-    }
-    UpdateGroup();
-    if (property == m_pSelectedElement || property == m_pExpression)
-    {
-        ShowSelectedElement();
-    }
-    return CPgMathematicsBase::OnPropertySet(property);
+    using M = CPgMathematics;
+    static constexpr auto all = Derive<&M::OfferSources, &M::UpdateExpression, &M::UpdateUnit>;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Scale, Names::Position) >> Do<&M::EndAutoScale>, OnAny() >> all,
+        On(Names::SelectedElement, Names::Expression) >> Do<&M::ShowSelectedElement>,
+        On(Names::InsertElement) >> Do<&M::InsertElement>,
+        On(Names::RemoveElement) >> Do<&M::RemoveElement>,
+        On(Names::ClearExpression) >>
+            Do<&M::ClearExpression, &M::UpdateGroup, &M::ShowSelectedElement>,
+        NRules::kSwitched >> all,
+        Changed(ZEL::Vertical / Vertical::Channel / each / Channel::ProbeUnit,
+                ZEL::Vertical / Vertical::ReferenceCurve /
+                    ReferenceCurve::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
+            all);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgMathematics::OnFunction(const CDbFunction* function)
+void CPgMathematics::EndAutoScale()
 {
-    if (function == m_pInsertElement)
-    {
-        return InsertElement();
-    }
-    if (function == m_pRemoveElement)
-    {
-        return RemoveElement();
-    }
-    if (function == m_pClearExpression)
-    {
-        ClearExpression();
-    }
-    return CPgMathematicsBase::OnFunction(function);
+    KW_CHECKED(m_pAutoScale->DbSet(eKW_ONOFF_OFF));
 }
 
-void CPgMathematics::UpdateGroup()
+void CPgMathematics::OfferSources()
 {
     NRules::OfferSources(*m_pSourceA, kSources);
     NRules::OfferSources(*m_pSourceB, kSources);
-    UpdateExpression();
-    UpdateUnit();
-}
-
-void CPgMathematics::OnTreeCreated()
-{
-    CPgMathematicsBase::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const auto update = [this] { UpdateGroup(); };
-    const QString name = QStringLiteral("Mathematics/Unit");
-    NRules::AddSourceDependency(*this, update, name);
-    const CPgVertical* const vertical = root->GetPgVertical();
-    const auto unit = [vertical](INT32 i)
-    { return vertical->GetPgChannel()->ItemDirect(i)->GetPrProbeUnit(); };
-    root->GetDependencies().Add(
-        *this,
-        {unit(0), unit(1), unit(2), unit(3),
-         vertical->GetPgReferenceCurve()->GetPgReferenceCurveAttributes()->GetPrUnit()},
-        update, name);
 }
 
 void CPgMathematics::UpdateExpression()
@@ -268,6 +239,4 @@ KW_ACCEPTANCE CPgMathematics::Rewrite(const t_Elements& elements, UINT32 behind)
 void CPgMathematics::ClearExpression()
 {
     KW_CHECKED(m_pExpression->DbSet(QStringLiteral("")));
-    UpdateGroup();
-    ShowSelectedElement();
 }

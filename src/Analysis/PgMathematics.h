@@ -17,12 +17,11 @@ enum KW_ZEL_CHANNEL : INT32;
 class CPgMathematics : public CPgMathematicsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void EndAutoScale();
+    void OfferSources();
     void UpdateExpression();
     void UpdateUnit();
     KW_UNIT UnitOfSource(KW_ZEL_CHANNEL channel) const;

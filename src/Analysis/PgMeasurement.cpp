@@ -2,33 +2,36 @@
 #include "Analysis/PgMeasurement.h"
 
 #include "Analysis/MeasurementRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsReadings.h"
-#include "Root/PgZEL.h"
+#include "Names/Measurement.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgMeasurement::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgMeasurement::Rules() const
 {
-    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, property);
-    if (property == m_pType || property == m_pSource || property == m_pSecondSource ||
-        property == m_pSlope || property == m_pSecondSlope)
-    {
-        UpdateGroup();
-        ResetStatistics();
-        KW_CHECKED(m_pActual->SetValidity(eKW_VALIDITY_INVALID));
-    }
-    return CPgMeasurementBase::OnPropertySet(property);
+    using M = CPgMeasurement;
+    constexpr auto measured =
+        On(Names::Type, Names::Source, Names::SecondSource, Names::Slope, Names::SecondSlope);
+    static constexpr auto rows =
+        Table<Names>(On(Names::LowerLimit, Names::UpperLimit) >> Do<&M::OrderLimits>,
+                     measured >> Derive<&M::OfferSources, &M::OfferQuantities, &M::UpdateUnit>,
+                     measured >> Do<&M::ResetStatistics, &M::InvalidateActual>);
+    return rows;
 }
 
-void CPgMeasurement::UpdateGroup()
+void CPgMeasurement::OrderLimits(const CDbPropBase* written)
+{
+    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, written);
+}
+
+void CPgMeasurement::OfferSources()
 {
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_TRACES);
     NRules::OfferSources(*m_pSecondSource, NRules::eSOURCES_TRACES);
-    OfferQuantities();
-    KW_CHECKED(m_pUnit->DbSet(
-        NMeasurementRules::UnitOfQuantity(m_pType->Get(), NRules::UnitOf(*this, m_pSource->Get()),
-                                          NRules::UnitOf(*this, m_pSecondSource->Get()))));
 }
 
 void CPgMeasurement::OfferQuantities()
@@ -44,6 +47,18 @@ void CPgMeasurement::OfferQuantities()
     {
         KW_CHECKED(m_pType->DbSet(eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY));
     }
+}
+
+void CPgMeasurement::UpdateUnit()
+{
+    KW_CHECKED(m_pUnit->DbSet(
+        NMeasurementRules::UnitOfQuantity(m_pType->Get(), NRules::UnitOf(*this, m_pSource->Get()),
+                                          NRules::UnitOf(*this, m_pSecondSource->Get()))));
+}
+
+void CPgMeasurement::InvalidateActual()
+{
+    KW_CHECKED(m_pActual->SetValidity(eKW_VALIDITY_INVALID));
 }
 
 void CPgMeasurement::ResetStatistics()

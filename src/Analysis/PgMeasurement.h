@@ -9,12 +9,15 @@ class CPgMeasurement : public CPgMeasurementBase
 public:
     using CPgMeasurementBase::CPgMeasurementBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
     void ResetStatistics();
     void Disable();
 
 private:
+    void OrderLimits(const CDbPropBase* written);
+    void OfferSources();
     void OfferQuantities();
+    void UpdateUnit();
+    void InvalidateActual();
 };

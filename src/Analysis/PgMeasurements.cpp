@@ -4,35 +4,59 @@
 #include "Analysis/MeasurementRules.h"
 #include "Analysis/PgMeasurement.h"
 #include "Analysis/PgaMeasurement.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Measurements.h"
+#include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgMeasurements::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgMeasurements::Rules() const
 {
-    NRules::KeepOrdered(*m_pGateStart, *m_pGateStop, property);
+    using M = CPgMeasurements;
+    static constexpr auto update = Settle<&M::UpdateMeasurements>;
+    static constexpr auto rows = Table<Names>(
+        On(Names::GateStart, Names::GateStop) >> Do<&M::OrderGate>,
+        On(Names::LowerReferencePercent, Names::MiddleReferencePercent,
+           Names::UpperReferencePercent) >>
+            Do<&M::OrderPercents>,
+        On(Names::LowerReferenceLevel, Names::MiddleReferenceLevel, Names::UpperReferenceLevel) >>
+            Do<&M::OrderLevels>,
+        On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
+        On(Names::DisableAll) >> Do<&M::DisableAll>, NRules::kSwitched >> update,
+        NRules::kScreens >> update, NRules::kMathematicsScreen >> update);
+    return rows;
+}
+
+void CPgMeasurements::OrderGate(const CDbPropBase* written)
+{
+    NRules::KeepOrdered(*m_pGateStart, *m_pGateStop, written);
+}
+
+void CPgMeasurements::OrderPercents(const CDbPropBase* written)
+{
     NMeasurementRules::KeepOrdered(*m_pLowerReferencePercent, *m_pMiddleReferencePercent,
-                                   *m_pUpperReferencePercent, property);
+                                   *m_pUpperReferencePercent, written);
+}
+
+void CPgMeasurements::OrderLevels(const CDbPropBase* written)
+{
     NMeasurementRules::KeepOrdered(*m_pLowerReferenceLevel, *m_pMiddleReferenceLevel,
-                                   *m_pUpperReferenceLevel, property);
-    return CPgMeasurementsBase::OnPropertySet(property);
+                                   *m_pUpperReferenceLevel, written);
 }
 
-KW_ACCEPTANCE CPgMeasurements::OnFunction(const CDbFunction* function)
+void CPgMeasurements::ResetStatistics()
 {
-    if (function == m_pResetStatistics)
-    {
-        ForEach(&CPgMeasurement::ResetStatistics);
-    }
-    if (function == m_pDisableAll)
-    {
-        ForEach(&CPgMeasurement::Disable);
-    }
-    return CPgMeasurementsBase::OnFunction(function);
+    ForEach(&CPgMeasurement::ResetStatistics);
 }
 
-void CPgMeasurements::OnTreeCreated()
+void CPgMeasurements::DisableAll()
 {
-    CPgMeasurementsBase::OnTreeCreated();
-    NMeasurementRules::AddTraceDependency(
-        *this, [this] { NRules::UpdateSubtree(*this); }, QStringLiteral("Measurements/Unit"));
+    ForEach(&CPgMeasurement::Disable);
+}
+
+void CPgMeasurements::UpdateMeasurements()
+{
+    NRules::UpdateSubtree(*m_pMeasurement);
 }
 
 void CPgMeasurements::ForEach(void (CPgMeasurement::*step)())

@@ -9,10 +9,14 @@ class CPgMeasurement;
 class CPgMeasurements : public CPgMeasurementsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void OrderGate(const CDbPropBase* written);
+    void OrderPercents(const CDbPropBase* written);
+    void OrderLevels(const CDbPropBase* written);
+    void ResetStatistics();
+    void DisableAll();
+    void UpdateMeasurements();
     void ForEach(void (CPgMeasurement::*step)());
 };

@@ -1,29 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgXY.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWEnumerationsChannels.h"
+#include "Names/XY.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/SourceDependencies.h"
 
-KW_ACCEPTANCE CPgXY::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgXY::Rules() const
 {
-    UpdateGroup();
-    return CPgXYBase::OnPropertySet(property);
+    static constexpr auto all = Derive<&CPgXY::OfferAxes, &CPgXY::UpdateSecondCurve>;
+    static constexpr auto rows = Table<Names>(OnAny() >> all, NRules::kSwitched >> all);
+    return rows;
 }
 
-void CPgXY::UpdateGroup()
+void CPgXY::OfferAxes()
 {
     NRules::OfferSources(*m_pSourceX, NRules::eSOURCES_ANALOG);
     NRules::OfferSources(*m_pSourceY1, NRules::eSOURCES_ANALOG, m_pSourceX->Get());
-    UpdateSecondCurve();
-}
-
-void CPgXY::OnTreeCreated()
-{
-    CPgXYBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("XY/SourceX"));
 }
 
 void CPgXY::UpdateSecondCurve()

@@ -8,10 +8,9 @@
 class CPgXY : public CPgXYBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void OfferAxes();
     void UpdateSecondCurve();
 };

@@ -5,46 +5,51 @@
 #include "Channels/PgChannelType.h"
 #include "Channels/PgLevels.h"
 #include "Channels/VerticalHardware.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
-#include "Instrument/PgSimulation.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
-#include "Root/PgZEL.h"
+#include "Names/Channel.h"
+#include "Names/HysteresisLevel.h"
+#include "Names/Levels.h"
+#include "Names/Simulation.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/UnitRules.h"
 
+using namespace NNames;
 using namespace NVerticalHardware;
 
-KW_ACCEPTANCE CPgChannel::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgChannel::Rules() const
 {
-    UpdateGroup();
-    return CPgChannelBase::OnPropertySet(property);
+    using C = CPgChannel;
+    constexpr auto hysteresis = Names::Levels / Levels::HysteresisLevel / each;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&C::UpdateType, &C::UpdateUse, &C::UpdateProbe, &C::UpdateUnits,
+                          &C::UpdateScreen, &C::LimitLevels>,
+        On(Names::ResetPosition) >> Do<&C::ResetPosition, &C::UpdateGroup>,
+        On(Names::Levels / Levels::ResetLevels, hysteresis / HysteresisLevel::NoiseReject) >>
+            Do<&C::LimitLevels>,
+        Changed(ZEL::Simulation / Simulation::Enabled) >> Derive<&C::UpdateType>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgChannel::OnFunction(const CDbFunction* function)
+void CPgChannel::ResetPosition()
 {
-    if (function == m_pResetPosition)
-    {
-        KW_CHECKED(m_pPosition->DbSet(0.0));
-        KW_CHECKED(m_pOffset->DbSet(0.0));
-        UpdateGroup();
-    }
-    return CPgChannelBase::OnFunction(function);
+    KW_CHECKED(m_pPosition->DbSet(0.0));
+    KW_CHECKED(m_pOffset->DbSet(0.0));
 }
 
-void CPgChannel::UpdateGroup()
+void CPgChannel::UpdateType()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    const bool isSimulated =
-        root != nullptr && root->GetPgSimulation()->GetPrEnabled()->Get() == eKW_ONOFF_ON;
+    const bool isSimulated = At(ZEL::Simulation / Simulation::Enabled)->Get() == eKW_ONOFF_ON;
     m_pChannelType->Identify(NRules::IndexInArray(*this), isSimulated);
+}
+
+void CPgChannel::UpdateUse()
+{
     m_pChannelSourceTypes->SetUsable(m_pEnabled->Get() == eKW_ONOFF_ON);
-    UpdateProbe();
-    UpdateUnits();
-    UpdateScreen();
-    m_pLevels->FollowScreen(
-        {m_pBottom->Get(), m_pTop->Get(), m_pScale->Get(), m_pProbeUnit->Get()});
 }
 
 void CPgChannel::UpdateProbe()
@@ -80,4 +85,10 @@ void CPgChannel::UpdateScreen()
     KW_CHECKED(m_pRange->DbSet(range));
     KW_CHECKED(m_pTop->DbSet(top));
     KW_CHECKED(m_pBottom->DbSet(top - range));
+}
+
+void CPgChannel::LimitLevels()
+{
+    m_pLevels->FollowScreen(
+        {m_pBottom->Get(), m_pTop->Get(), m_pScale->Get(), m_pProbeUnit->Get()});
 }

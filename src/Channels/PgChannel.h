@@ -16,12 +16,14 @@ class CPgChannel : public CPgChannelBase
 public:
     using CPgChannelBase::CPgChannelBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateType();
+    void UpdateUse();
     void UpdateProbe();
     void UpdateUnits();
     void UpdateScreen();
+    void LimitLevels();
+    void ResetPosition();
 };

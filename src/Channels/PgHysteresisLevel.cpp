@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Channels/PgHysteresisLevel.h"
 
-#include "Channels/PgChannel.h"
 #include "KWEnumerationsTrigger.h"
 #include "Rules/ChannelRules.h"
 
@@ -13,15 +12,6 @@ namespace
 constexpr std::array<double, 4> kNoiseRejectDivisions{0.05, 0.2, 0.5, 1.0};
 static_assert(kNoiseRejectDivisions.size() == eKW_ZEL_TRIGGER_NOISE_REJECT_HIGH + 1);
 } // namespace
-
-KW_ACCEPTANCE CPgHysteresisLevel::OnPropertySet(const CDbPropBase* property)
-{
-    if (auto* const channel = NRules::Above<CPgChannel>(*this))
-    {
-        channel->UpdateGroup();
-    }
-    return CPgHysteresisLevelBase::OnPropertySet(property);
-}
 
 void CPgHysteresisLevel::FollowScreen(const NRules::t_Screen& screen)
 {

@@ -8,7 +8,5 @@
 class CPgHysteresisLevel : public CPgHysteresisLevelBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-
     void FollowScreen(const NRules::t_Screen& screen);
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Channels/PgLevels.h"
 
-#include "Channels/PgChannel.h"
 #include "Channels/PgEdgeTriggerLevel.h"
 #include "Channels/PgHysteresisLevel.h"
 #include "Channels/PgLogicThresholdSettings.h"
@@ -16,7 +15,11 @@
 #include "Channels/PgaRuntTriggerLevelRange.h"
 #include "Channels/PgaSlewRateTriggerLevelRange.h"
 #include "Channels/PgaWindowTriggerLevelRange.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Levels.h"
 #include "Rules/ChannelRules.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -30,18 +33,21 @@ void FollowAll(TArray& array, const NRules::t_Screen& screen)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgLevels::OnFunction(const CDbFunction* function)
+t_Couplings CPgLevels::Rules() const
 {
-    auto* const channel = NRules::Above<CPgChannel>(*this);
-    if (function == m_pResetLevels && channel != nullptr)
+    static constexpr auto rows =
+        Table<Names>(On(Names::ResetLevels) >> Do<&CPgLevels::ResetLevels>);
+    return rows;
+}
+
+/** The channel brings what depends on its screen up to date. */
+void CPgLevels::ResetLevels()
+{
+    for (const auto& levels : Groups())
     {
-        for (const auto& levels : Groups())
-        {
-            NRules::WriteUserDefaults(*levels);
-        }
-        channel->UpdateGroup();
+        NRules::WriteUserDefaults(*levels);
     }
-    return CPgLevelsBase::OnFunction(function);
+    NRules::UpdateSubtree(*m_pRelativeHysteresisLevel);
 }
 
 void CPgLevels::FollowScreen(const NRules::t_Screen& screen)
@@ -52,5 +58,4 @@ void CPgLevels::FollowScreen(const NRules::t_Screen& screen)
     FollowAll(*m_pWindowTriggerLevelRange, screen);
     FollowAll(*m_pLogicThresholdSettings, screen);
     FollowAll(*m_pHysteresisLevel, screen);
-    NRules::UpdateSubtree(*m_pRelativeHysteresisLevel);
 }

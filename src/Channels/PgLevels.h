@@ -8,7 +8,10 @@
 class CPgLevels : public CPgLevelsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     void FollowScreen(const NRules::t_Screen& screen);
+
+private:
+    void ResetLevels();
 };

@@ -7,9 +7,14 @@
 #include "Channels/PgaChannelDeskew.h"
 #include "Channels/PgaLogicChannel.h"
 #include "Channels/PgaLogicThresholdSettings.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
+#include "Names/Logic.h"
+#include "Names/LogicThresholdSettings.h"
 #include "Rules/ChannelRules.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -17,33 +22,24 @@ namespace
 constexpr NRules::t_Screen kProbeRange{-2.0, 8.0, 0.5, eKW_UNIT_LEVEL_V};
 } // namespace
 
-KW_ACCEPTANCE CPgLogic::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgLogic::Rules() const
 {
-    if (property == m_pCoupleThresholds)
-    {
-        OnThreshold(*m_pLogicThresholdSettings->ItemDirect(m_pSelectedThresholdRange->GetAsInt()));
-    }
-    return CPgLogicBase::OnPropertySet(property);
+    using L = CPgLogic;
+    constexpr auto half = Names::LogicThresholdSettings / each;
+    static constexpr auto rows =
+        Table<Names>(On(Names::CoupleThresholds) >> Do<&L::CoupleToSelected>,
+                     On(half / LogicThresholdSettings::ThresholdType,
+                        half / LogicThresholdSettings::UserThreshold,
+                        half / LogicThresholdSettings::Hysteresis) >>
+                         Do<&L::CoupleToWritten>,
+                     On(Names::EnableAllChannels) >> Do<&L::EnableAllChannels>,
+                     On(Names::DisableAllChannels) >> Do<&L::DisableAllChannels>,
+                     On(Names::ResetOrder) >> Do<&L::ResetOrder>,
+                     On(Names::ResetDeskew) >> Do<&L::ResetDeskew>, Derive<&L::LimitThresholds>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgLogic::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pEnableAllChannels || function == m_pDisableAllChannels)
-    {
-        EnableChannels(function == m_pEnableAllChannels ? eKW_ONOFF_ON : eKW_ONOFF_OFF);
-    }
-    if (function == m_pResetOrder)
-    {
-        ResetOrder();
-    }
-    if (function == m_pResetDeskew)
-    {
-        ResetDeskew();
-    }
-    return CPgLogicBase::OnFunction(function);
-}
-
-void CPgLogic::UpdateGroup()
+void CPgLogic::LimitThresholds()
 {
     for (INT32 i = 0; i < m_pLogicThresholdSettings->GetCount(); ++i)
     {
@@ -51,16 +47,36 @@ void CPgLogic::UpdateGroup()
     }
 }
 
-void CPgLogic::OnThreshold(const CPgLogicThresholdSettings& half)
+void CPgLogic::CoupleToSelected()
+{
+    CoupleTo(m_pSelectedThresholdRange->GetAsInt());
+}
+
+void CPgLogic::CoupleToWritten(const CDbPropBase* written)
+{
+    CoupleTo(NRules::IndexInArray(*written->GetParent()));
+}
+
+void CPgLogic::CoupleTo(INT32 half)
 {
     for (INT32 i = 0; i < m_pLogicThresholdSettings->GetCount(); ++i)
     {
-        CPgLogicThresholdSettings* const other = m_pLogicThresholdSettings->ItemDirect(i);
-        if (m_pCoupleThresholds->Get() == eKW_ONOFF_ON && other != &half)
+        if (m_pCoupleThresholds->Get() == eKW_ONOFF_ON && i != half)
         {
-            other->CopyFrom(half);
+            m_pLogicThresholdSettings->ItemDirect(i)->CopyFrom(
+                *m_pLogicThresholdSettings->ItemDirect(half));
         }
     }
+}
+
+void CPgLogic::EnableAllChannels()
+{
+    EnableChannels(eKW_ONOFF_ON);
+}
+
+void CPgLogic::DisableAllChannels()
+{
+    EnableChannels(eKW_ONOFF_OFF);
 }
 
 void CPgLogic::EnableChannels(KW_ONOFF state)

@@ -3,7 +3,6 @@
 
 #include "Channels/PgLogicBase.h"
 
-class CPgLogicThresholdSettings;
 enum KW_ONOFF : INT32;
 
 /** The digital channels. Coupled halves of the probe have the same threshold and hysteresis: those
@@ -11,14 +10,16 @@ enum KW_ONOFF : INT32;
 class CPgLogic : public CPgLogicBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-
-    /** A half of the probe got other settings. */
-    void OnThreshold(const CPgLogicThresholdSettings& half);
+    t_Couplings Rules() const override;
 
 private:
+    void LimitThresholds();
+    void CoupleToSelected();
+    void CoupleToWritten(const CDbPropBase* written);
+    /** Gives the settings of one half of the probe to the other while they are coupled. */
+    void CoupleTo(INT32 half);
+    void EnableAllChannels();
+    void DisableAllChannels();
     void EnableChannels(KW_ONOFF state);
     void ResetOrder();
     void ResetDeskew();

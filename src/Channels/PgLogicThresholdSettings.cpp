@@ -1,25 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "Channels/PgLogicThresholdSettings.h"
 
-#include "Channels/PgLogic.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
+#include "Names/LogicThresholdSettings.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgLogicThresholdSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgLogicThresholdSettings::Rules() const
 {
-    if (property == m_pUserThreshold)
-    {
-        KW_CHECKED(m_pThresholdType->DbSet(eKW_LOGIC_THRESHOLD_TYPE_USER));
-    }
-    UpdateGroup();
-    if (auto* const logic = NRules::Above<CPgLogic>(*this))
-    {
-        logic->OnThreshold(*this);
-    }
-    return CPgLogicThresholdSettingsBase::OnPropertySet(property);
+    using T = CPgLogicThresholdSettings;
+    static constexpr auto rows =
+        Table<Names>(On(Names::UserThreshold) >> Do<&T::SelectUser>,
+                     On(Names::UserThreshold, Names::ThresholdType) >> Derive<&T::UpdateThreshold>);
+    return rows;
 }
 
-void CPgLogicThresholdSettings::UpdateGroup()
+void CPgLogicThresholdSettings::SelectUser()
+{
+    KW_CHECKED(m_pThresholdType->DbSet(eKW_LOGIC_THRESHOLD_TYPE_USER));
+}
+
+void CPgLogicThresholdSettings::UpdateThreshold()
 {
     const auto family = m_pThresholdType->GetNameInfo().GetNumber(m_pThresholdType->GetAsInt());
     KW_CHECKED(m_pThreshold->DbSet(KWMath::Bound(m_pUserThreshold->GetMin(),
@@ -31,7 +34,7 @@ void CPgLogicThresholdSettings::FollowScreen(const NRules::t_Screen& screen)
 {
     NRules::PutOnScreen(*m_pUserThreshold, screen);
     NRules::PutOnScreen(*m_pThreshold, screen);
-    UpdateGroup();
+    UpdateThreshold();
 }
 
 void CPgLogicThresholdSettings::CopyFrom(const CPgLogicThresholdSettings& other)
@@ -39,5 +42,5 @@ void CPgLogicThresholdSettings::CopyFrom(const CPgLogicThresholdSettings& other)
     KW_CHECKED(m_pUserThreshold->DbSet(other.m_pUserThreshold->Get()));
     KW_CHECKED(m_pThresholdType->DbSet(other.m_pThresholdType->Get()));
     KW_CHECKED(m_pHysteresis->DbSet(other.m_pHysteresis->Get()));
-    UpdateGroup();
+    UpdateThreshold();
 }

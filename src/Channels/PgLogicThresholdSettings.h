@@ -9,10 +9,13 @@
 class CPgLogicThresholdSettings : public CPgLogicThresholdSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
     void FollowScreen(const NRules::t_Screen& screen);
     /** Takes over the settings of the other half of a probe. */
     void CopyFrom(const CPgLogicThresholdSettings& other);
+
+private:
+    void SelectUser();
+    void UpdateThreshold();
 };

@@ -2,52 +2,50 @@
 #include "Channels/PgReferenceCurve.h"
 
 #include "Channels/PgReferenceCurveAttributes.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
-#include "Root/PgZEL.h"
+#include "Names/ReferenceCurve.h"
+#include "Names/ReferenceCurveAttributes.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/UnitRules.h"
 
-KW_ACCEPTANCE CPgReferenceCurve::OnPropertySet(const CDbPropBase* property)
+#include <algorithm>
+
+using namespace NNames;
+
+t_Couplings CPgReferenceCurve::Rules() const
 {
-    UpdateGroup();
-    return CPgReferenceCurveBase::OnPropertySet(property);
+    using R = CPgReferenceCurve;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&R::OfferSources, &R::UpdateUnits>,
+        On(Names::SetToOriginal) >> Do<&R::SetToOriginal>, On(Names::Clear) >> Do<&R::Clear>,
+        Fresh<&R::InvalidateAttributes>, NRules::kSwitched >> Derive<&R::OfferSources>,
+        Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
+            Derive<&R::UpdateUnits>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgReferenceCurve::OnFunction(const CDbFunction* function)
+/** A fresh tree has no curve. */
+void CPgReferenceCurve::InvalidateAttributes()
 {
-    if (function == m_pSetToOriginal)
-    {
-        return SetToOriginal();
-    }
-    return function == m_pClear ? Clear() : CPgReferenceCurveBase::OnFunction(function);
+    NRules::InvalidateResults(*m_pReferenceCurveAttributes);
 }
 
-void CPgReferenceCurve::UpdateGroup()
+void CPgReferenceCurve::OfferSources()
 {
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_ANALOG | NRules::eSOURCES_MATHEMATICS |
                                          NRules::eSOURCES_FFT);
+}
+
+void CPgReferenceCurve::UpdateUnits()
+{
     const KW_UNIT unit = m_pReferenceCurveAttributes->GetPrUnit()->Get();
     KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
     KW_CHECKED(m_pTimePosition->SetStep(NRules::StepOf(m_pTimeScale->Get())));
     KW_CHECKED(
         m_pReferenceCurveAttributes->GetPrOriginalScale()->SetUnit(NRules::UnitPerDivision(unit)));
-}
-
-void CPgReferenceCurve::OnTreeCreated()
-{
-    CPgReferenceCurveBase::OnTreeCreated();
-    NRules::InvalidateResults(*m_pReferenceCurveAttributes);
-    const auto update = [this] { UpdateGroup(); };
-    const QString name = QStringLiteral("ReferenceCurve/Source");
-    NRules::AddSourceDependency(*this, update, name);
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(*this, {m_pReferenceCurveAttributes->GetPrUnit()}, update,
-                                    name);
-    }
 }
 
 KW_ACCEPTANCE CPgReferenceCurve::SetToOriginal()
@@ -68,6 +66,6 @@ KW_ACCEPTANCE CPgReferenceCurve::Clear()
     CPgReferenceCurveAttributes& taken = *m_pReferenceCurveAttributes;
     KW_CHECKED(taken.GetPrRecordLength()->DbSet(0));
     KW_CHECKED(taken.GetPrSource()->DbSet(eKW_ZEL_CHANNEL_NONE));
-    NRules::InvalidateResults(taken);
+    InvalidateAttributes();
     return KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_OFF));
 }

@@ -7,12 +7,12 @@
 class CPgReferenceCurve : public CPgReferenceCurveBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void InvalidateAttributes();
+    void OfferSources();
+    void UpdateUnits();
     KW_ACCEPTANCE SetToOriginal();
     KW_ACCEPTANCE Clear();
 };

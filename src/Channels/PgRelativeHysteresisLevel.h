@@ -13,11 +13,11 @@ class CPgRelativeHysteresisLevel : public CPgRelativeHysteresisLevelBase
 public:
     using CPgRelativeHysteresisLevelBase::CPgRelativeHysteresisLevelBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void SelectUser();
+    void UpdateHysteresis();
     KW_ZEL_CHANNEL Trace() const;
     double Automatic() const;
 };

@@ -11,14 +11,16 @@
 #include "Channels/PgaAnalogSignalStreamPart.h"
 #include "Channels/PgaChannel.h"
 #include "Channels/VerticalHardware.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "IKWFunctionZELHelpers/ZELDatabaseHelperHorizontal.h"
-#include "Instrument/PgSimulation.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsOnOff.h"
-#include "Root/PgZEL.h"
+#include "Names/Channel.h"
+#include "Names/Horizontal.h"
+#include "Names/Vertical.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
-#include "Timebase/PgHorizontal.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -37,26 +39,28 @@ INT32 ConvertersPerChannel(KW_ZEL_MODE mode)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgVertical::OnFunction(const CDbFunction* function)
+t_Couplings CPgVertical::Rules() const
 {
-    if (function == m_pResetDeskew)
-    {
-        for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
-        {
-            KW_CHECKED(m_pChannel->ItemDirect(i)->GetPrDeskew()->DbSet(0.0));
-        }
-    }
-    return CPgVerticalBase::OnFunction(function);
+    using V = CPgVertical;
+    static constexpr auto rows = Table<Names>(On(Names::ResetDeskew) >> Do<&V::ResetDeskew>,
+                                              Changed(ZEL::Horizontal / Horizontal::ZELMode,
+                                                      ZEL::Horizontal / Horizontal::SampleRate,
+                                                      Names::Channel / each / Channel::Enabled) >>
+                                                  Derive<&V::UpdateStreams>);
+    return rows;
 }
 
-void CPgVertical::UpdateGroup()
+void CPgVertical::ResetDeskew()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
+    for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
     {
-        return;
+        KW_CHECKED(m_pChannel->ItemDirect(i)->GetPrDeskew()->DbSet(0.0));
     }
-    const INT32 parts = ConvertersPerChannel(root->GetPgHorizontal()->GetPrZELMode()->Get());
+}
+
+void CPgVertical::UpdateStreams()
+{
+    const INT32 parts = ConvertersPerChannel(At(ZEL::Horizontal / Horizontal::ZELMode)->Get());
     UINT32 active = 0;
     for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
     {
@@ -74,27 +78,7 @@ void CPgVertical::UpdateGroup()
     KW_CHECKED(streams.GetPrPartsPerStream()->DbSet(static_cast<UINT32>(parts)));
     KW_CHECKED(streams.GetPrSamplesPerClockCycle()->DbSet(samples));
     KW_CHECKED(streams.GetPrClockFrequency()->DbSet(
-        root->GetPgHorizontal()->GetPrSampleRate()->Get() / samples));
-}
-
-void CPgVertical::OnTreeCreated()
-{
-    CPgVerticalBase::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const auto enabled = [this](INT32 i) { return m_pChannel->ItemDirect(i)->GetPrEnabled(); };
-    root->GetDependencies().Add(
-        *this,
-        {root->GetPgHorizontal()->GetPrZELMode(), root->GetPgHorizontal()->GetPrSampleRate(),
-         enabled(0), enabled(1), enabled(2), enabled(3)},
-        [this] { UpdateGroup(); }, QStringLiteral("Vertical/AnalogSignalStreams"));
-    root->GetDependencies().Add(
-        *this, {root->GetPgSimulation()->GetPrEnabled()},
-        [this] { NRules::UpdateSubtree(*m_pChannel); },
-        QStringLiteral("Vertical/ChannelType/DataGeneration"));
+        At(ZEL::Horizontal / Horizontal::SampleRate)->Get() / samples));
 }
 
 INT32 CPgVertical::ChannelOfGroup(INT32 first, INT32 size) const
@@ -114,7 +98,7 @@ void CPgVertical::UpdateStream(INT32 index, INT32 channel, INT32 parts)
     const CPgAnalogSignalStream& stream =
         *m_pAnalogSignalStreams->GetPgAnalogSignalStream()->ItemDirect(index);
     const bool isActive = channel >= 0;
-    const double rate = CPgZEL::Of(*this)->GetPgHorizontal()->GetPrSampleRate()->Get();
+    const double rate = At(ZEL::Horizontal / Horizontal::SampleRate)->Get();
     KW_CHECKED(stream.GetPrActive()->DbSet(isActive ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
     KW_CHECKED(stream.GetPrChannel()->DbSetAsInt(isActive ? channel : index));
     KW_CHECKED(stream.GetPrSampleRate()->DbSet(isActive ? rate : 0.0));

@@ -13,11 +13,11 @@ class CPgAnalogSignalStream;
 class CPgVertical : public CPgVerticalBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void ResetDeskew();
+    void UpdateStreams();
     /** The channel of a group of converters, −1 when none of its channels is on. */
     INT32 ChannelOfGroup(INT32 first, INT32 size) const;
     void UpdateStream(INT32 index, INT32 channel, INT32 parts);
