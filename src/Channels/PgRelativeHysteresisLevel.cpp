@@ -23,9 +23,9 @@ using namespace NNames;
 
 namespace
 {
-constexpr auto kTable =
+constexpr auto kBandwidthTable =
     ZEL::Setup / Setup::HwConfig / HwConfig::RelativeHysteresisSettingsForBandwidth;
-constexpr auto kMeasurements =
+constexpr auto kCursorMeasurements =
     ZEL::Cursor / Cursor::CursorMeasurements / CursorMeasurements::CursorMeasurement;
 } // namespace
 
@@ -34,9 +34,9 @@ t_Couplings CPgRelativeHysteresisLevel::Rules() const
     using L = CPgRelativeHysteresisLevel;
     static constexpr auto rows = Table<Names>(
         On(Names::UserHysteresis) >> Do<&L::SelectUser>, OnAny() >> Derive<&L::UpdateHysteresis>,
-        Changed(kTable / each / RelativeHysteresisSettingsForBandwidth::Hysteresis,
+        Changed(kBandwidthTable / each / RelativeHysteresisSettingsForBandwidth::Hysteresis,
                 ZEL::Vertical / Vertical::Channel / each / Channel::BandwidthLimit,
-                kMeasurements / each / CursorMeasurement::Source) >>
+                kCursorMeasurements / each / CursorMeasurement::Source) >>
             Derive<&L::UpdateHysteresis>);
     return rows;
 }
@@ -57,7 +57,7 @@ KW_ZEL_CHANNEL CPgRelativeHysteresisLevel::Trace() const
     if (GetParent() == At(ZEL::Cursor / Cursor::RelativeHysteresisLevel))
     {
         const INT32 place = NRules::IndexInArray(*this);
-        return At(kMeasurements / place / CursorMeasurement::Source)->Get();
+        return At(kCursorMeasurements / place / CursorMeasurement::Source)->Get();
     }
     for (INT32 channel = eKW_ZEL_CHANNEL_C1; channel <= eKW_ZEL_CHANNEL_C4; ++channel)
     {
@@ -79,6 +79,6 @@ double CPgRelativeHysteresisLevel::Automatic() const
             ? At(ZEL::Vertical / Vertical::Channel / trace / Channel::BandwidthLimit)->Get()
             : eKW_VERTICAL_BANDWIDTH_LIMIT_FULL;
     const CDbPropNumDouble* const known =
-        At(kTable / limit / RelativeHysteresisSettingsForBandwidth::Hysteresis);
+        At(kBandwidthTable / limit / RelativeHysteresisSettingsForBandwidth::Hysteresis);
     return known != nullptr ? known->Get() : m_pHysteresis->GetDefault();
 }
