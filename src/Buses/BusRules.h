@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/Properties/DbPropText.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Rules/NumberRules.h"
+#include "Rules/PatternRules.h"
 
 #include <optional>
 #include <vector>
 
-enum KW_RELATION : INT32;
+enum KW_UART_DATA_LENGTH : INT32;
 enum KW_ZEL_CHANNEL : INT32;
 
 /** What the rules of the serial buses share. Everything here runs under the tree's lock. */
@@ -86,135 +87,57 @@ struct t_BusLine
  */
 void AssignLines(const std::vector<t_BusLine>& lines, const CDbPropBase* written = nullptr);
 
-// Patterns ---------------------------------------------------------------------------------------
+// Protocols --------------------------------------------------------------------------------------
 
-/** Bits that a pattern can have: multiples of `unit` from `min` to `max`. */
-struct t_PatternSize
-{
-    INT32 unit;
-    INT32 min;
-    INT32 max;
-};
+/** The group of the serial bus that belongs to a protocol: it is named after it. */
+CDbPropertyGroup* OfProtocol(const CDbPropertyGroup& bus, const QString& protocol,
+                             const char* what);
 
-constexpr INT32 kPatternBits = 64;
+/** Data bits of a word of a UART. */
+INT32 WordLength(const CDbPropEnum<KW_UART_DATA_LENGTH>& length);
 
-constexpr t_PatternSize ExactPattern(INT32 bits)
-{
-    return {bits, bits, bits};
-}
-
-/** Groups of at least one `unit`, as many as a pattern holds or `bits` allow. */
-constexpr t_PatternSize PatternOfUnits(INT32 unit, INT32 bits = kPatternBits)
-{
-    return {unit, unit, bits / unit * unit};
-}
-
-/** The pattern with as many bits as the size wants: the lowest stay, missing ones are `fill`. */
-QString FitPattern(const QString& pattern, const t_PatternSize& size, QChar fill);
-
-/** Fits a pattern in its property. */
-void FitPattern(CDbPropBitPattern& pattern, const t_PatternSize& size, QChar fill);
-
-/** A group whose children are conditions on patterns: says how long they are now. */
-class IPatternSizes
-{
-public:
-    virtual ~IPatternSizes() = default;
-    virtual t_PatternSize DataSize() const = 0;
-    virtual t_PatternSize IdentifierSize() const { return PatternOfUnits(1); }
-    /** Whether the condition on the identifier has a use. */
-    virtual bool HasIdentifier() const { return true; }
-};
-
-/** The one above a condition; null outside of a trigger. */
-const IPatternSizes* PatternSizesAbove(const CDbPropertyGroup& relation);
-
-/** What can be cleared: every bit X. */
-class IClearablePattern
-{
-public:
-    virtual ~IClearablePattern() = default;
-    virtual void ClearPattern() = 0;
-};
-
-/** The settings of one condition. */
-struct t_PatternRelation
-{
-    CDbPropEnum<KW_RELATION>& relation;
-    CDbPropBitPattern& lower;
-    CDbPropBitPattern& upper;
-};
-
-/** Brings both patterns to the same legal length. Relations that compare numbers know no X: it
-    counts as 0 in the lower and 1 in the upper pattern; limits of a range are in order, and the
-    one that was not `written` gives way. What is not `inUse` is not available, the upper pattern
-    outside of ranges neither. */
-void FitRelation(const t_PatternRelation& condition, const t_PatternSize& size,
-                 const CDbPropBase* written, bool inUse = true);
-/** Every bit X; a relation that knows no X becomes "equal". */
-void ClearRelation(const t_PatternRelation& condition);
+// Triggers ---------------------------------------------------------------------------------------
 
 /** Base of the bus trigger settings: their conditions follow them, and can be cleared. */
 template <typename TBase>
 class CBusTrigger : public TBase, public IPatternSizes
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override
+    t_Couplings Rules() const override
     {
-        this->UpdateGroup();
-        UpdatePatterns();
-        return TBase::OnPropertySet(property);
-    }
-
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override
-    {
-        if (function == this->m_pClearPatterns)
-        {
-            this->VisitChildrenFirst(
-                [](CDbPropertyGroup& below)
-                {
-                    if (auto* const pattern = dynamic_cast<IClearablePattern*>(&below))
-                    {
-                        pattern->ClearPattern();
-                    }
-                });
-        }
-        return TBase::OnFunction(function);
+        static constexpr auto rows = NNames::Table<typename TBase::Names>(PatternRows());
+        return rows;
     }
 
 protected:
-    void UpdatePatterns()
+    /** For the table of a class that has more. */
+    static constexpr auto PatternRows()
+    {
+        using N = typename TBase::Names;
+        return NNames::Rows(NNames::OnAny() >> NNames::Do<&CBusTrigger::FitConditions>,
+                            NNames::On(N::ClearPatterns) >>
+                                NNames::Do<&CBusTrigger::ClearConditions>);
+    }
+
+    void FitConditions()
     {
         for (const auto& conditions : this->Groups())
         {
             UpdateSubtree(*conditions);
         }
     }
-};
 
-// Results ----------------------------------------------------------------------------------------
-
-/** Removes the decoded frames of a protocol and sets its counts invalid. */
-void ClearBusResults(CDbPropertyGroup& results);
-
-/** Tells the table of the bus that frames came or went. */
-void OnFramesChanged(const CDbPropertyGroup& results);
-
-/** Base of the results of one protocol. */
-template <typename TBase>
-class CBusResults : public TBase
-{
-public:
-    void OnItemInserted(CDbContainerBase* container, const QString& item) override
+private:
+    void ClearConditions()
     {
-        TBase::OnItemInserted(container, item);
-        OnFramesChanged(*this);
-    }
-
-    void OnItemRemoved(CDbContainerBase* container, const QString& item) override
-    {
-        TBase::OnItemRemoved(container, item);
-        OnFramesChanged(*this);
+        this->VisitChildrenFirst(
+            [](CDbPropertyGroup& below)
+            {
+                if (auto* const pattern = dynamic_cast<IClearablePattern*>(&below))
+                {
+                    pattern->ClearPattern();
+                }
+            });
     }
 };
 } // namespace NRules

@@ -9,13 +9,11 @@ class CPgBusChannelSettings : public CPgBusChannelSettingsBase
 public:
     using CPgBusChannelSettingsBase::CPgBusChannelSettingsBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
-    /** Of all lines beside this one, itself included. */
-    void AssignAll(const CDbPropBase* written);
+    /** The lines of the same bus, this one included. */
+    std::vector<CPgBusChannelSettings*> Lines() const;
+    void AssignLines(const CDbPropBase* written);
     void UpdateThreshold();
-    void UpdateThresholds();
 };

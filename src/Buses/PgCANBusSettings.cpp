@@ -2,32 +2,37 @@
 #include "Buses/PgCANBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/CANBusSettings.h"
 
-KW_ACCEPTANCE CPgCANBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgCANBusSettings::Rules() const
 {
-    return std::max(Follow(property), CPgCANBusSettingsBase::OnPropertySet(property));
+    using C = CPgCANBusSettings;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&C::FollowBitRate, &C::FollowDataBitRate, &C::UpdateAvailabilities>,
+        Twins(Names::StandardBitRate, Names::BitRate),
+        Twins(Names::StandardDataBitRate, Names::DataBitRate));
+    return rows;
 }
 
-void CPgCANBusSettings::UpdateGroup()
+KW_ACCEPTANCE CPgCANBusSettings::FollowBitRate(const CDbPropBase* written)
 {
-    Follow(nullptr);
+    return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
 
-KW_ACCEPTANCE CPgCANBusSettings::Follow(const CDbPropBase* written)
+KW_ACCEPTANCE CPgCANBusSettings::FollowDataBitRate(const CDbPropBase* written)
 {
-    const KW_ACCEPTANCE rate = NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
     NRules::SetLimits(*m_pDataBitRate, m_pBitRate->Get(), m_pDataBitRate->GetDeclaredMax());
     NRules::OfferStandards(*m_pStandardDataBitRate, *m_pDataBitRate);
-    const KW_ACCEPTANCE dataRate =
-        NRules::FollowStandard(*m_pStandardDataBitRate, *m_pDataBitRate, written);
+    return NRules::FollowStandard(*m_pStandardDataBitRate, *m_pDataBitRate, written);
+}
+
+void CPgCANBusSettings::UpdateAvailabilities()
+{
     NRules::SetAvailable(
         {m_pProtocolStandard, m_pStandardDataBitRate, m_pDataBitRate, m_pDataSamplePoint},
         m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD);
-    return std::max(rate, dataRate);
-}
-
-std::vector<CDbPropertyGroup::t_Twins> CPgCANBusSettings::GetTwins() const
-{
-    return {{m_pStandardBitRate, m_pBitRate}, {m_pStandardDataBitRate, m_pDataBitRate}};
 }

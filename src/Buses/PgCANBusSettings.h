@@ -8,10 +8,10 @@
 class CPgCANBusSettings : public CPgCANBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
+    t_Couplings Rules() const override;
 
 private:
-    KW_ACCEPTANCE Follow(const CDbPropBase* written);
+    KW_ACCEPTANCE FollowBitRate(const CDbPropBase* written);
+    KW_ACCEPTANCE FollowDataBitRate(const CDbPropBase* written);
+    void UpdateAvailabilities();
 };

@@ -1,18 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgCANBusTriggerSettings.h"
 
-#include "Buses/PgCANBusSettings.h"
-#include "Buses/PgSerialBus.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
-#include "Root/PgZEL.h"
+#include "Names/CANBusSettings.h"
+#include "Names/CANBusTriggerSettings.h"
+#include "Names/SerialBus.h"
+#include "Names/ZEL.h"
 
-void CPgCANBusTriggerSettings::UpdateGroup()
+using namespace NNames;
+
+t_Couplings CPgCANBusTriggerSettings::Rules() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    NRules::SetAvailable(
-        {m_pFDFBit, m_pBRSBit, m_pESIBit},
-        root != nullptr && root->GetPgSerialBus()->GetPgCANBusSettings()->GetPrStandard()->Get() ==
-                               eKW_CAN_STANDARD_CAN_FD);
+    using T = CPgCANBusTriggerSettings;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&T::UpdateAvailabilities, &T::OfferFrameTypes>, PatternRows(),
+        Changed(ZEL::SerialBus / SerialBus::CANBusSettings / CANBusSettings::Standard) >>
+            Derive<&T::UpdateAvailabilities>);
+    return rows;
+}
+
+void CPgCANBusTriggerSettings::UpdateAvailabilities()
+{
+    const KW_CAN_STANDARD standard =
+        At(ZEL::SerialBus / SerialBus::CANBusSettings / CANBusSettings::Standard)->Get();
+    NRules::SetAvailable({m_pFDFBit, m_pBRSBit, m_pESIBit}, standard == eKW_CAN_STANDARD_CAN_FD);
+}
+
+void CPgCANBusTriggerSettings::OfferFrameTypes()
+{
     const KW_CAN_TRIGGER_TYPE type = m_pType->Get();
     const bool looksAtIdentifier =
         type == eKW_CAN_TRIGGER_TYPE_IDENTIFIER || type == eKW_CAN_TRIGGER_TYPE_IDENTIFIER_AND_DATA;
@@ -23,17 +39,6 @@ void CPgCANBusTriggerSettings::UpdateGroup()
     if (!m_pFrameType->IsValueEnabled(m_pFrameType->Get()))
     {
         KW_CHECKED(m_pFrameType->DbSet(eKW_CAN_FRAME_TYPE_DATA));
-    }
-}
-
-void CPgCANBusTriggerSettings::OnTreeCreated()
-{
-    CBusTrigger::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgSerialBus()->GetPgCANBusSettings()->GetPrStandard()},
-            [this] { UpdateGroup(); }, QStringLiteral("CANBusTriggerSettings/FDFBit"));
     }
 }
 

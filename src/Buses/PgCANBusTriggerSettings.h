@@ -9,9 +9,12 @@
 class CPgCANBusTriggerSettings : public NRules::CBusTrigger<CPgCANBusTriggerSettingsBase>
 {
 public:
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
     NRules::t_PatternSize DataSize() const override { return NRules::PatternOfUnits(8); }
     NRules::t_PatternSize IdentifierSize() const override;
     bool HasIdentifier() const override;
+
+private:
+    void UpdateAvailabilities();
+    void OfferFrameTypes();
 };

@@ -2,39 +2,30 @@
 #include "Buses/PgI2CBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
+#include "Names/I2CBusSettings.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgI2CBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgI2CBusSettings::Rules() const
 {
-    Assign(property);
-    return CPgI2CBusSettingsBase::OnPropertySet(property);
+    using I = CPgI2CBusSettings;
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&I::AssignLines>, On(Names::SwapLines) >> Do<&I::SwapLines>,
+                     NRules::kSwitched >> Derive<&I::AssignLines>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgI2CBusSettings::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pSwapLines)
-    {
-        const KW_ZEL_CHANNEL clock = m_pClockSource->Get();
-        KW_CHECKED(m_pClockSource->DbSet(m_pDataSource->Get()));
-        KW_CHECKED(m_pDataSource->DbSet(clock));
-    }
-    return CPgI2CBusSettingsBase::OnFunction(function);
-}
-
-void CPgI2CBusSettings::UpdateGroup()
-{
-    Assign(nullptr);
-}
-
-void CPgI2CBusSettings::OnTreeCreated()
-{
-    CPgI2CBusSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("I2CBusSettings/Sources"));
-}
-
-void CPgI2CBusSettings::Assign(const CDbPropBase* written)
+void CPgI2CBusSettings::AssignLines(const CDbPropBase* written)
 {
     NRules::AssignLines({{m_pClockSource, true}, {m_pDataSource, true}}, written);
+}
+
+void CPgI2CBusSettings::SwapLines()
+{
+    const KW_ZEL_CHANNEL clock = m_pClockSource->Get();
+    KW_CHECKED(m_pClockSource->DbSet(m_pDataSource->Get()));
+    KW_CHECKED(m_pDataSource->DbSet(clock));
 }

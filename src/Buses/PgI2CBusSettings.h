@@ -7,11 +7,9 @@
 class CPgI2CBusSettings : public CPgI2CBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
-    void Assign(const CDbPropBase* written);
+    void AssignLines(const CDbPropBase* written);
+    void SwapLines();
 };

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusRules.h"
+#include "Buses/BusResultRules.h"
 #include "Buses/PgLINBusResultsBase.h"
 
 /** Decoded frames; the table of the bus follows their coming and going. */
-class CPgLINBusResults : public NRules::CBusResults<CPgLINBusResultsBase>
+class CPgLINBusResults
+    : public NRules::CBusResults<CPgLINBusResultsBase, NNames::LINBusResults::LINBusFrame>
 {
 };

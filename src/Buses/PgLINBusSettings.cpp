@@ -2,19 +2,19 @@
 #include "Buses/PgLINBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/LINBusSettings.h"
 
-KW_ACCEPTANCE CPgLINBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgLINBusSettings::Rules() const
 {
-    return std::max(NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, property),
-                    CPgLINBusSettingsBase::OnPropertySet(property));
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&CPgLINBusSettings::FollowBitRate>,
+                                              Twins(Names::StandardBitRate, Names::BitRate));
+    return rows;
 }
 
-void CPgLINBusSettings::UpdateGroup()
+KW_ACCEPTANCE CPgLINBusSettings::FollowBitRate(const CDbPropBase* written)
 {
-    NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate);
-}
-
-std::vector<CDbPropertyGroup::t_Twins> CPgLINBusSettings::GetTwins() const
-{
-    return {{m_pStandardBitRate, m_pBitRate}};
+    return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }

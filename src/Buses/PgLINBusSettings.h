@@ -7,7 +7,8 @@
 class CPgLINBusSettings : public CPgLINBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
+    t_Couplings Rules() const override;
+
+private:
+    KW_ACCEPTANCE FollowBitRate(const CDbPropBase* written);
 };

@@ -3,32 +3,29 @@
 
 #include "Buses/PgmSerialBusLabelItem.h"
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/LabelListSettings.h"
 
-KW_ACCEPTANCE CPgLabelListSettings::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgLabelListSettings::Rules() const
 {
-    if (function == m_pClear)
+    using L = CPgLabelListSettings;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Clear) >> Do<&L::Clear>,
+                     Items(Names::SerialBusLabelItem) >> Derive<&L::CountLabels>);
+    return rows;
+}
+
+void CPgLabelListSettings::Clear()
+{
+    for (const QString& name : m_pSerialBusLabelItem->GetNames())
     {
-        for (const QString& name : m_pSerialBusLabelItem->GetNames())
-        {
-            KW_CHECKED(m_pSerialBusLabelItem->ProcessRemove(name));
-        }
+        KW_CHECKED(m_pSerialBusLabelItem->ProcessRemove(name));
     }
-    return CPgLabelListSettingsBase::OnFunction(function);
 }
 
-void CPgLabelListSettings::OnItemInserted(CDbContainerBase* container, const QString& item)
-{
-    CPgLabelListSettingsBase::OnItemInserted(container, item);
-    UpdateGroup();
-}
-
-void CPgLabelListSettings::OnItemRemoved(CDbContainerBase* container, const QString& item)
-{
-    CPgLabelListSettingsBase::OnItemRemoved(container, item);
-    UpdateGroup();
-}
-
-void CPgLabelListSettings::UpdateGroup()
+void CPgLabelListSettings::CountLabels()
 {
     KW_CHECKED(m_pNumberOfLabels->DbSet(static_cast<UINT32>(m_pSerialBusLabelItem->GetCount())));
 }

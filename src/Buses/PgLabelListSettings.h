@@ -7,8 +7,9 @@
 class CPgLabelListSettings : public CPgLabelListSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void OnItemInserted(CDbContainerBase* container, const QString& item) override;
-    void OnItemRemoved(CDbContainerBase* container, const QString& item) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void Clear();
+    void CountLabels();
 };

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusRules.h"
+#include "Buses/BusResultRules.h"
 #include "Buses/PgSENTBusResultsBase.h"
 
 /** Decoded frames; the table of the bus follows their coming and going. */
-class CPgSENTBusResults : public NRules::CBusResults<CPgSENTBusResultsBase>
+class CPgSENTBusResults
+    : public NRules::CBusResults<CPgSENTBusResultsBase, NNames::SENTBusResults::SENTBusFrame>
 {
 };

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSENTBusSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/SENTBusSettings.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSENTBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSENTBusSettings::Rules() const
 {
-    UpdateGroup();
-    return CPgSENTBusSettingsBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgSENTBusSettings::UpdateAvailabilities>);
+    return rows;
 }
 
-void CPgSENTBusSettings::UpdateGroup()
+void CPgSENTBusSettings::UpdateAvailabilities()
 {
     NRules::SetAvailable({m_pFrameLength},
                          m_pPausePulse->Get() == eKW_SENT_PAUSE_PULSE_CONSTANT_FRAME);

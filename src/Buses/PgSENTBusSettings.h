@@ -7,6 +7,8 @@
 class CPgSENTBusSettings : public CPgSENTBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateAvailabilities();
 };

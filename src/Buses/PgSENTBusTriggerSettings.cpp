@@ -1,21 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSENTBusTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/SENTBusTriggerSettings.h"
 
-KW_ACCEPTANCE CPgSENTBusTriggerSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSENTBusTriggerSettings::Rules() const
 {
-    NRules::FitPattern(*m_pStatus, NRules::ExactPattern(kNibble), QLatin1Char('X'));
-    return CBusTrigger::OnPropertySet(property);
+    using S = CPgSENTBusTriggerSettings;
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Do<&S::FitStatus>, On(Names::ClearPatterns) >> Do<&S::ClearStatus>,
+                     PatternRows());
+    return rows;
 }
 
-KW_ACCEPTANCE CPgSENTBusTriggerSettings::OnFunction(const CDbFunction* function)
+void CPgSENTBusTriggerSettings::FitStatus()
 {
-    if (function == m_pClearPatterns)
-    {
-        KW_CHECKED(m_pStatus->DbSet(QString(kNibble, QLatin1Char('X'))));
-    }
-    return CBusTrigger::OnFunction(function);
+    NRules::FitPattern(*m_pStatus, NRules::ExactPattern(kNibble), QLatin1Char('X'));
+}
+
+void CPgSENTBusTriggerSettings::ClearStatus()
+{
+    KW_CHECKED(m_pStatus->DbSet(QString(kNibble, QLatin1Char('X'))));
 }
 
 NRules::t_PatternSize CPgSENTBusTriggerSettings::DataSize() const

@@ -9,12 +9,14 @@
 class CPgSENTBusTriggerSettings : public NRules::CBusTrigger<CPgSENTBusTriggerSettingsBase>
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
     NRules::t_PatternSize DataSize() const override;
     NRules::t_PatternSize IdentifierSize() const override;
     bool HasIdentifier() const override;
 
 private:
     static constexpr INT32 kNibble = 4;
+
+    void FitStatus();
+    void ClearStatus();
 };

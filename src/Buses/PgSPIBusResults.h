@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusRules.h"
+#include "Buses/BusResultRules.h"
 #include "Buses/PgSPIBusResultsBase.h"
 
 /** Decoded frames; the table of the bus follows their coming and going. */
-class CPgSPIBusResults : public NRules::CBusResults<CPgSPIBusResultsBase>
+class CPgSPIBusResults
+    : public NRules::CBusResults<CPgSPIBusResultsBase, NNames::SPIBusResults::SPIBusFrame>
 {
 };

@@ -2,41 +2,41 @@
 #include "Buses/PgSPIBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/SPIBusSettings.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgSPIBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSPIBusSettings::Rules() const
 {
-    return std::max(Follow(property), CPgSPIBusSettingsBase::OnPropertySet(property));
+    using S = CPgSPIBusSettings;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&S::AssignLines, &S::UpdateAvailabilities, &S::FollowWordLength>,
+        NRules::kSwitched >> Derive<&S::AssignLines>,
+        Twins(Names::StandardWordLength, Names::WordLength));
+    return rows;
 }
 
-void CPgSPIBusSettings::UpdateGroup()
+void CPgSPIBusSettings::AssignLines(const CDbPropBase* written)
 {
-    Follow(nullptr);
-}
-
-void CPgSPIBusSettings::OnTreeCreated()
-{
-    CPgSPIBusSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("SPIBusSettings/Sources"));
-}
-
-KW_ACCEPTANCE CPgSPIBusSettings::Follow(const CDbPropBase* written)
-{
-    const bool isSelected = m_pFrameMode->Get() == eKW_FRAME_MODE_SELECT;
     NRules::AssignLines({{m_pClockSource, true},
                          {m_pMosiSource, m_pMosiEnabled->Get() == eKW_ONOFF_ON},
                          {m_pMisoSource, m_pMisoEnabled->Get() == eKW_ONOFF_ON},
-                         {m_pSelectSource, isSelected}},
+                         {m_pSelectSource, m_pFrameMode->Get() == eKW_FRAME_MODE_SELECT}},
                         written);
-    NRules::SetAvailable({m_pSelectPolarity}, isSelected);
-    NRules::SetAvailable({m_pIdleTime}, !isSelected);
-    return NRules::FollowStandard(*m_pStandardWordLength, *m_pWordLength, written);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgSPIBusSettings::GetTwins() const
+void CPgSPIBusSettings::UpdateAvailabilities()
 {
-    return {{m_pStandardWordLength, m_pWordLength}};
+    const bool isSelected = m_pFrameMode->Get() == eKW_FRAME_MODE_SELECT;
+    NRules::SetAvailable({m_pSelectPolarity}, isSelected);
+    NRules::SetAvailable({m_pIdleTime}, !isSelected);
+}
+
+KW_ACCEPTANCE CPgSPIBusSettings::FollowWordLength(const CDbPropBase* written)
+{
+    return NRules::FollowStandard(*m_pStandardWordLength, *m_pWordLength, written);
 }

@@ -8,11 +8,10 @@
 class CPgSPIBusSettings : public CPgSPIBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
-    KW_ACCEPTANCE Follow(const CDbPropBase* written);
+    void AssignLines(const CDbPropBase* written);
+    void UpdateAvailabilities();
+    KW_ACCEPTANCE FollowWordLength(const CDbPropBase* written);
 };

@@ -1,27 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSPIBusTriggerSettings.h"
 
-#include "Buses/PgSPIBusSettings.h"
-#include "Buses/PgSerialBus.h"
-#include "Root/PgZEL.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/SPIBusSettings.h"
+#include "Names/SPIBusTriggerSettings.h"
+#include "Names/SerialBus.h"
+#include "Names/ZEL.h"
 
-void CPgSPIBusTriggerSettings::OnTreeCreated()
+using namespace NNames;
+
+t_Couplings CPgSPIBusTriggerSettings::Rules() const
 {
-    CBusTrigger::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgSerialBus()->GetPgSPIBusSettings()->GetPrWordLength()},
-            [this] { UpdatePatterns(); }, QStringLiteral("SPIBusTriggerSettings/Pattern"));
-    }
+    static constexpr auto rows =
+        Table<Names>(PatternRows(), Changed(ZEL::SerialBus / SerialBus::SPIBusSettings /
+                                            SPIBusSettings::WordLength) >>
+                                        Settle<&CPgSPIBusTriggerSettings::FitConditions>);
+    return rows;
 }
 
 NRules::t_PatternSize CPgSPIBusTriggerSettings::DataSize() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    return NRules::PatternOfUnits(
-        root == nullptr
-            ? 1
-            : static_cast<INT32>(
-                  root->GetPgSerialBus()->GetPgSPIBusSettings()->GetPrWordLength()->Get()));
+    const UINT32 bits =
+        At(ZEL::SerialBus / SerialBus::SPIBusSettings / SPIBusSettings::WordLength)->Get();
+    return NRules::PatternOfUnits(static_cast<INT32>(bits));
 }

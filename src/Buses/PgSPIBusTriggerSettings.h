@@ -8,6 +8,6 @@
 class CPgSPIBusTriggerSettings : public NRules::CBusTrigger<CPgSPIBusTriggerSettingsBase>
 {
 public:
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
     NRules::t_PatternSize DataSize() const override;
 };

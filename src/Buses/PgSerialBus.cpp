@@ -3,64 +3,51 @@
 
 #include "Buses/BusRules.h"
 #include "Buses/PgBusResults.h"
-#include "Buses/PgTrackInTable.h"
-#include "Buses/PgUARTBusResults.h"
-#include "Buses/PgUARTBusSettings.h"
-#include "Buses/PgaUARTBusDataWord.h"
+#include "CommonDatabase/Containers/DbPgArray.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/BusResults.h"
+#include "Names/SerialBus.h"
 
-KW_ACCEPTANCE CPgSerialBus::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+namespace
 {
-    if (function == m_pResetSettings)
+/** Removes the decoded frames of a protocol and sets its counts invalid. */
+void ClearFrames(CDbPropertyGroup& results)
+{
+    for (const auto& group : results.Groups())
     {
-        CDbPropertyGroup* const settings = OfProtocol(m_pProtocol->GetAsInt(), "BusSettings");
-        NRules::WriteUserDefaults(*settings);
-        NRules::UpdateSubtree(*settings);
+        if (auto* const frames = dynamic_cast<CDbPgArrayBase*>(group.get()))
+        {
+            KW_CHECKED(frames->DbRemovePriv(0, frames->GetCount()));
+        }
     }
-    return CPgSerialBusBase::OnFunction(function);
+    NRules::InvalidateResults(results);
+}
+} // namespace
+
+t_Couplings CPgSerialBus::Rules() const
+{
+    using B = CPgSerialBus;
+    static constexpr auto rows =
+        Table<Names>(On(Names::ResetSettings) >> Do<&B::ResetSettings>,
+                     On(Names::BusResults / BusResults::Clear) >> Do<&B::ClearResults>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgSerialBus::OnPropertySet(const CDbPropBase* property)
+void CPgSerialBus::ResetSettings()
 {
-    if (property == m_pProtocol)
-    {
-        m_pTrackInTable->UpdateGroup();
-    }
-    return CPgSerialBusBase::OnPropertySet(property);
-}
-
-CDbPgArrayBase* CPgSerialBus::PresentFrames() const
-{
-    const bool isUart = m_pProtocol->Get() == eKW_ZEL_SERIALBUS_PROTOCOL_UART;
-    if (isUart && m_pUARTBusSettings->GetPrFrameMode()->Get() == eKW_FRAME_MODE_NONE)
-    {
-        return m_pUARTBusResults->GetPgUARTBusDataWord();
-    }
-    const CDbPropertyGroup* const results = OfProtocol(m_pProtocol->GetAsInt(), "BusResults");
-    const QString frames = m_pProtocol->GetText() + QLatin1String("BusFrame");
-    return dynamic_cast<CDbPgArrayBase*>(results->FindGroup(frames));
-}
-
-void CPgSerialBus::OnFramesChanged(const CDbPropertyGroup& results) const
-{
-    if (&results == OfProtocol(m_pProtocol->GetAsInt(), "BusResults"))
-    {
-        m_pTrackInTable->UpdateGroup();
-    }
+    CDbPropertyGroup& settings = *NRules::OfProtocol(*this, m_pProtocol->GetText(), "BusSettings");
+    NRules::WriteUserDefaults(settings);
+    NRules::UpdateSubtree(settings);
 }
 
 void CPgSerialBus::ClearResults()
 {
     for (INT32 protocol = 0; protocol < m_pProtocol->GetEnumSize(); ++protocol)
     {
-        NRules::ClearBusResults(*OfProtocol(protocol, "BusResults"));
+        ClearFrames(*NRules::OfProtocol(*this, m_pProtocol->GetSerialName(protocol), "BusResults"));
     }
     NRules::InvalidateResults(*m_pBusResults);
-    m_pTrackInTable->UpdateGroup();
-}
-
-/** Groups of a protocol are named after it. */
-CDbPropertyGroup* CPgSerialBus::OfProtocol(INT32 protocol, const char* what) const
-{
-    return FindGroup(QString(m_pProtocol->GetSerialName(protocol) + QLatin1String(what)));
 }

@@ -2,19 +2,26 @@
 #include "Buses/PgSerialBusLabelItem.h"
 
 #include "Buses/PgmSignalTranslation.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/SerialBusLabelItem.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgSerialBusLabelItem::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSerialBusLabelItem::Rules() const
 {
-    if (property == m_pPayloadLength)
-    {
-        NRules::UpdateSubtree(*m_pSignalTranslation);
-    }
-    UpdateGroup();
-    return CPgSerialBusLabelItemBase::OnPropertySet(property);
+    using L = CPgSerialBusLabelItem;
+    static constexpr auto rows = Table<Names>(On(Names::PayloadLength) >> Do<&L::FitSignals>,
+                                              OnAny() >> Derive<&L::LimitIdentifier>);
+    return rows;
 }
 
-void CPgSerialBusLabelItem::UpdateGroup()
+void CPgSerialBusLabelItem::FitSignals()
+{
+    NRules::UpdateSubtree(*m_pSignalTranslation);
+}
+
+void CPgSerialBusLabelItem::LimitIdentifier()
 {
     const UINT32 highest = (UINT32{1} << m_pIdentifierLength->Get()) - 1;
     NRules::SetLimits<UINT32>(*m_pIdentifier, 0, highest);

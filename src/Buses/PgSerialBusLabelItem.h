@@ -7,6 +7,9 @@
 class CPgSerialBusLabelItem : public CPgSerialBusLabelItemBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void LimitIdentifier();
+    void FitSignals();
 };

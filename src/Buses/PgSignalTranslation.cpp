@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSignalTranslation.h"
 
-#include "Buses/PgSerialBusLabelItem.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "CommonDatabase/Couplings/DbWays.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/SerialBusLabelItem.h"
+#include "Names/SignalTranslation.h"
 #include "Rules/NumberRules.h"
 
 #include <cmath>
+
+using namespace NNames;
 
 namespace
 {
@@ -29,30 +34,17 @@ t_Bits BitsOf(KW_SIGNAL_TRANSLATION_VALUE_TYPE type)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgSignalTranslation::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgSignalTranslation::Rules() const
 {
-    NRules::KeepOrdered(*m_pMinimum, *m_pMaximum, property);
-    UpdateGroup();
-    return CPgSignalTranslationBase::OnPropertySet(property);
+    using S = CPgSignalTranslation;
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&S::OrderLimits, &S::UpdateSteps, &S::FitPayload>);
+    return rows;
 }
 
-void CPgSignalTranslation::UpdateGroup()
+void CPgSignalTranslation::OrderLimits(const CDbPropBase* written)
 {
-    UpdateSteps();
-    const CPgSerialBusLabelItem* const frame = NRules::Above<CPgSerialBusLabelItem>(*this);
-    if (frame == nullptr)
-    {
-        return;
-    }
-    constexpr INT32 kByte = 8;
-    const INT32 payload = kByte * static_cast<INT32>(frame->GetPrPayloadLength()->Get());
-    const t_Bits bits = BitsOf(m_pValueType->Get());
-    const INT32 lastStart = std::max(0, payload - bits.min);
-    NRules::SetLimits<UINT32>(*m_pStartBit, 0, static_cast<UINT32>(lastStart));
-    const INT32 room = payload - static_cast<INT32>(m_pStartBit->Get());
-    const INT32 longest = KWMath::Bound(bits.min, room, bits.max);
-    NRules::SetLimits(*m_pBitLength, static_cast<UINT32>(bits.min), static_cast<UINT32>(longest));
-    NRules::KeepOrdered(*m_pMinimum, *m_pMaximum);
+    NRules::KeepOrdered(*m_pMinimum, *m_pMaximum, written);
 }
 
 /** Physical values move by one count of the raw value. */
@@ -63,4 +55,24 @@ void CPgSignalTranslation::UpdateSteps()
     {
         KW_CHECKED(count > 0.0 ? value->SetStep(count) : value->SetStepDefault());
     }
+}
+
+void CPgSignalTranslation::FitPayload()
+{
+    const INT32 payload = PayloadBits();
+    const t_Bits bits = BitsOf(m_pValueType->Get());
+    const INT32 lastStart = std::max(0, payload - bits.min);
+    NRules::SetLimits<UINT32>(*m_pStartBit, 0, static_cast<UINT32>(lastStart));
+    const INT32 room = payload - static_cast<INT32>(m_pStartBit->Get());
+    const INT32 longest = KWMath::Bound(bits.min, room, bits.max);
+    NRules::SetLimits(*m_pBitLength, static_cast<UINT32>(bits.min), static_cast<UINT32>(longest));
+}
+
+INT32 CPgSignalTranslation::PayloadBits() const
+{
+    constexpr INT32 kByte = 8;
+    const CDbPropertyGroup& frame = *GetParent()->GetParent();
+    const auto* const bytes = static_cast<const CDbPropNum<UINT32>*>(
+        NWays::Resolve(frame, SerialBusLabelItem::PayloadLength.path));
+    return kByte * static_cast<INT32>(bytes->Get());
 }

@@ -8,9 +8,12 @@
 class CPgSignalTranslation : public CPgSignalTranslationBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
+    void OrderLimits(const CDbPropBase* written);
     void UpdateSteps();
+    void FitPayload();
+    /** Bits of the payload that the signal is part of. */
+    INT32 PayloadBits() const;
 };

@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgTrackInTable.h"
 
-#include "Buses/PgSerialBus.h"
-#include "Buses/PgUARTBusSettings.h"
+#include "Buses/BusRules.h"
 #include "CommonDatabase/Containers/DbPgArray.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
-#include "Root/PgZEL.h"
-#include "Rules/NumberRules.h"
-#include "Timebase/PgHorizontal.h"
+#include "KWEnumerationsSerialBus.h"
+#include "Names/Horizontal.h"
+#include "Names/SerialBus.h"
+#include "Names/TrackInTable.h"
+#include "Names/UARTBusResults.h"
+#include "Names/UARTBusSettings.h"
+#include "Names/ZEL.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -18,68 +24,75 @@ const CDbPropNumDouble* TimeOf(const CDbPgArrayBase& frames, INT32 index, const 
 }
 } // namespace
 
-KW_ACCEPTANCE CPgTrackInTable::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgTrackInTable::Rules() const
 {
-    if (property == m_pSelectedIndex)
-    {
-        Mark(m_pSelectedIndex->Get());
-    }
-    else if (property == m_pSelectedFrame)
-    {
-        const bool isListed = !m_pSelectedFrame->IsActive() || MarkedIndex() >= 0;
-        Mark(isListed ? MarkedIndex() : m_pSelectedIndex->Get());
-    }
-    return std::max(ShowMarked(), CPgTrackInTableBase::OnPropertySet(property));
-}
-
-KW_ACCEPTANCE CPgTrackInTable::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pFirst)
-    {
-        return MarkFrom(0, 1);
-    }
-    if (function == m_pLast)
-    {
-        return MarkFrom(Count() - 1, -1);
-    }
-    if (function == m_pNext)
-    {
-        return MarkFrom(m_pSelectedIndex->Get() + 1, 1);
-    }
-    if (function == m_pPrevious)
-    {
-        return MarkFrom(m_pSelectedIndex->Get() - 1, -1);
-    }
-    return function == m_pSelectAtTrigger ? MarkAtTrigger()
-                                          : CPgTrackInTableBase::OnFunction(function);
-}
-
-void CPgTrackInTable::UpdateGroup()
-{
-    Mark(MarkedIndex());
-}
-
-void CPgTrackInTable::OnTreeCreated()
-{
-    CPgTrackInTableBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgSerialBus()->GetPgUARTBusSettings()->GetPrFrameMode()},
-            [this] { UpdateGroup(); }, QStringLiteral("TrackInTable/SelectedFrame"));
-    }
+    using T = CPgTrackInTable;
+    static constexpr auto rows = Table<Names>(
+        On(Names::SelectedIndex) >> Do<&T::MarkIndex>,
+        On(Names::SelectedFrame) >> Do<&T::MarkFrame>, OnAny() >> Do<&T::ShowMarked>,
+        On(Names::First) >> Do<&T::MarkFirst>, On(Names::Previous) >> Do<&T::MarkPrevious>,
+        On(Names::Next) >> Do<&T::MarkNext>, On(Names::Last) >> Do<&T::MarkLast>,
+        On(Names::SelectAtTrigger) >> Do<&T::MarkAtTrigger>,
+        On(ZEL::SerialBus / SerialBus::Protocol) >> Derive<&T::FollowFrames>,
+        Changed(ZEL::SerialBus / SerialBus::UARTBusSettings / UARTBusSettings::FrameMode) >>
+            Derive<&T::FollowFrames>);
+    return rows;
 }
 
 CDbPgArrayBase* CPgTrackInTable::Frames() const
 {
-    const CPgSerialBus* const bus = NRules::Above<CPgSerialBus>(*this);
-    return bus != nullptr ? bus->PresentFrames() : nullptr;
+    constexpr auto settings = ZEL::SerialBus / SerialBus::UARTBusSettings;
+    constexpr auto results = ZEL::SerialBus / SerialBus::UARTBusResults;
+    const auto& protocol = *At(ZEL::SerialBus / SerialBus::Protocol);
+    const bool isUart = protocol.Get() == eKW_ZEL_SERIALBUS_PROTOCOL_UART;
+    if (isUart && At(settings / UARTBusSettings::FrameMode)->Get() == eKW_FRAME_MODE_NONE)
+    {
+        return dynamic_cast<CDbPgArrayBase*>(At(results / UARTBusResults::UARTBusDataWord));
+    }
+    const QString name = protocol.GetText();
+    const CDbPropertyGroup& frames = *NRules::OfProtocol(*GetParent(), name, "BusResults");
+    return dynamic_cast<CDbPgArrayBase*>(NRules::OfProtocol(frames, name, "BusFrame"));
+}
+
+void CPgTrackInTable::FollowFrames()
+{
+    Mark(MarkedIndex());
+}
+
+void CPgTrackInTable::MarkIndex()
+{
+    Mark(m_pSelectedIndex->Get());
+}
+
+void CPgTrackInTable::MarkFrame()
+{
+    const bool isListed = !m_pSelectedFrame->IsActive() || MarkedIndex() >= 0;
+    Mark(isListed ? MarkedIndex() : m_pSelectedIndex->Get());
+}
+
+KW_ACCEPTANCE CPgTrackInTable::MarkFirst()
+{
+    return MarkFrom(0, 1);
+}
+
+KW_ACCEPTANCE CPgTrackInTable::MarkPrevious()
+{
+    return MarkFrom(m_pSelectedIndex->Get() - 1, -1);
+}
+
+KW_ACCEPTANCE CPgTrackInTable::MarkNext()
+{
+    return MarkFrom(m_pSelectedIndex->Get() + 1, 1);
+}
+
+KW_ACCEPTANCE CPgTrackInTable::MarkLast()
+{
+    return MarkFrom(Count() - 1, -1);
 }
 
 INT32 CPgTrackInTable::Count() const
 {
-    const CDbPgArrayBase* const frames = Frames();
-    return frames != nullptr ? frames->GetCount() : 0;
+    return Frames()->GetCount();
 }
 
 INT32 CPgTrackInTable::MarkedIndex() const
@@ -139,16 +152,14 @@ bool CPgTrackInTable::StopsAt(INT32 index) const
 
 KW_ACCEPTANCE CPgTrackInTable::ShowMarked()
 {
-    CPgZEL* const root = CPgZEL::Of(*this);
     const bool isMarked =
         m_pSelectedIndex->Get() >= 0 && m_pFrameTime->GetValidity() == eKW_VALIDITY_VALID;
-    if (root == nullptr || !isMarked || m_pEnabled->Get() == eKW_ONOFF_OFF)
+    if (!isMarked || m_pEnabled->Get() == eKW_ONOFF_OFF)
     {
         return eKW_ACC_OK;
     }
-    const CPgHorizontal& screen = *root->GetPgHorizontal();
-    const double left = screen.GetPrLeft()->Get();
-    const double right = screen.GetPrRight()->Get();
+    const double left = At(ZEL::Horizontal / Horizontal::Left)->Get();
+    const double right = At(ZEL::Horizontal / Horizontal::Right)->Get();
     const bool isCentred = m_pCenterInDiagram->Get() == eKW_ONOFF_ON;
     const double time = m_pFrameTime->Get();
     const double goal = isCentred ? (left + right) * 0.5 : KWMath::Bound(left, time, right);
@@ -156,7 +167,7 @@ KW_ACCEPTANCE CPgTrackInTable::ShowMarked()
     {
         return eKW_ACC_OK;
     }
-    CDbPropNumDouble* const position = screen.GetPrPosition();
+    CDbPropNumDouble* const position = At(ZEL::Horizontal / Horizontal::Position);
     const double wanted = position->Get() + (time - goal);
     const double legal = KWMath::Bound(position->GetMin(), wanted, position->GetMax());
     const KW_ACCEPTANCE code = KW_CHECKED(position->Set(legal));

@@ -10,12 +10,11 @@ class CDbPgArrayBase;
 class CPgTrackInTable : public CPgTrackInTableBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    /** What the table lists: decoded frames of the present protocol; words of a UART that knows no
+        frames. */
     CDbPgArrayBase* Frames() const;
     INT32 Count() const;
     /** Index of the frame that the reference names; -1 when it is none of the listed ones. */
@@ -24,6 +23,13 @@ private:
     void Mark(INT32 index);
     /** Marks the first frame from `index` on in steps of `step` that the step keys stop at. */
     KW_ACCEPTANCE MarkFrom(INT32 index, INT32 step);
+    void FollowFrames();
+    void MarkIndex();
+    void MarkFrame();
+    KW_ACCEPTANCE MarkFirst();
+    KW_ACCEPTANCE MarkPrevious();
+    KW_ACCEPTANCE MarkNext();
+    KW_ACCEPTANCE MarkLast();
     KW_ACCEPTANCE MarkAtTrigger();
     bool StopsAt(INT32 index) const;
     /** Moves the time diagram to the marked frame, when it is to follow. */

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusRules.h"
+#include "Buses/BusResultRules.h"
 #include "Buses/PgUARTBusResultsBase.h"
 
 /** Decoded frames; the table of the bus follows their coming and going. */
-class CPgUARTBusResults : public NRules::CBusResults<CPgUARTBusResultsBase>
+class CPgUARTBusResults
+    : public NRules::CBusResults<CPgUARTBusResultsBase, NNames::UARTBusResults::UARTBusDataWord,
+                                 NNames::UARTBusResults::UARTBusFrame>
 {
 };

@@ -2,35 +2,35 @@
 #include "Buses/PgUARTBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/UARTBusSettings.h"
 
-KW_ACCEPTANCE CPgUARTBusSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgUARTBusSettings::Rules() const
 {
-    return std::max(Follow(property), CPgUARTBusSettingsBase::OnPropertySet(property));
+    using U = CPgUARTBusSettings;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&U::UpdateAvailabilities, &U::FitEndOfFrame, &U::FollowBitRate>,
+        Twins(Names::StandardBitRate, Names::BitRate));
+    return rows;
 }
 
-void CPgUARTBusSettings::UpdateGroup()
-{
-    Follow(nullptr);
-}
-
-INT32 CPgUARTBusSettings::WordLength() const
-{
-    constexpr double kUsual = 8.0;
-    const INT32 value = m_pDataLength->GetAsInt();
-    return static_cast<INT32>(m_pDataLength->GetNameInfo().GetNumber(value).value_or(kUsual));
-}
-
-KW_ACCEPTANCE CPgUARTBusSettings::Follow(const CDbPropBase* written)
+void CPgUARTBusSettings::UpdateAvailabilities()
 {
     const KW_FRAME_MODE mode = m_pFrameMode->Get();
     NRules::SetAvailable({m_pIdleTime}, mode == eKW_FRAME_MODE_TIMEOUT);
     NRules::SetAvailable({m_pEndOfFramePattern}, mode == eKW_FRAME_MODE_PATTERN);
-    NRules::FitPattern(*m_pEndOfFramePattern, NRules::ExactPattern(WordLength()), QLatin1Char('0'));
-    return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
 
-std::vector<CDbPropertyGroup::t_Twins> CPgUARTBusSettings::GetTwins() const
+void CPgUARTBusSettings::FitEndOfFrame()
 {
-    return {{m_pStandardBitRate, m_pBitRate}};
+    NRules::FitPattern(*m_pEndOfFramePattern,
+                       NRules::ExactPattern(NRules::WordLength(*m_pDataLength)), QLatin1Char('0'));
+}
+
+KW_ACCEPTANCE CPgUARTBusSettings::FollowBitRate(const CDbPropBase* written)
+{
+    return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }

@@ -8,13 +8,10 @@
 class CPgUARTBusSettings : public CPgUARTBusSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
-
-    /** Data bits of a word. */
-    INT32 WordLength() const;
+    t_Couplings Rules() const override;
 
 private:
-    KW_ACCEPTANCE Follow(const CDbPropBase* written);
+    void UpdateAvailabilities();
+    void FitEndOfFrame();
+    KW_ACCEPTANCE FollowBitRate(const CDbPropBase* written);
 };

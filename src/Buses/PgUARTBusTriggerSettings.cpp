@@ -1,63 +1,52 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgUARTBusTriggerSettings.h"
 
-#include "Buses/PgBusChannelSettings.h"
-#include "Buses/PgSerialBus.h"
-#include "Buses/PgUARTBusSettings.h"
-#include "Buses/PgaBusChannelSettings.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
-#include "Root/PgZEL.h"
+#include "Names/BusChannelSettings.h"
+#include "Names/SerialBus.h"
+#include "Names/UARTBusSettings.h"
+#include "Names/UARTBusTriggerSettings.h"
+#include "Names/ZEL.h"
 
 #include <algorithm>
 
-void CPgUARTBusTriggerSettings::UpdateGroup()
+using namespace NNames;
+
+namespace
+{
+constexpr auto kBus = ZEL::SerialBus / SerialBus::UARTBusSettings;
+constexpr auto kEachLine = kBus / UARTBusSettings::BusChannelSettings / each;
+} // namespace
+
+t_Couplings CPgUARTBusTriggerSettings::Rules() const
+{
+    using U = CPgUARTBusTriggerSettings;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&U::LimitPatternLength, &U::OfferLines>, PatternRows(),
+        Changed(kBus / UARTBusSettings::DataLength, kEachLine / BusChannelSettings::Enabled,
+                kEachLine / BusChannelSettings::Source) >>
+            Settle<&U::LimitPatternLength, &U::OfferLines, &U::FitConditions>);
+    return rows;
+}
+
+void CPgUARTBusTriggerSettings::LimitPatternLength()
 {
     const auto words = static_cast<UINT32>(NRules::kPatternBits / WordLength());
     NRules::SetLimits<UINT32>(*m_pPatternLength, 1, words);
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        OfferLines(*root->GetPgSerialBus()->GetPgUARTBusSettings()->GetPgBusChannelSettings());
-    }
-}
-
-void CPgUARTBusTriggerSettings::OnTreeCreated()
-{
-    CBusTrigger::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const CPgUARTBusSettings* const bus = root->GetPgSerialBus()->GetPgUARTBusSettings();
-    const auto line = [bus](INT32 i) { return bus->GetPgBusChannelSettings()->ItemDirect(i); };
-    root->GetDependencies().Add(
-        *this,
-        {bus->GetPrDataLength(), line(0)->GetPrEnabled(), line(0)->GetPrSource(),
-         line(1)->GetPrEnabled(), line(1)->GetPrSource()},
-        [this]
-        {
-            UpdateGroup();
-            UpdatePatterns();
-        },
-        QStringLiteral("UARTBusTriggerSettings/Source"));
-}
-
-NRules::t_PatternSize CPgUARTBusTriggerSettings::DataSize() const
-{
-    return NRules::ExactPattern(WordLength() * static_cast<INT32>(m_pPatternLength->Get()));
 }
 
 /** The sources of the enabled lines; those of all while none is. */
-void CPgUARTBusTriggerSettings::OfferLines(const CPgaBusChannelSettings& lines)
+void CPgUARTBusTriggerSettings::OfferLines()
 {
     std::vector<KW_ZEL_CHANNEL> enabled;
     std::vector<KW_ZEL_CHANNEL> all;
-    for (INT32 i = 0; i < lines.GetCount(); ++i)
+    const auto line = [](INT32 i) { return kBus / UARTBusSettings::BusChannelSettings / i; };
+    for (INT32 i = 0; At(line(i) / BusChannelSettings::Source) != nullptr; ++i)
     {
-        const CPgBusChannelSettings* const line = lines.ItemDirect(i);
-        all.push_back(line->GetPrSource()->Get());
-        if (line->GetPrEnabled()->Get() == eKW_ONOFF_ON)
+        all.push_back(At(line(i) / BusChannelSettings::Source)->Get());
+        if (At(line(i) / BusChannelSettings::Enabled)->Get() == eKW_ONOFF_ON)
         {
             enabled.push_back(all.back());
         }
@@ -74,9 +63,12 @@ void CPgUARTBusTriggerSettings::OfferLines(const CPgaBusChannelSettings& lines)
     }
 }
 
+NRules::t_PatternSize CPgUARTBusTriggerSettings::DataSize() const
+{
+    return NRules::ExactPattern(WordLength() * static_cast<INT32>(m_pPatternLength->Get()));
+}
+
 INT32 CPgUARTBusTriggerSettings::WordLength() const
 {
-    constexpr INT32 kUsual = 8;
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    return root != nullptr ? root->GetPgSerialBus()->GetPgUARTBusSettings()->WordLength() : kUsual;
+    return NRules::WordLength(*At(kBus / UARTBusSettings::DataLength));
 }

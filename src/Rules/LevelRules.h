@@ -49,14 +49,21 @@ public:
     t_Couplings Rules() const override
     {
         using N = typename TBase::Names;
-        static constexpr auto rows = NNames::Table<N>(
-            NNames::On(N::Level) >> NNames::Do<&CSelectedLevel::SelectUser>,
-            NNames::On(N::LevelSet) >> NNames::Derive<&CSelectedLevel::FollowSelection>,
-            NNames::Twins(N::LevelSet, N::Level));
+        static constexpr auto rows = NNames::Table<N>(SelectionRows());
         return rows;
     }
 
 protected:
+    /** For the table of a class that has more. */
+    static constexpr auto SelectionRows()
+    {
+        using N = typename TBase::Names;
+        return NNames::Rows(NNames::On(N::Level) >> NNames::Do<&CSelectedLevel::SelectUser>,
+                            NNames::On(N::LevelSet) >>
+                                NNames::Derive<&CSelectedLevel::FollowSelection>,
+                            NNames::Twins(N::LevelSet, N::Level));
+    }
+
     /** eKW_ACC_WARNING when the selected level lies beyond the limits. */
     KW_ACCEPTANCE FollowSelection()
     {

@@ -1,31 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgCurrentTriggerThresholdLevels.h"
 
-#include "Channels/PgChannel.h"
-#include "Channels/PgHysteresisLevel.h"
-#include "Channels/PgLevels.h"
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "Channels/PgaHysteresisLevel.h"
-#include "Channels/TriggerLevels.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsUnits.h"
-#include "Root/PgZEL.h"
+#include "Names/CurrentTriggerThresholdLevels.h"
 #include "Rules/ChannelRules.h"
-#include "Trigger/PgTrigger.h"
+#include "Rules/TriggerLevels.h"
 
 #include <cmath>
 
-void CPgCurrentTriggerThresholdLevels::UpdateGroup()
+using namespace NNames;
+
+t_Couplings CPgCurrentTriggerThresholdLevels::Rules() const
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    if (root == nullptr)
-    {
-        return;
-    }
-    const KW_ZEL_CHANNEL source = root->GetPgTrigger()->GetPrSource()->Get();
+    using L = CPgCurrentTriggerThresholdLevels;
+    static constexpr auto rows = Table<Names>(NTriggerLevels::kTrigger >> Derive<&L::UpdateLevels>,
+                                              NTriggerLevels::kLevels >> Do<&L::UpdateLevels>);
+    return rows;
+}
+
+void CPgCurrentTriggerThresholdLevels::UpdateLevels()
+{
+    const KW_ZEL_CHANNEL source = At(ZEL::Trigger / Trigger::Source)->Get();
     const auto levels =
-        NTriggerLevels::InUse(*root, root->GetPgTrigger()->GetPrType()->Get(), source);
+        NTriggerLevels::InUse(*this, At(ZEL::Trigger / Trigger::Type)->Get(), source);
     KW_CHECKED(m_pNumberOfLevels->DbSet(levels.count));
     KW_CHECKED(m_pSource->DbSet(levels.count > 0 ? source : eKW_ZEL_CHANNEL_NONE));
     const KW_UNIT unit = NRules::UnitOf(*this, source);
@@ -38,14 +37,6 @@ void CPgCurrentTriggerThresholdLevels::UpdateGroup()
     UpdateHysteresis(levels.count > 0 ? source : eKW_ZEL_CHANNEL_NONE);
 }
 
-void CPgCurrentTriggerThresholdLevels::OnTreeCreated()
-{
-    CPgCurrentTriggerThresholdLevelsBase::OnTreeCreated();
-    NTriggerLevels::AddDependency(
-        *this, [this] { UpdateGroup(); },
-        QStringLiteral("CurrentTriggerThresholdLevels/UpperLevel"));
-}
-
 void CPgCurrentTriggerThresholdLevels::UpdateHysteresis(KW_ZEL_CHANNEL source)
 {
     if (source == eKW_ZEL_CHANNEL_NONE)
@@ -53,10 +44,9 @@ void CPgCurrentTriggerThresholdLevels::UpdateHysteresis(KW_ZEL_CHANNEL source)
         KW_CHECKED(m_pHysteresis->SetValidity(eKW_VALIDITY_INVALID));
         return;
     }
-    const CPgChannel* const channel =
-        CPgZEL::Of(*this)->GetPgVertical()->GetPgChannel()->ItemDirect(source);
-    const CPgHysteresisLevel* const level =
-        channel->GetPgLevels()->GetPgHysteresisLevel()->ItemDirect(0);
-    KW_CHECKED(m_pHysteresis->SetUnit(channel->GetPrProbeUnit()->Get()));
-    KW_CHECKED(m_pHysteresis->DbSet(level->GetPrHysteresis()->Get()));
+    const auto channel = ZEL::Vertical / Vertical::Channel / source;
+    KW_CHECKED(m_pHysteresis->SetUnit(At(channel / Channel::ProbeUnit)->Get()));
+    KW_CHECKED(m_pHysteresis->DbSet(
+        At(channel / Channel::Levels / Levels::HysteresisLevel / 0 / HysteresisLevel::Hysteresis)
+            ->Get()));
 }

@@ -9,9 +9,9 @@ enum KW_ZEL_CHANNEL : INT32;
 class CPgCurrentTriggerThresholdLevels : public CPgCurrentTriggerThresholdLevelsBase
 {
 public:
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
+    void UpdateLevels();
     void UpdateHysteresis(KW_ZEL_CHANNEL source);
 };

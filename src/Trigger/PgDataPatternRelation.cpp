@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgDataPatternRelation.h"
 
-KW_ACCEPTANCE CPgDataPatternRelation::OnPropertySet(const CDbPropBase* property)
-{
-    Fit(property);
-    return CPgDataPatternRelationBase::OnPropertySet(property);
-}
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/DataPatternRelation.h"
 
-void CPgDataPatternRelation::UpdateGroup()
+using namespace NNames;
+
+t_Couplings CPgDataPatternRelation::Rules() const
 {
-    Fit(nullptr);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgDataPatternRelation::FitPatterns>);
+    return rows;
 }
 
 void CPgDataPatternRelation::ClearPattern()
@@ -17,7 +18,7 @@ void CPgDataPatternRelation::ClearPattern()
     NRules::ClearRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern});
 }
 
-void CPgDataPatternRelation::Fit(const CDbPropBase* written)
+void CPgDataPatternRelation::FitPatterns(const CDbPropBase* written)
 {
     if (const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this))
     {

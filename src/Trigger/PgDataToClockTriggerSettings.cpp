@@ -1,30 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgDataToClockTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/DataToClockTriggerSettings.h"
 #include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
-KW_ACCEPTANCE CPgDataToClockTriggerSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgDataToClockTriggerSettings::Rules() const
 {
-    UpdateGroup();
-    return CPgDataToClockTriggerSettingsBase::OnPropertySet(property);
+    using D = CPgDataToClockTriggerSettings;
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&D::OfferSources>,
+                                              Items(Names::DataSource) >> Do<&D::OfferData>,
+                                              NRules::kSwitched >> Derive<&D::OfferSources>);
+    return rows;
 }
 
-void CPgDataToClockTriggerSettings::OnItemInserted(CDbContainerBase* container, const QString& item)
-{
-    CPgDataToClockTriggerSettingsBase::OnItemInserted(container, item);
-    // Not the clock: in a recall the digital channel that it is may not be on yet.
-    NTriggerRules::OfferData(*m_pDataSource, m_pClockSource->Get());
-}
-
-void CPgDataToClockTriggerSettings::UpdateGroup()
+void CPgDataToClockTriggerSettings::OfferSources()
 {
     NTriggerRules::OfferClockAndData(*m_pClockSource, *m_pDataSource);
 }
 
-void CPgDataToClockTriggerSettings::OnTreeCreated()
+/** Not the clock: in a recall the digital channel that it is may not be on yet. */
+void CPgDataToClockTriggerSettings::OfferData()
 {
-    CPgDataToClockTriggerSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("DataToClockTriggerSettings/ClockSource"));
+    NTriggerRules::OfferData(*m_pDataSource, m_pClockSource->Get());
 }

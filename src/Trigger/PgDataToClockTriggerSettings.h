@@ -7,8 +7,9 @@
 class CPgDataToClockTriggerSettings : public CPgDataToClockTriggerSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnItemInserted(CDbContainerBase* container, const QString& item) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferSources();
+    void OfferData();
 };

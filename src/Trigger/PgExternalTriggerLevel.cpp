@@ -1,31 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgExternalTriggerLevel.h"
 
-#include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "Root/PgZEL.h"
-#include "Trigger/PgExternalTriggerSettings.h"
-#include "Trigger/PgTrigger.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/ExternalTriggerLevel.h"
+#include "Names/ExternalTriggerSettings.h"
+#include "Names/Trigger.h"
+#include "Names/ZEL.h"
 
-void CPgExternalTriggerLevel::UpdateGroup()
+using namespace NNames;
+
+t_Couplings CPgExternalTriggerLevel::Rules() const
 {
-    constexpr double kInputRange = 5.0;
-    if (const CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        const double range =
-            kInputRange *
-            root->GetPgTrigger()->GetPgExternalTriggerSettings()->GetPrAttenuation()->Get();
-        NRules::SetLimits(*m_pLevel, -range, range);
-        FollowSelection();
-    }
+    using L = CPgExternalTriggerLevel;
+    static constexpr auto rows =
+        Table<Names>(Changed(ZEL::Trigger / Trigger::ExternalTriggerSettings /
+                             ExternalTriggerSettings::Attenuation) >>
+                         Derive<&L::LimitLevel, &L::FollowSelection>,
+                     SelectionRows());
+    return rows;
 }
 
-void CPgExternalTriggerLevel::OnTreeCreated()
+void CPgExternalTriggerLevel::LimitLevel()
 {
-    CSelectedLevel::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgTrigger()->GetPgExternalTriggerSettings()->GetPrAttenuation()},
-            [this] { UpdateGroup(); }, QStringLiteral("ExternalTriggerLevel/Level"));
-    }
+    constexpr double kInputRange = 5.0;
+    const double range = kInputRange * At(ZEL::Trigger / Trigger::ExternalTriggerSettings /
+                                          ExternalTriggerSettings::Attenuation)
+                                           ->Get();
+    NRules::SetLimits(*m_pLevel, -range, range);
 }

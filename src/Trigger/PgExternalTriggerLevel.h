@@ -8,6 +8,8 @@
 class CPgExternalTriggerLevel : public NRules::CSelectedLevel<CPgExternalTriggerLevelBase>
 {
 public:
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void LimitLevel();
 };

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgIdentifierPatternRelation.h"
 
-KW_ACCEPTANCE CPgIdentifierPatternRelation::OnPropertySet(const CDbPropBase* property)
-{
-    Fit(property);
-    return CPgIdentifierPatternRelationBase::OnPropertySet(property);
-}
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/IdentifierPatternRelation.h"
 
-void CPgIdentifierPatternRelation::UpdateGroup()
+using namespace NNames;
+
+t_Couplings CPgIdentifierPatternRelation::Rules() const
 {
-    Fit(nullptr);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgIdentifierPatternRelation::FitPatterns>);
+    return rows;
 }
 
 void CPgIdentifierPatternRelation::ClearPattern()
@@ -17,7 +18,7 @@ void CPgIdentifierPatternRelation::ClearPattern()
     NRules::ClearRelation({*m_pRelation, *m_pPattern, *m_pUpperPattern});
 }
 
-void CPgIdentifierPatternRelation::Fit(const CDbPropBase* written)
+void CPgIdentifierPatternRelation::FitPatterns(const CDbPropBase* written)
 {
     if (const NRules::IPatternSizes* const sizes = NRules::PatternSizesAbove(*this))
     {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusRules.h"
+#include "Rules/PatternRules.h"
 #include "Trigger/PgIdentifierPatternRelationBase.h"
 
 /** Condition on the identifier or address: its patterns are as long as the trigger above says, and
@@ -10,10 +10,9 @@ class CPgIdentifierPatternRelation : public CPgIdentifierPatternRelationBase,
                                      public NRules::IClearablePattern
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
     void ClearPattern() override;
 
 private:
-    void Fit(const CDbPropBase* written);
+    void FitPatterns(const CDbPropBase* written);
 };

@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgPatternTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/PatternTriggerSettings.h"
 #include "Trigger/TriggerRules.h"
 
-KW_ACCEPTANCE CPgPatternTriggerSettings::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgPatternTriggerSettings::Rules() const
 {
-    if (function == m_pClearPattern)
-    {
-        NTriggerRules::ClearStates(*m_pChannelState);
-    }
-    return CPgPatternTriggerSettingsBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::ClearPattern) >> Do<&CPgPatternTriggerSettings::ClearStates>);
+    return rows;
+}
+
+void CPgPatternTriggerSettings::ClearStates()
+{
+    NTriggerRules::ClearStates(*m_pChannelState);
 }

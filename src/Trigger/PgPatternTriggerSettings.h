@@ -7,5 +7,8 @@
 class CPgPatternTriggerSettings : public CPgPatternTriggerSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
+
+private:
+    void ClearStates();
 };

@@ -1,33 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgSerialPatternTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/SerialPatternTriggerSettings.h"
 #include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
-KW_ACCEPTANCE CPgSerialPatternTriggerSettings::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgSerialPatternTriggerSettings::Rules() const
 {
-    UpdateGroup();
-    return CPgSerialPatternTriggerSettingsBase::OnPropertySet(property);
+    using S = CPgSerialPatternTriggerSettings;
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&S::OfferSources>,
+                                              On(Names::ClearPattern) >> Do<&S::ClearBits>,
+                                              NRules::kSwitched >> Derive<&S::OfferSources>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgSerialPatternTriggerSettings::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pClearPattern)
-    {
-        KW_CHECKED(m_pPattern->DbSet(QString(m_pPattern->Get().size(), QLatin1Char('X'))));
-    }
-    return CPgSerialPatternTriggerSettingsBase::OnFunction(function);
-}
-
-void CPgSerialPatternTriggerSettings::UpdateGroup()
+void CPgSerialPatternTriggerSettings::OfferSources()
 {
     NTriggerRules::OfferClockAndData(*m_pClockSource, *m_pDataSource);
 }
 
-void CPgSerialPatternTriggerSettings::OnTreeCreated()
+void CPgSerialPatternTriggerSettings::ClearBits()
 {
-    CPgSerialPatternTriggerSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); },
-        QStringLiteral("SerialPatternTriggerSettings/ClockSource"));
+    KW_CHECKED(m_pPattern->DbSet(QString(m_pPattern->Get().size(), QLatin1Char('X'))));
 }

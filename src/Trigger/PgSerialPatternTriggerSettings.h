@@ -7,8 +7,9 @@
 class CPgSerialPatternTriggerSettings : public CPgSerialPatternTriggerSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferSources();
+    void ClearBits();
 };

@@ -7,6 +7,8 @@
 class CPgSlewRateTriggerSettings : public CPgSlewRateTriggerSettingsBase
 {
 public:
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateSlewRates();
 };

@@ -1,26 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgStateTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/StateTriggerSettings.h"
 #include "Rules/ChannelRules.h"
 #include "Trigger/TriggerRules.h"
 
-KW_ACCEPTANCE CPgStateTriggerSettings::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgStateTriggerSettings::Rules() const
 {
-    if (function == m_pClearPattern)
-    {
-        NTriggerRules::ClearStates(*m_pChannelState);
-    }
-    return CPgStateTriggerSettingsBase::OnFunction(function);
+    using S = CPgStateTriggerSettings;
+    static constexpr auto rows = Table<Names>(On(Names::ClearPattern) >> Do<&S::ClearStates>,
+                                              NRules::kSwitched >> Derive<&S::OfferClocks>);
+    return rows;
 }
 
-void CPgStateTriggerSettings::UpdateGroup()
+void CPgStateTriggerSettings::OfferClocks()
 {
     NRules::OfferSources(*m_pClockSource, NRules::eSOURCES_INPUTS);
 }
 
-void CPgStateTriggerSettings::OnTreeCreated()
+void CPgStateTriggerSettings::ClearStates()
 {
-    CPgStateTriggerSettingsBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("StateTriggerSettings/ClockSource"));
+    NTriggerRules::ClearStates(*m_pChannelState);
 }

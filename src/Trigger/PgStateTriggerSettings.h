@@ -7,7 +7,9 @@
 class CPgStateTriggerSettings : public CPgStateTriggerSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferClocks();
+    void ClearStates();
 };

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTimeRange.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/TimeRange.h"
 #include "Rules/NumberRules.h"
-#include "Trigger/PgSlewRateTriggerSettings.h"
 
-KW_ACCEPTANCE CPgTimeRange::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgTimeRange::Rules() const
 {
-    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, property);
-    if (auto* const slewRate = NRules::Above<CPgSlewRateTriggerSettings>(*this))
-    {
-        slewRate->UpdateGroup();
-    }
-    return CPgTimeRangeBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::LowerLimit, Names::UpperLimit) >> Do<&CPgTimeRange::OrderLimits>);
+    return rows;
+}
+
+void CPgTimeRange::OrderLimits(const CDbPropBase* written)
+{
+    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, written);
 }

@@ -7,5 +7,8 @@
 class CPgTimeRange : public CPgTimeRangeBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
+
+private:
+    void OrderLimits(const CDbPropBase* written);
 };

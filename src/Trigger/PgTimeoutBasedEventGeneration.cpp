@@ -1,39 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTimeoutBasedEventGeneration.h"
 
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsTrigger.h"
-#include "Root/PgZEL.h"
+#include "Names/Horizontal.h"
+#include "Names/TimeoutBasedEventGeneration.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
-#include "Timebase/PgHorizontal.h"
 
 #include <algorithm>
 
-KW_ACCEPTANCE CPgTimeoutBasedEventGeneration::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgTimeoutBasedEventGeneration::Rules() const
 {
-    UpdateGroup();
-    return CPgTimeoutBasedEventGenerationBase::OnPropertySet(property);
+    using T = CPgTimeoutBasedEventGeneration;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&T::UpdateTimeout>,
+        Changed(ZEL::Horizontal / Horizontal::AcquisitionTime) >> Derive<&T::UpdateTimeout>);
+    return rows;
 }
 
-void CPgTimeoutBasedEventGeneration::UpdateGroup()
+void CPgTimeoutBasedEventGeneration::UpdateTimeout()
 {
     constexpr double kAutomatic = 0.1;
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    const double acquisition =
-        root != nullptr ? root->GetPgHorizontal()->GetPrAcquisitionTime()->Get() : 0.0;
+    const double acquisition = At(ZEL::Horizontal / Horizontal::AcquisitionTime)->Get();
     const bool isUser = m_pTimeoutDefinition->Get() !=
                         eKW_TRIGGER_TIMEOUTBASEDEVENTGENERATION_TIMEOUT_DEFINITION_AUTO;
     KW_CHECKED(
         m_pTimeout->DbSet(std::max(isUser ? m_pUserTimeout->Get() : kAutomatic, acquisition)));
-}
-
-void CPgTimeoutBasedEventGeneration::OnTreeCreated()
-{
-    CPgTimeoutBasedEventGenerationBase::OnTreeCreated();
-    if (CPgZEL* const root = CPgZEL::Of(*this))
-    {
-        root->GetDependencies().Add(
-            *this, {root->GetPgHorizontal()->GetPrAcquisitionTime()}, [this] { UpdateGroup(); },
-            QStringLiteral("TimeoutBasedEventGeneration/Timeout"));
-    }
 }

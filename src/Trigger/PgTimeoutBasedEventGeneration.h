@@ -8,7 +8,8 @@
 class CPgTimeoutBasedEventGeneration : public CPgTimeoutBasedEventGenerationBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateTimeout();
 };

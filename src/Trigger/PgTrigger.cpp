@@ -1,26 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTrigger.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Trigger.h"
 #include "Rules/ChannelRules.h"
 
-KW_ACCEPTANCE CPgTrigger::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgTrigger::Rules() const
 {
-    if (function == m_pResetSettings)
-    {
-        NRules::WriteUserDefaults(*this);
-        NRules::UpdateSubtree(*this);
-    }
-    return CPgTriggerBase::OnFunction(function);
+    static constexpr auto rows =
+        Table<Names>(On(Names::ResetSettings) >> Do<&CPgTrigger::ResetSettings>,
+                     NRules::kSwitched >> Derive<&CPgTrigger::OfferInputs>);
+    return rows;
 }
 
-void CPgTrigger::UpdateGroup()
+void CPgTrigger::ResetSettings()
+{
+    NRules::WriteUserDefaults(*this);
+    NRules::UpdateSubtree(*this);
+}
+
+void CPgTrigger::OfferInputs()
 {
     NRules::OfferSources(*m_pSource, NRules::eSOURCES_INPUTS);
-}
-
-void CPgTrigger::OnTreeCreated()
-{
-    CPgTriggerBase::OnTreeCreated();
-    NRules::AddSourceDependency(
-        *this, [this] { UpdateGroup(); }, QStringLiteral("Trigger/Source"));
 }

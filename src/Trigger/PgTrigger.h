@@ -7,7 +7,9 @@
 class CPgTrigger : public CPgTriggerBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void OfferInputs();
+    void ResetSettings();
 };

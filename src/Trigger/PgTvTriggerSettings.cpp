@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Trigger/PgTvTriggerSettings.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsTrigger.h"
+#include "Names/TvTriggerSettings.h"
 #include "Rules/NumberRules.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -23,21 +27,18 @@ bool IsInterlaced(KW_TRIGGER_TV_STANDARD standard)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgTvTriggerSettings::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgTvTriggerSettings::Rules() const
 {
-    if (property == m_pStandard)
-    {
-        KW_CHECKED(m_pPolarity->DbSet(eKW_TRIGGER_TV_POLARITY_NEGATIVE));
-    }
-    UpdateGroup();
-    return CPgTvTriggerSettingsBase::OnPropertySet(property);
+    using T = CPgTvTriggerSettings;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Standard) >> Do<&T::SetNegativePolarity>,
+                     OnAny() >> Derive<&T::OfferScanModes, &T::UpdateLines, &T::UpdateSyncPulse>);
+    return rows;
 }
 
-void CPgTvTriggerSettings::UpdateGroup()
+void CPgTvTriggerSettings::SetNegativePolarity()
 {
-    OfferScanModes();
-    UpdateLines();
-    UpdateSyncPulse();
+    KW_CHECKED(m_pPolarity->DbSet(eKW_TRIGGER_TV_POLARITY_NEGATIVE));
 }
 
 void CPgTvTriggerSettings::OfferScanModes()

@@ -12,10 +12,10 @@
 class CPgTvTriggerSettings : public CPgTvTriggerSettingsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
+    void SetNegativePolarity();
     void OfferScanModes();
     void UpdateLines();
     void UpdateSyncPulse();
