@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonic.h"
 
-#include "Harmonic/PgHarmonicChannelStatusHistory.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Harmonic/PgHarmonicUIResults.h"
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicSelected.h"
 #include "KWEnumerationsHarmonics.h"
-#include "Root/PgZEL.h"
+#include "Names/Harmonic.h"
+#include "Names/Horizontal.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
-#include "Timebase/PgHorizontal.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -17,82 +20,32 @@ namespace
 constexpr double kPeriods = 10.0;
 } // namespace
 
-KW_ACCEPTANCE CPgHarmonic::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgHarmonic::Rules() const
 {
-    if (m_pFundamental->Get() == eKW_FUNDAMENTAL_AUTO &&
-        (property == m_pFundamental || property == m_pFundamentalSource))
-    {
-        NRules::Invalidate({m_pFundamentalFrequency});
-    }
-    UpdateGroup();
-    return CPgHarmonicBase::OnPropertySet(property);
+    using H = CPgHarmonic;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Fundamental, Names::FundamentalSource) >> Do<&H::AwaitFundamental>,
+        OnAny() >> Derive<&H::UpdateFundamental, &H::UpdateSelected>,
+        // When everything is computed, each harmonic looks for itself.
+        On(Names::NumberOfHarmonics, Names::HarmonicSelection) >> Do<&H::UpdateVisibility>,
+        // A measured fundamental is delivered as a result.
+        Delivered(Names::FundamentalFrequency) >> Do<&H::UpdateSelected>,
+        On(Names::AutoSet) >> Do<&H::FitTimebase>, On(Names::ResetAverage) >> Do<&H::ResetAverage>,
+        On(Names::ResetHistory) >> Do<&H::ResetHistory>, Fresh<&H::DropFundamental>);
+    return rows;
 }
 
-void CPgHarmonic::OnPropertyDbSet(const CDbPropBase* property)
+void CPgHarmonic::AwaitFundamental()
 {
-    // A measured fundamental is delivered as a result.
-    if (property == m_pFundamentalFrequency)
+    if (m_pFundamental->Get() == eKW_FUNDAMENTAL_AUTO)
     {
-        UpdateSelected();
-    }
-}
-
-KW_ACCEPTANCE CPgHarmonic::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pAutoSet)
-    {
-        return FitTimebase();
-    }
-    if (function == m_pResetAverage)
-    {
-        KW_CHECKED(m_pHarmonicUIResults->GetPrAveragesDone()->DbSet(0));
-    }
-    if (function == m_pResetHistory)
-    {
-        ResetHistory();
-    }
-    return CPgHarmonicBase::OnFunction(function);
-}
-
-void CPgHarmonic::UpdateGroup()
-{
-    UpdateFundamental();
-    UpdateSelected();
-    const CPgaHarmonicChannelUIResult& channels =
-        *m_pHarmonicUIResults->GetPgHarmonicChannelUIResult();
-    for (INT32 i = 0; i < channels.GetCount(); ++i)
-    {
-        channels.ItemDirect(i)->UpdateVisibility(*this);
+        DropFundamental();
     }
 }
 
-void CPgHarmonic::OnTreeCreated()
+void CPgHarmonic::DropFundamental()
 {
-    CPgHarmonicBase::OnTreeCreated();
     NRules::Invalidate({m_pFundamentalFrequency});
-}
-
-UINT32 CPgHarmonic::HighestOrder() const
-{
-    const std::optional<double> number =
-        m_pNumberOfHarmonics->GetNameInfo().GetNumber(m_pNumberOfHarmonics->GetAsInt());
-    return KWMath::ToInteger<UINT32>(number.value_or(0.0));
-}
-
-bool CPgHarmonic::IsShown(UINT32 order) const
-{
-    const bool isOdd = order % 2 == 1;
-    switch (m_pHarmonicSelection->Get())
-    {
-    case eKW_HMA_HARMONIC_SELECTION_ODD:
-        return order <= HighestOrder() && isOdd;
-    case eKW_HMA_HARMONIC_SELECTION_EVEN:
-        return order <= HighestOrder() && !isOdd && order != 0;
-    case eKW_HMA_HARMONIC_SELECTION_ODD_NON_TRIPLEN:
-        return order <= HighestOrder() && isOdd && order % 3 != 0;
-    default:
-        return order <= HighestOrder();
-    }
 }
 
 void CPgHarmonic::UpdateFundamental()
@@ -109,24 +62,38 @@ void CPgHarmonic::UpdateSelected()
 {
     for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
     {
-        m_pHarmonicSelected->ItemDirect(i)->Follow(HighestOrder(), *m_pFundamentalFrequency);
+        m_pHarmonicSelected->ItemDirect(i)->Follow();
+    }
+}
+
+void CPgHarmonic::UpdateVisibility()
+{
+    const CPgaHarmonicChannelUIResult& channels =
+        *m_pHarmonicUIResults->GetPgHarmonicChannelUIResult();
+    for (INT32 i = 0; i < channels.GetCount(); ++i)
+    {
+        channels.ItemDirect(i)->UpdateVisibility();
     }
 }
 
 KW_ACCEPTANCE CPgHarmonic::FitTimebase()
 {
-    CPgZEL* const root = CPgZEL::Of(*this);
     const double fundamental = m_pFundamentalFrequency->Get();
     const bool isKnown = m_pFundamentalFrequency->GetValidity() == eKW_VALIDITY_VALID;
-    if (root == nullptr || !isKnown || !(fundamental > 0.0))
+    if (!isKnown || !(fundamental > 0.0))
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
-    CDbPropNumDouble* const time = root->GetPgHorizontal()->GetPrAcquisitionTime();
+    CDbPropNumDouble* const time = At(ZEL::Horizontal / Horizontal::AcquisitionTime);
     const KW_ACCEPTANCE code =
         time->Set(KWMath::Bound(time->GetMin(), kPeriods / fundamental, time->GetMax()));
     // A time scale that shows more than ten periods is what was asked for.
     return code > eKW_ACC_WARNING ? code : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
+}
+
+void CPgHarmonic::ResetAverage()
+{
+    KW_CHECKED(m_pHarmonicUIResults->GetPrAveragesDone()->DbSet(0));
 }
 
 void CPgHarmonic::ResetHistory()

@@ -8,21 +8,16 @@
 class CPgHarmonic : public CPgHarmonicBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
-
-    UINT32 HighestOrder() const;
-    /** Whether an order is analysed and among those selected. The direct component is no harmonic:
-        it is shown where all are. */
-    bool IsShown(UINT32 order) const;
+    t_Couplings Rules() const override;
 
 private:
+    void AwaitFundamental();
+    void DropFundamental();
     void UpdateFundamental();
     void UpdateSelected();
+    void UpdateVisibility();
     /** eKW_ACC_NOTHING_TO_ACT_ON while the fundamental is not known. */
     KW_ACCEPTANCE FitTimebase();
+    void ResetAverage();
     void ResetHistory();
 };

@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonicChannelUIResult.h"
 
-#include "Harmonic/PgHarmonic.h"
 #include "Harmonic/PgHarmonicChannelStatusHistory.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-void CPgHarmonicChannelUIResult::OnItemInserted(CDbContainerBase* /*container*/,
-                                                const QString& /*item*/)
-{
-    if (const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this))
-    {
-        UpdateVisibility(*harmonic);
-    }
-}
-
-void CPgHarmonicChannelUIResult::UpdateVisibility(const CPgHarmonic& harmonic)
+void CPgHarmonicChannelUIResult::UpdateVisibility()
 {
     for (INT32 i = 0; i < m_pHarmonicMagnitudeUIResult->GetCount(); ++i)
     {
-        m_pHarmonicMagnitudeUIResult->ItemDirect(i)->UpdateVisibility(harmonic);
+        m_pHarmonicMagnitudeUIResult->ItemDirect(i)->UpdateVisibility();
     }
 }
 

@@ -3,16 +3,12 @@
 
 #include "Harmonic/PgHarmonicChannelUIResultBase.h"
 
-class CPgHarmonic;
-
-/** Results of one channel; its harmonics know whether they are shown. */
+/** Results of one channel, led by the analysis. */
 class CPgHarmonicChannelUIResult : public CPgHarmonicChannelUIResultBase
 {
 public:
     using CPgHarmonicChannelUIResultBase::CPgHarmonicChannelUIResultBase;
 
-    void OnItemInserted(CDbContainerBase* container, const QString& item) override;
-
-    void UpdateVisibility(const CPgHarmonic& harmonic);
+    void UpdateVisibility();
     void ResetHistory();
 };

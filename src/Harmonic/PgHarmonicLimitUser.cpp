@@ -1,30 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonicLimitUser.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropText.h"
-#include "Harmonic/PgHarmonicLimitCurrent.h"
-#include "Harmonic/PgHarmonicStandard.h"
+#include "Names/Harmonic.h"
+#include "Names/HarmonicLimitCurrent.h"
+#include "Names/HarmonicLimitUser.h"
+#include "Names/HarmonicStandard.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgHarmonicLimitUser::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgHarmonicLimitUser::Rules() const
 {
-    bool isComplete = true;
-    if (property == m_pOrderLimits)
-    {
-        NHarmonicLimits::FromText(m_pOrderLimits->Get(), isComplete);
-    }
-    if (CPgHarmonicStandard* const standard = NRules::Above<CPgHarmonicStandard>(*this))
-    {
-        standard->UpdateGroup();
-    }
-    return std::max<KW_ACCEPTANCE>(isComplete ? eKW_ACC_OK : eKW_ACC_WARNING,
-                                   CPgHarmonicLimitUserBase::OnPropertySet(property));
+    using U = CPgHarmonicLimitUser;
+    static constexpr auto rows = Table<Names>(On(Names::OrderLimits) >> Do<&U::CheckOrderLimits>,
+                                              On(Names::CopyStandard) >> Do<&U::CopyStandard>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgHarmonicLimitUser::OnFunction(const CDbFunction* function)
+KW_ACCEPTANCE CPgHarmonicLimitUser::CheckOrderLimits() const
 {
-    return function == m_pCopyStandard ? CopyStandard()
-                                       : CPgHarmonicLimitUserBase::OnFunction(function);
+    bool isComplete = true;
+    NHarmonicLimits::FromText(m_pOrderLimits->Get(), isComplete);
+    return isComplete ? eKW_ACC_OK : eKW_ACC_WARNING;
 }
 
 NHarmonicLimits::t_Limits CPgHarmonicLimitUser::Limits() const
@@ -49,23 +49,24 @@ NHarmonicLimits::t_Limits CPgHarmonicLimitUser::Limits() const
 
 KW_ACCEPTANCE CPgHarmonicLimitUser::CopyStandard()
 {
-    CPgHarmonicStandard* const standard = NRules::Above<CPgHarmonicStandard>(*this);
-    if (standard == nullptr ||
-        standard->GetPgHarmonicLimitCurrent()->GetPrHighestOrder()->Get() == 0)
+    using Current = HarmonicLimitCurrent;
+    constexpr auto current =
+        ZEL::Harmonic / Harmonic::HarmonicStandard / HarmonicStandard::HarmonicLimitCurrent;
+    const UINT32 highestOrder = At(current / Current::HighestOrder)->Get();
+    if (highestOrder == 0)
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
-    const CPgHarmonicLimitCurrent& current = *standard->GetPgHarmonicLimitCurrent();
-    const bool hasThd = current.GetPrThdLimit()->GetValidity() == eKW_VALIDITY_VALID;
-    KW_CHECKED(m_pScale->DbSet(current.GetPrScale()->Get()));
-    KW_CHECKED(m_pHighestOrder->DbSet(current.GetPrHighestOrder()->Get()));
-    KW_CHECKED(m_pThdLimit->DbSet(hasThd ? current.GetPrThdLimit()->Get() : m_pThdLimit->GetMax()));
-    KW_CHECKED(m_pOrderLimits->DbSet(current.GetPrOrderLimits()->Get()));
+    const CDbPropNumDouble& thd = *At(current / Current::ThdLimit);
+    const bool hasThd = thd.GetValidity() == eKW_VALIDITY_VALID;
+    KW_CHECKED(m_pScale->DbSet(At(current / Current::Scale)->Get()));
+    KW_CHECKED(m_pHighestOrder->DbSet(highestOrder));
+    KW_CHECKED(m_pThdLimit->DbSet(hasThd ? thd.Get() : m_pThdLimit->GetMax()));
+    KW_CHECKED(m_pOrderLimits->DbSet(At(current / Current::OrderLimits)->Get()));
     // Orders that the standard leaves out stay without a limit.
     for (CDbPropNumDouble* const limit : {m_pOddLimit, m_pTriplenLimit, m_pEvenLimit})
     {
         KW_CHECKED(limit->DbSet(NHarmonicLimits::kNoLimit));
     }
-    standard->UpdateGroup();
     return eKW_ACC_OK;
 }

@@ -10,11 +10,11 @@
 class CPgHarmonicLimitUser : public CPgHarmonicLimitUserBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     NHarmonicLimits::t_Limits Limits() const;
 
 private:
+    KW_ACCEPTANCE CheckOrderLimits() const;
     KW_ACCEPTANCE CopyStandard();
 };

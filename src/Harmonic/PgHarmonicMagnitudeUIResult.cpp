@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonicMagnitudeUIResult.h"
 
-#include "Harmonic/PgHarmonic.h"
+#include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Harmonic/HarmonicOrders.h"
 #include "KWEnumerationsOnOff.h"
-#include "Rules/NumberRules.h"
+#include "Names/HarmonicMagnitudeUIResult.h"
 
-void CPgHarmonicMagnitudeUIResult::OnPropertyDbSet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgHarmonicMagnitudeUIResult::Rules() const
 {
-    const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this);
-    if (harmonic != nullptr && property == m_pOrder)
-    {
-        UpdateVisibility(*harmonic);
-    }
+    static constexpr auto rows = Table<Names>(
+        Delivered(Names::Order) >> Derive<&CPgHarmonicMagnitudeUIResult::UpdateVisibility>);
+    return rows;
 }
 
-void CPgHarmonicMagnitudeUIResult::UpdateVisibility(const CPgHarmonic& harmonic)
+void CPgHarmonicMagnitudeUIResult::UpdateVisibility()
 {
-    KW_CHECKED(m_pVisible->DbSet(harmonic.IsShown(m_pOrder->Get()) ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
+    const bool isShown = NHarmonicOrders::IsShown(*this, m_pOrder->Get());
+    KW_CHECKED(m_pVisible->DbSet(isShown ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
 }

@@ -3,15 +3,14 @@
 
 #include "Harmonic/PgHarmonicMagnitudeUIResultBase.h"
 
-class CPgHarmonic;
-
 /** One harmonic as it is shown; whether it is depends on the order that is delivered for it. */
 class CPgHarmonicMagnitudeUIResult : public CPgHarmonicMagnitudeUIResultBase
 {
 public:
     using CPgHarmonicMagnitudeUIResultBase::CPgHarmonicMagnitudeUIResultBase;
 
-    void OnPropertyDbSet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
 
-    void UpdateVisibility(const CPgHarmonic& harmonic);
+    /** Only in a tree. */
+    void UpdateVisibility();
 };

@@ -1,53 +1,44 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonicSelected.h"
 
-#include "Harmonic/PgHarmonic.h"
-#include "Harmonic/PgHarmonicUIResults.h"
-#include "Harmonic/PgaHarmonicChannelUIResult.h"
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Harmonic/HarmonicOrders.h"
+#include "Harmonic/PgHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
 #include "KWEnumerationsReadings.h"
+#include "Names/Harmonic.h"
+#include "Names/HarmonicSelected.h"
+#include "Names/HarmonicUIResults.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgHarmonicSelected::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgHarmonicSelected::Rules() const
 {
-    if (property == m_pOrder)
-    {
-        OnOtherHarmonic();
-    }
-    return CPgHarmonicSelectedBase::OnPropertySet(property);
+    using S = CPgHarmonicSelected;
+    static constexpr auto rows = Table<Names>(On(Names::Order) >> Do<&S::OnOtherHarmonic>,
+                                              On(Names::SelectNext) >> Do<&S::SelectNext>,
+                                              On(Names::SelectPrevious) >> Do<&S::SelectPrevious>,
+                                              On(Names::SelectLargest) >> Do<&S::SelectLargest>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgHarmonicSelected::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pSelectNext)
-    {
-        return SelectShown(1);
-    }
-    if (function == m_pSelectPrevious)
-    {
-        return SelectShown(-1);
-    }
-    if (function == m_pSelectLargest)
-    {
-        return SelectLargest();
-    }
-    return CPgHarmonicSelectedBase::OnFunction(function);
-}
-
-void CPgHarmonicSelected::Follow(UINT32 highestOrder, const CDbPropNumDouble& fundamental)
+void CPgHarmonicSelected::Follow()
 {
     const UINT32 order = m_pOrder->Get();
-    NRules::SetLimits(*m_pOrder, 0U, highestOrder);
+    NRules::SetLimits(*m_pOrder, 0U, NHarmonicOrders::Highest(*this));
     if (m_pOrder->Get() != order)
     {
         OnOtherHarmonic();
     }
-    UpdateFrequency(fundamental);
+    UpdateFrequency();
 }
 
-void CPgHarmonicSelected::UpdateFrequency(const CDbPropNumDouble& fundamental)
+void CPgHarmonicSelected::UpdateFrequency()
 {
+    const CDbPropNumDouble& fundamental = *At(ZEL::Harmonic / Harmonic::FundamentalFrequency);
     if (fundamental.GetValidity() == eKW_VALIDITY_VALID)
     {
         NRules::WriteResult(*m_pFrequency, m_pOrder->Get() * fundamental.Get());
@@ -58,16 +49,22 @@ void CPgHarmonicSelected::UpdateFrequency(const CDbPropNumDouble& fundamental)
     }
 }
 
+KW_ACCEPTANCE CPgHarmonicSelected::SelectNext()
+{
+    return SelectShown(1);
+}
+
+KW_ACCEPTANCE CPgHarmonicSelected::SelectPrevious()
+{
+    return SelectShown(-1);
+}
+
 KW_ACCEPTANCE CPgHarmonicSelected::SelectShown(INT32 direction)
 {
-    const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this);
-    if (harmonic == nullptr)
-    {
-        return eKW_ACC_NOTHING_TO_ACT_ON;
-    }
-    const auto highest = static_cast<INT32>(harmonic->HighestOrder());
+    const auto highest = static_cast<INT32>(NHarmonicOrders::Highest(*this));
     auto order = static_cast<INT32>(m_pOrder->Get()) + direction;
-    while (order >= 0 && order <= highest && !harmonic->IsShown(static_cast<UINT32>(order)))
+    while (order >= 0 && order <= highest &&
+           !NHarmonicOrders::IsShown(*this, static_cast<UINT32>(order)))
     {
         order += direction;
     }
@@ -77,26 +74,21 @@ KW_ACCEPTANCE CPgHarmonicSelected::SelectShown(INT32 direction)
 
 KW_ACCEPTANCE CPgHarmonicSelected::SelectLargest()
 {
-    const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this);
     const CPgHarmonicMagnitudeUIResult* largest = nullptr;
-    if (harmonic != nullptr)
+    const CPgaHarmonicMagnitudeUIResult& results =
+        *At(ZEL::Harmonic / Harmonic::HarmonicUIResults /
+            HarmonicUIResults::HarmonicChannelUIResult / NRules::IndexInArray(*this))
+             ->GetPgHarmonicMagnitudeUIResult();
+    for (INT32 i = 0; i < results.GetCount(); ++i)
     {
-        const CPgaHarmonicMagnitudeUIResult& results =
-            *harmonic->GetPgHarmonicUIResults()
-                 ->GetPgHarmonicChannelUIResult()
-                 ->ItemDirect(NRules::IndexInArray(*this))
-                 ->GetPgHarmonicMagnitudeUIResult();
-        for (INT32 i = 0; i < results.GetCount(); ++i)
+        const CPgHarmonicMagnitudeUIResult* const result = results.ItemDirect(i);
+        const bool isCandidate = result->GetPrOrder()->Get() > 1 &&
+                                 result->GetPrOrder()->Get() <= m_pOrder->GetMax() &&
+                                 result->GetPrMagnitude()->GetValidity() == eKW_VALIDITY_VALID;
+        if (isCandidate && (largest == nullptr ||
+                            result->GetPrMagnitude()->Get() > largest->GetPrMagnitude()->Get()))
         {
-            const CPgHarmonicMagnitudeUIResult* const result = results.ItemDirect(i);
-            const bool isCandidate = result->GetPrOrder()->Get() > 1 &&
-                                     result->GetPrOrder()->Get() <= m_pOrder->GetMax() &&
-                                     result->GetPrMagnitude()->GetValidity() == eKW_VALIDITY_VALID;
-            if (isCandidate && (largest == nullptr ||
-                                result->GetPrMagnitude()->Get() > largest->GetPrMagnitude()->Get()))
-            {
-                largest = result;
-            }
+            largest = result;
         }
     }
     return largest != nullptr ? Select(largest->GetPrOrder()->Get())
@@ -118,8 +110,5 @@ void CPgHarmonicSelected::OnOtherHarmonic()
 {
     NRules::Invalidate({m_pMagnitude, m_pPhase, m_pLimitValue});
     KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
-    if (const CPgHarmonic* const harmonic = NRules::Above<CPgHarmonic>(*this))
-    {
-        UpdateFrequency(*harmonic->GetPrFundamentalFrequency());
-    }
+    UpdateFrequency();
 }

@@ -4,23 +4,25 @@
 #include "Harmonic/PgHarmonicSelectedBase.h"
 
 /** The harmonic of one channel that is picked out for reading. Its readings lose their validity
-    when another one is picked. */
+    when another one is picked. The selecting actions answer eKW_ACC_NOTHING_TO_ACT_ON where there
+    is no such harmonic. */
 class CPgHarmonicSelected : public CPgHarmonicSelectedBase
 {
 public:
     using CPgHarmonicSelectedBase::CPgHarmonicSelectedBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    /** The selecting actions answer eKW_ACC_NOTHING_TO_ACT_ON where there is no such harmonic. */
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
-    /** `fundamental` is the frequency in use. */
-    void Follow(UINT32 highestOrder, const CDbPropNumDouble& fundamental);
+    /** Keeps the order within what is analysed, and the frequency at its multiple of the
+        fundamental in use. */
+    void Follow();
 
 private:
+    KW_ACCEPTANCE SelectNext();
+    KW_ACCEPTANCE SelectPrevious();
     KW_ACCEPTANCE SelectShown(INT32 direction);
     KW_ACCEPTANCE SelectLargest();
     KW_ACCEPTANCE Select(UINT32 order);
     void OnOtherHarmonic();
-    void UpdateFrequency(const CDbPropNumDouble& fundamental);
+    void UpdateFrequency();
 };

@@ -1,21 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "Harmonic/PgHarmonicStandard.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 #include "Harmonic/HarmonicLimits.h"
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicLimitUser.h"
 #include "KWEnumerationsHarmonics.h"
+#include "Names/HarmonicLimitUser.h"
+#include "Names/HarmonicStandard.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgHarmonicStandard::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgHarmonicStandard::Rules() const
 {
-    UpdateGroup();
-    return CPgHarmonicStandardBase::OnPropertySet(property);
+    using User = HarmonicLimitUser;
+    constexpr auto user = Names::HarmonicLimitUser;
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgHarmonicStandard::UpdateLimits>,
+                     On(user / User::Scale, user / User::HighestOrder, user / User::ThdLimit,
+                        user / User::OddLimit, user / User::TriplenLimit, user / User::EvenLimit,
+                        user / User::OrderLimits, user / User::CopyStandard) >>
+                         Derive<&CPgHarmonicStandard::UpdateLimits>);
+    return rows;
 }
 
-void CPgHarmonicStandard::UpdateGroup()
+void CPgHarmonicStandard::UpdateLimits()
 {
     const NHarmonicLimits::t_Limits limits =
         m_pStandard->Get() == eKW_HMA_STANDARD_USER

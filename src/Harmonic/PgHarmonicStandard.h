@@ -7,6 +7,8 @@
 class CPgHarmonicStandard : public CPgHarmonicStandardBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
+
+private:
+    void UpdateLimits();
 };

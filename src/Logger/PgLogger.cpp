@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLogger.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLoggerAttributes.h"
@@ -11,59 +12,39 @@
 #include "Logger/PgaLoggerChannel.h"
 #include "Logger/PgaLoggerCursorResults.h"
 #include "Logger/PgaLoggerTime.h"
+#include "Names/Logger.h"
+#include "Names/LoggerCursor.h"
+#include "Names/LoggerZoom.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgLogger::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgLogger::Rules() const
 {
-    if (property == m_pHorizontalScale)
-    {
-        UpdateZoom();
-    }
-    return CPgLoggerBase::OnPropertySet(property);
+    using L = CPgLogger;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Start) >> Do<&L::Clear, &L::Start>, On(Names::Stop) >> Do<&L::Stop>,
+        On(Names::Clear) >> Do<&L::Clear>, On(Names::ShowAll) >> Do<&L::ShowAll, &L::UpdateZoom>,
+        Fresh<&L::Clear>,
+        // The acquisition may end a recording by itself.
+        Delivered(Names::Recording) >> Derive<&L::LockSettings>,
+        On(Names::HorizontalScale, Names::LoggerZoom / LoggerZoom::Scale,
+           Names::LoggerZoom / LoggerZoom::CoupleToCursors, Names::LoggerCursor / LoggerCursor::X1,
+           Names::LoggerCursor / LoggerCursor::X2,
+           Names::LoggerCursor / LoggerCursor::SetToScreen) >>
+            Derive<&L::UpdateZoom>);
+    return rows;
 }
 
-void CPgLogger::OnPropertyDbSet(const CDbPropBase* property)
+void CPgLogger::Start()
 {
-    // The acquisition may end a recording by itself.
-    if (property == m_pRecording)
-    {
-        LockSettings();
-    }
+    KW_CHECKED(m_pRecording->DbSet(eKW_ONOFF_ON));
 }
 
-KW_ACCEPTANCE CPgLogger::OnFunction(const CDbFunction* function)
+void CPgLogger::Stop()
 {
-    if (function == m_pStart || function == m_pClear)
-    {
-        Clear();
-    }
-    if (function == m_pStart || function == m_pStop)
-    {
-        KW_CHECKED(m_pRecording->DbSet(function == m_pStart ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
-    }
-    if (function == m_pShowAll)
-    {
-        return ShowAll();
-    }
-    return CPgLoggerBase::OnFunction(function);
-}
-
-void CPgLogger::UpdateGroup()
-{
-    LockSettings();
-    UpdateZoom();
-}
-
-void CPgLogger::OnTreeCreated()
-{
-    CPgLoggerBase::OnTreeCreated();
-    Clear();
-}
-
-bool CPgLogger::IsRecording() const
-{
-    return m_pRecording->Get() == eKW_ONOFF_ON;
+    KW_CHECKED(m_pRecording->DbSet(eKW_ONOFF_OFF));
 }
 
 void CPgLogger::UpdateZoom()
@@ -74,7 +55,7 @@ void CPgLogger::UpdateZoom()
 void CPgLogger::LockSettings()
 {
     const KW_AVAILABILITY availability =
-        IsRecording() ? eAVAILABILITY_READ_ONLY : eAVAILABILITY_AVAILABLE;
+        m_pRecording->Get() == eKW_ONOFF_ON ? eAVAILABILITY_READ_ONLY : eAVAILABILITY_AVAILABLE;
     for (CDbPropBase* const property :
          std::initializer_list<CDbPropBase*>{m_pSampleRate, m_pDuration, m_pStartDelay})
     {
@@ -119,6 +100,5 @@ KW_ACCEPTANCE CPgLogger::ShowAll()
     }
     KW_CHECKED(m_pHorizontalScale->DbSet(NLoggerScale::FinestFor(time.Get())));
     KW_CHECKED(m_pHorizontalPosition->DbSet(0.0));
-    UpdateZoom();
     return eKW_ACC_OK;
 }

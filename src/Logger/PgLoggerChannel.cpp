@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerChannel.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "Logger/PgLoggerChannelScreenLayout.h"
 #include "Logger/PgLoggerCursorResultsDelta.h"
 #include "Logger/PgaLoggerCursorResults.h"
+#include "Names/LoggerChannel.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgLoggerChannel::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgLoggerChannel::Rules() const
 {
-    if (function != m_pFindScale)
-    {
-        return CPgLoggerChannelBase::OnFunction(function);
-    }
+    static constexpr auto rows =
+        Table<Names>(On(Names::FindScale) >> Do<&CPgLoggerChannel::FindScale>);
+    return rows;
+}
+
+KW_ACCEPTANCE CPgLoggerChannel::FindScale()
+{
     const bool isKnown = m_pMinimum->GetValidity() == eKW_VALIDITY_VALID &&
                          m_pMaximum->GetValidity() == eKW_VALIDITY_VALID &&
                          m_pMinimum->Get() < m_pMaximum->Get();

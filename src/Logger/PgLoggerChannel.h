@@ -10,8 +10,11 @@ class CPgLoggerChannel : public CPgLoggerChannelBase
 public:
     using CPgLoggerChannelBase::CPgLoggerChannelBase;
 
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     /** Sets the results invalid. */
     void Clear();
+
+private:
+    KW_ACCEPTANCE FindScale();
 };

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerChannelScreenLayout.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsLogger.h"
 #include "KWEnumerationsReadings.h"
+#include "Names/LoggerChannelScreenLayout.h"
 #include "Rules/NumberRules.h"
 
 #include <cmath>
+
+using namespace NNames;
 
 namespace
 {
@@ -21,20 +25,18 @@ double Distance(double end)
 }
 } // namespace
 
-KW_ACCEPTANCE CPgLoggerChannelScreenLayout::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgLoggerChannelScreenLayout::Rules() const
 {
-    if (property == m_pTop || property == m_pBottom)
-    {
-        KW_CHECKED(m_pVerticalRange->DbSet(eKW_ZEL_LOGGER_VERTICAL_RANGE_USER));
-    }
-    UpdateLimits();
-    return std::max(KeepApart(property), CPgLoggerChannelScreenLayoutBase::OnPropertySet(property));
+    using L = CPgLoggerChannelScreenLayout;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Top, Names::Bottom) >> Do<&L::SelectUserRange>,
+                     OnAny() >> Derive<&L::UpdateLimits, &L::KeepApart>);
+    return rows;
 }
 
-void CPgLoggerChannelScreenLayout::UpdateGroup()
+void CPgLoggerChannelScreenLayout::SelectUserRange()
 {
-    UpdateLimits();
-    KeepApart(nullptr);
+    KW_CHECKED(m_pVerticalRange->DbSet(eKW_ZEL_LOGGER_VERTICAL_RANGE_USER));
 }
 
 void CPgLoggerChannelScreenLayout::UpdateLimits()
@@ -48,10 +50,11 @@ void CPgLoggerChannelScreenLayout::UpdateLimits()
 
 KW_ACCEPTANCE CPgLoggerChannelScreenLayout::Show(double bottom, double top)
 {
-    KW_CHECKED(m_pVerticalRange->DbSet(eKW_ZEL_LOGGER_VERTICAL_RANGE_USER));
+    SelectUserRange();
     const KW_ACCEPTANCE lower = NRules::MoveTo(*m_pBottom, bottom);
     const KW_ACCEPTANCE upper = NRules::MoveTo(*m_pTop, top);
-    return std::max({lower, upper, KeepApart(m_pBottom)});
+    KeepApart(m_pBottom);
+    return std::max(lower, upper);
 }
 
 bool CPgLoggerChannelScreenLayout::IsLogarithmic() const
@@ -59,7 +62,7 @@ bool CPgLoggerChannelScreenLayout::IsLogarithmic() const
     return m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LOGARITHMIC;
 }
 
-KW_ACCEPTANCE CPgLoggerChannelScreenLayout::KeepApart(const CDbPropBase* written)
+void CPgLoggerChannelScreenLayout::KeepApart(const CDbPropBase* written)
 {
     const auto below = [this](double end)
     { return IsLogarithmic() ? end / kSmallestLogarithmicSpan : end - Distance(end); };
@@ -67,17 +70,16 @@ KW_ACCEPTANCE CPgLoggerChannelScreenLayout::KeepApart(const CDbPropBase* written
     { return IsLogarithmic() ? end * kSmallestLogarithmicSpan : end + Distance(end); };
     if (m_pTop->Get() > m_pBottom->Get())
     {
-        return eKW_ACC_OK;
+        return;
     }
     CDbPropNumDouble& kept = written == m_pTop ? *m_pTop : *m_pBottom;
     written == m_pTop ? NRules::MoveTo(*m_pBottom, below(kept.Get()))
                       : NRules::MoveTo(*m_pTop, above(kept.Get()));
     if (m_pTop->Get() > m_pBottom->Get())
     {
-        return eKW_ACC_OK;
+        return;
     }
     // The end that gave way stands at its limit: what was written comes back from there.
     written == m_pTop ? NRules::MoveTo(*m_pTop, above(m_pBottom->Get()))
                       : NRules::MoveTo(*m_pBottom, below(m_pTop->Get()));
-    return eKW_ACC_WARNING;
 }

@@ -9,14 +9,15 @@
 class CPgLoggerChannelScreenLayout : public CPgLoggerChannelScreenLayoutBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
-    /** The user's range from `bottom` to `top`, which is above it. */
+    /** The user's range from `bottom` to `top`, which is above it; eKW_ACC_WARNING where a limit
+        keeps an end back. */
     KW_ACCEPTANCE Show(double bottom, double top);
 
 private:
     bool IsLogarithmic() const;
+    void SelectUserRange();
     void UpdateLimits();
-    KW_ACCEPTANCE KeepApart(const CDbPropBase* written);
+    void KeepApart(const CDbPropBase* written);
 };

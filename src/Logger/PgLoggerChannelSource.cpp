@@ -1,20 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerChannelSource.h"
 
-#include "Analysis/PgMeasurement.h"
 #include "CheckedAccess.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropReference.h"
 #include "KWEnumerationsLogger.h"
-#include "Meter/PgCounterChannel.h"
-#include "Meter/PgMeterChannel.h"
+#include "Names/Counter.h"
+#include "Names/LoggerChannelSource.h"
+#include "Names/Measurements.h"
+#include "Names/Meter.h"
+#include "Names/ZEL.h"
 
-KW_ACCEPTANCE CPgLoggerChannelSource::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgLoggerChannelSource::Rules() const
 {
-    UpdateGroup();
-    return CPgLoggerChannelSourceBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&CPgLoggerChannelSource::DropItemOfOtherSource>);
+    return rows;
 }
 
-void CPgLoggerChannelSource::UpdateGroup()
+void CPgLoggerChannelSource::DropItemOfOtherSource()
 {
     const auto item = m_pItem->GetReferencedGroup();
     if (item && !FitsSource(*item))
@@ -25,14 +31,15 @@ void CPgLoggerChannelSource::UpdateGroup()
 
 bool CPgLoggerChannelSource::FitsSource(const CDbPropertyGroup& item) const
 {
+    const CDbPropertyGroup* const container = item.GetParent();
     switch (m_pSource->Get())
     {
     case eKW_ZEL_LOGGER_SOURCE_METER:
-        return dynamic_cast<const CPgMeterChannel*>(&item) != nullptr;
+        return container == At(ZEL::Meter / Meter::MeterChannel);
     case eKW_ZEL_LOGGER_SOURCE_MEASUREMENT:
-        return dynamic_cast<const CPgMeasurement*>(&item) != nullptr;
+        return container == At(ZEL::Measurements / Measurements::Measurement);
     case eKW_ZEL_LOGGER_SOURCE_COUNTER:
-        return dynamic_cast<const CPgCounterChannel*>(&item) != nullptr;
+        return container == At(ZEL::Counter / Counter::CounterChannel);
     default:
         return false;
     }

@@ -7,9 +7,9 @@
 class CPgLoggerChannelSource : public CPgLoggerChannelSourceBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
+    void DropItemOfOtherSource();
     bool FitsSource(const CDbPropertyGroup& item) const;
 };

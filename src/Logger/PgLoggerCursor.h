@@ -8,12 +8,10 @@
 class CPgLoggerCursor : public CPgLoggerCursorBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
 private:
-    KW_ACCEPTANCE MoveCoupled(const CDbPropBase* property);
+    KW_ACCEPTANCE MoveCoupled(const CDbPropBase* written);
     KW_ACCEPTANCE SetToScreen();
-    void UpdateZoom();
+    void ShowDifference();
 };

@@ -1,56 +1,44 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerSlot.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
-#include "Logger/PgLogger.h"
-#include "Logger/PgLoggerAttributes.h"
-#include "Logger/PgLoggerTime.h"
-#include "Logger/PgaLoggerTime.h"
+#include "Names/Logger.h"
+#include "Names/LoggerAttributes.h"
+#include "Names/LoggerSlot.h"
+#include "Names/LoggerTime.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgLoggerSlot::OnFunction(const CDbFunction* function)
-{
-    if (function == m_pStore)
-    {
-        return Store();
-    }
-    if (function == m_pLoad)
-    {
-        return CheckLoad();
-    }
-    if (function == m_pDelete)
-    {
-        Delete();
-    }
-    return CPgLoggerSlotBase::OnFunction(function);
-}
+using namespace NNames;
 
-void CPgLoggerSlot::OnTreeCreated()
+t_Couplings CPgLoggerSlot::Rules() const
 {
-    CPgLoggerSlotBase::OnTreeCreated();
-    Delete();
+    using S = CPgLoggerSlot;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Store) >> Do<&S::Store>, On(Names::Load) >> Do<&S::CheckLoad>,
+                     On(Names::Delete) >> Do<&S::Delete>, Fresh<&S::Delete>);
+    return rows;
 }
 
 KW_ACCEPTANCE CPgLoggerSlot::Store()
 {
-    const CPgLogger* const logger = NRules::Above<CPgLogger>(*this);
-    if (logger == nullptr || logger->GetPgLoggerAttributes()->GetPrNumberOfSamples()->Get() == 0)
+    constexpr auto recording = ZEL::Logger / Logger::LoggerAttributes;
+    if (At(recording / LoggerAttributes::NumberOfSamples)->Get() == 0)
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
-    const CPgLoggerAttributes& recording = *logger->GetPgLoggerAttributes();
     KW_CHECKED(m_pUsed->DbSet(eKW_ONOFF_ON));
-    KW_CHECKED(
-        m_pStartTime->DbSet(logger->GetPgLoggerTime()->ItemDirect(0)->GetPrTimeStamp()->Get()));
-    KW_CHECKED(m_pRecordedTime->DbSet(recording.GetPrRecordedTime()->Get()));
-    return KW_CHECKED(m_pSampleRate->DbSet(recording.GetPrSampleRate()->Get()));
+    KW_CHECKED(m_pStartTime->DbSet(
+        At(ZEL::Logger / Logger::LoggerTime / 0 / LoggerTime::TimeStamp)->Get()));
+    KW_CHECKED(m_pRecordedTime->DbSet(At(recording / LoggerAttributes::RecordedTime)->Get()));
+    return KW_CHECKED(m_pSampleRate->DbSet(At(recording / LoggerAttributes::SampleRate)->Get()));
 }
 
 KW_ACCEPTANCE CPgLoggerSlot::CheckLoad() const
 {
-    const CPgLogger* const logger = NRules::Above<CPgLogger>(*this);
-    if (logger != nullptr && logger->IsRecording())
+    if (At(ZEL::Logger / Logger::Recording)->Get() == eKW_ONOFF_ON)
     {
         return eKW_ACC_NOT_AVAILABLE;
     }

@@ -13,8 +13,7 @@ class CPgLoggerSlot : public CPgLoggerSlotBase
 public:
     using CPgLoggerSlotBase::CPgLoggerSlotBase;
 
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
     KW_ACCEPTANCE Store();

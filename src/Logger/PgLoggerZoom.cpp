@@ -1,27 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "Logger/PgLoggerZoom.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsLogger.h"
 #include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
-#include "Logger/PgLogger.h"
 #include "Logger/PgLoggerCursor.h"
-#include "Rules/NumberRules.h"
+#include "Names/LoggerZoom.h"
 #include "Rules/ReadingRules.h"
 
 #include <cmath>
 
-KW_ACCEPTANCE CPgLoggerZoom::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgLoggerZoom::Rules() const
 {
-    if (property == m_pScale || property == m_pPosition)
-    {
-        KW_CHECKED(m_pCoupleToCursors->DbSet(eKW_ONOFF_OFF));
-    }
-    if (CPgLogger* const logger = NRules::Above<CPgLogger>(*this))
-    {
-        logger->UpdateZoom();
-    }
-    return CPgLoggerZoomBase::OnPropertySet(property);
+    static constexpr auto rows =
+        Table<Names>(On(Names::Scale, Names::Position) >> Do<&CPgLoggerZoom::EndCoupling>);
+    return rows;
+}
+
+void CPgLoggerZoom::EndCoupling()
+{
+    KW_CHECKED(m_pCoupleToCursors->DbSet(eKW_ONOFF_OFF));
 }
 
 void CPgLoggerZoom::Follow(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram, const CPgLoggerCursor& cursor)

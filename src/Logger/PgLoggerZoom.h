@@ -11,10 +11,11 @@ enum KW_ZEL_LOGGER_HORIZONTAL_SCALE : INT32;
 class CPgLoggerZoom : public CPgLoggerZoomBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
+    t_Couplings Rules() const override;
 
     void Follow(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram, const CPgLoggerCursor& cursor);
 
 private:
+    void EndCoupling();
     void OfferScales(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram);
 };

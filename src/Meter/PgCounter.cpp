@@ -1,49 +1,45 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgCounter.h"
 
-#include "Channels/PgChannel.h"
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsLogger.h"
 #include "Meter/PgStatistics.h"
 #include "Meter/PgaCounterChannel.h"
 #include "Meter/PgaMeterSourceChannel.h"
-#include "Root/PgZEL.h"
+#include "Names/Counter.h"
+#include "Names/CounterChannel.h"
+#include "Names/MeterSourceChannel.h"
 
-KW_ACCEPTANCE CPgCounter::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgCounter::Rules() const
 {
-    for (INT32 i = 0; function == m_pResetStatistics && i < m_pCounterChannel->GetCount(); ++i)
+    using C = CPgCounter;
+    static constexpr auto rows =
+        Table<Names>(On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
+                     On(Names::CounterChannel / each / CounterChannel::Source,
+                        Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
+                         Derive<&C::FollowInputs>,
+                     CPgMeterSourceChannel::kOtherProbe >> Derive<&C::FollowInputs>);
+    return rows;
+}
+
+void CPgCounter::ResetStatistics()
+{
+    for (INT32 i = 0; i < m_pCounterChannel->GetCount(); ++i)
     {
         m_pCounterChannel->ItemDirect(i)->GetPgStatistics()->Reset();
     }
-    return CPgCounterBase::OnFunction(function);
 }
 
-void CPgCounter::UpdateGroup()
+void CPgCounter::FollowInputs()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    for (INT32 i = 0; root != nullptr && i < m_pCounterChannel->GetCount(); ++i)
+    for (INT32 i = 0; i < m_pCounterChannel->GetCount(); ++i)
     {
         CPgCounterChannel* const counter = m_pCounterChannel->ItemDirect(i);
-        const KW_ZEL_COUNTER_CHANNEL source = counter->GetPrSource()->Get();
-        const CPgChannel* const input = root->GetPgVertical()->GetPgChannel()->ItemDirect(source);
-        const double highest = m_pMeterSourceChannel->ItemDirect(source)->GetPrRange()->Get() *
-                               input->GetPrProbeFactor()->Get();
-        counter->FollowInput({-highest, highest, highest * 2.0 / NRules::kVerticalDivisions,
-                              input->GetPrProbeUnit()->Get()});
-    }
-}
-
-void CPgCounter::OnTreeCreated()
-{
-    CPgCounterBase::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    for (INT32 i = 0; root != nullptr && i < m_pMeterSourceChannel->GetCount(); ++i)
-    {
-        const CPgChannel* const channel = root->GetPgVertical()->GetPgChannel()->ItemDirect(i);
-        root->GetDependencies().Add(
-            *this, {channel->GetPrProbeFactor(), channel->GetPrProbeUnit()},
-            [this] { UpdateGroup(); }, QStringLiteral("Counter/Level"));
+        const t_MeterInput input =
+            m_pMeterSourceChannel->ItemDirect(counter->GetPrSource()->Get())->Input();
+        counter->FollowInput({-input.highest, input.highest,
+                              input.highest * 2.0 / NRules::kVerticalDivisions, input.unit});
     }
 }

@@ -8,7 +8,9 @@
 class CPgCounter : public CPgCounterBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
+
+private:
+    void ResetStatistics();
+    void FollowInputs();
 };

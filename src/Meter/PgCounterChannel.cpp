@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgCounterChannel.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
-#include "Meter/PgCounter.h"
 #include "Meter/PgCounterNumerics.h"
 #include "Meter/PgStatistics.h"
-#include "Rules/ChannelRules.h"
+#include "Names/CounterChannel.h"
+
+using namespace NNames;
 
 namespace
 {
@@ -24,39 +26,33 @@ constexpr t_Quantity kQuantities[] = {
     {eKW_UNIT_COUNT_PCT, 0.1}, {eKW_UNIT_COUNT_PCT, 0.1}, {eKW_UNIT_COUNT, 1.0}};
 } // namespace
 
-KW_ACCEPTANCE CPgCounterChannel::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgCounterChannel::Rules() const
 {
-    if (property == m_pLevel)
-    {
-        KW_CHECKED(m_pAutoLevel->DbSet(eKW_ONOFF_OFF));
-    }
-    if (property == m_pSource || property == m_pMeasurementType ||
-        property == m_pPulsesPerRevolution)
-    {
-        m_pCounterNumerics->DropReading();
-        m_pStatistics->Reset();
-    }
-    UpdateGroup();
-    CPgCounter* const counter = NRules::Above<CPgCounter>(*this);
-    if (counter != nullptr && property == m_pSource)
-    {
-        counter->UpdateGroup();
-    }
-    return CPgCounterChannelBase::OnPropertySet(property);
+    using C = CPgCounterChannel;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Level) >> Do<&C::EndAutoLevel>,
+                     On(Names::Source, Names::MeasurementType, Names::PulsesPerRevolution) >>
+                         Do<&C::DropReadings>,
+                     OnAny() >> Derive<&C::FollowQuantity>, Fresh<&C::DropReadings>);
+    return rows;
 }
 
-void CPgCounterChannel::UpdateGroup()
+void CPgCounterChannel::EndAutoLevel()
+{
+    KW_CHECKED(m_pAutoLevel->DbSet(eKW_ONOFF_OFF));
+}
+
+void CPgCounterChannel::DropReadings()
+{
+    m_pCounterNumerics->DropReading();
+    m_pStatistics->Reset();
+}
+
+void CPgCounterChannel::FollowQuantity()
 {
     const t_Quantity& quantity = kQuantities[m_pMeasurementType->Get()];
     KW_CHECKED(m_pCounterNumerics->GetPrUnit()->DbSet(quantity.unit));
     KW_CHECKED(m_pCounterNumerics->GetPrReference()->SetStep(quantity.step));
-}
-
-void CPgCounterChannel::OnTreeCreated()
-{
-    CPgCounterChannelBase::OnTreeCreated();
-    m_pCounterNumerics->DropReading();
-    m_pStatistics->Reset();
 }
 
 void CPgCounterChannel::FollowInput(const NRules::t_Screen& input)

@@ -11,10 +11,13 @@ class CPgCounterChannel : public CPgCounterChannelBase
 public:
     using CPgCounterChannelBase::CPgCounterChannelBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void UpdateGroup() override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
     /** Keeps the level inside the range of the input. */
     void FollowInput(const NRules::t_Screen& input);
+
+private:
+    void EndAutoLevel();
+    void DropReadings();
+    void FollowQuantity();
 };

@@ -1,40 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgCounterNumerics.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/CounterNumerics.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
+
+using namespace NNames;
 
 namespace
 {
 constexpr double kPartsPerMillion = 1e6;
 }
 
-KW_ACCEPTANCE CPgCounterNumerics::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgCounterNumerics::Rules() const
 {
-    UpdateGroup();
-    return CPgCounterNumericsBase::OnPropertySet(property);
+    using N = CPgCounterNumerics;
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&N::CompareWithReference>,
+        On(Names::SetReference) >> Do<&N::ReferenceFromReading, &N::CompareWithReference>,
+        Delivered(Names::Value) >> Do<&N::CompareWithReference>);
+    return rows;
 }
 
-void CPgCounterNumerics::OnPropertyDbSet(const CDbPropBase* property)
+KW_ACCEPTANCE CPgCounterNumerics::ReferenceFromReading()
 {
-    if (property == m_pValue)
-    {
-        UpdateGroup();
-    }
+    return NRules::TakeReading(*m_pReference, *m_pValue);
 }
 
-KW_ACCEPTANCE CPgCounterNumerics::OnFunction(const CDbFunction* function)
-{
-    KW_ACCEPTANCE code = CPgCounterNumericsBase::OnFunction(function);
-    if (function == m_pSetReference)
-    {
-        code = NRules::TakeReading(*m_pReference, *m_pValue);
-        UpdateGroup();
-    }
-    return code;
-}
-
-void CPgCounterNumerics::UpdateGroup()
+void CPgCounterNumerics::CompareWithReference()
 {
     NRules::WriteDifference(*m_pRelativeValue, *m_pValue, m_pReference->Get());
     if (m_pRelativeValue->GetValidity() == eKW_VALIDITY_VALID && m_pReference->Get() != 0.0)

@@ -3,15 +3,16 @@
 
 #include "Meter/PgCounterNumericsBase.h"
 
-/** Reading of a counter, and its distance from the reference. */
+/** Reading of a counter, and its distance from the reference. SetReference answers
+    eKW_ACC_NOTHING_TO_ACT_ON without a valid reading. */
 class CPgCounterNumerics : public CPgCounterNumericsBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    /** SetReference: eKW_ACC_NOTHING_TO_ACT_ON without a valid reading. */
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
+    t_Couplings Rules() const override;
 
     void DropReading();
+
+private:
+    KW_ACCEPTANCE ReferenceFromReading();
+    void CompareWithReference();
 };

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgMeter.h"
 
-#include "Channels/PgChannel.h"
-#include "Channels/PgVertical.h"
-#include "Channels/PgaChannel.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "KWEnumerationsMeter.h"
 #include "KWEnumerationsUnits.h"
@@ -12,14 +9,17 @@
 #include "Meter/PgaMeterChannel.h"
 #include "Meter/PgaMeterSourceChannel.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
-#include "Root/PgZEL.h"
+#include "Names/Meter.h"
+#include "Names/MeterChannel.h"
+#include "Names/MeterMeasurement.h"
+#include "Names/MeterSourceChannel.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
+using namespace NNames;
+
 namespace
 {
-constexpr INT32 kInputs = 4;
-
 constexpr UINT32 Bit(KW_ZEL_DMM_PROBE_TYPE kind)
 {
     return 1U << kind;
@@ -111,57 +111,50 @@ t_RangeSettings RangeSettings(KW_ZEL_DMM_MEAS_TYPE type, KW_ZEL_METER_RANGE rang
 }
 } // namespace
 
-KW_ACCEPTANCE CPgMeter::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgMeter::Rules() const
 {
-    if (property == m_pMeasTypeGUI)
-    {
-        KW_CHECKED(m_pMeterType->DbSet(MeterTypeOf(m_pMeasTypeGUI->Get(), m_pCoupling->Get())));
-    }
-    if (property == m_pProbeType || property == m_pTestMode)
-    {
-        m_pMeterChannel->ItemDirect(eKW_ZEL_METER_CHANNEL_DMM)->DropReadings();
-    }
-    UpdateGroup();
-    return CPgMeterBase::OnPropertySet(property);
+    using M = CPgMeter;
+    static constexpr auto everything =
+        Derive<&M::OfferChannels, &M::SelectFunction, &M::UpdateProbe, &M::UpdatePath,
+               &M::UpdateMultimeterChannel, &M::UpdateInputChannels>;
+    static constexpr auto rows =
+        Table<Names>(On(Names::MeasTypeGUI) >> Do<&M::FunctionFromGui>,
+                     On(Names::ProbeType, Names::TestMode) >> Do<&M::DropMultimeterReadings>,
+                     OnAny() >> everything,
+                     On(Names::MeterChannel / each / MeterChannel::Range,
+                        Names::MeterChannel / each / MeterChannel::MeterMeasurement / each /
+                            MeterMeasurement::Type,
+                        Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
+                         everything,
+                     On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
+                     CPgMeterSourceChannel::kOtherProbe >> Derive<&M::UpdateInputChannels>,
+                     Twins(Names::MeterType, Names::MeasTypeGUI));
+    return rows;
 }
 
-KW_ACCEPTANCE CPgMeter::OnFunction(const CDbFunction* function)
+void CPgMeter::FunctionFromGui()
 {
-    for (INT32 i = 0; function == m_pResetStatistics && i < m_pMeterChannel->GetCount(); ++i)
+    KW_CHECKED(m_pMeterType->DbSet(MeterTypeOf(m_pMeasTypeGUI->Get(), m_pCoupling->Get())));
+}
+
+void CPgMeter::DropMultimeterReadings()
+{
+    m_pMeterChannel->ItemDirect(eKW_ZEL_METER_CHANNEL_DMM)->DropReadings();
+}
+
+void CPgMeter::ResetStatistics()
+{
+    for (INT32 i = 0; i < m_pMeterChannel->GetCount(); ++i)
     {
         m_pMeterChannel->ItemDirect(i)->ResetStatistics();
     }
-    return CPgMeterBase::OnFunction(function);
 }
 
-void CPgMeter::UpdateGroup()
+void CPgMeter::OfferChannels()
 {
     const bool isMultimeter = m_pMode->Get() == eKW_ZEL_METER_MODE_DMM;
     NRules::OfferValues(*m_pSelectedChannel, [isMultimeter](KW_ZEL_METER_CHANNEL channel)
                         { return (channel == eKW_ZEL_METER_CHANNEL_DMM) == isMultimeter; });
-    SelectFunction();
-    UpdateProbe();
-    UpdatePath();
-    UpdateMultimeterChannel();
-    UpdateInputChannels();
-}
-
-std::vector<CDbPropertyGroup::t_Twins> CPgMeter::GetTwins() const
-{
-    return {{m_pMeterType, m_pMeasTypeGUI}};
-}
-
-void CPgMeter::OnTreeCreated()
-{
-    CPgMeterBase::OnTreeCreated();
-    CPgZEL* const root = CPgZEL::Of(*this);
-    for (INT32 i = 0; root != nullptr && i < kInputs; ++i)
-    {
-        const CPgChannel* const channel = root->GetPgVertical()->GetPgChannel()->ItemDirect(i);
-        root->GetDependencies().Add(
-            *this, {channel->GetPrProbeFactor(), channel->GetPrProbeUnit()},
-            [this] { UpdateInputChannels(); }, QStringLiteral("Meter/RangeUpperLimit"));
-    }
 }
 
 void CPgMeter::SelectFunction()
@@ -238,15 +231,12 @@ void CPgMeter::UpdateMultimeterChannel()
 
 void CPgMeter::UpdateInputChannels()
 {
-    const CPgZEL* const root = CPgZEL::Of(*this);
-    for (INT32 i = 0; root != nullptr && i < kInputs; ++i)
+    for (INT32 i = 0; i < m_pMeterSourceChannel->GetCount(); ++i)
     {
-        const CPgChannel* const input = root->GetPgVertical()->GetPgChannel()->ItemDirect(i);
-        const double highest = m_pMeterSourceChannel->ItemDirect(i)->GetPrRange()->Get() *
-                               input->GetPrProbeFactor()->Get();
-        m_pMeterChannel->ItemDirect(i)->Follow({.lowest = -highest,
-                                                .highest = highest,
-                                                .atInput = input->GetPrProbeUnit()->Get(),
+        const t_MeterInput input = m_pMeterSourceChannel->ItemDirect(i)->Input();
+        m_pMeterChannel->ItemDirect(i)->Follow({.lowest = -input.highest,
+                                                .highest = input.highest,
+                                                .atInput = input.unit,
                                                 .ofFunction = std::nullopt});
     }
 }

@@ -13,15 +13,15 @@ enum KW_UNIT : INT32;
 class CPgMeter : public CPgMeterBase
 {
 public:
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
-    void UpdateGroup() override;
-    std::vector<t_Twins> GetTwins() const override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
 private:
     /** Factor of the probe in the present measurement, and the unit of what is read. */
     double ProbeInUse(KW_UNIT& unitOfReading) const;
+    void FunctionFromGui();
+    void DropMultimeterReadings();
+    void ResetStatistics();
+    void OfferChannels();
     void SelectFunction();
     void UpdateProbe();
     void UpdatePath();

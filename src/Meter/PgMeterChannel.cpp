@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgMeterChannel.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsMeter.h"
 #include "KWMath.h"
-#include "Meter/PgMeter.h"
 #include "Meter/PgMeterMeasurement.h"
 #include "Meter/PgaMeterMeasurement.h"
+#include "Names/MeterChannel.h"
+#include "Names/MeterMeasurement.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
 #include <cmath>
+
+using namespace NNames;
 
 namespace
 {
@@ -19,39 +23,27 @@ constexpr double kZoomShare = 0.1;
 constexpr double kStepShare = 1e-3;
 } // namespace
 
-KW_ACCEPTANCE CPgMeterChannel::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgMeterChannel::Rules() const
 {
-    if (property == m_pRange)
-    {
-        KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
-    }
-    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, property);
-    UpdateReading();
-    CPgMeter* const meter = NRules::Above<CPgMeter>(*this);
-    if (meter != nullptr && property == m_pRange)
-    {
-        meter->UpdateGroup();
-    }
-    return CPgMeterChannelBase::OnPropertySet(property);
+    using C = CPgMeterChannel;
+    static constexpr auto rows = Table<Names>(
+        On(Names::Range) >> Do<&C::EndAutoRange>, OnAny() >> Do<&C::OrderLimits, &C::UpdateReading>,
+        On(Names::SetReference) >> Do<&C::ReferenceFromReading, &C::UpdateReading>,
+        On(Names::SetLimits) >> Do<&C::LimitsFromReading, &C::UpdateReading>,
+        On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
+        Delivered(Names::MeterMeasurement / each / MeterMeasurement::Actual) >>
+            Do<&C::UpdateReading>);
+    return rows;
 }
 
-KW_ACCEPTANCE CPgMeterChannel::OnFunction(const CDbFunction* function)
+void CPgMeterChannel::EndAutoRange()
 {
-    KW_ACCEPTANCE code = eKW_ACC_OK;
-    if (function == m_pSetReference)
-    {
-        code = NRules::TakeReading(*m_pReference, *Main().GetPrActual());
-    }
-    if (function == m_pSetLimits)
-    {
-        code = LimitsFromReading();
-    }
-    if (function == m_pResetStatistics)
-    {
-        ResetStatistics();
-    }
-    UpdateReading();
-    return std::max(code, CPgMeterChannelBase::OnFunction(function));
+    KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
+}
+
+void CPgMeterChannel::OrderLimits(const CDbPropBase* written)
+{
+    NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, written);
 }
 
 void CPgMeterChannel::OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last)
@@ -115,6 +107,11 @@ void CPgMeterChannel::UpdateReading()
 CPgMeterMeasurement& CPgMeterChannel::Main() const
 {
     return *m_pMeterMeasurement->ItemDirect(0);
+}
+
+KW_ACCEPTANCE CPgMeterChannel::ReferenceFromReading()
+{
+    return NRules::TakeReading(*m_pReference, *Main().GetPrActual());
 }
 
 KW_ACCEPTANCE CPgMeterChannel::LimitsFromReading()

@@ -28,8 +28,7 @@ class CPgMeterChannel : public CPgMeterChannelBase
 public:
     using CPgMeterChannelBase::CPgMeterChannelBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     /** The multimeter's ranges in its present function; the present range goes to the nearest. */
     void OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last);
@@ -37,11 +36,14 @@ public:
     void Follow(const t_MeterReadings& readings);
     void DropReadings();
     void ResetStatistics();
-    /** Recomputes what is derived from the latest main reading. */
-    void UpdateReading();
 
 private:
     CPgMeterMeasurement& Main() const;
+    void EndAutoRange();
+    void OrderLimits(const CDbPropBase* written);
+    /** Recomputes what is derived from the latest main reading. */
+    void UpdateReading();
+    KW_ACCEPTANCE ReferenceFromReading();
     KW_ACCEPTANCE LimitsFromReading();
     void UpdateBargraph();
 };

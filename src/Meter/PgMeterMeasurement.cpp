@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgMeterMeasurement.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsMeter.h"
 #include "KWEnumerationsReadings.h"
 #include "KWEnumerationsUnits.h"
-#include "Meter/PgMeter.h"
-#include "Meter/PgMeterChannel.h"
-#include "Rules/NumberRules.h"
+#include "Names/MeterMeasurement.h"
 #include "Rules/ReadingRules.h"
+
+#include <algorithm>
+
+using namespace NNames;
 
 namespace
 {
@@ -30,30 +33,12 @@ constexpr t_UnitOfReading kUnitsOfReadings[] = {
     {eKW_UNIT_TEMPERATURE_K, eKW_ZEL_DMM_UNIT_KELVIN}};
 } // namespace
 
-KW_ACCEPTANCE CPgMeterMeasurement::OnPropertySet(const CDbPropBase* property)
+t_Couplings CPgMeterMeasurement::Rules() const
 {
-    CPgMeter* const meter = NRules::Above<CPgMeter>(*this);
-    if (meter != nullptr && property == m_pType)
-    {
-        DropReadings();
-        meter->UpdateGroup();
-    }
-    return CPgMeterMeasurementBase::OnPropertySet(property);
-}
-
-void CPgMeterMeasurement::OnPropertyDbSet(const CDbPropBase* property)
-{
-    CPgMeterChannel* const channel = NRules::Above<CPgMeterChannel>(*this);
-    if (channel != nullptr && property == m_pActual)
-    {
-        channel->UpdateReading();
-    }
-}
-
-void CPgMeterMeasurement::OnTreeCreated()
-{
-    CPgMeterMeasurementBase::OnTreeCreated();
-    DropReadings();
+    using M = CPgMeterMeasurement;
+    static constexpr auto rows =
+        Table<Names>(On(Names::Type) >> Do<&M::DropReadings>, Fresh<&M::DropReadings>);
+    return rows;
 }
 
 void CPgMeterMeasurement::Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction)

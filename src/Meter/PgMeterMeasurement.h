@@ -13,9 +13,7 @@ class CPgMeterMeasurement : public CPgMeterMeasurementBase
 public:
     using CPgMeterMeasurementBase::CPgMeterMeasurementBase;
 
-    KW_ACCEPTANCE OnPropertySet(const CDbPropBase* property) override;
-    void OnPropertyDbSet(const CDbPropBase* property) override;
-    void OnTreeCreated() override;
+    t_Couplings Rules() const override;
 
     /** Unit of the multimeter's function, or of this reading's quantity at the input (volt or
         ampere). A reading in another unit is dropped. */

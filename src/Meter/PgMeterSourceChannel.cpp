@@ -3,29 +3,32 @@
 
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "KWEnumerationsMeter.h"
-#include "Meter/PgCounter.h"
-#include "Meter/PgMeter.h"
+#include "Names/MeterSourceChannel.h"
 #include "Rules/NumberRules.h"
 
-KW_ACCEPTANCE CPgMeterSourceChannel::OnPropertySet(const CDbPropBase* property)
+using namespace NNames;
+
+t_Couplings CPgMeterSourceChannel::Rules() const
 {
-    if (property == m_pRange)
-    {
-        KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
-        UpdateGroup();
-        if (CPgMeter* const meter = NRules::Above<CPgMeter>(*this))
-        {
-            meter->UpdateGroup();
-        }
-        if (CPgCounter* const counter = NRules::Above<CPgCounter>(*this))
-        {
-            counter->UpdateGroup();
-        }
-    }
-    return CPgMeterSourceChannelBase::OnPropertySet(property);
+    using S = CPgMeterSourceChannel;
+    static constexpr auto rows = Table<Names>(On(Names::Range) >> Do<&S::EndAutoRange>,
+                                              On(Names::Range) >> Derive<&S::ScaleFromRange>);
+    return rows;
 }
 
-void CPgMeterSourceChannel::UpdateGroup()
+t_MeterInput CPgMeterSourceChannel::Input() const
+{
+    const auto channel = ZEL::Vertical / Vertical::Channel / NRules::IndexInArray(*this);
+    return {m_pRange->Get() * At(channel / Channel::ProbeFactor)->Get(),
+            At(channel / Channel::ProbeUnit)->Get()};
+}
+
+void CPgMeterSourceChannel::EndAutoRange()
+{
+    KW_CHECKED(m_pAutoRange->DbSet(eKW_ZEL_METER_AUTORANGE_OFF));
+}
+
+void CPgMeterSourceChannel::ScaleFromRange()
 {
     KW_CHECKED(m_pScale->DbSet(
         CZELDatabaseHelperCommon::ConvertMeterRange2VerticalScale(m_pRange->Get())));

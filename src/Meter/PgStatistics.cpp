@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Meter/PgStatistics.h"
 
+#include "CommonDatabase/Couplings/DbRules.h"
+#include "Names/Statistics.h"
 #include "Rules/ReadingRules.h"
 
-KW_ACCEPTANCE CPgStatistics::OnFunction(const CDbFunction* function)
+using namespace NNames;
+
+t_Couplings CPgStatistics::Rules() const
 {
-    if (function == m_pReset)
-    {
-        Reset();
-    }
-    return CPgStatisticsBase::OnFunction(function);
+    static constexpr auto rows = Table<Names>(On(Names::Reset) >> Do<&CPgStatistics::Reset>);
+    return rows;
 }
 
 void CPgStatistics::Reset()

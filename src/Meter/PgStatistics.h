@@ -7,7 +7,7 @@
 class CPgStatistics : public CPgStatisticsBase
 {
 public:
-    KW_ACCEPTANCE OnFunction(const CDbFunction* function) override;
+    t_Couplings Rules() const override;
 
     void Reset();
 };
