@@ -2,6 +2,7 @@
 #include "Buses/BusRules.h"
 
 #include "KWEnumerationsChannels.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Rules/ChannelRules.h"
 
 #include <algorithm>

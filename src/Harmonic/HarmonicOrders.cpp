@@ -3,7 +3,7 @@
 
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
 #include "CommonDatabase/Properties/DbPropEnum.h"
-#include "KWEnumerations.h"
+#include "KWEnumerationsHarmonics.h"
 #include "KWMath.h"
 #include "Names/Harmonic.h"
 #include "Names/ZEL.h"

@@ -7,6 +7,8 @@
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
 
+enum KW_UNIT : INT32;
+
 /** What the range and the probe of an input make of it, at the tip of the probe. */
 struct t_MeterInput
 {

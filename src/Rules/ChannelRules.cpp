@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Rules/ChannelRules.h"
 
-#include "CommonDatabase/Couplings/DbWays.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsMathematics.h"
@@ -68,38 +66,6 @@ void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CH
     const CSourceKinds application(kinds, except);
     CSourceDependencies(application, eSOURCE_ACTIVITY_SWITCHED_ON)
         .SetAvailableSources(selector, true);
-}
-
-namespace
-{
-template <typename TWhen>
-void Add(CDbPropertyGroup& owner, const TWhen& when, const std::function<void()>& update,
-         const QString& name)
-{
-    CDbPgRoot* const root = owner.GetDbRoot();
-    std::vector<CDbPropBase*> sources;
-    for (const t_Path& path : when.sources)
-    {
-        NWays::Visit(
-            *root, path,
-            [&](CDbObject& node) { sources.push_back(static_cast<CDbPropBase*>(&node)); },
-            [](CDbPropertyGroup&) {});
-    }
-    root->GetDependencies().Add(owner, sources, update, name);
-}
-} // namespace
-
-void AddSourceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name)
-{
-    Add(owner, kSwitched, update, name);
-}
-
-void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name)
-{
-    Add(owner, kScreens, update, name);
-    Add(owner, kMathematicsScreen, update, name);
 }
 
 KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel)

@@ -67,14 +67,6 @@ inline constexpr auto kMathematicsScreen =
                     NNames::ZEL::Mathematics / NNames::Mathematics::Position,
                     NNames::ZEL::Mathematics / NNames::Mathematics::Unit);
 
-/** Registers what must run when a channel is switched on or off. */
-void AddSourceDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name);
-
-/** Registers what must run when the screen of a channel that has levels changes, or its unit. */
-void AddScreenDependency(CDbPropertyGroup& owner, const std::function<void()>& update,
-                         const QString& name);
-
 /** Kind of a channel's trace; digital for "none". */
 KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel);
 

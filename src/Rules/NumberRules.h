@@ -24,18 +24,6 @@ constexpr double kRightCursorPlace = 0.75;
 
 // Places in the tree -----------------------------------------------------------------------------
 
-/** The nearest group of class T above a node; null when there is none. */
-template <typename T>
-T* Above(const CDbObject& node)
-{
-    CDbPropertyGroup* group = node.GetParent();
-    while (group != nullptr && dynamic_cast<T*>(group) == nullptr)
-    {
-        group = group->GetParent();
-    }
-    return static_cast<T*>(group);
-}
-
 /** Index of an item in its array, 0 for a group that is no item. */
 INT32 IndexInArray(const CDbPropertyGroup& item);
 

@@ -157,11 +157,13 @@ QString CDependencies::NameOf(const t_Dependant& dependant)
                                              QLatin1String(dependant.row->steps[0].name));
 }
 
+/** The entry may move while it runs: a row may take items in. */
 void CDependencies::Run(const t_Dependant& dependant)
 {
     if (dependant.row == nullptr)
     {
-        dependant.update();
+        const auto update = dependant.update;
+        update();
         return;
     }
     dependant.owner->RunRow(*dependant.row, nullptr);
@@ -236,11 +238,11 @@ KW_ACCEPTANCE CDependencies::RunFollowers(eCAUSE cause, const CDbObject& source,
                                           const CDbPropBase* written)
 {
     KW_ACCEPTANCE code = eKW_ACC_OK;
-    // A copy: a row may take items in or out.
-    const t_Followers followers = m_followersOfSource[source.GetSourceNumber() - 1U];
-    for (const UINT16 place : followers)
+    // By index, and asked anew each time: a row may take items in or out.
+    const std::size_t number = source.GetSourceNumber() - 1U;
+    for (std::size_t i = 0; i < m_followersOfSource[number].size(); ++i)
     {
-        const t_Dependant dependant = m_dependants[place];
+        const t_Dependant& dependant = m_dependants[m_followersOfSource[number][i]];
         if (m_autoUpdate && dependant.row != nullptr && dependant.row->cause == cause)
         {
             code = std::max(code, dependant.owner->RunRow(*dependant.row, written));
@@ -255,7 +257,7 @@ void CDependencies::CalculateEverything()
     m_root.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateChildAvailabilities(); });
     for (std::size_t place = 0; place < m_dependants.size(); ++place)
     {
-        const t_Dependant dependant = m_dependants[place];
+        const t_Dependant& dependant = m_dependants[place];
         if (dependant.owner != nullptr && dependant.Waits() &&
             (dependant.row == nullptr || dependant.row->again != eAGAIN::Never))
         {

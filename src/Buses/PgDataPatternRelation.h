@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/PgDataPatternRelationBase.h"
 #include "Rules/PatternRules.h"
-#include "Trigger/PgDataPatternRelationBase.h"
 
 /** Condition on the payload: its patterns are as long as the trigger above says. */
 class CPgDataPatternRelation : public CPgDataPatternRelationBase, public NRules::IClearablePattern

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Trigger/PgIdentifierPatternRelation.h"
+#include "Buses/PgIdentifierPatternRelation.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Names/IdentifierPatternRelation.h"

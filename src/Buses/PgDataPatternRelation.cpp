@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Trigger/PgDataPatternRelation.h"
+#include "Buses/PgDataPatternRelation.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Names/DataPatternRelation.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/PgIdentifierPatternRelationBase.h"
 #include "Rules/PatternRules.h"
-#include "Trigger/PgIdentifierPatternRelationBase.h"
 
 /** Condition on the identifier or address: its patterns are as long as the trigger above says, and
     without use where the trigger leaves it out. */
