@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Fails when a source includes what its room may not, or when the model's folders hold code.
+"""Fails when a source includes what its room may not, when the rooms of the rules include each other
+against their order, or go round in a circle, or when the model's folders hold code.
 
 The rooms and what they may include are described in docs/architecture.md.
 """
@@ -55,6 +56,28 @@ IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
     "IKWProperties.h", "KWBrackets.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
     "KWSettingsFile.h", "KWTexts.h",
+}
+
+# Rooms of src/: which others a room may include. A name stands for itself; generated files belong
+# to the room of their model file. "Names" are generated, "Root" holds the groups of all.
+BELOW = {"Names", "Rules"}
+RULES_MAY_INCLUDE = {
+    "Names": set(),
+    "Rules": {"Names"},
+    "LabelList": set(),
+    "MeterBase": set(),
+    "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
+    "Channels": BELOW,
+    "Analysis": {"Channels", *BELOW},  # the cursors hold a level
+    "Buses": BELOW,
+    "Trigger": {"Buses", *BELOW},  # it holds the conditions of each bus
+    "Harmonic": BELOW,
+    "Instrument": BELOW,
+    "Logger": BELOW,
+    "Meter": BELOW,
+    "Spectrum": BELOW,
+    "Timebase": BELOW,
+    "Root": None,  # every room
 }
 
 # Where the compiler looks for quoted names, after the folder of the including file.
@@ -132,6 +155,54 @@ def complaint(tree: CTree, source: str, quoted: str | None, library: str | None)
     return f"{room} may not use <{library}>"
 
 
+def rules_room(source: str) -> str | None:
+    """Room of src/ that a file stands in, generated or not."""
+    parts = source.removeprefix("generated/").split("/")
+    return parts[1] if parts[0] == "src" and len(parts) > 2 else None
+
+
+def breach(source: str, target: str) -> str | None:
+    """What is wrong with an include from one room of src/ to another."""
+    room, other = rules_room(source), rules_room(target)
+    if room is None or other is None or room == other:
+        return None
+    if room not in RULES_MAY_INCLUDE:
+        return f"src/{room} is no room that scripts/check-rooms.py knows"
+    allowed = RULES_MAY_INCLUDE[room]
+    return None if allowed is None or other in allowed else f"{room} may not include {other}"
+
+
+def includes(path: Path) -> list[tuple[int, str | None, str | None]]:
+    """Line, quoted name, name of a library."""
+    lines = path.read_text(encoding="utf-8").splitlines()
+    found = ((number, INCLUDE.match(line)) for number, line in enumerate(lines, 1))
+    return [(number, *include.groups()) for number, include in found if include]
+
+
+def circles(tree: CTree) -> list[str]:
+    """Modules of src/, a header with its source, that include each other in a circle."""
+    module = {name: name.rsplit(".", 1)[0] for name in tree.files if rules_room(name)}
+    graph: dict[str, set[str]] = {}
+    for source, own in module.items():
+        targets = {tree.resolve(source, quoted)
+                   for _, quoted, _ in includes(tree.files[source]) if quoted}
+        graph.setdefault(own, set()).update(module[t] for t in targets if t in module)
+    found = []
+    done: set[str] = set()
+
+    def visit(node: str, way: list[str]) -> None:
+        if node in way:
+            found.append(" -> ".join([*way[way.index(node):], node]))
+        elif node not in done:
+            for target in sorted(graph[node] - {node}):
+                visit(target, [*way, node])
+            done.add(node)
+
+    for node in sorted(graph):
+        visit(node, [])
+    return [f"src goes round in a circle: {circle}" for circle in found]
+
+
 def check(root: Path, generated: Path) -> list[str]:
     tree = CTree(root, generated)
     found = []
@@ -141,11 +212,13 @@ def check(root: Path, generated: Path) -> list[str]:
         if room_of(source) == "model":
             found.append(f"{source}: the model is data, not code")
             continue
-        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-            include = INCLUDE.match(line)
-            problem = include and complaint(tree, source, *include.groups())
+        for number, quoted, library in includes(path):
+            problem = complaint(tree, source, quoted, library)
+            target = quoted and tree.resolve(source, quoted)
+            problem = problem or (target and breach(source, target))
             if problem:
                 found.append(f"{source}:{number}: {problem}")
+    found += circles(tree)
     return found
 
 

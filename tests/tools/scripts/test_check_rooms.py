@@ -39,7 +39,11 @@ ROWS = (
     ("tools/zelctl", '#include "KWEnumerations.h"', "tools may not include all enumerations"),
     ("generated/ifc", '#include <KWEnumerations.h>', "ifc may not include all enumerations"),
     ("examples/client", '#include "KWEnumerations.h"', None),
-    ("src/Trigger", '#include "Channels/PgScaleBase.h"', None),
+    ("src/Root", '#include "Channels/PgScaleBase.h"', None),
+    ("src/Analysis", '#include "Channels/PgScale.h"', None),
+    ("src/Trigger", '#include "Channels/PgScaleBase.h"', "Trigger may not include Channels"),
+    ("generated/src/Trigger", '#include "Channels/PgScale.h"', "Trigger may not include Channels"),
+    ("src/Cellar", '#include "Channels/PgScale.h"', "src/Cellar is no room"),
     ("src", '#include <boost/math/special_functions/round.hpp>', None),
     ("src", '#include <gtest/gtest.h>', "rules may not use <gtest/gtest.h>"),
     ("src", '#include "../tests/Fixture.h"', "no file is named"),
@@ -56,13 +60,14 @@ ROWS = (
 )
 
 
-def run(folder: str, line: str) -> tuple[int, str]:
+def run(folder: str, line: str, further: dict[str, str] | None = None) -> tuple[int, str]:
     with tempfile.TemporaryDirectory() as name:
         root = Path(name)
         for path in (*TREE, f"{folder}/Row.cpp"):
             (root / path).parent.mkdir(parents=True, exist_ok=True)
             (root / path).write_text("#pragma once\n", encoding="utf-8")
-        (root / folder / "Row.cpp").write_text(f"{line}\n", encoding="utf-8")
+        for path, text in {f"{folder}/Row.cpp": line, **(further or {})}.items():
+            (root / path).write_text(f"{text}\n", encoding="utf-8")
         result = subprocess.run(
             [sys.executable, SCRIPT, "--root", root, "--generated", root / "generated"],
             capture_output=True, text=True, check=False)
@@ -78,6 +83,14 @@ class CRoomsTest(unittest.TestCase):
                                                           expected is None), output)
                 self.assertIn(f"{folder}/Row.cpp:" if expected else "", output)
                 self.assertIn(expected or "", output)
+
+    def test_circle_of_modules_is_tolerated(self) -> None:
+        further = {"src/Channels/Row.h": "#pragma once",
+                   "src/Channels/PgScale.h": '#include "Row.h"'}
+        status, output = run("src/Channels", '#include "PgScale.h"', further)
+        self.assertEqual((status, output), (1, "src goes round in a circle: src/Channels/PgScale -> "
+                                               "src/Channels/Row -> src/Channels/PgScale\n"))
+        self.assertEqual(run("src/Channels", '#include "Row.h"', further), (0, ""))
 
 
 if __name__ == "__main__":
