@@ -25,7 +25,7 @@ void CPgXY::OfferAxes()
 
 void CPgXY::UpdateSecondCurve()
 {
-    const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, *this);
+    const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, this);
     for (INT32 value = 0; value < eKW_ZEL_CHANNEL_NONE; ++value)
     {
         const auto channel = static_cast<KW_ZEL_CHANNEL>(value);

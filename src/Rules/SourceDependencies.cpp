@@ -41,8 +41,8 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
 {
     const auto isOn = [this](const auto& way)
     {
-        const CDbPropEnum<KW_ONOFF>* const state = m_group.At(way);
-        return state != nullptr && state->Get() == eKW_ONOFF_ON; // outside of a tree nothing is on
+        const CDbPropEnum<KW_ONOFF>* const state = m_group != nullptr ? m_group->At(way) : nullptr;
+        return state != nullptr && state->Get() == eKW_ONOFF_ON; // null in a tree of another kind
     };
     if (IsAnalogChannel(channel))
     {
@@ -72,7 +72,7 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
 bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector,
                                               bool adjust) const
 {
-    const CSourceActivity activity(m_check, *selector.GetParent());
+    const CSourceActivity activity(m_check, selector.GetParent());
     const KW_ZEL_CHANNEL present = selector.Get();
     KW_ZEL_CHANNEL firstUsable = eKW_ZEL_CHANNEL_NONE;
     // Without "none", the last value: it is never active, and what it becomes is known only then.

@@ -26,7 +26,7 @@ public:
 class CSourceActivity
 {
 public:
-    CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbPropertyGroup& group)
+    CSourceActivity(ESOURCE_ACTIVITY_CHECK check, const CDbPropertyGroup* group)
         : m_check(check), m_group(group)
     {
     }
@@ -37,7 +37,7 @@ private:
     bool IsSwitchedOn(KW_ZEL_CHANNEL channel) const;
 
     ESOURCE_ACTIVITY_CHECK m_check;
-    const CDbPropertyGroup& m_group;
+    const CDbPropertyGroup* m_group; ///< null outside of a tree: there nothing is on
 };
 
 /** Restricts a source selector to the channels that its function can use now. */
