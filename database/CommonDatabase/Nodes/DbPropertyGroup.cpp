@@ -117,6 +117,10 @@ void CDbPropertyGroup::RemovePropGroupFromList(CDbPropertyGroup* group)
                                     [group](const auto& child) { return child.get() == group; });
     if (found != m_groups.end())
     {
+        if (CDbPgRoot* const root = GetDbRoot())
+        {
+            root->GetDependencies().LeaveItem(*group);
+        }
         group->SetParent(nullptr);
         const auto after = m_groups.erase(found);
         std::for_each(after, m_groups.end(),

@@ -6,6 +6,7 @@
 #include "ErrorReport.h"
 
 #include <algorithm>
+#include <functional>
 
 void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
                         std::function<void()> update, const QString& name)
@@ -38,6 +39,8 @@ UINT16 CDependencies::PlaceFor(t_Dependant dependant)
     if (m_freePlaces.empty())
     {
         m_dependants.push_back(std::move(dependant));
+        // What leaves again must not need memory: it may leave because there is none.
+        m_freePlaces.reserve(m_dependants.capacity());
         return static_cast<UINT16>(m_dependants.size() - 1);
     }
     const UINT16 place = m_freePlaces.back();
@@ -67,7 +70,8 @@ void CDependencies::FollowSources(UINT16 place)
     {
         if (row.cause == eCAUSE::Changed || !path->IsOwn())
         {
-            NWays::Visit(path->isFromRoot ? m_root : owner, *path, follow, mark);
+            NWays::Visit(path->isFromRoot ? m_root : owner, *path, std::ref(follow),
+                         std::ref(mark));
         }
     }
 }
@@ -79,6 +83,7 @@ void CDependencies::FollowNode(CDbObject& source, UINT16 place, eCAUSE cause)
         if (m_freeNumbers.empty())
         {
             m_followersOfSource.emplace_back();
+            m_freeNumbers.reserve(m_followersOfSource.capacity());
             m_freeNumbers.push_back(static_cast<UINT16>(m_followersOfSource.size()));
         }
         source.SetFollowed(m_freeNumbers.back(), 0);

@@ -30,7 +30,7 @@ public:
     void Enter(CDbPropertyGroup& group, const t_Couplings& rules);
     /** Items came into a container of the tree: rows that follow each item follow them, too. */
     void EnterItem(const CDbPropertyGroup& container);
-    /** An item leaves its container, with its rows, and what follows it. */
+    /** An item leaves its container, or a group its parent, with its rows and what follows it. */
     void LeaveItem(CDbPropertyGroup& item);
     /** `update` belongs to `owner` and depends on `sources`; `name` is for reports. */
     void Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
