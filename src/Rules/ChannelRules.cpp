@@ -100,23 +100,26 @@ std::optional<t_Screen> ScreenOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL c
     {
     case eKW_ZEL_TRACE_TYPE_ANALOG:
     {
-        const auto c = ZEL::Vertical / Vertical::Channel / channel;
-        return t_Screen{group.At(c / Channel::Bottom)->Get(), group.At(c / Channel::Top)->Get(),
-                        group.At(c / Channel::Scale)->Get(),
-                        group.At(c / Channel::ProbeUnit)->Get()};
+        const auto c = group.Find(ZEL::Vertical / Vertical::Channel / channel);
+        return t_Screen{c.At(Channel::Bottom)->Get(), c.At(Channel::Top)->Get(),
+                        c.At(Channel::Scale)->Get(), c.At(Channel::ProbeUnit)->Get()};
     }
     case eKW_ZEL_TRACE_TYPE_MATHEMATICS:
-        return ScreenAround(group.At(ZEL::Mathematics / Mathematics::Scale)->Get(),
-                            group.At(ZEL::Mathematics / Mathematics::Position)->Get(),
-                            group.At(ZEL::Mathematics / Mathematics::Unit)->Get());
+    {
+        const auto m = group.Find(ZEL::Mathematics);
+        return ScreenAround(m.At(Mathematics::Scale)->Get(), m.At(Mathematics::Position)->Get(),
+                            m.At(Mathematics::Unit)->Get());
+    }
     case eKW_ZEL_TRACE_TYPE_REFERENCE:
     {
-        constexpr auto r = ZEL::Vertical / Vertical::ReferenceCurve;
-        return ScreenAround(
-            group.At(r / ReferenceCurve::Scale)->Get(),
-            group.At(r / ReferenceCurve::Position)->Get(),
-            group.At(r / ReferenceCurve::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit)
-                ->Get());
+        constexpr auto reference = ZEL::Vertical / Vertical::ReferenceCurve;
+        const auto r = group.Find(reference);
+        return ScreenAround(r.At(ReferenceCurve::Scale)->Get(),
+                            r.At(ReferenceCurve::Position)->Get(),
+                            group
+                                .At(reference / ReferenceCurve::ReferenceCurveAttributes /
+                                    ReferenceCurveAttributes::Unit)
+                                ->Get());
     }
     default:
         return std::nullopt;

@@ -150,6 +150,7 @@ void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
     {
+        owner->RunItemRows(*this);
         owner->OnItemInserted(this, items.front()->NodeName());
     }
 }
@@ -179,6 +180,7 @@ void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
     {
+        owner->RunItemRows(*this);
         owner->OnItemRemoved(this, name);
     }
 }

@@ -255,6 +255,7 @@ void CDbPgMapBase::Place(const QString& name, const t_Item& item, eWRITEKIND kin
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
     {
+        owner->RunItemRows(*this);
         owner->OnItemInserted(this, name);
     }
 }
@@ -280,6 +281,7 @@ void CDbPgMapBase::Take(const QString& name, eWRITEKIND kind)
     }
     if (CDbPropertyGroup* const owner = GetParent())
     {
+        owner->RunItemRows(*this);
         owner->OnItemRemoved(this, name);
     }
 }
@@ -314,6 +316,7 @@ void CDbPgMapBase::Move(const QString& oldName, const QString& newName, const t_
     {
         m_pActiveKey->DbSet(newName);
     }
+    owner->RunItemRows(*this);
     owner->OnItemRenamed(this, oldName, newName);
 }
 

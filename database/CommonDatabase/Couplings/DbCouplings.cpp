@@ -64,10 +64,6 @@ KW_ACCEPTANCE CDbPropertyGroup::RunRow(const t_Row& row, const CDbPropBase* writ
 KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
                                         const CDbPropBase* written)
 {
-    if ((m_causes & causes) == 0)
-    {
-        return eKW_ACC_OK;
-    }
     const NNames::eNODE kind = written != nullptr ? NNames::eNODE::Property : NNames::eNODE::Action;
     const t_Couplings rules = Rules();
     KW_ACCEPTANCE code = eKW_ACC_OK;
@@ -89,7 +85,7 @@ KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
 
 void CDbPropertyGroup::RunItemRows(const CDbContainerBase& container)
 {
-    const t_Couplings rules = Rules();
+    const t_Couplings rules = HasRows(static_cast<UINT8>(eCAUSE::Items)) ? Rules() : t_Couplings{};
     for (const t_Row& row : rules)
     {
         if (row.cause == eCAUSE::Items &&

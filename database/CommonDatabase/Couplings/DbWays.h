@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class CDbPropertyGroup;
+
 /** Where the paths of names (DbNames.h) lead in a tree. Under the tree's lock. */
 namespace NWays
 {

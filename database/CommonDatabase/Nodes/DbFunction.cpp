@@ -93,7 +93,13 @@ std::optional<KW_ACCEPTANCE> CDbFunction::RunOnFile()
 /** Rows of other groups run only for what the own group accepts. */
 KW_ACCEPTANCE CDbFunction::RunRules(CDbPgRoot& root)
 {
-    const KW_ACCEPTANCE own = GetParent()->OnFunction(this);
+    CDbPropertyGroup& group = *GetParent();
+    const auto on = static_cast<UINT8>(eCAUSE::On);
+    KW_ACCEPTANCE own = group.HasRows(on) ? group.RunRows(on, *this, nullptr) : eKW_ACC_OK;
+    if (own <= eKW_ACC_WARNING)
+    {
+        own = std::max(own, group.OnFunction(this));
+    }
     const bool isFollowed = own <= eKW_ACC_WARNING && HasCause(GetFollowed(), eCAUSE::On);
     return isFollowed
                ? std::max(own, root.GetDependencies().RunFollowers(eCAUSE::On, *this, nullptr))

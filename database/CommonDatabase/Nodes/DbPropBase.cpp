@@ -82,11 +82,13 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind, CDbPgRoot* root)
     {
         // The value stands whatever the rules answer: a refusal further down was reported there
         // and leaves a warning here.
-        const KW_ACCEPTANCE own = group->OnPropertySet(this);
+        const KW_ACCEPTANCE rows = RunRows(*group, eCAUSE::On | eCAUSE::OnAny);
+        const KW_ACCEPTANCE own = std::max(rows, group->OnPropertySet(this));
         const KW_ACCEPTANCE others = RunFollowers(eCAUSE::On, root);
         return std::min<KW_ACCEPTANCE>(std::max(own, others), eKW_ACC_WARNING);
     }
     case eWRITEKIND::Internal:
+        RunRows(*group, static_cast<UINT8>(eCAUSE::Delivered));
         group->OnPropertyDbSet(this);
         RunFollowers(eCAUSE::Delivered, root);
         break;
@@ -97,6 +99,13 @@ KW_ACCEPTANCE CDbPropBase::RunHook(eWRITEKIND kind, CDbPgRoot* root)
         break;
     }
     return eKW_ACC_OK;
+}
+
+/** Rows of the own group that this property starts. */
+KW_ACCEPTANCE CDbPropBase::RunRows(CDbPropertyGroup& group, UINT8 causes)
+{
+    return group.HasRows(causes) ? group.RunRows(causes, *this, this)
+                                 : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 
 /** Rows of other groups that follow this property at once. */

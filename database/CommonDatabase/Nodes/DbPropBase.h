@@ -133,6 +133,7 @@ private:
     KW_ACCEPTANCE Take(const CDbValue& value, eWRITEKIND kind, CDbPgRoot* root);
     KW_ACCEPTANCE Confirm(eWRITEKIND kind, CDbPgRoot* root);
     KW_ACCEPTANCE RunHook(eWRITEKIND kind, CDbPgRoot* root);
+    KW_ACCEPTANCE RunRows(CDbPropertyGroup& group, UINT8 causes);
     KW_ACCEPTANCE RunFollowers(eCAUSE cause, CDbPgRoot* root);
     void RestoreState(const CDbPropBaseHist& record, bool newState);
 

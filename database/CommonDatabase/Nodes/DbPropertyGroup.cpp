@@ -168,22 +168,18 @@ t_Couplings CDbPropertyGroup::Rules() const
     return {};
 }
 
-KW_ACCEPTANCE CDbPropertyGroup::OnPropertySet(const CDbPropBase* property)
+KW_ACCEPTANCE CDbPropertyGroup::OnPropertySet(const CDbPropBase* /*property*/)
 {
-    return RunRows(eCAUSE::On | eCAUSE::OnAny, *property, property);
+    return eKW_ACC_OK;
 }
 
 void CDbPropertyGroup::OnPropertyUnchanged(const CDbPropBase* /*property*/) {}
-void CDbPropertyGroup::OnPropertyDbSet(const CDbPropBase* property)
-{
-    RunRows(static_cast<UINT8>(eCAUSE::Delivered), *property, property);
-}
-
+void CDbPropertyGroup::OnPropertyDbSet(const CDbPropBase* /*property*/) {}
 void CDbPropertyGroup::OnPropertyAutoSet(const CDbPropBase* /*property*/) {}
 
-KW_ACCEPTANCE CDbPropertyGroup::OnFunction(const CDbFunction* function)
+KW_ACCEPTANCE CDbPropertyGroup::OnFunction(const CDbFunction* /*function*/)
 {
-    return RunRows(static_cast<UINT8>(eCAUSE::On), *function, nullptr);
+    return eKW_ACC_OK;
 }
 
 std::optional<KW_ACCEPTANCE> CDbPropertyGroup::OnFileFunction(const CDbFunction* /*function*/)
@@ -208,24 +204,15 @@ std::vector<CDbPropertyGroup::t_Twins> CDbPropertyGroup::GetTwins() const
 }
 
 void CDbPropertyGroup::UpdateChildAvailabilities() {}
-void CDbPropertyGroup::OnItemInserted(CDbContainerBase* container, const QString& /*item*/)
-{
-    RunItemRows(*container);
-}
-
-void CDbPropertyGroup::OnItemRemoved(CDbContainerBase* container, const QString& /*item*/)
-{
-    RunItemRows(*container);
-}
-
+void CDbPropertyGroup::OnItemInserted(CDbContainerBase* /*container*/, const QString& /*item*/) {}
+void CDbPropertyGroup::OnItemRemoved(CDbContainerBase* /*container*/, const QString& /*item*/) {}
 void CDbPropertyGroup::OnItemRenaming(CDbContainerBase* /*container*/, const QString& /*oldName*/,
                                       const QString& /*newName*/)
 {
 }
-void CDbPropertyGroup::OnItemRenamed(CDbContainerBase* container, const QString& /*oldName*/,
+void CDbPropertyGroup::OnItemRenamed(CDbContainerBase* /*container*/, const QString& /*oldName*/,
                                      const QString& /*newName*/)
 {
-    RunItemRows(*container);
 }
 
 void CDbPropertyGroup::OnFIMCreated()

@@ -14,6 +14,8 @@
 #include <vector>
 
 class CDbContainerBase;
+template <typename TNames>
+class CFoundGroup;
 
 /**
  * A node that owns properties, child groups and actions, in order, and counts the changes at and
@@ -59,8 +61,10 @@ public:
     virtual void IncChangeCounter();
     bool HasChanged(long long& counter) const override { return m_counter.HasChanged(counter); }
 
-    /** The couplings of the group's class (DbRules.h). The hooks below run them. */
+    /** The couplings of the group's class (DbRules.h). */
     virtual t_Couplings Rules() const;
+    /** Whether the table has rows of one of these causes (bits), of a group in a tree. */
+    bool HasRows(UINT8 causes) const { return (m_causes & causes) != 0; }
     /** The rows of these causes (bits) that a member of this group starts. `written` as for a
         step. An action ends with the first refusal. */
     KW_ACCEPTANCE RunRows(UINT8 causes, const CDbObject& source, const CDbPropBase* written);
@@ -75,7 +79,15 @@ public:
         return NNames::CNodeOf<TNode>::Cast(Resolve(way.path));
     }
 
-    // Hooks. The argument is a property of this group.
+    /** The rows that the items of a container start. */
+    void RunItemRows(const CDbContainerBase& container);
+
+    /** The group that a way leads to, to read several of its properties. In a tree only. */
+    template <typename TFrom, typename TGroup>
+    CFoundGroup<TGroup> Find(const NNames::t_Way<TFrom, TGroup>& way) const;
+
+    // Hooks, beside the table, for what it has no word for. The argument is a property of this
+    // group.
     /** Before a property takes a value. */
     virtual void PrePropertySet(const CDbPropBase* property);
     /** After a client's write. A code above 1 becomes a warning of that write. */
@@ -200,8 +212,6 @@ private:
     CDbObject* Resolve(const NNames::t_Path& path) const;
     /** One step of a row, watched where somebody watches. */
     KW_ACCEPTANCE RunStep(const t_Row& row, const t_Step& step, const CDbPropBase* written);
-    /** The rows that the items of a container start. */
-    void RunItemRows(const CDbContainerBase& container);
 
     /** Without a record, but counted. */
     void StoreAvailability(KW_AVAILABILITY availability);
@@ -217,3 +227,26 @@ private:
     /** Causes of the group's rows, known from its registration on. */
     UINT8 m_causes = 0;
 };
+
+/** A group that was found by its name: its properties are found by theirs. */
+template <typename TNames>
+class CFoundGroup
+{
+public:
+    explicit CFoundGroup(const CDbPropertyGroup& group) : m_group(group) {}
+    template <typename TNode>
+    auto* At(const NNames::t_Way<TNames, TNode>& name) const
+    {
+        return NNames::CNodeOf<TNode>::Cast(m_group.Properties()[name.path.steps[0]].get());
+    }
+
+private:
+    const CDbPropertyGroup& m_group;
+};
+
+template <typename TFrom, typename TGroup>
+CFoundGroup<TGroup> CDbPropertyGroup::Find(const NNames::t_Way<TFrom, TGroup>& way) const
+{
+    static_assert(TFrom::isRoot, "ways begin at the root");
+    return CFoundGroup<TGroup>(static_cast<CDbPropertyGroup&>(*Resolve(way.path)));
+}
