@@ -20,7 +20,8 @@ enum ACCESS_TYPE : INT32
 /**
  * The process-wide lock. Recursive: a thread may take a section as often as it gives it back.
  * Readers and writers exclude each other alike, because a bracket that reads may go on to write
- * and a shared lock that is upgraded in two threads at once never ends.
+ * and a shared lock that is upgraded in two threads at once never ends. A section that the calling
+ * thread does not hold is not given back.
  *
  * Builds with KWI_CHECK_LOCK_ORDER remember who holds what and report a lock that is given back
  * out of order, or never taken, with the place that took it.
@@ -29,14 +30,16 @@ class CLockManager
 {
 public:
     /** Never destroyed, so that trees released during process exit still find it. */
-    static CLockManager& instance();
+    static CLockManager& instance() { return s_instance; }
 
     void Lock(CS_TYPE section, ACCESS_TYPE access, const char* file, long line);
     /** With the arguments of the Lock that it ends. */
     void Unlock(CS_TYPE section, ACCESS_TYPE access, const char* file, long line);
 
 private:
-    CLockManager() = default;
+    constexpr CLockManager() = default;
+
+    static CLockManager s_instance;
 };
 
 /** Holds the lock for a block. */

@@ -58,15 +58,10 @@ void CDbContainerBase::Detach(CDbPropertyGroup& item)
     item.SetParent(nullptr);
 }
 
-bool CDbContainerBase::IsRecording() const
+CDbUndoStep* CDbContainerBase::RecordedStep() const
 {
     const CDbPgRoot* const root = GetDbRoot();
-    return root != nullptr && root->IsRecording();
-}
-
-void CDbContainerBase::AddToHistory(std::unique_ptr<CDbHistRecord> record)
-{
-    GetDbRoot()->AddRecord(std::move(record));
+    return root != nullptr ? root->GetStep() : nullptr;
 }
 
 void CDbContainerBase::CopyContents(const CDbPropertyGroup& source, CDbPropertyGroup& target)

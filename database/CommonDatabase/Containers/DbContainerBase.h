@@ -60,18 +60,19 @@ protected:
     template <typename TRecord, typename TContainer, typename... TArgs>
     void AddRecord(TContainer& container, const TArgs&... args)
     {
-        if (IsRecording())
+        if (CDbUndoStep* const step = RecordedStep())
         {
-            AddToHistory(std::make_unique<TRecord>(container, args...));
+            step->Make<TRecord>(container, args...);
         }
     }
     static std::shared_ptr<CDbPropertyGroup> Own(CDbPropertyGroup* item);
     virtual void RemoveAllItems() = 0;
 
-    bool IsRecording() const;
+    bool IsRecording() const { return RecordedStep() != nullptr; }
 
 private:
-    void AddToHistory(std::unique_ptr<CDbHistRecord> record);
+    /** Null while nothing is recorded. */
+    CDbUndoStep* RecordedStep() const;
 
     INT32 m_maxCount;
     bool m_dynamic;

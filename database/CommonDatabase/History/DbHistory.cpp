@@ -6,7 +6,6 @@
 #include "ErrorReport.h"
 
 #include <algorithm>
-#include <numeric>
 
 void CDbHistRecord::Undo()
 {
@@ -28,10 +27,9 @@ CDbPropBaseHist::CDbPropBaseHist(CDbPropBase& property)
 
 CDbPropBaseHist::~CDbPropBaseHist() = default;
 
-void CDbPropBaseHist::Finish()
+bool CDbPropBaseHist::DoFinish()
 {
-    m_property->FinishNewHistValueEntry(*this);
-    CDbHistRecord::Finish();
+    return m_property->FinishNewHistValueEntry(*this);
 }
 
 QString CDbPropBaseHist::GetText() const
@@ -74,13 +72,45 @@ void ApplyAll(TIterator begin, TIterator end, void (CDbHistRecord::*apply)(),
 }
 } // namespace
 
+void CDbStepMemory::Grow(std::size_t bytes)
+{
+    const std::size_t size = std::max({bytes, kFirstBlock, 2 * m_blockBytes});
+    m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
+    m_blockBytes = size;
+    m_left = size;
+}
+
+void CDbStepMemory::Clear()
+{
+    if (m_blockBytes > kKeptBlock)
+    {
+        m_blocks.clear();
+        m_blockBytes = 0;
+    }
+    else if (m_blocks.size() > 1)
+    {
+        m_blocks.erase(m_blocks.begin(), m_blocks.end() - 1);
+    }
+    m_left = m_blockBytes;
+}
+
 void CDbUndoStep::Finish()
 {
     // All first, so that none is lost when one can not be finished.
-    std::for_each(m_records.begin(), m_records.end(), [](const auto& r) { r->Finish(); });
-    m_records.erase(std::remove_if(m_records.begin(), m_records.end(),
-                                   [](const auto& record) { return !record->IsChanged(); }),
-                    m_records.end());
+    bool areChanged = true;
+    m_heldBytes = 0;
+    for (const t_Owner& record : m_records)
+    {
+        record->Finish();
+        areChanged = areChanged && record->IsChanged();
+        m_heldBytes += record->GetHeldBytes();
+    }
+    if (!areChanged)
+    {
+        m_records.erase(std::remove_if(m_records.begin(), m_records.end(),
+                                       [](const t_Owner& record) { return !record->IsChanged(); }),
+                        m_records.end());
+    }
 }
 
 void CDbUndoStep::Undo()
@@ -115,72 +145,94 @@ QString CDbUndoStep::GetText() const
     return !m_text.isEmpty() || m_records.empty() ? m_text : m_records.front()->GetText();
 }
 
-std::size_t CDbUndoStep::GetHeldBytes() const
+void CDbUndoStep::Clear()
 {
-    return std::accumulate(m_records.begin(), m_records.end(), std::size_t{0},
-                           [](std::size_t sum, const auto& record)
-                           { return sum + record->GetHeldBytes(); });
+    m_records.clear();
+    if (m_records.capacity() > kKeptRecords)
+    {
+        m_records.shrink_to_fit();
+    }
+    m_memory.Clear();
+    m_text.clear();
+    m_heldBytes = 0;
 }
 
-void CDbHistory::Add(std::unique_ptr<CDbUndoStep>& step)
+CDbUndoStep& CDbHistory::Begin()
 {
-    if (step->IsEmpty())
+    t_Step& step = Begun();
+    if (!step)
     {
+        step = std::make_unique<CDbUndoStep>();
+    }
+    return *step;
+}
+
+void CDbHistory::Take()
+{
+    if (Begun()->IsEmpty())
+    {
+        Drop();
         return;
     }
-    m_done.emplace_back();
-    m_done.back() = {std::move(step), 0};
-    m_done.back().bytes = m_done.back().step->GetHeldBytes();
-    m_doneBytes += m_done.back().bytes;
-    m_undone.clear();
-    while (m_done.size() > kMaxSteps ||
-           (m_doneBytes > NDbBounds::kMaxHistoryBytes && m_done.size() > 1))
+    if (m_undone > 0)
     {
-        m_doneBytes -= m_done.front().bytes;
-        m_done.pop_front();
+        DropUndone();
+    }
+    m_doneBytes += At(m_done)->GetHeldBytes();
+    ++m_done;
+    while (m_done > kMaxSteps || (m_doneBytes > NDbBounds::kMaxHistoryBytes && m_done > 1))
+    {
+        DropOldest();
     }
 }
 
-// Room comes first: a step that is undone must not get lost on the way.
+void CDbHistory::DropOldest()
+{
+    m_doneBytes -= At(0)->GetHeldBytes();
+    At(0)->Clear();
+    m_oldest = (m_oldest + 1) % kPlaces;
+    --m_done;
+}
+
+/** The one that was begun takes the place of the first of them. */
+void CDbHistory::DropUndone()
+{
+    At(m_done).swap(Begun());
+    for (; m_undone > 0; --m_undone)
+    {
+        At(m_done + m_undone)->Clear();
+    }
+}
+
 bool CDbHistory::Undo()
 {
-    if (m_done.empty())
+    if (m_done == 0)
     {
         return false;
     }
-    m_undone.reserve(m_undone.size() + 1);
-    m_done.back().step->Undo();
-    m_doneBytes -= m_done.back().bytes;
-    m_undone.push_back(std::move(m_done.back()));
-    m_done.pop_back();
+    At(m_done - 1)->Undo();
+    --m_done;
+    ++m_undone;
+    m_doneBytes -= At(m_done)->GetHeldBytes();
     return true;
 }
 
 bool CDbHistory::Redo()
 {
-    if (m_undone.empty())
+    if (m_undone == 0)
     {
         return false;
     }
-    m_done.emplace_back();
-    try
-    {
-        m_undone.back().step->Redo();
-    }
-    catch (...)
-    {
-        m_done.pop_back();
-        throw;
-    }
-    m_done.back() = std::move(m_undone.back());
-    m_doneBytes += m_done.back().bytes;
-    m_undone.pop_back();
+    At(m_done)->Redo();
+    m_doneBytes += At(m_done)->GetHeldBytes();
+    ++m_done;
+    --m_undone;
     return true;
 }
 
 void CDbHistory::Clear()
 {
-    m_done.clear();
-    m_undone.clear();
+    m_steps = {};
+    m_oldest = m_done = m_undone = 0;
     m_doneBytes = 0;
 }

@@ -58,9 +58,9 @@ void CDbPgRoot::OnTreeCreated()
     m_treeCreated = true;
 }
 
-void CDbPgRoot::OpenStep(const QString& text)
+void CDbPgRoot::OpenStep()
 {
-    m_step = std::make_unique<CDbUndoStep>(text);
+    m_step = &m_history.Begin();
     m_stepId = ++s_lastStepId;
 }
 
@@ -69,7 +69,7 @@ void CDbPgRoot::BeginOutermostScope(eWRITEKIND kind)
     m_exceptions = std::uncaught_exceptions();
     if (m_step == nullptr && IsClientWrite(kind) && m_historyEnabled)
     {
-        OpenStep(QString());
+        OpenStep();
     }
 }
 
@@ -118,46 +118,26 @@ void CDbPgRoot::LeaveOutermostScope(bool failed)
     }
 }
 
-void CDbPgRoot::CloseStep()
+void CDbPgRoot::FinishStep(bool rollBack)
 {
-    auto step = std::exchange(m_step, nullptr);
-    const bool rollBack = std::exchange(m_rollBack, false);
-    if (!step)
-    {
-        return;
-    }
+    CDbUndoStep& step = *std::exchange(m_step, nullptr);
     if (rollBack)
     {
-        step->RollBack();
+        step.RollBack();
+        m_history.Drop();
         return;
     }
     try
     {
-        step->Finish();
-        m_history.Add(step);
+        step.Finish();
     }
     catch (...)
     {
-        step->RollBack();
+        step.RollBack();
+        m_history.Drop();
         throw;
     }
-}
-
-void CDbPgRoot::Record(CDbPropBase& property)
-{
-    if (m_step && property.GetRecordedStep() != m_stepId)
-    {
-        m_step->Add(property.MakeNewHistValueEntry());
-        property.SetRecordedStep(m_stepId);
-    }
-}
-
-void CDbPgRoot::AddRecord(std::unique_ptr<CDbHistRecord> record)
-{
-    if (m_step)
-    {
-        m_step->Add(std::move(record));
-    }
+    m_history.Take();
 }
 
 void CDbPgRoot::Changed(CDbPropBase& property)
@@ -169,7 +149,7 @@ void CDbPgRoot::Changed(CDbPropBase& property)
 
 void CDbPgRoot::NameStep(const QString& text)
 {
-    if (m_step)
+    if (m_step != nullptr)
     {
         m_step->Name(text);
     }
@@ -185,7 +165,7 @@ void CDbPgRoot::DisableHistoryObjects()
 {
     const CLockGuard lock;
     m_historyEnabled = false;
-    m_step.reset();
+    m_step = nullptr;
     m_history.Clear();
 }
 
@@ -246,7 +226,7 @@ void CDbPgRoot::StartTransaction(const QString& text)
     {
         if (m_transactions == 0 && m_step == nullptr && m_historyEnabled)
         {
-            OpenStep(text);
+            OpenStep();
         }
         NameStep(text);
     }

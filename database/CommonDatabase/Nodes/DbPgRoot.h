@@ -53,9 +53,16 @@ public:
         }
     }
     /** Records the state of a property that is about to change, once per step. */
-    void Record(CDbPropBase& property);
-    void AddRecord(std::unique_ptr<CDbHistRecord> record);
-    bool IsRecording() const { return m_step != nullptr; }
+    void Record(CDbPropBase& property)
+    {
+        if (m_step != nullptr && property.GetRecordedStep() != m_stepId)
+        {
+            property.MakeNewHistValueEntry(*m_step);
+            property.SetRecordedStep(m_stepId);
+        }
+    }
+    /** The step that is being recorded; null for none. */
+    CDbUndoStep* GetStep() const { return m_step; }
     /** Unique number of the step that is being recorded. */
     UINT32 GetStepId() const { return m_stepId; }
     /** Counts a change and marks what depends on it. */
@@ -128,19 +135,27 @@ public:
     bool IsTreeCreated() const { return m_treeCreated; }
 
 private:
-    void OpenStep(const QString& text);
+    void OpenStep();
     void BeginOutermostScope(eWRITEKIND kind);
     void EndOutermostScope();
     void LeaveOutermostScope(bool failed);
     void RunDependants();
-    void CloseStep();
+    void CloseStep()
+    {
+        const bool rollBack = std::exchange(m_rollBack, false);
+        if (m_step != nullptr)
+        {
+            FinishStep(rollBack);
+        }
+    }
+    void FinishStep(bool rollBack);
     KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
     /** The tree as a file's text, and who may read that file. */
     QByteArray Serialized(bool csv, INT32 pattern, eREADERS& readers) const;
 
     CDependencies m_dependencies;
     CDbHistory m_history;
-    std::unique_ptr<CDbUndoStep> m_step;
+    CDbUndoStep* m_step = nullptr; ///< of the history
     UINT32 m_stepId = 0;
     INT32 m_scopes = 0;
     int m_exceptions = 0; ///< that were under way when the outermost scope began

@@ -237,11 +237,6 @@ KW_ACCEPTANCE CDbPropBase::IncDec(INT32 /*steps*/)
     return eKW_ACC_WRONG_KIND;
 }
 
-void CDbPropBase::FinishNewHistValueEntry(CDbPropBaseHist& record)
-{
-    SaveState(record, true);
-}
-
 void CDbPropBase::RollbackValue(const CDbPropBaseHist& record)
 {
     RestoreState(record, false);
@@ -270,11 +265,6 @@ KW_ACCEPTANCE CDbPropBase::CloneHistoryData(const CDbPropBaseHist& record, bool 
 KW_ACCEPTANCE CDbPropBase::ClonePropData(const CDbPropBase& source)
 {
     return RestoreValue(source);
-}
-
-CDbPropBase::t_CommonState CDbPropBase::GetCommonState() const
-{
-    return {GetValidity(), GetCurrentAvailability()};
 }
 
 void CDbPropBase::SetCommonState(const t_CommonState& state)

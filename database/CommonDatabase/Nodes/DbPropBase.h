@@ -61,10 +61,10 @@ public:
     /** Drops references to other nodes; called before the owning group goes. */
     virtual void ReleaseReferences() {}
 
-    /** A record that holds the present state as the old one. */
-    virtual std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() = 0;
-    /** Gives the record the present state as the new one. */
-    void FinishNewHistValueEntry(CDbPropBaseHist& record);
+    /** Adds a record to the step that holds the present state as the old one. */
+    virtual void MakeNewHistValueEntry(CDbUndoStep& step) = 0;
+    /** Gives the record the present state as the new one; false when it is the old one. */
+    virtual bool FinishNewHistValueEntry(CDbPropBaseHist& record) const = 0;
     /** Restore the record's old or new state whole: value, limits, validity, availability. */
     void RollbackValue(const CDbPropBaseHist& record);
     void RedoValue(const CDbPropBaseHist& record);
@@ -108,7 +108,6 @@ protected:
     /** Whether a write of it would change nothing. */
     virtual bool IsStored(const CDbValue& value) const { return Stands(value); }
     virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
-    virtual void SaveState(CDbPropBaseHist& record, bool newState) const = 0;
     virtual std::unique_ptr<IKWPropertyBase> CreateFIM() = 0;
     /** Texts of value-list entries. */
     virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
@@ -126,7 +125,7 @@ protected:
         KW_AVAILABILITY availability;
         bool operator==(const t_CommonState&) const = default;
     };
-    t_CommonState GetCommonState() const;
+    t_CommonState GetCommonState() const { return {GetValidity(), GetCurrentAvailability()}; }
     void SetCommonState(const t_CommonState& state);
 
 private:
@@ -151,9 +150,17 @@ template <typename TState>
 class CDbPropHist : public CDbPropBaseHist
 {
 public:
-    using CDbPropBaseHist::CDbPropBaseHist;
+    CDbPropHist(CDbPropBase& property, TState before)
+        : CDbPropBaseHist(property), m_before(std::move(before))
+    {
+    }
+    /** Takes the new state; false when it is the old one. */
+    bool Complete(TState after)
+    {
+        m_after = std::move(after);
+        return !(m_before == m_after);
+    }
     CDbValue GetValue(bool newValue) const override { return State(newValue).AsValue(); }
-    bool IsChanged() const override { return !(m_before == m_after); }
     std::size_t GetHeldBytes() const override
     {
         if constexpr (requires { m_before.HeldBytes(); })
@@ -163,11 +170,10 @@ public:
         }
         return sizeof(*this);
     }
-    TState& State(bool newState) { return newState ? m_after : m_before; }
     const TState& State(bool newState) const { return newState ? m_after : m_before; }
 
 private:
-    TState m_before{};
+    TState m_before;
     TState m_after{};
 };
 

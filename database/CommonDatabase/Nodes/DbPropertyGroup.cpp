@@ -44,13 +44,6 @@ public:
           m_before(group.GetCurrentAvailability()), m_after(m_before)
     {
     }
-    void Finish() override
-    {
-        const auto group = m_group.lock();
-        m_after = group ? group->GetCurrentAvailability() : m_before;
-        CDbHistRecord::Finish();
-    }
-    bool IsChanged() const override { return m_before != m_after; }
     std::size_t GetHeldBytes() const override { return sizeof(*this); }
     QString GetText() const override
     {
@@ -59,6 +52,12 @@ public:
     }
 
 protected:
+    bool DoFinish() override
+    {
+        const auto group = m_group.lock();
+        m_after = group ? group->GetCurrentAvailability() : m_before;
+        return m_before != m_after;
+    }
     void DoUndo() override { Restore(m_before); }
     void DoRedo() override { Restore(m_after); }
 
@@ -263,9 +262,10 @@ void CDbPropertyGroup::SetAvailability(KW_AVAILABILITY availability)
         return;
     }
     CDbPgRoot* const root = GetDbRoot();
-    if (root != nullptr && root->IsRecording() && m_recordedStep != root->GetStepId())
+    CDbUndoStep* const step = root != nullptr ? root->GetStep() : nullptr;
+    if (step != nullptr && m_recordedStep != root->GetStepId())
     {
-        root->AddRecord(std::make_unique<CAvailabilityHist>(*this));
+        step->Make<CAvailabilityHist>(*this);
         m_recordedStep = root->GetStepId();
     }
     StoreAvailability(availability);

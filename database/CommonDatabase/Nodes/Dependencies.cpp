@@ -201,12 +201,8 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
     }
 }
 
-void CDependencies::RunMarked()
+void CDependencies::RunAllMarked()
 {
-    if (m_running || m_marked.empty())
-    {
-        return;
-    }
     m_running = true;
     while (!m_marked.empty())
     {

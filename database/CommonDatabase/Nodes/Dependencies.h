@@ -40,7 +40,13 @@ public:
     void SetAutoUpdate(bool on) { m_autoUpdate = on; }
     void MarkChanged(const CDbPropBase& property);
     /** Runs what MarkChanged marked. */
-    void RunMarked();
+    void RunMarked()
+    {
+        if (!m_running && !m_marked.empty())
+        {
+            RunAllMarked();
+        }
+    }
     /** Drops all marks: what they stood for was taken back. */
     void Forget();
     /** The rows of other groups that follow a node at once, and the greatest of their codes. */
@@ -51,6 +57,7 @@ public:
     void CalculateEverything();
 
 private:
+    void RunAllMarked();
     struct t_Dependant
     {
         CDbPropertyGroup* owner = nullptr; ///< null where the owner has left the tree

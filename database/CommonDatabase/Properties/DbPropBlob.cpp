@@ -43,16 +43,14 @@ void CDbPropBlob::Store(const CDbValue& value, eWRITEKIND /*kind*/)
     m_value = std::get<QByteArray>(value);
 }
 
-std::unique_ptr<CDbPropBaseHist> CDbPropBlob::MakeNewHistValueEntry()
+void CDbPropBlob::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<CDbPropHist<t_State>>(*this, GetState());
 }
 
-void CDbPropBlob::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropBlob::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_value};
+    return static_cast<CDbPropHist<t_State>&>(record).Complete(GetState());
 }
 
 void CDbPropBlob::LoadState(const CDbPropBaseHist& record, bool newState)

@@ -18,7 +18,8 @@ public:
 
     CDbValue GetValue() const override { return Get(); }
     CDbValue GetDefaultValue() const override { return QByteArray(); }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     QString GetTypeName() const override { return QStringLiteral("blob"); }
     QString GetText() const override;
     QString GetDefaultText() const override { return QStringLiteral(""); }
@@ -28,7 +29,6 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
@@ -40,6 +40,7 @@ private:
         std::size_t HeldBytes() const { return static_cast<std::size_t>(value.size()); }
         bool operator==(const t_State&) const = default;
     };
+    t_State GetState() const { return {GetCommonState(), m_value}; }
 
     QByteArray m_value;
 };

@@ -194,17 +194,14 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::ParseText(const QString& text, CDbValue& val
     return eKW_ACC_OK;
 }
 
-std::unique_ptr<CDbPropBaseHist> CDbPropEnumIntAccess::MakeNewHistValueEntry()
+void CDbPropEnumIntAccess::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<CDbPropHist<t_State>>(*this, GetState());
 }
 
-void CDbPropEnumIntAccess::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropEnumIntAccess::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), GetAsInt(),
-                                                                  m_states};
+    return static_cast<CDbPropHist<t_State>&>(record).Complete(GetState());
 }
 
 void CDbPropEnumIntAccess::LoadState(const CDbPropBaseHist& record, bool newState)

@@ -69,7 +69,8 @@ public:
     /** Over the selectable values in the order of steps; stops at the ends with code 1. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
 
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     CDbValue GetValue() const override { return INT64{GetAsInt()}; }
     CDbValue GetDefaultValue() const override { return INT64{m_default}; }
     QString GetText() const override;
@@ -89,12 +90,13 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override = 0;
     /** Serial name; the number where a value has none. */
     QString TextOf(INT32 value) const;
 
 private:
+    t_State GetState() const { return {GetCommonState(), GetAsInt(), m_states}; }
+
     std::atomic<INT32> m_value{0};
     INT32 m_default = 0;
 };

@@ -461,19 +461,15 @@ KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
 }
 
 template <typename T>
-std::unique_ptr<CDbPropBaseHist> CDbPropNum<T>::MakeNewHistValueEntry()
+void CDbPropNum<T>::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<t_Hist>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<t_Hist>(*this, GetState());
 }
 
 template <typename T>
-void CDbPropNum<T>::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropNum<T>::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<t_Hist&>(record).State(newState) = {
-        GetCommonState(), Get(),     GetUserValue(), GetMin(),
-        GetMax(),         GetStep(), m_resolution,   GetDbUnit().GetUnit()};
+    return static_cast<t_Hist&>(record).Complete(GetState());
 }
 
 template <typename T>

@@ -114,7 +114,8 @@ public:
 
     CDbValue GetValue() const override { return Carry(Get()); }
     CDbValue GetDefaultValue() const override { return Carry(m_default); }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     QString GetTypeName() const override;
     QString GetText() const override;
     QString GetDefaultText() const override;
@@ -131,7 +132,6 @@ protected:
     bool Stands(const CDbValue& value) const override;
     bool IsStored(const CDbValue& value) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
     QString ToText(const QVariant& entry) const override;
 
@@ -152,6 +152,11 @@ private:
         CDbValue AsValue() const { return Carry(value); }
         bool operator==(const t_State&) const = default;
     };
+    t_State GetState() const
+    {
+        return {GetCommonState(), Get(),     GetUserValue(), GetMin(),
+                GetMax(),         GetStep(), m_resolution,   GetDbUnit().GetUnit()};
+    }
     using t_Hist = CDbPropHist<t_State>;
 
     static CDbValue Carry(T value) { return CDbValue(static_cast<t_Carrier>(value)); }

@@ -108,16 +108,14 @@ void CDbPropReference::Store(const CDbValue& value, eWRITEKIND /*kind*/)
     m_group = FindItem(std::get<QString>(value));
 }
 
-std::unique_ptr<CDbPropBaseHist> CDbPropReference::MakeNewHistValueEntry()
+void CDbPropReference::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<CDbPropHist<t_State>>(*this, GetState());
 }
 
-void CDbPropReference::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropReference::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = {GetCommonState(), m_group};
+    return static_cast<CDbPropHist<t_State>&>(record).Complete(GetState());
 }
 
 void CDbPropReference::LoadState(const CDbPropBaseHist& record, bool newState)

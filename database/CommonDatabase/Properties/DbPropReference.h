@@ -30,7 +30,8 @@ public:
 
     CDbValue GetValue() const override { return Get(); }
     CDbValue GetDefaultValue() const override { return QStringLiteral(""); }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     QString GetTypeName() const override { return QStringLiteral("reference"); }
     QString GetText() const override { return Get(); }
     QString GetDefaultText() const override { return QStringLiteral(""); }
@@ -41,7 +42,6 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
@@ -53,6 +53,7 @@ private:
         CDbValue AsValue() const { return PathOf(group); }
         bool operator==(const t_State& other) const;
     };
+    t_State GetState() const { return {GetCommonState(), m_group}; }
 
     std::shared_ptr<CDbPropertyGroup> FindItem(const QString& path) const;
     /** Null for an item that was removed: it may live on in the history or in a client's hands. */

@@ -36,16 +36,14 @@ void CDbPropTextBase::Store(const CDbValue& value, eWRITEKIND /*kind*/)
     m_value = std::get<QString>(value);
 }
 
-std::unique_ptr<CDbPropBaseHist> CDbPropTextBase::MakeNewHistValueEntry()
+void CDbPropTextBase::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<CDbPropHist<t_State>>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<CDbPropHist<t_State>>(*this, GetState());
 }
 
-void CDbPropTextBase::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropTextBase::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<CDbPropHist<t_State>&>(record).State(newState) = GetState();
+    return static_cast<CDbPropHist<t_State>&>(record).Complete(GetState());
 }
 
 void CDbPropTextBase::LoadState(const CDbPropBaseHist& record, bool newState)
@@ -135,16 +133,14 @@ KW_ACCEPTANCE CDbPropBitPattern::SetFormat(E_NUMBERFORMAT format)
     return eKW_ACC_OK;
 }
 
-std::unique_ptr<CDbPropBaseHist> CDbPropBitPattern::MakeNewHistValueEntry()
+void CDbPropBitPattern::MakeNewHistValueEntry(CDbUndoStep& step)
 {
-    auto record = std::make_unique<CDbPropHist<t_PatternState>>(*this);
-    SaveState(*record, false);
-    return record;
+    step.Make<CDbPropHist<t_PatternState>>(*this, GetPatternState());
 }
 
-void CDbPropBitPattern::SaveState(CDbPropBaseHist& record, bool newState) const
+bool CDbPropBitPattern::FinishNewHistValueEntry(CDbPropBaseHist& record) const
 {
-    static_cast<CDbPropHist<t_PatternState>&>(record).State(newState) = {GetState(), m_format};
+    return static_cast<CDbPropHist<t_PatternState>&>(record).Complete(GetPatternState());
 }
 
 void CDbPropBitPattern::LoadState(const CDbPropBaseHist& record, bool newState)

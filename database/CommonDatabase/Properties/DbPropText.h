@@ -18,7 +18,8 @@ public:
 
     CDbValue GetValue() const override { return Get(); }
     CDbValue GetDefaultValue() const override { return m_default; }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     QString GetText() const override { return Get(); }
     QString GetDefaultText() const override { return m_default; }
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
@@ -30,7 +31,6 @@ protected:
     virtual KW_ACCEPTANCE ValidateText(const QString& text) const = 0;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
 
     struct t_State
     {
@@ -85,12 +85,12 @@ public:
     E_NUMBERFORMAT GetFormat() const;
     std::shared_ptr<IKWBitPatternProperty> GetFIMPointer();
     QString GetTypeName() const override { return QStringLiteral("bitpattern"); }
-    std::unique_ptr<CDbPropBaseHist> MakeNewHistValueEntry() override;
+    void MakeNewHistValueEntry(CDbUndoStep& step) override;
+    bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
 
 protected:
     KW_ACCEPTANCE ValidateText(const QString& text) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    void SaveState(CDbPropBaseHist& record, bool newState) const override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
@@ -101,6 +101,7 @@ private:
         CDbValue AsValue() const { return text.AsValue(); }
         bool operator==(const t_PatternState&) const = default;
     };
+    t_PatternState GetPatternState() const { return {GetState(), m_format}; }
 
     INT32 m_maxLength = 64;
     E_NUMBERFORMAT m_format = eNUMBERFORMAT_BINARY;
