@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/Nodes/DbTypes.h"
+#include "CommonDatabase/Values/DbTypes.h"
 
 #include <deque>
 #include <memory>
 #include <vector>
-
-class CDbPropBase;
 
 /** One reversible change. */
 class CDbHistRecord
@@ -38,28 +36,6 @@ protected:
 private:
     eOPERATIONTYPE m_operation;
     ePROCESSINGTYPE m_processing = ePROCESSINGTYPE::Recording;
-};
-
-/** The state of one property before and after a step; the property's kind says what that holds. */
-class CDbPropBaseHist : public CDbHistRecord
-{
-public:
-    explicit CDbPropBaseHist(CDbPropBase& property);
-    ~CDbPropBaseHist() override;
-
-    CDbPropBase& GetProperty() const { return *m_property; }
-    void Finish() override;
-    QString GetText() const override;
-
-    /** The recorded value, old or new, as a variant. */
-    virtual CDbValue GetValue(bool newValue) const = 0;
-
-protected:
-    void DoUndo() override;
-    void DoRedo() override;
-
-private:
-    std::shared_ptr<CDbPropBase> m_property;
 };
 
 /** All that one client write, or one transaction, changed. */

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DbTypes.h"
+#include "CommonDatabase/Values/DbTypes.h"
 #include "IDbObject.h"
 
 #include <QList>
@@ -77,8 +77,9 @@ public:
         m_followed = causes;
     }
 
-    CDbPropertyGroup* GetParent() const { return m_parent; }
-    virtual void SetParent(CDbPropertyGroup* parent) { m_parent = parent; }
+    /** The group above; to be had where groups are known, in DbPropertyGroup.h. */
+    inline CDbPropertyGroup* GetParent() const;
+    inline void SetParent(CDbPropertyGroup* parent);
     /** The topmost node above this one, itself if it has no parent. */
     CDbObject* GetTop();
     /** The tree's root; null while a subtree is not (or no longer) part of a tree. */
@@ -114,7 +115,7 @@ protected:
 
 private:
     QString m_nodeName;
-    CDbPropertyGroup* m_parent = nullptr;
+    CDbObject* m_parent = nullptr; ///< a group
     UINT32 m_diagnosticId;
     KW_OBJECT_TYPE m_objectType : 8 = eOBJECTTYPE_SETTING;
     INT32 m_saveRecallType : 8 = eSAVERECALL_SETTINGS;
