@@ -85,7 +85,7 @@ public:
     /** The tree's root; null while a subtree is not (or no longer) part of a tree. */
     CDbPgRoot* GetDbRoot() const;
     /** This node as a root, null for every other class. */
-    virtual CDbPgRoot* AsDbRoot() { return nullptr; }
+    virtual CDbPgRoot* AsDbRoot() = 0;
 
     /** "DbObject", "Prop", "PropGroup", "Array", "ArrayItem", "Map", "MapItem". */
     virtual QString GetXMLElementName() const;
@@ -137,6 +137,7 @@ template <typename TInterface>
 class CDbNode : public CDbObject, public TInterface
 {
 public:
+    CDbPgRoot* AsDbRoot() override { return nullptr; }
     QString GetNodeName() const final { return CDbObject::GetNodeName(); }
     QString GetPath() const final { return CDbObject::GetPath(); }
     KW_OBJECT_TYPE GetObjectType() const final { return CDbObject::GetObjectType(); }
