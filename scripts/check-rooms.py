@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Fails when a source includes what its room may not, when the rooms of the rules include each other
-against their order, or go round in a circle, or when the model's folders hold code.
+"""Fails when a source includes what its room may not, when the folders of a room include each other
+against their order, when files go round in a circle, or when the model's folders hold code.
 
 The rooms and what they may include are described in docs/architecture.md.
 """
@@ -58,27 +58,43 @@ IFC_OF_THE_FRAME = {
     "KWSettingsFile.h", "KWTexts.h",
 }
 
-# Rooms of src/: which others a room may include. A name stands for itself; generated files belong
-# to the room of their model file. "Names" are generated, "Root" holds the groups of all.
+# Folders of a room: which others each may include, the lower ones first. A name stands for itself;
+# generated files belong to the folder of their model file.
 BELOW = {"Names", "Rules"}
-RULES_MAY_INCLUDE = {
-    "Names": set(),
-    "Rules": {"Names"},
-    "LabelList": set(),
-    "MeterBase": set(),
-    "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
-    "Channels": BELOW,
-    "Analysis": {"Channels", *BELOW},  # the cursors hold a level
-    "Buses": BELOW,
-    "Trigger": {"Buses", *BELOW},  # it holds the conditions of each bus
-    "Harmonic": BELOW,
-    "Instrument": BELOW,
-    "Logger": BELOW,
-    "Meter": BELOW,
-    "Spectrum": BELOW,
-    "Timebase": BELOW,
-    "Root": None,  # every room
+NODES = {"Values", "Couplings", "History", "Nodes"}
+FOLDERS_MAY_INCLUDE = {
+    "database/CommonDatabase": {
+        "Values": set(),
+        "Couplings": set(),
+        "History": {"Values"},
+        "Nodes": {"Values", "Couplings", "History"},
+        "Properties": NODES,
+        "Containers": {"Properties", *NODES},  # they hold their active item as a property
+        "Handles": {"Properties", "Containers", *NODES},
+        "Files": {"Properties", "Containers", *NODES},
+    },
+    "src": {
+        "Names": set(),  # generated
+        "Rules": {"Names"},
+        "LabelList": set(),
+        "MeterBase": set(),
+        "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
+        "Channels": BELOW,
+        "Analysis": {"Channels", *BELOW},  # the cursors hold a level
+        "Buses": BELOW,
+        "Trigger": {"Buses", *BELOW},  # it holds the conditions of each bus
+        "Harmonic": BELOW,
+        "Instrument": BELOW,
+        "Logger": BELOW,
+        "Meter": BELOW,
+        "Spectrum": BELOW,
+        "Timebase": BELOW,
+        "Root": None,  # every folder: it holds the groups of all
+    },
 }
+
+# Rooms whose files may not include each other in a circle.
+CIRCLES_IN = ("support/", "database/", "src/", "ifc/", "generated/")
 
 # Where the compiler looks for quoted names, after the folder of the including file.
 SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
@@ -155,21 +171,25 @@ def complaint(tree: CTree, source: str, quoted: str | None, library: str | None)
     return f"{room} may not use <{library}>"
 
 
-def rules_room(source: str) -> str | None:
-    """Room of src/ that a file stands in, generated or not."""
-    parts = source.removeprefix("generated/").split("/")
-    return parts[1] if parts[0] == "src" and len(parts) > 2 else None
+def folder_of(source: str) -> tuple[str, str] | None:
+    """Room and folder that a file stands in, generated or not, of a room that has folders."""
+    name = source.removeprefix("generated/")
+    for room in FOLDERS_MAY_INCLUDE:
+        folder, _, rest = name.removeprefix(f"{room}/").partition("/")
+        if name.startswith(f"{room}/") and rest:
+            return room, folder
+    return None
 
 
 def breach(source: str, target: str) -> str | None:
-    """What is wrong with an include from one room of src/ to another."""
-    room, other = rules_room(source), rules_room(target)
-    if room is None or other is None or room == other:
+    """What is wrong with an include from one folder of a room to another."""
+    (room, folder), (other_room, other) = (folder_of(name) or ("", "") for name in (source, target))
+    if not folder or room != other_room or folder == other:
         return None
-    if room not in RULES_MAY_INCLUDE:
-        return f"src/{room} is no room that scripts/check-rooms.py knows"
-    allowed = RULES_MAY_INCLUDE[room]
-    return None if allowed is None or other in allowed else f"{room} may not include {other}"
+    if folder not in FOLDERS_MAY_INCLUDE[room]:
+        return f"{room}/{folder} is no folder that scripts/check-rooms.py knows"
+    allowed = FOLDERS_MAY_INCLUDE[room][folder]
+    return None if allowed is None or other in allowed else f"{folder} may not include {other}"
 
 
 def includes(path: Path) -> list[tuple[int, str | None, str | None]]:
@@ -180,8 +200,8 @@ def includes(path: Path) -> list[tuple[int, str | None, str | None]]:
 
 
 def circles(tree: CTree) -> list[str]:
-    """Modules of src/, a header with its source, that include each other in a circle."""
-    module = {name: name.rsplit(".", 1)[0] for name in tree.files if rules_room(name)}
+    """Modules, a header with its source, that include each other in a circle."""
+    module = {name: name.rsplit(".", 1)[0] for name in tree.files if name.startswith(CIRCLES_IN)}
     graph: dict[str, set[str]] = {}
     for source, own in module.items():
         targets = {tree.resolve(source, quoted)
@@ -200,7 +220,7 @@ def circles(tree: CTree) -> list[str]:
 
     for node in sorted(graph):
         visit(node, [])
-    return [f"src goes round in a circle: {circle}" for circle in found]
+    return [f"files go round in a circle: {circle}" for circle in found]
 
 
 def check(root: Path, generated: Path) -> list[str]:

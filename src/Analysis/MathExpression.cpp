@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/MathExpression.h"
 
-#include "CommonDatabase/Properties/NumberText.h"
+#include "CommonDatabase/Values/NumberText.h"
 #include "Rules/UnitRules.h"
 
 #include <cmath>

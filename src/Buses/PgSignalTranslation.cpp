@@ -2,7 +2,7 @@
 #include "Buses/PgSignalTranslation.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "CommonDatabase/Couplings/DbWays.h"
+#include "CommonDatabase/Nodes/DbWays.h"
 #include "KWEnumerationsSerialBus.h"
 #include "Names/SerialBusLabelItem.h"
 #include "Names/SignalTranslation.h"

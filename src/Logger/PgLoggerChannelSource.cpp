@@ -2,8 +2,8 @@
 #include "Logger/PgLoggerChannelSource.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Containers/DbPropReference.h"
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "CommonDatabase/Properties/DbPropReference.h"
 #include "KWEnumerationsLogger.h"
 #include "Names/Counter.h"
 #include "Names/LoggerChannelSource.h"

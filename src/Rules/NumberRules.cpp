@@ -2,7 +2,7 @@
 #include "Rules/NumberRules.h"
 
 #include "CommonDatabase/Containers/DbContainerBase.h"
-#include "CommonDatabase/Properties/DbStepping.h"
+#include "CommonDatabase/Values/DbStepping.h"
 
 namespace NRules
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/Properties/DbStepping.h"
+#include "CommonDatabase/Values/DbStepping.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperFFT.h"
 #include "KWEnumerationsReadings.h"
 #include "Names/Channel.h"

@@ -2,8 +2,8 @@
 #include "Spectrum/PgSpectrumMarkers.h"
 
 #include "CheckedAccess.h"
+#include "CommonDatabase/Containers/DbPropReference.h"
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "CommonDatabase/Properties/DbPropReference.h"
 #include "KWEnumerationsOnOff.h"
 #include "Names/ReferenceMarker.h"
 #include "Names/SpectrumMarker.h"

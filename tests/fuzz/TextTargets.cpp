@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/MathExpression.h"
-#include "CommonDatabase/Properties/NumberText.h"
+#include "CommonDatabase/Values/NumberText.h"
 #include "KWMath.h"
 #include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"

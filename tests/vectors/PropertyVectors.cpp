@@ -2,8 +2,8 @@
 #include "Vectors.h"
 
 #include "CommonDatabase/Properties/DbPropNum.h"
-#include "CommonDatabase/Properties/DbStepping.h"
-#include "CommonDatabase/Properties/NumberText.h"
+#include "CommonDatabase/Values/DbStepping.h"
+#include "CommonDatabase/Values/NumberText.h"
 
 #include <limits>
 

@@ -18,7 +18,7 @@ _OTHER_TYPES = {
     "bitpattern": ("CDbPropBitPattern", "IKWBitPatternProperty", "Properties/DbPropText.h"),
     "filepath": ("CDbPropFilePath", "IKWFilePathProperty", "Properties/DbPropText.h"),
     "blob": ("CDbPropBlob", "IKWBlobProperty", "Properties/DbPropBlob.h"),
-    "reference": ("CDbPropReference", "IKWReferenceProperty", "Properties/DbPropReference.h"),
+    "reference": ("CDbPropReference", "IKWReferenceProperty", "Containers/DbPropReference.h"),
 }
 _ACTION_TYPES = {
     "function": ("CDbFunction", "IKWAction"),

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DbContainerBase.h"
 
-#include "CommonDatabase/Files/DbSettings.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "CommonDatabase/Properties/DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
 
 KW_ACCEPTANCE CDbContainerBase::CheckClientAccess() const
 {
@@ -51,10 +50,7 @@ void CDbContainerBase::Adopt(CDbPropertyGroup& item, const QString& name, eWRITE
 
 void CDbContainerBase::Detach(CDbPropertyGroup& item)
 {
-    if (CDbPgRoot* const root = item.GetDbRoot())
-    {
-        root->GetDependencies().LeaveItem(item);
-    }
+    item.LeaveTree();
     item.SetParent(nullptr);
 }
 
@@ -62,18 +58,6 @@ CDbUndoStep* CDbContainerBase::RecordedStep() const
 {
     const CDbPgRoot* const root = GetDbRoot();
     return root != nullptr ? root->GetStep() : nullptr;
-}
-
-void CDbContainerBase::CopyContents(const CDbPropertyGroup& source, CDbPropertyGroup& target)
-{
-    QList<QString> fields;
-    source.SerializeCSV(fields);
-    QListIterator<QString> iterator(fields);
-    CDbSettingsDocument document;
-    if (document.ReadCsvElement(iterator))
-    {
-        CDbRecall::Apply(target, document);
-    }
 }
 
 const CDbContainerBase::t_ItemClass& CDbContainerBase::GetItemClass() const

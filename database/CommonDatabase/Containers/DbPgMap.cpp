@@ -2,7 +2,7 @@
 #include "DbPgMap.h"
 
 #include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "CommonDatabase/Properties/DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
 #include "KWErrorReport.h"
 #include "LockManager.h"
 

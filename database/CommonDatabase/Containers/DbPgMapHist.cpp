@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/Properties/DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
 #include "DbPgMap.h"
 
 CDbPgMapHist::CDbPgMapHist(CDbPgMapBase& map, eOPERATIONTYPE operation, const QString& name,

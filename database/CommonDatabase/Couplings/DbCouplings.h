@@ -79,7 +79,15 @@ struct t_Couplings
         return {first, first + row.sourceCount};
     }
     /** Bits of eCAUSE of all rows. */
-    UINT8 Causes() const;
+    UINT8 Causes() const
+    {
+        UINT8 causes = 0;
+        for (const t_Row& row : *this)
+        {
+            causes |= static_cast<UINT8>(row.cause);
+        }
+        return causes;
+    }
     /** Whether a member of the group itself starts the row. */
     bool StartsAt(const t_Row& row, NNames::eNODE kind, UINT8 place) const
     {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/Nodes/DbTypes.h"
-#include "CommonDatabase/Properties/DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
+#include "CommonDatabase/Values/DbTypes.h"
 
 #include <QList>
 #include <QListIterator>

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbHistory.h"
 
-#include "CommonDatabase/Nodes/DbPropBase.h"
-#include "CommonDatabase/Properties/DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
 #include "ErrorReport.h"
 
 #include <algorithm>
@@ -17,34 +16,6 @@ void CDbHistRecord::Redo()
 {
     DoRedo();
     m_processing = ePROCESSINGTYPE::Done;
-}
-
-CDbPropBaseHist::CDbPropBaseHist(CDbPropBase& property)
-    : CDbHistRecord(eOPERATIONTYPE::Value),
-      m_property(std::static_pointer_cast<CDbPropBase>(property.shared_from_this()))
-{
-}
-
-CDbPropBaseHist::~CDbPropBaseHist() = default;
-
-bool CDbPropBaseHist::DoFinish()
-{
-    return m_property->FinishNewHistValueEntry(*this);
-}
-
-QString CDbPropBaseHist::GetText() const
-{
-    return m_property->GetPath();
-}
-
-void CDbPropBaseHist::DoUndo()
-{
-    m_property->RollbackValue(*this);
-}
-
-void CDbPropBaseHist::DoRedo()
-{
-    m_property->RedoValue(*this);
 }
 
 namespace

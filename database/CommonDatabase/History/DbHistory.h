@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/Nodes/DbTypes.h"
+#include "CommonDatabase/Values/DbTypes.h"
 
 #include <array>
 #include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
-
-class CDbPropBase;
 
 /** One reversible change; it lives in the memory of the step that it belongs to. */
 class CDbHistRecord
@@ -48,28 +46,6 @@ private:
     eOPERATIONTYPE m_operation;
     ePROCESSINGTYPE m_processing = ePROCESSINGTYPE::Recording;
     bool m_isChanged = true;
-};
-
-/** The state of one property before and after a step; the property's kind says what that holds. */
-class CDbPropBaseHist : public CDbHistRecord
-{
-public:
-    explicit CDbPropBaseHist(CDbPropBase& property);
-    ~CDbPropBaseHist() override;
-
-    CDbPropBase& GetProperty() const { return *m_property; }
-    QString GetText() const override;
-
-    /** The recorded value, old or new, as a variant. */
-    virtual CDbValue GetValue(bool newValue) const = 0;
-
-protected:
-    bool DoFinish() override;
-    void DoUndo() override;
-    void DoRedo() override;
-
-private:
-    std::shared_ptr<CDbPropBase> m_property;
 };
 
 /** Memory that is handed out piece by piece and taken back all at once. What a small step needs is

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DbFunction.h"
 
-#include "DbPgRoot.h"
 #include "LockManager.h"
 
 #include <algorithm>
@@ -44,86 +43,6 @@ private:
 } // namespace
 
 CDbFunction::~CDbFunction() = default;
-
-KW_ACCEPTANCE CDbFunction::CheckAccess() const
-{
-    const CDbPgRoot* const root = GetDbRoot();
-    if (root == nullptr)
-    {
-        return eKW_ACC_DETACHED;
-    }
-    if (!root->MayWrite())
-    {
-        return eKW_ACC_NO_WRITE_ACCESS;
-    }
-    return GetAvailability() == eAVAILABILITY_AVAILABLE ? eKW_ACC_OK : eKW_ACC_NOT_AVAILABLE;
-}
-
-void CDbFunction::CountRun()
-{
-    m_runs.IncChangeCounter();
-    GetParent()->IncChangeCounter();
-}
-
-std::optional<KW_ACCEPTANCE> CDbFunction::RunOnFile()
-{
-    // Without the lock another thread may let the tree go: it stays until this has ended.
-    std::shared_ptr<CDbObject> keptRoot;
-    std::shared_ptr<CDbObject> keptGroup;
-    CDbPropertyGroup* group = nullptr;
-    {
-        const CLockGuard lock;
-        if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
-        {
-            return access;
-        }
-        group = GetParent();
-        keptGroup = group->weak_from_this().lock();
-        keptRoot = GetDbRoot()->weak_from_this().lock();
-    }
-    const auto code = group->OnFileFunction(this);
-    const CLockGuard lock;
-    if (code && *code <= eKW_ACC_WARNING && GetParent() != nullptr)
-    {
-        CountRun();
-    }
-    return code;
-}
-
-/** Rows of other groups run only for what the own group accepts. */
-KW_ACCEPTANCE CDbFunction::RunRules(CDbPgRoot& root)
-{
-    CDbPropertyGroup& group = *GetParent();
-    const auto on = static_cast<UINT8>(eCAUSE::On);
-    KW_ACCEPTANCE own = group.HasRows(on) ? group.RunRows(on, *this, nullptr) : eKW_ACC_OK;
-    if (own <= eKW_ACC_WARNING)
-    {
-        own = std::max(own, group.OnFunction(this));
-    }
-    const bool isFollowed = own <= eKW_ACC_WARNING && HasCause(GetFollowed(), eCAUSE::On);
-    return isFollowed
-               ? std::max(own, root.GetDependencies().RunFollowers(eCAUSE::On, *this, nullptr))
-               : own;
-}
-
-KW_ACCEPTANCE CDbFunction::Order(KW_OP_EVENT event)
-{
-    const CLockGuard lock;
-    if (const KW_ACCEPTANCE access = CheckAccess(); access > eKW_ACC_WARNING)
-    {
-        return access;
-    }
-    CDbPgRoot* const root = GetDbRoot();
-    const CDbRootScope scope(root, eWRITEKIND::Client);
-    root->NameStep(GetPath());
-    const KW_ACCEPTANCE code =
-        event == eKW_OP_EVENT_START ? RunRules(*root) : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
-    if (code <= eKW_ACC_WARNING)
-    {
-        CountRun();
-    }
-    return code;
-}
 
 KW_ACCEPTANCE CDbFunction::Set()
 {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommonDatabase/Handles/LazyHandle.h"
 #include "DbChangeCounter.h"
 #include "DbObject.h"
 #include "IKWProperties.h"
+#include "LazyHandle.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DbObject.h"
 
-#include "CommonDatabase/Containers/DbContainerBase.h"
-#include "CommonDatabase/Files/DbSettings.h"
-#include "DbPgRoot.h"
 #include "LockManager.h"
 
 #include <algorithm>
@@ -14,10 +11,10 @@ namespace
 std::atomic<UINT32> s_nextDiagnosticId{1};
 
 /** "/Name" in groups, "[key]" for items. */
-QString PathStep(const CDbObject& node, const CDbPropertyGroup& parent)
+QString PathStep(const CDbObject& node, KW_NODE_KIND ofParent)
 {
-    if (dynamic_cast<const CDbContainerBase*>(&parent) != nullptr &&
-        node.GetKind() != eKW_NODE_PROPERTY)
+    const bool isInContainer = ofParent == eKW_NODE_ARRAY || ofParent == eKW_NODE_MAP;
+    if (isInContainer && node.GetKind() != eKW_NODE_PROPERTY)
     {
         return QStringLiteral("[%1]").arg(node.GetNodeName());
     }
@@ -50,7 +47,7 @@ QString CDbObject::GetPath() const
     for (const CDbObject* node = this; node->m_parent != nullptr && !node->m_topLevel;
          node = node->m_parent)
     {
-        path.prepend(PathStep(*node, *node->m_parent));
+        path.prepend(PathStep(*node, node->m_parent->GetKind()));
     }
     return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
 }
@@ -114,55 +111,3 @@ QString CDbObject::GetXMLElementName() const
 {
     return QStringLiteral("DbObject");
 }
-
-bool CDbObject::SerializeXML(QXmlStreamWriter* writer, INT32 pattern) const
-{
-    const CLockGuard lock(eACCESS_READ);
-    CDbXmlSettingsWriter out(*writer);
-    Serialize(out, pattern);
-    return out.IsGood();
-}
-
-bool CDbObject::SerializeCSV(QList<QString>& fields, INT32 pattern) const
-{
-    const CLockGuard lock(eACCESS_READ);
-    CDbCsvSettingsWriter out(fields);
-    Serialize(out, pattern);
-    return out.IsGood();
-}
-
-bool CDbObject::DeSerializeXML(QXmlStreamReader* reader)
-{
-    CDbSettingsDocument document;
-    return document.ReadXmlElement(*reader) && CDbRecall::Apply(*this, document).IsClean();
-}
-
-bool CDbObject::DeSerializeCSV(QListIterator<QString>& fields)
-{
-    CDbSettingsDocument document;
-    return document.ReadCsvElement(fields) && CDbRecall::Apply(*this, document).IsClean();
-}
-
-void CDbObject::Serialize(CDbSettingsWriter& writer, INT32 pattern) const
-{
-    if ((m_saveRecallType & pattern) == 0)
-    {
-        return;
-    }
-    writer.StartElement(GetXMLElementName());
-    SerializeBaseAttributes(writer);
-    SerializeProp(writer);
-    writer.EndElement();
-}
-
-void CDbObject::SerializeBaseAttributes(CDbSettingsWriter& writer) const
-{
-    writer.Attribute(KW_SETTINGS_NAME, m_nodeName);
-}
-
-bool CDbObject::SerializeProp(CDbSettingsWriter& /*writer*/) const
-{
-    return true;
-}
-
-void CDbObject::DeSerialize(const CDbSettingsElement& /*element*/, CDbRecall& /*recall*/) {}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DbTypes.h"
+#include "CommonDatabase/Values/DbTypes.h"
 #include "IDbObject.h"
 
 #include <QList>
@@ -77,14 +77,15 @@ public:
         m_followed = causes;
     }
 
-    CDbPropertyGroup* GetParent() const { return m_parent; }
-    virtual void SetParent(CDbPropertyGroup* parent) { m_parent = parent; }
+    /** The group above; to be had where groups are known, in DbPropertyGroup.h. */
+    inline CDbPropertyGroup* GetParent() const;
+    inline void SetParent(CDbPropertyGroup* parent);
     /** The topmost node above this one, itself if it has no parent. */
     CDbObject* GetTop();
     /** The tree's root; null while a subtree is not (or no longer) part of a tree. */
     CDbPgRoot* GetDbRoot() const;
     /** This node as a root, null for every other class. */
-    virtual CDbPgRoot* AsDbRoot() { return nullptr; }
+    virtual CDbPgRoot* AsDbRoot() = 0;
 
     /** "DbObject", "Prop", "PropGroup", "Array", "ArrayItem", "Map", "MapItem". */
     virtual QString GetXMLElementName() const;
@@ -114,7 +115,7 @@ protected:
 
 private:
     QString m_nodeName;
-    CDbPropertyGroup* m_parent = nullptr;
+    CDbObject* m_parent = nullptr; ///< a group
     UINT32 m_diagnosticId;
     KW_OBJECT_TYPE m_objectType : 8 = eOBJECTTYPE_SETTING;
     INT32 m_saveRecallType : 8 = eSAVERECALL_SETTINGS;
@@ -136,6 +137,7 @@ template <typename TInterface>
 class CDbNode : public CDbObject, public TInterface
 {
 public:
+    CDbPgRoot* AsDbRoot() override { return nullptr; }
     QString GetNodeName() const final { return CDbObject::GetNodeName(); }
     QString GetPath() const final { return CDbObject::GetPath(); }
     KW_OBJECT_TYPE GetObjectType() const final { return CDbObject::GetObjectType(); }

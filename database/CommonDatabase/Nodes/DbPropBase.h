@@ -2,15 +2,17 @@
 #pragma once
 
 #include "CommonDatabase/Couplings/DbCouplings.h"
-#include "CommonDatabase/Handles/LazyHandle.h"
 #include "CommonDatabase/History/DbHistory.h"
 #include "DbObject.h"
 #include "IKWProperties.h"
+#include "LazyHandle.h"
 #include "LockManager.h"
 
 #include <QVariant>
 #include <atomic>
 #include <initializer_list>
+
+class CDbPropBaseHist;
 
 /**
  * Base of every property, and the one way to write: every change of every property passes
@@ -143,6 +145,28 @@ private:
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;
     CLazyHandle<IKWPropertyBase> m_fim;
+};
+
+/** The state of one property before and after a step; the property's kind says what that holds. */
+class CDbPropBaseHist : public CDbHistRecord
+{
+public:
+    explicit CDbPropBaseHist(CDbPropBase& property);
+    ~CDbPropBaseHist() override;
+
+    CDbPropBase& GetProperty() const { return *m_property; }
+    QString GetText() const override;
+
+    /** The recorded value, old or new, as a variant. */
+    virtual CDbValue GetValue(bool newValue) const = 0;
+
+protected:
+    bool DoFinish() override;
+    void DoUndo() override;
+    void DoRedo() override;
+
+private:
+    std::shared_ptr<CDbPropBase> m_property;
 };
 
 /** The record of a property kind whose state is a value type TState with operator==. */

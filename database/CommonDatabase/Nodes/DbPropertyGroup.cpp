@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropertyGroup.h"
 
-#include "CommonDatabase/Containers/DbContainerBase.h"
-#include "CommonDatabase/Files/DbSettings.h"
-#include "DbPgRoot.h"
 #include "LockManager.h"
 
 #include <algorithm>
@@ -25,55 +22,7 @@ auto NodeAt(const TList& list, INT32 index) -> decltype(list.front().get())
                                                                        : list[index].get();
 }
 
-INT32 SavedPatternOf(const CDbObject& node)
-{
-    return node.GetKind() == eKW_NODE_PROPERTY
-               ? node.GetSaveRecallType()
-               : dynamic_cast<const CDbPropertyGroup&>(node).GetSavedPattern();
-}
 } // namespace
-
-/** Availability of a group before and after a step. The group is held weakly: one that is gone for
-    good has none to restore, and the root would hold itself. */
-class CDbPropertyGroup::CAvailabilityHist final : public CDbHistRecord
-{
-public:
-    explicit CAvailabilityHist(CDbPropertyGroup& group)
-        : CDbHistRecord(eOPERATIONTYPE::Availability),
-          m_group(std::static_pointer_cast<CDbPropertyGroup>(group.shared_from_this())),
-          m_before(group.GetCurrentAvailability()), m_after(m_before)
-    {
-    }
-    std::size_t GetHeldBytes() const override { return sizeof(*this); }
-    QString GetText() const override
-    {
-        const auto group = m_group.lock();
-        return group ? group->GetPath() : QStringLiteral("");
-    }
-
-protected:
-    bool DoFinish() override
-    {
-        const auto group = m_group.lock();
-        m_after = group ? group->GetCurrentAvailability() : m_before;
-        return m_before != m_after;
-    }
-    void DoUndo() override { Restore(m_before); }
-    void DoRedo() override { Restore(m_after); }
-
-private:
-    void Restore(KW_AVAILABILITY availability)
-    {
-        if (const auto group = m_group.lock())
-        {
-            group->StoreAvailability(availability);
-        }
-    }
-
-    std::weak_ptr<CDbPropertyGroup> m_group;
-    KW_AVAILABILITY m_before;
-    KW_AVAILABILITY m_after;
-};
 
 CDbPropertyGroup::~CDbPropertyGroup()
 {
@@ -116,10 +65,7 @@ void CDbPropertyGroup::RemovePropGroupFromList(CDbPropertyGroup* group)
                                     [group](const auto& child) { return child.get() == group; });
     if (found != m_groups.end())
     {
-        if (CDbPgRoot* const root = GetDbRoot())
-        {
-            root->GetDependencies().LeaveItem(*group);
-        }
+        group->LeaveTree();
         group->SetParent(nullptr);
         const auto after = m_groups.erase(found);
         std::for_each(after, m_groups.end(),
@@ -252,23 +198,6 @@ void CDbPropertyGroup::VisitChildrenFirst(const std::function<void(CDbPropertyGr
     }
     VisitItems([&visit](CDbPropertyGroup& item) { item.VisitChildrenFirst(visit); });
     visit(*this);
-}
-
-void CDbPropertyGroup::SetAvailability(KW_AVAILABILITY availability)
-{
-    const CLockGuard lock;
-    if (availability == GetCurrentAvailability())
-    {
-        return;
-    }
-    CDbPgRoot* const root = GetDbRoot();
-    CDbUndoStep* const step = root != nullptr ? root->GetStep() : nullptr;
-    if (step != nullptr && m_recordedStep != root->GetStepId())
-    {
-        step->Make<CAvailabilityHist>(*this);
-        m_recordedStep = root->GetStepId();
-    }
-    StoreAvailability(availability);
 }
 
 void CDbPropertyGroup::StoreAvailability(KW_AVAILABILITY availability)
@@ -431,57 +360,6 @@ std::size_t CDbPropertyGroup::CountNodes() const
     std::for_each(m_groups.begin(), m_groups.end(), [&add](const auto& group) { add(*group); });
     VisitItems(add);
     return count;
-}
-
-void CDbPropertyGroup::Serialize(CDbSettingsWriter& writer, INT32 pattern) const
-{
-    if ((GetSavedPattern() & pattern) == 0)
-    {
-        return;
-    }
-    writer.StartElement(GetXMLElementName());
-    SerializeBaseAttributes(writer);
-    SerializeContents(writer, pattern);
-    writer.EndElement();
-}
-
-void CDbPropertyGroup::SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const
-{
-    for (const auto& property : m_properties)
-    {
-        property->Serialize(writer, pattern);
-    }
-    for (const auto& group : m_groups)
-    {
-        group->Serialize(writer, pattern);
-    }
-}
-
-void CDbPropertyGroup::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
-{
-    for (CDbSettingsElement child = element.FirstChild(); !child.IsNull(); child = child.Next())
-    {
-        DeSerializeChild(child, recall);
-    }
-}
-
-void CDbPropertyGroup::DeSerializeChild(const CDbSettingsElement& element, CDbRecall& recall)
-{
-    CDbObject* const node = FindMember(element.Name());
-    if (node == nullptr || node->GetXMLElementName() != element.Kind())
-    {
-        recall.Skip(*this, QStringLiteral("Unknown %1 \"%2\"")
-                               .arg(element.Kind().toString(), element.Name().toString()));
-        return;
-    }
-    // What Serialize leaves out of files of this pattern, none of them can touch.
-    if ((SavedPatternOf(*node) & recall.GetPattern()) == 0)
-    {
-        recall.Skip(*this, QStringLiteral("No part of such settings: %1 \"%2\"")
-                               .arg(element.Kind().toString(), element.Name().toString()));
-        return;
-    }
-    node->DeSerialize(element, recall);
 }
 
 void CDbPropertyGroup::WriteDefaults(INT32 pattern)

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "CommonDatabase/Couplings/DbCouplings.h"
-#include "CommonDatabase/Handles/LazyHandle.h"
 #include "DbChangeCounter.h"
 #include "DbFunction.h"
 #include "DbObject.h"
 #include "DbPropBase.h"
 #include "IKWFunctionBase.h"
+#include "LazyHandle.h"
 
 #include <functional>
 #include <optional>
@@ -80,7 +80,7 @@ public:
     }
 
     /** The rows that the items of a container start. */
-    void RunItemRows(const CDbContainerBase& container);
+    void RunItemRows(const CDbObject& container);
 
     /** The group that a way leads to, to read several of its properties. In a tree only. */
     template <typename TFrom, typename TGroup>
@@ -134,6 +134,8 @@ public:
     void RunFreshRows();
     /** Registers the rows that follow other groups, or wait for the end of a write. */
     void EnterTree(CDbPgRoot& root);
+    /** Takes the rows of the group and of all below it out of the tree, and what follows them. */
+    void LeaveTree();
 
     /** Items of a container, visited after the child groups. */
     virtual void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const;
@@ -227,6 +229,16 @@ private:
     /** Causes of the group's rows, known from its registration on. */
     UINT8 m_causes = 0;
 };
+
+inline CDbPropertyGroup* CDbObject::GetParent() const
+{
+    return static_cast<CDbPropertyGroup*>(m_parent);
+}
+
+inline void CDbObject::SetParent(CDbPropertyGroup* parent)
+{
+    m_parent = parent;
+}
 
 /** A group that was found by its name: its properties are found by theirs. */
 template <typename TNames>

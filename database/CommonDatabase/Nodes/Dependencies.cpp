@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Dependencies.h"
 
-#include "CommonDatabase/Couplings/DbWays.h"
 #include "DbPropertyGroup.h"
+#include "DbWays.h"
 #include "ErrorReport.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "CommonDatabase/Couplings/DbCouplings.h"
-#include "DbTypes.h"
+#include "CommonDatabase/Values/DbTypes.h"
 
 #include <functional>
 #include <vector>

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropBlob.h"
 
-#include "CommonDatabase/Handles/DbHandles.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "LockManager.h"
 
 QByteArray CDbPropBlob::Get() const
@@ -58,11 +56,6 @@ void CDbPropBlob::LoadState(const CDbPropBaseHist& record, bool newState)
     const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
     SetCommonState(state.common);
     m_value = state.value;
-}
-
-std::unique_ptr<IKWPropertyBase> CDbPropBlob::CreateFIM()
-{
-    return std::make_unique<CFIMBlob>(*this);
 }
 
 std::shared_ptr<IKWBlobProperty> CDbPropBlob::GetFIMPointer()

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/Handles/DbHandles.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "DbBounds.h"
+#include "CommonDatabase/Values/DbBounds.h"
 #include "DbPropText.h"
 #include "LockManager.h"
 #include "WholeFile.h"
@@ -121,11 +119,6 @@ KW_ACCEPTANCE CDbPropFilePath::Write(const QByteArray& contents) const
     QString error;
     return KW_WriteWholeFile(GetFullPath(), contents, error) ? eKW_ACC_OK
                                                              : eKW_ACC_FILE_NOT_WRITABLE;
-}
-
-std::unique_ptr<IKWPropertyBase> CDbPropFilePath::CreateFIM()
-{
-    return std::make_unique<CFIMFilePath>(*this);
 }
 
 std::shared_ptr<IKWFilePathProperty> CDbPropFilePath::GetFIMPointer()

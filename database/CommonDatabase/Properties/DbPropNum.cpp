@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropNum.h"
 
-#include "CommonDatabase/Files/DbSettings.h"
-#include "CommonDatabase/Handles/DbHandles.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "DbStepping.h"
-#include "DbValueList.h"
+#include "CommonDatabase/Values/DbStepping.h"
+#include "CommonDatabase/Values/DbValueList.h"
+#include "CommonDatabase/Values/NumberText.h"
 #include "KWEnumerationsUnits.h"
 #include "LockManager.h"
 #include "MatConstants.h"
-#include "NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -549,23 +546,16 @@ KW_ACCEPTANCE CDbPropNum<T>::ParseText(const QString& text, CDbValue& value) con
 }
 
 template <typename T>
-bool CDbPropNum<T>::SerializeProp(CDbSettingsWriter& writer) const
+QString CDbPropNum<T>::GetWishText() const
 {
-    CDbPropBase::SerializeProp(writer);
-    if (GetUserValue() != Get())
-    {
-        writer.Attribute(KW_SETTINGS_USER_VALUE, KW_NumberToText(GetUserValue()));
-    }
-    return writer.IsGood();
+    return GetUserValue() != Get() ? KW_NumberToText(GetUserValue()) : QString();
 }
 
 template <typename T>
-void CDbPropNum<T>::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
+void CDbPropNum<T>::RestoreWish(QStringView text)
 {
-    CDbPropBase::DeSerialize(element, recall);
-    const QStringView text = element.Attribute(KW_SETTINGS_USER_VALUE);
     T wish{};
-    if (text.isNull() || !KW_TextToNumber(text, wish) || !IsNumber(wish))
+    if (!KW_TextToNumber(text, wish) || !IsNumber(wish))
     {
         return;
     }
@@ -573,12 +563,6 @@ void CDbPropNum<T>::DeSerialize(const CDbSettingsElement& element, CDbRecall& re
     change.Touch();
     m_userValue.store(PlainZero(std::clamp(wish, m_declaredMin, m_declaredMax)),
                       std::memory_order_release);
-}
-
-template <typename T>
-std::unique_ptr<IKWPropertyBase> CDbPropNum<T>::CreateFIM()
-{
-    return std::make_unique<CFIMNumeric<T>>(*this);
 }
 
 template <typename T>

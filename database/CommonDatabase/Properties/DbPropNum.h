@@ -2,7 +2,7 @@
 #pragma once
 
 #include "CommonDatabase/Nodes/DbPropBase.h"
-#include "DbUnit.h"
+#include "CommonDatabase/Values/DbUnit.h"
 
 #include <atomic>
 #include <limits>
@@ -30,6 +30,15 @@ public:
     double GetStepFactor() const { return m_stepFactor; }
     E_NUMBERFORMAT GetFormat() const { return m_format; }
     INT32 GetBitGroupSize() const { return m_bitGroupSize; }
+
+    bool SerializeProp(CDbSettingsWriter& writer) const override;
+    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
+
+protected:
+    /** The user's value where limits hold it back; a null text where it stands. */
+    virtual QString GetWishText() const = 0;
+    /** Takes the user's value of a file; what is no number of the type is passed over. */
+    virtual void RestoreWish(QStringView text) = 0;
 
 private:
     double m_stepFactor = 2.0;
@@ -123,8 +132,6 @@ public:
     QString GetMaxText() const override;
     QString GetStepText() const override;
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
-    bool SerializeProp(CDbSettingsWriter& writer) const override;
-    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
 
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
@@ -134,6 +141,8 @@ protected:
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
     QString ToText(const QVariant& entry) const override;
+    QString GetWishText() const override;
+    void RestoreWish(QStringView text) override;
 
 private:
     /** The alternative of CDbValue that carries T. */

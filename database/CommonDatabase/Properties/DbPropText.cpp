@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropText.h"
 
-#include "CommonDatabase/Handles/DbHandles.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "LockManager.h"
 
 #include <algorithm>
@@ -91,11 +89,6 @@ KW_ACCEPTANCE CDbPropString::ValidateText(const QString& text) const
                : static_cast<KW_ACCEPTANCE>(eKW_ACC_NOT_IN_VALUE_LIST);
 }
 
-std::unique_ptr<IKWPropertyBase> CDbPropString::CreateFIM()
-{
-    return std::make_unique<CFIMString>(*this);
-}
-
 std::shared_ptr<IKWStringProperty> CDbPropString::GetFIMPointer()
 {
     return {shared_from_this(), static_cast<IKWStringProperty*>(EnsureFIM())};
@@ -154,11 +147,6 @@ E_NUMBERFORMAT CDbPropBitPattern::GetFormat() const
 {
     const CLockGuard lock(eACCESS_READ);
     return m_format;
-}
-
-std::unique_ptr<IKWPropertyBase> CDbPropBitPattern::CreateFIM()
-{
-    return std::make_unique<CFIMBitPattern>(*this);
 }
 
 std::shared_ptr<IKWBitPatternProperty> CDbPropBitPattern::GetFIMPointer()

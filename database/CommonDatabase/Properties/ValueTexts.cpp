@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "CommonDatabase/Nodes/DbPgRoot.h"
-#include "Decimal.h"
+#include "CommonDatabase/Nodes/DbPropertyGroup.h"
+#include "CommonDatabase/Values/Decimal.h"
 #include "EnumNameInfo.h"
 #include "KWEnumerationsUnits.h"
 #include "KWTexts.h"

@@ -2,9 +2,9 @@
 // Generated from Texts.toml: change the model, not this file.
 #pragma once
 
+#include "CommonDatabase/Containers/DbPropReference.h"
 #include "CommonDatabase/Nodes/ZELPropertyGroup.h"
 #include "CommonDatabase/Properties/DbPropBlob.h"
-#include "CommonDatabase/Properties/DbPropReference.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 
 class IKWFunctionTexts;

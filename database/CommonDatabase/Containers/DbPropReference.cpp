@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropReference.h"
 
-#include "CommonDatabase/Containers/DbContainerBase.h"
-#include "CommonDatabase/Files/DbSettings.h"
-#include "CommonDatabase/Handles/DbHandles.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "DbContainerBase.h"
 #include "LockManager.h"
 
 std::shared_ptr<CDbPropertyGroup> CDbPropReference::FindItem(const QString& path) const
@@ -78,11 +76,6 @@ KW_ACCEPTANCE CDbPropReference::ParseText(const QString& text, CDbValue& value) 
     return eKW_ACC_OK;
 }
 
-void CDbPropReference::DeSerialize(const CDbSettingsElement& element, CDbRecall& recall)
-{
-    recall.Defer([this, element](CDbRecall& later) { CDbPropBase::DeSerialize(element, later); });
-}
-
 KW_ACCEPTANCE CDbPropReference::Validate(CDbValue& value, eWRITEKIND /*kind*/) const
 {
     const QString* const path = std::get_if<QString>(&value);
@@ -123,11 +116,6 @@ void CDbPropReference::LoadState(const CDbPropBaseHist& record, bool newState)
     const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
     SetCommonState(state.common);
     m_group = state.group;
-}
-
-std::unique_ptr<IKWPropertyBase> CDbPropReference::CreateFIM()
-{
-    return std::make_unique<CFIMReference>(*this);
 }
 
 std::shared_ptr<IKWReferenceProperty> CDbPropReference::GetFIMPointer()

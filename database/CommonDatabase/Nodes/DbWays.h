@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DbNames.h"
+#include "CommonDatabase/Couplings/DbNames.h"
 
 #include <functional>
 

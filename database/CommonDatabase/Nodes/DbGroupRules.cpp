@@ -1,21 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "DbCouplings.h"
-
-#include "CommonDatabase/Containers/DbContainerBase.h"
-#include "CommonDatabase/Nodes/DbPgRoot.h"
+#include "DbPgRoot.h"
 #include "DbWays.h"
 
 #include <algorithm>
-
-UINT8 t_Couplings::Causes() const
-{
-    UINT8 causes = 0;
-    for (const t_Row& row : *this)
-    {
-        causes |= static_cast<UINT8>(row.cause);
-    }
-    return causes;
-}
 
 /** Keeps the stack of running rows while somebody watches. */
 class CRunningRow
@@ -83,7 +70,7 @@ KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
     return code;
 }
 
-void CDbPropertyGroup::RunItemRows(const CDbContainerBase& container)
+void CDbPropertyGroup::RunItemRows(const CDbObject& container)
 {
     const t_Couplings rules = HasRows(static_cast<UINT8>(eCAUSE::Items)) ? Rules() : t_Couplings{};
     for (const t_Row& row : rules)
@@ -149,6 +136,14 @@ void CDbPropertyGroup::EnterTree(CDbPgRoot& root)
     if (rules.rowCount > 0)
     {
         root.GetDependencies().Enter(*this, rules);
+    }
+}
+
+void CDbPropertyGroup::LeaveTree()
+{
+    if (CDbPgRoot* const root = GetDbRoot())
+    {
+        root->GetDependencies().LeaveItem(*this);
     }
 }
 
