@@ -160,8 +160,9 @@ void CDbRecall::SettleTwins(CDbPropertyGroup& top)
             for (const auto& [one, other] : group.GetTwins())
             {
                 const bool isOneNamed = took(one);
+                const CDbPropBase* const named = isOneNamed ? one : other;
                 if (isOneNamed != took(other) &&
-                    group.OnPropertySet(isOneNamed ? one : other) != eKW_ACC_OK)
+                    group.RunRows(eCAUSE::On | eCAUSE::OnAny, *named, named) != eKW_ACC_OK)
                 {
                     CountSkipped(); // reported by the rule
                 }
