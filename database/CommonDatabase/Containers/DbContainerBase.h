@@ -24,6 +24,8 @@ public:
     /** Nodes of one item of the container's class. */
     std::size_t GetNodesPerItem() const;
     IDbContainer* AsContainer() override { return this; }
+    /** An item of the container's class that belongs to nothing, to see what items have. */
+    std::shared_ptr<CDbPropertyGroup> MakeSample() const { return Own(CreateItem(0)); }
 
     /** Position of an item in the container's order, −1 for a stranger. */
     virtual INT32 PositionOf(const CDbPropertyGroup& item) const = 0;

@@ -109,12 +109,13 @@ public:
     /** Two settings that say the same in two ways, in either order. */
     struct t_Twins
     {
+        const t_Row* row;
         const CDbPropBase* one;
         const CDbPropBase* other;
     };
     /** The pairs of this group. Where a file names one of a pair, that counts as written when
-        everything else of the file is there: OnPropertySet derives the other. */
-    virtual std::vector<t_Twins> GetTwins() const;
+        everything else of the file is there: its rows derive the other. */
+    std::vector<t_Twins> GetTwins() const;
     /** Recomputes the availabilities of the children. */
     virtual void UpdateChildAvailabilities();
     /** Changes of a container of this group; `item` is the item's name. */
