@@ -54,7 +54,7 @@ MAY_INCLUDE = {
 IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
-    "IKWProperties.h", "KWBrackets.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
+    "IKWProperties.h", "KWBrackets.h", "KWCouplings.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
     "KWSettingsFile.h", "KWTexts.h",
 }
 

@@ -1,8 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "ZelTree.h"
 
+#include "CommonDatabase/Containers/DbContainerBase.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
+
+namespace
+{
+/** A file, as one writes it by hand, that names one property. */
+QByteArray FileNaming(const CDbPropBase& property, const QString& text)
+{
+    QString file = QStringLiteral("<Prop Name=\"%1\" Value=\"%2\"/>")
+                       .arg(property.GetNodeName(), text.toHtmlEscaped());
+    for (const CDbPropertyGroup* group = property.GetParent(); group != nullptr;
+         group = group->GetParent())
+    {
+        const bool isItem = dynamic_cast<CDbContainerBase*>(group->GetParent()) != nullptr;
+        file = QStringLiteral("<%1 Name=\"%2\">%3</%1>")
+                   .arg(isItem ? QStringLiteral("ArrayItem") : group->GetXMLElementName(),
+                        group->GetNodeName(), file);
+    }
+    return QStringLiteral("<Settings Kind=\"ZEL\" Version=\"1.0\">%1</Settings>")
+        .arg(file)
+        .toUtf8();
+}
+} // namespace
 
 void VisitGroups(const std::shared_ptr<IDbGroup>& group,
                  const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit)
@@ -73,6 +98,32 @@ std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& r
         std::dynamic_pointer_cast<IDbGroup>(root->GetDbObject()->Find(QString::fromLatin1(path)));
     EXPECT_TRUE(group && group->AsContainer()) << path;
     return {group, group->AsContainer()};
+}
+
+void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
+{
+    VisitGroups(root->GetDbObject(),
+                [count](const std::shared_ptr<IDbGroup>& group)
+                {
+                    IDbContainer* const container = group->AsContainer();
+                    while (container != nullptr && container->IsDynamic() &&
+                           container->GetCount() < count)
+                    {
+                        ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
+                            << group->GetPath().toStdString();
+                    }
+                });
+}
+
+KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
+                           const QString& text)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a.xml")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(FileNaming(property, text));
+    file.close();
+    return root->Recall(file.fileName());
 }
 
 void CFindings::Check(bool holds, const QByteArray& what)

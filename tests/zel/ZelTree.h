@@ -10,6 +10,8 @@
 #include <random>
 #include <vector>
 
+class CDbPropBase;
+
 // What the tests of the whole tree share.
 
 /** Visits every group below and with `group`, items of containers included, parents first. */
@@ -27,6 +29,14 @@ std::shared_ptr<IDbProperty> Property(const std::shared_ptr<IKWFunctionZEL>& roo
                                       const char* path);
 std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& root,
                                         const char* path);
+
+/** Inserts items until every container that clients fill holds at least `count`, nested ones too.
+ */
+void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count);
+
+/** Recalls a file, as one writes it by hand, that names one property. */
+KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
+                           const QString& text);
 
 /** Collects what does not hold. */
 class CFindings

@@ -24,6 +24,7 @@ public:
     /** Nodes of one item of the container's class. */
     std::size_t GetNodesPerItem() const;
     IDbContainer* AsContainer() override { return this; }
+    std::shared_ptr<CDbPropertyGroup> MakeSample() const override { return Own(CreateItem(0)); }
 
     /** Position of an item in the container's order, −1 for a stranger. */
     virtual INT32 PositionOf(const CDbPropertyGroup& item) const = 0;

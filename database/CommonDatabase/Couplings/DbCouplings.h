@@ -106,23 +106,35 @@ struct t_Couplings
 /** A row that runs, and the one that it runs inside of. */
 struct t_RunningRow
 {
-    CDbPropertyGroup* group;
+    const CDbPropertyGroup* group;
     const t_Row* row;
     const t_Step* step;
     const t_RunningRow* below;
 };
 
-/** Told of every change of a property, with the rows that run. One for the process, under the
-    tree's lock. */
+/** Told what starts which row, and of every change of a node with the rows that run. One for the
+    process, under the tree's lock. */
 class CRowTrace
 {
 public:
     virtual ~CRowTrace() = default;
-    /** `running` is null for what a client wrote. */
+    /** `source` is the setting, action or container that starts a row, of Twins the one that a file
+        names; null for a row that is fresh or computed. A row that waits (Changed) runs later. */
+    virtual void OnStarted(const CDbPropertyGroup& group, const t_Row& row,
+                           const CDbObject* source) = 0;
+    /** Value, limits, validity or availability changed, or the items of a container did. `running`
+        is null for what no row did, such as a client's write. Not told of undo and redo. */
     virtual void OnChanged(const CDbObject& node, const t_RunningRow* running) = 0;
 
     /** Null ends the watch. */
     static void Watch(CRowTrace* trace) { s_trace = trace; }
+    static void NoteStart(const CDbPropertyGroup& group, const t_Row& row, const CDbObject* source)
+    {
+        if (s_trace != nullptr)
+        {
+            s_trace->OnStarted(group, row, source);
+        }
+    }
     static void NoteChange(const CDbObject& node)
     {
         if (s_trace != nullptr)

@@ -157,11 +157,16 @@ void CDbRecall::SettleTwins(CDbPropertyGroup& top)
     top.VisitChildrenFirst(
         [this, &took](CDbPropertyGroup& group)
         {
-            for (const auto& [one, other] : group.GetTwins())
+            for (const auto& [row, one, other] : group.GetTwins())
             {
                 const bool isOneNamed = took(one);
-                if (isOneNamed != took(other) &&
-                    group.OnPropertySet(isOneNamed ? one : other) != eKW_ACC_OK)
+                const CDbPropBase* const named = isOneNamed ? one : other;
+                if (isOneNamed == took(other))
+                {
+                    continue;
+                }
+                CRowTrace::NoteStart(group, *row, named);
+                if (group.RunRows(eCAUSE::On | eCAUSE::OnAny, *named, named) != eKW_ACC_OK)
                 {
                     CountSkipped(); // reported by the rule
                 }

@@ -8,15 +8,14 @@
 class CRunningRow
 {
 public:
-    CRunningRow(CDbPropertyGroup& group, const t_Row& row)
-        : m_running{&group, &row, nullptr, CRowTrace::s_running}
+    CRunningRow(const CDbPropertyGroup& group, const t_Row& row, const t_Step& step)
+        : m_running{&group, &row, &step, CRowTrace::s_running}
     {
         CRowTrace::s_running = &m_running;
     }
     ~CRunningRow() { CRowTrace::s_running = m_running.below; }
     CRunningRow(const CRunningRow&) = delete;
     CRunningRow& operator=(const CRunningRow&) = delete;
-    void At(const t_Step& step) { m_running.step = &step; }
 
 private:
     t_RunningRow m_running;
@@ -29,8 +28,7 @@ KW_ACCEPTANCE CDbPropertyGroup::RunStep(const t_Row& row, const t_Step& step,
     {
         return step.run(*this, written);
     }
-    CRunningRow running(*this, row);
-    running.At(step);
+    const CRunningRow running(*this, row, step);
     return step.run(*this, written);
 }
 
@@ -61,6 +59,7 @@ KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
         {
             continue;
         }
+        CRowTrace::NoteStart(*this, row, &source);
         code = std::max(code, RunRow(row, written));
         if (written == nullptr && code > eKW_ACC_WARNING)
         {
@@ -72,12 +71,14 @@ KW_ACCEPTANCE CDbPropertyGroup::RunRows(UINT8 causes, const CDbObject& source,
 
 void CDbPropertyGroup::RunItemRows(const CDbObject& container)
 {
+    CRowTrace::NoteChange(container);
     const t_Couplings rules = HasRows(static_cast<UINT8>(eCAUSE::Items)) ? Rules() : t_Couplings{};
     for (const t_Row& row : rules)
     {
         if (row.cause == eCAUSE::Items &&
             rules.StartsAt(row, NNames::eNODE::Group, container.GetPlace()))
         {
+            CRowTrace::NoteStart(*this, row, &container);
             RunRow(row, nullptr);
         }
     }
@@ -89,6 +90,7 @@ void CDbPropertyGroup::RunFreshRows()
     {
         if (row.cause == eCAUSE::Fresh)
         {
+            CRowTrace::NoteStart(*this, row, nullptr);
             RunRow(row, nullptr);
         }
     }
@@ -123,6 +125,7 @@ void CDbPropertyGroup::UpdateGroup()
         {
             if (!HasRun(rules, row, row.steps[i]))
             {
+                CRowTrace::NoteStart(*this, row, nullptr);
                 RunStep(row, row.steps[i], nullptr);
             }
         }

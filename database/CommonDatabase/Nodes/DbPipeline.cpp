@@ -355,4 +355,5 @@ void CDbPropertyGroup::SetAvailability(KW_AVAILABILITY availability)
         m_recordedStep = root->GetStepId();
     }
     StoreAvailability(availability);
+    CRowTrace::NoteChange(*this);
 }

@@ -109,12 +109,13 @@ public:
     /** Two settings that say the same in two ways, in either order. */
     struct t_Twins
     {
+        const t_Row* row;
         const CDbPropBase* one;
         const CDbPropBase* other;
     };
     /** The pairs of this group. Where a file names one of a pair, that counts as written when
-        everything else of the file is there: OnPropertySet derives the other. */
-    virtual std::vector<t_Twins> GetTwins() const;
+        everything else of the file is there: its rows derive the other. */
+    std::vector<t_Twins> GetTwins() const;
     /** Recomputes the availabilities of the children. */
     virtual void UpdateChildAvailabilities();
     /** Changes of a container of this group; `item` is the item's name. */
@@ -141,6 +142,8 @@ public:
     virtual void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const;
     /** Null where there is none. */
     virtual CDbPropertyGroup* ItemAtPosition(INT32 position) const;
+    /** An item of a container's class that belongs to nothing, to see what items have. */
+    virtual std::shared_ptr<CDbPropertyGroup> MakeSample() const { return nullptr; }
 
     /** Runs `visit` for this group and all below, children first, items included. */
     void VisitChildrenFirst(const std::function<void(CDbPropertyGroup&)>& visit);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbWays.h"
 
-#include "CommonDatabase/Nodes/DbPropertyGroup.h"
+#include "DbPropertyGroup.h"
 
 using namespace NNames;
 
@@ -86,4 +86,39 @@ void NWays::Visit(CDbPropertyGroup& from, const t_Path& path,
                   const std::function<void(CDbPropertyGroup&)>& visitContainer)
 {
     t_Walk{path, visit, visitContainer}.From(from, 0);
+}
+
+QString NWays::TextOf(const CDbPropertyGroup& from, const t_Path& path)
+{
+    const CDbPropertyGroup* group = &from;
+    QString text = from.GetPath();
+    const auto append = [&text](const CDbObject& node)
+    { text += (text.isEmpty() ? QString() : QStringLiteral("/")) + node.NodeName(); };
+    std::shared_ptr<CDbPropertyGroup> sample; // stands in for the items of an empty container
+    const UINT8 steps = GroupSteps(path);
+    for (UINT8 i = 0; i < steps; ++i)
+    {
+        const UINT8 step = path.steps[i];
+        if ((step & t_Path::kItem) == 0)
+        {
+            group = GroupAt(*group, step);
+            append(*group);
+            continue;
+        }
+        const INT32 position = step & ~t_Path::kItem;
+        const bool isEach = step == t_Path::kEach;
+        text += isEach ? QStringLiteral("[each]") : QStringLiteral("[%1]").arg(position);
+        const CDbPropertyGroup& container = *group;
+        group = container.ItemAtPosition(isEach ? 0 : position);
+        if (group == nullptr)
+        {
+            sample = container.MakeSample();
+            group = sample.get();
+        }
+    }
+    if (path.kind != eNODE::Group)
+    {
+        append(*MemberAt(*group, path.kind, path.steps[steps]));
+    }
+    return text;
 }

@@ -18,4 +18,8 @@ CDbObject* Resolve(const CDbPropertyGroup& from, const NNames::t_Path& path);
 void Visit(CDbPropertyGroup& from, const NNames::t_Path& path,
            const std::function<void(CDbObject&)>& visit,
            const std::function<void(CDbPropertyGroup&)>& visitContainer);
+
+/** The path of what a path of names leads to, "[each]" for every item. All its names exist, but for
+    that of an item. */
+QString TextOf(const CDbPropertyGroup& from, const NNames::t_Path& path);
 } // namespace NWays

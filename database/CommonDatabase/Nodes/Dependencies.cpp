@@ -8,16 +8,6 @@
 #include <algorithm>
 #include <functional>
 
-void CDependencies::Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
-                        std::function<void()> update, const QString& name)
-{
-    const UINT16 place = PlaceFor({&owner, nullptr, false, false, std::move(update), name});
-    for (CDbPropBase* const source : sources)
-    {
-        FollowNode(*source, place, eCAUSE::Changed);
-    }
-}
-
 void CDependencies::Enter(CDbPropertyGroup& group, const t_Couplings& rules)
 {
     for (const t_Row& row : rules)
@@ -29,23 +19,23 @@ void CDependencies::Enter(CDbPropertyGroup& group, const t_Couplings& rules)
             isAtOnce && std::any_of(first, last, [](const auto& path) { return !path.IsOwn(); });
         if (waits || isElsewhere)
         {
-            FollowSources(PlaceFor({&group, &row, false, false, {}, {}}));
+            FollowSources(PlaceFor({&group, &row, false, false}));
         }
     }
 }
 
-UINT16 CDependencies::PlaceFor(t_Dependant dependant)
+UINT16 CDependencies::PlaceFor(const t_Dependant& dependant)
 {
     if (m_freePlaces.empty())
     {
-        m_dependants.push_back(std::move(dependant));
+        m_dependants.push_back(dependant);
         // What leaves again must not need memory: it may leave because there is none.
         m_freePlaces.reserve(m_dependants.capacity());
         return static_cast<UINT16>(m_dependants.size() - 1);
     }
     const UINT16 place = m_freePlaces.back();
     m_freePlaces.pop_back();
-    m_dependants[place] = std::move(dependant);
+    m_dependants[place] = dependant;
     return place;
 }
 
@@ -156,22 +146,8 @@ void CDependencies::LeaveNode(CDbObject& source)
 
 QString CDependencies::NameOf(const t_Dependant& dependant)
 {
-    return dependant.row == nullptr
-               ? dependant.name
-               : QStringLiteral("%1/%2").arg(dependant.owner->GetPath(),
-                                             QLatin1String(dependant.row->steps[0].name));
-}
-
-/** The entry may move while it runs: a row may take items in. */
-void CDependencies::Run(const t_Dependant& dependant)
-{
-    if (dependant.row == nullptr)
-    {
-        const auto update = dependant.update;
-        update();
-        return;
-    }
-    dependant.owner->RunRow(*dependant.row, nullptr);
+    return QStringLiteral("%1/%2").arg(dependant.owner->GetPath(),
+                                       QLatin1String(dependant.row->steps[0].name));
 }
 
 void CDependencies::MarkChanged(const CDbPropBase& property)
@@ -183,7 +159,12 @@ void CDependencies::MarkChanged(const CDbPropBase& property)
     for (const UINT16 place : m_followersOfSource[property.GetSourceNumber() - 1U])
     {
         t_Dependant& dependant = m_dependants[place];
-        if (dependant.marked || !dependant.Waits())
+        if (!dependant.Waits())
+        {
+            continue;
+        }
+        CRowTrace::NoteStart(*dependant.owner, *dependant.row, &property);
+        if (dependant.marked)
         {
             continue;
         }
@@ -214,7 +195,8 @@ void CDependencies::RunAllMarked()
             m_ran.push_back(place);
             m_dependants[place].marked = false;
             m_dependants[place].done = true;
-            Run(m_dependants[place]);
+            // The entry may move while it runs: a row may take items in.
+            m_dependants[place].owner->RunRow(*m_dependants[place].row, nullptr);
         }
     }
     Forget();
@@ -244,8 +226,9 @@ KW_ACCEPTANCE CDependencies::RunFollowers(eCAUSE cause, const CDbObject& source,
     for (std::size_t i = 0; i < m_followersOfSource[number].size(); ++i)
     {
         const t_Dependant& dependant = m_dependants[m_followersOfSource[number][i]];
-        if (m_autoUpdate && dependant.row != nullptr && dependant.row->cause == cause)
+        if (m_autoUpdate && dependant.row->cause == cause)
         {
+            CRowTrace::NoteStart(*dependant.owner, *dependant.row, &source);
             code = std::max(code, dependant.owner->RunRow(*dependant.row, written));
         }
     }
@@ -260,9 +243,10 @@ void CDependencies::CalculateEverything()
     {
         const t_Dependant& dependant = m_dependants[place];
         if (dependant.owner != nullptr && dependant.Waits() &&
-            (dependant.row == nullptr || dependant.row->again != eAGAIN::Never))
+            dependant.row->again != eAGAIN::Never)
         {
-            Run(dependant);
+            CRowTrace::NoteStart(*dependant.owner, *dependant.row, nullptr);
+            dependant.owner->RunRow(*dependant.row, nullptr);
         }
     }
 }

@@ -4,7 +4,6 @@
 #include "CommonDatabase/Couplings/DbCouplings.h"
 #include "CommonDatabase/Values/DbTypes.h"
 
-#include <functional>
 #include <vector>
 
 class CDbObject;
@@ -32,9 +31,6 @@ public:
     void EnterItem(const CDbPropertyGroup& container);
     /** An item leaves its container, or a group its parent, with its rows and what follows it. */
     void LeaveItem(CDbPropertyGroup& item);
-    /** `update` belongs to `owner` and depends on `sources`; `name` is for reports. */
-    void Add(CDbPropertyGroup& owner, const std::vector<CDbPropBase*>& sources,
-             std::function<void()> update, const QString& name);
 
     /** Automatic updates after every write; off while the tree is being built. */
     void SetAutoUpdate(bool on) { m_autoUpdate = on; }
@@ -64,20 +60,17 @@ private:
         const t_Row* row = nullptr;
         bool marked = false;
         bool done = false;
-        std::function<void()> update;
-        QString name;
-        bool Waits() const { return row == nullptr || row->cause == eCAUSE::Changed; }
+        bool Waits() const { return row->cause == eCAUSE::Changed; }
     };
     /** The rows that follow one node, by their places in m_dependants: what a write marks must not
         cost more the more is registered. */
     using t_Followers = std::vector<UINT16>;
 
-    UINT16 PlaceFor(t_Dependant dependant);
+    UINT16 PlaceFor(const t_Dependant& dependant);
     void FollowSources(UINT16 place);
     void FollowNode(CDbObject& source, UINT16 place, eCAUSE cause);
     void LeaveGroup(const CDbPropertyGroup& group);
     void LeavePlace(UINT16 place);
-    static void Run(const t_Dependant& dependant);
     void LeaveNode(CDbObject& source);
     static QString NameOf(const t_Dependant& dependant);
 

@@ -16,23 +16,6 @@
 
 namespace
 {
-/** Inserts items until every container that clients fill holds at least `count`, nested ones too.
- */
-void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
-{
-    VisitGroups(root->GetDbObject(),
-                [count](const std::shared_ptr<IDbGroup>& group)
-                {
-                    IDbContainer* const container = group->AsContainer();
-                    while (container != nullptr && container->IsDynamic() &&
-                           container->GetCount() < count)
-                    {
-                        ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
-                            << group->GetPath().toStdString();
-                    }
-                });
-}
-
 /** A group with its kind and, in brackets, its children, as the catalogue writes it. */
 QString Outline(const std::shared_ptr<IDbGroup>& group)
 {
@@ -246,37 +229,6 @@ TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
 
 INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
 
-namespace
-{
-/** A file, as one writes it by hand, that names one property. */
-QByteArray FileNaming(const CDbPropBase& property, const QString& text)
-{
-    QString file = QStringLiteral("<Prop Name=\"%1\" Value=\"%2\"/>")
-                       .arg(property.GetNodeName(), text.toHtmlEscaped());
-    for (const CDbPropertyGroup* group = property.GetParent(); group != nullptr;
-         group = group->GetParent())
-    {
-        const bool isItem = dynamic_cast<CDbContainerBase*>(group->GetParent()) != nullptr;
-        file = QStringLiteral("<%1 Name=\"%2\">%3</%1>")
-                   .arg(isItem ? QStringLiteral("ArrayItem") : group->GetXMLElementName(),
-                        group->GetNodeName(), file);
-    }
-    return QStringLiteral("<Settings Kind=\"ZEL\" Version=\"1.0\">%1</Settings>")
-        .arg(file)
-        .toUtf8();
-}
-
-KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text)
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a.xml")));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-    file.close();
-    return root->Recall(file.fileName());
-}
-} // namespace
-
 TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
 {
     const auto root = GetZELRoot();
@@ -292,7 +244,7 @@ TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
                     unknown.insert(property->GetPath());
                 }
             }
-            for (const auto& [one, other] : group.GetTwins())
+            for (const auto& [row, one, other] : group.GetTwins())
             {
                 unknown.erase(one->GetPath());
                 unknown.erase(other->GetPath());
@@ -310,7 +262,7 @@ TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
                     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
                     ASSERT_NE(QStringList({one->GetText(), other->GetText()}), wanted);
                     ++tried;
-                    EXPECT_TRUE(KW_IsAccepted(RecallText(root, FileNaming(*named, text))));
+                    EXPECT_TRUE(KW_IsAccepted(RecallNaming(root, *named, text)));
                     EXPECT_EQ(QStringList({one->GetText(), other->GetText()}), wanted)
                         << path.toStdString();
                     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
