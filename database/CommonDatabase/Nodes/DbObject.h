@@ -35,6 +35,7 @@ public:
     CDbObject(const CDbObject&) = delete;
     CDbObject& operator=(const CDbObject&) = delete;
 
+    /** Each of these takes the lock where it reads what may change or lies above the node. */
     QString GetNodeName() const override;
     QString GetPath() const override;
     KW_OBJECT_TYPE GetObjectType() const override { return m_objectType; }
@@ -51,12 +52,10 @@ public:
 
     /** A top-level node is where paths begin. */
     void SetTopLevel(bool topLevel) { m_topLevel = topLevel; }
-    bool IsTopLevel() const { return m_topLevel; }
 
     /** What the configuration allows, and what the present state allows. */
     void SetMaxAvailability(KW_AVAILABILITY availability);
     virtual void SetAvailability(KW_AVAILABILITY availability);
-    KW_AVAILABILITY GetMaxAvailability() const { return m_maxAvailability; }
     KW_AVAILABILITY GetCurrentAvailability() const { return m_availability; }
     /** True while nobody touched the maximum. */
     bool HasDefaultMaxAvailability() const { return !m_maxAvailabilityTouched; }
@@ -117,10 +116,11 @@ private:
     QString m_nodeName;
     CDbObject* m_parent = nullptr; ///< a group
     UINT32 m_diagnosticId;
+    /** As the save/recall type set before clients have the node. */
     KW_OBJECT_TYPE m_objectType : 8 = eOBJECTTYPE_SETTING;
     INT32 m_saveRecallType : 8 = eSAVERECALL_SETTINGS;
     KW_AVAILABILITY m_maxAvailability : 8 = eAVAILABILITY_AVAILABLE;
-    KW_AVAILABILITY m_availability : 8 = eAVAILABILITY_AVAILABLE;
+    KW_AVAILABILITY m_availability : 8 = eAVAILABILITY_AVAILABLE; ///< changes under the lock
     bool m_maxAvailabilityTouched = false;
     bool m_topLevel = false;
     UINT8 m_place = 0;
