@@ -14,9 +14,6 @@ class CPgZEL : public CPgZELBase
 public:
     CPgZEL();
 
-    /** The root above a node; null while the node is not part of the instrument's tree. */
-    static CPgZEL* Of(const CDbObject& node) { return dynamic_cast<CPgZEL*>(node.GetDbRoot()); }
-
     /** Reads and checks the file, stops the acquisition, applies what was read, brings the
         instrument into the recalled mode. A recall that is refused stops nothing. */
     KW_ACCEPTANCE Recall(QString fileName) override;

@@ -233,8 +233,9 @@ TEST_F(Containers, MapTakesDoubleMissingOrBadNames)
                   kMap);
     EXPECT_EQ(m_map.Copy(QStringLiteral("x"), QStringLiteral("y")), eKW_ACC_NOT_FOUND);
     EXPECT_EQ(m_map.SetActive(QStringLiteral("x")), eKW_ACC_NOT_FOUND);
-    EXPECT_EQ(m_map.GetPrActiveKey()->SetText(QStringLiteral("x")), eKW_ACC_NOT_FOUND);
-    EXPECT_EQ(m_map.GetPrActiveKey()->GetValueTexts(), m_map.GetNames());
+    CDbPropBase& activeKey = *m_map.FindProperty(u"ActiveKey");
+    EXPECT_EQ(activeKey.SetText(QStringLiteral("x")), eKW_ACC_NOT_FOUND);
+    EXPECT_EQ(activeKey.GetValueTexts(), m_map.GetNames());
     EXPECT_EQ(m_map.GetActiveItem(), QStringLiteral("b"));
     EXPECT_TRUE(m_map.IsItem(7));
     EXPECT_FALSE(m_map.IsItem(-1));

@@ -347,7 +347,7 @@ TEST_F(Files, PipeIsWaitedForOrReplaced)
     const QString link = m_folder.filePath(QStringLiteral("link.xml"));
     ASSERT_TRUE(QFile::link(pipe, link));
     CDbPropFilePath& loaded = *m_root->m_pFirst->m_pPath;
-    loaded.SetFolder(m_folder.path());
+    loaded.DeclareFolder(m_folder.path());
     ASSERT_EQ(loaded.Set(QStringLiteral("pipe.xml")), eKW_ACC_OK);
     QByteArray contents;
     EXPECT_EQ(loaded.Load(contents), eKW_ACC_FILE_NOT_READABLE);

@@ -417,7 +417,7 @@ TEST_F(Frame, NewFileTakesANumberThatIsUsedOrSkipsOne)
 {
     const QTemporaryDir folder;
     CDbPropFilePath& path = *m_group.m_pPath;
-    path.SetFolder(folder.path());
+    path.DeclareFolder(folder.path());
     for (int number = 1; number <= 999; ++number)
     {
         const QString name = QStringLiteral("Wave%1.csv").arg(number, 3, 10, QChar(u'0'));

@@ -14,7 +14,6 @@ public:
 
     CDbContainerBase(bool dynamic, INT32 maxCount) : m_maxCount(maxCount), m_dynamic(dynamic) {}
 
-    INT32 GetContainerId() const { return static_cast<INT32>(GetDiagnosticId()); }
     INT32 GetMaxCount() const override { return m_maxCount; }
     bool IsDynamic() const override { return m_dynamic; }
     bool IsMaxCountReached() const { return GetCount() >= m_maxCount; }

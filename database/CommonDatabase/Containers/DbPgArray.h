@@ -45,7 +45,6 @@ public:
     INT32 PositionOf(const CDbPropertyGroup& item) const override;
     CDbPropertyGroup* ItemAtPosition(INT32 position) const override { return ItemAt(position); }
     void VisitItems(const std::function<void(CDbPropertyGroup&)>& visit) const override;
-    CDbPropNumInt32* GetPrActiveIndex() const { return m_pActiveIndex; }
 
     KW_NODE_KIND GetKind() const override { return eKW_NODE_ARRAY; }
     std::shared_ptr<IDbGroup> GetItemByPosition(INT32 position) const override;

@@ -66,7 +66,6 @@ public:
     /** Handle of the item; null when there is none. */
     std::shared_ptr<IKWMapItem> ShareMapItem(const QString& name) const;
     std::shared_ptr<IKWMapItem> ShareMapItem(INT32 numericKey) const;
-    CDbPropString* GetPrActiveKey() const { return m_pActiveKey; }
 
     /** "%1" in the pattern is a number that makes the name unique. */
     void SetNamePattern(const QString& pattern);

@@ -58,13 +58,6 @@ INT32 CDbPropReference::GetContainerIndex() const
     return container != nullptr ? container->PositionOf(*GetReferencedGroup()) : -1;
 }
 
-KW_NODE_KIND CDbPropReference::GetContainerType() const
-{
-    const CLockGuard lock(eACCESS_READ);
-    const CDbContainerBase* const container = GetContainer();
-    return container != nullptr ? container->GetKind() : eKW_NODE_GROUP;
-}
-
 void CDbPropReference::ReleaseReferences()
 {
     m_group.reset();

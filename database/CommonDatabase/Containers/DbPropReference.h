@@ -22,8 +22,6 @@ public:
     CDbContainerBase* GetContainer() const;
     /** Position of the item in its container, −1 while inactive. */
     INT32 GetContainerIndex() const;
-    /** eKW_NODE_ARRAY or eKW_NODE_MAP; eKW_NODE_GROUP while inactive. */
-    KW_NODE_KIND GetContainerType() const;
     bool IsActive() const { return GetReferencedGroup() != nullptr; }
     void ReleaseReferences() override;
     std::shared_ptr<IKWReferenceProperty> GetFIMPointer();

@@ -51,12 +51,10 @@ public:
 
     /** A top-level node is where paths begin. */
     void SetTopLevel(bool topLevel) { m_topLevel = topLevel; }
-    bool IsTopLevel() const { return m_topLevel; }
 
     /** What the configuration allows, and what the present state allows. */
     void SetMaxAvailability(KW_AVAILABILITY availability);
     virtual void SetAvailability(KW_AVAILABILITY availability);
-    KW_AVAILABILITY GetMaxAvailability() const { return m_maxAvailability; }
     KW_AVAILABILITY GetCurrentAvailability() const { return m_availability; }
     /** True while nobody touched the maximum. */
     bool HasDefaultMaxAvailability() const { return !m_maxAvailabilityTouched; }

@@ -56,7 +56,6 @@ public:
 
     /** Any write of the value that stands runs the rules and what depends on the property, too. */
     void SetForceDependencies(bool force) { m_forceDependencies = force; }
-    bool HasForceDependencies() const { return m_forceDependencies; }
     /** The same for writes of clients alone: confirming what stands is a choice. The model says so
        by `confirm = true`. Neither counts a change of its own. */
     void DeclareConfirm() { m_confirm = true; }
@@ -154,7 +153,6 @@ public:
     explicit CDbPropBaseHist(CDbPropBase& property);
     ~CDbPropBaseHist() override;
 
-    CDbPropBase& GetProperty() const { return *m_property; }
     QString GetText() const override;
 
     /** The recorded value, old or new, as a variant. */

@@ -16,10 +16,7 @@ public:
     virtual bool StepsByNumber() const = 0;
     const CEnumNameInfo* GetEnumNameInfo() const override { return &GetNameInfo(); }
 
-    QString GetName(INT32 value) const { return GetNameInfo().GetName(value); }
-    QString GetRemoteName(INT32 value) const { return GetNameInfo().GetRemoteName(value); }
     QString GetSerialName(INT32 value) const { return GetNameInfo().GetSerialName(value); }
-    QString GetShortName(INT32 value) const { return GetNameInfo().GetShortName(value); }
     INT32 GetEnumSize() const { return GetNameInfo().GetEnumSize(); }
     const QString& GetType() const { return GetNameInfo().GetType(); }
 

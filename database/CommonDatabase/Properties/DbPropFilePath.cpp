@@ -33,12 +33,6 @@ void CDbPropFilePath::DeclareSaveExtensions(std::initializer_list<QString> list)
     m_saveExtensions = ToList(list);
 }
 
-void CDbPropFilePath::SetFolder(const QString& folder)
-{
-    const CLockGuard lock;
-    m_folder = folder;
-}
-
 QString CDbPropFilePath::GetFolder() const
 {
     const CLockGuard lock(eACCESS_READ);

@@ -85,7 +85,6 @@ public:
     T GetDeclaredMin() const { return m_declaredMin; }
     T GetDeclaredMax() const { return m_declaredMax; }
     T GetStep() const { return m_step.load(std::memory_order_acquire); }
-    T GetStepDefault() const { return m_stepDefault; }
     T GetResolution() const { return m_resolution; }
     /** The last value asked for; differs from Get() while limits hold the value back. */
     T GetUserValue() const { return m_userValue.load(std::memory_order_acquire); }

@@ -121,9 +121,7 @@ public:
     void DeclareStem(const QString& stem) { m_stem = stem; }
     void DeclareOpenExtensions(std::initializer_list<QString> list);
     void DeclareSaveExtensions(std::initializer_list<QString> list);
-    void SetFolder(const QString& folder);
     QString GetFolder() const;
-    QString GetStem() const { return m_stem; }
     QStringList GetOpenExtensions() const { return m_openExtensions; }
     QStringList GetSaveExtensions() const { return m_saveExtensions; }
     QString GetFullPath() const;
