@@ -22,7 +22,7 @@ enum KW_ZEL_TRACE_TYPE : INT32;
 namespace NRules
 {
 /** Kinds of channels, as bits, that a function can use as its source. */
-enum ESOURCE_KINDS : UINT32
+enum eSOURCES : UINT32
 {
     eSOURCES_ANALOG = 1,
     eSOURCES_DIGITAL = 2,
@@ -75,7 +75,7 @@ struct t_Screen
 {
     double bottom;
     double top;
-    double division;
+    double division; ///< V, A or what the unit is, per division
     KW_UNIT unit;
 };
 
