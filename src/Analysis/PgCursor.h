@@ -26,17 +26,27 @@ private:
         CDbPropNumDouble* second;
         CDbPropNumDouble* delta;
     };
+    /** Times, levels of the traces, levels of the XY diagram's horizontal axis. */
     std::array<t_Pair, 3> Pairs() const;
 
+    /** Trace that the second line reads; that of the first one without a source of its own. */
     KW_ZEL_CHANNEL SecondTrace() const;
     /** While the lines are coupled. */
     KW_ACCEPTANCE MovePartnerOf(const CDbPropBase* line);
+    /** Leaves the line alone where the trace has no levels. */
     void LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace);
     void UpdateSources();
+    /** After the timebase, which gives times their limits and their step, and the screens of the
+        traces. */
     void LimitLines();
+    /** Falls back to plain values where there is no reference any more. */
     void UpdateReadout();
+    /** Slope and 1/ΔX are invalid while both lines stand at one time. */
     void UpdateDeltas();
+    /** "Not defined" for the difference of levels of different units. */
     void UpdateUnits();
+    /** Two divisions from the middle, where the screen lets them. */
     void SetToScreen();
+    /** The absolute differences; zero is no reference. */
     void SetAsReference();
 };

@@ -20,17 +20,25 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** The user's scale or position, also where it is the one that was found. */
     void EndAutoScale();
     void OfferSources();
+    /** Valid is what can be computed; the selection may stand one place behind the last element. */
     void UpdateExpression();
     void UpdateUnit();
+    /** "None" where a channel has no levels. */
     KW_UNIT UnitOfSource(KW_ZEL_CHANNEL channel) const;
+    /** "Not defined" where the catalogue has no unit, as for the expression. */
     KW_UNIT UnitOfOperation() const;
     KW_UNIT UnitOfExpression() const;
 
+    /** What the element properties say, selected or not. */
     NMathExpression::t_Element ShownElement() const;
+    /** Type "none" behind the last element; properties of other types keep their values. */
     void ShowSelectedElement();
+    /** In front of the selected element; eKW_ACC_NOTHING_TO_ACT_ON for type "none". */
     KW_ACCEPTANCE InsertElement();
+    /** eKW_ACC_NOTHING_TO_ACT_ON behind the last element. */
     KW_ACCEPTANCE RemoveElement();
     /** Writes the edited expression and selects the element that so many stand behind, itself
         included. */

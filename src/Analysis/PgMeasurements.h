@@ -17,6 +17,7 @@ private:
     void OrderLevels(const CDbPropBase* written);
     void ResetStatistics();
     void DisableAll();
+    /** Each measurement derives anew, when traces and screens have settled. */
     void UpdateMeasurements();
     void ForEach(void (CPgMeasurement::*step)());
 };

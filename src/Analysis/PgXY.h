@@ -11,6 +11,9 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** The horizontal axis chooses first. With a single channel on, nothing is left for the
+        vertical one: it keeps its channel. */
     void OfferAxes();
+    /** None where both axes leave no channel. */
     void UpdateSecondCurve();
 };

@@ -73,6 +73,7 @@ KW_ACCEPTANCE FollowStandard(CDbPropEnum<TEnum>& standard, CDbPropNum<T>& number
 
 // Lines ------------------------------------------------------------------------------------------
 
+/** A line of a bus: its channel, and whether the bus needs it now. */
 struct t_BusLine
 {
     CDbPropEnum<KW_ZEL_CHANNEL>* source;
@@ -119,6 +120,7 @@ protected:
                                 NNames::Do<&CBusTrigger::ClearConditions>);
     }
 
+    /** The conditions look up how long they are (IPatternSizes), so they are computed anew. */
     void FitConditions()
     {
         for (const auto& conditions : this->Groups())

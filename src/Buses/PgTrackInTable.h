@@ -23,8 +23,12 @@ private:
     void Mark(INT32 index);
     /** Marks the first frame from `index` on in steps of `step` that the step keys stop at. */
     KW_ACCEPTANCE MarkFrom(INT32 index, INT32 step);
+    /** Frames came or went: index and time are those of the frame that is marked, wherever it is
+        now. */
     void FollowFrames();
+    /** A client wrote the index. */
     void MarkIndex();
+    /** A client wrote the reference: one that is not listed leaves the selection as it was. */
     void MarkFrame();
     KW_ACCEPTANCE MarkFirst();
     KW_ACCEPTANCE MarkPrevious();

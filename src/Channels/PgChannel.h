@@ -19,11 +19,17 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** The steps of a write, in this order: each rests on those before it. */
     void UpdateType();
     void UpdateUse();
+    /** Limits of scale and offset are those at the connector times the factor; the values follow,
+        and come back when they may. */
     void UpdateProbe();
     void UpdateUnits();
+    /** Range, top and bottom, and the step of the offset. */
     void UpdateScreen();
+    /** Leads the levels below, which do not look up. */
     void LimitLevels();
+    /** Position and offset. */
     void ResetPosition();
 };

@@ -7,5 +7,6 @@
 class CPgChannelSourceTypes : public CPgChannelSourceTypesBase
 {
 public:
+    /** Led by the channel. */
     void SetUsable(bool usable);
 };

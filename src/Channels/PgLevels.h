@@ -10,6 +10,7 @@ class CPgLevels : public CPgLevelsBase
 public:
     t_Couplings Rules() const override;
 
+    /** Led by the channel, whenever its screen or unit moves; goes down to each kind of level. */
     void FollowScreen(const NRules::t_Screen& screen);
 
 private:

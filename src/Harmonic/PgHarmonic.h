@@ -11,13 +11,17 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** Of the automatic one: until it is delivered. */
     void AwaitFundamental();
     void DropFundamental();
+    /** A fixed one, or the user's, is known at once. */
     void UpdateFundamental();
+    /** Also when a measured fundamental is delivered. */
     void UpdateSelected();
     void UpdateVisibility();
     /** eKW_ACC_NOTHING_TO_ACT_ON while the fundamental is not known. */
     KW_ACCEPTANCE FitTimebase();
+    /** Each begins anew by its count or its results; the settings stay. */
     void ResetAverage();
     void ResetHistory();
 };

@@ -20,9 +20,14 @@ public:
 private:
     KW_ACCEPTANCE SelectNext();
     KW_ACCEPTANCE SelectPrevious();
+    /** The next one that is analysed and selected for display. */
     KW_ACCEPTANCE SelectShown(INT32 direction);
+    /** Among the orders above the fundamental with a valid magnitude. */
     KW_ACCEPTANCE SelectLargest();
+    /** eKW_ACC_WARNING where the limits of the order hold it back. */
     KW_ACCEPTANCE Select(UINT32 order);
+    /** Its readings belong to the former one. */
     void OnOtherHarmonic();
+    /** Invalid while the fundamental is. */
     void UpdateFrequency();
 };

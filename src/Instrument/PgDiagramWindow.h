@@ -12,6 +12,7 @@ public:
 
     bool IsVisible() const { return m_pVisible->Get() == eKW_ONOFF_ON; }
 
+    /** Pixels from the upper left corner of the screen. */
     struct t_Place
     {
         INT32 left;
@@ -19,5 +20,6 @@ public:
         INT32 width;
         INT32 height;
     };
+    /** Led by CPgDiagrams. */
     void SetPlace(const t_Place& place);
 };

@@ -19,11 +19,18 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** Whatever the layout shows of them. */
     bool HasVisibleWindow() const;
+    /** `written` is the diagram's own switch: it goes back, and the write is answered with code 1.
+     */
     void KeepOneVisible(const CDbPropBase* written);
     /** Diagrams that are shown, in their order. */
     std::vector<CPgDiagramWindow*> Shown() const;
+    /** The active diagram is a visible one. A file may leave none visible: then the first one is.
+     */
     void SelectVisibleWindow();
+    /** Pixels; a diagram that is not shown has no extent. */
     void UpdatePlaces();
+    /** The hardware draws the traces of the first time diagram that is shown. */
     void UpdateOverlay(const std::vector<CPgDiagramWindow*>& shown);
 };

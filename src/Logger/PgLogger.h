@@ -14,12 +14,16 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** Read-only while a recording runs, so that they stay visible. Also after an end that the
+        acquisition delivers. */
     void LockSettings();
     /** Puts the enlarged stretch between the cursor lines when it is coupled to them, and keeps its
         scale finer than that of the diagram. */
     void UpdateZoom();
+    /** What is known of a recording; its samples are the acquisition's. */
     void Clear();
     void Start();
     void Stop();
+    /** The finest scale that shows the whole recording, from its begin. */
     KW_ACCEPTANCE ShowAll();
 };

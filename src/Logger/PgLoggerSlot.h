@@ -16,7 +16,9 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** The start is that of the first time stamp. */
     KW_ACCEPTANCE Store();
+    /** Loading is the acquisition's, which polls the count of accepted orders. */
     KW_ACCEPTANCE CheckLoad() const;
     void Delete();
 };

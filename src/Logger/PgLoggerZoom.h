@@ -13,6 +13,8 @@ class CPgLoggerZoom : public CPgLoggerZoomBase
 public:
     t_Couplings Rules() const override;
 
+    /** Led by the logger, which knows both. Keeps the scale finer than the diagram's, but for the
+        finest there is. */
     void Follow(KW_ZEL_LOGGER_HORIZONTAL_SCALE ofDiagram, const CPgLoggerCursor& cursor);
 
 private:

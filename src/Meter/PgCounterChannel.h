@@ -17,7 +17,9 @@ public:
     void FollowInput(const NRules::t_Screen& input);
 
 private:
+    /** Also where the level is the one that was found. */
     void EndAutoLevel();
     void DropReadings();
+    /** Unit of the reading, and the step of its reference. */
     void FollowQuantity();
 };

@@ -38,12 +38,16 @@ public:
     void ResetStatistics();
 
 private:
+    /** The first of its measurements. */
     CPgMeterMeasurement& Main() const;
+    /** The user's range, also where it is the one that the automatic had found. */
     void EndAutoRange();
     void OrderLimits(const CDbPropBase* written);
     /** Recomputes what is derived from the latest main reading. */
     void UpdateReading();
     KW_ACCEPTANCE ReferenceFromReading();
+    /** A share of the reading to either side. */
     KW_ACCEPTANCE LimitsFromReading();
+    /** Invalid where an end can not be shown. */
     void UpdateBargraph();
 };

@@ -22,6 +22,7 @@ public:
         return rows;
     }
 
+    /** Led by the channel: limits of both first, so that neither pushes the other for nothing. */
     void FollowScreen(const t_Screen& screen)
     {
         for (CDbPropNumDouble* const level : {this->m_pLowerLevel, this->m_pUpperLevel})
@@ -32,6 +33,7 @@ public:
     }
 
 private:
+    /** Null where the screen moved: the upper one then gives way. */
     void OrderLevels(const CDbPropBase* written)
     {
         KeepOrdered(*this->m_pLowerLevel, *this->m_pUpperLevel, written);
@@ -73,6 +75,7 @@ protected:
     }
 
 private:
+    /** Also where the level is the one that was selected: to confirm it is a choice. */
     void SelectUser() { KW_CHECKED(this->m_pLevelSet->DbSet(eKW_TRIGGER_LEVEL_SET_USER)); }
 };
 } // namespace NRules

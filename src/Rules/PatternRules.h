@@ -14,7 +14,7 @@ namespace NRules
 /** Bits that a pattern can have: multiples of `unit` from `min` to `max`. */
 struct t_PatternSize
 {
-    INT32 unit;
+    INT32 unit; ///< bits; min and max are multiples of it
     INT32 min;
     INT32 max;
 };
@@ -43,6 +43,7 @@ class IPatternSizes
 {
 public:
     virtual ~IPatternSizes() = default;
+    /** Asked under the lock, whenever a setting of the trigger was written. */
     virtual t_PatternSize DataSize() const = 0;
     virtual t_PatternSize IdentifierSize() const { return PatternOfUnits(1); }
     /** Whether the condition on the identifier has a use. */

@@ -10,6 +10,7 @@
 /** What functions that show readings share: meter, counter, harmonics, logger. */
 namespace NRules
 {
+/** Keeps the values: clients see them as they were, and that they no longer hold. */
 void Invalidate(std::initializer_list<CDbPropBase*> results);
 
 /** Writes `reading` minus `reference`; invalid while the reading is. */

@@ -19,6 +19,7 @@ class IApplicationOnSources
 {
 public:
     virtual ~IApplicationOnSources() = default;
+    /** Whatever the state of the channel: that is asked apart (CSourceActivity). */
     virtual bool IsSourceApplicable(KW_ZEL_CHANNEL channel) const = 0;
 };
 
@@ -34,6 +35,7 @@ public:
     bool IsSourceActive(KW_ZEL_CHANNEL channel) const;
 
 private:
+    /** By the settings of the tree; false outside of one. */
     bool IsSwitchedOn(KW_ZEL_CHANNEL channel) const;
 
     ESOURCE_ACTIVITY_CHECK m_check;
@@ -57,6 +59,6 @@ public:
     bool SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, bool adjust) const;
 
 private:
-    const IApplicationOnSources& m_application;
+    const IApplicationOnSources& m_application; ///< outlives this
     ESOURCE_ACTIVITY_CHECK m_check;
 };

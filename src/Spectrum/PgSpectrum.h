@@ -72,32 +72,43 @@ public:
 private:
     // Frequency axis, in PgSpectrumAxis.cpp.
     CSpectrumAxis AxisRules() const;
+    /** As it stands, consistent or not. */
     t_SpectrumAxis Axis() const;
     /** Numbers that are `held` keep the wish that the limits hold back; of all others it ends: what
         a start or stop made of the span must not be undone by the center. */
     void SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbPropBase*> held = {});
     CSpectrumScreen Screen() const;
+    /** The moved number leads; the others of the axis follow by CSpectrumAxis. */
     void OnStart();
     void OnStop();
     void OnSpan();
+    /** On a linear axis the wish for a span counts, which may be wider than what fits now. */
     void OnCenter();
     void OnScaling();
     /** Repairs an axis whose numbers do not belong together, as from a file that lacks some. */
     void UpdateAxis();
+    /** Along the 1-2-5 ladder, as a client's write: what follows the span, follows. */
     KW_ACCEPTANCE StepSpan(INT32 steps);
     KW_ACCEPTANCE WidenSpan();
     KW_ACCEPTANCE NarrowSpan();
+    /** By a share of the span; eKW_ACC_WARNING at the end of the range. */
     KW_ACCEPTANCE ShiftAxis(double share);
     KW_ACCEPTANCE ShiftLeft();
     KW_ACCEPTANCE ShiftRight();
+    /** Each writes start and stop for good: no wish comes back later on. */
     void ShowFullSpan();
+    /** As far as the filter of the input lets signals through. */
     void ShowInputBandwidth();
     void ChangeScaling();
 
     // Resolution bandwidth, FFT and down-converter, in PgSpectrumBandwidth.cpp.
+    /** Ends what is automatic; in the basic FFT it chooses between the two sizes there are. */
     void OnBandwidth();
     void UpdateBandwidth();
+    /** Within the span by the ratios that are allowed; coupled, it follows the span by the selected
+        ratio. */
     void UpdateBandwidthOfAnalysis();
+    /** The wider or the narrower of the two that FFT states. */
     void UpdateBandwidthOfBasicFFT();
     void UpdateWindow();
     /** Sets the down-converter up for the axis, in the basic FFT for all frequencies, and switches
@@ -106,29 +117,39 @@ private:
     void KeepDownConverter();
     /** Whether the spectrum analysis needs decimated samples for its span. */
     bool NeedsDownConverter() const;
+    /** Size and rate; reports a converter rate that the down-converter can not use. */
     void UpdateFFT();
 
     // Source and magnitude axis, in PgSpectrumMagnitude.cpp.
     /** Makes an analog channel the source; reports one that can not be triggered on. */
     void SelectSource(KW_ZEL_CHANNEL channel);
+    /** Clients may choose the source in any of three groups: the other two follow. */
     void FollowSourceOfFFT();
     void FollowSourceOfDownConverter();
+    /** Only reports: what the source means is settled once, at the end (UpdateInput). */
     void OnSource();
     /** The channel that is the source. */
     NNames::t_Way<NNames::ZEL, NNames::Channel> Input() const;
+    /** Sources of FFT and down-converter, and the quantity that the probe measures. A file may name
+        a channel that no input has: then nothing. */
     void UpdateInput();
     void UpdateMagnitudeUnits();
+    /** Units first, as the ends are converted into them. */
     void UpdateMagnitudeAxis();
+    /** Full scale of a sine, rounded up to a division, at the top of the screen. */
     void ShowInputRange();
 
+    /** Center and span have no effect there: eKW_ACC_WARNING. */
     KW_ACCEPTANCE ReportAxisOfBasicFFT();
     /** Cursors and markers follow the screen. */
     void UpdateLines();
     /** Brings the instrument into the mode in which spectra are acquired, scope YT. */
     void EnterFunction();
+    /** When the FFT is switched on, not off. */
     void EnterWithFFT();
     bool IsAnalysis() const { return m_pMode->Get() == eKW_SPECTRUM_MODE_SPA; }
     /** Traces and averages begin anew. */
     void ResetTraces();
+    /** As many as the average is to have, or more. */
     void UpdateAverageComplete();
 };

@@ -16,10 +16,15 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    /** The user's scale or position. */
     void EndCoupling();
+    /** eKW_ACC_WARNING where the record does not reach so far. */
     KW_ACCEPTANCE CenterOnTrigger();
+    /** The steps of the derivation, in this order: the cursors move the scale within its limits,
+        and the position follows both. */
     void LimitScale();
     void FollowCursors();
     void LimitPosition();
+    /** Edges, factor, points and their interpolation. */
     void UpdateResults();
 };

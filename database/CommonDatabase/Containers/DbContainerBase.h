@@ -54,7 +54,10 @@ protected:
     KW_ACCEPTANCE CheckClientAccess() const;
     /** Ties an item to the container and brings it to life as the rest of the tree is. */
     void Adopt(CDbPropertyGroup& item, const QString& name, eWRITEKIND kind);
+    /** An item that leaves: its rows leave the tree with it. */
     static void Detach(CDbPropertyGroup& item);
+    /** Everything that files hold, by way of their form: a new kind of property is copied without a
+        line here. */
     void CopyContents(const CDbPropertyGroup& source, CDbPropertyGroup& target);
     /** Keeps a record if the root wants one, made from the arguments after this container. */
     template <typename TRecord, typename TContainer, typename... TArgs>
@@ -65,7 +68,9 @@ protected:
             step->Make<TRecord>(container, args...);
         }
     }
+    /** Owned as a group of the tree: destroyed under its lock. */
     static std::shared_ptr<CDbPropertyGroup> Own(CDbPropertyGroup* item);
+    /** As an internal change, which a step in progress records. */
     virtual void RemoveAllItems() = 0;
 
     bool IsRecording() const { return RecordedStep() != nullptr; }
@@ -74,8 +79,8 @@ private:
     /** Null while nothing is recorded. */
     CDbUndoStep* RecordedStep() const;
 
-    INT32 m_maxCount;
-    bool m_dynamic;
+    INT32 m_maxCount; ///< from the model; kUnlimited items still have to find room
+    bool m_dynamic;   ///< clients may insert, remove, rename
     /** What an item of the class carries and how many nodes it has. */
     struct t_ItemClass
     {

@@ -4,7 +4,6 @@
 #include "CommonDatabase/Properties/DbPropNum.h"
 #include "DbContainerBase.h"
 
-/** Record of items that came into, or left, an array. */
 class CDbPgArrayHist;
 
 /**
@@ -36,11 +35,15 @@ public:
     /** Growth of a result array by the acquisition. */
     KW_ACCEPTANCE Grow(INT32 count);
 
+    /** Takes the lock. What holds of a count holds as long as the caller keeps the lock. */
     INT32 GetCount() const override;
+    /** −1 while the array is empty. Without the lock. */
     INT32 GetActive() const { return m_pActiveIndex->Get(); }
     /** Null outside the array. */
     CDbPropertyGroup* ItemAt(INT32 index) const;
+    /** Handle of an item, which keeps the item when it is removed; null outside the array. */
     std::shared_ptr<IKWFunctionBase> ShareItemHandle(INT32 index) const;
+    /** An item's name is its index as text, in one spelling ("1", not "01"). */
     bool IsItem(const QString& name) const;
     INT32 PositionOf(const CDbPropertyGroup& item) const override;
     CDbPropertyGroup* ItemAtPosition(INT32 position) const override { return ItemAt(position); }
@@ -64,10 +67,13 @@ public:
 protected:
     using t_Items = std::vector<std::shared_ptr<CDbPropertyGroup>>;
 
+    /** The operations of the template. Each gets all memory that it needs, then records, then
+        changes: where memory is short, the array is as before. */
     KW_ACCEPTANCE SetSizeFor(INT32 count, const char* signature);
     KW_ACCEPTANCE InsertFor(INT32 index, std::shared_ptr<CDbPropertyGroup>* inserted,
                             const char* signature);
     KW_ACCEPTANCE RemoveFor(INT32 index, INT32 count, const char* signature);
+    /** `signature` ends the report: the operation of the class that the items have. */
     static void ReportContainer(const QString& text, int line, const char* signature);
 
     void SerializeContents(CDbSettingsWriter& writer, INT32 pattern) const override;
@@ -77,6 +83,8 @@ protected:
     void RemoveAllItems() override;
 
 private:
+    /** Puts items in and takes them out, gives what follows its new names, and leads the active
+        index. Rules of the owner run but for undo. */
     void Place(INT32 index, const t_Items& items, eWRITEKIND kind);
     void Take(INT32 index, INT32 count, eWRITEKIND kind);
     /** Names of the items from `begin` to before `end`, and giving them: apart, because names need
@@ -98,12 +106,17 @@ private:
         std::vector<bool> seen;
     };
     void DeSerializeItem(const CDbSettingsElement& element, t_FileItems& items, CDbRecall& recall);
+    /** −1 for a text that names no item. */
     INT32 IndexOf(QStringView key) const;
 
+    /** In order; an item's node name is its index. Guarded by the tree's lock. */
     t_Items m_items;
+    /** Within the items, or −1. A member of the group's list, which owns it. */
     CDbPropNumInt32* m_pActiveIndex;
 };
 
+/** Items that came or left, themselves: what undo brings back are the same nodes, with the handles
+   that clients hold. */
 class CDbPgArrayHist final : public CDbHistRecord
 {
 public:
@@ -120,6 +133,7 @@ protected:
     void DoRedo() override { m_array->RedoValue(*this); }
 
 private:
+    /** The history goes before the tree (CDbPgRoot), so this keeps nothing for good. */
     std::shared_ptr<CDbPgArrayBase> m_array;
     INT32 m_index;
     t_Items m_items;

@@ -7,7 +7,6 @@
 #include <map>
 #include <set>
 
-/** Record of an item that came into, left, or was renamed in a map. */
 class CDbPgMapHist;
 
 /**
@@ -52,10 +51,12 @@ public:
     };
     KW_ACCEPTANCE CheckGroupActionAvailable(eACTION action) const;
 
+    /** Each takes the lock; nodes that these answer are good while the caller keeps it. */
     INT32 GetCount() const override;
     QStringList GetNames() const;
     bool IsItem(const QString& name) const;
     bool IsItem(INT32 numericKey) const;
+    /** Null when there is none; the name in any normal form. */
     CDbPropertyGroup* ItemByName(QStringView name) const;
     CDbPropertyGroup* ItemByKey(INT32 numericKey) const;
     /** −1 for a stranger. */
@@ -69,6 +70,7 @@ public:
 
     /** "%1" in the pattern is a number that makes the name unique. */
     void SetNamePattern(const QString& pattern);
+    /** The pattern with the lowest number that no item has. */
     QString CreateUniqueName() const;
     /** In normal form C, without white space at the ends, and with single spaces inside. */
     static QString NormalizeName(const QString& name);
@@ -92,6 +94,7 @@ public:
     QString GetActiveItem() const override { return m_pActiveKey->Get(); }
 
     QString GetXMLElementName() const override { return QStringLiteral("Map"); }
+    /** Counts in the map and, as everywhere, in all groups above. */
     void IncChangeCounter() override;
 
     void RollbackValue(const CDbPgMapHist& record);
@@ -123,7 +126,10 @@ private:
 
     static std::shared_ptr<IKWMapItem> ShareMapItem(CDbPropertyGroup* item);
     const t_Item* Lookup(const CDbPropertyGroup& item) const;
+    /** The lowest key ≥ 0 that no item has. */
     INT32 LowestFreeKey() const;
+    /** Put an item into both indexes, and take it out of both. Rules of the owner run but for undo.
+     */
     void Place(const QString& name, const t_Item& item, eWRITEKIND kind);
     void Take(const QString& name, eWRITEKIND kind);
     KW_ACCEPTANCE InsertAsClient(const QString& name, std::shared_ptr<CDbPropertyGroup>* inserted);
@@ -144,7 +150,10 @@ private:
     void ShowAs(const QString& name, const QString& displayName);
     void DeSerializeItem(const CDbSettingsElement& element, t_Kept& kept, CDbRecall& recall);
 
+    /** By the name in normal form C. As m_namesByKey guarded by the tree's lock; both hold the same
+        items. */
     std::map<QString, t_Item> m_items;
+    /** The order of the map. */
     std::map<INT32, QString> m_namesByKey;
     QString m_namePattern = QStringLiteral("Item%1");
     /** All lower numbers are in names of the pattern that items have. */
@@ -152,6 +161,8 @@ private:
     CDbPropString* m_pActiveKey;
 };
 
+/** An item that came, left or got another name, key or display name; the item is the node itself,
+   so that undo brings back what clients hold handles of. */
 class CDbPgMapHist final : public CDbHistRecord
 {
 public:
@@ -164,7 +175,9 @@ public:
     QString GetText() const override;
     std::size_t GetHeldBytes() const override;
 
+    /** The name before a renaming, with the item as it was. */
     const QString& GetName() const { return m_name; }
+    /** Empty but for a renaming, as the new item. */
     const QString& GetNewName() const { return m_newName; }
     const CDbPgMapBase::t_Item& GetItem() const { return m_item; }
     const CDbPgMapBase::t_Item& GetNewItem() const { return m_newItem; }

@@ -15,9 +15,12 @@ class CDbPropReference final : public CDbPropBase
 public:
     /** Path of the item; empty while inactive. */
     QString Get() const;
+    /** eKW_ACC_NOT_FOUND where no item of the tree has the path; the empty path refers to nothing.
+     */
     KW_ACCEPTANCE Set(const QString& path) { return WriteValue(path, eWRITEKIND::Client); }
     KW_ACCEPTANCE DbSet(const QString& path) { return WriteValue(path, eWRITEKIND::Internal); }
 
+    /** Null while inactive. Takes the lock, as all of these. */
     std::shared_ptr<CDbPropertyGroup> GetReferencedGroup() const;
     CDbContainerBase* GetContainer() const;
     /** Position of the item in its container, −1 while inactive. */
@@ -49,6 +52,7 @@ private:
         CDbPropBase::t_CommonState common;
         std::weak_ptr<CDbPropertyGroup> group;
         CDbValue AsValue() const { return PathOf(group); }
+        /** The same item, whether it is still there or not. */
         bool operator==(const t_State& other) const;
     };
     t_State GetState() const { return {GetCommonState(), m_group}; }

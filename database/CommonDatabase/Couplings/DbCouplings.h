@@ -55,8 +55,8 @@ struct t_Step
 /** A row of a group's rules: what starts it, and what then runs, in this order. */
 struct t_Row
 {
-    const t_Step* steps;
-    UINT16 firstSource; ///< in the sources of the table
+    const t_Step* steps; ///< null for twins, which run nothing
+    UINT16 firstSource;  ///< in the sources of the table
     UINT8 sourceCount;
     UINT8 stepCount;
     eCAUSE cause;
@@ -66,6 +66,7 @@ struct t_Row
 /** The rules of a group's class: constant data, made by Couplings() from a table. */
 struct t_Couplings
 {
+    /** Of static storage: rows are referred to as long as the tree lives. */
     const t_Row* rows = nullptr;
     const NNames::t_Path* sources = nullptr;
     UINT16 rowCount = 0;
@@ -106,10 +107,10 @@ struct t_Couplings
 /** A row that runs, and the one that it runs inside of. */
 struct t_RunningRow
 {
-    const CDbPropertyGroup* group;
+    const CDbPropertyGroup* group; ///< whose row it is
     const t_Row* row;
-    const t_Step* step;
-    const t_RunningRow* below;
+    const t_Step* step;        ///< of the row, the one that runs; null before the first
+    const t_RunningRow* below; ///< that wrote what started this one; null for the outermost
 };
 
 /** Told what starts which row, and of every change of a node with the rows that run. One for the
@@ -128,6 +129,7 @@ public:
 
     /** Null ends the watch. */
     static void Watch(CRowTrace* trace) { s_trace = trace; }
+    /** Both cost a comparison where nobody watches. */
     static void NoteStart(const CDbPropertyGroup& group, const t_Row& row, const CDbObject* source)
     {
         if (s_trace != nullptr)

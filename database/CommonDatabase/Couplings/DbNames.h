@@ -46,10 +46,10 @@ struct t_Path
     static constexpr UINT8 kItem = 0x80; ///< the step is an item, by the number in the other bits
     static constexpr UINT8 kEach = 0xff; ///< the step is every item
 
-    eNODE kind;
+    eNODE kind;      ///< of the last step; all before are groups
     bool isFromRoot; ///< else from the group that uses the way
     UINT8 length;
-    std::array<UINT8, kMaxSteps> steps;
+    std::array<UINT8, kMaxSteps> steps; ///< places in the lists of groups, properties or actions
 
     constexpr bool operator==(const t_Path&) const = default;
     /** Whether it is the member of that kind at that place of the group that uses the way. */
@@ -84,6 +84,7 @@ struct t_Each
 };
 inline constexpr t_Each each;
 
+/** Both in turn; the start stays that of the first. */
 constexpr t_Path Joined(const t_Path& way, const t_Path& further)
 {
     t_Path joined = way;

@@ -39,6 +39,7 @@ struct t_When
     std::array<t_Path, sizeof...(TFrom)> sources;
 };
 
+// What a way may lead to, so that a source that a word can not follow does not compile.
 template <typename TNode>
 constexpr bool kIsAction =
     std::is_same_v<TNode, CDbFunction> || std::is_same_v<TNode, CDbOperation>;
@@ -111,6 +112,7 @@ constexpr t_When<TFrom...> Items(const t_Way<TFrom, t_Items<TGroup>>&... contain
 
 // What ------------------------------------------------------------------------------------------
 
+/** The class of a member function. */
 template <typename T>
 struct t_Member;
 template <typename TGroup, typename TResult, typename... TArgs>
@@ -124,6 +126,8 @@ struct t_Member<TResult (TGroup::*)(TArgs...) const>
     using Group = TGroup;
 };
 
+/** A step as a plain function, whatever it takes and answers. Only tables of the group's own class
+   have it (Table), so the cast is right. */
 template <auto step>
 KW_ACCEPTANCE RunStep(CDbPropertyGroup& group, [[maybe_unused]] const CDbPropBase* written)
 {
@@ -163,6 +167,7 @@ constexpr std::string_view NameOf()
                                                  "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_"));
 }
 
+/** The name with its own storage: the compiler's text is the function's. */
 template <auto step>
 struct t_StepName
 {
@@ -178,6 +183,7 @@ struct t_StepName
     }();
 };
 
+/** Steps in their order, and when they run without a cause. */
 template <eAGAIN again, auto... step>
 struct t_What
 {
@@ -185,10 +191,13 @@ struct t_What
     static constexpr t_Step steps[] = {{&RunStep<step>, t_StepName<step>::text.data()}...};
 };
 
+/** A reaction: nothing but its cause runs it. */
 template <auto... step>
 inline constexpr t_What<eAGAIN::Never, step...> Do;
+/** A derivation: a second run changes nothing, so it may run whenever everything is computed. */
 template <auto... step>
 inline constexpr t_What<eAGAIN::WithGroup, step...> Derive;
+/** A derivation from settled numbers of other groups: computed when all groups have been. */
 template <auto... step>
 inline constexpr t_What<eAGAIN::AtEnd, step...> Settle;
 
@@ -202,6 +211,7 @@ struct t_Rows
     std::array<t_Path, sizeof...(TFrom)> sources;
 };
 
+/** When >> what: one row. */
 template <typename... TFrom, eAGAIN again, auto... step>
 constexpr t_Rows<1, TFrom...> operator>>(const t_When<TFrom...>& when,
                                          const t_What<again, step...>& /*what*/)
@@ -236,6 +246,7 @@ constexpr t_Rows<rowCount, TFrom...> AsRows(const t_Rows<rowCount, TFrom...>& ro
     return rows;
 }
 
+/** Rows one behind the other; a row finds its sources by their place in the joined list. */
 template <std::size_t rowCount, typename... TFrom, std::size_t moreCount, typename... TMore>
 constexpr t_Rows<rowCount + moreCount, TFrom..., TMore...>
 operator+(const t_Rows<rowCount, TFrom...>& rows, const t_Rows<moreCount, TMore...>& more)
@@ -262,6 +273,7 @@ constexpr auto Rows(const TRows&... rows)
     return (AsRows(rows) + ...);
 }
 
+/** A table as constant data; what Rules() answers points into it, so it is static. */
 template <std::size_t rowCount, std::size_t sourceCount>
 struct t_Table
 {
@@ -280,6 +292,8 @@ concept CRootName = requires
     TGroup::isRoot;
 };
 
+/** Refuses sources that are named from a group other than the table's own or the root: nobody would
+    know where that group stands. */
 template <typename TGroup, std::size_t rowCount, typename... TFrom>
 constexpr t_Table<rowCount, sizeof...(TFrom)> MakeTable(t_Rows<rowCount, TFrom...> all)
 {

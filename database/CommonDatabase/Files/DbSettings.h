@@ -65,7 +65,7 @@ public:
     bool IsGood() const override;
 
 private:
-    QXmlStreamWriter& m_writer;
+    QXmlStreamWriter& m_writer; ///< the caller's, who begins and ends the document
 };
 
 /**
@@ -88,9 +88,10 @@ private:
     void WriteAttributeCount();
 
     QList<QString>& m_fields;
+    /** Takes the count of the open element's attributes. */
     QList<QString>::size_type m_countField = 0;
     int m_attributes = 0;
-    bool m_open = false;
+    bool m_open = false; ///< attributes may still come
 };
 
 class CDbSettingsDocument;
@@ -104,10 +105,12 @@ public:
     {
     }
     bool IsNull() const { return m_index < 0; }
+    /** Views into the document's text. */
     QStringView Kind() const;
     /** A null view when the element has no such attribute. */
     QStringView Attribute(const QString& key) const;
     QStringView Name() const { return Attribute(KW_SETTINGS_NAME); }
+    /** A null element where there is none, as Next; nothing else may be asked of one. */
     CDbSettingsElement FirstChild() const;
     CDbSettingsElement Next() const;
 
@@ -145,6 +148,7 @@ public:
 
 private:
     friend class CDbSettingsElement;
+    /** Part of m_text: the text grows while the file is read, so no pointers into it are kept. */
     struct t_Text
     {
         int offset;
@@ -155,6 +159,7 @@ private:
         t_Text key;
         t_Text value;
     };
+    /** By their indexes; −1 for none. Elements stand in the order of the file. */
     struct t_Element
     {
         t_Text kind;
@@ -225,9 +230,11 @@ public:
 private:
     void ReportRest(const CDbObject& node) const;
 
+    /** Run in the order in which they came. */
     std::vector<std::function<void(CDbRecall&)>> m_deferred;
+    /** Compared only: an item may be gone when twins are settled. */
     std::vector<const CDbPropBase*> m_taken;
-    std::size_t m_created = 0;
-    int m_skipped = 0;
+    std::size_t m_created = 0; ///< nodes, against NDbBounds::kMaxNewNodes
+    int m_skipped = 0;         ///< entries, reported or not
     INT32 m_pattern = eSAVERECALL_ALL;
 };

@@ -25,9 +25,11 @@ public:
     std::shared_ptr<IDbGroup> GetDbObject() const override { return m_node.ShareGroup(); }
 
 protected:
-    N& m_node;
+    N& m_node; ///< owns the handle, so it lives at least as long
 };
 
+/** Handle of a root. Each call takes the lock itself; brackets and transactions keep it for the
+   calling thread until they end. */
 template <typename I, typename N>
 class CDbRootHandle : public CDbGroupHandle<I, N>
 {
@@ -63,6 +65,7 @@ public:
     KW_CONTROL_MODE GetControlMode() const override { return m_node.GetControlMode(); }
 };
 
+/** Handle of an array, whatever its items: what is asked of an item is the item's handle. */
 template <typename I>
 class CFIMArray final : public CDbGroupHandle<IKWArray<I>, CDbPgArrayBase>
 {
@@ -82,6 +85,8 @@ public:
     }
 };
 
+/** Handle of a map. Items are asked for anew each time: a handle of one that was removed stays
+   good, but is no longer found here. */
 template <typename I>
 class CFIMMap final : public CDbGroupHandle<IKWMap<I>, CDbPgMapBase>
 {
@@ -114,6 +119,9 @@ public:
         return m_node.ShareMapItem(numericKey);
     }
 };
+
+// Declared with the containers, which know nothing of handles; each generated class that has one
+// makes its own.
 
 template <typename T, typename TBase>
 std::unique_ptr<IKWFunctionBase> CDbPgArray<T, TBase>::CreateFIM()

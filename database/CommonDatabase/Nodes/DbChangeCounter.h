@@ -22,8 +22,11 @@ public:
         return changed;
     }
 
+    /** Never goes down; equal counts mean that nothing changed in between. */
     long long Get() const { return m_count.load(std::memory_order_acquire); }
 
 private:
+    /** Lock-free on every platform that is supported (DbPropNum.cpp checks): polling never waits.
+     */
     std::atomic<long long> m_count{0};
 };

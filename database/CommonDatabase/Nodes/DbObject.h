@@ -35,6 +35,7 @@ public:
     CDbObject(const CDbObject&) = delete;
     CDbObject& operator=(const CDbObject&) = delete;
 
+    /** Each of these takes the lock where it reads what may change or lies above the node. */
     QString GetNodeName() const override;
     QString GetPath() const override;
     KW_OBJECT_TYPE GetObjectType() const override { return m_objectType; }
@@ -115,10 +116,11 @@ private:
     QString m_nodeName;
     CDbObject* m_parent = nullptr; ///< a group
     UINT32 m_diagnosticId;
+    /** As the save/recall type set before clients have the node. */
     KW_OBJECT_TYPE m_objectType : 8 = eOBJECTTYPE_SETTING;
     INT32 m_saveRecallType : 8 = eSAVERECALL_SETTINGS;
     KW_AVAILABILITY m_maxAvailability : 8 = eAVAILABILITY_AVAILABLE;
-    KW_AVAILABILITY m_availability : 8 = eAVAILABILITY_AVAILABLE;
+    KW_AVAILABILITY m_availability : 8 = eAVAILABILITY_AVAILABLE; ///< changes under the lock
     bool m_maxAvailabilityTouched = false;
     bool m_topLevel = false;
     UINT8 m_place = 0;

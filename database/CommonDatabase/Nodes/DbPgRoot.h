@@ -155,19 +155,21 @@ private:
 
     CDependencies m_dependencies;
     CDbHistory m_history;
-    CDbUndoStep* m_step = nullptr; ///< of the history
+    /** Of the history; null while nothing is recorded. What follows is guarded by the tree's lock.
+     */
+    CDbUndoStep* m_step = nullptr;
     UINT32 m_stepId = 0;
-    INT32 m_scopes = 0;
+    INT32 m_scopes = 0;   ///< writes inside one another that are under way
     int m_exceptions = 0; ///< that were under way when the outermost scope began
     bool IsInTransaction() const;
 
-    INT32 m_transactions = 0;
+    INT32 m_transactions = 0; ///< brackets that are open, inside one another
     QString m_settingsFolder;
     KW_CONTROL_MODE m_controlMode = eCONTROL_LOCAL;
     bool m_historyEnabled = false;
-    bool m_treeCreated = false;
-    bool m_rollBack = false;
-    bool m_isStale = false; ///< a write failed halfway that was not recorded
+    bool m_treeCreated = false; ///< its rows are registered; items that come enter by themselves
+    bool m_rollBack = false;    ///< how the present step ends
+    bool m_isStale = false;     ///< a write failed halfway that was not recorded
 };
 
 /** A transaction of a root; rolled back unless Commit was called. */

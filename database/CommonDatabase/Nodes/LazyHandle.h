@@ -14,6 +14,7 @@ class CLazyHandle
 public:
     CLazyHandle() = default;
     ~CLazyHandle() { delete m_handle.load(std::memory_order_acquire); }
+    /** Clients hold pointers to what it made: it can not move. */
     CLazyHandle(const CLazyHandle&) = delete;
     CLazyHandle& operator=(const CLazyHandle&) = delete;
 
@@ -36,5 +37,7 @@ public:
     }
 
 private:
+    /** Set once, under the lock; read without it, so acquire and release order what it points to.
+     */
     std::atomic<T*> m_handle{nullptr};
 };

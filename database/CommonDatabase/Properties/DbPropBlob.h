@@ -7,8 +7,10 @@
 class CDbPropBlob final : public CDbPropBase
 {
 public:
+    /** Bytes that a client, a rule or a file may write: eKW_ACC_TOO_LONG above. */
     static constexpr INT32 kMaxSize = 1024 * 1024;
 
+    /** Under the lock; what it answers shares its bytes and stays as it is. */
     QByteArray Get() const;
     INT32 GetMaxSize() const { return kMaxSize; }
     KW_ACCEPTANCE Set(const QByteArray& bytes) { return WriteValue(bytes, eWRITEKIND::Client); }
@@ -21,6 +23,7 @@ public:
     void MakeNewHistValueEntry(CDbUndoStep& step) override;
     bool FinishNewHistValueEntry(CDbPropBaseHist& record) const override;
     QString GetTypeName() const override { return QStringLiteral("blob"); }
+    /** Base64, the form of files; other text is refused as eKW_ACC_BAD_TEXT. */
     QString GetText() const override;
     QString GetDefaultText() const override { return QStringLiteral(""); }
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
@@ -37,10 +40,12 @@ private:
         CDbPropBase::t_CommonState common;
         QByteArray value;
         CDbValue AsValue() const { return value; }
+        /** The bytes before the step: nothing else may keep them by then. */
         std::size_t HeldBytes() const { return static_cast<std::size_t>(value.size()); }
         bool operator==(const t_State&) const = default;
     };
     t_State GetState() const { return {GetCommonState(), m_value}; }
 
+    /** Guarded by the tree's lock. */
     QByteArray m_value;
 };

@@ -29,6 +29,7 @@ public:
     /** Restrict the selectable values; the present value stays, selectable or not. Refused with
         eKW_ACC_UNKNOWN_VALUE outside the type. */
     KW_ACCEPTANCE EnableValue(INT32 value, bool on);
+    /** Recorded and counted, as EnableValue, where it makes a difference. */
     KW_ACCEPTANCE EnableAllValues();
     /** As EnableValue, with all three states. */
     KW_ACCEPTANCE EnableValueInternally(INT32 value, KW_VALUE_STATE state);
@@ -46,6 +47,7 @@ protected:
 
     /** One state per value; empty while every value is selectable. */
     using t_States = std::vector<KW_VALUE_STATE>;
+    /** Guarded by the tree's lock; empty, or one for each value of the type. */
     t_States m_states;
 };
 
@@ -56,6 +58,7 @@ public:
     /** Default and initial value; a value outside the type is taken as 0. */
     void DbSetDefault(INT32 value);
 
+    /** Always a value of the type. */
     INT32 GetAsInt() const { return m_value.load(std::memory_order_acquire); }
     INT32 GetDefaultAsInt() const { return m_default; }
     /** Client write: eKW_ACC_UNKNOWN_VALUE, eKW_ACC_NOT_ENABLED. */
@@ -95,7 +98,7 @@ private:
     t_State GetState() const { return {GetCommonState(), GetAsInt(), m_states}; }
 
     std::atomic<INT32> m_value{0};
-    INT32 m_default = 0;
+    INT32 m_default = 0; ///< does not move once the tree is complete
 };
 
 /** History record of a CDbPropEnum<T>: one for all types, as the value is an integer. */
@@ -114,6 +117,7 @@ public:
     CDbPropEnum();
     ~CDbPropEnum() override;
 
+    /** Without the lock. */
     T Get() const { return static_cast<T>(GetAsInt()); }
     T GetDefault() const { return static_cast<T>(GetDefaultAsInt()); }
     KW_ACCEPTANCE Set(T value) { return SetAsInt(value); }

@@ -25,7 +25,7 @@ public:
     KW_ACCEPTANCE SetResult(T value) override { return m_node.SetResultAsInt(value); }
 
 private:
-    CDbPropEnum<T>& m_node;
+    CDbPropEnum<T>& m_node; ///< owns the handle
 };
 
 // GCC 12 instantiates no constructor that is "= default".

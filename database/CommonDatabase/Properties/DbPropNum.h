@@ -12,7 +12,10 @@
 class CDbPropNumBase : public CDbPropBase
 {
 public:
+    /** Declaration, before the tree is complete: these are read without a lock later on. */
     void DeclareUnit(KW_UNIT unit) { m_unit.SetUnit(unit); }
+    /** A rule's change: recorded and counted; eKW_ACC_UNKNOWN_VALUE outside the catalogue. The
+        number stays, whatever it meant in the former unit. */
     KW_ACCEPTANCE SetUnit(KW_UNIT unit);
     const CDbUnit& GetDbUnit() const { return m_unit; }
     KW_UNIT GetUnit() const;
@@ -20,6 +23,7 @@ public:
 
     void DeclareStepMode(E_STEPMODES mode) { m_stepMode = mode; }
     void DeclareStepBehaviour(E_STEP_BEHAVIOUR behaviour) { m_stepBehaviour = behaviour; }
+    /** Above 1; of eSTEPMODE_FACTOR only. */
     void DeclareStepFactor(double factor) { m_stepFactor = factor; }
     void DeclareFormat(E_NUMBERFORMAT format) { m_format = format; }
     /** Digits of hex and binary displays that stand together; 0 for no groups. */
@@ -91,12 +95,16 @@ public:
 
     /** Client writes: see IKWNumericProperty. */
     KW_ACCEPTANCE Set(T value) { return WriteValue(Carry(value), eWRITEKIND::Client); }
+    /** Limits the value first; code 1 where that made a difference. */
     KW_ACCEPTANCE SetLimited(T value);
+    /** The wish is stored before the rules run, so that one that settles for less erases it. */
     KW_ACCEPTANCE SetUserValue(T value);
+    /** As writes of the present limit, as it is when the lock is there. */
     KW_ACCEPTANCE SetToMin();
     KW_ACCEPTANCE SetToMax();
     KW_ACCEPTANCE Inc() { return IncDec(1); }
     KW_ACCEPTANCE Dec() { return IncDec(-1); }
+    /** From the present value; the end is met as the step behaviour says. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
     /** Internal write, of a rule. */
     KW_ACCEPTANCE DbSet(T value) { return WriteValue(Carry(value), eWRITEKIND::Internal); }
@@ -167,30 +175,40 @@ private:
     }
     using t_Hist = CDbPropHist<t_State>;
 
+    /** Exact: each type fits its carrier. */
     static CDbValue Carry(T value) { return CDbValue(static_cast<t_Carrier>(value)); }
     static bool IsNumber(T value);
     static T PlainZero(T value);
+    /** As it is without a resolution; may lie beyond a limit, by half a resolution at most. */
     T RoundToResolution(T value) const;
+    /** A value beside a limit by rounding counts as the limit, and becomes it. */
     KW_ACCEPTANCE ValidateRange(T& value, T min, T max) const;
+    /** After limits moved: the wish where they let it, else the nearest legal value, as an
+        automatic write. */
     void FollowLimits();
+    /** `overflow`: the next value is more than T can hold. */
     KW_ACCEPTANCE StepOver(T next, bool up, bool overflow);
     /** What the step behaviour says: `wrapped` at the other end, a refusal, or `end` with code 1.
      */
     KW_ACCEPTANCE StepPastEnd(bool up, T wrapped, T end);
     KW_ACCEPTANCE StepInList(INT32 steps);
+    /** Where steps down end. */
     T GetLowestStep() const;
+    /** False for a step mode that has no steps, or without a step. */
     bool FindStep(INT32 steps, T& next, bool& overflow) const;
 
+    /** Min ≤ value ≤ max and declared min ≤ min ≤ max ≤ declared max, whenever the lock is free. */
     std::atomic<T> m_value{};
+    /** Within the declared limits; the value where nothing holds it back. */
     std::atomic<T> m_userValue{};
     std::atomic<T> m_min{kLowest};
     std::atomic<T> m_max{kHighest};
     std::atomic<T> m_step;
-    T m_stepDefault;
+    T m_stepDefault; ///< from the model
     T m_default{};
     T m_declaredMin = kLowest;
     T m_declaredMax = kHighest;
-    T m_resolution{};
+    T m_resolution{}; ///< ≥ 0; guarded by the tree's lock
 };
 
 using CDbPropNumInt16 = CDbPropNum<INT16>;

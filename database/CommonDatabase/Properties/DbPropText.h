@@ -9,7 +9,9 @@
 class CDbPropTextBase : public CDbPropBase
 {
 public:
+    /** Declaration: default and initial value, taken as it is. */
     void DbSetDefault(const QString& text);
+    /** Under the lock; the default never moves once the tree is complete, and needs none. */
     QString Get() const;
     QString GetDefault() const { return m_default; }
     KW_ACCEPTANCE Set(const QString& text) { return WriteValue(text, eWRITEKIND::Client); }
@@ -28,6 +30,8 @@ public:
 
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
+    /** What the kind asks of a text beyond that a file can hold it. Under the lock, and without
+        effect: a recall tries texts, too. */
     virtual KW_ACCEPTANCE ValidateText(const QString& text) const = 0;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
@@ -37,12 +41,14 @@ protected:
         CDbPropBase::t_CommonState common;
         QString value;
         CDbValue AsValue() const { return value; }
+        /** Of the text before the step: that after it is the tree's. */
         std::size_t HeldBytes() const
         {
             return sizeof(QChar) * static_cast<std::size_t>(value.size());
         }
         bool operator==(const t_State&) const = default;
     };
+    /** What every kind of text records; kinds with more put it into a state of their own. */
     t_State GetState() const { return {GetCommonState(), m_value}; }
     void SetState(const t_State& state);
 
@@ -58,6 +64,7 @@ class CDbPropString : public CDbPropTextBase
 public:
     static constexpr INT32 kDefaultMaxLength = 1024;
 
+    /** Characters as QString counts them; eKW_ACC_TOO_LONG above. */
     void DeclareMaxLength(INT32 length) { m_maxLength = length; }
     INT32 GetMaxLength() const { return m_maxLength; }
     std::shared_ptr<IKWStringProperty> GetFIMPointer();
@@ -75,6 +82,7 @@ private:
 class CDbPropBitPattern final : public CDbPropTextBase
 {
 public:
+    /** The most bits; a shorter pattern is taken as it is. */
     void DeclareLength(INT32 bits) { m_maxLength = bits; }
     INT32 GetMaxLength() const { return m_maxLength; }
     void DeclareFormat(E_NUMBERFORMAT format) { m_format = format; }
@@ -103,7 +111,7 @@ private:
     };
     t_PatternState GetPatternState() const { return {GetState(), m_format}; }
 
-    INT32 m_maxLength = 64;
+    INT32 m_maxLength = 64; ///< bits, 1 for each character
     E_NUMBERFORMAT m_format = eNUMBERFORMAT_BINARY;
 };
 
@@ -117,17 +125,25 @@ class CDbPropFilePath final : public CDbPropTextBase
 public:
     static constexpr qint64 kMaxFileSize = 64 * 1024 * 1024;
 
+    /** Where relative names live. Declaration: a tree that clients have reads it under the lock. */
     void DeclareFolder(const QString& folder) { m_folder = folder; }
     void DeclareStem(const QString& stem) { m_stem = stem; }
+    /** Extensions without their dot, in any case; with neither list any name is taken. The first
+        one for saving is that of new names. */
     void DeclareOpenExtensions(std::initializer_list<QString> list);
     void DeclareSaveExtensions(std::initializer_list<QString> list);
     QString GetFolder() const;
     QStringList GetOpenExtensions() const { return m_openExtensions; }
     QStringList GetSaveExtensions() const { return m_saveExtensions; }
+    /** The name in its folder; an empty or absolute name as it is. */
     QString GetFullPath() const;
     /** Makes the folder of the path with all its parents; false where that is not possible. */
     bool CreateFullPath() const;
+    /** "Stem001.ext" with the lowest number up to 999 that no file has; empty where all are taken,
+        or nothing can be saved. */
     QString CreateNewFileName() const;
+    /** Whole files, up to kMaxFileSize; `contents` stays as it is where the code is 2 or above.
+        Takes the lock for the path only. */
     KW_ACCEPTANCE Load(QByteArray& contents) const;
     KW_ACCEPTANCE Write(const QByteArray& contents) const;
     std::shared_ptr<IKWFilePathProperty> GetFIMPointer();
@@ -138,7 +154,7 @@ protected:
     std::unique_ptr<IKWPropertyBase> CreateFIM() override;
 
 private:
-    QString m_folder;
+    QString m_folder; ///< guarded by the tree's lock
     QString m_stem = QStringLiteral("File");
     QStringList m_openExtensions;
     QStringList m_saveExtensions;

@@ -11,6 +11,7 @@ enum KW_UNIT : INT32;
 class CDbUnit
 {
 public:
+    /** "Not defined". */
     CDbUnit();
     explicit CDbUnit(KW_UNIT unit) : m_unit(unit) {}
 
@@ -22,5 +23,5 @@ public:
     QString GetName() const;
 
 private:
-    KW_UNIT m_unit;
+    KW_UNIT m_unit; ///< always a value of the catalogue: who sets it has checked
 };

@@ -15,7 +15,8 @@
     numbers of the type are passed over. */
 namespace NValueList
 {
-/** False when the entry is no number of type T. */
+/** False when the entry is no number of type T: text that is none, NaN, or a whole number that T
+   can not hold. `number` means nothing then. */
 template <typename T>
 bool ReadEntry(const QVariant& entry, T& number)
 {
@@ -53,7 +54,8 @@ bool IsSame(T a, T b)
     }
 }
 
-/** From `low` up to `high`, exact for whole numbers. */
+/** From `low` up to `high`, exact for whole numbers: the difference of two that T holds may be more
+    than T holds. */
 template <typename T>
 auto Distance(T low, T high)
 {
@@ -94,8 +96,8 @@ bool HasEntryWithin(const QVariantList& list, T min, T max)
 template <typename T>
 T Nearest(const QVariantList& list, T value, T min, T max)
 {
-    std::optional<T> below;
-    std::optional<T> above;
+    std::optional<T> below; ///< the largest that is not above
+    std::optional<T> above; ///< the smallest that is above
     for (const QVariant& item : list)
     {
         T entry{};
