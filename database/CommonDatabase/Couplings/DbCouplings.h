@@ -129,7 +129,7 @@ public:
 
     /** Null ends the watch. */
     static void Watch(CRowTrace* trace) { s_trace = trace; }
-    // Each costs a comparison where nobody watches.
+    /** Both cost a comparison where nobody watches. */
     static void NoteStart(const CDbPropertyGroup& group, const t_Row& row, const CDbObject* source)
     {
         if (s_trace != nullptr)

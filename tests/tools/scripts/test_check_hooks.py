@@ -15,11 +15,11 @@ SAVED = "class CPgSaved : public CPgSavedBase\n{\n    int OnFileFunction(int fun
 ROWS = (
     ("PgRow.h", "t_Couplings Rules() const override;", None),
     ("PgRow.h", "/** As void OnPropertySet(x) */ // void UpdateGroup();", None),
-    ("PgRow.h", "void OnFunctionEnded(int x); void TwinsGetTwins();", None),
+    ("PgRow.h", "void OnFunctionEnded(int x); void MyOnFunction();", None),
     ("PgRow.cpp", "void F() { group.UpdateGroup(); return UpdateGroup(); }", None),
     ("PgRow.h", "KW_ACCEPTANCE OnPropertySet(const CDbPropBase* written) override;",
      "PgRow.h:3: CPgRow::OnPropertySet is a hook"),
-    ("PgRow.h", "std::vector<t_Twins>\n    GetTwins() const;", "PgRow.h:4: CPgRow::GetTwins"),
+    ("PgRow.h", "KW_ACCEPTANCE\n    OnFunction(const CDbFunction* run);", "PgRow.h:4: CPgRow::OnFun"),
     ("PgRow.cpp", "void UpdateGroup() final {}", "PgRow.cpp:3: CPgRow::UpdateGroup is a hook"),
     ("PgRow.h", "std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* f) override;",
      "CPgRow::OnFileFunction is a hook"),
