@@ -119,40 +119,40 @@ private:
 } // namespace
 
 template <typename T>
-std::unique_ptr<IKWPropertyBase> CDbPropNum<T>::CreateFIM()
+void CDbPropNum<T>::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMNumeric<T>>(*this);
+    place.Make<CFIMNumeric<T>>(*this);
 }
 
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<INT16>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<UINT16>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<INT32>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<UINT32>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<INT64>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<UINT64>::CreateFIM();
-template std::unique_ptr<IKWPropertyBase> CDbPropNum<double>::CreateFIM();
+template void CDbPropNum<INT16>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<UINT16>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<INT32>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<UINT32>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<INT64>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<UINT64>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
+template void CDbPropNum<double>::CreateFIM(CHandlePlace<IKWPropertyBase>&);
 
-std::unique_ptr<IKWPropertyBase> CDbPropString::CreateFIM()
+void CDbPropString::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMString>(*this);
+    place.Make<CFIMString>(*this);
 }
 
-std::unique_ptr<IKWPropertyBase> CDbPropBitPattern::CreateFIM()
+void CDbPropBitPattern::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMBitPattern>(*this);
+    place.Make<CFIMBitPattern>(*this);
 }
 
-std::unique_ptr<IKWPropertyBase> CDbPropBlob::CreateFIM()
+void CDbPropBlob::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMBlob>(*this);
+    place.Make<CFIMBlob>(*this);
 }
 
-std::unique_ptr<IKWPropertyBase> CDbPropFilePath::CreateFIM()
+void CDbPropFilePath::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMFilePath>(*this);
+    place.Make<CFIMFilePath>(*this);
 }
 
-std::unique_ptr<IKWPropertyBase> CDbPropReference::CreateFIM()
+void CDbPropReference::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMReference>(*this);
+    place.Make<CFIMReference>(*this);
 }

@@ -116,7 +116,7 @@ void CDbPropBase::SetCommonState(const t_CommonState& state)
 
 IKWPropertyBase* CDbPropBase::EnsureFIM()
 {
-    return m_fim.Get([this] { return CreateFIM(); });
+    return m_fim.Get(m_hasFim, [this] { CreateFIM(m_fim); });
 }
 
 std::shared_ptr<IKWPropertyBase> CDbPropBase::GetHandle()

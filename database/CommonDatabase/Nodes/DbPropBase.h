@@ -109,7 +109,8 @@ protected:
     /** Whether a write of it would change nothing. */
     virtual bool IsStored(const CDbValue& value) const { return Stands(value); }
     virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
-    virtual std::unique_ptr<IKWPropertyBase> CreateFIM() = 0;
+    /** Makes the handle of the kind in its place. */
+    virtual void CreateFIM(CHandlePlace<IKWPropertyBase>& place) = 0;
     /** Texts of value-list entries. */
     virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
 
@@ -141,9 +142,10 @@ private:
     bool m_forceDependencies = false;
     bool m_confirm = false;
     bool m_secret = false;
+    std::atomic<bool> m_hasFim{false};
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;
-    CLazyHandle<IKWPropertyBase> m_fim;
+    CHandlePlace<IKWPropertyBase> m_fim;
 };
 
 /** The state of one property before and after a step; the property's kind says what that holds. */

@@ -4,6 +4,9 @@
 #include "LockManager.h"
 
 #include <atomic>
+#include <cstddef>
+#include <new>
+#include <type_traits>
 
 /** The handle of a node, in names of the frame its FIM, the function interface of the model: what
     clients hold instead of the node (GetFIMPointer). Made when it is first asked for, by whichever
@@ -40,4 +43,45 @@ private:
     /** Set once, under the lock; read without it, so acquire and release order what it points to.
      */
     std::atomic<T*> m_handle{nullptr};
+};
+
+/** The same for a node of which there are thousands: room for the handle inside of the node, so
+   that it takes no memory of its own and making it can not fail. A handle has nothing to let go: it
+   ends with its node. */
+template <typename T>
+class CHandlePlace
+{
+public:
+    CHandlePlace() = default;
+    /** As CLazyHandle. */
+    CHandlePlace(const CHandlePlace&) = delete;
+    CHandlePlace& operator=(const CHandlePlace&) = delete;
+
+    /** `isMade` belongs to the place, where the node has room for it. `create` calls Make. */
+    template <typename TCreate>
+    T* Get(std::atomic<bool>& isMade, const TCreate& create)
+    {
+        if (!isMade.load(std::memory_order_acquire))
+        {
+            const CLockGuard lock;
+            if (!isMade.load(std::memory_order_acquire))
+            {
+                create();
+                isMade.store(true, std::memory_order_release);
+            }
+        }
+        return std::launder(reinterpret_cast<T*>(m_place));
+    }
+
+    /** A handle is a table of functions and a reference to its node. */
+    template <typename THandle, typename TNode>
+    void Make(TNode& node)
+    {
+        static_assert(sizeof(THandle) <= sizeof m_place && alignof(THandle) <= alignof(void*));
+        static_assert(std::is_base_of_v<T, THandle>);
+        ::new (m_place) THandle(node);
+    }
+
+private:
+    alignas(void*) std::byte m_place[2 * sizeof(void*)];
 };

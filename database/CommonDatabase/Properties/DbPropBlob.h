@@ -32,7 +32,7 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
 
 private:
     struct t_State

@@ -90,7 +90,7 @@ protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override = 0;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override = 0;
     /** Serial name; the number where a value has none. */
     QString TextOf(INT32 value) const;
 
@@ -131,5 +131,5 @@ public:
     }
 
 protected:
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
 };

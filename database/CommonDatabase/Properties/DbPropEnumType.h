@@ -50,7 +50,7 @@ bool CDbPropEnum<T>::StepsByNumber() const
 }
 
 template <typename T>
-std::unique_ptr<IKWPropertyBase> CDbPropEnum<T>::CreateFIM()
+void CDbPropEnum<T>::CreateFIM(CHandlePlace<IKWPropertyBase>& place)
 {
-    return std::make_unique<CFIMEnum<T>>(*this);
+    place.Make<CFIMEnum<T>>(*this);
 }

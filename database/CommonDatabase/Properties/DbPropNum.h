@@ -146,7 +146,7 @@ protected:
     bool Stands(const CDbValue& value) const override;
     bool IsStored(const CDbValue& value) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
     QString ToText(const QVariant& entry) const override;
     QString GetWishText() const override;
     void RestoreWish(QStringView text) override;

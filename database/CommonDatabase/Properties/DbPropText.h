@@ -72,7 +72,7 @@ public:
 
 protected:
     KW_ACCEPTANCE ValidateText(const QString& text) const override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
 
 private:
     INT32 m_maxLength = kDefaultMaxLength;
@@ -99,7 +99,7 @@ public:
 protected:
     KW_ACCEPTANCE ValidateText(const QString& text) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
 
 private:
     struct t_PatternState
@@ -151,7 +151,7 @@ public:
 
 protected:
     KW_ACCEPTANCE ValidateText(const QString& text) const override;
-    std::unique_ptr<IKWPropertyBase> CreateFIM() override;
+    void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
 
 private:
     QString m_folder; ///< guarded by the tree's lock
