@@ -38,10 +38,10 @@ ROWS = [
         "BaselineAtomicLoad"),
     Row("write a number, history off", "FrameClientSet/history:0", 80 * NS,
         "BaselineRecursiveMutex"),
-    Row("write a number, history on", "FrameClientSet/history:1", 250 * NS,
+    Row("write a number, history on", "FrameClientSet/history:1", 105 * NS,
         "BaselineRecursiveMutex"),
     Row("write with 8 dependants, history off", "FrameClientSetWithEightDependants/history:0",
-        500 * NS, "FrameClientSet/history:0"),
+        400 * NS, "FrameClientSet/history:0"),
     Row("write with 8 dependants, history on", "FrameClientSetWithEightDependants/history:1",
         640 * NS, "FrameClientSetWithEightDependants/history:0"),
     Row("horizontal chain, history off", "HorizontalChain/history:0", 5 * US,
@@ -52,8 +52,8 @@ ROWS = [
     Row("span change, history on", "SpanChange/history:1", 5 * US, "FrameClientSet/history:1"),
     Row("find the root, tree alive", "TreeAliveGetRoot", 50 * NS, "BaselineRecursiveMutex"),
     Row("build and release the tree", "TreeColdGetRootAndRelease", 10 * MS),
-    Row("save the tree", "TreeSaveXml", 2, "BaselineXmlWriterToFile", True),
-    Row("recall the tree", "TreeRecallXml", 2.5, "BaselineXmlReader", True),
+    Row("save the tree", "TreeSaveXml", 1.5, "BaselineXmlWriterToFile", True),
+    Row("recall the tree", "TreeRecallXml", 1.5, "BaselineXmlReader", True),
 ]
 
 
