@@ -40,7 +40,7 @@ t_Couplings CPgCursor::Rules() const
             Do<&C::MovePartnerOf>,
         OnAny() >> all, On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>,
         On(Names::SetAsReference) >> Do<&C::SetAsReference, &C::UpdateGroup>,
-        NRules::kSwitched >> all,
+        NRules::kSwitched >> Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateDeltas>,
         Changed(ZEL::Horizontal / Horizontal::Left, ZEL::Horizontal / Horizontal::Right,
                 ZEL::XY / XY::SourceX) >>
             lines,

@@ -43,11 +43,11 @@ t_Couplings CPgMathematics::Rules() const
         On(Names::RemoveElement) >> Do<&M::RemoveElement>,
         On(Names::ClearExpression) >>
             Do<&M::ClearExpression, &M::UpdateGroup, &M::ShowSelectedElement>,
-        NRules::kSwitched >> all,
+        NRules::kSwitched >> Derive<&M::OfferSources, &M::UpdateUnit>,
         Changed(ZEL::Vertical / Vertical::Channel / each / Channel::ProbeUnit,
                 ZEL::Vertical / Vertical::ReferenceCurve /
                     ReferenceCurve::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
-            all);
+            Derive<&M::UpdateUnit>);
     return rows;
 }
 

@@ -114,10 +114,12 @@ protected:
     /** For the table of a class that has more. */
     static constexpr auto PatternRows()
     {
-        using N = typename TBase::Names;
-        return NNames::Rows(NNames::OnAny() >> NNames::Do<&CBusTrigger::FitConditions>,
-                            NNames::On(N::ClearPatterns) >>
-                                NNames::Do<&CBusTrigger::ClearConditions>);
+        return NNames::Rows(NNames::OnAny() >> NNames::Do<&CBusTrigger::FitConditions>, ClearRow());
+    }
+    /** The same where no setting of the trigger itself says how long a pattern is. */
+    static constexpr auto ClearRow()
+    {
+        return NNames::On(TBase::Names::ClearPatterns) >> NNames::Do<&CBusTrigger::ClearConditions>;
     }
 
     /** The conditions look up how long they are (IPatternSizes), so they are computed anew. */

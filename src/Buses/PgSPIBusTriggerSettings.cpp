@@ -12,9 +12,9 @@ using namespace NNames;
 t_Couplings CPgSPIBusTriggerSettings::Rules() const
 {
     static constexpr auto rows =
-        Table<Names>(PatternRows(), Changed(ZEL::SerialBus / SerialBus::SPIBusSettings /
-                                            SPIBusSettings::WordLength) >>
-                                        Settle<&CPgSPIBusTriggerSettings::FitConditions>);
+        Table<Names>(ClearRow(), Changed(ZEL::SerialBus / SerialBus::SPIBusSettings /
+                                         SPIBusSettings::WordLength) >>
+                                     Settle<&CPgSPIBusTriggerSettings::FitConditions>);
     return rows;
 }
 

@@ -24,7 +24,7 @@ t_Couplings CPgUARTBusTriggerSettings::Rules() const
 {
     using U = CPgUARTBusTriggerSettings;
     static constexpr auto rows = Table<Names>(
-        OnAny() >> Derive<&U::LimitPatternLength, &U::OfferLines>, PatternRows(),
+        OnAny() >> Derive<&U::OfferLines>, PatternRows(),
         Changed(kBus / UARTBusSettings::DataLength, kEachLine / BusChannelSettings::Enabled,
                 kEachLine / BusChannelSettings::Source) >>
             Settle<&U::LimitPatternLength, &U::OfferLines, &U::FitConditions>);

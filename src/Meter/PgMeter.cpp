@@ -117,18 +117,18 @@ t_Couplings CPgMeter::Rules() const
     static constexpr auto everything =
         Derive<&M::OfferChannels, &M::SelectFunction, &M::UpdateProbe, &M::UpdatePath,
                &M::UpdateMultimeterChannel, &M::UpdateInputChannels>;
-    static constexpr auto rows =
-        Table<Names>(On(Names::MeasTypeGUI) >> Do<&M::FunctionFromGui>,
-                     On(Names::ProbeType, Names::TestMode) >> Do<&M::DropMultimeterReadings>,
-                     OnAny() >> everything,
-                     On(Names::MeterChannel / each / MeterChannel::Range,
-                        Names::MeterChannel / each / MeterChannel::MeterMeasurement / each /
-                            MeterMeasurement::Type,
-                        Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
-                         everything,
-                     On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
-                     CPgMeterSourceChannel::kOtherProbe >> Derive<&M::UpdateInputChannels>,
-                     Twins(Names::MeterType, Names::MeasTypeGUI));
+    static constexpr auto rows = Table<Names>(
+        On(Names::MeasTypeGUI) >> Do<&M::FunctionFromGui>,
+        On(Names::ProbeType, Names::TestMode) >> Do<&M::DropMultimeterReadings>,
+        OnAny() >> everything,
+        On(Names::MeterChannel / each / MeterChannel::Range,
+           Names::MeterChannel / each / MeterChannel::MeterMeasurement / each /
+               MeterMeasurement::Type,
+           Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
+            Derive<&M::UpdatePath, &M::UpdateMultimeterChannel, &M::UpdateInputChannels>,
+        On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
+        CPgMeterSourceChannel::kOtherProbe >> Derive<&M::UpdateInputChannels>,
+        Twins(Names::MeterType, Names::MeasTypeGUI));
     return rows;
 }
 

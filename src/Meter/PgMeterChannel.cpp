@@ -29,7 +29,7 @@ t_Couplings CPgMeterChannel::Rules() const
     static constexpr auto rows = Table<Names>(
         On(Names::Range) >> Do<&C::EndAutoRange>, OnAny() >> Do<&C::OrderLimits, &C::UpdateReading>,
         On(Names::SetReference) >> Do<&C::ReferenceFromReading, &C::UpdateReading>,
-        On(Names::SetLimits) >> Do<&C::LimitsFromReading, &C::UpdateReading>,
+        On(Names::SetLimits) >> Do<&C::LimitsFromReading>,
         On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
         Delivered(Names::MeterMeasurement / each / MeterMeasurement::Actual) >>
             Do<&C::UpdateReading>);

@@ -9,9 +9,8 @@ using namespace NNames;
 t_Couplings CPgReferenceMarker::Rules() const
 {
     using R = CPgReferenceMarker;
-    static constexpr auto rows =
-        Table<Names>(OnAny() >> Derive<&R::UpdateSteps>,
-                     Delivered(Names::Frequency, Names::Magnitude) >> Do<&R::UpdateSteps>);
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&R::UpdateSteps>,
+                                              Delivered(Names::Frequency) >> Do<&R::UpdateSteps>);
     return rows;
 }
 

@@ -35,7 +35,8 @@ t_Couplings CPgZoom::Rules() const
                 ZEL::Horizontal / Horizontal::InterpolationFactor) >>
             zoomed,
         // A row of its own: the cursors may follow the timebase after the zoom has.
-        Changed(ZEL::Cursor / Cursor::X1, ZEL::Cursor / Cursor::X2) >> zoomed);
+        Changed(ZEL::Cursor / Cursor::X1, ZEL::Cursor / Cursor::X2) >>
+            Derive<&Z::FollowCursors, &Z::UpdateResults>);
     return rows;
 }
 

@@ -15,7 +15,7 @@ t_Couplings CPgExternalTriggerLevel::Rules() const
     static constexpr auto rows =
         Table<Names>(Changed(ZEL::Trigger / Trigger::ExternalTriggerSettings /
                              ExternalTriggerSettings::Attenuation) >>
-                         Derive<&L::LimitLevel, &L::FollowSelection>,
+                         Derive<&L::LimitLevel>,
                      SelectionRows());
     return rows;
 }
