@@ -81,8 +81,8 @@ QString PatternText(CDice& dice)
     }
     return pattern;
 }
+} // namespace
 
-/** A text that is legal for a property, or likely so. */
 QString AnyText(const IDbProperty& property, CDice& dice)
 {
     static const std::map<QString, QStringList> kTexts = {
@@ -108,6 +108,8 @@ QString AnyText(const IDbProperty& property, CDice& dice)
     return choice[dice.Below(static_cast<INT32>(choice.size()))];
 }
 
+namespace
+{
 /** One random write below these groups; answers which. */
 QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& dice)
 {

@@ -61,6 +61,9 @@ public:
     static std::string Name(const testing::TestParamInfo<t_Rule>& test) { return test.param.name; }
 };
 
+/** A text that is legal for a property, or likely so. */
+QString AnyText(const IDbProperty& property, CDice& dice);
+
 /** Random writes below `groups` (separated by blanks), mostly legal, in fresh trees. After each of
     them `check` finds nothing wrong; now and then everything computed once more changes nothing; at
     the end nothing but `reports` (a regular expression) was reported, all undone leads back, and a
