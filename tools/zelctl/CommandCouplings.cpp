@@ -13,6 +13,9 @@ constexpr char kCouplingsFooter[] =
     "that need another state still are seen when the command starts from that state: with --load,\n"
     "or in the shell.\n"
     "\n"
+    "\"by Horizontal 3: CalculateHorizontalScale\" is the rule that did it: the third row of the\n"
+    "group's table, and its step. With --json the answer holds the whole tables, too.\n"
+    "\n"
     "Examples:\n"
     "  zelctl couplings Horizontal            what the settings of the timebase move\n"
     "  zelctl couplings --json > map.json     the whole instrument\n"
@@ -20,7 +23,10 @@ constexpr char kCouplingsFooter[] =
 
 constexpr char kWhyFooter[] =
     "Shows a property with its limits, what it moves, and what moves it, each with one example\n"
-    "that was observed as \"zelctl couplings\" does.\n"
+    "that was observed as \"zelctl couplings\" does, and with the rule that did it: the group, "
+    "the\n"
+    "row of its table with the condition on which it runs, and the step. Last the rows that the\n"
+    "property starts as they are declared, whether the present state shows an effect or not.\n"
     "\n"
     "Example:\n"
     "  zelctl why Horizontal/AcquisitionTime";
@@ -30,7 +36,7 @@ QString ShowTransition(const t_Coupling& coupling, bool exact)
     return ShowValue(coupling.from, exact) + QStringLiteral(" → ") + ShowValue(coupling.to, exact);
 }
 
-QJsonObject ToJson(const t_Coupling& coupling)
+QJsonObject ToJson(const t_Coupling& coupling, CDeclaredRows& rows)
 {
     return {{QStringLiteral("source"), coupling.source},
             {QStringLiteral("target"), coupling.target},
@@ -39,6 +45,7 @@ QJsonObject ToJson(const t_Coupling& coupling)
             {QStringLiteral("old"), ToJsonValue(coupling.from)},
             {QStringLiteral("new"), ToJsonValue(coupling.to)},
             {QStringLiteral("example"), ToJson(coupling.example)},
+            {QStringLiteral("rows"), rows.ToJson(coupling.steps)},
             {QStringLiteral("text"),
              QStringLiteral("%1; %2").arg(ShowTransition(coupling, false),
                                           ShowChange(coupling.example, false))}};
@@ -66,6 +73,16 @@ QString DescribeEffect(const t_Coupling& coupling, const QString& shown)
     return effect.trimmed() + DescribeMoved(coupling) + DescribeConditions(coupling);
 }
 
+QJsonArray ToJson(const std::vector<KW_CouplingRow>& rows)
+{
+    QJsonArray json;
+    for (const KW_CouplingRow& row : rows)
+    {
+        json.append(ToJson(row));
+    }
+    return json;
+}
+
 bool IsAtOrBelow(const QString& path, const QString& start)
 {
     return start.isEmpty() || path == start || path.startsWith(start + QLatin1Char('/')) ||
@@ -87,6 +104,7 @@ struct t_CouplingOptions
     {
         const QString start = session.Find(ToText(path))->GetPath();
         const CCouplings all(session);
+        CDeclaredRows rows(session);
         std::vector<t_Coupling> chosen;
         QJsonArray json;
         for (const t_Coupling& coupling : all.Get())
@@ -94,11 +112,11 @@ struct t_CouplingOptions
             if (IsAtOrBelow(coupling.source, start))
             {
                 chosen.push_back(coupling);
-                json.append(ToJson(coupling));
+                json.append(ToJson(coupling, rows));
             }
         }
         CReply reply(session, QStringLiteral("couplings"));
-        dot ? AddGraph(chosen, reply) : AddLines(chosen, session.GetStyle().exact, reply);
+        dot ? AddGraph(chosen, reply) : AddLines(chosen, rows, session.GetStyle().exact, reply);
         if (start.isEmpty() && !dot)
         {
             reply.Line(QStringLiteral("%1 couplings; %2 of %3 settings took another value")
@@ -106,7 +124,9 @@ struct t_CouplingOptions
                            .arg(all.GetMovable())
                            .arg(all.GetTried()));
         }
-        return reply.Field("couplings", json).Send();
+        return reply.Field("couplings", json)
+            .Field("rows", ToJson(rows.GetAtAndBelow(start)))
+            .Send();
     }
 
 private:
@@ -122,7 +142,8 @@ private:
         reply.Line(QStringLiteral("}"));
     }
 
-    static void AddLines(const std::vector<t_Coupling>& couplings, bool exact, CReply& reply)
+    static void AddLines(const std::vector<t_Coupling>& couplings, CDeclaredRows& rows, bool exact,
+                         CReply& reply)
     {
         QString source;
         for (const t_Coupling& coupling : couplings)
@@ -133,8 +154,11 @@ private:
                 reply.Line(source + QStringLiteral(": ") + ShowTransition(coupling, exact) +
                            DescribeConditions(coupling));
             }
-            reply.Line(QStringLiteral("  ") + ShowChange(coupling.example, exact) +
-                       DescribeMoved(coupling));
+            const QStringList by = rows.Describe(coupling.steps, true);
+            reply.Line(
+                QStringLiteral("  ") + ShowChange(coupling.example, exact) +
+                DescribeMoved(coupling) +
+                (by.isEmpty() ? QString() : QStringLiteral("  ") + by.join(QLatin1String(", "))));
         }
         if (couplings.empty())
         {
@@ -153,49 +177,81 @@ struct t_WhyOptions
     }
 
     t_Answer Run(CSession& session) const;
+
+private:
+    /** One direction: lines below a title, and the same as data. */
+    struct t_Direction
+    {
+        QStringList lines;
+        QJsonArray json;
+
+        void Add(const QString& line, const t_Coupling& coupling, CDeclaredRows& rows)
+        {
+            lines.append(QStringLiteral("    ") + line);
+            for (const QString& by : rows.Describe(coupling.steps, false))
+            {
+                lines.append(QStringLiteral("      ") + by);
+            }
+            json.append(ToJson(coupling, rows));
+        }
+        QStringList Titled(const QString& title) const
+        {
+            return lines.isEmpty()
+                       ? QStringList(title +
+                                     QStringLiteral(" nothing, as far as the present state shows"))
+                       : QStringList(title) + lines;
+        }
+    };
+    static QStringList DescribeStarted(const std::vector<KW_CouplingRow>& rows);
 };
+
+QStringList t_WhyOptions::DescribeStarted(const std::vector<KW_CouplingRow>& rows)
+{
+    QStringList lines(rows.empty() ? QStringLiteral("  starts no row")
+                                   : QStringLiteral("  starts"));
+    for (const KW_CouplingRow& row : rows)
+    {
+        lines.append(QStringLiteral("    ") + DescribeRow(row));
+    }
+    return lines;
+}
 
 t_Answer t_WhyOptions::Run(CSession& session) const
 {
     const bool exact = session.GetStyle().exact;
     const auto property = session.FindProperty(ToText(path));
     const CCouplings couplings(session);
-    QStringList moves{QStringLiteral("  moves")};
-    QStringList movedBy{QStringLiteral("  moved by")};
-    QJsonArray moving;
-    QJsonArray moved;
+    CDeclaredRows rows(session);
+    t_Direction moves;
+    t_Direction movedBy;
     for (const t_Coupling& coupling : couplings.Get())
     {
         const QString shown = ShowChange(coupling.example, exact);
+        const QString written = ShowTransition(coupling, exact);
         if (coupling.source == property->GetPath())
         {
-            moves.append(QStringLiteral("    %1  at %2")
-                             .arg(shown + DescribeMoved(coupling),
-                                  ShowTransition(coupling, exact) + DescribeConditions(coupling)));
-            moving.append(ToJson(coupling));
+            moves.Add(
+                QStringLiteral("%1  at %2")
+                    .arg(shown + DescribeMoved(coupling), written + DescribeConditions(coupling)),
+                coupling, rows);
         }
         if (coupling.target == property->GetPath())
         {
-            movedBy.append(QStringLiteral("    %1: %2  gives %3")
-                               .arg(coupling.source, ShowTransition(coupling, exact),
-                                    DescribeEffect(coupling, shown)));
-            moved.append(ToJson(coupling));
+            movedBy.Add(QStringLiteral("%1: %2  gives %3")
+                            .arg(coupling.source, written, DescribeEffect(coupling, shown)),
+                        coupling, rows);
         }
     }
-    for (QStringList* const list : {&moves, &movedBy})
-    {
-        if (list->size() == 1)
-        {
-            list->front() += QStringLiteral(" nothing, as far as the present state shows");
-        }
-    }
+    const auto started = rows.GetStartedBy(*property);
     return CReply(session, QStringLiteral("why"))
         .Lines(GetInfoLines(*property, exact))
-        .Lines(moves)
-        .Lines(movedBy)
+        .Lines(moves.Titled(QStringLiteral("  moves")))
+        .Lines(movedBy.Titled(QStringLiteral("  moved by")))
+        .Lines(DescribeStarted(started))
         .Field("property", ToJson(*property, true))
-        .Field("moves", moving)
-        .Field("movedBy", moved)
+        .Field("moves", moves.json)
+        .Field("movedBy", movedBy.json)
+        .Field("starts", ToJson(started))
         .Send();
 }
 } // namespace

@@ -69,6 +69,8 @@ CCouplings::CCouplings(CSession& session) : m_session(session)
     TryAll(settings);
 }
 
+CCouplings::~CCouplings() = default;
+
 void CCouplings::Collect(const std::shared_ptr<IDbObject>& node, t_Settings& settings)
 {
     const auto property = std::dynamic_pointer_cast<IDbProperty>(node);
@@ -84,13 +86,25 @@ void CCouplings::Collect(const std::shared_ptr<IDbObject>& node, t_Settings& set
     }
 }
 
+CTreeWatch& CCouplings::GetWatch()
+{
+    const auto depth = static_cast<std::size_t>(m_conditions.size());
+    if (depth < m_watches.size())
+    {
+        m_watches[depth]->Update();
+        return *m_watches[depth];
+    }
+    const auto root = std::dynamic_pointer_cast<IDbGroup>(m_session.Find({}));
+    return *m_watches.emplace_back(std::make_unique<CTreeWatch>(root));
+}
+
 void CCouplings::TryAll(const t_Settings& settings)
 {
     if (settings.empty())
     {
         return;
     }
-    CTreeWatch watch(std::dynamic_pointer_cast<IDbGroup>(m_session.Find({})));
+    CTreeWatch& watch = GetWatch();
     for (const auto& setting : settings)
     {
         Try(watch, *setting);
@@ -103,6 +117,7 @@ void CCouplings::Try(CTreeWatch& watch, IDbProperty& property)
     bool taken = false;
     for (const t_Write& write : GetWrites(property))
     {
+        m_rows.Forget();
         const KW_ACCEPTANCE code = write(property);
         const std::vector<t_Change> changes = watch.GetChanges();
         if (!KW_IsAccepted(code) || changes.empty())
@@ -117,7 +132,8 @@ void CCouplings::Try(CTreeWatch& watch, IDbProperty& property)
             TryReleased(property, changes);
         }
         m_session.GetRoot().Undo();
-        const std::vector<t_Change> left = watch.GetChanges();
+        // As it follows, it need not look again at what changed and came back.
+        const std::vector<t_Change> left = watch.Update();
         if (!left.empty())
         {
             throw CFailure(eSTATUS_REFUSED,
@@ -158,10 +174,18 @@ void CCouplings::Record(const IDbProperty& source, const t_ShownValue& from,
         if (!m_byPair.contains(pair))
         {
             m_byPair.insert(pair, m_couplings.size());
-            m_couplings.push_back(
-                {path, change.after.path, {}, m_conditions, from, GetShownValue(source), change});
+            m_couplings.push_back({path,
+                                   change.after.path,
+                                   {},
+                                   m_conditions,
+                                   from,
+                                   GetShownValue(source),
+                                   change,
+                                   {}});
         }
-        QStringList& moved = m_couplings[m_byPair[pair]].moved;
+        t_Coupling& coupling = m_couplings[m_byPair[pair]];
+        AddSteps(coupling.steps, m_rows.GetSteps(change.after.path));
+        QStringList& moved = coupling.moved;
         const QString kind = GetKindName(change.kind);
         if (!moved.contains(kind))
         {

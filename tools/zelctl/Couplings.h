@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CouplingRows.h"
 #include "Session.h"
 #include "Snapshot.h"
 
@@ -20,6 +21,7 @@ struct t_Coupling
     t_ShownValue from;      ///< the setting's value before the example
     t_ShownValue to;        ///< and after
     t_Change example;       ///< what became of the target
+    t_Steps steps;          ///< of the rules that did it
 };
 
 /**
@@ -35,6 +37,9 @@ public:
         what the library reports about values that are tried is not shown. Fails inside a
         transaction. */
     explicit CCouplings(CSession& session);
+    ~CCouplings();
+    CCouplings(const CCouplings&) = delete;
+    CCouplings& operator=(const CCouplings&) = delete;
 
     /** In the order of the tree; what became available stands behind the setting that did it. */
     const std::vector<t_Coupling>& Get() const { return m_couplings; }
@@ -45,6 +50,9 @@ public:
 private:
     using t_Settings = std::vector<std::shared_ptr<IDbProperty>>;
 
+    /** Knows the present state. One for each number of conditions, as long as this lives: the state
+        without the last condition comes back. */
+    CTreeWatch& GetWatch();
     void TryAll(const t_Settings& settings);
     void Try(CTreeWatch& watch, IDbProperty& property);
     void TryReleased(const IDbProperty& by, const std::vector<t_Change>& changes);
@@ -54,6 +62,8 @@ private:
                 const std::vector<t_Change>& changes);
 
     CSession& m_session;
+    CRowWatch m_rows;
+    std::vector<std::unique_ptr<CTreeWatch>> m_watches;
     std::vector<t_Coupling> m_couplings;
     QHash<QString, std::size_t> m_byPair;
     QSet<QString> m_known;
