@@ -121,9 +121,12 @@ private:
 
 t_Couplings CPgRuledItem::Rules() const
 {
+    using I = CPgRuledItem;
+    constexpr auto elsewhere = t_TreeNames::First / t_RuledNames::A;
     static constexpr auto rows = Table<t_ItemNames>(
-        On(t_ItemNames::Level) >> Do<&CPgRuledItem::Step<'x'>>,
-        Changed(t_TreeNames::First / t_RuledNames::A) >> Do<&CPgRuledItem::Step<'y'>>);
+        On(t_ItemNames::Level) >> Do<&I::Step<'x'>>,
+        Delivered(t_ItemNames::Level) >> Do<&I::Step<'w'>>, Changed(elsewhere) >> Do<&I::Step<'y'>>,
+        Changed(elsewhere) >> Do<&I::Step<'z'>>);
     return rows;
 }
 
@@ -291,13 +294,13 @@ TEST_F(Couplings, RowMissesAnItemThatCameOrFollowsOneThatWent)
         std::vector<std::function<void()>> acts;
         const char* elsewhere; ///< what a write starts that items follow
     } steps[] = {{"none", {}, "dfh"},
-                 {"inserted", {insert}, "dfhy"},
+                 {"inserted", {insert}, "dfhyz"},
                  {"undone", {undo}, "dfh"},
-                 {"redone", {insert, undo, redo}, "dfhy"},
+                 {"redone", {insert, undo, redo}, "dfhyz"},
                  {"removed", {remove}, "dfh"},
-                 {"removal undone", {undo}, "dfhy"},
+                 {"removal undone", {undo}, "dfhyz"},
                  {"removal redone", {remove, undo, redo}, "dfh"},
-                 {"two", {insert, insert}, "dfhyy"}};
+                 {"two", {insert, insert}, "dfhyzyz"}};
     for (const auto& [what, acts, elsewhere] : steps)
     {
         for (const auto& act : acts)
@@ -317,7 +320,7 @@ TEST_F(Couplings, RowMissesAnItemThatCameOrFollowsOneThatWent)
     EXPECT_EQ(gone->m_level->DbSet(++value), eKW_ACC_OK);
     m_root->GetDependencies().LeaveItem(m_second);
     m_first.m_a->Set(++value);
-    EXPECT_EQ(Ran(), "y") << "what left runs no more";
+    EXPECT_EQ(Ran(), "yz") << "what left runs no more";
 }
 
 TEST_F(Couplings, RowThatSeveralWritesMarkRunsTwiceOrBeforeThem)

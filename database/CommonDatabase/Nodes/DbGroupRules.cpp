@@ -147,6 +147,7 @@ void CDbPropertyGroup::LeaveTree()
     if (CDbPgRoot* const root = GetDbRoot())
     {
         root->GetDependencies().LeaveItem(*this);
+        VisitChildrenFirst([](CDbPropertyGroup& group) { group.m_causes = 0; });
     }
 }
 

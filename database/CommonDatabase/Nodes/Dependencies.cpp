@@ -33,6 +33,8 @@ UINT16 CDependencies::PlaceFor(const t_Dependant& dependant)
         m_freePlaces.reserve(m_dependants.capacity());
         return static_cast<UINT16>(m_dependants.size() - 1);
     }
+    // The lowest first: rows of one table come back in their order.
+    std::pop_heap(m_freePlaces.begin(), m_freePlaces.end(), std::greater<>());
     const UINT16 place = m_freePlaces.back();
     m_freePlaces.pop_back();
     m_dependants[place] = dependant;
@@ -127,6 +129,7 @@ void CDependencies::LeavePlace(UINT16 place)
 {
     m_dependants[place] = {};
     m_freePlaces.push_back(place);
+    std::push_heap(m_freePlaces.begin(), m_freePlaces.end(), std::greater<>());
     std::erase(m_followingItems, place);
     for (t_Followers& followers : m_followersOfSource)
     {
