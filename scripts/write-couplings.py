@@ -16,7 +16,9 @@ HEAD += "<!-- Observed by scripts/couplings.sh: change the rules, not this file.
 NOTE = (
     "Each setting was written, from the defaults, to other values that were legal, and taken back. "
     "\"while\" names the setting that had to be written before. Couplings that need more than that "
-    "are not listed. [n] is any item of an array or map.\n"
+    "are not listed. \"Row\" is the rule that did it, by group, place in the group's table, and step: "
+    "the tables stand at the end of the page of the group's function. [n] is any item of an array or "
+    "map.\n"
 )
 
 
@@ -41,8 +43,11 @@ def merge(couplings):
     for coupling in couplings:
         source, target = collapsed(coupling["source"]), collapsed(coupling["target"])
         if source != target:
-            entry = merged.setdefault((source, target), {**coupling, "moved": []})
+            entry = merged.setdefault((source, target), {**coupling, "moved": [], "rows": []})
             entry["moved"] += [kind for kind in coupling["moved"] if kind not in entry["moved"]]
+            rows = [f"`{collapsed(row['group']) or ROOT}` {row['row']} `{row['step']}`"
+                    for row in coupling["rows"]]
+            entry["rows"] += [row for row in rows if row not in entry["rows"]]
     return merged
 
 
@@ -59,30 +64,47 @@ def example(coupling):
 def table(pairs, first):
     """Rows of couplings with an example; `first` 0 groups by source, 1 by target."""
     names = ["Setting", "Moves"] if first == 0 else ["Moved", "By"]
-    text = row([*names, "What", "Setting from → to", "Effect", "While"]) + row(["---"] * 6)
+    text = row([*names, "What", "Setting from → to", "Effect", "While", "Row"]) + row(["---"] * 7)
     before = None
     for pair, coupling in pairs:
         lead = f"`{pair[first]}`" if pair[first] != before else ""
         before = pair[first]
         text += row([lead, f"`{pair[1 - first]}`", ", ".join(coupling["moved"]),
-                     *example(coupling), cell(", ".join(coupling["while"]))])
+                     *example(coupling), cell(", ".join(coupling["while"])),
+                     ", ".join(coupling["rows"])])
     return text
 
 
-def page(name, merged):
+def rules(name, rows):
+    """The rows of the groups of a function, each class of items once."""
+    text = row(["Group", "Row", "When", "What"]) + row(["---"] * 4)
+    before, shown = None, set()
+    for entry in rows:
+        group = collapsed(entry["group"]) or ROOT
+        if function(entry["group"]) != name or (group, entry["row"]) in shown:
+            continue
+        shown.add((group, entry["row"]))
+        what = f"{entry['what']} {', '.join(entry['steps'])}".strip()
+        text += row([f"`{group}`" if group != before else "", str(entry["row"]),
+                     cell(entry["when"]), cell(what)])
+        before = group
+    return f"\n## Rows of {name}\n\n{text}" if shown else ""
+
+
+def page(name, merged, rows):
     moving = [item for item in merged.items() if function(item[0][0]) == name]
     moved = [item for item in merged.items()
              if function(item[0][1]) == name and function(item[0][0]) != name]
     moved.sort(key=lambda item: item[0][1])
     text = f"{HEAD}# Couplings of {name}\n\n{NOTE}"
     if not moving and not moved:
-        return text + "\nNo coupling was observed.\n"
+        return text + "\nNo coupling was observed.\n" + rules(name, rows)
     text += f"\n![Graph of the couplings]({name}.svg)\n"
     if moving:
         text += f"\n## What the settings of {name} move\n\n{table(moving, 0)}"
     if moved:
         text += f"\n## What moves in {name} by settings of other functions\n\n{table(moved, 1)}"
-    return text
+    return text + rules(name, rows)
 
 
 def graph(name, merged):
@@ -107,9 +129,10 @@ def graph(name, merged):
 
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
-        merged = merge(json.load(file)["couplings"])
+        answer = json.load(file)
+    merged = merge(answer["couplings"])
     for name in [ROOT, *sorted(FUNCTIONS)]:
-        contents = {"md": page(name, merged)}
+        contents = {"md": page(name, merged, answer["rows"])}
         if f"({name}.svg)" in contents["md"]:
             contents["dot"] = graph(name, merged)
         for suffix, text in contents.items():

@@ -125,6 +125,7 @@ QJsonObject ToJson(const KW_CouplingRow& row)
     return {{QStringLiteral("group"), row.group},
             {QStringLiteral("row"), row.number},
             {QStringLiteral("when"), KW_FormatCouplingWhen(row)},
+            {QStringLiteral("sources"), QJsonArray::fromStringList(row.sources)},
             {QStringLiteral("what"), row.what},
             {QStringLiteral("steps"), QJsonArray::fromStringList(row.steps)}};
 }

@@ -9,15 +9,16 @@ import unittest
 from support import run
 
 
-def observe(*arguments):
-    done = run("--json", "couplings", *arguments)
-    return json.loads(done.stdout)["couplings"]
+def ask(*arguments):
+    return json.loads(run("--json", *arguments).stdout)
 
 
 class Couplings(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.couplings = observe()
+        answer = ask("couplings")
+        cls.couplings = answer["couplings"]
+        cls.rows = {(row["group"], row["row"]): row for row in answer["rows"]}
 
     def find(self, source, target):
         return next((c for c in self.couplings
@@ -77,10 +78,35 @@ class Couplings(unittest.TestCase):
         self.assertIn("Horizontal/Scale: 100 ns/div → 200 ns/div", behind)
         self.assertEqual(run("why", "Horizontal").returncode, 2)
 
+    def test_row_of_a_coupling_is_not_declared_or_another(self):
+        for coupling in self.couplings:
+            with self.subTest(coupling["source"] + " > " + coupling["target"]):
+                self.assertTrue(coupling["rows"], "no row did it")
+                for row in coupling["rows"]:
+                    declared = self.rows[row["group"], row["row"]]
+                    self.assertEqual(row["when"], declared["when"])
+                    self.assertIn(row["step"], declared["steps"])
+        # Where no other row comes between, the setting is what starts the row.
+        row = self.find("Horizontal/ScaleGUI", "Horizontal/Scale")["rows"][0]
+        self.assertEqual((row["group"], row["when"], row["step"]),
+                         ("Horizontal", "On(ScaleGUI)", "SetScaleFromGui"))
+
+    def test_why_tells_other_rows_than_the_tables(self):
+        path = "Vertical/Channel[1]/Enabled"
+        starts = ask("why", path)["starts"]
+        started = [row for row in self.rows.values()
+                   if {path, "Vertical/Channel[each]/Enabled"} & set(row["sources"])
+                   or (row["group"], row["when"]) == ("Vertical/Channel[1]", "OnAny()")]
+        self.assertGreater(len(started), 10)
+        self.assertEqual(sorted(map(str, starts)), sorted(map(str, started)))
+        answer = run("why", "Zoom/Factor").stdout
+        self.assertIn("      by Zoom 2, OnAny(): UpdateResults\n", answer)
+        self.assertIn("    Zoom 2, OnAny(): ", run("why", "Zoom/Scale").stdout.split("starts")[1])
+
     def test_graph_has_other_arrows_than_the_list(self):
         graph = run("couplings", "Zoom", "--dot").stdout
         self.assertTrue(graph.startswith("digraph"))
-        self.assertEqual(graph.count(" -> "), len(observe("Zoom")))
+        self.assertEqual(graph.count(" -> "), len(ask("couplings", "Zoom")["couplings"]))
 
     def test_secret_is_observed_aloud(self):
         path = "Setup/Wireless/WirelessClient/Passphrase"
