@@ -26,9 +26,8 @@ constexpr const char* kSituations[] = {
     "Measurements/Measurement[0]/Source = M1; Mathematics/Type = MULTIPLY; .Scale = 0.001",
     "Zoom/CoupleToCursor = ON; Cursor/X1 = -1e-7; Horizontal/Scale = 1e-8",
     "@Harmonic/FundamentalFrequency = 100; Harmonic/AutoSet; .FundamentalSource = C2",
-    "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order = "
-    "5; "
-    "@.Magnitude = 1; Harmonic/HarmonicSelected[0]/SelectLargest",
+    "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order "
+    "= 5; @.Magnitude = 1; Harmonic/HarmonicSelected[0]/SelectLargest",
     "@Harmonic/HarmonicUIResults/AveragesDone = 3; Harmonic/ResetAverage",
     "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/ThdLimit = 1",
     "Horizontal/Scale = 1e-8; Preset",
@@ -54,8 +53,7 @@ constexpr const char* kSituations[] = {
     "Trigger/TvTriggerSettings/Polarity = POSITIVE; .Standard = NTSC",
     "FFT/AverageLength = 2; @FFT/AveragesDone = 2",
     "Spectrum/HorizontalScaling = LOGARITHMIC; "
-    "Spectrum/SpectrumMarkers/SpectrumMarker[0]/Frequency "
-    "= 1e6; "
+    "Spectrum/SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
     "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[0]; "
     "@.SpectrumMarker[0]/Magnitude = -7; Spectrum/SpectrumMarkers/SetReference"};
 
