@@ -22,12 +22,10 @@ public:
     const char* GetMeanings() const override { return Meanings(); }
     static const char* Meanings();
 
-    /** Title. Range: at most 20 characters. Default: "a "b" µ". */
+    /** Title. Values: "a "b" µ", "two". Default: "a "b" µ". */
     CDbPropString* GetPrTitle() const { return m_pTitle; }
     /** Secret: Phrase. */
     CDbPropString* GetPrPhrase() const { return m_pPhrase; }
-    /** Choice. Values: "one", "two". Default: "one". */
-    CDbPropString* GetPrChoice() const { return m_pChoice; }
     /** Block. */
     CDbPropBlob* GetPrBlock() const { return m_pBlock; }
     /** Pattern. Range: at most 8 bits. Default: "01X". */
@@ -42,7 +40,6 @@ protected:
 
     CDbPropString* m_pTitle;
     CDbPropString* m_pPhrase;
-    CDbPropString* m_pChoice;
     CDbPropBlob* m_pBlock;
     CDbPropBitPattern* m_pPattern;
     CDbPropFilePath* m_pFile;
