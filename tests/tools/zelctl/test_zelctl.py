@@ -120,6 +120,20 @@ class Zelctl(unittest.TestCase):
         self.assertEqual(re.findall(r"^\.B (\w+)$", commands, re.MULTILINE),
                          re.findall(r"^  (\w+)", listed, re.MULTILINE))
 
+    def test_enumeration_has_other_names_than_the_reference_says(self):
+        with open(os.path.join(PROJECT, "docs/settings/enumerations.md"), encoding="utf-8") as file:
+            types = re.split("^## ", file.read().replace("\\", ""), flags=re.M)[1:]
+        types = {lines[0]: [line[2:-2].split(" | ")[:5] for line in lines if re.match(r"\| \d", line)]
+                 for lines in map(str.splitlines, types)}
+        used = re.findall(r"^\w+", run("enum").stdout, flags=re.M)
+        self.assertGreater(len(used), 200)
+        done = run("--json", "shell", input="".join(f"enum {name}\n" for name in used))
+        for name, answer in zip(used, map(json.loads, done.stdout.splitlines()), strict=True):
+            with self.subTest(name):
+                self.assertEqual([[str(value["number"]), *(value[kind] for kind in (
+                    "display", "short", "remote", "serial"))] for value in answer["values"]],
+                    types[name])
+
     def test_state_is_lost_between_load_and_save(self):
         with tempfile.TemporaryDirectory() as folder:
             for suffix in ("xml", "csv"):
