@@ -131,6 +131,9 @@ TEST_P(WritePipeline, TakenWriteIsNotReadBackCountedOrUndone)
     ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
     EXPECT_EQ(m_property.GetText(), m_legal);
     EXPECT_EQ(m_root->Redo(), eKW_ACC_NOTHING_TO_DO);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->CanRedo()) << "a new step ends what could be redone";
 }
 
 TEST_P(WritePipeline, SameValueCountsOrMakesAStep)
