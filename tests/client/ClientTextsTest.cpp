@@ -5,9 +5,9 @@
 #include "IKWFunctionZEL.h"
 #include "KWEnumerations.h"
 #include "KWTexts.h"
+#include "TreeWalk.h"
 
 #include <QRegularExpression>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace
@@ -55,40 +55,6 @@ protected:
     std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
     std::shared_ptr<IDbGroup> m_top = m_root->GetDbObject();
 
-    using t_Visit = std::function<void(IDbObject&)>;
-
-    static void Walk(IDbGroup& group, const t_Visit& visit)
-    {
-        visit(group);
-        for (INT32 i = 0; i < group.GetPropertyCount(); ++i)
-        {
-            visit(*group.GetProperty(i));
-        }
-        for (INT32 i = 0; i < group.GetActionCount(); ++i)
-        {
-            visit(*group.GetAction(i));
-        }
-        for (INT32 i = 0; i < group.GetGroupCount(); ++i)
-        {
-            Walk(*group.GetGroup(i), visit);
-        }
-        const IDbContainer* const container = group.AsContainer();
-        for (INT32 i = 0; container != nullptr && i < container->GetCount(); ++i)
-        {
-            Walk(*container->GetItemByPosition(i), visit);
-        }
-    }
-    void Properties(const std::function<void(IDbProperty&)>& visit)
-    {
-        Walk(*m_top,
-             [&visit](IDbObject& node)
-             {
-                 if (auto* const property = dynamic_cast<IDbProperty*>(&node))
-                 {
-                     visit(*property);
-                 }
-             });
-    }
     std::shared_ptr<IDbProperty> Property(const char* path)
     {
         return std::dynamic_pointer_cast<IDbProperty>(m_top->Find(QString::fromLatin1(path)));
@@ -141,8 +107,8 @@ TEST(Texts, ValueIsNotFoundByEachOfItsNames)
 
 TEST_F(ClientTexts, NodeHasNoMeaningOrThatOfAnother)
 {
-    Walk(*m_top, [](IDbObject& node)
-         { EXPECT_FALSE(KW_GetMeaning(node).isEmpty()) << node.GetPath().toStdString(); });
+    WalkNodes(m_top, [](const auto& node)
+              { EXPECT_FALSE(KW_GetMeaning(*node).isEmpty()) << node->GetPath().toStdString(); });
     for (const auto& [path, meaning] : std::initializer_list<std::pair<const char*, const char*>>{
              {"", "The instrument."},
              {"Setup/BeepOnKey", "Whether every key press beeps."},
@@ -162,9 +128,11 @@ TEST_F(ClientTexts, NodeHasNoMeaningOrThatOfAnother)
 
 TEST_F(ClientTexts, ShownValueReadsBackAsAnother)
 {
-    Properties(
-        [](IDbProperty& property)
+    Walk<IDbProperty>(
+        m_top,
+        [](const auto& node)
         {
+            const IDbProperty& property = *node;
             const std::string path = property.GetPath().toStdString();
             const KW_ValueText value = KW_GetValueText(property);
             const bool isPlain =
@@ -202,20 +170,22 @@ TEST_F(ClientTexts, SecretIsToldOrSavedWithTheUsersSettings)
 {
     const QRegularExpression secretName(QStringLiteral("Passphrase|Password|Secret|Pin$|PIN"));
     QStringList secrets;
-    Properties(
-        [&](IDbProperty& property)
-        {
-            const bool named = property.GetNodeName().contains(secretName);
-            EXPECT_EQ(KW_IsSecret(property), named) << property.GetPath().toStdString();
-            if (!KW_IsSecret(property))
-            {
-                return;
-            }
-            secrets.append(property.GetPath());
-            EXPECT_EQ(property.GetSaveRecallType() & eSAVERECALL_SETTINGS, 0);
-            const QString empty = KW_FormatValue(KW_GetValueText(property), true);
-            EXPECT_EQ(property.SetText(QStringLiteral("correct horse")), eKW_ACC_OK);
-            EXPECT_EQ(KW_FormatValue(KW_GetValueText(property), true), empty);
-        });
+    Walk<IDbProperty>(m_top,
+                      [&](const auto& node)
+                      {
+                          IDbProperty& property = *node;
+                          const bool named = property.GetNodeName().contains(secretName);
+                          EXPECT_EQ(KW_IsSecret(property), named)
+                              << property.GetPath().toStdString();
+                          if (!KW_IsSecret(property))
+                          {
+                              return;
+                          }
+                          secrets.append(property.GetPath());
+                          EXPECT_EQ(property.GetSaveRecallType() & eSAVERECALL_SETTINGS, 0);
+                          const QString empty = KW_FormatValue(KW_GetValueText(property), true);
+                          EXPECT_EQ(property.SetText(QStringLiteral("correct horse")), eKW_ACC_OK);
+                          EXPECT_EQ(KW_FormatValue(KW_GetValueText(property), true), empty);
+                      });
     EXPECT_EQ(secrets.size(), 2);
 }

@@ -115,8 +115,11 @@ TEST_P(WritePipeline, RefusedWriteLeavesATrace)
 TEST_P(WritePipeline, TakenWriteIsNotReadBackCountedOrUndone)
 {
     const QString before = m_property.GetText();
-    auto counters = Counters(m_property);
+    const auto counters = Counters(m_property);
+    long long elsewhere = 0;
+    m_root->m_pSecond->HasChanged(elsewhere);
     ASSERT_EQ(m_property.SetText(m_legal), eKW_ACC_OK);
+    EXPECT_FALSE(m_root->m_pSecond->HasChanged(elsewhere));
     EXPECT_EQ(m_property.GetText(), m_legal);
     const auto after = Counters(m_property);
     for (std::size_t i = 0; i < counters.size(); ++i)
