@@ -98,7 +98,7 @@ class OutputTest(unittest.TestCase):
                              for path, old in zip(lists, before))
         self.assertTrue(accessors.startswith("\n# 1.2.0\nDemo/State property KW_PROBE\n"
                                              "Demo/Label map Texts\n"), accessors)
-        self.assertEqual(len(accessors.splitlines()), 20)
+        self.assertEqual(len(accessors.splitlines()), 18)
         self.assertEqual(values, "\n# 1.2.0\nKW_RATE USER\nKW_PROBE X1 1\nKW_UNIT NONE "
                                  "FREQ_S_DIV\n")
         self.assertEqual(self._rewritten(), set(), "the release moved accessors")

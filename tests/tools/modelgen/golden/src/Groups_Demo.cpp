@@ -62,7 +62,7 @@ class CFIMChannel final : public CDbGroupHandle<IKWFunctionChannel, CPgChannel>
 {
 public:
     using CDbGroupHandle::CDbGroupHandle;
-    std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const override
+    std::shared_ptr<IKWNumericProperty<INT32>> GetPrGain() const override
     {
         return m_node.GetPrGain()->GetFIMPointer();
     }
@@ -78,17 +78,9 @@ public:
     {
         return m_node.GetPrMask()->GetFIMPointer();
     }
-    std::shared_ptr<IKWNumericProperty<INT16>> GetPrSmall() const override
+    std::shared_ptr<IKWNumericProperty<INT64>> GetPrSmall() const override
     {
         return m_node.GetPrSmall()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<INT32>> GetPrWord() const override
-    {
-        return m_node.GetPrWord()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<INT64>> GetPrLong() const override
-    {
-        return m_node.GetPrLong()->GetFIMPointer();
     }
     std::shared_ptr<IKWNumericProperty<UINT32>> GetPrReading() const override
     {
@@ -151,7 +143,7 @@ IKWFunctionChannel::~IKWFunctionChannel() = default;
 
 CPgChannel::CPgChannel(INT32 index)
 {
-    SetPropertyListSize(9);
+    SetPropertyListSize(7);
     AddPropertyToList(m_pScale = new CDbPropNum<double>, QStringLiteral("Scale"));
     m_pScale->DeclareUnit(eKW_UNIT_FREQ_S_DIV);
     m_pScale->DeclareMinAndMax(1e-09, 100.0);
@@ -159,15 +151,15 @@ CPgChannel::CPgChannel(INT32 index)
     m_pScale->DeclareValueList({1e-09, 0.001, 100.0});
     m_pScale->DbSetDefault(0.001);
     SetSaveRecallType(m_pScale, 2, true);
-    AddPropertyToList(m_pGain = new CDbPropNum<double>, QStringLiteral("Gain"));
-    m_pGain->DeclareMinAndMax(0.5, CDbPropNum<double>::kHighest);
-    m_pGain->DeclareStep(0.1);
+    AddPropertyToList(m_pGain = new CDbPropNum<INT32>, QStringLiteral("Gain"));
+    m_pGain->DeclareMinAndMax(CDbPropNum<INT32>::kLowest, 100);
+    m_pGain->DeclareStep(2);
     m_pGain->DeclareStepMode(eSTEPMODE_FACTOR);
     m_pGain->DeclareStepFactor(1.5);
     m_pGain->DeclareStepBehaviour(eSTEP_BEHAVIOUR_WRAP);
-    m_pGain->DeclareResolution(0.01);
+    m_pGain->DeclareResolution(2);
     m_pGain->DeclareFormat(eNUMBERFORMAT_ENGINEERING);
-    m_pGain->DbSetDefault(1.0);
+    m_pGain->DbSetDefault(ItemDefault<INT32>(index, {2, 4, 6}, 2));
     SetSaveRecallType(m_pGain, 2, true);
     AddPropertyToList(m_pRate = new CDbPropEnum<KW_RATE>, QStringLiteral("Rate"));
     m_pRate->DeclareEnabledValues({eKW_RATE_10K, eKW_RATE_2U5});
@@ -178,18 +170,11 @@ CPgChannel::CPgChannel(INT32 index)
     m_pMask->DeclareFormat(eNUMBERFORMAT_HEX);
     m_pMask->DbSetDefault(65535);
     SetSaveRecallType(m_pMask, 0, true);
-    AddPropertyToList(m_pSmall = new CDbPropNum<INT16>, QStringLiteral("Small"));
-    m_pSmall->DeclareMinAndMax(-32768, CDbPropNum<INT16>::kHighest);
-    m_pSmall->DbSetDefault(-1);
+    AddPropertyToList(m_pSmall = new CDbPropNum<INT64>, QStringLiteral("Small"));
+    m_pSmall->DeclareMinAndMax((-9223372036854775807LL - 1), 5LL);
+    m_pSmall->DbSetDefault(-1LL);
     m_pSmall->DeclareConfirm();
     SetSaveRecallType(m_pSmall, 2, true);
-    AddPropertyToList(m_pWord = new CDbPropNum<INT32>, QStringLiteral("Word"));
-    m_pWord->DeclareMinAndMax(CDbPropNum<INT32>::kLowest, 5);
-    m_pWord->DbSetDefault(ItemDefault<INT32>(index, {1, 2, 3}, 0));
-    SetSaveRecallType(m_pWord, 2, true);
-    AddPropertyToList(m_pLong = new CDbPropNum<INT64>, QStringLiteral("Long"));
-    m_pLong->DeclareMinAndMax((-9223372036854775807LL - 1), 9223372036854775807LL);
-    SetSaveRecallType(m_pLong, 2, true);
     AddPropertyToList(m_pReading = new CDbPropNum<UINT32>, QStringLiteral("Reading"));
     m_pReading->SetObjectType(eOBJECTTYPE_RESULT);
     m_pReading->DeclareUnit(eKW_UNIT_NONE);
@@ -220,8 +205,6 @@ const char* CPgChannel::Meanings()
            "Rate.\0"
            "Mask.\0"
            "Small.\0"
-           "Word.\0"
-           "Long.\0"
            "Last reading.\0"
            "A result that files carry.\0";
 }

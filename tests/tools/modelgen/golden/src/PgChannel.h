@@ -24,18 +24,14 @@ public:
 
     /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
     CDbPropNum<double>* GetPrScale() const { return m_pScale; }
-    /** Gain. Range: ≥ 0.5. Default: 1. */
-    CDbPropNum<double>* GetPrGain() const { return m_pGain; }
+    /** Gain. Range: ≤ 100. Default: 2, 4, 6 for the items in turn. */
+    CDbPropNum<INT32>* GetPrGain() const { return m_pGain; }
     /** Rate. Values: 10 k, 2.5 µ\s. Default: 10 k, 2.5 µ\s for the items in turn. */
     CDbPropEnum<KW_RATE>* GetPrRate() const { return m_pRate; }
     /** Mask. Default: 65535. */
     CDbPropNum<UINT16>* GetPrMask() const { return m_pMask; }
-    /** Small. Range: ≥ -32768. Default: -1. */
-    CDbPropNum<INT16>* GetPrSmall() const { return m_pSmall; }
-    /** Word. Range: ≤ 5. Default: 1, 2, 3 for the items in turn. */
-    CDbPropNum<INT32>* GetPrWord() const { return m_pWord; }
-    /** Long. Range: -9223372036854775808 … 9223372036854775807. Default: 0. */
-    CDbPropNum<INT64>* GetPrLong() const { return m_pLong; }
+    /** Small. Range: -9223372036854775808 … 5. Default: -1. */
+    CDbPropNum<INT64>* GetPrSmall() const { return m_pSmall; }
     /** Result: Last reading. */
     CDbPropNum<UINT32>* GetPrReading() const { return m_pReading; }
     /** Result: A result that files carry. */
@@ -45,12 +41,10 @@ protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
     CDbPropNum<double>* m_pScale;
-    CDbPropNum<double>* m_pGain;
+    CDbPropNum<INT32>* m_pGain;
     CDbPropEnum<KW_RATE>* m_pRate;
     CDbPropNum<UINT16>* m_pMask;
-    CDbPropNum<INT16>* m_pSmall;
-    CDbPropNum<INT32>* m_pWord;
-    CDbPropNum<INT64>* m_pLong;
+    CDbPropNum<INT64>* m_pSmall;
     CDbPropNum<UINT32>* m_pReading;
     CDbPropNum<UINT64>* m_pSavedResult;
 };
