@@ -199,40 +199,6 @@ TEST_F(Threads, FirstRequestsMakeTwoHandles)
     }
 }
 
-TEST_F(Threads, UndoneOrRemovedItemsBreakTheirReaders)
-{
-    const CReports refusals;
-    CPgaFixtureItem& array = *m_group.m_pArray;
-    ASSERT_EQ(array.Insert(0), eKW_ACC_OK);
-    const auto change = [&](int round)
-    {
-        array.Insert(round % 2);
-        array.SetActive(0);
-        m_group.m_pReference->Set(QStringLiteral("First/Array[0]"));
-        array.Remove(array.GetCount() - 1, 1);
-    };
-    const auto replay = [&](int round) { round % 2 == 0 ? m_root->Undo() : m_root->Redo(); };
-    const auto read = [&](int round)
-    {
-        const auto item = std::dynamic_pointer_cast<IDbGroup>(
-            m_root->Find(QStringLiteral("First/Array[%1]").arg(round % 3)));
-        if (item)
-        {
-            // It may have left the array by now; while it is held it answers.
-            const auto level = item->GetProperty(0);
-            const KW_ACCEPTANCE code = level->SetText(QString::number(round % 10));
-            m_wrong += code != eKW_ACC_OK && code != eKW_ACC_DETACHED;
-            m_wrong += level->GetText().isEmpty();
-        }
-        const CLockGuard together(eACCESS_READ);
-        const QString path = m_group.m_pReference->Get();
-        m_wrong += !path.isEmpty() && m_root->Find(path) == nullptr;
-        m_wrong += array.GetActive() >= array.GetCount();
-    };
-    RunTogether({change, replay, read, read}, kRounds);
-    EXPECT_EQ(m_wrong, 0);
-}
-
 TEST_F(Threads, RenamedItemIsNotFoundByItsKeyOrUnderTwoNames)
 {
     CPgmFixtureItem& map = *m_group.m_pMap;
