@@ -19,12 +19,8 @@ public:
     virtual std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const = 0;
     /** Rate. Values: 10 k, 2.5 µ\s. Default: 10 k, 2.5 µ\s for the items in turn. */
     virtual std::shared_ptr<IKWEnumProperty<KW_RATE>> GetPrRate() const = 0;
-    /** Mask. Default: 65535. */
-    virtual std::shared_ptr<IKWNumericProperty<UINT16>> GetPrMask() const = 0;
-    /** Small. Range: -9223372036854775808 … 5. Default: -1. */
-    virtual std::shared_ptr<IKWNumericProperty<INT64>> GetPrSmall() const = 0;
+    /** Mask. Range: -9223372036854775808 … 5. Default: -1. */
+    virtual std::shared_ptr<IKWNumericProperty<INT64>> GetPrMask() const = 0;
     /** Result: Last reading. */
     virtual std::shared_ptr<IKWNumericProperty<UINT32>> GetPrReading() const = 0;
-    /** Result: A result that files carry. */
-    virtual std::shared_ptr<IKWNumericProperty<UINT64>> GetPrSavedResult() const = 0;
 };

@@ -16,12 +16,8 @@ public:
     virtual std::shared_ptr<IKWStringProperty> GetPrTitle() const = 0;
     /** Secret: Phrase. */
     virtual std::shared_ptr<IKWStringProperty> GetPrPhrase() const = 0;
-    /** Block. */
-    virtual std::shared_ptr<IKWBlobProperty> GetPrBlock() const = 0;
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     virtual std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const = 0;
     /** File. Range: extensions csv, bin. */
     virtual std::shared_ptr<IKWFilePathProperty> GetPrFile() const = 0;
-    /** Link. */
-    virtual std::shared_ptr<IKWReferenceProperty> GetPrLink() const = 0;
 };

@@ -74,21 +74,13 @@ public:
     {
         return m_node.GetPrRate()->GetFIMPointer();
     }
-    std::shared_ptr<IKWNumericProperty<UINT16>> GetPrMask() const override
+    std::shared_ptr<IKWNumericProperty<INT64>> GetPrMask() const override
     {
         return m_node.GetPrMask()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<INT64>> GetPrSmall() const override
-    {
-        return m_node.GetPrSmall()->GetFIMPointer();
     }
     std::shared_ptr<IKWNumericProperty<UINT32>> GetPrReading() const override
     {
         return m_node.GetPrReading()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<UINT64>> GetPrSavedResult() const override
-    {
-        return m_node.GetPrSavedResult()->GetFIMPointer();
     }
 };
 } // namespace
@@ -143,7 +135,7 @@ IKWFunctionChannel::~IKWFunctionChannel() = default;
 
 CPgChannel::CPgChannel(INT32 index)
 {
-    SetPropertyListSize(7);
+    SetPropertyListSize(5);
     AddPropertyToList(m_pScale = new CDbPropNum<double>, QStringLiteral("Scale"));
     m_pScale->DeclareUnit(eKW_UNIT_FREQ_S_DIV);
     m_pScale->DeclareMinAndMax(1e-09, 100.0);
@@ -165,24 +157,17 @@ CPgChannel::CPgChannel(INT32 index)
     m_pRate->DeclareEnabledValues({eKW_RATE_10K, eKW_RATE_2U5});
     m_pRate->DbSetDefault(ItemDefault<INT32>(index, {eKW_RATE_10K, eKW_RATE_2U5}, eKW_RATE_2U5));
     SetSaveRecallType(m_pRate, 2, true);
-    AddPropertyToList(m_pMask = new CDbPropNum<UINT16>, QStringLiteral("Mask"));
+    AddPropertyToList(m_pMask = new CDbPropNum<INT64>, QStringLiteral("Mask"));
+    m_pMask->DeclareMinAndMax((-9223372036854775807LL - 1), 5LL);
     m_pMask->DeclareBitGroupSize(4);
     m_pMask->DeclareFormat(eNUMBERFORMAT_HEX);
-    m_pMask->DbSetDefault(65535);
+    m_pMask->DbSetDefault(-1LL);
+    m_pMask->DeclareConfirm();
     SetSaveRecallType(m_pMask, 0, true);
-    AddPropertyToList(m_pSmall = new CDbPropNum<INT64>, QStringLiteral("Small"));
-    m_pSmall->DeclareMinAndMax((-9223372036854775807LL - 1), 5LL);
-    m_pSmall->DbSetDefault(-1LL);
-    m_pSmall->DeclareConfirm();
-    SetSaveRecallType(m_pSmall, 2, true);
     AddPropertyToList(m_pReading = new CDbPropNum<UINT32>, QStringLiteral("Reading"));
     m_pReading->SetObjectType(eOBJECTTYPE_RESULT);
     m_pReading->DeclareUnit(eKW_UNIT_NONE);
     SetSaveRecallType(m_pReading, 0, true);
-    AddPropertyToList(m_pSavedResult = new CDbPropNum<UINT64>, QStringLiteral("SavedResult"));
-    m_pSavedResult->SetObjectType(eOBJECTTYPE_RESULT);
-    m_pSavedResult->DbSetDefault(1ULL);
-    SetSaveRecallType(m_pSavedResult, 1, true);
 }
 
 CPgChannel::~CPgChannel() = default;
@@ -204,7 +189,5 @@ const char* CPgChannel::Meanings()
            "Gain.\0"
            "Rate.\0"
            "Mask.\0"
-           "Small.\0"
-           "Last reading.\0"
-           "A result that files carry.\0";
+           "Last reading.\0";
 }

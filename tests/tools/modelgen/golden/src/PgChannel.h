@@ -28,14 +28,10 @@ public:
     CDbPropNum<INT32>* GetPrGain() const { return m_pGain; }
     /** Rate. Values: 10 k, 2.5 µ\s. Default: 10 k, 2.5 µ\s for the items in turn. */
     CDbPropEnum<KW_RATE>* GetPrRate() const { return m_pRate; }
-    /** Mask. Default: 65535. */
-    CDbPropNum<UINT16>* GetPrMask() const { return m_pMask; }
-    /** Small. Range: -9223372036854775808 … 5. Default: -1. */
-    CDbPropNum<INT64>* GetPrSmall() const { return m_pSmall; }
+    /** Mask. Range: -9223372036854775808 … 5. Default: -1. */
+    CDbPropNum<INT64>* GetPrMask() const { return m_pMask; }
     /** Result: Last reading. */
     CDbPropNum<UINT32>* GetPrReading() const { return m_pReading; }
-    /** Result: A result that files carry. */
-    CDbPropNum<UINT64>* GetPrSavedResult() const { return m_pSavedResult; }
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
@@ -43,8 +39,6 @@ protected:
     CDbPropNum<double>* m_pScale;
     CDbPropNum<INT32>* m_pGain;
     CDbPropEnum<KW_RATE>* m_pRate;
-    CDbPropNum<UINT16>* m_pMask;
-    CDbPropNum<INT64>* m_pSmall;
+    CDbPropNum<INT64>* m_pMask;
     CDbPropNum<UINT32>* m_pReading;
-    CDbPropNum<UINT64>* m_pSavedResult;
 };

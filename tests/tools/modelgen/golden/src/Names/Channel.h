@@ -19,13 +19,9 @@ struct Channel
         Gain{{eNODE::Property, false, 1, {1}}};
     static constexpr t_Way<NNames::Channel, CDbPropEnum<KW_RATE>>
         Rate{{eNODE::Property, false, 1, {2}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT16>>
-        Mask{{eNODE::Property, false, 1, {3}}};
     static constexpr t_Way<NNames::Channel, CDbPropNum<INT64>>
-        Small{{eNODE::Property, false, 1, {4}}};
+        Mask{{eNODE::Property, false, 1, {3}}};
     static constexpr t_Way<NNames::Channel, CDbPropNum<UINT32>>
-        Reading{{eNODE::Property, false, 1, {5}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT64>>
-        SavedResult{{eNODE::Property, false, 1, {6}}};
+        Reading{{eNODE::Property, false, 1, {4}}};
 };
 } // namespace NNames

@@ -18,10 +18,6 @@ public:
     {
         return m_node.GetPrPhrase()->GetFIMPointer();
     }
-    std::shared_ptr<IKWBlobProperty> GetPrBlock() const override
-    {
-        return m_node.GetPrBlock()->GetFIMPointer();
-    }
     std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const override
     {
         return m_node.GetPrPattern()->GetFIMPointer();
@@ -30,10 +26,6 @@ public:
     {
         return m_node.GetPrFile()->GetFIMPointer();
     }
-    std::shared_ptr<IKWReferenceProperty> GetPrLink() const override
-    {
-        return m_node.GetPrLink()->GetFIMPointer();
-    }
 };
 } // namespace
 
@@ -41,7 +33,7 @@ IKWFunctionTexts::~IKWFunctionTexts() = default;
 
 CPgTexts::CPgTexts()
 {
-    SetPropertyListSize(6);
+    SetPropertyListSize(4);
     AddPropertyToList(m_pTitle = new CDbPropString, QStringLiteral("Title"));
     m_pTitle->DeclareMaxLength(20);
     m_pTitle->DeclareValueList({QStringLiteral("a \"b\" µ"), QStringLiteral("two")});
@@ -50,8 +42,6 @@ CPgTexts::CPgTexts()
     AddPropertyToList(m_pPhrase = new CDbPropString, QStringLiteral("Phrase"));
     m_pPhrase->DeclareSecret();
     SetSaveRecallType(m_pPhrase, 2, true);
-    AddPropertyToList(m_pBlock = new CDbPropBlob, QStringLiteral("Block"));
-    SetSaveRecallType(m_pBlock, 1, true);
     AddPropertyToList(m_pPattern = new CDbPropBitPattern, QStringLiteral("Pattern"));
     m_pPattern->DeclareLength(8);
     m_pPattern->DeclareFormat(eNUMBERFORMAT_HEX);
@@ -63,8 +53,6 @@ CPgTexts::CPgTexts()
     m_pFile->DeclareOpenExtensions({QStringLiteral("csv"), QStringLiteral("bin")});
     m_pFile->DeclareSaveExtensions({QStringLiteral("csv")});
     SetSaveRecallType(m_pFile, 1, true);
-    AddPropertyToList(m_pLink = new CDbPropReference, QStringLiteral("Link"));
-    SetSaveRecallType(m_pLink, 1, true);
 }
 
 CPgTexts::~CPgTexts() = default;
@@ -84,8 +72,6 @@ const char* CPgTexts::Meanings()
     return "All kinds of texts; the name | pipe is part of this.\0"
            "Title.\0"
            "Phrase.\0"
-           "Block.\0"
            "Pattern.\0"
-           "File.\0"
-           "Link.\0";
+           "File.\0";
 }

@@ -2,9 +2,7 @@
 // Generated from Texts.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/Containers/DbPropReference.h"
 #include "CommonDatabase/Nodes/ZELPropertyGroup.h"
-#include "CommonDatabase/Properties/DbPropBlob.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 
 class IKWFunctionTexts;
@@ -26,22 +24,16 @@ public:
     CDbPropString* GetPrTitle() const { return m_pTitle; }
     /** Secret: Phrase. */
     CDbPropString* GetPrPhrase() const { return m_pPhrase; }
-    /** Block. */
-    CDbPropBlob* GetPrBlock() const { return m_pBlock; }
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     CDbPropBitPattern* GetPrPattern() const { return m_pPattern; }
     /** File. Range: extensions csv, bin. */
     CDbPropFilePath* GetPrFile() const { return m_pFile; }
-    /** Link. */
-    CDbPropReference* GetPrLink() const { return m_pLink; }
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
     CDbPropString* m_pTitle;
     CDbPropString* m_pPhrase;
-    CDbPropBlob* m_pBlock;
     CDbPropBitPattern* m_pPattern;
     CDbPropFilePath* m_pFile;
-    CDbPropReference* m_pLink;
 };
