@@ -180,9 +180,13 @@ class Zelctl(unittest.TestCase):
     def test_number_loses_its_sign_or_digits(self):
         texts = [f"{sign}{digits}e{exponent}" for sign in ("", "-") for digits in ("1", "2.75")
                  for exponent in range(-60, 0)]
-        done = run("--json", "shell", input="".join(f"set Cursor/Y1 -- {t}\n" for t in texts))
+        lines = [f"set Cursor/Y1 -- {text}\n" for text in texts]
+        # A program that reads JSON takes each number for a double.
+        whole = [2**53 - 1, 2**53 + 1, 2**63 - 1]
+        lines += [f"set Setup/SetupDateTime/RequestedTime {number}\n" for number in whole]
+        done = run("--json", "shell", input="".join(lines))
         self.assertEqual([json.loads(line)["new"] for line in done.stdout.splitlines()],
-                         list(map(float, texts)), done.stderr)
+                         [*map(float, texts), whole[0], *map(str, whole[1:])], done.stderr)
 
     def test_secret_is_shown(self):
         path, secret = "Setup/Wireless/WirelessClient/Passphrase", "hunter2 squared"
