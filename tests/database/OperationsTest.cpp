@@ -2,6 +2,7 @@
 #include "FixtureTree.h"
 
 #include <atomic>
+#include <functional>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -24,6 +25,14 @@ protected:
         }
         return event;
     }
+    /** What a request answers while an executor works. */
+    KW_ACCEPTANCE SetBeside(const std::function<void()>& work)
+    {
+        std::thread executor(work);
+        const KW_ACCEPTANCE code = m_operation.Set();
+        executor.join();
+        return code;
+    }
 };
 } // namespace
 
@@ -45,16 +54,14 @@ TEST_F(Operations, EndsWithAnotherCodeOrInsideTheTreesLock)
                                        {eKW_OP_RESULT_FAILURE, eKW_ACC_OPERATION_FAILED},
                                        {eKW_OP_RESULT_ABORTED, eKW_ACC_OPERATION_FAILED}})
     {
-        std::thread executor(
-            [this, end = result]
-            {
-                EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
-                // The executor may use the tree while the requester waits.
-                EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(end), eKW_ACC_OK);
-                m_operation.Complete(end);
-            });
-        EXPECT_EQ(m_operation.Set(), code);
-        executor.join();
+        const auto work = [this, end = result]
+        {
+            EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
+            // The executor may use the tree while the requester waits.
+            EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(end), eKW_ACC_OK);
+            m_operation.Complete(end);
+        };
+        EXPECT_EQ(SetBeside(work), code);
         EXPECT_EQ(m_operation.GetResult(), result);
         EXPECT_EQ(m_root->m_pFirst->m_pResult->Get(), result);
     }
@@ -64,9 +71,7 @@ TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
 {
     m_operation.AttachExecutor(true);
     ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
-    std::thread first([&] { EXPECT_EQ(m_operation.Set(), eKW_ACC_TIMEOUT); });
-    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
-    first.join();
+    EXPECT_EQ(SetBeside([&] { EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START); }), eKW_ACC_TIMEOUT);
     ASSERT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs), eKW_ACC_OK);
     std::atomic<bool> ended{false};
     std::thread second(
@@ -89,14 +94,12 @@ TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
 TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGoneOrStartsTheNext)
 {
     m_operation.AttachExecutor(true);
-    std::thread executor(
-        [&]
-        {
-            WaitForEvent();
-            m_operation.AttachExecutor(false);
-        });
-    EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED);
-    executor.join();
+    const auto leave = [&]
+    {
+        WaitForEvent();
+        m_operation.AttachExecutor(false);
+    };
+    EXPECT_EQ(SetBeside(leave), eKW_ACC_OPERATION_FAILED);
     EXPECT_EQ(m_operation.Set(), eKW_ACC_OK) << "nobody is attached any more";
     m_operation.AttachExecutor(true);
     ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
