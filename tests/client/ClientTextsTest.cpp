@@ -159,6 +159,7 @@ TEST_F(ClientTexts, PropertyReadsWhatItsKindCanNotMean)
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0.5"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("inf"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0x"), text), eKW_ACC_BAD_TEXT);
+    EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0x1G"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(text, QStringLiteral("as before"));
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("1.5k"), text), eKW_ACC_OK);
     EXPECT_EQ(text, QStringLiteral("1500"));

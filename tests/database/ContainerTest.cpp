@@ -214,6 +214,33 @@ TEST_F(Containers, CopyLosesItsItemToARuleThatMovesIt)
     EXPECT_EQ(m_array.ItemDirect(0)->m_pLevel->Get(), 5.0);
 }
 
+TEST_F(Containers, ChangeOrItsUndoIsNotCounted)
+{
+    const QString names[] = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+    ASSERT_EQ(m_map.Insert(names[0]), eKW_ACC_OK);
+    ASSERT_EQ(m_map.Insert(names[1]), eKW_ACC_OK);
+    ASSERT_EQ(m_array.DbSetSize(3), eKW_ACC_OK);
+    ASSERT_EQ(m_array.SetActive(0), eKW_ACC_OK);
+    // None of them moves the active item, which counts of itself.
+    const std::pair<CDbPropertyGroup*, std::function<KW_ACCEPTANCE()>> changes[] = {
+        {&m_map, [&] { return m_map.InsertInternal(names[2], QString(), -1, false, true); }},
+        {&m_map, [&] { return m_map.Rename(names[0], names[2]); }},
+        {&m_map, [&] { return m_map.Remove(names[0]); }},
+        {&m_array, [&] { return m_array.Insert(3); }},
+        {&m_array, [&] { return m_array.Remove(2, 1); }}};
+    for (const auto& [container, change] : changes)
+    {
+        long long counter = 0;
+        container->HasChanged(counter);
+        CDbTransaction transaction(*m_root, QStringLiteral("change"));
+        ASSERT_EQ(change(), eKW_ACC_OK);
+        ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
+        EXPECT_TRUE(container->HasChanged(counter));
+        ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+        EXPECT_TRUE(container->HasChanged(counter));
+    }
+}
+
 TEST_F(Containers, MapTakesDoubleMissingOrBadNames)
 {
     ASSERT_EQ(m_map.Insert(QStringLiteral("a")), eKW_ACC_OK);

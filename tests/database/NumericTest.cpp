@@ -186,6 +186,9 @@ TEST(Limits, NaNOrInfinityBecomesOne)
     EXPECT_EQ(number.SetStep(infinity), eKW_ACC_NOT_A_NUMBER);
     EXPECT_EQ(number.SetResolution(-1.0), eKW_ACC_NOT_A_NUMBER);
     EXPECT_EQ(number.GetStep(), 0.5);
+    EXPECT_EQ(number.SetStep(2.0), eKW_ACC_OK);
+    EXPECT_EQ(number.SetStepDefault(), eKW_ACC_OK);
+    EXPECT_EQ(number.GetStep(), 0.5);
 }
 
 namespace
