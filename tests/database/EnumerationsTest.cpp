@@ -5,11 +5,8 @@
 #include "EnumNameInfo.h"
 #include "KWEnumerations.h"
 
-#include <array>
-#include <atomic>
 #include <gtest/gtest.h>
 #include <limits>
-#include <thread>
 
 namespace
 {
@@ -91,25 +88,4 @@ TEST(Enumerations, OwnTableForgetsOrTakesTooMuch)
     EXPECT_EQ(info.ConvertName(QStringLiteral("Two"), KW_ENUM_NAME::Display).value, -1);
     EXPECT_EQ(info.ConvertName(QStringLiteral("ONE"), KW_ENUM_NAME::Remote).value, 1);
     EXPECT_EQ(CEnumNameInfo(-3, QString()).GetEnumSize(), 0);
-}
-
-TEST(Enumerations, FirstCallsOfTwoThreadsSeeHalfATable)
-{
-    // A type that no other test of this program asks for.
-    std::array<QString, 2> names;
-    std::atomic<int> ready{0};
-    const auto first = [&](std::size_t i)
-    {
-        ++ready;
-        while (ready < 2)
-        {
-        }
-        const CEnumNameInfo& info = GetStaticEnumNameInfo<KW_WIRELESS_COUNTRY>();
-        names[i] = info.GetSerialName(info.GetEnumSize() - 1);
-    };
-    std::thread other(first, 1);
-    first(0);
-    other.join();
-    EXPECT_FALSE(names[0].isEmpty());
-    EXPECT_EQ(names[0], names[1]);
 }

@@ -98,7 +98,7 @@ class OutputTest(unittest.TestCase):
                              for path, old in zip(lists, before))
         self.assertTrue(accessors.startswith("\n# 1.2.0\nDemo/State property KW_PROBE\n"
                                              "Demo/Label map Texts\n"), accessors)
-        self.assertEqual(len(accessors.splitlines()), 14)
+        self.assertEqual(len(accessors.splitlines()), 13)
         self.assertEqual(values, "\n# 1.2.0\nKW_RATE USER\nKW_PROBE X1 1\nKW_UNIT NONE "
                                  "FREQ_S_DIV\n")
         self.assertEqual(self._rewritten(), set(), "the release moved accessors")
@@ -107,8 +107,8 @@ class OutputTest(unittest.TestCase):
         groups = self.workspace.root / "groups"
         self.assertEqual(self.workspace.run("--release", "2.0.0")[2], [
             "groups/Demo.toml:10: 'Demo/Gone' was never released: its entry can go",
-            "groups/Demo.toml:14: 'Demo/Older' was never released: its entry can go",
-            "groups/Demo.toml:19: 'Demo/Begin' was never released: its entry can go"])
+            "groups/Demo.toml:13: 'Demo/Older' was never released: its entry can go",
+            "groups/Demo.toml:18: 'Demo/Begin' was never released: its entry can go"])
         text = (groups / "Demo.toml").read_text(encoding="utf-8")
         self.workspace.write("groups/Demo.toml", text.replace("removed = true,", "").replace(
             ", removed = true", ""))

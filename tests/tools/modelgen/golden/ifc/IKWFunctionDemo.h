@@ -36,14 +36,12 @@ public:
     /** Removed from the tree: answers its default and refuses writes with eKW_ACC_DETACHED. Action:
         Began what Preset does. */
     [[deprecated]] virtual std::shared_ptr<IKWAction> GetPrBegin() const = 0;
-    /** Array (4 items): One input. */
+    /** Array (4 items at first, at most 15): One input. */
     virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgChannel() const = 0;
     /** A selector with the frame's default. Default: x1. */
     virtual std::shared_ptr<IKWEnumProperty<KW_PROBE>> GetPrState() const = 0;
     /** Map (at most 100 items): All kinds of texts; the name | pipe is part of this. */
     virtual std::shared_ptr<IKWMap<IKWFunctionTexts>> GetPgLabel() const = 0;
-    /** Array (0 items at first, at most 15): One input. */
-    virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const = 0;
     /** Operation: Stops the acquisition. */
     virtual std::shared_ptr<IKWOperation> GetPrStop() const = 0;
 };

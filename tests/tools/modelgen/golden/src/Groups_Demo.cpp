@@ -48,10 +48,6 @@ public:
     {
         return m_node.GetPgLabel()->GetFIMPointer();
     }
-    std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const override
-    {
-        return m_node.GetPgFrames()->GetFIMPointer();
-    }
     std::shared_ptr<IKWOperation> GetPrStop() const override
     {
         return m_node.GetPrStop()->GetFIMPointer();
@@ -92,12 +88,11 @@ CPgDemoBase::CPgDemoBase()
     SetPropertyListSize(1);
     AddPropertyToList(m_pState = new CDbPropEnum<KW_PROBE>, QStringLiteral("State"));
     SetSaveRecallType(m_pState, 1, true);
-    SetPropGroupListSize(4);
-    AddPropGroupToList(m_pChannel = new CPgaChannel(0, 2147483647), QStringLiteral("Channel"));
+    SetPropGroupListSize(3);
+    AddPropGroupToList(m_pChannel = new CPgaChannel(1, 15), QStringLiteral("Channel"));
     m_pChannel->DbSetSize(4);
     AddPropGroupToList(m_pLabel = new CPgmTexts(100), QStringLiteral("Label"));
     m_pLabel->SetNamePattern(QStringLiteral("Label%1"));
-    AddPropGroupToList(m_pFrames = new CPgaChannel(1, 15), QStringLiteral("Frames"));
     AddPropGroupToList(m_pTexts = new CPgTexts, QStringLiteral("Texts"));
     AddObject(m_pPreset = new CDbFunction, QStringLiteral("Preset"));
     AddObject(m_pStop = new CDbOperation, QStringLiteral("Stop"));

@@ -30,12 +30,10 @@ public:
 
     /** A selector with the frame's default. Default: x1. */
     CDbPropEnum<KW_PROBE>* GetPrState() const { return m_pState; }
-    /** Array (4 items): One input. */
+    /** Array (4 items at first, at most 15): One input. */
     CPgaChannel* GetPgChannel() const { return m_pChannel; }
     /** Map (at most 100 items): All kinds of texts; the name | pipe is part of this. */
     CPgmTexts* GetPgLabel() const { return m_pLabel; }
-    /** Array (0 items at first, at most 15): One input. */
-    CPgaChannel* GetPgFrames() const { return m_pFrames; }
     /** All kinds of texts; the name | pipe is part of this. */
     CPgTexts* GetPgTexts() const { return m_pTexts; }
     /** Action: Sets the defaults. */
@@ -56,7 +54,6 @@ protected:
     CDbPropEnum<KW_PROBE>* m_pState;
     CPgaChannel* m_pChannel;
     CPgmTexts* m_pLabel;
-    CPgaChannel* m_pFrames;
     CPgTexts* m_pTexts;
     CDbFunction* m_pPreset;
     CDbOperation* m_pStop;

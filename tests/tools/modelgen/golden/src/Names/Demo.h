@@ -22,9 +22,7 @@ struct Demo
         Channel{{eNODE::Group, false, 1, {0}}};
     static constexpr t_Way<NNames::Demo, t_Items<NNames::Texts>>
         Label{{eNODE::Group, false, 1, {1}}};
-    static constexpr t_Way<NNames::Demo, t_Items<NNames::Channel>>
-        Frames{{eNODE::Group, false, 1, {2}}};
-    static constexpr t_Way<NNames::Demo, NNames::Texts> Texts{{eNODE::Group, false, 1, {3}}};
+    static constexpr t_Way<NNames::Demo, NNames::Texts> Texts{{eNODE::Group, false, 1, {2}}};
     static constexpr t_Way<NNames::Demo, CDbFunction> Preset{{eNODE::Action, false, 1, {0}}};
     static constexpr t_Way<NNames::Demo, CDbOperation> Stop{{eNODE::Action, false, 1, {1}}};
 };
