@@ -215,7 +215,7 @@ _GROUP_FILES = [
     (_TOP + 'children = [ { name = "A" } ]\n[A]\nbrief = "B."\nchildren = [ { name = "Top" } ]\n',
      "7: groups contain each other: Top > A > Top", "7: the root Top can be no child"),
     ("[Top]\nroot = true\n", "1: group Top needs the key 'brief'"),
-    (_TOP + "childs = []\n", "1: unknown key 'childs' of group Top"),
+    (_TOP + "kinds = []\n", "1: unknown key 'kinds' of group Top"),
     ('[top]\nroot = true\nbrief = "B."\n', "1: 'top' is no name of a group"),
     (_TOP + "save = -1\n", "1: 'save' must be a whole number of 0 to 2"),
     (_TOP + 'properties = [ "A" ]\n', "4: 'properties' must be a list of { … } entries"),
