@@ -32,6 +32,7 @@ const t_Reading kReadings[] = {
     {"2 μV", eKW_UNIT_LEVEL_V, "0.000002", "2 µV"},
     {"20 mV", eKW_UNIT_LEVEL_MILLI_V, "20", "20 mV"},
     {"1.5 V", eKW_UNIT_LEVEL_MILLI_V, "1500", "1.5 V"},
+    {"0.5 mW", eKW_UNIT_LEVEL_MILLI_W, "0.5", "500 µW"},
     {"1e3 k", eKW_UNIT_FREQ_HZ, "1000000", "1 MHz"},
     {"−5", eKW_UNIT_LEVEL_V, "-5", "-5 V"},
     {"50%", eKW_UNIT_COUNT_PCT, "50", "50 %"},
