@@ -24,6 +24,7 @@ ROOMS = {
     "tests/client": "client tests",
     "tests/abi": "client tests",
     "tests/Together.h": "test basics",
+    "tests/TreeWalk.h": "test basics",
     "bench": "tests",
     "generated/database": "name tables",
     "generated/ifc": "ifc",
@@ -43,7 +44,7 @@ MAY_INCLUDE = {
     "client tests": {
         "client tests", "test basics", "ifc", "ifc basics", "ifc of the frame", "all enumerations",
     },
-    "test basics": set(),
+    "test basics": {"ifc basics", "ifc of the frame"},
     "tests": {
         "tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
         "all enumerations",

@@ -5,9 +5,9 @@
 #include "IKWFunctionZEL.h"
 #include "KWEnumerations.h"
 #include "KWTexts.h"
+#include "TreeWalk.h"
 
 #include <QRegularExpression>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace
@@ -32,6 +32,7 @@ const t_Reading kReadings[] = {
     {"2 μV", eKW_UNIT_LEVEL_V, "0.000002", "2 µV"},
     {"20 mV", eKW_UNIT_LEVEL_MILLI_V, "20", "20 mV"},
     {"1.5 V", eKW_UNIT_LEVEL_MILLI_V, "1500", "1.5 V"},
+    {"0.5 mW", eKW_UNIT_LEVEL_MILLI_W, "0.5", "500 µW"},
     {"1e3 k", eKW_UNIT_FREQ_HZ, "1000000", "1 MHz"},
     {"−5", eKW_UNIT_LEVEL_V, "-5", "-5 V"},
     {"50%", eKW_UNIT_COUNT_PCT, "50", "50 %"},
@@ -55,40 +56,6 @@ protected:
     std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
     std::shared_ptr<IDbGroup> m_top = m_root->GetDbObject();
 
-    using t_Visit = std::function<void(IDbObject&)>;
-
-    static void Walk(IDbGroup& group, const t_Visit& visit)
-    {
-        visit(group);
-        for (INT32 i = 0; i < group.GetPropertyCount(); ++i)
-        {
-            visit(*group.GetProperty(i));
-        }
-        for (INT32 i = 0; i < group.GetActionCount(); ++i)
-        {
-            visit(*group.GetAction(i));
-        }
-        for (INT32 i = 0; i < group.GetGroupCount(); ++i)
-        {
-            Walk(*group.GetGroup(i), visit);
-        }
-        const IDbContainer* const container = group.AsContainer();
-        for (INT32 i = 0; container != nullptr && i < container->GetCount(); ++i)
-        {
-            Walk(*container->GetItemByPosition(i), visit);
-        }
-    }
-    void Properties(const std::function<void(IDbProperty&)>& visit)
-    {
-        Walk(*m_top,
-             [&visit](IDbObject& node)
-             {
-                 if (auto* const property = dynamic_cast<IDbProperty*>(&node))
-                 {
-                     visit(*property);
-                 }
-             });
-    }
     std::shared_ptr<IDbProperty> Property(const char* path)
     {
         return std::dynamic_pointer_cast<IDbProperty>(m_top->Find(QString::fromLatin1(path)));
@@ -141,8 +108,8 @@ TEST(Texts, ValueIsNotFoundByEachOfItsNames)
 
 TEST_F(ClientTexts, NodeHasNoMeaningOrThatOfAnother)
 {
-    Walk(*m_top, [](IDbObject& node)
-         { EXPECT_FALSE(KW_GetMeaning(node).isEmpty()) << node.GetPath().toStdString(); });
+    WalkNodes(m_top, [](const auto& node)
+              { EXPECT_FALSE(KW_GetMeaning(*node).isEmpty()) << node->GetPath().toStdString(); });
     for (const auto& [path, meaning] : std::initializer_list<std::pair<const char*, const char*>>{
              {"", "The instrument."},
              {"Setup/BeepOnKey", "Whether every key press beeps."},
@@ -162,9 +129,11 @@ TEST_F(ClientTexts, NodeHasNoMeaningOrThatOfAnother)
 
 TEST_F(ClientTexts, ShownValueReadsBackAsAnother)
 {
-    Properties(
-        [](IDbProperty& property)
+    Walk<IDbProperty>(
+        m_top,
+        [](const auto& node)
         {
+            const IDbProperty& property = *node;
             const std::string path = property.GetPath().toStdString();
             const KW_ValueText value = KW_GetValueText(property);
             const bool isPlain =
@@ -191,6 +160,7 @@ TEST_F(ClientTexts, PropertyReadsWhatItsKindCanNotMean)
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0.5"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("inf"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0x"), text), eKW_ACC_BAD_TEXT);
+    EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("0x1G"), text), eKW_ACC_BAD_TEXT);
     EXPECT_EQ(text, QStringLiteral("as before"));
     EXPECT_EQ(KW_ParseValue(*count, QStringLiteral("1.5k"), text), eKW_ACC_OK);
     EXPECT_EQ(text, QStringLiteral("1500"));
@@ -202,20 +172,22 @@ TEST_F(ClientTexts, SecretIsToldOrSavedWithTheUsersSettings)
 {
     const QRegularExpression secretName(QStringLiteral("Passphrase|Password|Secret|Pin$|PIN"));
     QStringList secrets;
-    Properties(
-        [&](IDbProperty& property)
-        {
-            const bool named = property.GetNodeName().contains(secretName);
-            EXPECT_EQ(KW_IsSecret(property), named) << property.GetPath().toStdString();
-            if (!KW_IsSecret(property))
-            {
-                return;
-            }
-            secrets.append(property.GetPath());
-            EXPECT_EQ(property.GetSaveRecallType() & eSAVERECALL_SETTINGS, 0);
-            const QString empty = KW_FormatValue(KW_GetValueText(property), true);
-            EXPECT_EQ(property.SetText(QStringLiteral("correct horse")), eKW_ACC_OK);
-            EXPECT_EQ(KW_FormatValue(KW_GetValueText(property), true), empty);
-        });
+    Walk<IDbProperty>(m_top,
+                      [&](const auto& node)
+                      {
+                          IDbProperty& property = *node;
+                          const bool named = property.GetNodeName().contains(secretName);
+                          EXPECT_EQ(KW_IsSecret(property), named)
+                              << property.GetPath().toStdString();
+                          if (!KW_IsSecret(property))
+                          {
+                              return;
+                          }
+                          secrets.append(property.GetPath());
+                          EXPECT_EQ(property.GetSaveRecallType() & eSAVERECALL_SETTINGS, 0);
+                          const QString empty = KW_FormatValue(KW_GetValueText(property), true);
+                          EXPECT_EQ(property.SetText(QStringLiteral("correct horse")), eKW_ACC_OK);
+                          EXPECT_EQ(KW_FormatValue(KW_GetValueText(property), true), empty);
+                      });
     EXPECT_EQ(secrets.size(), 2);
 }

@@ -11,62 +11,13 @@
 #include "Together.h"
 
 #include <QTemporaryDir>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <mutex>
-#include <set>
 
 namespace
 {
 constexpr int kRounds = 150;
-
-/** Every number that the acquisition time may show: ten divisions of a scale. */
-std::set<double> AcquisitionTimes()
-{
-    const auto root = GetZELRoot();
-    const auto scale = root->GetPgHorizontal()->GetPrScaleGUI();
-    std::set<double> times;
-    for (INT32 index = 0; index < 36; ++index)
-    {
-        scale->SetAsInt(index);
-        times.insert(root->GetPgHorizontal()->GetPrAcquisitionTime()->Get());
-    }
-    return times;
-}
 } // namespace
-
-TEST(ClientThreads, ValueIsTornOrACounterRunsBackwards)
-{
-    const std::set<double> times = AcquisitionTimes();
-    const auto root = GetZELRoot();
-    const auto horizontal = root->GetPgHorizontal();
-    const auto time = horizontal->GetPrAcquisitionTime();
-    const auto position = horizontal->GetPrPosition();
-    std::atomic<int> torn{0};
-    std::atomic<int> crossed{0};
-    const auto write = [&](int round)
-    {
-        horizontal->GetPrScaleGUI()->SetAsInt(round % 36);
-        position->SetUserValue(round % 3 - 1.0);
-    };
-    const auto read = [&](int)
-    {
-        for (int i = 0; i < 50; ++i)
-        {
-            torn += times.count(time->Get()) == 0 ? 1 : 0;
-            torn += horizontal->GetPrScaleGUI()->GetAsInt() >= 36 ? 1 : 0;
-        }
-        const CKWReadBracket together(root);
-        crossed += position->Get() < position->GetMin() || position->Get() > position->GetMax();
-        const double screen = horizontal->GetPrScale()->Get() * 10.0; // beside the decimal time
-        crossed += std::fabs(screen - time->Get()) > 1e-12 * screen ? 1 : 0;
-    };
-    RunTogether(
-        {write, read, read, [&](int round) { round % 3 == 0 ? root->Undo() : root->Redo(); }},
-        kRounds);
-    EXPECT_EQ(torn, 0);
-    EXPECT_EQ(crossed, 0);
-}
 
 TEST(ClientThreads, RootTurnoverLeavesTwoTreesOrAHandleBehind)
 {

@@ -102,69 +102,28 @@ TEST_F(Frame, WishLeavesTheResolutionWhenLimitsMove)
     }
 }
 
-namespace
+TEST_F(Frame, AvailabilityOfAGroupIsNotUndoneOrAStepThoughItCameBack)
 {
-/** Something of a group that is no value, with two settings of it. */
-struct t_Trait
-{
-    const char* name;
-    int (*get)(CPgFixture& group);
-    void (*change)(CPgFixture& group);
-};
-
-constexpr t_Trait kTraits[] = {
-    {"Resolution", [](CPgFixture& g) { return static_cast<int>(g.m_pDouble->GetResolution()); },
-     [](CPgFixture& g) { g.m_pDouble->SetResolution(5.0); }},
-    {"Format", [](CPgFixture& g) { return static_cast<int>(g.m_pPattern->GetFormat()); },
-     [](CPgFixture& g) { g.m_pPattern->SetFormat(eNUMBERFORMAT_HEX); }},
-    {"Availability", [](CPgFixture& g) { return static_cast<int>(g.m_pMap->GetAvailability()); },
-     [](CPgFixture& g)
-     {
-         g.m_pMap->SetAvailability(eAVAILABILITY_NOT_AVAILABLE);
-         g.m_pMap->SetAvailability(eAVAILABILITY_READ_ONLY);
-     }},
-};
-
-class Traits : public testing::TestWithParam<t_Trait>
-{
-};
-} // namespace
-
-TEST_P(Traits, AreNotUndoneOrNotCounted)
-{
-    const auto root = CPgFixtureRoot::Create();
-    CPgFixture& group = *root->m_pFirst;
-    const int before = GetParam().get(group);
+    CPgmFixtureItem& map = *m_group.m_pMap;
     long long counter = 0;
-    root->HasChanged(counter);
+    m_root->HasChanged(counter);
+    for (const KW_AVAILABILITY last : {eAVAILABILITY_AVAILABLE, eAVAILABILITY_NOT_AVAILABLE})
     {
-        CDbTransaction transaction(*root, QStringLiteral("change"));
-        GetParam().change(group);
+        CDbTransaction transaction(*m_root, QStringLiteral("change"));
+        map.SetAvailability(eAVAILABILITY_READ_ONLY);
+        map.SetAvailability(last);
         ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
+        EXPECT_EQ(m_root->CanUndo(), last != eAVAILABILITY_AVAILABLE);
     }
-    const int after = GetParam().get(group);
-    ASSERT_NE(after, before);
-    EXPECT_TRUE(root->HasChanged(counter));
-    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-    EXPECT_EQ(GetParam().get(group), before);
-    EXPECT_TRUE(root->HasChanged(counter));
-    ASSERT_EQ(root->Redo(), eKW_ACC_OK);
-    EXPECT_EQ(GetParam().get(group), after);
+    EXPECT_TRUE(m_root->HasChanged(counter));
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(map.GetAvailability(), eAVAILABILITY_AVAILABLE);
+    EXPECT_TRUE(m_root->HasChanged(counter));
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(map.GetAvailability(), eAVAILABILITY_NOT_AVAILABLE);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, Traits, testing::ValuesIn(kTraits),
-                         [](const auto& test) { return std::string(test.param.name); });
-
-TEST_F(Frame, AvailabilityThatCameBackIsAStep)
-{
-    CDbTransaction transaction(*m_root, QStringLiteral("nothing"));
-    m_group.m_pMap->SetAvailability(eAVAILABILITY_READ_ONLY);
-    m_group.m_pMap->SetAvailability(eAVAILABILITY_AVAILABLE);
-    ASSERT_EQ(transaction.Commit(), eKW_ACC_OK);
-    EXPECT_FALSE(m_root->CanUndo());
-}
-
-TEST_F(Frame, FormatOfAPatternPassesTheLockoutOrTakesAResultBack)
+TEST_F(Frame, PatternTakesAnotherFormatPassesTheLockoutOrTakesAResultBack)
 {
     CDbPropBitPattern& pattern = *m_group.m_pPattern;
     m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
@@ -172,8 +131,15 @@ TEST_F(Frame, FormatOfAPatternPassesTheLockoutOrTakesAResultBack)
     EXPECT_EQ(pattern.GetFormat(), eNUMBERFORMAT_BINARY);
     m_root->SetControlMode(eCONTROL_LOCAL);
     pattern.SetObjectType(eOBJECTTYPE_RESULT);
-    EXPECT_EQ(pattern.SetFormat(eNUMBERFORMAT_HEX), eKW_ACC_OK) << "results are shown, too";
-    EXPECT_FALSE(m_root->CanUndo());
+    for (INT32 format = -1; format <= eNUMBERFORMAT_BINARY + 1; ++format)
+    {
+        const bool isKnown = format == eNUMBERFORMAT_HEX || format == eNUMBERFORMAT_BINARY;
+        const E_NUMBERFORMAT present = pattern.GetFormat();
+        EXPECT_EQ(pattern.SetFormat(static_cast<E_NUMBERFORMAT>(format)),
+                  isKnown ? eKW_ACC_OK : eKW_ACC_UNKNOWN_VALUE);
+        EXPECT_EQ(pattern.GetFormat(), isKnown ? format : present);
+    }
+    EXPECT_FALSE(m_root->CanUndo()) << "results are shown, too";
 }
 
 TEST_F(Frame, LimitsEncloseNoEntryOfTheList)
@@ -219,56 +185,6 @@ TEST_F(Frame, ValueBesideALimitByRoundingIsRefused)
         EXPECT_EQ(p.Set(limit + beyond), eKW_ACC_ABOVE_MAXIMUM) << limit;
     }
 }
-
-namespace
-{
-struct t_StepCase
-{
-    const char* name;
-    E_STEPMODES mode;
-    E_STEP_BEHAVIOUR behaviour;
-    double start;
-    INT32 steps;
-    double end;
-    KW_ACCEPTANCE code;
-};
-
-class Stepping : public testing::TestWithParam<t_StepCase>
-{
-};
-} // namespace
-
-TEST_P(Stepping, EndsElsewhere)
-{
-    const t_StepCase& c = GetParam();
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropNum<double>& p =
-        c.mode == eSTEPMODE_LIST ? *root->m_pFirst->m_pListed : *root->m_pFirst->m_pDouble;
-    p.DeclareStepMode(c.mode);
-    p.DeclareStepFactor(1.1);
-    p.DeclareStepBehaviour(c.behaviour);
-    ASSERT_EQ(p.Set(c.start), eKW_ACC_OK);
-    EXPECT_EQ(p.IncDec(c.steps), c.code);
-    EXPECT_DOUBLE_EQ(p.Get(), c.end);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, Stepping,
-    testing::Values(t_StepCase{"Linear", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 1, -1, 0.5, 0},
-                    t_StepCase{"LinearFromBesideTheGrid", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT,
-                               1.3, -2, 0.5, 0},
-                    t_StepCase{"Factor", eSTEPMODE_FACTOR, eSTEP_BEHAVIOUR_LIMIT, 10, 2, 12.1, 0},
-                    t_StepCase{"LinearStops", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_LIMIT, 999, 5, 1000,
-                               1},
-                    t_StepCase{"LinearWraps", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_WRAP, 999, 5, 0, 0},
-                    t_StepCase{"LinearRefuses", eSTEPMODE_LINEAR, eSTEP_BEHAVIOUR_REFUSE, 0, -1, 0,
-                               eKW_ACC_BELOW_MINIMUM},
-                    t_StepCase{"List", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_LIMIT, 2, 2, 10, 0},
-                    t_StepCase{"ListStops", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_LIMIT, 5, 2, 10, 1},
-                    t_StepCase{"ListWraps", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_WRAP, 1, -1, 10, 0},
-                    t_StepCase{"ListRefuses", eSTEPMODE_LIST, eSTEP_BEHAVIOUR_REFUSE, 10, 1, 10,
-                               eKW_ACC_ABOVE_MAXIMUM}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 TEST_F(Frame, EnumerationOffersWhatIsDisabled)
 {
@@ -400,19 +316,6 @@ TEST_F(Frame, OriginOfAnotherBracketCounts)
     }
 }
 
-TEST_F(Frame, PatternTakesAnotherFormat)
-{
-    CDbPropBitPattern& pattern = *m_group.m_pPattern;
-    for (INT32 format = -1; format <= eNUMBERFORMAT_BINARY + 1; ++format)
-    {
-        const bool isKnown = format == eNUMBERFORMAT_HEX || format == eNUMBERFORMAT_BINARY;
-        const E_NUMBERFORMAT present = pattern.GetFormat();
-        EXPECT_EQ(pattern.SetFormat(static_cast<E_NUMBERFORMAT>(format)),
-                  isKnown ? eKW_ACC_OK : eKW_ACC_UNKNOWN_VALUE);
-        EXPECT_EQ(pattern.GetFormat(), isKnown ? format : present);
-    }
-}
-
 TEST_F(Frame, NewFileTakesANumberThatIsUsedOrSkipsOne)
 {
     const QTemporaryDir folder;
@@ -430,18 +333,10 @@ TEST_F(Frame, NewFileTakesANumberThatIsUsedOrSkipsOne)
     EXPECT_EQ(path.CreateNewFileName(), freed);
 }
 
-TEST_F(Frame, EndWithoutItsStartTakesTheLockFromOthers)
+TEST_F(Frame, InnerRollbackOrEndWithoutItsStartIsForgottenOrHitsALaterTransaction)
 {
     EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_NOTHING_TO_DO);
     m_root->EndWriteAccess();
-    m_root->StartTransaction(QStringLiteral("later"));
-    ASSERT_EQ(m_group.m_pDouble->Set(4.0), eKW_ACC_OK);
-    EXPECT_EQ(m_root->EndTransaction(true), eKW_ACC_OK);
-    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("later"));
-}
-
-TEST_F(Frame, InnerRollbackIsForgottenOrHitsALaterTransaction)
-{
     const QByteArray before = m_root->Text();
     m_root->StartTransaction(QStringLiteral("outer"));
     m_group.m_pDouble->Set(4.0);

@@ -186,6 +186,9 @@ TEST(Limits, NaNOrInfinityBecomesOne)
     EXPECT_EQ(number.SetStep(infinity), eKW_ACC_NOT_A_NUMBER);
     EXPECT_EQ(number.SetResolution(-1.0), eKW_ACC_NOT_A_NUMBER);
     EXPECT_EQ(number.GetStep(), 0.5);
+    EXPECT_EQ(number.SetStep(2.0), eKW_ACC_OK);
+    EXPECT_EQ(number.SetStepDefault(), eKW_ACC_OK);
+    EXPECT_EQ(number.GetStep(), 0.5);
 }
 
 namespace
@@ -390,85 +393,103 @@ TEST(ValueList, EntryBeyondTheTypeIsCutToFitOrAFarWishEndsAtTheWrongEntry)
 
 namespace
 {
-struct t_SignCase
-{
-    const char* name;
-    E_STEPMODES mode;
-    E_STEP_BEHAVIOUR behaviour;
-    INT32 start; ///< limits are ±1000
-    INT32 steps;
-    INT32 integer;
-    KW_ACCEPTANCE integerCode;
-    double real;
-    KW_ACCEPTANCE realCode;
-};
-
-class SteppingOfBothSigns : public testing::TestWithParam<t_SignCase>
-{
-protected:
-    template <typename T>
-    void Check(T end, KW_ACCEPTANCE code)
-    {
-        const auto root = CPgFixtureRoot::Create();
-        CDbPropNum<T>& number = NumberOf<T>(*root->m_pFirst);
-        number.DeclareMinAndMax(-1000, 1000);
-        number.DeclareStepMode(GetParam().mode);
-        number.DeclareStepBehaviour(GetParam().behaviour);
-        ASSERT_EQ(number.Set(static_cast<T>(GetParam().start)), eKW_ACC_OK);
-        EXPECT_EQ(number.IncDec(GetParam().steps), code);
-        EXPECT_EQ(number.Get(), end);
-    }
-};
-} // namespace
-
-TEST_P(SteppingOfBothSigns, GoesTheWrongWayOrToTheOtherEnd)
-{
-    Check<INT64>(GetParam().integer, GetParam().integerCode);
-    Check<double>(GetParam().real, GetParam().realCode);
-}
-
-namespace
-{
+constexpr auto kLinear = eSTEPMODE_LINEAR;
 constexpr auto kFactor = eSTEPMODE_FACTOR;
 constexpr auto kLadder = eSTEPMODE_LADDER125;
+constexpr auto kList = eSTEPMODE_LIST;
 constexpr auto kLimit = eSTEP_BEHAVIOUR_LIMIT;
 constexpr auto kWrap = eSTEP_BEHAVIOUR_WRAP;
 constexpr auto kRefuse = eSTEP_BEHAVIOUR_REFUSE;
 constexpr INT32 kMany = 2147483647;
+
+struct t_Step
+{
+    E_STEPMODES mode;
+    E_STEP_BEHAVIOUR behaviour;
+    double start;
+    INT32 steps;
+    double end;
+    KW_ACCEPTANCE code;
+};
+
+// Limits are ±1000, the step 0.5, the factor 2, the list 1, 2, 5, 10.
+constexpr t_Step kRealSteps[] = {
+    {kLinear, kLimit, 1, -1, 0.5, 0},   {kLinear, kLimit, 1.3, -2, 0.5, 0},
+    {kLinear, kLimit, 1.25, 1, 2.0, 0}, {kLinear, kLimit, 999, 5, 1000, 1},
+    {kLinear, kWrap, 999, 5, -1000, 0}, {kLinear, kRefuse, -1000, -1, -1000, eKW_ACC_BELOW_MINIMUM},
+    {kList, kLimit, 2, 2, 10, 0},       {kList, kLimit, 5, 2, 10, 1},
+    {kList, kWrap, 1, -1, 10, 0},       {kList, kRefuse, 10, 1, 10, eKW_ACC_ABOVE_MAXIMUM},
+    {kFactor, kLimit, 0, kMany, 0, 0},  {kLadder, kWrap, 1000, 1, -1000, 0},
+    {kLadder, kLimit, 2, -2, 0.5, 0},   {kLadder, kWrap, 1, -1, 0.5, 0},
+    {kLadder, kRefuse, 1, -1, 0.5, 0},  {kLadder, kLimit, 0, 2, 0, 0},
+    {kLadder, kLimit, 0, -1, 0, 0},     {kLadder, kLimit, -5, kMany, -5, 0},
+};
+
+// Whole numbers move by one where the factor would leave them; their ladder begins at 1.
+constexpr t_Step kWholeSteps[] = {
+    {kFactor, kLimit, 0, 1, 1, 0},
+    {kFactor, kLimit, 0, -1, -1, 0},
+    {kFactor, kLimit, 0, kMany, 1, 0},
+    {kLadder, kWrap, 1000, 1, 1, 0},
+    {kLadder, kLimit, 2, -2, 1, 1},
+    {kLadder, kWrap, 1, -1, 1000, 0},
+    {kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM},
+    {kLadder, kLimit, 0, 2, 2, 0},
+    {kLadder, kLimit, 0, -1, 0, 1},
+    {kLadder, kLimit, -5, kMany, 1000, 1},
+};
+
+constexpr t_Step kStepsOfBoth[] = {
+    {kFactor, kLimit, 6, 1, 12, 0},
+    {kFactor, kLimit, 6, -1, 3, 0},
+    {kFactor, kLimit, -6, 1, -3, 0},
+    {kFactor, kLimit, -6, -1, -12, 0},
+    {kFactor, kLimit, -600, -1, -1000, 1},
+    {kFactor, kWrap, -600, -1, 1000, 0},
+    {kFactor, kRefuse, -600, -1, -600, eKW_ACC_BELOW_MINIMUM},
+    {kFactor, kLimit, -6, -kMany, -1000, 1},
+    {kFactor, kLimit, 6, kMany, 1000, 1},
+    {kLadder, kLimit, 200, 1, 500, 0},
+    {kLadder, kLimit, 600, 1, 1000, 0},
+    {kLadder, kLimit, 600, 2, 1000, 1},
+    {kLadder, kRefuse, 1000, 1, 1000, eKW_ACC_ABOVE_MAXIMUM},
+};
+
+template <typename T, std::size_t n>
+void ExpectSteps(const t_Step (&steps)[n])
+{
+    for (const t_Step& step : steps)
+    {
+        SCOPED_TRACE(testing::Message() << "row " << &step - steps);
+        const auto root = CPgFixtureRoot::Create();
+        CDbPropNum<T>& number = NumberOf<T>(*root->m_pFirst);
+        number.DeclareMinAndMax(-1000, 1000);
+        number.DeclareStepMode(step.mode);
+        number.DeclareStepBehaviour(step.behaviour);
+        if (step.mode == kList)
+        {
+            number.DeclareValueList({1, 2, 5, 10});
+        }
+        ASSERT_EQ(number.Set(static_cast<T>(step.start)), eKW_ACC_OK);
+        EXPECT_EQ(number.IncDec(step.steps), step.code);
+        EXPECT_EQ(number.Get(), static_cast<T>(step.end));
+    }
+}
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, SteppingOfBothSigns,
-    testing::Values(
-        t_SignCase{"PositiveUp", kFactor, kLimit, 6, 1, 12, 0, 12.0, 0},
-        t_SignCase{"PositiveDown", kFactor, kLimit, 6, -1, 3, 0, 3.0, 0},
-        t_SignCase{"NegativeUp", kFactor, kLimit, -6, 1, -3, 0, -3.0, 0},
-        t_SignCase{"NegativeDown", kFactor, kLimit, -6, -1, -12, 0, -12.0, 0},
-        t_SignCase{"NegativePastTheEnd", kFactor, kLimit, -600, -1, -1000, 1, -1000.0, 1},
-        t_SignCase{"NegativeWraps", kFactor, kWrap, -600, -1, 1000, 0, 1000.0, 0},
-        t_SignCase{"NegativeIsRefused", kFactor, kRefuse, -600, -1, -600, eKW_ACC_BELOW_MINIMUM,
-                   -600.0, eKW_ACC_BELOW_MINIMUM},
-        t_SignCase{"ManyDown", kFactor, kLimit, -6, -kMany, -1000, 1, -1000.0, 1},
-        t_SignCase{"ManyUp", kFactor, kLimit, 6, kMany, 1000, 1, 1000.0, 1},
-        // Whole numbers move by one where the factor would leave them; zero times anything is zero.
-        t_SignCase{"ZeroUp", kFactor, kLimit, 0, 1, 1, 0, 0.0, 0},
-        t_SignCase{"ZeroDown", kFactor, kLimit, 0, -1, -1, 0, 0.0, 0},
-        t_SignCase{"ZeroUpByMany", kFactor, kLimit, 0, kMany, 1, 0, 0.0, 0},
-        t_SignCase{"LadderUp", kLadder, kLimit, 200, 1, 500, 0, 500.0, 0},
-        t_SignCase{"LadderPastTheEnd", kLadder, kLimit, 600, 1, 1000, 0, 1000.0, 0},
-        t_SignCase{"LadderFarPastTheEnd", kLadder, kLimit, 600, 2, 1000, 1, 1000.0, 1},
-        t_SignCase{"LadderWraps", kLadder, kWrap, 1000, 1, 1, 0, -1000.0, 0},
-        t_SignCase{"LadderIsRefused", kLadder, kRefuse, 1000, 1, 1000, eKW_ACC_ABOVE_MAXIMUM,
-                   1000.0, eKW_ACC_ABOVE_MAXIMUM},
-        // The ladder of whole numbers begins at 1.
-        t_SignCase{"LadderBelowOne", kLadder, kLimit, 2, -2, 1, 1, 0.5, 0},
-        t_SignCase{"LadderWrapsBelowOne", kLadder, kWrap, 1, -1, 1000, 0, 0.5, 0},
-        t_SignCase{"LadderIsRefusedBelowOne", kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM,
-                   0.5, 0},
-        t_SignCase{"LadderFromZero", kLadder, kLimit, 0, 2, 2, 0, 0.0, 0},
-        t_SignCase{"LadderDownFromZero", kLadder, kLimit, 0, -1, 0, 1, 0.0, 0},
-        t_SignCase{"LadderFromBelowZero", kLadder, kLimit, -5, kMany, 1000, 1, -5.0, 0}),
-    [](const auto& test) { return std::string(test.param.name); });
+TEST(Stepping, GoesTheWrongWayOrToTheOtherEnd)
+{
+    ExpectSteps<double>(kRealSteps);
+    ExpectSteps<double>(kStepsOfBoth);
+    ExpectSteps<INT64>(kWholeSteps);
+    ExpectSteps<INT64>(kStepsOfBoth);
+    const auto root = CPgFixtureRoot::Create();
+    CDbPropNum<double>& number = *root->m_pFirst->m_pDouble;
+    number.DeclareStepMode(kFactor);
+    number.DeclareStepFactor(1.1);
+    EXPECT_EQ(number.IncDec(2), eKW_ACC_OK);
+    EXPECT_DOUBLE_EQ(number.Get(), 12.1);
+}
 
 TEST(EnumerationSteps, LeaveTheTypeOrReachWhatIsDisabled)
 {

@@ -2,6 +2,7 @@
 #include "FixtureTree.h"
 
 #include <atomic>
+#include <functional>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -24,6 +25,14 @@ protected:
         }
         return event;
     }
+    /** What a request answers while an executor works. */
+    KW_ACCEPTANCE SetBeside(const std::function<void()>& work)
+    {
+        std::thread executor(work);
+        const KW_ACCEPTANCE code = m_operation.Set();
+        executor.join();
+        return code;
+    }
 };
 } // namespace
 
@@ -38,48 +47,31 @@ TEST_F(Operations, WithoutExecutorWaitsOrFails)
     EXPECT_EQ(m_operation.GetRunCount(), 2U);
 }
 
-struct t_EndCase
-{
-    const char* name;
-    KW_OP_RESULT result;
-    KW_ACCEPTANCE code;
-};
-
-class OperationEnds : public Operations, public testing::WithParamInterface<t_EndCase>
-{
-};
-
-TEST_P(OperationEnds, WithAnotherCodeOrInsideTheTreesLock)
+TEST_F(Operations, EndsWithAnotherCodeOrInsideTheTreesLock)
 {
     m_operation.AttachExecutor(true);
-    std::thread executor(
-        [&]
+    for (const auto& [result, code] : {std::pair{eKW_OP_RESULT_SUCCESS, eKW_ACC_OK},
+                                       {eKW_OP_RESULT_FAILURE, eKW_ACC_OPERATION_FAILED},
+                                       {eKW_OP_RESULT_ABORTED, eKW_ACC_OPERATION_FAILED}})
+    {
+        const auto work = [this, end = result]
         {
             EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
             // The executor may use the tree while the requester waits.
-            EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(4.0), eKW_ACC_OK);
-            m_operation.Complete(GetParam().result);
-        });
-    EXPECT_EQ(m_operation.Set(), GetParam().code);
-    executor.join();
-    EXPECT_EQ(m_operation.GetResult(), GetParam().result);
-    EXPECT_EQ(m_root->m_pFirst->m_pResult->Get(), 4.0);
+            EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(end), eKW_ACC_OK);
+            m_operation.Complete(end);
+        };
+        EXPECT_EQ(SetBeside(work), code);
+        EXPECT_EQ(m_operation.GetResult(), result);
+        EXPECT_EQ(m_root->m_pFirst->m_pResult->Get(), result);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Results, OperationEnds,
-    testing::Values(t_EndCase{"Success", eKW_OP_RESULT_SUCCESS, eKW_ACC_OK},
-                    t_EndCase{"Failure", eKW_OP_RESULT_FAILURE, eKW_ACC_OPERATION_FAILED},
-                    t_EndCase{"Aborted", eKW_OP_RESULT_ABORTED, eKW_ACC_OPERATION_FAILED}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
 {
     m_operation.AttachExecutor(true);
     ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
-    std::thread first([&] { EXPECT_EQ(m_operation.Set(), eKW_ACC_TIMEOUT); });
-    EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
-    first.join();
+    EXPECT_EQ(SetBeside([&] { EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START); }), eKW_ACC_TIMEOUT);
     ASSERT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs), eKW_ACC_OK);
     std::atomic<bool> ended{false};
     std::thread second(
@@ -99,22 +91,16 @@ TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
     second.join();
 }
 
-TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGone)
+TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGoneOrStartsTheNext)
 {
     m_operation.AttachExecutor(true);
-    std::thread executor(
-        [&]
-        {
-            WaitForEvent();
-            m_operation.AttachExecutor(false);
-        });
-    EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED);
-    executor.join();
+    const auto leave = [&]
+    {
+        WaitForEvent();
+        m_operation.AttachExecutor(false);
+    };
+    EXPECT_EQ(SetBeside(leave), eKW_ACC_OPERATION_FAILED);
     EXPECT_EQ(m_operation.Set(), eKW_ACC_OK) << "nobody is attached any more";
-}
-
-TEST_F(Operations, RequestToAnExecutorThatIsGoneStartsTheNext)
-{
     m_operation.AttachExecutor(true);
     ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
     EXPECT_EQ(m_operation.Set(), eKW_ACC_TIMEOUT);
@@ -190,22 +176,7 @@ TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
     EXPECT_EQ(action->Set(), eKW_ACC_DETACHED);
 }
 
-TEST_F(Operations, ActionIsNoStepForUndoOrCountsElsewhere)
-{
-    CPgFixture& group = *m_root->m_pFirst;
-    ASSERT_EQ(group.m_pInt32->Set(5), eKW_ACC_OK);
-    long long counter = 0;
-    m_root->HasChanged(counter);
-    ASSERT_EQ(group.m_pAction->ExternalApply(), eKW_ACC_OK);
-    EXPECT_EQ(group.m_pInt32->Get(), 0);
-    EXPECT_TRUE(m_root->HasChanged(counter));
-    EXPECT_EQ(group.m_pAction->GetRunCount(), 1U);
-    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("First/Action"));
-    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
-    EXPECT_EQ(group.m_pInt32->Get(), 5);
-}
-
-TEST_F(Operations, RefusedActionLeavesATrace)
+TEST_F(Operations, ActionIsNoStepOrItsRefusalLeavesATrace)
 {
     CPgFixture& group = *m_root->m_pFirst;
     group.m_refusal = eKW_ACC_NOTHING_TO_ACT_ON;
@@ -220,4 +191,14 @@ TEST_F(Operations, RefusedActionLeavesATrace)
     EXPECT_FALSE(m_root->HasChanged(counter));
     EXPECT_EQ(m_operation.TakeEvent(), eKW_OP_EVENT_NONE);
     EXPECT_FALSE(m_root->CanUndo());
+    group.m_refusal = eKW_ACC_OK;
+    ASSERT_EQ(group.m_pInt32->Set(5), eKW_ACC_OK);
+    m_root->HasChanged(counter);
+    ASSERT_EQ(group.m_pAction->ExternalApply(), eKW_ACC_OK);
+    EXPECT_EQ(group.m_pInt32->Get(), 0);
+    EXPECT_TRUE(m_root->HasChanged(counter));
+    EXPECT_EQ(group.m_pAction->GetRunCount(), 1U);
+    EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("First/Action"));
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(group.m_pInt32->Get(), 5);
 }

@@ -26,82 +26,51 @@ protected:
     std::atomic<int> m_wrong{0};
 };
 
-/** A reading that promises never to wait; the handle is fetched beforehand. */
-struct t_Reading
-{
-    const char* name;
-    std::function<std::function<void()>(CPgFixture&)> prepare;
-};
-
-template <typename THandle, typename TReader>
-std::function<void()> With(std::shared_ptr<THandle> handle, TReader read)
-{
-    return [handle, read] { read(*handle); };
-}
-
 template <typename T>
-std::function<void()> NumberOf(CDbPropNum<T>* property)
+void ReadNumber(CDbPropNum<T>* property)
 {
-    return With(property->GetFIMPointer(),
-                [](IKWNumericProperty<T>& p)
-                {
-                    p.Get();
-                    p.GetMin();
-                    p.GetMax();
-                    p.GetDefault();
-                    p.GetStep();
-                    p.GetUserValue();
-                });
+    const auto handle = property->GetFIMPointer();
+    handle->Get();
+    handle->GetMin();
+    handle->GetMax();
+    handle->GetDefault();
+    handle->GetStep();
+    handle->GetUserValue();
 }
 
-const t_Reading kReadings[] = {
-    {"Int16", [](CPgFixture& g) { return NumberOf(g.m_pInt16); }},
-    {"UInt16", [](CPgFixture& g) { return NumberOf(g.m_pUInt16); }},
-    {"Int32", [](CPgFixture& g) { return NumberOf(g.m_pInt32); }},
-    {"UInt32", [](CPgFixture& g) { return NumberOf(g.m_pUInt32); }},
-    {"Int64", [](CPgFixture& g) { return NumberOf(g.m_pInt64); }},
-    {"UInt64", [](CPgFixture& g) { return NumberOf(g.m_pUInt64); }},
-    {"Double", [](CPgFixture& g) { return NumberOf(g.m_pDouble); }},
+/** Readings that promise never to wait, as fetching a handle does. */
+const std::pair<const char*, void (*)(CPgFixture&)> kReadings[] = {
+    {"Int16", [](CPgFixture& g) { ReadNumber(g.m_pInt16); }},
+    {"UInt16", [](CPgFixture& g) { ReadNumber(g.m_pUInt16); }},
+    {"Int32", [](CPgFixture& g) { ReadNumber(g.m_pInt32); }},
+    {"UInt32", [](CPgFixture& g) { ReadNumber(g.m_pUInt32); }},
+    {"Int64", [](CPgFixture& g) { ReadNumber(g.m_pInt64); }},
+    {"UInt64", [](CPgFixture& g) { ReadNumber(g.m_pUInt64); }},
+    {"Double", [](CPgFixture& g) { ReadNumber(g.m_pDouble); }},
     {"Enumeration",
      [](CPgFixture& g)
      {
-         return With(g.m_pEnum->GetFIMPointer(),
-                     [](IKWEnumProperty<KW_ZEL_TRIGGER_TYPE>& p)
-                     {
-                         p.Get();
-                         p.GetAsInt();
-                         p.GetDefault();
-                         p.GetEnumNameInfo().GetSerialName(0);
-                     });
+         const auto handle = g.m_pEnum->GetFIMPointer();
+         handle->Get();
+         handle->GetAsInt();
+         handle->GetDefault();
+         handle->GetEnumNameInfo().GetSerialName(0);
      }},
     {"Counter",
      [](CPgFixture& g)
      {
-         return With(g.GetHandle(),
-                     [](IKWFunctionBase& group)
-                     {
-                         long long counter = 0;
-                         group.HasChanged(counter);
-                     });
+         long long counter = 0;
+         g.GetHandle()->HasChanged(counter);
      }},
-    {"RunCount",
-     [](CPgFixture& g) {
-         return With(g.m_pAction->GetFIMPointer(), [](IKWAction& action) { action.GetRunCount(); });
-     }},
-    {"Validity", [](CPgFixture& g)
-     { return With(g.m_pResult->ShareProperty(), [](IDbProperty& p) { p.GetValidity(); }); }},
-    {"FetchingAHandle", [](CPgFixture& g)
-     { return [&g] { g.m_pDouble->GetFIMPointer(), g.m_pArray->GetFIMPointer(); }; }},
+    {"RunCount", [](CPgFixture& g) { g.m_pAction->GetRunCount(); }},
+    {"Validity", [](CPgFixture& g) { g.m_pResult->ShareProperty()->GetValidity(); }},
+    {"Container", [](CPgFixture& g) { g.m_pArray->GetFIMPointer(); }},
 };
 } // namespace
 
-class LockFreeReading : public Threads, public testing::WithParamInterface<t_Reading>
+TEST_F(Threads, LockFreeReadingWaitsForAWriter)
 {
-};
-
-TEST_P(LockFreeReading, WaitsForAWriter)
-{
-    const std::function<void()> read = GetParam().prepare(m_group);
+    std::atomic<const char*> reading{nullptr};
     std::promise<void> done;
     std::future<void> finished = done.get_future();
     m_root->StartTransaction(QStringLiteral("long"));
@@ -109,42 +78,21 @@ TEST_P(LockFreeReading, WaitsForAWriter)
     std::thread reader(
         [&]
         {
-            read();
+            for (const auto& [name, read] : kReadings)
+            {
+                reading = name;
+                read(m_group);
+            }
             done.set_value();
         });
     const auto state = finished.wait_for(std::chrono::seconds(20));
+    EXPECT_EQ(state, std::future_status::ready) << reading;
     m_root->EndTransaction(true);
     reader.join();
-    EXPECT_EQ(state, std::future_status::ready);
 }
-
-INSTANTIATE_TEST_SUITE_P(Readings, LockFreeReading, testing::ValuesIn(kReadings),
-                         [](const auto& test) { return std::string(test.param.name); });
 
 namespace
 {
-/** Two numbers whose bytes all differ. */
-template <typename T>
-struct t_Pair;
-template <>
-struct t_Pair<INT64>
-{
-    static constexpr INT64 low = -0x0102030405060708;
-    static constexpr INT64 high = 0x7171717171717171;
-};
-template <>
-struct t_Pair<UINT64>
-{
-    static constexpr UINT64 low = 0x0102030405060708;
-    static constexpr UINT64 high = 0xf1f1f1f1f1f1f1f1;
-};
-template <>
-struct t_Pair<double>
-{
-    static constexpr double low = -1.2345678901234567e-200;
-    static constexpr double high = 9.8765432109876543e+200;
-};
-
 template <typename T>
 class Torn : public testing::Test
 {
@@ -155,12 +103,14 @@ TYPED_TEST_SUITE(Torn, t_EightBytes);
 
 TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)
 {
-    using t = t_Pair<TypeParam>;
+    // Both halves of the two differ.
+    constexpr TypeParam kLow = std::numeric_limits<TypeParam>::max() / 5;
+    constexpr TypeParam kHigh = std::numeric_limits<TypeParam>::max() / 3;
     CDbPropNum<TypeParam> property;
     std::atomic<int> torn{0};
     const auto write = [&](int round)
     {
-        const TypeParam value = round % 2 == 0 ? t::low : t::high;
+        const TypeParam value = round % 2 == 0 ? kLow : kHigh;
         torn += property.SetMinAndMax(value, value) != eKW_ACC_OK;
     };
     write(0);
@@ -169,7 +119,7 @@ TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)
         for (const TypeParam seen : {property.Get(), property.GetMin(), property.GetMax()})
         {
             // The first write of all starts from zero.
-            torn += seen != t::low && seen != t::high && seen != TypeParam{};
+            torn += seen != kLow && seen != kHigh && seen != TypeParam{};
         }
     };
     RunTogether({write, read, read}, kRounds);
@@ -247,40 +197,6 @@ TEST_F(Threads, FirstRequestsMakeTwoHandles)
         other.join();
         EXPECT_EQ(seen[0], seen[1]);
     }
-}
-
-TEST_F(Threads, UndoneOrRemovedItemsBreakTheirReaders)
-{
-    const CReports refusals;
-    CPgaFixtureItem& array = *m_group.m_pArray;
-    ASSERT_EQ(array.Insert(0), eKW_ACC_OK);
-    const auto change = [&](int round)
-    {
-        array.Insert(round % 2);
-        array.SetActive(0);
-        m_group.m_pReference->Set(QStringLiteral("First/Array[0]"));
-        array.Remove(array.GetCount() - 1, 1);
-    };
-    const auto replay = [&](int round) { round % 2 == 0 ? m_root->Undo() : m_root->Redo(); };
-    const auto read = [&](int round)
-    {
-        const auto item = std::dynamic_pointer_cast<IDbGroup>(
-            m_root->Find(QStringLiteral("First/Array[%1]").arg(round % 3)));
-        if (item)
-        {
-            // It may have left the array by now; while it is held it answers.
-            const auto level = item->GetProperty(0);
-            const KW_ACCEPTANCE code = level->SetText(QString::number(round % 10));
-            m_wrong += code != eKW_ACC_OK && code != eKW_ACC_DETACHED;
-            m_wrong += level->GetText().isEmpty();
-        }
-        const CLockGuard together(eACCESS_READ);
-        const QString path = m_group.m_pReference->Get();
-        m_wrong += !path.isEmpty() && m_root->Find(path) == nullptr;
-        m_wrong += array.GetActive() >= array.GetCount();
-    };
-    RunTogether({change, replay, read, read}, kRounds);
-    EXPECT_EQ(m_wrong, 0);
 }
 
 TEST_F(Threads, RenamedItemIsNotFoundByItsKeyOrUnderTwoNames)

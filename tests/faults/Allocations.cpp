@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace
 {
@@ -16,29 +17,9 @@ bool Fails()
 }
 } // namespace
 
-CAllocationFault::CAllocationFault(std::uint64_t number)
-{
-    t_left = number;
-}
-
-CAllocationFault::~CAllocationFault()
-{
-    t_left = 0;
-}
-
-std::uint64_t CAllocationFault::GetLeft() const
-{
-    return t_left;
-}
-
-bool CAllocationFault::HasStruck() const
-{
-    return t_left == 0;
-}
-
 bool KW_TryWithoutMemory(const std::function<void()>& act, std::uint64_t number, bool& struck)
 {
-    const CAllocationFault fault(number);
+    t_left = number;
     bool passed = true;
     try
     {
@@ -48,16 +29,16 @@ bool KW_TryWithoutMemory(const std::function<void()>& act, std::uint64_t number,
     {
         passed = false;
     }
-    struck = fault.HasStruck();
+    struck = std::exchange(t_left, 0) == 0;
     return passed;
 }
 
 std::uint64_t KW_CountAllocations(const std::function<void()>& act)
 {
     constexpr std::uint64_t kNever = 1'000'000'000;
-    const CAllocationFault fault(kNever);
+    t_left = kNever;
     act();
-    return kNever - fault.GetLeft();
+    return kNever - std::exchange(t_left, 0);
 }
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

@@ -20,67 +20,28 @@ from support import CWorkspace  # noqa: E402
 FIXED_SEEDS = 200
 LIMIT_S = 10
 DIAGNOSTIC = re.compile(r"^(enumerations|groups)/[^:]*\.(?:toml|txt):([1-9][0-9]*): .+$")
-TOKEN = re.compile(r'"[^"\n]*"|[A-Za-z_]+|-?[0-9.]+|[^\sA-Za-z0-9_"]')
+TOKEN = re.compile(rb'"[^"\n]*"|[A-Za-z_]+|-?[0-9.]+|[^\sA-Za-z0-9_"]')
 STRANGE = ["", "0", "-1", "1e999", "nan", "true", '""', '"\\u0000"', "[]", "{}", "[[", "]]", "=",
            "99999999999999999999", "1979-05-27", '"a/b"', "'''", '"""', "#", "\n", "\r", "\u2028",
            '"class"', '"int16"', "a.b", "[A]\n", "[A.B]\n", "array = 1e9", "é"]
 
 
-class CEdits:
-    """Changes one text a little. All chance comes from the seed."""
-
-    def __init__(self, chance: random.Random, tokens: list[str]) -> None:
-        self._chance = chance
-        self._tokens = tokens
-        self._edits = [self._drop_line, self._repeat_line, self._swap_lines, self._cut,
-                       self._replace_token, self._replace_token, self._replace_token,
-                       self._insert, self._turn_bit]
-
-    def apply(self, data: bytes) -> bytes:
-        return self._chance.choice(self._edits)(data)
-
-    def _lines(self, data: bytes) -> tuple[list[bytes], int]:
-        lines = data.splitlines(keepends=True) or [b""]
-        return lines, self._chance.randrange(len(lines))
-
-    def _drop_line(self, data: bytes) -> bytes:
-        lines, i = self._lines(data)
-        return b"".join(lines[:i] + lines[i + 1:])
-
-    def _repeat_line(self, data: bytes) -> bytes:
-        lines, i = self._lines(data)
-        return b"".join(lines[:i + 1] + lines[i:])
-
-    def _swap_lines(self, data: bytes) -> bytes:
-        lines, i = self._lines(data)
-        j = self._chance.randrange(len(lines))
-        lines[i], lines[j] = lines[j], lines[i]
-        return b"".join(lines)
-
-    def _cut(self, data: bytes) -> bytes:
-        return data[:self._chance.randrange(len(data) + 1)]
-
-    def _strange(self) -> str:
-        return self._chance.choice(self._tokens if self._chance.random() < 0.6 else STRANGE)
-
-    def _replace_token(self, data: bytes) -> bytes:
-        text = data.decode("utf-8", "surrogateescape")
-        places = list(TOKEN.finditer(text))
-        if not places:
-            return data
-        place = self._chance.choice(places)
-        text = text[:place.start()] + self._strange() + text[place.end():]
-        return text.encode("utf-8", "surrogateescape")
-
-    def _insert(self, data: bytes) -> bytes:
-        i = self._chance.randrange(len(data) + 1)
-        return data[:i] + self._strange().encode() + data[i:]
-
-    def _turn_bit(self, data: bytes) -> bytes:
-        if not data:
-            return data
-        i = self._chance.randrange(len(data))
-        return data[:i] + bytes([data[i] ^ 1 << self._chance.randrange(8)]) + data[i + 1:]
+def edited(data: bytes, chance: random.Random, tokens: list[bytes]) -> bytes:
+    """The text, changed a little; all chance comes from the seed."""
+    lines = data.splitlines(keepends=True) or [b""]
+    i, j = chance.randrange(len(lines)), chance.randrange(len(lines))
+    swapped = lines[:]
+    swapped[i], swapped[j] = swapped[j], swapped[i]
+    place = chance.randrange(len(data) + 1)
+    bit = bytes(byte ^ 1 << chance.randrange(8) for byte in data[place:place + 1])
+    strange = (chance.choice(tokens) if chance.random() < 0.6
+               else chance.choice(STRANGE).encode("utf-8"))
+    token = chance.choice([*TOKEN.finditer(data), None])
+    replaced = data[:token.start()] + strange + data[token.end():] if token else data
+    return chance.choice([
+        b"".join(lines[:i] + lines[i + 1:]), b"".join(lines[:i + 1] + lines[i:]),
+        b"".join(swapped), data[:place], replaced, replaced, replaced,
+        data[:place] + strange + data[place:], data[:place] + bit + data[place + 1:]])
 
 
 def broken_promise(workspace: CWorkspace) -> str:
@@ -110,11 +71,10 @@ def try_seed(seed: int) -> tuple[str, list[tuple[str, bytes]]]:
     with CWorkspace() as workspace:
         workspace.copy_model()
         paths = sorted(path for path in workspace.root.glob("*/*") if path.is_file())
-        text = "\n".join(path.read_text(encoding="utf-8") for path in paths)
-        edits = CEdits(chance, sorted(set(TOKEN.findall(text))))
+        tokens = sorted({token for path in paths for token in TOKEN.findall(path.read_bytes())})
         for _ in range(chance.randrange(1, 5)):
             path = chance.choice(paths)
-            path.write_bytes(edits.apply(path.read_bytes()))
+            path.write_bytes(edited(path.read_bytes(), chance, tokens))
         return broken_promise(workspace), [
             (f"{path.parent.name}-{path.name}", path.read_bytes()) for path in paths
         ]

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "soak/Tree.h"
 
+#include "TreeWalk.h"
+
 #include <QFile>
 #include <cstdio>
 
@@ -34,33 +36,10 @@ std::vector<t_Group> Functions(const t_Root& root)
     return groups;
 }
 
-namespace
-{
-void Collect(const t_Group& group, std::vector<t_Property>& properties)
-{
-    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
-    {
-        properties.push_back(group->GetProperty(i));
-    }
-    for (INT32 i = 0; i < group->GetGroupCount(); ++i)
-    {
-        Collect(group->GetGroup(i), properties);
-    }
-    const IDbContainer* const container = group->AsContainer();
-    for (INT32 i = 0; container != nullptr && i < container->GetCount(); ++i)
-    {
-        if (const t_Group item = container->GetItemByPosition(i))
-        {
-            Collect(item, properties);
-        }
-    }
-}
-} // namespace
-
 std::vector<t_Property> Properties(const t_Group& group)
 {
     std::vector<t_Property> properties;
-    Collect(group, properties);
+    Walk<IDbProperty>(group, [&](const t_Property& property) { properties.push_back(property); });
     return properties;
 }
 

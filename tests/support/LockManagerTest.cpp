@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LockManager.h"
 
-#include "KWErrorReport.h"
+#include "Reports.h"
 
-#include <QStringList>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -33,33 +32,15 @@ TEST(LockManager, SecondThreadGetsInOrTheFirstLocksItselfOut)
 }
 
 #ifdef KWI_CHECK_LOCK_ORDER
-namespace
+TEST(LockOrder, LockGivenBackOutOfOrderIsNotNamed)
 {
-class LockOrder : public testing::Test
-{
-protected:
-    LockOrder()
-        : m_previous(KW_SetErrorHandler([this](const KW_ErrorReport& report)
-                                        { m_messages.append(report.message); }))
-    {
-    }
-    ~LockOrder() override { KW_SetErrorHandler(m_previous); }
-
-    QStringList m_messages;
-
-private:
-    KW_ErrorHandler m_previous;
-};
-} // namespace
-
-TEST_F(LockOrder, LockGivenBackOutOfOrderIsNotNamed)
-{
+    const CReports reports;
     CLockManager& locks = CLockManager::instance();
     locks.Lock(eCS_TREE, eACCESS_READ, "a.cpp", 1);
     locks.Lock(eCS_TREE, eACCESS_WRITE, "b.cpp", 2);
     locks.Unlock(eCS_TREE, eACCESS_READ, "a.cpp", 1);
     locks.Unlock(eCS_TREE, eACCESS_WRITE, "b.cpp", 2);
-    EXPECT_EQ(m_messages,
+    EXPECT_EQ(reports.List(),
               (QStringList{
                   QStringLiteral("Lock not given back in order: held section 0, access 1, taken at "
                                  "b.cpp:2; given back section 0, access 0, taken at a.cpp:1"),
@@ -68,10 +49,12 @@ TEST_F(LockOrder, LockGivenBackOutOfOrderIsNotNamed)
     std::thread([] { const CLockGuard free; }).join();
 }
 
-TEST_F(LockOrder, UnlockWithoutALockReleasesAnotherThreadsOne)
+TEST(LockOrder, UnlockWithoutALockReleasesAnotherThreadsOne)
 {
+    const CReports reports;
     CLockManager::instance().Unlock(eCS_TREE, eACCESS_WRITE, "c.cpp", 3);
-    EXPECT_EQ(m_messages, QStringList{QStringLiteral("Unlock without a lock: section 0, access 1, "
-                                                     "taken at c.cpp:3")});
+    EXPECT_EQ(reports.List(),
+              QStringList{QStringLiteral("Unlock without a lock: section 0, access 1, "
+                                         "taken at c.cpp:3")});
 }
 #endif

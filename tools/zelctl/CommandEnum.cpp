@@ -23,7 +23,8 @@ constexpr char kEnumFooter[] =
 
 using t_Types = QMap<QString, const CEnumNameInfo*>;
 
-/** Every type that a property of the tree has; KW_UNIT, the type of all units, comes with them. */
+/** Every type that a property of the tree has, by its name in capitals; KW_UNIT, the type of all
+    units, comes with them. */
 t_Types CollectTypes(CSession& session)
 {
     const CEnumNameInfo& units = GetStaticEnumNameInfo<KW_UNIT>();
@@ -34,7 +35,7 @@ t_Types CollectTypes(CSession& session)
                  const auto* const property = dynamic_cast<const IDbProperty*>(node.get());
                  if (property != nullptr && property->GetEnumNameInfo() != nullptr)
                  {
-                     types.insert(property->GetTypeName(), property->GetEnumNameInfo());
+                     types.insert(property->GetTypeName().toUpper(), property->GetEnumNameInfo());
                  }
              });
     return types;

@@ -34,6 +34,7 @@ _TEXT_ROWS = [
     ("other scripts", ["µV", "Ω", "√Hz", "°C", "∞", "V²"]),
     ("one text", ["only"]),
     ("not set at the ends", [None, "x", None]),
+    ("many", [f"Value {i}" for i in range(99)]),
 ]
 
 
@@ -42,6 +43,8 @@ class TextTest(unittest.TestCase):
         source = cpptext.packed_texts(texts, 8)
         wanted = "\0".join("\x01" if text is None else text for text in texts)
         self.assertEqual(_read_literals(source), wanted, source)
+        self.assertLessEqual(max(len(f"        {line.strip()};") for line in source.split("\n")),
+                             cpptext.WIDTH)
 
     def test_compiler_reads_other_texts(self) -> None:
         for name, texts in _TEXT_ROWS:
@@ -57,11 +60,6 @@ class TextTest(unittest.TestCase):
                     generator.choice([None, "".join(generator.choices('07aF"\\ µ∞', k=n))])
                     for n in generator.choices(range(12), k=generator.randint(1, 60))
                 ])
-
-    def test_lines_run_over(self) -> None:
-        source = cpptext.packed_texts([f"Value {i}" for i in range(99)], 8)
-        self.assertLessEqual(max(len(f"        {line.strip()};") for line in source.split("\n")),
-                             cpptext.WIDTH)
 
     def test_numbers_lose_digits_or_their_type(self) -> None:
         for kind, value, wanted in [
@@ -99,8 +97,6 @@ class TextTest(unittest.TestCase):
                 self.assertEqual(comment.count("*/"), 1)
                 self.assertFalse(cpptext.comment_text(text).endswith("\\"))
 
-
-class CommentTest(unittest.TestCase):
     def test_no_wrapped_line_begins_like_an_item_of_a_list(self) -> None:
         for length in range(60, 110):
             text = "word " * (length // 5) + "x" * (length % 5 + 1) + " is 5000000000. Default: -5."

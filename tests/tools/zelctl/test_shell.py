@@ -89,7 +89,7 @@ class Shell(unittest.TestCase):
                 ("ge\tHorizontal/Sca\t\t\x15get Horizontal/Scale", "100 ns/div"),
                 ("ge\tHoriz\tHistoryD\t", "100"),
                 ("ge\tVertical/Chan\t1]/Ena\t", "ON"),
-                ("set Trigger/Type RU\t", "EDGE → RUNT"),
+                ("expect 0 set Trigger/Ty\tRU\t", "EDGE → RUNT"),
                 ("calc samplera\tZEL_C", "5 GSa/s"),
         ]:
             with self.subTest(typed):

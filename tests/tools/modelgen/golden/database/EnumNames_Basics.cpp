@@ -6,17 +6,6 @@
 #include <limits>
 
 template <>
-const CEnumNameInfo& GetStaticEnumNameInfo<KW_ONOFF>()
-{
-    static constexpr char16_t kDisplay[] = u"Off\0On";
-    static constexpr char16_t kRemote[] = u"OFF\0ON";
-    static constexpr char16_t kSerial[] = u"OFF\0ON";
-    static const CEnumNameInfo info(2, u"KW_ONOFF",
-                                    {kDisplay, nullptr, kRemote, kSerial});
-    return info;
-}
-
-template <>
 const CEnumNameInfo& GetStaticEnumNameInfo<KW_RATE>()
 {
     static constexpr char16_t kDisplay[] = u"10 k\0002.5 µ\\s\0\"User\"";
@@ -61,7 +50,6 @@ const CEnumNameInfo& GetStaticEnumNameInfo<KW_UNIT>()
     return info;
 }
 
-template CDbPropEnum<KW_ONOFF>::CDbPropEnum();
 template CDbPropEnum<KW_RATE>::CDbPropEnum();
 template CDbPropEnum<KW_PROBE>::CDbPropEnum();
 template CDbPropEnum<KW_SIGN>::CDbPropEnum();

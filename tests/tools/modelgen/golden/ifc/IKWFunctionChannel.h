@@ -13,26 +13,14 @@ class KW_EXPORT IKWFunctionChannel : public IKWFunctionBase
 {
 public:
     ~IKWFunctionChannel() override;
-    /** Gain. Range: ≥ 0.5. Default: 1. */
-    virtual std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const = 0;
+    /** Gain. Range: ≤ 100. Default: 2, 4, 6 for the items in turn. */
+    virtual std::shared_ptr<IKWNumericProperty<INT32>> GetPrGain() const = 0;
     /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
     virtual std::shared_ptr<IKWNumericProperty<double>> GetPrScale() const = 0;
-    /** Rate. Values: 10 k, 2.5 µ\s. Default: 2.5 µ\s. */
+    /** Rate. Values: 10 k, 2.5 µ\s. Default: 10 k, 2.5 µ\s for the items in turn. */
     virtual std::shared_ptr<IKWEnumProperty<KW_RATE>> GetPrRate() const = 0;
-    /** Mask. Default: 65535. */
-    virtual std::shared_ptr<IKWNumericProperty<UINT16>> GetPrMask() const = 0;
-    /** Small. Range: ≥ -32768. Default: -1. */
-    virtual std::shared_ptr<IKWNumericProperty<INT16>> GetPrSmall() const = 0;
-    /** Word. Range: -2147483648 … 5. Default: 0. */
-    virtual std::shared_ptr<IKWNumericProperty<INT32>> GetPrWord() const = 0;
-    /** Count. Default: 4294967295. */
-    virtual std::shared_ptr<IKWNumericProperty<UINT32>> GetPrCount() const = 0;
-    /** Long. Range: -9223372036854775808 … 9223372036854775807. Default: 0. */
-    virtual std::shared_ptr<IKWNumericProperty<INT64>> GetPrLong() const = 0;
-    /** Ticks. Default: 18446744073709551615. */
-    virtual std::shared_ptr<IKWNumericProperty<UINT64>> GetPrTicks() const = 0;
+    /** Mask. Range: -9223372036854775808 … 5. Default: -1. */
+    virtual std::shared_ptr<IKWNumericProperty<INT64>> GetPrMask() const = 0;
     /** Result: Last reading. */
-    virtual std::shared_ptr<IKWNumericProperty<double>> GetPrReading() const = 0;
-    /** Result: A result that files carry. */
-    virtual std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrSavedResult() const = 0;
+    virtual std::shared_ptr<IKWNumericProperty<UINT32>> GetPrReading() const = 0;
 };

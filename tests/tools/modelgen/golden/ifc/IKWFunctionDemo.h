@@ -10,8 +10,6 @@
 
 class IKWFunctionChannel;
 class IKWFunctionDemo;
-class IKWFunctionLabel;
-class IKWFunctionOlder;
 class IKWFunctionTexts;
 
 /** The root of the tree, built on the first call. The library holds it weakly: the tree lives as
@@ -33,19 +31,17 @@ public:
     /** Action: Sets the defaults. */
     virtual std::shared_ptr<IKWAction> GetPrPreset() const = 0;
     /** Removed from the tree: answers its default and refuses writes with eKW_ACC_DETACHED. Array
-        (2 items): What only a removed array holds. */
-    [[deprecated]] virtual std::shared_ptr<IKWArray<IKWFunctionOlder>> GetPgOlder() const = 0;
+        (2 items): One input. */
+    [[deprecated]] virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgOlder() const = 0;
     /** Removed from the tree: answers its default and refuses writes with eKW_ACC_DETACHED. Action:
         Began what Preset does. */
     [[deprecated]] virtual std::shared_ptr<IKWAction> GetPrBegin() const = 0;
-    /** Array (4 items): One input. */
+    /** Array (4 items at first, at most 15): One input. */
     virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgChannel() const = 0;
-    /** A switch with the frame's default. Default: Off. */
-    virtual std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const = 0;
-    /** Map (at most 100 items): A named item. */
-    virtual std::shared_ptr<IKWMap<IKWFunctionLabel>> GetPgLabel() const = 0;
-    /** Array (0 items at first, at most 15): One input. */
-    virtual std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const = 0;
+    /** A selector with the frame's default. Default: x1. */
+    virtual std::shared_ptr<IKWEnumProperty<KW_PROBE>> GetPrState() const = 0;
+    /** Map (at most 100 items): All kinds of texts; the name | pipe is part of this. */
+    virtual std::shared_ptr<IKWMap<IKWFunctionTexts>> GetPgLabel() const = 0;
     /** Operation: Stops the acquisition. */
     virtual std::shared_ptr<IKWOperation> GetPrStop() const = 0;
 };

@@ -12,18 +12,12 @@ class KW_EXPORT IKWFunctionTexts : public IKWFunctionBase
 {
 public:
     ~IKWFunctionTexts() override;
-    /** Title. Range: at most 20 characters. Default: "a "b" µ". */
+    /** Title. Values: "a "b" µ", "two". Default: "a "b" µ". */
     virtual std::shared_ptr<IKWStringProperty> GetPrTitle() const = 0;
     /** Secret: Phrase. */
     virtual std::shared_ptr<IKWStringProperty> GetPrPhrase() const = 0;
-    /** Choice. Values: "one", "two". Default: "one". */
-    virtual std::shared_ptr<IKWStringProperty> GetPrChoice() const = 0;
-    /** Block. */
-    virtual std::shared_ptr<IKWBlobProperty> GetPrBlock() const = 0;
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     virtual std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const = 0;
     /** File. Range: extensions csv, bin. */
     virtual std::shared_ptr<IKWFilePathProperty> GetPrFile() const = 0;
-    /** Link. */
-    virtual std::shared_ptr<IKWReferenceProperty> GetPrLink() const = 0;
 };

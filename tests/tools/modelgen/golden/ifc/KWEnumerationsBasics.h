@@ -4,15 +4,6 @@
 
 #include <EnumNameInfo.h>
 
-/** Switch. */
-enum KW_ONOFF : INT32
-{
-    eKW_ONOFF_OFF = 0, ///< Off
-    eKW_ONOFF_ON = 1 ///< On
-};
-template <>
-KW_EXPORT const CEnumNameInfo& GetStaticEnumNameInfo<KW_ONOFF>();
-
 /** Rate; a text that follows a separator begins with a digit, some texts are not set. */
 enum KW_RATE : INT32
 {

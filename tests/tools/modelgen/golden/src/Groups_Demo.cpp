@@ -3,16 +3,12 @@
 #include "CommonDatabase/Handles/DbHandles.h"
 #include "IKWFunctionChannel.h"
 #include "IKWFunctionDemo.h"
-#include "IKWFunctionLabel.h"
-#include "IKWFunctionOlder.h"
+#include "IKWFunctionTexts.h"
 #include "PgChannel.h"
 #include "PgDemoBase.h"
-#include "PgLabel.h"
-#include "PgOlder.h"
 #include "PgaChannel.h"
-#include "PgaOlder.h"
-#include "PgmLabel.h"
 #include "Words/PgTexts.h"
+#include "Words/PgmTexts.h"
 
 namespace
 {
@@ -32,7 +28,7 @@ public:
     {
         return m_node.GetPrPreset()->GetFIMPointer();
     }
-    std::shared_ptr<IKWArray<IKWFunctionOlder>> GetPgOlder() const override
+    std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgOlder() const override
     {
         return m_node.GetRemovedOlder()->GetFIMPointer();
     }
@@ -44,17 +40,13 @@ public:
     {
         return m_node.GetPgChannel()->GetFIMPointer();
     }
-    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrState() const override
+    std::shared_ptr<IKWEnumProperty<KW_PROBE>> GetPrState() const override
     {
         return m_node.GetPrState()->GetFIMPointer();
     }
-    std::shared_ptr<IKWMap<IKWFunctionLabel>> GetPgLabel() const override
+    std::shared_ptr<IKWMap<IKWFunctionTexts>> GetPgLabel() const override
     {
         return m_node.GetPgLabel()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWArray<IKWFunctionChannel>> GetPgFrames() const override
-    {
-        return m_node.GetPgFrames()->GetFIMPointer();
     }
     std::shared_ptr<IKWOperation> GetPrStop() const override
     {
@@ -66,7 +58,7 @@ class CFIMChannel final : public CDbGroupHandle<IKWFunctionChannel, CPgChannel>
 {
 public:
     using CDbGroupHandle::CDbGroupHandle;
-    std::shared_ptr<IKWNumericProperty<double>> GetPrGain() const override
+    std::shared_ptr<IKWNumericProperty<INT32>> GetPrGain() const override
     {
         return m_node.GetPrGain()->GetFIMPointer();
     }
@@ -78,57 +70,13 @@ public:
     {
         return m_node.GetPrRate()->GetFIMPointer();
     }
-    std::shared_ptr<IKWNumericProperty<UINT16>> GetPrMask() const override
+    std::shared_ptr<IKWNumericProperty<INT64>> GetPrMask() const override
     {
         return m_node.GetPrMask()->GetFIMPointer();
     }
-    std::shared_ptr<IKWNumericProperty<INT16>> GetPrSmall() const override
-    {
-        return m_node.GetPrSmall()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<INT32>> GetPrWord() const override
-    {
-        return m_node.GetPrWord()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<UINT32>> GetPrCount() const override
-    {
-        return m_node.GetPrCount()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<INT64>> GetPrLong() const override
-    {
-        return m_node.GetPrLong()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<UINT64>> GetPrTicks() const override
-    {
-        return m_node.GetPrTicks()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWNumericProperty<double>> GetPrReading() const override
+    std::shared_ptr<IKWNumericProperty<UINT32>> GetPrReading() const override
     {
         return m_node.GetPrReading()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWEnumProperty<KW_ONOFF>> GetPrSavedResult() const override
-    {
-        return m_node.GetPrSavedResult()->GetFIMPointer();
-    }
-};
-
-class CFIMOlder final : public CDbGroupHandle<IKWFunctionOlder, CPgOlder>
-{
-public:
-    using CDbGroupHandle::CDbGroupHandle;
-    std::shared_ptr<IKWNumericProperty<INT32>> GetPrLevel() const override
-    {
-        return m_node.GetPrLevel()->GetFIMPointer();
-    }
-};
-
-class CFIMLabel final : public CDbGroupHandle<IKWFunctionLabel, CPgLabel>
-{
-public:
-    using CDbGroupHandle::CDbGroupHandle;
-    std::shared_ptr<IKWNumericProperty<INT32>> GetPrKey() const override
-    {
-        return m_node.GetPrKey()->GetFIMPointer();
     }
 };
 } // namespace
@@ -138,14 +86,13 @@ IKWFunctionDemo::~IKWFunctionDemo() = default;
 CPgDemoBase::CPgDemoBase()
 {
     SetPropertyListSize(1);
-    AddPropertyToList(m_pState = new CDbPropEnum<KW_ONOFF>, QStringLiteral("State"));
+    AddPropertyToList(m_pState = new CDbPropEnum<KW_PROBE>, QStringLiteral("State"));
     SetSaveRecallType(m_pState, 1, true);
-    SetPropGroupListSize(4);
-    AddPropGroupToList(m_pChannel = new CPgaChannel(0, 2147483647), QStringLiteral("Channel"));
+    SetPropGroupListSize(3);
+    AddPropGroupToList(m_pChannel = new CPgaChannel(1, 15), QStringLiteral("Channel"));
     m_pChannel->DbSetSize(4);
-    AddPropGroupToList(m_pLabel = new CPgmLabel(100), QStringLiteral("Label"));
+    AddPropGroupToList(m_pLabel = new CPgmTexts(100), QStringLiteral("Label"));
     m_pLabel->SetNamePattern(QStringLiteral("Label%1"));
-    AddPropGroupToList(m_pFrames = new CPgaChannel(1, 15), QStringLiteral("Frames"));
     AddPropGroupToList(m_pTexts = new CPgTexts, QStringLiteral("Texts"));
     AddObject(m_pPreset = new CDbFunction, QStringLiteral("Preset"));
     AddObject(m_pStop = new CDbOperation, QStringLiteral("Stop"));
@@ -154,7 +101,7 @@ CPgDemoBase::CPgDemoBase()
     m_pGone->DeclareMinAndMax(1.0, CDbPropNum<double>::kHighest);
     m_pGone->DeclareStep(1.0);
     m_pGone->DbSetDefault(2.5);
-    m_pOlder = MakeRemoved(new CPgaOlder(0, 2147483647), QStringLiteral("Older"));
+    m_pOlder = MakeRemoved(new CPgaChannel(0, 2147483647), QStringLiteral("Older"));
     m_pOlder->DbSetSize(2);
     m_pBegin = MakeRemoved(new CDbFunction, QStringLiteral("Begin"));
 }
@@ -174,16 +121,16 @@ std::shared_ptr<IKWFunctionDemo> CPgDemoBase::GetFIMPointer()
 const char* CPgDemoBase::Meanings()
 {
     return "Root of the demonstration.\0"
-           "A switch with the frame's default.\0"
+           "A selector with the frame's default.\0"
            "Sets the defaults\0"
            "Stops the acquisition.\0";
 }
 
 IKWFunctionChannel::~IKWFunctionChannel() = default;
 
-CPgChannel::CPgChannel()
+CPgChannel::CPgChannel(INT32 index)
 {
-    SetPropertyListSize(11);
+    SetPropertyListSize(5);
     AddPropertyToList(m_pScale = new CDbPropNum<double>, QStringLiteral("Scale"));
     m_pScale->DeclareUnit(eKW_UNIT_FREQ_S_DIV);
     m_pScale->DeclareMinAndMax(1e-09, 100.0);
@@ -191,50 +138,31 @@ CPgChannel::CPgChannel()
     m_pScale->DeclareValueList({1e-09, 0.001, 100.0});
     m_pScale->DbSetDefault(0.001);
     SetSaveRecallType(m_pScale, 2, true);
-    AddPropertyToList(m_pGain = new CDbPropNum<double>, QStringLiteral("Gain"));
-    m_pGain->DeclareMinAndMax(0.5, CDbPropNum<double>::kHighest);
-    m_pGain->DeclareStep(0.1);
+    AddPropertyToList(m_pGain = new CDbPropNum<INT32>, QStringLiteral("Gain"));
+    m_pGain->DeclareMinAndMax(CDbPropNum<INT32>::kLowest, 100);
+    m_pGain->DeclareStep(2);
     m_pGain->DeclareStepMode(eSTEPMODE_FACTOR);
     m_pGain->DeclareStepFactor(1.5);
     m_pGain->DeclareStepBehaviour(eSTEP_BEHAVIOUR_WRAP);
-    m_pGain->DeclareResolution(0.01);
+    m_pGain->DeclareResolution(2);
     m_pGain->DeclareFormat(eNUMBERFORMAT_ENGINEERING);
-    m_pGain->DbSetDefault(1.0);
+    m_pGain->DbSetDefault(ItemDefault<INT32>(index, {2, 4, 6}, 2));
     SetSaveRecallType(m_pGain, 2, true);
     AddPropertyToList(m_pRate = new CDbPropEnum<KW_RATE>, QStringLiteral("Rate"));
     m_pRate->DeclareEnabledValues({eKW_RATE_10K, eKW_RATE_2U5});
-    m_pRate->DbSetDefault(eKW_RATE_2U5);
+    m_pRate->DbSetDefault(ItemDefault<INT32>(index, {eKW_RATE_10K, eKW_RATE_2U5}, eKW_RATE_2U5));
     SetSaveRecallType(m_pRate, 2, true);
-    AddPropertyToList(m_pMask = new CDbPropNum<UINT16>, QStringLiteral("Mask"));
+    AddPropertyToList(m_pMask = new CDbPropNum<INT64>, QStringLiteral("Mask"));
+    m_pMask->DeclareMinAndMax((-9223372036854775807LL - 1), 5LL);
     m_pMask->DeclareBitGroupSize(4);
     m_pMask->DeclareFormat(eNUMBERFORMAT_HEX);
-    m_pMask->DbSetDefault(65535);
-    SetSaveRecallType(m_pMask, 2, true);
-    AddPropertyToList(m_pSmall = new CDbPropNum<INT16>, QStringLiteral("Small"));
-    m_pSmall->DeclareMinAndMax(-32768, CDbPropNum<INT16>::kHighest);
-    m_pSmall->DbSetDefault(-1);
-    m_pSmall->DeclareConfirm();
-    SetSaveRecallType(m_pSmall, 2, true);
-    AddPropertyToList(m_pWord = new CDbPropNum<INT32>, QStringLiteral("Word"));
-    m_pWord->DeclareMinAndMax((-2147483647 - 1), 5);
-    SetSaveRecallType(m_pWord, 2, true);
-    AddPropertyToList(m_pCount = new CDbPropNum<UINT32>, QStringLiteral("Count"));
-    m_pCount->DbSetDefault(4294967295U);
-    SetSaveRecallType(m_pCount, 2, true);
-    AddPropertyToList(m_pLong = new CDbPropNum<INT64>, QStringLiteral("Long"));
-    m_pLong->DeclareMinAndMax((-9223372036854775807LL - 1), 9223372036854775807LL);
-    SetSaveRecallType(m_pLong, 2, true);
-    AddPropertyToList(m_pTicks = new CDbPropNum<UINT64>, QStringLiteral("Ticks"));
-    m_pTicks->DbSetDefault(18446744073709551615ULL);
-    SetSaveRecallType(m_pTicks, 2, true);
-    AddPropertyToList(m_pReading = new CDbPropNum<double>, QStringLiteral("Reading"));
+    m_pMask->DbSetDefault(-1LL);
+    m_pMask->DeclareConfirm();
+    SetSaveRecallType(m_pMask, 0, true);
+    AddPropertyToList(m_pReading = new CDbPropNum<UINT32>, QStringLiteral("Reading"));
     m_pReading->SetObjectType(eOBJECTTYPE_RESULT);
     m_pReading->DeclareUnit(eKW_UNIT_NONE);
     SetSaveRecallType(m_pReading, 0, true);
-    AddPropertyToList(m_pSavedResult = new CDbPropEnum<KW_ONOFF>, QStringLiteral("SavedResult"));
-    m_pSavedResult->SetObjectType(eOBJECTTYPE_RESULT);
-    m_pSavedResult->DbSetDefault(eKW_ONOFF_ON);
-    SetSaveRecallType(m_pSavedResult, 1, true);
 }
 
 CPgChannel::~CPgChannel() = default;
@@ -256,66 +184,5 @@ const char* CPgChannel::Meanings()
            "Gain.\0"
            "Rate.\0"
            "Mask.\0"
-           "Small.\0"
-           "Word.\0"
-           "Count.\0"
-           "Long.\0"
-           "Ticks.\0"
-           "Last reading.\0"
-           "A result that files carry.\0";
-}
-
-IKWFunctionOlder::~IKWFunctionOlder() = default;
-
-CPgOlder::CPgOlder()
-{
-    SetPropertyListSize(1);
-    AddPropertyToList(m_pLevel = new CDbPropNum<INT32>, QStringLiteral("Level"));
-    m_pLevel->DbSetDefault(3);
-    SetSaveRecallType(m_pLevel, 1, true);
-}
-
-CPgOlder::~CPgOlder() = default;
-
-std::unique_ptr<IKWFunctionBase> CPgOlder::CreateFIM()
-{
-    return std::make_unique<CFIMOlder>(*this);
-}
-
-std::shared_ptr<IKWFunctionOlder> CPgOlder::GetFIMPointer()
-{
-    return FIMPointer<IKWFunctionOlder>();
-}
-
-const char* CPgOlder::Meanings()
-{
-    return "What only a removed array holds.\0"
-           "Level.\0";
-}
-
-IKWFunctionLabel::~IKWFunctionLabel() = default;
-
-CPgLabel::CPgLabel()
-{
-    SetPropertyListSize(1);
-    AddPropertyToList(m_pKey = new CDbPropNum<INT32>, QStringLiteral("Key"));
-    SetSaveRecallType(m_pKey, 0, true);
-}
-
-CPgLabel::~CPgLabel() = default;
-
-std::unique_ptr<IKWFunctionBase> CPgLabel::CreateFIM()
-{
-    return std::make_unique<CFIMLabel>(*this);
-}
-
-std::shared_ptr<IKWFunctionLabel> CPgLabel::GetFIMPointer()
-{
-    return FIMPointer<IKWFunctionLabel>();
-}
-
-const char* CPgLabel::Meanings()
-{
-    return "A named item.\0"
-           "Key of the item.\0";
+           "Last reading.\0";
 }

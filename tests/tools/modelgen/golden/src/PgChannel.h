@@ -7,7 +7,6 @@
 #include "CommonDatabase/Properties/DbPropNum.h"
 
 class IKWFunctionChannel;
-enum KW_ONOFF : INT32;
 enum KW_RATE : INT32;
 
 /** One input. */
@@ -16,7 +15,7 @@ class CPgChannel : public CZELPropertyGroup
 public:
     using Interface = IKWFunctionChannel;
 
-    CPgChannel();
+    explicit CPgChannel(INT32 index);
     ~CPgChannel() override;
 
     std::shared_ptr<IKWFunctionChannel> GetFIMPointer();
@@ -25,39 +24,21 @@ public:
 
     /** Time per division. Unit: s/div. Values: 1e-9, 0.001, 100. Default: 0.001. */
     CDbPropNum<double>* GetPrScale() const { return m_pScale; }
-    /** Gain. Range: ≥ 0.5. Default: 1. */
-    CDbPropNum<double>* GetPrGain() const { return m_pGain; }
-    /** Rate. Values: 10 k, 2.5 µ\s. Default: 2.5 µ\s. */
+    /** Gain. Range: ≤ 100. Default: 2, 4, 6 for the items in turn. */
+    CDbPropNum<INT32>* GetPrGain() const { return m_pGain; }
+    /** Rate. Values: 10 k, 2.5 µ\s. Default: 10 k, 2.5 µ\s for the items in turn. */
     CDbPropEnum<KW_RATE>* GetPrRate() const { return m_pRate; }
-    /** Mask. Default: 65535. */
-    CDbPropNum<UINT16>* GetPrMask() const { return m_pMask; }
-    /** Small. Range: ≥ -32768. Default: -1. */
-    CDbPropNum<INT16>* GetPrSmall() const { return m_pSmall; }
-    /** Word. Range: -2147483648 … 5. Default: 0. */
-    CDbPropNum<INT32>* GetPrWord() const { return m_pWord; }
-    /** Count. Default: 4294967295. */
-    CDbPropNum<UINT32>* GetPrCount() const { return m_pCount; }
-    /** Long. Range: -9223372036854775808 … 9223372036854775807. Default: 0. */
-    CDbPropNum<INT64>* GetPrLong() const { return m_pLong; }
-    /** Ticks. Default: 18446744073709551615. */
-    CDbPropNum<UINT64>* GetPrTicks() const { return m_pTicks; }
+    /** Mask. Range: -9223372036854775808 … 5. Default: -1. */
+    CDbPropNum<INT64>* GetPrMask() const { return m_pMask; }
     /** Result: Last reading. */
-    CDbPropNum<double>* GetPrReading() const { return m_pReading; }
-    /** Result: A result that files carry. */
-    CDbPropEnum<KW_ONOFF>* GetPrSavedResult() const { return m_pSavedResult; }
+    CDbPropNum<UINT32>* GetPrReading() const { return m_pReading; }
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
     CDbPropNum<double>* m_pScale;
-    CDbPropNum<double>* m_pGain;
+    CDbPropNum<INT32>* m_pGain;
     CDbPropEnum<KW_RATE>* m_pRate;
-    CDbPropNum<UINT16>* m_pMask;
-    CDbPropNum<INT16>* m_pSmall;
-    CDbPropNum<INT32>* m_pWord;
-    CDbPropNum<UINT32>* m_pCount;
-    CDbPropNum<INT64>* m_pLong;
-    CDbPropNum<UINT64>* m_pTicks;
-    CDbPropNum<double>* m_pReading;
-    CDbPropEnum<KW_ONOFF>* m_pSavedResult;
+    CDbPropNum<INT64>* m_pMask;
+    CDbPropNum<UINT32>* m_pReading;
 };

@@ -10,10 +10,9 @@
 
 class CPgTexts;
 class CPgaChannel;
-class CPgaOlder;
-class CPgmLabel;
+class CPgmTexts;
 class IKWFunctionDemo;
-enum KW_ONOFF : INT32;
+enum KW_PROBE : INT32;
 
 /** Root of the demonstration. Its rules are in CPgDemo. */
 class CPgDemoBase : public CDbPgRoot
@@ -29,14 +28,12 @@ public:
     const char* GetMeanings() const override { return Meanings(); }
     static const char* Meanings();
 
-    /** A switch with the frame's default. Default: Off. */
-    CDbPropEnum<KW_ONOFF>* GetPrState() const { return m_pState; }
-    /** Array (4 items): One input. */
+    /** A selector with the frame's default. Default: x1. */
+    CDbPropEnum<KW_PROBE>* GetPrState() const { return m_pState; }
+    /** Array (4 items at first, at most 15): One input. */
     CPgaChannel* GetPgChannel() const { return m_pChannel; }
-    /** Map (at most 100 items): A named item. */
-    CPgmLabel* GetPgLabel() const { return m_pLabel; }
-    /** Array (0 items at first, at most 15): One input. */
-    CPgaChannel* GetPgFrames() const { return m_pFrames; }
+    /** Map (at most 100 items): All kinds of texts; the name | pipe is part of this. */
+    CPgmTexts* GetPgLabel() const { return m_pLabel; }
     /** All kinds of texts; the name | pipe is part of this. */
     CPgTexts* GetPgTexts() const { return m_pTexts; }
     /** Action: Sets the defaults. */
@@ -47,23 +44,22 @@ public:
     /** Of the handle alone: parts of no tree. */
     ///@{
     CDbPropNum<double>* GetRemovedGone() const { return m_pGone.get(); }
-    CPgaOlder* GetRemovedOlder() const { return m_pOlder.get(); }
+    CPgaChannel* GetRemovedOlder() const { return m_pOlder.get(); }
     CDbFunction* GetRemovedBegin() const { return m_pBegin.get(); }
     ///@}
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
-    CDbPropEnum<KW_ONOFF>* m_pState;
+    CDbPropEnum<KW_PROBE>* m_pState;
     CPgaChannel* m_pChannel;
-    CPgmLabel* m_pLabel;
-    CPgaChannel* m_pFrames;
+    CPgmTexts* m_pLabel;
     CPgTexts* m_pTexts;
     CDbFunction* m_pPreset;
     CDbOperation* m_pStop;
 
 private:
     std::shared_ptr<CDbPropNum<double>> m_pGone;
-    std::shared_ptr<CPgaOlder> m_pOlder;
+    std::shared_ptr<CPgaChannel> m_pOlder;
     std::shared_ptr<CDbFunction> m_pBegin;
 };

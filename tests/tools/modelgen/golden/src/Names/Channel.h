@@ -4,7 +4,6 @@
 
 #include "CommonDatabase/Couplings/DbNames.h"
 
-enum KW_ONOFF : INT32;
 enum KW_RATE : INT32;
 class CPgChannel;
 
@@ -16,25 +15,13 @@ struct Channel
     using t_Class = CPgChannel;
     static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
         Scale{{eNODE::Property, false, 1, {0}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
+    static constexpr t_Way<NNames::Channel, CDbPropNum<INT32>>
         Gain{{eNODE::Property, false, 1, {1}}};
     static constexpr t_Way<NNames::Channel, CDbPropEnum<KW_RATE>>
         Rate{{eNODE::Property, false, 1, {2}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT16>>
-        Mask{{eNODE::Property, false, 1, {3}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<INT16>>
-        Small{{eNODE::Property, false, 1, {4}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<INT32>>
-        Word{{eNODE::Property, false, 1, {5}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT32>>
-        Count{{eNODE::Property, false, 1, {6}}};
     static constexpr t_Way<NNames::Channel, CDbPropNum<INT64>>
-        Long{{eNODE::Property, false, 1, {7}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT64>>
-        Ticks{{eNODE::Property, false, 1, {8}}};
-    static constexpr t_Way<NNames::Channel, CDbPropNum<double>>
-        Reading{{eNODE::Property, false, 1, {9}}};
-    static constexpr t_Way<NNames::Channel, CDbPropEnum<KW_ONOFF>>
-        SavedResult{{eNODE::Property, false, 1, {10}}};
+        Mask{{eNODE::Property, false, 1, {3}}};
+    static constexpr t_Way<NNames::Channel, CDbPropNum<UINT32>>
+        Reading{{eNODE::Property, false, 1, {4}}};
 };
 } // namespace NNames

@@ -14,11 +14,8 @@ struct Texts
     using t_Class = CPgTexts;
     static constexpr t_Way<NNames::Texts, CDbPropString> Title{{eNODE::Property, false, 1, {0}}};
     static constexpr t_Way<NNames::Texts, CDbPropString> Phrase{{eNODE::Property, false, 1, {1}}};
-    static constexpr t_Way<NNames::Texts, CDbPropString> Choice{{eNODE::Property, false, 1, {2}}};
-    static constexpr t_Way<NNames::Texts, CDbPropBlob> Block{{eNODE::Property, false, 1, {3}}};
     static constexpr t_Way<NNames::Texts, CDbPropBitPattern>
-        Pattern{{eNODE::Property, false, 1, {4}}};
-    static constexpr t_Way<NNames::Texts, CDbPropFilePath> File{{eNODE::Property, false, 1, {5}}};
-    static constexpr t_Way<NNames::Texts, CDbPropReference> Link{{eNODE::Property, false, 1, {6}}};
+        Pattern{{eNODE::Property, false, 1, {2}}};
+    static constexpr t_Way<NNames::Texts, CDbPropFilePath> File{{eNODE::Property, false, 1, {3}}};
 };
 } // namespace NNames

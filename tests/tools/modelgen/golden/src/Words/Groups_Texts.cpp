@@ -18,14 +18,6 @@ public:
     {
         return m_node.GetPrPhrase()->GetFIMPointer();
     }
-    std::shared_ptr<IKWStringProperty> GetPrChoice() const override
-    {
-        return m_node.GetPrChoice()->GetFIMPointer();
-    }
-    std::shared_ptr<IKWBlobProperty> GetPrBlock() const override
-    {
-        return m_node.GetPrBlock()->GetFIMPointer();
-    }
     std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const override
     {
         return m_node.GetPrPattern()->GetFIMPointer();
@@ -34,10 +26,6 @@ public:
     {
         return m_node.GetPrFile()->GetFIMPointer();
     }
-    std::shared_ptr<IKWReferenceProperty> GetPrLink() const override
-    {
-        return m_node.GetPrLink()->GetFIMPointer();
-    }
 };
 } // namespace
 
@@ -45,20 +33,15 @@ IKWFunctionTexts::~IKWFunctionTexts() = default;
 
 CPgTexts::CPgTexts()
 {
-    SetPropertyListSize(7);
+    SetPropertyListSize(4);
     AddPropertyToList(m_pTitle = new CDbPropString, QStringLiteral("Title"));
     m_pTitle->DeclareMaxLength(20);
+    m_pTitle->DeclareValueList({QStringLiteral("a \"b\" µ"), QStringLiteral("two")});
     m_pTitle->DbSetDefault(QStringLiteral("a \"b\" µ"));
     SetSaveRecallType(m_pTitle, 1, true);
     AddPropertyToList(m_pPhrase = new CDbPropString, QStringLiteral("Phrase"));
     m_pPhrase->DeclareSecret();
     SetSaveRecallType(m_pPhrase, 2, true);
-    AddPropertyToList(m_pChoice = new CDbPropString, QStringLiteral("Choice"));
-    m_pChoice->DeclareValueList({QStringLiteral("one"), QStringLiteral("two")});
-    m_pChoice->DbSetDefault(QStringLiteral("one"));
-    SetSaveRecallType(m_pChoice, 1, true);
-    AddPropertyToList(m_pBlock = new CDbPropBlob, QStringLiteral("Block"));
-    SetSaveRecallType(m_pBlock, 1, true);
     AddPropertyToList(m_pPattern = new CDbPropBitPattern, QStringLiteral("Pattern"));
     m_pPattern->DeclareLength(8);
     m_pPattern->DeclareFormat(eNUMBERFORMAT_HEX);
@@ -70,8 +53,6 @@ CPgTexts::CPgTexts()
     m_pFile->DeclareOpenExtensions({QStringLiteral("csv"), QStringLiteral("bin")});
     m_pFile->DeclareSaveExtensions({QStringLiteral("csv")});
     SetSaveRecallType(m_pFile, 1, true);
-    AddPropertyToList(m_pLink = new CDbPropReference, QStringLiteral("Link"));
-    SetSaveRecallType(m_pLink, 1, true);
 }
 
 CPgTexts::~CPgTexts() = default;
@@ -91,9 +72,6 @@ const char* CPgTexts::Meanings()
     return "All kinds of texts; the name | pipe is part of this.\0"
            "Title.\0"
            "Phrase.\0"
-           "Choice.\0"
-           "Block.\0"
            "Pattern.\0"
-           "File.\0"
-           "Link.\0";
+           "File.\0";
 }

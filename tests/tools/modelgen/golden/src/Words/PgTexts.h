@@ -2,9 +2,7 @@
 // Generated from Texts.toml: change the model, not this file.
 #pragma once
 
-#include "CommonDatabase/Containers/DbPropReference.h"
 #include "CommonDatabase/Nodes/ZELPropertyGroup.h"
-#include "CommonDatabase/Properties/DbPropBlob.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 
 class IKWFunctionTexts;
@@ -22,29 +20,20 @@ public:
     const char* GetMeanings() const override { return Meanings(); }
     static const char* Meanings();
 
-    /** Title. Range: at most 20 characters. Default: "a "b" µ". */
+    /** Title. Values: "a "b" µ", "two". Default: "a "b" µ". */
     CDbPropString* GetPrTitle() const { return m_pTitle; }
     /** Secret: Phrase. */
     CDbPropString* GetPrPhrase() const { return m_pPhrase; }
-    /** Choice. Values: "one", "two". Default: "one". */
-    CDbPropString* GetPrChoice() const { return m_pChoice; }
-    /** Block. */
-    CDbPropBlob* GetPrBlock() const { return m_pBlock; }
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     CDbPropBitPattern* GetPrPattern() const { return m_pPattern; }
     /** File. Range: extensions csv, bin. */
     CDbPropFilePath* GetPrFile() const { return m_pFile; }
-    /** Link. */
-    CDbPropReference* GetPrLink() const { return m_pLink; }
 
 protected:
     std::unique_ptr<IKWFunctionBase> CreateFIM() override;
 
     CDbPropString* m_pTitle;
     CDbPropString* m_pPhrase;
-    CDbPropString* m_pChoice;
-    CDbPropBlob* m_pBlock;
     CDbPropBitPattern* m_pPattern;
     CDbPropFilePath* m_pFile;
-    CDbPropReference* m_pLink;
 };
