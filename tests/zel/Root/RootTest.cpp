@@ -2,7 +2,6 @@
 #include "IKWFunctionControl.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionSMMode.h"
-#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWBrackets.h"
 #include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsChannels.h"
@@ -18,8 +17,6 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <set>
-
-using namespace NApplicationDefinitions;
 
 TEST(Root, OutlivesItsLastClientOrKeepsOldValues)
 {
@@ -227,34 +224,6 @@ TEST(ADConverter, ResultIgnoresModeManualOrTimebase)
     EXPECT_EQ(at("ADCModeResult")->SetText(QStringLiteral("ONE_CHANNEL")), eKW_ACC_READ_ONLY);
     ASSERT_EQ(root->Undo(), eKW_ACC_OK);
     EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("FOUR_CHANNELS"));
-}
-
-TEST(ApplicationDefinitions, ChannelOrTriggerIsClassifiedWrongly)
-{
-    for (INT32 value = -1; value <= 21; ++value)
-    {
-        const auto channel = static_cast<KW_ZEL_CHANNEL>(value);
-        const bool analog = value >= 0 && value <= 3;
-        const bool digital = value >= 7 && value <= 14;
-        EXPECT_EQ(IsAnalogChannel(channel), analog) << value;
-        EXPECT_EQ(IsDigitalChannel(channel), digital) << value;
-        EXPECT_EQ(IsSerialBusChannel(channel), value == 15) << value;
-        EXPECT_EQ(IsHardwareInputChannel(channel), analog || digital) << value;
-        EXPECT_EQ(IsAcquisitionChannel(channel), analog || digital || value == 15) << value;
-        EXPECT_EQ(INT32{MapApplicationChannelToAnalogChannel(channel)}, value);
-        EXPECT_EQ(RequiresLTG(eKW_ZEL_TRIGGER_TYPE_EDGE, channel), digital) << value;
-        EXPECT_TRUE(RequiresLTG(eKW_ZEL_TRIGGER_TYPE_PATTERN, channel));
-    }
-    const std::set<INT32> analogTriggers{6, 7, 12};
-    const std::set<INT32> busTriggers{3, 13};
-    const std::set<INT32> logicTriggers{3, 4, 5, 8, 9, 10, 13};
-    for (INT32 value = -1; value <= 15; ++value)
-    {
-        const auto type = static_cast<KW_ZEL_TRIGGER_TYPE>(value);
-        EXPECT_EQ(IsAnalogTrigger(type), analogTriggers.count(value) == 1) << value;
-        EXPECT_EQ(IsSerialBusTrigger(type), busTriggers.count(value) == 1) << value;
-        EXPECT_EQ(IsLogicTrigger(type), logicTriggers.count(value) == 1) << value;
-    }
 }
 
 namespace
