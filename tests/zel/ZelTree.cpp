@@ -2,6 +2,7 @@
 #include "ZelTree.h"
 
 #include "CommonDatabase/Containers/DbContainerBase.h"
+#include "KWSettingsFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -26,6 +27,15 @@ QByteArray FileNaming(const CDbPropBase& property, const QString& text)
     return QStringLiteral("<Settings Kind=\"ZEL\" Version=\"1.0\">%1</Settings>")
         .arg(file)
         .toUtf8();
+}
+
+/** Writes a file; answers its name. */
+QString Written(const QTemporaryDir& folder, const QByteArray& text, const char* suffix)
+{
+    QFile file(folder.filePath(QStringLiteral("settings.") + QLatin1String(suffix)));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    return file.fileName();
 }
 } // namespace
 
@@ -115,15 +125,29 @@ void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
                 });
 }
 
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const char* suffix)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("settings.") + QLatin1String(suffix)));
+    EXPECT_EQ(root->Save(file.fileName()), eKW_ACC_OK);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
 KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
                            const QString& text)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a.xml")));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(FileNaming(property, text));
-    file.close();
-    return root->Recall(file.fileName());
+    return root->Recall(Written(folder, FileNaming(property, text), "xml"));
+}
+
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text,
+                         const char* suffix)
+{
+    const QTemporaryDir folder;
+    const QString name = Written(folder, text, suffix);
+    EXPECT_EQ(KW_SealSettingsFile(name), eKW_ACC_OK);
+    return root->Recall(name);
 }
 
 void CFindings::Check(bool holds, const QByteArray& what)

@@ -38,6 +38,13 @@ void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count);
 KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
                            const QString& text);
 
+/** What the tree writes into a file of settings. */
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const char* suffix = "xml");
+
+/** Recalls a text from a file that holds it, as one seals it after an edit. */
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text,
+                         const char* suffix = "xml");
+
 /** Collects what does not hold. */
 class CFindings
 {

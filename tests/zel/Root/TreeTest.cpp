@@ -4,7 +4,6 @@
 #include "EnumNameInfo.h"
 #include "IKWProperties.h"
 #include "Root/PgZEL.h"
-#include "zel/TreeCatalogue.h"
 #include "zel/ZelTree.h"
 
 #include <QDir>
@@ -16,32 +15,6 @@
 
 namespace
 {
-/** A group with its kind and, in brackets, its children, as the catalogue writes it. */
-QString Outline(const std::shared_ptr<IDbGroup>& group)
-{
-    IDbContainer* const container = group->AsContainer();
-    const bool isArray = group->GetKind() == eKW_NODE_ARRAY;
-    const auto contents = container != nullptr ? container->GetItemByPosition(0) : group;
-    QStringList children;
-    for (INT32 i = 0; i < contents->GetGroupCount(); ++i)
-    {
-        children.append(Outline(contents->GetGroup(i)));
-    }
-    return group->GetNodeName() +
-           QLatin1String(container == nullptr ? "" : (isArray ? "[a]" : "[m]")) +
-           (children.isEmpty() ? QString() : QLatin1Char('(') + children.join(u' ') + u')');
-}
-
-QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const QString& suffix)
-{
-    const QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("settings.") + suffix);
-    EXPECT_EQ(root->Save(name), eKW_ACC_OK);
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
 /** A legal text other than the present one, or a null text where the property has only one value.
  */
 QString OtherText(IDbProperty& property)
@@ -127,35 +100,6 @@ TEST(Tree, RefusedActionLeavesATrace)
     EXPECT_GT(refused, 20);
 }
 
-TEST(Tree, GroupIsMissingMisplacedOrOfTheWrongKind)
-{
-    const auto root = GetZELRoot();
-    FillContainers(root, 1);
-    const auto top = root->GetDbObject();
-    ASSERT_EQ(top->GetGroupCount(), static_cast<INT32>(std::size(kTreeCatalogue)));
-    for (INT32 i = 0; i < top->GetGroupCount(); ++i)
-    {
-        EXPECT_EQ(Outline(top->GetGroup(i)).toStdString(), kTreeCatalogue[i]);
-    }
-}
-
-TEST(Tree, RootHasOtherPropertiesOrActions)
-{
-    const auto root = GetZELRoot()->GetDbObject();
-    QStringList names;
-    for (INT32 i = 0; i < root->GetPropertyCount(); ++i)
-    {
-        names.append(root->GetProperty(i)->GetNodeName());
-    }
-    for (INT32 i = 0; i < root->GetActionCount(); ++i)
-    {
-        names.append(root->GetAction(i)->GetNodeName());
-    }
-    EXPECT_EQ(names.join(QLatin1Char(' ')),
-              QStringLiteral("RemoteState RemoteViewState AutosetLogger Preset PresetFactory Save "
-                             "Recall StartupRecall ShutdownSave"));
-}
-
 TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
 {
     const auto root = GetZELRoot();
@@ -177,57 +121,23 @@ TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
                 });
 }
 
-TEST(Tree, ConverterGroupDiffersFromItsDataSheet)
+TEST(Tree, FileLosesSettingsOfFilledContainers)
 {
-    const auto root = GetZELRoot();
-    const auto group = std::dynamic_pointer_cast<IDbGroup>(
-        root->GetDbObject()->Find(QStringLiteral("Setup/Selfalignment/ADConverter")));
-    QStringList rows;
-    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    for (const char* const suffix : {"xml", "csv"})
     {
-        const auto p = group->GetProperty(i);
-        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(p->GetHandle());
-        rows.append(
-            p->GetNodeName() + QLatin1Char(' ') + p->GetTypeName() + QLatin1Char(' ') +
-            (e ? QString::number(e->GetAsInt()) : p->GetText()) +
-            (p->GetObjectType() == eOBJECTTYPE_RESULT ? QStringLiteral(" result") : QString()));
-        EXPECT_EQ(p->GetSaveRecallType(), 1);
-    }
-    EXPECT_EQ(rows.join(QLatin1Char('\n')).toStdString(),
-              "MarkerBit KW_ONOFF 0\nTwoComplement KW_ONOFF 1\nResolution KW_ZEL_ADC_RESOLUTION 3\n"
-              "TSG_GAIN KW_ZEL_ADC_TSG_GAIN 2\nTSG_FREQ KW_ZEL_ADC_TSG_FREQ 1\nTSG_CC uint16 0\n"
-              "CalDACActive KW_ONOFF 0\nADCModeMode KW_ZEL_AUTOMAN 0\n"
-              "ADCModeManual KW_ZEL_ADC_MODE 0\nADCModeResult KW_ZEL_ADC_MODE 0 result\n"
-              "ADCMxoTps KW_ZEL_ADC_MXOTPS 3\nLF_Active KW_ONOFF 1\nCALDAC uint16 0\n"
-              "ATBxDEC KW_ZEL_ADC_ATBxDEC 0\nSysmonADC uint16 0\nSysmonAdcUsed KW_ONOFF 0\n"
-              "VerifyAdcOutput KW_ONOFF 1\nSpectrumMode KW_ONOFF 0");
-}
-
-class WholeTreeFile : public testing::TestWithParam<const char*>
-{
-};
-
-TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
-{
-    const QString suffix = QString::fromLatin1(GetParam());
-    const QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("all.") + suffix);
-    QByteArray first;
-    {
-        const auto root = GetZELRoot();
+        const CReports reports;
+        auto root = GetZELRoot();
         FillContainers(root, 3);
-        ASSERT_EQ(root->Save(name), eKW_ACC_OK);
-        first = Saved(root, suffix);
+        const QByteArray first = Saved(root, suffix);
+        root.reset();
+        root = GetZELRoot();
+        ASSERT_EQ(RecallText(root, first, suffix), eKW_ACC_OK);
+        EXPECT_TRUE(Saved(root, suffix) == first) << suffix;
+        EXPECT_EQ(reports.List(), QStringList());
+        EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
     }
-    const CReports reports;
-    const auto root = GetZELRoot();
-    ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
-    EXPECT_TRUE(Saved(root, suffix) == first);
-    EXPECT_EQ(reports.List(), QStringList());
-    EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
 
 TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
 {
