@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Vectors.h"
 
+#include "Analysis/MeasurementRules.h"
+#include "EnumNameInfo.h"
+#include "Harmonic/HarmonicLimits.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "LabelList/LabelListConversion.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 #include "Numbers.h"
+#include "Rules/UnitRules.h"
 
 #include <boost/numeric/conversion/cast.hpp>
 #include <limits>
@@ -322,6 +326,74 @@ void AddApplication(t_Lines& lines)
     {
         Add(lines, "Application.Channel", kExact, channels, number);
         Add(lines, "Application.Trigger", kExact, triggers, number);
+    }
+}
+
+void AddUnits(t_Lines& lines)
+{
+    const auto name = [](KW_UNIT unit)
+    { return GetStaticEnumNameInfo<KW_UNIT>().GetSerialName(unit).toStdString(); };
+    const KW_UNIT units[] = {
+        eKW_UNIT_NONE,          eKW_UNIT_LEVEL_V,       eKW_UNIT_LEVEL_A,
+        eKW_UNIT_LEVEL_W,       eKW_UNIT_IMPEDANCE_OHM, eKW_UNIT_IMPEDANCE_SIEMENS,
+        eKW_UNIT_FREQ_SEC,      eKW_UNIT_FREQ_HZ,       eKW_UNIT_LEVEL_V_SQUARE,
+        eKW_UNIT_V_S,           eKW_UNIT_A_S,           eKW_UNIT_LEVEL_V_PER_S,
+        eKW_UNIT_LEVEL_A_PER_S, eKW_UNIT_NOT_DEFINED};
+    for (const KW_UNIT a : units)
+    {
+        const auto ofTime = [&](const std::string&)
+        {
+            return std::tuple(name(NRules::UnitTimesSecond(a)), name(NRules::UnitPerSecond(a)),
+                              name(NRules::UnitPerDivision(a)));
+        };
+        Add(lines, "Unit.OfTime", kExact, ofTime, name(a));
+        for (const KW_UNIT b : units)
+        {
+            const auto ofTwo = [&](const std::string&, const std::string&) {
+                return std::tuple(name(NRules::UnitProduct(a, b)),
+                                  name(NRules::UnitQuotient(a, b)));
+            };
+            Add(lines, "Unit.ProductAndQuotient", kExact, ofTwo, name(a), name(b));
+        }
+    }
+    const CEnumNameInfo& quantities = GetStaticEnumNameInfo<KW_ZEL_MEASUREMENT_TYPE>();
+    for (const KW_UNIT second : {eKW_UNIT_LEVEL_V, eKW_UNIT_LEVEL_A})
+    {
+        for (INT32 type = 0; type < quantities.GetEnumSize(); ++type)
+        {
+            const auto of = [&](const std::string&, const std::string&)
+            {
+                const auto quantity = KW_ZEL_MEASUREMENT_TYPE(type);
+                const KW_UNIT unit =
+                    NMeasurementRules::UnitOfQuantity(quantity, eKW_UNIT_LEVEL_V, second);
+                return std::tuple(name(unit), NMeasurementRules::IsDigitalQuantity(quantity));
+            };
+            Add(lines, "Unit.OfQuantity", kExact, of, quantities.GetSerialName(type).toStdString(),
+                name(second));
+        }
+    }
+}
+
+void AddHarmonics(t_Lines& lines)
+{
+    const auto limit = [](int standard, double power, double ratio, int order)
+    {
+        const auto limits =
+            NHarmonicLimits::OfStandard(KW_HMA_STANDARD(standard), {power, 20.0, 0.9, ratio});
+        const auto found = limits.orders.find(static_cast<UINT32>(order));
+        return std::tuple(found == limits.orders.end() ? 0.0 : found->second, limits.scale,
+                          limits.thd.value_or(0.0));
+    };
+    // Class D looks at the power, EN 61000-3-12 at the short circuit, between two of its rows.
+    for (int standard = 0; standard <= eKW_HMA_STANDARD_USER; ++standard)
+    {
+        for (int order = 1; order <= 42; ++order)
+            Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 100.0, 33.0, order);
+        for (const int order : {3, 5, 8, 13})
+        {
+            Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 1000.0, 49.5, order);
+            Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 1000.0, 350.0, order);
+        }
     }
 }
 

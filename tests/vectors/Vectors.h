@@ -130,6 +130,8 @@ void AddFFT(t_Lines& lines);
 void AddDDC(t_Lines& lines);
 void AddProbesAndMeter(t_Lines& lines);
 void AddApplication(t_Lines& lines);
+void AddUnits(t_Lines& lines);
+void AddHarmonics(t_Lines& lines);
 void AddLabels(t_Lines& lines);
 void AddNumberTexts(t_Lines& lines);
 void AddLimitsAndSteps(t_Lines& lines);

@@ -86,7 +86,7 @@ t_Lines AllLines()
     t_Lines lines;
     for (const auto add :
          {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC, AddProbesAndMeter,
-          AddApplication, AddLabels, AddNumberTexts, AddLimitsAndSteps})
+          AddApplication, AddUnits, AddHarmonics, AddLabels, AddNumberTexts, AddLimitsAndSteps})
     {
         add(lines);
     }
@@ -176,7 +176,8 @@ TEST(Vectors, TheNormalPathAllocates)
     std::set<std::string> allocating = Allocating();
     EXPECT_EQ(allocating.erase("Label.getPhysicalValue"), 1U) << "what answers texts allocates";
     for (const char* const mayDo :
-         {"FFT.GetWindowFunction", "Label.getRawValue", "Meter.Block", "Meter.Path", "Text.Real",
+         {"FFT.GetWindowFunction", "Harmonic.OfStandard", "Label.getRawValue", "Unit.OfQuantity",
+          "Unit.OfTime", "Unit.ProductAndQuotient", "Meter.Block", "Meter.Path", "Text.Real",
           "Text.Read", "Limit.Integer", "Limit.Real"})
         allocating.erase(mayDo);
     EXPECT_EQ(allocating, std::set<std::string>());

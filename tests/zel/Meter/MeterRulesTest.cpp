@@ -73,6 +73,10 @@ const t_Rule kMeterRules[] = {
      "@.MeterMeasurement[0]/Actual = 2",
      "Meter/MeterChannel[4]/BargraphLowerEnd = 1; .BargraphUpperEnd = 3; "
      ".MeterMeasurement[0]/Relative = 1.5"},
+    {"ZoomLooksAtAReadingOfBefore",
+     "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; @.Status = VALID; "
+     "Meter/MeterChannel[4]/Range = 100",
+     ".BargraphRange = ZOOM", ".BargraphLowerEnd = -10; .BargraphUpperEnd = 10"},
     {"BargraphFollowsTheLimits", "Meter/MeterChannel[4]/BargraphRange = LIMITS", ".UpperLimit = 7",
      ".BargraphLowerEnd = -1; .BargraphUpperEnd = 7"},
     {"StatisticsOfTheMeterAreAll",

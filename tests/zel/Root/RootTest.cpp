@@ -63,17 +63,6 @@ TEST(Root, SecondCalculationChangesSomething)
     }
 }
 
-TEST(Root, ModeSwitchStaysBehindTheSelectedMode)
-{
-    const auto root = GetZELRoot();
-    const auto mode = root->GetPgControl()->GetPgSMMode();
-    ASSERT_EQ(mode->GetPrOperationMode()->Set(eKW_ZEL_OPERATION_MODE_METER), eKW_ACC_OK);
-    EXPECT_EQ(mode->GetPrActiveMode()->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
-    ASSERT_EQ(mode->GetPrSwitchMode()->Set(), eKW_ACC_OK);
-    EXPECT_EQ(mode->GetPrActiveMode()->Get(), eKW_ZEL_OPERATION_MODE_METER);
-    EXPECT_EQ(mode->GetPrPreviousMode()->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
-}
-
 TEST(Root, ActionsSaveAndRestoreElsewhereOrTooLittle)
 {
     const QTemporaryDir folder;
@@ -207,23 +196,6 @@ TEST(Root, TransactionLeavesTracesWhenItIsNotCommitted)
     }
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
     EXPECT_FALSE(root->CanUndo());
-}
-
-TEST(ADConverter, ResultIgnoresModeManualOrTimebase)
-{
-    const auto root = GetZELRoot();
-    const auto at = [&root](const char* name)
-    { return Property(root, (std::string("Setup/Selfalignment/ADConverter/") + name).c_str()); };
-    ASSERT_EQ(at("ADCModeManual")->SetText(QStringLiteral("ONE_CHANNEL")), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("FOUR_CHANNELS"));
-    ASSERT_EQ(at("ADCModeMode")->SetText(QStringLiteral("MANUAL")), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("ONE_CHANNEL"));
-    ASSERT_EQ(at("ADCModeMode")->SetText(QStringLiteral("AUTO")), eKW_ACC_OK);
-    ASSERT_EQ(root->GetPgHorizontal()->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("TWO_CHANNELS"));
-    EXPECT_EQ(at("ADCModeResult")->SetText(QStringLiteral("ONE_CHANNEL")), eKW_ACC_READ_ONLY);
-    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("FOUR_CHANNELS"));
 }
 
 namespace

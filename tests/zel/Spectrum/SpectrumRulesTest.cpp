@@ -121,9 +121,6 @@ const t_Rule kSpectrumRules[] = {
      "FFT/FFTSize = 65536; Spectrum/RBW = 1e+05", eKW_ACC_OK,
      "force fft size to 65536 Sa, but minimum required is 95500 Sa (DDC is off): fs_adc = "
      "1.25e+09, rbw = 100000, wlf = 7.64, fftsize >= wlf * fs_adc / rbw"},
-    {"ConverterRunsAtTheRateOfTheScope", "Horizontal/ZELMode = ZEL_C",
-     "Spectrum/HorizontalSpan = 1e6",
-     "Horizontal/ZELMode = ZEL_A; Spectrum/FFTSampleFrequency = 1562500"},
     {"RateOfTheScopeIsHidden", "", "Horizontal/ZELMode = ZEL_C",
      "Spectrum/FFTSampleFrequency = 5e+09"},
     {"BasicFFTKeepsTheBandwidth", "", "Spectrum/Mode = FFT",
