@@ -5,7 +5,6 @@
 #include "KWEnumerationsUnits.h"
 #include "Root/PgZEL.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <cmath>
 
@@ -163,12 +162,9 @@ QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& 
                : QString();
 }
 
-std::vector<QString> SavedLines(const CRuleTree& tree, const QString& name)
+std::vector<QString> Lines(const QByteArray& text)
 {
-    EXPECT_EQ(tree.root->Save(name), eKW_ACC_OK);
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));
     return {lines.begin(), lines.end()};
 }
 
@@ -315,11 +311,10 @@ QString CRuleTree::Unsettled() const
 
 QString CRuleTree::Forgotten() const
 {
-    const QString name = folder.filePath(QStringLiteral("saved.xml"));
-    const auto saved = SavedLines(*this, name);
+    const QByteArray saved = Saved(root);
     EXPECT_EQ(root->GetPrPreset()->Set(), eKW_ACC_OK);
-    EXPECT_EQ(root->Recall(name), eKW_ACC_OK);
-    return FirstDifference(saved, SavedLines(*this, name));
+    EXPECT_EQ(RecallText(root, saved), eKW_ACC_OK);
+    return FirstDifference(Lines(saved), Lines(Saved(root)));
 }
 
 void PrintTo(const t_Rule& rule, std::ostream* stream)

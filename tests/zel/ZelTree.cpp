@@ -54,29 +54,37 @@ void VisitGroups(const std::shared_ptr<IDbGroup>& group,
     }
 }
 
+void VisitProperties(const std::shared_ptr<IDbGroup>& group,
+                     const std::function<void(IDbProperty& property)>& visit)
+{
+    VisitGroups(group,
+                [&visit](const std::shared_ptr<IDbGroup>& below)
+                {
+                    for (INT32 i = 0; i < below->GetPropertyCount(); ++i)
+                    {
+                        visit(*below->GetProperty(i));
+                    }
+                });
+}
+
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
 {
     std::vector<QString> entries;
-    VisitGroups(root,
-                [&entries](const std::shared_ptr<IDbGroup>& group)
-                {
-                    const QString path = group->GetPath() + QLatin1Char('/');
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    VisitProperties(root,
+                    [&entries](const IDbProperty& p)
                     {
-                        const auto p = group->GetProperty(i);
-                        QString& entry = entries.emplace_back(path + p->GetNodeName());
+                        QString& entry = entries.emplace_back(p.GetPath());
                         for (const QString& part :
-                             {p->GetText(), p->GetMinText(), p->GetMaxText(), p->GetStepText()})
+                             {p.GetText(), p.GetMinText(), p.GetMaxText(), p.GetStepText()})
                         {
                             entry += QLatin1Char(';') + part;
                         }
-                        for (const QString& value : p->GetValueTexts())
+                        for (const QString& value : p.GetValueTexts())
                         {
                             entry += QLatin1Char('|') + value;
                         }
-                        entry += QLatin1String(p->GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
-                    }
-                });
+                        entry += QLatin1String(p.GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
+                    });
     return entries;
 }
 

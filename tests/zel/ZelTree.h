@@ -18,6 +18,10 @@ class CDbPropBase;
 void VisitGroups(const std::shared_ptr<IDbGroup>& group,
                  const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit);
 
+/** The same for the properties. */
+void VisitProperties(const std::shared_ptr<IDbGroup>& group,
+                     const std::function<void(IDbProperty& property)>& visit);
+
 /** Path, value, present limits, selectable values and validity of every property. */
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root);
 

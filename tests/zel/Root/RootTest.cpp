@@ -102,11 +102,8 @@ TEST(Root, RefusedRecallStopsTheAcquisitionOrAGoodOneDoesNot)
         file.write(text);
         return file.fileName();
     };
-    const QString good = folder.filePath(QStringLiteral("good.xml"));
-    ASSERT_EQ(root->Save(good), eKW_ACC_OK);
-    QFile file(good);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
+    const QByteArray text = Saved(root);
+    const QString good = write("good.xml", text);
     stop->AttachExecutor(true);
     ASSERT_EQ(stop->SetTimeout(1), eKW_ACC_OK);
     for (const QString& name :

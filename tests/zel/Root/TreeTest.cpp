@@ -15,6 +15,17 @@
 
 namespace
 {
+/** Takes back what can be; answers how many steps. */
+int UndoAll(const std::shared_ptr<IKWFunctionZEL>& root)
+{
+    int steps = 0;
+    for (; root->CanUndo(); ++steps)
+    {
+        EXPECT_EQ(root->Undo(), eKW_ACC_OK);
+    }
+    return steps;
+}
+
 /** A legal text other than the present one, or a null text where the property has only one value.
  */
 QString OtherText(IDbProperty& property)
@@ -193,45 +204,33 @@ TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
     int written = 0;
     int steps = 0;
     QStringList refused;
-    VisitGroups(
+    VisitProperties(
         root->GetDbObject(),
-        [&](const std::shared_ptr<IDbGroup>& group)
+        [&](IDbProperty& property)
         {
-            for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+            const bool isOpen = property.GetObjectType() != eOBJECTTYPE_RESULT &&
+                                property.GetAvailability() == eAVAILABILITY_AVAILABLE;
+            const QString text = isOpen ? OtherText(property) : QString();
+            if (text.isNull())
             {
-                const auto property = group->GetProperty(i);
-                if (property->GetObjectType() == eOBJECTTYPE_RESULT ||
-                    property->GetAvailability() != eAVAILABILITY_AVAILABLE)
-                {
-                    continue;
-                }
-                const QString text = OtherText(*property);
-                if (text.isNull())
-                {
-                    continue;
-                }
-                const KW_ACCEPTANCE code = property->SetText(text);
-                const bool same = property->GetText() == text;
-                if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && !same))
-                {
-                    refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
-                                       .arg(property->GetPath(), text)
-                                       .arg(code)
-                                       .arg(property->GetText()));
-                }
-                ++written;
-                // Back at once: the next property is tried from the same state.
-                while (root->CanUndo())
-                {
-                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-                    ++steps;
-                }
-                // The whole tree is compared now and then: each time would take minutes.
-                if (written % 100 == 0)
-                {
-                    ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
-                        << "at or before " << property->GetPath().toStdString();
-                }
+                return;
+            }
+            const KW_ACCEPTANCE code = property.SetText(text);
+            if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && property.GetText() != text))
+            {
+                refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
+                                   .arg(property.GetPath(), text)
+                                   .arg(code)
+                                   .arg(property.GetText()));
+            }
+            ++written;
+            // Back at once: the next property is tried from the same state.
+            steps += UndoAll(root);
+            // The whole tree is compared now and then: each time would take minutes.
+            if (written % 100 == 0)
+            {
+                ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
+                    << "at or before " << property.GetPath().toStdString();
             }
         });
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
@@ -291,24 +290,17 @@ TEST(Tree, StepsDoNotReturnOrLeaveTheirGrid)
     root->EnableHistory(true);
     int walked = 0;
     QStringList wrong;
-    VisitGroups(root->GetDbObject(),
-                [&](const std::shared_ptr<IDbGroup>& group)
-                {
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    VisitProperties(root->GetDbObject(),
+                    [&](IDbProperty& property)
                     {
-                        const auto property = group->GetProperty(i);
                         int steps = 0;
-                        const bool isReal = property->GetTypeName() == QLatin1String("double");
-                        const QString found = isReal ? WalkAway(*property, steps) : QString();
+                        const bool isReal = property.GetTypeName() == QLatin1String("double");
+                        const QString found = isReal ? WalkAway(property, steps) : QString();
                         walked += steps > 0 ? 1 : 0;
                         wrong += found.isEmpty() ? QStringList()
-                                                 : QStringList(property->GetPath() + u' ' + found);
-                        while (root->CanUndo())
-                        {
-                            ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-                        }
-                    }
-                });
+                                                 : QStringList(property.GetPath() + u' ' + found);
+                        UndoAll(root);
+                    });
     EXPECT_EQ(wrong.join(QLatin1Char('\n')).toStdString(), "");
     EXPECT_GT(walked, 150);
 }
@@ -322,8 +314,7 @@ TEST(Tree, TakesMoreMemoryThanAnInstrumentHas)
     const auto root = GetZELRoot();
     const std::size_t bytes = mallinfo2().uordblks - before;
     int properties = 0;
-    VisitGroups(root->GetDbObject(), [&properties](const std::shared_ptr<IDbGroup>& group)
-                { properties += group->GetPropertyCount(); });
+    VisitProperties(root->GetDbObject(), [&properties](const IDbProperty&) { ++properties; });
     const int perProperty = static_cast<int>(bytes) / properties;
     RecordProperty("bytes_per_property", perProperty);
     EXPECT_LE(perProperty, 500);
@@ -335,40 +326,26 @@ TEST(Tree, EnumerationIsUsedByNoProperty)
 {
     const auto root = GetZELRoot();
     FillContainers(root, 1);
-    std::set<QString> used;
-    VisitGroups(root->GetDbObject(),
-                [&used](const std::shared_ptr<IDbGroup>& group)
-                {
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    std::set<QString> used{QStringLiteral("KW_SIGNAL_FORMAT")};
+    VisitProperties(root->GetDbObject(),
+                    [&used](const IDbProperty& property)
                     {
-                        const CEnumNameInfo* const names = group->GetProperty(i)->GetEnumNameInfo();
-                        if (names != nullptr)
-                        {
-                            used.insert(names->GetType());
-                        }
-                    }
-                });
+                        const CEnumNameInfo* const names = property.GetEnumNameInfo();
+                        used.insert(names != nullptr ? names->GetType() : QString());
+                    });
     QStringList unused;
-    QString declarations;
+    int types = 0;
     const QDir folder(QStringLiteral(KWI_GENERATED_INTERFACES));
     for (const QString& name : folder.entryList({QStringLiteral("KWEnumerations*.h")}))
     {
         QFile header(folder.filePath(name));
         ASSERT_TRUE(header.open(QIODevice::ReadOnly));
-        declarations += QString::fromUtf8(header.readAll());
-    }
-    int types = 0;
-    for (const QString& line : declarations.split(QLatin1Char('\n')))
-    {
-        if (!line.startsWith(QLatin1String("enum KW_")))
+        for (const QString& line : QString::fromUtf8(header.readAll()).split(u'\n'))
         {
-            continue;
-        }
-        const QString type = line.section(QLatin1Char(' '), 1, 1);
-        ++types;
-        if (used.count(type) == 0 && type != QLatin1String("KW_SIGNAL_FORMAT"))
-        {
-            unused.append(type);
+            const bool isType = line.startsWith(QLatin1String("enum KW_"));
+            const QString type = line.section(u' ', 1, 1);
+            types += isType ? 1 : 0;
+            unused += isType && used.count(type) == 0 ? QStringList(type) : QStringList();
         }
     }
     EXPECT_EQ(types, 253) << "252 types and the signal format";
