@@ -277,6 +277,10 @@ QString CRuleTree::Text(const QByteArray& path) const
 QString CRuleTree::State(const QByteArray& path) const
 {
     const auto dot = path.indexOf('.');
+    if (path.endsWith(".count"))
+    {
+        return QString::number(Items(path.left(dot))->GetCount());
+    }
     const auto property = Property(root, Before(path, "."));
     const QByteArray what = path.mid(dot + 1);
     if (dot >= 0)

@@ -26,7 +26,8 @@ public:
     double Number(const QByteArray& path) const { return Text(path).toDouble(); }
     /** The text; "-" behind it while it is invalid, "!" while clients can not write it. Of
         "path.min", "path.max", "path.step" and "path.values", what clients may select; "path.unit",
-        and "path.6", the number in six digits, for what an unlike logarithm may move. */
+        "path.count" of an array, and "path.6", the number in six digits, for what an unlike
+       logarithm may move. */
     QString State(const QByteArray& path) const;
     std::shared_ptr<IDbContainer> Items(const char* path) const { return Container(root, path); }
 

@@ -309,6 +309,8 @@ const t_Rule kSpectrumRules[] = {
      ".SetReference",
      "Spectrum/SpectrumMarkers/ReferenceMarker/Frequency = 3e8",
      "Spectrum/SpectrumMarkers/SpectrumMarker[1]/DeltaFrequency = -1e+08"},
+    {"SomeMarkerStays", "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker",
+     "Spectrum/SpectrumMarkers/RemoveAll", ".SpectrumMarker.count = 0"},
     {"MarkerIsOffTheCenter",
      "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
      "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20",
