@@ -61,7 +61,7 @@ const t_Rule kBusRules[] = {
      "SerialBus/UARTBusSettings/BusChannelSettings[1]/Enabled = ON", ".Source = C1"},
     {"UartTriggerWatchesAnotherLine", "",
      "SerialBus/UARTBusSettings/BusChannelSettings[0]/Source = C3",
-     "Trigger/UARTBusTriggerSettings/Source = C3"},
+     "Trigger/UARTBusTriggerSettings/Source = C3; .Source.values = C3"},
     {"EndOfFrameHasOtherLengthThanWords", "SerialBus/UARTBusSettings/FrameMode = PATTERN",
      ".DataLength = 9_BIT", ".EndOfFramePattern = 000001010"},
     {"ExtendedIdentifierIsTooShort", "", "Trigger/CANBusTriggerSettings/IdentifierType = EXTENDED",

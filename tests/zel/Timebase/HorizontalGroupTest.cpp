@@ -249,53 +249,58 @@ private:
     void Ran(char step) { steps += step; }
 };
 
-struct t_DispatchCase
+/** The recording group where the timebase stands, in a root of its own. */
+struct t_Recording
 {
-    const char* property;
-    const char* text;
-    const char* steps;
+    t_Recording()
+    {
+        root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+        root.OnTreeCreated();
+        group->UpdateGroup();
+        group->steps.clear();
+    }
+    CDbPropBase& At(const char* name) const
+    {
+        return *group->FindProperty(QString::fromLatin1(name));
+    }
+
+    CReports reports;
+    CDbPgRoot root;
+    CRecordingHorizontal* const group = new CRecordingHorizontal;
 };
 
 // The position limits end by clamping the hardware's position, which shows as 'w'.
 constexpr char kChain[] = "Cdstiblwar.";
 } // namespace
 
-class HorizontalDispatch : public testing::TestWithParam<t_DispatchCase>
+TEST(HorizontalDispatch, RunsOtherStepsOrInAnotherOrder)
 {
-};
-
-TEST_P(HorizontalDispatch, RunsOtherStepsOrInAnotherOrder)
-{
-    // A root of its own: the recording group stands where the timebase stands.
-    CDbPgRoot root;
-    auto* const group = new CRecordingHorizontal;
-    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
-    root.OnTreeCreated();
-    group->UpdateGroup();
-    group->steps.clear();
-    CDbPropBase* const property = group->FindProperty(QString::fromLatin1(GetParam().property));
-    ASSERT_NE(property, nullptr);
-    ASSERT_LE(property->SetText(QString::fromLatin1(GetParam().text)), 1U);
-    EXPECT_EQ(group->steps, GetParam().steps);
+    const struct
+    {
+        const char* property;
+        const char* text;
+        const char* steps;
+    } rows[] = {{"ScaleGUI", "MS_1", "GCdstiblwar."},
+                {"AcquisitionTime", "0.001", "hgCdstiblwar."},
+                {"ReferencePoint", "10", "plwr."},
+                {"ReferencePointGUI", "LEFT", "Plwr."},
+                {"Position", "1e-06", "wr."},
+                {"NumberOfAverages", "4", "v."},
+                {"NumberOfAveragesGUI", "AVG_8", "V."},
+                {"HistoryDepth", "1000", "mCdstiblwar."},
+                {"DSPMode", "ROLL", kChain},
+                {"WaveformUpdateMode", "ROLL", kChain},
+                {"ForceDspFastMode", "ON", kChain},
+                {"Scale", "0.001", "gCdstiblwar."},
+                {"AcquisitionMode", "PEAK", kChain},
+                {"ZELMode", "ZEL_B", kChain}};
+    for (const auto& [property, text, steps] : rows)
+    {
+        const t_Recording h;
+        ASSERT_LE(h.At(property).SetText(QString::fromLatin1(text)), 1U) << property;
+        EXPECT_EQ(h.group->steps, steps) << property;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, HorizontalDispatch,
-                         testing::Values(t_DispatchCase{"ScaleGUI", "MS_1", "GCdstiblwar."},
-                                         t_DispatchCase{"AcquisitionTime", "0.001",
-                                                        "hgCdstiblwar."},
-                                         t_DispatchCase{"ReferencePoint", "10", "plwr."},
-                                         t_DispatchCase{"ReferencePointGUI", "LEFT", "Plwr."},
-                                         t_DispatchCase{"Position", "1e-06", "wr."},
-                                         t_DispatchCase{"NumberOfAverages", "4", "v."},
-                                         t_DispatchCase{"NumberOfAveragesGUI", "AVG_8", "V."},
-                                         t_DispatchCase{"HistoryDepth", "1000", "mCdstiblwar."},
-                                         t_DispatchCase{"DSPMode", "ROLL", kChain},
-                                         t_DispatchCase{"WaveformUpdateMode", "ROLL", kChain},
-                                         t_DispatchCase{"ForceDspFastMode", "ON", kChain},
-                                         t_DispatchCase{"Scale", "0.001", "gCdstiblwar."},
-                                         t_DispatchCase{"AcquisitionMode", "PEAK", kChain},
-                                         t_DispatchCase{"ZELMode", "ZEL_B", kChain}),
-                         [](const auto& test) { return std::string(test.param.property); });
 
 namespace
 {
@@ -308,65 +313,46 @@ struct t_OpenEnumeration : CDbPropEnumIntAccess
         (property.*store)(value, eWRITEKIND::Internal);
     }
 };
-
-struct t_IllegalCase
-{
-    const char* name;
-    std::function<void(CPgHorizontal&)> spoil;
-    const char* property;
-    INT64 value;
-    const char* report;
-    const char* steps;
-};
 } // namespace
 
-class HorizontalIllegal : public testing::TestWithParam<t_IllegalCase>
+TEST(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
 {
-};
-
-TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
-{
-    const CReports reports;
-    CDbPgRoot root;
-    auto* const group = new CRecordingHorizontal;
-    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
-    root.OnTreeCreated();
-    group->UpdateGroup();
-    GetParam().spoil(*group);
-    group->steps.clear();
-    const double scale = group->GetPrScale()->Get();
-    const double reference = group->GetPrReferencePoint()->Get();
-    auto* const property = dynamic_cast<CDbPropEnumIntAccess*>(
-        group->FindProperty(QString::fromLatin1(GetParam().property)));
-    ASSERT_NE(property, nullptr);
-    t_OpenEnumeration::Force(*property, GetParam().value);
-    group->OnPropertySet(property);
-    EXPECT_EQ(reports.List(), QStringList{QString::fromLatin1(GetParam().report)});
-    EXPECT_EQ(group->steps, GetParam().steps);
-    EXPECT_EQ(group->GetPrScale()->Get(), scale);
-    EXPECT_EQ(group->GetPrReferencePoint()->Get(), reference);
+    const struct
+    {
+        void (*spoil)(CPgHorizontal&);
+        const char* property;
+        INT64 value;
+        const char* report;
+        const char* steps;
+    } rows[] = {
+        {[](CPgHorizontal& h) {
+             h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, 1e-8, 2e-8, 5e-8, 1e-7, 2e-7});
+         },
+         "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal&) {}, "ScaleGUI", -1,
+         "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal& h) {
+             h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, QStringLiteral("fast")});
+         },
+         "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal&) {}, "ReferencePointGUI", 3,
+         "This enum entry 3is not in the map with the predefined values.", "Plwr."}};
+    for (const auto& [spoil, name, value, report, steps] : rows)
+    {
+        const t_Recording h;
+        spoil(*h.group);
+        h.group->steps.clear();
+        const double scale = h.group->GetPrScale()->Get();
+        const double reference = h.group->GetPrReferencePoint()->Get();
+        auto& property = dynamic_cast<CDbPropEnumIntAccess&>(h.At(name));
+        t_OpenEnumeration::Force(property, value);
+        h.group->OnPropertySet(&property);
+        EXPECT_EQ(h.reports.List(), QStringList{QString::fromLatin1(report)});
+        EXPECT_EQ(h.group->steps, steps);
+        EXPECT_EQ(h.group->GetPrScale()->Get(), scale);
+        EXPECT_EQ(h.group->GetPrReferencePoint()->Get(), reference);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Entries, HorizontalIllegal,
-    testing::Values(
-        t_IllegalCase{
-            "ScaleGUIPastTheList",
-            [](CPgHorizontal& h) {
-                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, 1e-8, 2e-8, 5e-8, 1e-7, 2e-7});
-            },
-            "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{"ScaleGUINegative", [](CPgHorizontal&) {}, "ScaleGUI", -1,
-                      "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{
-            "EntryIsNoNumber",
-            [](CPgHorizontal& h) {
-                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, QStringLiteral("fast")});
-            },
-            "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{"ReferencePointGUI", [](CPgHorizontal&) {}, "ReferencePointGUI", 3,
-                      "This enum entry 3is not in the map with the predefined values.", "Plwr."}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
 {
