@@ -122,7 +122,7 @@ const t_Rule kVerticalRules[] = {
      "Logic/SelectedThresholdRange = D4_TO_D7",
      ".CoupleThresholds = ON", ".LogicThresholdSettings[0]/Threshold = 3"},
     {"ThresholdIsBeyondTheProbe", "", "Logic/LogicThresholdSettings[0]/UserThreshold = 9",
-     ".Threshold = 1.4", eKW_ACC_ABOVE_MAXIMUM},
+     ".Threshold = 1.4; .UserThreshold.max = 8; .UserThreshold.min = -2", eKW_ACC_ABOVE_MAXIMUM},
     {"SomeChannelStaysOn", "", "Logic/DisableAllChannels",
      ".LogicChannel[0]/Enabled = OFF; Logic/LogicChannel[7]/Enabled = OFF"},
     {"StackStaysInDisorder",
