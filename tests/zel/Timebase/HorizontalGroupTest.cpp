@@ -346,7 +346,7 @@ TEST(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
         const double reference = h.group->GetPrReferencePoint()->Get();
         auto& property = dynamic_cast<CDbPropEnumIntAccess&>(h.At(name));
         t_OpenEnumeration::Force(property, value);
-        h.group->OnPropertySet(&property);
+        h.group->RunRows(eCAUSE::On | eCAUSE::OnAny, property, &property);
         EXPECT_EQ(h.reports.List(), QStringList{QString::fromLatin1(report)});
         EXPECT_EQ(h.group->steps, steps);
         EXPECT_EQ(h.group->GetPrScale()->Get(), scale);
