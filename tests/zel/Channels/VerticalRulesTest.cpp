@@ -108,6 +108,11 @@ const t_Rule kVerticalRules[] = {
      "Vertical/Channel[2]/ChannelType/DataGeneration = SIMULATED"},
     {"MissingCurveIsSetToOriginal", "", "Vertical/ReferenceCurve/SetToOriginal", ".Scale = 1",
      eKW_ACC_NOTHING_TO_ACT_ON},
+    {"CurveKeepsItsScales",
+     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 10; @.OriginalScale = 2; "
+     "@.OriginalPosition = 1; @.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/TimePosition = "
+     "1e-07",
+     ".SetToOriginal", ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0"},
     {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
      ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
     {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",

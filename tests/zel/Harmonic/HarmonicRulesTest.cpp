@@ -8,6 +8,8 @@ const t_Rule kHarmonicRules[] = {
      ".FundamentalFrequency = 400; .HarmonicSelected[0]/Frequency = 1200"},
     {"UserFundamentalIsInUse", "Harmonic/Fundamental = USER", ".UserFundamental = 90",
      ".FundamentalFrequency = 90; .HarmonicSelected[0]/Frequency = 270"},
+    {"HighestFundamentalIsNoResult", "Harmonic/Fundamental = USER", ".UserFundamental = 2000",
+     ".FundamentalFrequency = 2000; .HarmonicSelected[0]/Frequency = 6000"},
     {"MeasuredFundamentalIsNotKnownYet", "Harmonic/Fundamental = F_60_HZ", ".Fundamental = AUTO",
      ".FundamentalFrequency = 60-; .HarmonicSelected[0]/Frequency = 180-"},
     {"FundamentalOfAnotherChannelIsNotKnownYet", "", "Harmonic/FundamentalSource = C3",

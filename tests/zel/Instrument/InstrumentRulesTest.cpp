@@ -57,6 +57,12 @@ const t_Rule kInstrumentRules[] = {
      "Setup/Wireless/Country = US", ".WirelessAccesspoint/Channel = 11"},
     {"WorldAllowsMoreThanItsCountries", "Setup/Wireless/Country = DE", ".Country = WORLD",
      ".WirelessAccesspoint/Channel.max = 11"},
+    {"EndedLinkHasGuests",
+     "@Setup/Wireless/Connected = ON; @.WirelessAccesspoint/Guests = 3; "
+     "@Setup/Wireless/WirelessClient/Signal = 3",
+     "Setup/Wireless/Mode = CLIENT",
+     ".Connected = OFF; .WirelessAccesspoint/Guests = 0; Setup/Wireless/WirelessClient/Signal = "
+     "3-"},
     {"ShortPassphraseIsKept", "", "Setup/Wireless/WirelessAccesspoint/Passphrase = 1234567",
      ".Passphrase = ", eKW_ACC_WARNING},
     {"AutomaticAddressIsFixed", "", "Setup/Wireless/WirelessClient/AutomaticAddress = OFF",

@@ -113,8 +113,10 @@ const t_Rule kMeterRules[] = {
      ".Digits = 9", ".RelativeValue = 1010; .Deviation = 0-"},
     {"CountIsTheReference", "@Counter/CounterChannel[0]/CounterNumerics/Value = 1010",
      ".SetReference", ".Reference = 1010; .RelativeValue = 0"},
-    {"BothCountersReset", "@Counter/CounterChannel[1]/Statistics/Count = 3; @.Maximum = 3",
-     "Counter/ResetStatistics", ".CounterChannel[1]/Statistics/Maximum = 3-; .Count = 0"},
+    {"BothCountersReset",
+     "@Counter/CounterChannel[1]/Statistics/Count = 3; @.Maximum = 3; @.AllanDeviation = 3",
+     "Counter/ResetStatistics",
+     ".CounterChannel[1]/Statistics/Maximum = 3-; .Count = 0; .AllanDeviation = 3-"},
     {"AcquisitionsCountAnew",
      "@Horizontal/SampleCounter/Acquisitions = 3; @.AcquiredBlocks = 3; @.LostAcquisitions = 3; "
      "@.AcquiredSamples = 3",

@@ -169,7 +169,7 @@ const t_Rule kHorizontalRules[] = {
      ".ReferencePointGUI = MIDDLE", ".ReferencePoint = 50", eKW_ACC_OK,
      "The reference point 30is not in the arrray with the predefined values."},
     {"ReferencePointIsNotComputed", "", "Horizontal/ReferencePointGUI = LEFT",
-     ".ReferencePoint = 10; .Left = -1e-07"},
+     ".ReferencePoint = 10; .Left = -1e-07; .PreTriggerSamplesWithSettlingSamples = 189"},
     {"PositionLeavesTheRegister", "Horizontal/Scale = 500; .Position = 5000", ".Scale = 1e-09",
      ".Position.6 = 1.65191; .HardwarePosition.6 = 1.65191", eKW_ACC_OK,
      "The required horizontal position 5000 is greater than what the register dimensions allow "
