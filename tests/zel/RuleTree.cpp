@@ -54,7 +54,8 @@ KW_ACCEPTANCE DeliverText(const t_Node& property, const QString& text)
     const bool isTaken = Deliver(property, value) ||
                          Deliver(property, static_cast<UINT64>(value)) ||
                          Deliver(property, static_cast<INT64>(value)) ||
-                         Deliver(property, static_cast<UINT32>(value));
+                         Deliver(property, static_cast<UINT32>(value)) ||
+                         Deliver(property, static_cast<UINT16>(value));
     return isTaken ? eKW_ACC_OK : eKW_ACC_WRONG_KIND;
 }
 

@@ -112,7 +112,9 @@ const t_Rule kVerticalRules[] = {
      "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 10; @.OriginalScale = 2; "
      "@.OriginalPosition = 1; @.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/TimePosition = "
      "1e-07",
-     ".SetToOriginal", ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0"},
+     ".SetToOriginal",
+     ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0; .TimePosition.step = "
+     "2e-08"},
     {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
      ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
     {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",
