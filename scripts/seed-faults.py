@@ -92,8 +92,10 @@ def suites_of(folder: Path) -> str:
     """A filter for the tests of a room, or nothing."""
     names = set()
     for path in folder.glob("*.cpp") if folder.is_dir() else ():
-        names |= set(re.findall(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+)",
-                                path.read_text(encoding="utf-8"), re.M))
+        text = path.read_text(encoding="utf-8")
+        names |= set(re.findall(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+)", text, re.M))
+        # Rows of a room are an instance of a suite that stands elsewhere.
+        names |= set(re.findall(r"^INSTANTIATE_TEST_SUITE_P\(\s*(\w+)", text, re.M))
     return ":".join(f"{pattern}{name}{end}" for name in sorted(names)
                     for pattern, end in (("", ".*"), ("*/", ".*"), ("", "/*")))
 

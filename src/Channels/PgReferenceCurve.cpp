@@ -18,12 +18,13 @@ using namespace NNames;
 t_Couplings CPgReferenceCurve::Rules() const
 {
     using R = CPgReferenceCurve;
-    static constexpr auto rows = Table<Names>(
-        OnAny() >> Derive<&R::OfferSources, &R::UpdateUnits>,
-        On(Names::SetToOriginal) >> Do<&R::SetToOriginal>, On(Names::Clear) >> Do<&R::Clear>,
-        Fresh<&R::InvalidateAttributes>, NRules::kSwitched >> Derive<&R::OfferSources>,
-        Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
-            Derive<&R::UpdateUnits>);
+    static constexpr auto rows =
+        Table<Names>(OnAny() >> Derive<&R::OfferSources, &R::UpdateUnits>,
+                     On(Names::SetToOriginal) >> Do<&R::SetToOriginal, &R::UpdateUnits>,
+                     On(Names::Clear) >> Do<&R::Clear>, Fresh<&R::InvalidateAttributes>,
+                     NRules::kSwitched >> Derive<&R::OfferSources>,
+                     Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
+                         Derive<&R::UpdateUnits>);
     return rows;
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <type_traits>
 
 namespace
@@ -20,21 +21,6 @@ CLabelListSignal Signal(const std::string& name, const std::string& unit = "", U
             -100.0,
             215.0,
             unit};
-}
-
-TEST(LabelListSignal, SwapsFields)
-{
-    const CLabelListSignal signal = Signal("Rpm", "rpm");
-    EXPECT_EQ(signal.getName(), "Rpm");
-    EXPECT_EQ(signal.getStartBit(), 8U);
-    EXPECT_EQ(signal.getBitLength(), 12U);
-    EXPECT_EQ(signal.getEndianness(), eKW_ENDIANNESS_LITTLE_ENDIAN);
-    EXPECT_EQ(signal.getValueType(), eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT);
-    EXPECT_EQ(signal.getFactor(), 0.5);
-    EXPECT_EQ(signal.getOffset(), -40.0);
-    EXPECT_EQ(signal.getMinimum(), -100.0);
-    EXPECT_EQ(signal.getMaximum(), 215.0);
-    EXPECT_EQ(signal.getUnit(), "rpm");
 }
 
 TEST(LabelListSignal, BuildsKeyThatDoesNotSort)
@@ -86,36 +72,44 @@ TEST(LabelListSignal, SharesCursorOrLabelsWithCopy)
     EXPECT_EQ(assigned.getCurrentEnumLabel(), "Park");
 }
 
-TEST(LabelListSignal, LosesLabelsWithNewParameters)
+TEST(LabelListSignal, SwapsFieldsOrLosesLabelsWithNewParameters)
 {
     CLabelListSignal signal = Signal("Gear");
     signal.addSignalEnumValue({7, "Park"});
-    signal.setParameters("Lever", 1, 2, eKW_ENDIANNESS_BIG_ENDIAN,
-                         eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM, 1.0, 0.0, 0.0, 3.0, "");
+    EXPECT_EQ(signal.getUnit(), "");
+    signal.setParameters("Rpm", 8, 12, eKW_ENDIANNESS_LITTLE_ENDIAN,
+                         eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT, 0.5, -40.0, -100.0, 215.0,
+                         "rpm");
+    const auto fields = [](const CLabelListSignal& s)
+    {
+        return std::tuple(s.getName(), s.getStartBit(), s.getBitLength(), s.getEndianness(),
+                          s.getValueType(), s.getFactor(), s.getOffset(), s.getMinimum(),
+                          s.getMaximum(), s.getUnit());
+    };
+    EXPECT_EQ(fields(signal), std::tuple(std::string("Rpm"), 8U, 12U, eKW_ENDIANNESS_LITTLE_ENDIAN,
+                                         eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT, 0.5, -40.0,
+                                         -100.0, 215.0, std::string("rpm")));
+    EXPECT_EQ(fields(Signal("Rpm", "rpm")), fields(signal)) << "as those of the constructor";
     QByteArray label;
     EXPECT_TRUE(signal.getSignalEnumValue(7, label));
-    EXPECT_EQ(signal.getName(), "Lever");
 }
 
-TEST(LabelListMessage, HasWrongDefaultsOrLosesSignalsWithNewParameters)
+TEST(LabelListMessage, SwapsFieldsOrLosesSignalsWithNewParameters)
 {
     static_assert(std::is_polymorphic_v<CLabelListMessage>);
+    const auto fields = [](const CLabelListMessage& m)
+    {
+        return std::tuple(m.getName(), m.getIdentifierFormat(), m.getIdentifier(), m.getLength(),
+                          m.getCount());
+    };
     CLabelListMessage message;
-    EXPECT_EQ(message.getName(), "");
-    EXPECT_EQ(message.getIdentifierFormat(), "11");
-    EXPECT_EQ(message.getIdentifier(), 0U);
-    EXPECT_EQ(message.getLength(), 0U);
-    EXPECT_EQ(message.getCount(), 0);
-    EXPECT_TRUE(message.getSignals().empty());
-
+    EXPECT_EQ(fields(message), std::tuple(std::string(), std::string("11"), 0U, 0U, 0));
     message.addSignal({"a", Signal("A")});
     message.setParameters("Engine", "29", 0x1FFFFFFF, 8);
-    EXPECT_EQ(message.getName(), "Engine");
-    EXPECT_EQ(message.getIdentifierFormat(), "29");
-    EXPECT_EQ(message.getIdentifier(), 0x1FFFFFFFU);
-    EXPECT_EQ(message.getLength(), 8U);
+    EXPECT_EQ(fields(message),
+              std::tuple(std::string("Engine"), std::string("29"), 0x1FFFFFFFU, 8U, 0));
+    EXPECT_EQ(fields(CLabelListMessage("Engine", "29", 0x1FFFFFFF, 8)), fields(message));
     EXPECT_TRUE(message.hasSignal("a"));
-    EXPECT_EQ(CLabelListMessage("Body", "11", 5, 4).getIdentifier(), 5U);
 }
 
 TEST(LabelListMessage, FilesSignalsUnderWrongKeyOrOrder)

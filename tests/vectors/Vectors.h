@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "AllocationCount.h"
 #include "KWTypes.h"
+#include "Reports.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <set>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -16,7 +19,7 @@
  * What the numeric functions answer to a spread of arguments, as lines of text that every platform
  * must agree on:
  *
- *     function slack argument … = result …
+ *     function slack argument … = result … ! report @ source function …
  *
  * Real numbers are hexadecimal ("1.8p+1"), NaN is "nan" whatever its sign, integers are decimal,
  * an empty text is "-". `slack` is the number of representable doubles that a result may be away
@@ -81,12 +84,28 @@ std::string Text(const std::array<T, N>& values)
 
 using t_Lines = std::vector<std::string>;
 
+/** What was reported, with where it says to come from. */
+std::string Told(const CReports& reports);
+
+/** Functions that allocate though they have nothing to report. */
+std::set<std::string>& Allocating();
+
 /** Adds the line of one call: function(arguments …). */
 template <typename TFunction, typename... T>
 void Add(t_Lines& lines, const char* name, const char* slack, TFunction&& function, T... arguments)
 {
+    const CReports reports;
+    const std::string result = Text(function(arguments...));
+    if (reports.Count() == 0)
+    {
+        // The second call: the first one may fill tables.
+        const auto before = AllocationCount();
+        static_cast<void>(function(arguments...));
+        if (AllocationCount() != before)
+            Allocating().insert(name);
+    }
     lines.push_back(std::string(name) + " " + slack + " " + Text(std::tuple(arguments...)) + " = " +
-                    Text(function(arguments...)));
+                    result + Told(reports));
 }
 
 /** Zeros, ends and neighbours of the number types, infinities, NaN, denormals: what breaks a
@@ -110,6 +129,9 @@ void AddVertical(t_Lines& lines);
 void AddFFT(t_Lines& lines);
 void AddDDC(t_Lines& lines);
 void AddProbesAndMeter(t_Lines& lines);
+void AddApplication(t_Lines& lines);
+void AddUnits(t_Lines& lines);
+void AddHarmonics(t_Lines& lines);
 void AddLabels(t_Lines& lines);
 void AddNumberTexts(t_Lines& lines);
 void AddLimitsAndSteps(t_Lines& lines);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Vectors.h"
 
-#include "Reports.h"
-
+#include <QRegularExpression>
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
@@ -58,14 +57,36 @@ std::vector<double> Scattered(int count, int lowest, int highest)
     return values;
 }
 
+std::set<std::string>& Allocating()
+{
+    static std::set<std::string> names;
+    return names;
+}
+
+std::string Told(const CReports& reports)
+{
+    // Compilers spell signatures differently.
+    static const QRegularExpression kFunction(
+        QStringLiteral("C\\w+::(operator\\(\\)|\\w+)(?=\\()"));
+    std::string told;
+    for (const KW_ErrorReport& report : reports.All())
+    {
+        const QString function = kFunction.match(report.function).captured();
+        told += report.type == e_KW_MESSAGE_TYPE_ERROR ? " ! " : " ? ";
+        told +=
+            (report.message + QStringLiteral(" @ ") + report.file + u' ' + function).toStdString();
+    }
+    return told;
+}
+
 namespace
 {
 t_Lines AllLines()
 {
     t_Lines lines;
-    const CReports reports;
-    for (const auto add : {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC,
-                           AddProbesAndMeter, AddLabels, AddNumberTexts, AddLimitsAndSteps})
+    for (const auto add :
+         {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC, AddProbesAndMeter,
+          AddApplication, AddUnits, AddHarmonics, AddLabels, AddNumberTexts, AddLimitsAndSteps})
     {
         add(lines);
     }
@@ -147,6 +168,19 @@ TEST(Vectors, APlatformComputesSomethingElse)
     for (std::size_t i = 0; i < std::min(present.size(), expected.size()); ++i)
         EXPECT_TRUE(Agree(expected[i], present[i])) << expected[i] << "\nhere: " << present[i];
     EXPECT_EQ(present.size(), expected.size());
+}
+
+TEST(Vectors, TheNormalPathAllocates)
+{
+    AllLines();
+    std::set<std::string> allocating = Allocating();
+    EXPECT_EQ(allocating.erase("Label.getPhysicalValue"), 1U) << "what answers texts allocates";
+    for (const char* const mayDo :
+         {"FFT.GetWindowFunction", "Harmonic.OfStandard", "Label.getRawValue", "Unit.OfQuantity",
+          "Unit.OfTime", "Unit.ProductAndQuotient", "Meter.Block", "Meter.Path", "Text.Real",
+          "Text.Read", "Limit.Integer", "Limit.Real"})
+        allocating.erase(mayDo);
+    EXPECT_EQ(allocating, std::set<std::string>());
 }
 
 TEST(Vectors, TheComparisonPassesWhatItMustNot)

@@ -25,7 +25,9 @@ public:
     QString Text(const QByteArray& path) const;
     double Number(const QByteArray& path) const { return Text(path).toDouble(); }
     /** The text; "-" behind it while it is invalid, "!" while clients can not write it. Of
-        "path.min", "path.max", "path.step" and "path.values", what clients may select. */
+        "path.min", "path.max", "path.step" and "path.values", what clients may select; "path.unit",
+        "path.count" of an array, and "path.6", the number in six digits, for what an unlike
+       logarithm may move. */
     QString State(const QByteArray& path) const;
     std::shared_ptr<IDbContainer> Items(const char* path) const { return Container(root, path); }
 
@@ -40,8 +42,9 @@ public:
     CReports reports;
 };
 
-/** One coupling: after `setup` and the write, properties read as `expected` ("path = state"), and
-    the write answers `code`. The three make one row: a dot reaches back to the text before. */
+/** One coupling: after `setup` and the write, properties read as `expected` ("path = state"), the
+    write answers `code`, and `report` is all that was reported, line by line. The three make one
+    row: a dot reaches back to the text before. */
 struct t_Rule
 {
     const char* name;
@@ -49,6 +52,7 @@ struct t_Rule
     const char* write;
     const char* expected;
     KW_ACCEPTANCE code = 0;
+    const char* report = "";
 };
 
 void PrintTo(const t_Rule& rule, std::ostream* stream);

@@ -2,6 +2,7 @@
 #include "ZelTree.h"
 
 #include "CommonDatabase/Containers/DbContainerBase.h"
+#include "KWSettingsFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -27,6 +28,15 @@ QByteArray FileNaming(const CDbPropBase& property, const QString& text)
         .arg(file)
         .toUtf8();
 }
+
+/** Writes a file; answers its name. */
+QString Written(const QTemporaryDir& folder, const QByteArray& text, const char* suffix)
+{
+    QFile file(folder.filePath(QStringLiteral("settings.") + QLatin1String(suffix)));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    return file.fileName();
+}
 } // namespace
 
 void VisitGroups(const std::shared_ptr<IDbGroup>& group,
@@ -44,29 +54,37 @@ void VisitGroups(const std::shared_ptr<IDbGroup>& group,
     }
 }
 
+void VisitProperties(const std::shared_ptr<IDbGroup>& group,
+                     const std::function<void(IDbProperty& property)>& visit)
+{
+    VisitGroups(group,
+                [&visit](const std::shared_ptr<IDbGroup>& below)
+                {
+                    for (INT32 i = 0; i < below->GetPropertyCount(); ++i)
+                    {
+                        visit(*below->GetProperty(i));
+                    }
+                });
+}
+
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
 {
     std::vector<QString> entries;
-    VisitGroups(root,
-                [&entries](const std::shared_ptr<IDbGroup>& group)
-                {
-                    const QString path = group->GetPath() + QLatin1Char('/');
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    VisitProperties(root,
+                    [&entries](const IDbProperty& p)
                     {
-                        const auto p = group->GetProperty(i);
-                        QString& entry = entries.emplace_back(path + p->GetNodeName());
+                        QString& entry = entries.emplace_back(p.GetPath());
                         for (const QString& part :
-                             {p->GetText(), p->GetMinText(), p->GetMaxText(), p->GetStepText()})
+                             {p.GetText(), p.GetMinText(), p.GetMaxText(), p.GetStepText()})
                         {
                             entry += QLatin1Char(';') + part;
                         }
-                        for (const QString& value : p->GetValueTexts())
+                        for (const QString& value : p.GetValueTexts())
                         {
                             entry += QLatin1Char('|') + value;
                         }
-                        entry += QLatin1String(p->GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
-                    }
-                });
+                        entry += QLatin1String(p.GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
+                    });
     return entries;
 }
 
@@ -115,15 +133,29 @@ void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
                 });
 }
 
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const char* suffix)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("settings.") + QLatin1String(suffix)));
+    EXPECT_EQ(root->Save(file.fileName()), eKW_ACC_OK);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
 KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
                            const QString& text)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a.xml")));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(FileNaming(property, text));
-    file.close();
-    return root->Recall(file.fileName());
+    return root->Recall(Written(folder, FileNaming(property, text), "xml"));
+}
+
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text,
+                         const char* suffix)
+{
+    const QTemporaryDir folder;
+    const QString name = Written(folder, text, suffix);
+    EXPECT_EQ(KW_SealSettingsFile(name), eKW_ACC_OK);
+    return root->Recall(name);
 }
 
 void CFindings::Check(bool holds, const QByteArray& what)

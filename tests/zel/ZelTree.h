@@ -18,6 +18,10 @@ class CDbPropBase;
 void VisitGroups(const std::shared_ptr<IDbGroup>& group,
                  const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit);
 
+/** The same for the properties. */
+void VisitProperties(const std::shared_ptr<IDbGroup>& group,
+                     const std::function<void(IDbProperty& property)>& visit);
+
 /** Path, value, present limits, selectable values and validity of every property. */
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root);
 
@@ -37,6 +41,13 @@ void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count);
 /** Recalls a file, as one writes it by hand, that names one property. */
 KW_ACCEPTANCE RecallNaming(const std::shared_ptr<IKWFunctionZEL>& root, const CDbPropBase& property,
                            const QString& text);
+
+/** What the tree writes into a file of settings. */
+QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const char* suffix = "xml");
+
+/** Recalls a text from a file that holds it, as one seals it after an edit. */
+KW_ACCEPTANCE RecallText(const std::shared_ptr<IKWFunctionZEL>& root, const QByteArray& text,
+                         const char* suffix = "xml");
 
 /** Collects what does not hold. */
 class CFindings

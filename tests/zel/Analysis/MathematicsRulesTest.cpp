@@ -50,6 +50,10 @@ const t_Rule kMathematicsRules[] = {
      ".InsertElement",
      ".Expression = C1+sqrC2; .SelectedElement = 3; .ElementType = SOURCE; .ElementSource = C2; "
      ".ExpressionValid = OFF"},
+    {"InsertedConstantLosesItsSign",
+     "Mathematics/Expression = C1*; .SelectedElement = 2; .ElementType = CONSTANT; "
+     ".ElementConstant = 2.5; .ElementSign = NEGATIVE",
+     ".InsertElement", ".Expression = C1*-2.5; .ExpressionValid = ON"},
     {"ConstantsMerge", "Mathematics/Expression = 2; .ElementConstant = 3", ".InsertElement",
      ".Expression = 3 2; .ElementCount = 2"},
     {"AnotherElementIsRemoved", "Mathematics/SelectedElement = 1", ".RemoveElement",

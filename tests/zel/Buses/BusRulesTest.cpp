@@ -61,7 +61,7 @@ const t_Rule kBusRules[] = {
      "SerialBus/UARTBusSettings/BusChannelSettings[1]/Enabled = ON", ".Source = C1"},
     {"UartTriggerWatchesAnotherLine", "",
      "SerialBus/UARTBusSettings/BusChannelSettings[0]/Source = C3",
-     "Trigger/UARTBusTriggerSettings/Source = C3"},
+     "Trigger/UARTBusTriggerSettings/Source = C3; .Source.values = C3"},
     {"EndOfFrameHasOtherLengthThanWords", "SerialBus/UARTBusSettings/FrameMode = PATTERN",
      ".DataLength = 9_BIT", ".EndOfFramePattern = 000001010"},
     {"ExtendedIdentifierIsTooShort", "", "Trigger/CANBusTriggerSettings/IdentifierType = EXTENDED",
@@ -72,7 +72,7 @@ const t_Rule kBusRules[] = {
     {"AnyIdentifierIsCompared", "", "Trigger/CANBusTriggerSettings/IdentifierType = ANY",
      ".IdentifierPatternRelation[0]/Relation = EQUAL!"},
     {"ErrorFramesHaveIdentifiers", "Trigger/CANBusTriggerSettings/FrameType = ERROR",
-     ".Type = IDENTIFIER", ".FrameType = DATA"},
+     ".Type = IDENTIFIER", ".FrameType = DATA; .FrameType.values = ANY|DATA|REMOTE"},
     {"AddressHasElevenBits", "", "Trigger/I2CBusTriggerSettings/AddressType = 10_BIT",
      ".IdentifierPatternRelation[0]/Pattern = XXXXXXXXXX"},
     {"LinPatternIsLongerThanTheData",
@@ -146,6 +146,11 @@ const t_Rule kBusRules[] = {
      "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
      "SerialBus/TrackInTable/Last",
      "SerialBus/Protocol = I2C", ".TrackInTable/SelectedIndex = -1; .FrameTime = 0-"},
+    {"FrameAtTheTriggerIsMissed",
+     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
+     "@SerialBus/SPIBusResults/SPIBusFrame[0]/StopTime = -1e-06; "
+     "@SerialBus/SPIBusResults/SPIBusFrame[2]/StopTime = 1e-06",
+     "SerialBus/TrackInTable/SelectAtTrigger", ".SelectedIndex = 1"},
     {"StepLeavesTheTable",
      "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
      "SerialBus/TrackInTable/Last",

@@ -61,6 +61,10 @@ const t_Rule kVerticalRules[] = {
      ".ThresholdType = USER; .Threshold = 1.5"},
     {"HysteresisIsInVolts", "Vertical/Channel[2]/Scale = 5",
      ".Levels/HysteresisLevel[0]/NoiseReject = HIGH", ".Hysteresis = 5"},
+    {"MediumHysteresisIsAnother", "",
+     "Vertical/Channel[2]/Levels/HysteresisLevel[0]/NoiseReject = MEDIUM", ".Hysteresis = 0.5"},
+    {"SmallestHysteresisIsAnother", "",
+     "Vertical/Channel[2]/Levels/HysteresisLevel[0]/NoiseReject = OFF", ".Hysteresis = 0.05"},
     {"HysteresisIgnoresTheScale", "", "Vertical/Channel[2]/Scale = 5",
      ".Levels/HysteresisLevel[0]/Hysteresis = 1"},
     {"HysteresisIgnoresTheFilter", "", "Vertical/Channel[2]/BandwidthLimit = MHZ_20",
@@ -104,6 +108,13 @@ const t_Rule kVerticalRules[] = {
      "Vertical/Channel[2]/ChannelType/DataGeneration = SIMULATED"},
     {"MissingCurveIsSetToOriginal", "", "Vertical/ReferenceCurve/SetToOriginal", ".Scale = 1",
      eKW_ACC_NOTHING_TO_ACT_ON},
+    {"CurveKeepsItsScales",
+     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 10; @.OriginalScale = 2; "
+     "@.OriginalPosition = 1; @.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/TimePosition = "
+     "1e-07",
+     ".SetToOriginal",
+     ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0; .TimePosition.step = "
+     "2e-08"},
     {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
      ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
     {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",
@@ -118,7 +129,7 @@ const t_Rule kVerticalRules[] = {
      "Logic/SelectedThresholdRange = D4_TO_D7",
      ".CoupleThresholds = ON", ".LogicThresholdSettings[0]/Threshold = 3"},
     {"ThresholdIsBeyondTheProbe", "", "Logic/LogicThresholdSettings[0]/UserThreshold = 9",
-     ".Threshold = 1.4", eKW_ACC_ABOVE_MAXIMUM},
+     ".Threshold = 1.4; .UserThreshold.max = 8; .UserThreshold.min = -2", eKW_ACC_ABOVE_MAXIMUM},
     {"SomeChannelStaysOn", "", "Logic/DisableAllChannels",
      ".LogicChannel[0]/Enabled = OFF; Logic/LogicChannel[7]/Enabled = OFF"},
     {"StackStaysInDisorder",

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "Harmonic/HarmonicLimits.h"
-#include "KWEnumerationsHarmonics.h"
 #include "zel/RuleTree.h"
 
 namespace
@@ -10,6 +8,8 @@ const t_Rule kHarmonicRules[] = {
      ".FundamentalFrequency = 400; .HarmonicSelected[0]/Frequency = 1200"},
     {"UserFundamentalIsInUse", "Harmonic/Fundamental = USER", ".UserFundamental = 90",
      ".FundamentalFrequency = 90; .HarmonicSelected[0]/Frequency = 270"},
+    {"HighestFundamentalIsNoResult", "Harmonic/Fundamental = USER", ".UserFundamental = 2000",
+     ".FundamentalFrequency = 2000; .HarmonicSelected[0]/Frequency = 6000"},
     {"MeasuredFundamentalIsNotKnownYet", "Harmonic/Fundamental = F_60_HZ", ".Fundamental = AUTO",
      ".FundamentalFrequency = 60-; .HarmonicSelected[0]/Frequency = 180-"},
     {"FundamentalOfAnotherChannelIsNotKnownYet", "", "Harmonic/FundamentalSource = C3",
@@ -62,6 +62,8 @@ const t_Rule kHarmonicRules[] = {
      ".HarmonicLimitCurrent/OrderLimits = "
      "2=2;3=30;5=10;7=7;9=5;11=3;13=3;15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;"
      "39=3"},
+    {"CopyInventsALimitOfDistortion", "Harmonic/HarmonicStandard/Standard = EN61000_3_2_CLASS_A",
+     ".HarmonicLimitUser/CopyStandard", ".ThdLimit = 1000; .HighestOrder = 40; .Scale = ABSOLUTE"},
     {"NothingToCopyIsCopied", "", "Harmonic/HarmonicStandard/HarmonicLimitUser/CopyStandard",
      ".OddLimit = 5", eKW_ACC_NOTHING_TO_ACT_ON},
 };
@@ -81,20 +83,6 @@ void CheckHarmonic(const CRuleTree& tree, CFindings& findings)
                        order);
     }
 }
-
-struct t_LimitRow
-{
-    KW_HMA_STANDARD standard;
-    NHarmonicLimits::t_Ratings ratings;
-    UINT32 order;
-    double expected; ///< 0 where the standard has none
-};
-
-constexpr NHarmonicLimits::t_Ratings kRatings{100.0, 20.0, 0.9, 33.0};
-
-class HarmonicLimit : public testing::TestWithParam<t_LimitRow>
-{
-};
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Harmonic, Rules, testing::ValuesIn(kHarmonicRules), Rules::Name);
@@ -129,35 +117,3 @@ TEST(HarmonicRules, ShownOrdersIgnoreTheSelectionOrWhatIsDelivered)
     EXPECT_EQ(tree.Do("Harmonic/HarmonicSelected[1]/SelectLargest"), eKW_ACC_OK);
     EXPECT_EQ(tree.Text("Harmonic/HarmonicSelected[1]/Order"), QStringLiteral("4"));
 }
-
-TEST_P(HarmonicLimit, IsAnotherThanTheStandards)
-{
-    const auto limits = NHarmonicLimits::OfStandard(GetParam().standard, GetParam().ratings);
-    const auto found = limits.orders.find(GetParam().order);
-    const double limit = found == limits.orders.end() ? 0.0 : found->second;
-    EXPECT_NEAR(limit, GetParam().expected, 1e-9);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Standards, HarmonicLimit,
-    testing::Values(t_LimitRow{eKW_HMA_STANDARD_NONE, kRatings, 3, 0.0},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_A, kRatings, 3, 2.3},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_A, kRatings, 8, 0.23},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_A, kRatings, 40, 0.046},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_A, kRatings, 15, 0.15},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_B, kRatings, 5, 1.71},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_C, kRatings, 3, 27.0},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_C, kRatings, 4, 0.0},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_D, kRatings, 3, 0.34},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_D, {1000, 20, 1, 33}, 3, 2.3},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_2_CLASS_D, kRatings, 39, 3.85e-1 / 39},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_12, kRatings, 5, 2.14},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_12, {1, 20, 1, 49.5}, 5, 2.37},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_12, {1, 20, 1, 350}, 13, 1.6},
-                    t_LimitRow{eKW_HMA_STANDARD_EN61000_3_12, kRatings, 4, 0.8},
-                    t_LimitRow{eKW_HMA_STANDARD_EN50160, kRatings, 11, 3.5},
-                    t_LimitRow{eKW_HMA_STANDARD_EN50160, kRatings, 27, 0.0},
-                    t_LimitRow{eKW_HMA_STANDARD_MIL_STD_1399, kRatings, 40, 3.0},
-                    t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 5, 6.0},
-                    t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 9, 15.0 / 9.0},
-                    t_LimitRow{eKW_HMA_STANDARD_RTCA_DO_160, kRatings, 6, 0.25}));

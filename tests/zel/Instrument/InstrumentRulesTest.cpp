@@ -13,12 +13,26 @@
 namespace
 {
 const t_Rule kInstrumentRules[] = {
+    {"SelectedModeIsActive", "", "Control/SMMode/OperationMode = METER",
+     ".OperationMode = METER; .ActiveMode = SCOPE_YT"},
+    {"SwitchedModeIsNotActive", "Control/SMMode/OperationMode = METER", ".SwitchMode",
+     ".ActiveMode = METER; .PreviousMode = SCOPE_YT"},
+    {"ConverterIgnoresItsMode", "Setup/Selfalignment/ADConverter/ADCModeMode = MANUAL",
+     ".ADCModeManual = ONE_CHANNEL", ".ADCModeResult = ONE_CHANNEL"},
+    {"ConverterKeepsItsManualMode",
+     "Setup/Selfalignment/ADConverter/ADCModeMode = MANUAL; .ADCModeManual = ONE_CHANNEL",
+     ".ADCModeMode = AUTO", ".ADCModeResult = FOUR_CHANNELS"},
+    {"ConverterIgnoresTheTimebase", "", "Horizontal/ZELMode = ZEL_B",
+     "Setup/Selfalignment/ADConverter/ADCModeResult = TWO_CHANNELS"},
     {"StoppedScopeStillRuns", "", "Control/SMScope/RunStop = STOP",
      "Runs/CurrentRun/RunStop = STOP"},
     {"StopDoesNotStop", "", "Control/SMScope/Stop",
      ".RunStop = STOP; Runs/CurrentRun/RunStop = STOP"},
-    {"StartIsNoNewRun", "Control/SMScope/Stop", ".Start",
-     ".RunStop = RUN; Runs/NumberOfRuns = 2; .CurrentRun/LastTriggerAge = 0-"},
+    {"StartIsNoNewRun",
+     "Control/SMScope/Stop; @Runs/CurrentRun/Triggers = 5; @.Acquisitions = 5; @.Duration = 5",
+     "Control/SMScope/Start",
+     ".RunStop = RUN; Runs/NumberOfRuns = 2; .CurrentRun/LastTriggerAge = 0-; .Triggers = 0; "
+     ".Acquisitions = 0; .Duration = 0"},
     {"SingleRunHasNothingLeft", "Control/SMScope/SingleCount = 7", ".RunStop = SINGLE",
      ".AcquisitionsLeft = 7"},
     {"StoppedSingleRunHasSomethingLeft", "Control/SMScope/RunStop = SINGLE", ".Stop",
@@ -43,6 +57,12 @@ const t_Rule kInstrumentRules[] = {
      "Setup/Wireless/Country = US", ".WirelessAccesspoint/Channel = 11"},
     {"WorldAllowsMoreThanItsCountries", "Setup/Wireless/Country = DE", ".Country = WORLD",
      ".WirelessAccesspoint/Channel.max = 11"},
+    {"EndedLinkHasGuests",
+     "@Setup/Wireless/Connected = ON; @.WirelessAccesspoint/Guests = 3; "
+     "@Setup/Wireless/WirelessClient/Signal = 3",
+     "Setup/Wireless/Mode = CLIENT",
+     ".Connected = OFF; .WirelessAccesspoint/Guests = 0; Setup/Wireless/WirelessClient/Signal = "
+     "3-"},
     {"ShortPassphraseIsKept", "", "Setup/Wireless/WirelessAccesspoint/Passphrase = 1234567",
      ".Passphrase = ", eKW_ACC_WARNING},
     {"AutomaticAddressIsFixed", "", "Setup/Wireless/WirelessClient/AutomaticAddress = OFF",

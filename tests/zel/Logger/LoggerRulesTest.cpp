@@ -17,10 +17,10 @@ const t_Rule kLoggerRules[] = {
      ".SampleRate = 1_PER_SEC"},
     {"StartKeepsTheOldRecording",
      "@Logger/LoggerAttributes/LoggerChannel[1]/Maximum = 5; "
-     "@Logger/LoggerAttributes/NumberOfSamples = 9",
+     "@Logger/LoggerAttributes/NumberOfSamples = 9; @.MissedSamples = 4",
      "Logger/Start",
      ".LoggerAttributes/LoggerChannel[1]/Maximum = 5-; Logger/LoggerAttributes/NumberOfSamples = "
-     "0"},
+     "0; .MissedSamples = 0"},
     {"ClearLeavesResults",
      "@Logger/LoggerAttributes/LoggerChannel[1]/Actual = 5; @.LoggerCursorResults[1]/Value = 5; "
      "@Logger/LoggerAttributes/LoggerChannel[1]/LoggerCursorResultsDelta/Mean = 5; "
@@ -34,6 +34,8 @@ const t_Rule kLoggerRules[] = {
     {"WholeRecordingIsShown",
      "@Logger/LoggerAttributes/RecordedTime = 601; Logger/HorizontalPosition = 77", ".ShowAll",
      ".HorizontalScale = 2_MIN; .HorizontalPosition = 0"},
+    {"RecordingThatFillsTheScreenIsShownSmaller", "@Logger/LoggerAttributes/RecordedTime = 600",
+     "Logger/ShowAll", ".HorizontalScale = 1_MIN"},
     {"NothingIsShown", "", "Logger/ShowAll", ".HorizontalScale = 10_S", eKW_ACC_NOTHING_TO_ACT_ON},
     {"SlotTakesTheRecording",
      "@Logger/LoggerAttributes/NumberOfSamples = 9; @.RecordedTime = 100; @.SampleRate = 2; "

@@ -73,6 +73,10 @@ const t_Rule kMeterRules[] = {
      "@.MeterMeasurement[0]/Actual = 2",
      "Meter/MeterChannel[4]/BargraphLowerEnd = 1; .BargraphUpperEnd = 3; "
      ".MeterMeasurement[0]/Relative = 1.5"},
+    {"ZoomLooksAtAReadingOfBefore",
+     "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; @.Status = VALID; "
+     "Meter/MeterChannel[4]/Range = 100",
+     ".BargraphRange = ZOOM", ".BargraphLowerEnd = -10; .BargraphUpperEnd = 10"},
     {"BargraphFollowsTheLimits", "Meter/MeterChannel[4]/BargraphRange = LIMITS", ".UpperLimit = 7",
      ".BargraphLowerEnd = -1; .BargraphUpperEnd = 7"},
     {"StatisticsOfTheMeterAreAll",
@@ -109,8 +113,10 @@ const t_Rule kMeterRules[] = {
      ".Digits = 9", ".RelativeValue = 1010; .Deviation = 0-"},
     {"CountIsTheReference", "@Counter/CounterChannel[0]/CounterNumerics/Value = 1010",
      ".SetReference", ".Reference = 1010; .RelativeValue = 0"},
-    {"BothCountersReset", "@Counter/CounterChannel[1]/Statistics/Count = 3; @.Maximum = 3",
-     "Counter/ResetStatistics", ".CounterChannel[1]/Statistics/Maximum = 3-; .Count = 0"},
+    {"BothCountersReset",
+     "@Counter/CounterChannel[1]/Statistics/Count = 3; @.Maximum = 3; @.AllanDeviation = 3",
+     "Counter/ResetStatistics",
+     ".CounterChannel[1]/Statistics/Maximum = 3-; .Count = 0; .AllanDeviation = 3-"},
     {"AcquisitionsCountAnew",
      "@Horizontal/SampleCounter/Acquisitions = 3; @.AcquiredBlocks = 3; @.LostAcquisitions = 3; "
      "@.AcquiredSamples = 3",

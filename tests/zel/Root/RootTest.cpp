@@ -2,7 +2,6 @@
 #include "IKWFunctionControl.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionSMMode.h"
-#include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWBrackets.h"
 #include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsChannels.h"
@@ -18,8 +17,6 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <set>
-
-using namespace NApplicationDefinitions;
 
 TEST(Root, OutlivesItsLastClientOrKeepsOldValues)
 {
@@ -66,17 +63,6 @@ TEST(Root, SecondCalculationChangesSomething)
     }
 }
 
-TEST(Root, ModeSwitchStaysBehindTheSelectedMode)
-{
-    const auto root = GetZELRoot();
-    const auto mode = root->GetPgControl()->GetPgSMMode();
-    ASSERT_EQ(mode->GetPrOperationMode()->Set(eKW_ZEL_OPERATION_MODE_METER), eKW_ACC_OK);
-    EXPECT_EQ(mode->GetPrActiveMode()->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
-    ASSERT_EQ(mode->GetPrSwitchMode()->Set(), eKW_ACC_OK);
-    EXPECT_EQ(mode->GetPrActiveMode()->Get(), eKW_ZEL_OPERATION_MODE_METER);
-    EXPECT_EQ(mode->GetPrPreviousMode()->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
-}
-
 TEST(Root, ActionsSaveAndRestoreElsewhereOrTooLittle)
 {
     const QTemporaryDir folder;
@@ -116,11 +102,8 @@ TEST(Root, RefusedRecallStopsTheAcquisitionOrAGoodOneDoesNot)
         file.write(text);
         return file.fileName();
     };
-    const QString good = folder.filePath(QStringLiteral("good.xml"));
-    ASSERT_EQ(root->Save(good), eKW_ACC_OK);
-    QFile file(good);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
+    const QByteArray text = Saved(root);
+    const QString good = write("good.xml", text);
     stop->AttachExecutor(true);
     ASSERT_EQ(stop->SetTimeout(1), eKW_ACC_OK);
     for (const QString& name :
@@ -210,51 +193,6 @@ TEST(Root, TransactionLeavesTracesWhenItIsNotCommitted)
     }
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
     EXPECT_FALSE(root->CanUndo());
-}
-
-TEST(ADConverter, ResultIgnoresModeManualOrTimebase)
-{
-    const auto root = GetZELRoot();
-    const auto at = [&root](const char* name)
-    { return Property(root, (std::string("Setup/Selfalignment/ADConverter/") + name).c_str()); };
-    ASSERT_EQ(at("ADCModeManual")->SetText(QStringLiteral("ONE_CHANNEL")), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("FOUR_CHANNELS"));
-    ASSERT_EQ(at("ADCModeMode")->SetText(QStringLiteral("MANUAL")), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("ONE_CHANNEL"));
-    ASSERT_EQ(at("ADCModeMode")->SetText(QStringLiteral("AUTO")), eKW_ACC_OK);
-    ASSERT_EQ(root->GetPgHorizontal()->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("TWO_CHANNELS"));
-    EXPECT_EQ(at("ADCModeResult")->SetText(QStringLiteral("ONE_CHANNEL")), eKW_ACC_READ_ONLY);
-    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-    EXPECT_EQ(at("ADCModeResult")->GetText(), QStringLiteral("FOUR_CHANNELS"));
-}
-
-TEST(ApplicationDefinitions, ChannelOrTriggerIsClassifiedWrongly)
-{
-    for (INT32 value = -1; value <= 21; ++value)
-    {
-        const auto channel = static_cast<KW_ZEL_CHANNEL>(value);
-        const bool analog = value >= 0 && value <= 3;
-        const bool digital = value >= 7 && value <= 14;
-        EXPECT_EQ(IsAnalogChannel(channel), analog) << value;
-        EXPECT_EQ(IsDigitalChannel(channel), digital) << value;
-        EXPECT_EQ(IsSerialBusChannel(channel), value == 15) << value;
-        EXPECT_EQ(IsHardwareInputChannel(channel), analog || digital) << value;
-        EXPECT_EQ(IsAcquisitionChannel(channel), analog || digital || value == 15) << value;
-        EXPECT_EQ(INT32{MapApplicationChannelToAnalogChannel(channel)}, value);
-        EXPECT_EQ(RequiresLTG(eKW_ZEL_TRIGGER_TYPE_EDGE, channel), digital) << value;
-        EXPECT_TRUE(RequiresLTG(eKW_ZEL_TRIGGER_TYPE_PATTERN, channel));
-    }
-    const std::set<INT32> analogTriggers{6, 7, 12};
-    const std::set<INT32> busTriggers{3, 13};
-    const std::set<INT32> logicTriggers{3, 4, 5, 8, 9, 10, 13};
-    for (INT32 value = -1; value <= 15; ++value)
-    {
-        const auto type = static_cast<KW_ZEL_TRIGGER_TYPE>(value);
-        EXPECT_EQ(IsAnalogTrigger(type), analogTriggers.count(value) == 1) << value;
-        EXPECT_EQ(IsSerialBusTrigger(type), busTriggers.count(value) == 1) << value;
-        EXPECT_EQ(IsLogicTrigger(type), logicTriggers.count(value) == 1) << value;
-    }
 }
 
 namespace

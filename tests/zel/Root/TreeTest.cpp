@@ -4,7 +4,6 @@
 #include "EnumNameInfo.h"
 #include "IKWProperties.h"
 #include "Root/PgZEL.h"
-#include "zel/TreeCatalogue.h"
 #include "zel/ZelTree.h"
 
 #include <QDir>
@@ -16,30 +15,15 @@
 
 namespace
 {
-/** A group with its kind and, in brackets, its children, as the catalogue writes it. */
-QString Outline(const std::shared_ptr<IDbGroup>& group)
+/** Takes back what can be; answers how many steps. */
+int UndoAll(const std::shared_ptr<IKWFunctionZEL>& root)
 {
-    IDbContainer* const container = group->AsContainer();
-    const bool isArray = group->GetKind() == eKW_NODE_ARRAY;
-    const auto contents = container != nullptr ? container->GetItemByPosition(0) : group;
-    QStringList children;
-    for (INT32 i = 0; i < contents->GetGroupCount(); ++i)
+    int steps = 0;
+    for (; root->CanUndo(); ++steps)
     {
-        children.append(Outline(contents->GetGroup(i)));
+        EXPECT_EQ(root->Undo(), eKW_ACC_OK);
     }
-    return group->GetNodeName() +
-           QLatin1String(container == nullptr ? "" : (isArray ? "[a]" : "[m]")) +
-           (children.isEmpty() ? QString() : QLatin1Char('(') + children.join(u' ') + u')');
-}
-
-QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const QString& suffix)
-{
-    const QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("settings.") + suffix);
-    EXPECT_EQ(root->Save(name), eKW_ACC_OK);
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return steps;
 }
 
 /** A legal text other than the present one, or a null text where the property has only one value.
@@ -127,35 +111,6 @@ TEST(Tree, RefusedActionLeavesATrace)
     EXPECT_GT(refused, 20);
 }
 
-TEST(Tree, GroupIsMissingMisplacedOrOfTheWrongKind)
-{
-    const auto root = GetZELRoot();
-    FillContainers(root, 1);
-    const auto top = root->GetDbObject();
-    ASSERT_EQ(top->GetGroupCount(), static_cast<INT32>(std::size(kTreeCatalogue)));
-    for (INT32 i = 0; i < top->GetGroupCount(); ++i)
-    {
-        EXPECT_EQ(Outline(top->GetGroup(i)).toStdString(), kTreeCatalogue[i]);
-    }
-}
-
-TEST(Tree, RootHasOtherPropertiesOrActions)
-{
-    const auto root = GetZELRoot()->GetDbObject();
-    QStringList names;
-    for (INT32 i = 0; i < root->GetPropertyCount(); ++i)
-    {
-        names.append(root->GetProperty(i)->GetNodeName());
-    }
-    for (INT32 i = 0; i < root->GetActionCount(); ++i)
-    {
-        names.append(root->GetAction(i)->GetNodeName());
-    }
-    EXPECT_EQ(names.join(QLatin1Char(' ')),
-              QStringLiteral("RemoteState RemoteViewState AutosetLogger Preset PresetFactory Save "
-                             "Recall StartupRecall ShutdownSave"));
-}
-
 TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
 {
     const auto root = GetZELRoot();
@@ -177,57 +132,23 @@ TEST(Tree, MarkersExceedFifteenOrOtherArraysAreLimited)
                 });
 }
 
-TEST(Tree, ConverterGroupDiffersFromItsDataSheet)
+TEST(Tree, FileLosesSettingsOfFilledContainers)
 {
-    const auto root = GetZELRoot();
-    const auto group = std::dynamic_pointer_cast<IDbGroup>(
-        root->GetDbObject()->Find(QStringLiteral("Setup/Selfalignment/ADConverter")));
-    QStringList rows;
-    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    for (const char* const suffix : {"xml", "csv"})
     {
-        const auto p = group->GetProperty(i);
-        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(p->GetHandle());
-        rows.append(
-            p->GetNodeName() + QLatin1Char(' ') + p->GetTypeName() + QLatin1Char(' ') +
-            (e ? QString::number(e->GetAsInt()) : p->GetText()) +
-            (p->GetObjectType() == eOBJECTTYPE_RESULT ? QStringLiteral(" result") : QString()));
-        EXPECT_EQ(p->GetSaveRecallType(), 1);
-    }
-    EXPECT_EQ(rows.join(QLatin1Char('\n')).toStdString(),
-              "MarkerBit KW_ONOFF 0\nTwoComplement KW_ONOFF 1\nResolution KW_ZEL_ADC_RESOLUTION 3\n"
-              "TSG_GAIN KW_ZEL_ADC_TSG_GAIN 2\nTSG_FREQ KW_ZEL_ADC_TSG_FREQ 1\nTSG_CC uint16 0\n"
-              "CalDACActive KW_ONOFF 0\nADCModeMode KW_ZEL_AUTOMAN 0\n"
-              "ADCModeManual KW_ZEL_ADC_MODE 0\nADCModeResult KW_ZEL_ADC_MODE 0 result\n"
-              "ADCMxoTps KW_ZEL_ADC_MXOTPS 3\nLF_Active KW_ONOFF 1\nCALDAC uint16 0\n"
-              "ATBxDEC KW_ZEL_ADC_ATBxDEC 0\nSysmonADC uint16 0\nSysmonAdcUsed KW_ONOFF 0\n"
-              "VerifyAdcOutput KW_ONOFF 1\nSpectrumMode KW_ONOFF 0");
-}
-
-class WholeTreeFile : public testing::TestWithParam<const char*>
-{
-};
-
-TEST_P(WholeTreeFile, LosesSettingsOfFilledContainers)
-{
-    const QString suffix = QString::fromLatin1(GetParam());
-    const QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("all.") + suffix);
-    QByteArray first;
-    {
-        const auto root = GetZELRoot();
+        const CReports reports;
+        auto root = GetZELRoot();
         FillContainers(root, 3);
-        ASSERT_EQ(root->Save(name), eKW_ACC_OK);
-        first = Saved(root, suffix);
+        const QByteArray first = Saved(root, suffix);
+        root.reset();
+        root = GetZELRoot();
+        ASSERT_EQ(RecallText(root, first, suffix), eKW_ACC_OK);
+        EXPECT_TRUE(Saved(root, suffix) == first) << suffix;
+        EXPECT_EQ(reports.List(), QStringList());
+        EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
     }
-    const CReports reports;
-    const auto root = GetZELRoot();
-    ASSERT_EQ(root->Recall(name), eKW_ACC_OK);
-    EXPECT_TRUE(Saved(root, suffix) == first);
-    EXPECT_EQ(reports.List(), QStringList());
-    EXPECT_TRUE(first.contains("SignalTranslationEnumValues"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, WholeTreeFile, testing::Values("xml", "csv"));
 
 TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
 {
@@ -283,45 +204,33 @@ TEST(Tree, PropertyRefusesALegalTextOrDoesNotReadBack)
     int written = 0;
     int steps = 0;
     QStringList refused;
-    VisitGroups(
+    VisitProperties(
         root->GetDbObject(),
-        [&](const std::shared_ptr<IDbGroup>& group)
+        [&](IDbProperty& property)
         {
-            for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+            const bool isOpen = property.GetObjectType() != eOBJECTTYPE_RESULT &&
+                                property.GetAvailability() == eAVAILABILITY_AVAILABLE;
+            const QString text = isOpen ? OtherText(property) : QString();
+            if (text.isNull())
             {
-                const auto property = group->GetProperty(i);
-                if (property->GetObjectType() == eOBJECTTYPE_RESULT ||
-                    property->GetAvailability() != eAVAILABILITY_AVAILABLE)
-                {
-                    continue;
-                }
-                const QString text = OtherText(*property);
-                if (text.isNull())
-                {
-                    continue;
-                }
-                const KW_ACCEPTANCE code = property->SetText(text);
-                const bool same = property->GetText() == text;
-                if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && !same))
-                {
-                    refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
-                                       .arg(property->GetPath(), text)
-                                       .arg(code)
-                                       .arg(property->GetText()));
-                }
-                ++written;
-                // Back at once: the next property is tried from the same state.
-                while (root->CanUndo())
-                {
-                    ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-                    ++steps;
-                }
-                // The whole tree is compared now and then: each time would take minutes.
-                if (written % 100 == 0)
-                {
-                    ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
-                        << "at or before " << property->GetPath().toStdString();
-                }
+                return;
+            }
+            const KW_ACCEPTANCE code = property.SetText(text);
+            if (code > eKW_ACC_WARNING || (code == eKW_ACC_OK && property.GetText() != text))
+            {
+                refused.append(QStringLiteral("%1 = %2: code %3, reads %4")
+                                   .arg(property.GetPath(), text)
+                                   .arg(code)
+                                   .arg(property.GetText()));
+            }
+            ++written;
+            // Back at once: the next property is tried from the same state.
+            steps += UndoAll(root);
+            // The whole tree is compared now and then: each time would take minutes.
+            if (written % 100 == 0)
+            {
+                ASSERT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString())
+                    << "at or before " << property.GetPath().toStdString();
             }
         });
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
@@ -381,24 +290,17 @@ TEST(Tree, StepsDoNotReturnOrLeaveTheirGrid)
     root->EnableHistory(true);
     int walked = 0;
     QStringList wrong;
-    VisitGroups(root->GetDbObject(),
-                [&](const std::shared_ptr<IDbGroup>& group)
-                {
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    VisitProperties(root->GetDbObject(),
+                    [&](IDbProperty& property)
                     {
-                        const auto property = group->GetProperty(i);
                         int steps = 0;
-                        const bool isReal = property->GetTypeName() == QLatin1String("double");
-                        const QString found = isReal ? WalkAway(*property, steps) : QString();
+                        const bool isReal = property.GetTypeName() == QLatin1String("double");
+                        const QString found = isReal ? WalkAway(property, steps) : QString();
                         walked += steps > 0 ? 1 : 0;
                         wrong += found.isEmpty() ? QStringList()
-                                                 : QStringList(property->GetPath() + u' ' + found);
-                        while (root->CanUndo())
-                        {
-                            ASSERT_EQ(root->Undo(), eKW_ACC_OK);
-                        }
-                    }
-                });
+                                                 : QStringList(property.GetPath() + u' ' + found);
+                        UndoAll(root);
+                    });
     EXPECT_EQ(wrong.join(QLatin1Char('\n')).toStdString(), "");
     EXPECT_GT(walked, 150);
 }
@@ -412,8 +314,7 @@ TEST(Tree, TakesMoreMemoryThanAnInstrumentHas)
     const auto root = GetZELRoot();
     const std::size_t bytes = mallinfo2().uordblks - before;
     int properties = 0;
-    VisitGroups(root->GetDbObject(), [&properties](const std::shared_ptr<IDbGroup>& group)
-                { properties += group->GetPropertyCount(); });
+    VisitProperties(root->GetDbObject(), [&properties](const IDbProperty&) { ++properties; });
     const int perProperty = static_cast<int>(bytes) / properties;
     RecordProperty("bytes_per_property", perProperty);
     EXPECT_LE(perProperty, 500);
@@ -425,40 +326,26 @@ TEST(Tree, EnumerationIsUsedByNoProperty)
 {
     const auto root = GetZELRoot();
     FillContainers(root, 1);
-    std::set<QString> used;
-    VisitGroups(root->GetDbObject(),
-                [&used](const std::shared_ptr<IDbGroup>& group)
-                {
-                    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
+    std::set<QString> used{QStringLiteral("KW_SIGNAL_FORMAT")};
+    VisitProperties(root->GetDbObject(),
+                    [&used](const IDbProperty& property)
                     {
-                        const CEnumNameInfo* const names = group->GetProperty(i)->GetEnumNameInfo();
-                        if (names != nullptr)
-                        {
-                            used.insert(names->GetType());
-                        }
-                    }
-                });
+                        const CEnumNameInfo* const names = property.GetEnumNameInfo();
+                        used.insert(names != nullptr ? names->GetType() : QString());
+                    });
     QStringList unused;
-    QString declarations;
+    int types = 0;
     const QDir folder(QStringLiteral(KWI_GENERATED_INTERFACES));
     for (const QString& name : folder.entryList({QStringLiteral("KWEnumerations*.h")}))
     {
         QFile header(folder.filePath(name));
         ASSERT_TRUE(header.open(QIODevice::ReadOnly));
-        declarations += QString::fromUtf8(header.readAll());
-    }
-    int types = 0;
-    for (const QString& line : declarations.split(QLatin1Char('\n')))
-    {
-        if (!line.startsWith(QLatin1String("enum KW_")))
+        for (const QString& line : QString::fromUtf8(header.readAll()).split(u'\n'))
         {
-            continue;
-        }
-        const QString type = line.section(QLatin1Char(' '), 1, 1);
-        ++types;
-        if (used.count(type) == 0 && type != QLatin1String("KW_SIGNAL_FORMAT"))
-        {
-            unused.append(type);
+            const bool isType = line.startsWith(QLatin1String("enum KW_"));
+            const QString type = line.section(u' ', 1, 1);
+            types += isType ? 1 : 0;
+            unused += isType && used.count(type) == 0 ? QStringList(type) : QStringList();
         }
     }
     EXPECT_EQ(types, 253) << "252 types and the signal format";

@@ -2,6 +2,7 @@
 #include "SpectrumTree.h"
 
 #include "IKWFunctionHorizontal.h"
+#include "IKWFunctionZELHelpers/ZELDatabaseHelperDDC.h"
 
 #include <cmath>
 
@@ -88,6 +89,22 @@ void CheckSamples(const t_SpectrumTree& t, CFindings& f)
                  : 1.0),
         "gain is corrected while mixing");
 }
+
+/** The settings of the down-converter are those that the helpers have for the axis. */
+void CheckConverter(const t_SpectrumTree& t, CFindings& f)
+{
+    const auto rate = CZELDatabaseHelperDDC::CalculateDecimation(t.ddc->GetPrSpan()->Get());
+    const auto nco =
+        CZELDatabaseHelperDDC::CalculateNcoFrequency(t.ddc->GetPrCenter()->Get(), rate.m_R_DDC);
+    f.Check(t.ddc->GetPrSpan()->Get() == t.s->GetPrHorizontalSpan()->Get() &&
+                t.ddc->GetPrState()->GetAsInt() == (rate.m_R_DDC > 1 ? 1 : 0),
+            "down-converter has the span");
+    f.Check(
+        t.ddc->GetPrSampleDezimationFactor()->Get() == rate.m_R_DDC &&
+            t.ddc->GetPrFrequencyShift()->Get() == nco.m_CoarseFrequency + nco.m_FineFrequency &&
+            t.ddc->GetPrGain()->Get() == CZELDatabaseHelperDDC::CalculateGain(rate, nco).m_Gain_DDC,
+        "down-converter has the figures of its span");
+}
 } // namespace
 
 std::string SpectrumViolations(const t_SpectrumTree& t)
@@ -96,6 +113,10 @@ std::string SpectrumViolations(const t_SpectrumTree& t)
     CheckAxis(*t.s, f);
     CheckBandwidth(t, f);
     CheckSamples(t, f);
+    if (t.s->GetPrMode()->GetAsInt() == 1)
+    {
+        CheckConverter(t, f);
+    }
     f.Check(t.fft->GetPrWindowType()->Get() == t.s->GetPrWindowType()->Get(), "one window");
     const INT32 source = t.s->GetPrSource()->GetAsInt();
     f.Check(t.fft->GetPrSource()->GetAsInt() == 16 + source &&

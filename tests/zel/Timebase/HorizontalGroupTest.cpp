@@ -99,27 +99,6 @@ std::string Violations(const IKWFunctionHorizontal& h)
 }
 } // namespace
 
-TEST_F(HorizontalGroup, FreshTreeHasOtherDefaults)
-{
-    EXPECT_EQ(h->GetPrScaleGUI()->GetAsInt(), 6);
-    EXPECT_EQ(h->GetPrReferencePointGUI()->Get(), eKW_REF_POINT_POSITION_MIDDLE);
-    EXPECT_EQ(h->GetPrDSPMode()->GetAsInt(), 2);
-    const auto group = h->GetDbObject();
-    for (INT32 i = 0; i < group->GetPropertyCount(); ++i)
-    {
-        const auto p = group->GetProperty(i);
-        const auto e = std::dynamic_pointer_cast<IKWEnumPropertyBase>(p->GetHandle());
-        const QString name = p->GetNodeName();
-        if (e && name != QLatin1String("ScaleGUI") && name != QLatin1String("ReferencePointGUI") &&
-            name != QLatin1String("DSPMode"))
-        {
-            EXPECT_EQ(e->GetAsInt(), 0) << name.toStdString();
-        }
-    }
-    EXPECT_EQ(group->GetPropertyCount(), 43);
-    EXPECT_EQ(Violations(*h), "");
-}
-
 TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
 {
     root->EnableHistory(false);
@@ -148,111 +127,67 @@ TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
     EXPECT_EQ(reports.List(), QStringList());
 }
 
-struct t_ModeCase
+namespace
 {
-    INT32 scale;
-    KW_WAVEFORM_UPDATE_MODE update;
-    KW_ONOFF force;
-    KW_ZEL_DSP_MODE mode;
+const t_Rule kHorizontalRules[] = {
+    {"RollComesTooEarly", "Horizontal/WaveformUpdateMode = ROLL", ".Scale = 0.05",
+     ".DSPMode = NORMAL; .BlockSize = 0"},
+    {"RollComesTooLate", "Horizontal/WaveformUpdateMode = ROLL", ".Scale = 0.1",
+     ".DSPMode = ROLL; .BlockSize = 6250"},
+    {"PartialIsNotSlow", "Horizontal/WaveformUpdateMode = PARTIAL", ".Scale = 0.1",
+     ".DSPMode = SLOW; .BlockSize = 6250"},
+    {"FullIsSlow", "Horizontal/WaveformUpdateMode = FULL", ".Scale = 500", ".DSPMode = NORMAL"},
+    {"ForcedFastModeRolls", "Horizontal/WaveformUpdateMode = ROLL; .Scale = 500",
+     ".ForceDspFastMode = ON", ".DSPMode = NORMAL"},
+    {"ModeIsAChoice", "Horizontal/WaveformUpdateMode = ROLL; .Scale = 0.1", ".DSPMode = NORMAL",
+     ".DSPMode = ROLL", eKW_ACC_WARNING},
+    {"LogicTakesPeaks", "Horizontal/Scale = 0.001", ".AcquisitionMode = PEAK",
+     ".DecimationFactor = 200; .RecordLength = 62500; .DecimationFactorDigital = 100; "
+     ".RecordLengthDigital = 125000"},
+    {"TracesShareNoMemoryForEvents", "", "Horizontal/HistoryDepth = 5000",
+     ".MaxNumOfSerialBusEvents = 200"},
+    {"AveragesAreNoPowerOfTwo", "", "Horizontal/NumberOfAveragesGUI = AVG_64",
+     ".NumberOfAverages = 64"},
+    {"AveragesHaveNoEnd", "", "Horizontal/NumberOfAveragesGUI = AVG_8192",
+     ".NumberOfAverages = 8192"},
+    {"StepIsAboveTheAverages", "", "Horizontal/NumberOfAverages = 100",
+     ".NumberOfAveragesGUI = AVG_64"},
+    {"AveragesOfAStepShowAsTheOneBelow", "", "Horizontal/NumberOfAverages = 64",
+     ".NumberOfAveragesGUI = AVG_64"},
+    {"StandingStepKeepsTheAverages", "Horizontal/NumberOfAverages = 100",
+     ".NumberOfAveragesGUI = AVG_64", ".NumberOfAverages = 64"},
+    {"AcquisitionTimeLeavesTheScale", "", "Horizontal/AcquisitionTime = 0.001",
+     ".Scale = 1e-04; .ScaleGUI = US_100"},
+    {"AcquisitionTimeIsCutOff", "", "Horizontal/AcquisitionTime = 0.003",
+     ".Scale = 5e-04; .AcquisitionTime = 0.005", eKW_ACC_WARNING},
+    {"ScaleIsOffTheList", "", "Horizontal/Scale = 3e-4", ".Scale = 1e-07",
+     eKW_ACC_NOT_IN_VALUE_LIST},
+    {"UnlistedReferencePointIsSilent", "", "Horizontal/ReferencePoint = 30",
+     ".ReferencePointGUI = MIDDLE; .Left = -3e-07", eKW_ACC_OK,
+     "The reference point 30is not in the arrray with the predefined values."},
+    {"StandingReferencePointIsNoChoice", "Horizontal/ReferencePoint = 30",
+     ".ReferencePointGUI = MIDDLE", ".ReferencePoint = 50", eKW_ACC_OK,
+     "The reference point 30is not in the arrray with the predefined values."},
+    {"ReferencePointIsNotComputed", "", "Horizontal/ReferencePointGUI = LEFT",
+     ".ReferencePoint = 10; .Left = -1e-07; .PreTriggerSamplesWithSettlingSamples = 189"},
+    {"PositionLeavesTheRegister", "Horizontal/Scale = 500; .Position = 5000", ".Scale = 1e-09",
+     ".Position.6 = 1.65191; .HardwarePosition.6 = 1.65191", eKW_ACC_OK,
+     "The required horizontal position 5000 is greater than what the register dimensions allow "
+     "(1.65191)for acq. time :1e-08"},
+    {"PositionDoesNotComeBack", "Horizontal/Scale = 500; .Position = 5000; .Scale = 1e-09",
+     ".Scale = 500", ".Position = 5000; .Left.min = -15000", eKW_ACC_OK,
+     "The required horizontal position 5000 is greater than what the register dimensions allow "
+     "(1.65191)for acq. time :1e-08"},
+    {"ConverterRunsAtAnotherRate", "Horizontal/ZELMode = ZEL_C", "Spectrum/HorizontalSpan = 1e6",
+     "Horizontal/ZELMode = ZEL_A; .SampleRate = 1.25e+09; "
+     "Setup/Selfalignment/ADConverter/ADCModeResult = FOUR_CHANNELS"},
+    {"NeededModeIsLeft", "Spectrum/HorizontalSpan = 1e6", "Horizontal/ZELMode = ZEL_B",
+     ".ZELMode = ZEL_A; Setup/Selfalignment/ADConverter/ADCModeResult = FOUR_CHANNELS",
+     eKW_ACC_WARNING},
 };
+} // namespace
 
-class HorizontalMode : public testing::TestWithParam<t_ModeCase>
-{
-};
-
-TEST_P(HorizontalMode, SlowOrRollComesTooEarlyOrNever)
-{
-    const t_ModeCase& c = GetParam();
-    const auto root = GetZELRoot();
-    const auto h = root->GetPgHorizontal();
-    h->GetPrScaleGUI()->SetAsInt(c.scale);
-    h->GetPrWaveformUpdateMode()->Set(c.update);
-    h->GetPrForceDspFastMode()->Set(c.force);
-    EXPECT_EQ(h->GetPrDSPMode()->Get(), c.mode);
-    EXPECT_EQ(h->GetPrDSPMode()->SetAsInt((c.mode + 1) % 3), eKW_ACC_WARNING);
-    EXPECT_EQ(h->GetPrDSPMode()->Get(), c.mode);
-}
-
-// Index 24 is 100 ms/div, an acquisition of exactly one second.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, HorizontalMode,
-    testing::Values(
-        t_ModeCase{23, eKW_WAVEFORM_UPDATE_MODE_ROLL, eKW_ONOFF_OFF, eKW_ZEL_DSP_MODE_NORMAL},
-        t_ModeCase{24, eKW_WAVEFORM_UPDATE_MODE_ROLL, eKW_ONOFF_OFF, eKW_ZEL_DSP_MODE_ROLL},
-        t_ModeCase{24, eKW_WAVEFORM_UPDATE_MODE_PARTIAL, eKW_ONOFF_OFF, eKW_ZEL_DSP_MODE_SLOW},
-        t_ModeCase{35, eKW_WAVEFORM_UPDATE_MODE_FULL, eKW_ONOFF_OFF, eKW_ZEL_DSP_MODE_NORMAL},
-        t_ModeCase{35, eKW_WAVEFORM_UPDATE_MODE_ROLL, eKW_ONOFF_ON, eKW_ZEL_DSP_MODE_NORMAL}));
-
-TEST_F(HorizontalGroup, AveragesAreNoPowerOfTwoOrBoundless)
-{
-    for (const auto& [gui, averages] : {std::pair{0, 2U}, {1, 4U}, {5, 64U}, {12, 8192U}})
-    {
-        h->GetPrNumberOfAveragesGUI()->SetAsInt(gui == 0 ? 1 : 0);
-        ASSERT_LE(h->GetPrNumberOfAveragesGUI()->SetAsInt(gui), 1U);
-        EXPECT_EQ(h->GetPrNumberOfAverages()->Get(), averages) << gui;
-    }
-    h->GetPrNumberOfAverages()->Set(100);
-    EXPECT_EQ(h->GetPrNumberOfAveragesGUI()->GetAsInt(), 5) << "64 is the step below 100";
-    h->GetPrNumberOfAveragesGUI()->SetAsInt(5);
-    EXPECT_EQ(h->GetPrNumberOfAverages()->Get(), 64U) << "what stands was chosen";
-}
-
-TEST_F(HorizontalGroup, AcquisitionTimeLeavesTheScaleBehind)
-{
-    ASSERT_LE(h->GetPrAcquisitionTime()->Set(1e-3), 1U);
-    EXPECT_EQ(h->GetPrScale()->Get(), 1e-4);
-    ASSERT_EQ(h->GetPrAcquisitionTime()->Set(3e-3), eKW_ACC_WARNING);
-    EXPECT_EQ(h->GetPrScale()->Get(), 5e-4) << "the next slower scale shows all of it";
-    EXPECT_EQ(h->GetPrAcquisitionTime()->Get(), 5e-3);
-    ASSERT_LE(h->GetPrAcquisitionTime()->GetDbObject()->IncDec(-2), 1U);
-    EXPECT_EQ(h->GetPrScale()->Get(), 1e-4) << "a knob moves it by scales";
-    EXPECT_EQ(h->GetPrScale()->Set(3e-4), eKW_ACC_NOT_IN_VALUE_LIST);
-}
-
-TEST_F(HorizontalGroup, UnlistedReferencePointIsSilentOrNotComputed)
-{
-    ASSERT_EQ(h->GetPrReferencePoint()->Set(30.0), eKW_ACC_OK);
-    EXPECT_EQ(reports.List(),
-              QStringList{QStringLiteral(
-                  "The reference point 30is not in the arrray with the predefined values.")});
-    EXPECT_EQ(h->GetPrReferencePointGUI()->Get(), eKW_REF_POINT_POSITION_MIDDLE);
-    EXPECT_NEAR(h->GetPrLeft()->Get(), -3e-7, 1e-18);
-    ASSERT_EQ(h->GetPrReferencePointGUI()->Set(eKW_REF_POINT_POSITION_MIDDLE), eKW_ACC_OK);
-    EXPECT_EQ(h->GetPrReferencePoint()->Get(), 50.0) << "what stands was chosen";
-    ASSERT_EQ(h->GetPrReferencePointGUI()->Set(eKW_REF_POINT_POSITION_LEFT), eKW_ACC_OK);
-    EXPECT_EQ(h->GetPrReferencePoint()->Get(), 10.0);
-    EXPECT_NEAR(h->GetPrLeft()->Get(), -1e-7, 1e-18);
-}
-
-TEST_F(HorizontalGroup, PositionBeyondTheRegisterIsLostOrKept)
-{
-    h->GetPrScale()->Set(500.0);
-    ASSERT_EQ(h->GetPrPosition()->Set(5000.0), eKW_ACC_OK);
-    h->GetPrScale()->Set(1e-9);
-    const double limit = h->GetPrPosition()->GetMax();
-    EXPECT_EQ(h->GetPrPosition()->Get(), limit);
-    EXPECT_EQ(h->GetPrPosition()->GetUserValue(), 5000.0);
-    ASSERT_EQ(reports.List().size(), 1);
-    EXPECT_EQ(reports.List()[0],
-              QStringLiteral("The required horizontal position 5000 is greater than what the "
-                             "register dimensions allow (1.65191)for acq. time :1e-08"));
-    h->GetPrScale()->Set(500.0);
-    EXPECT_EQ(h->GetPrPosition()->Get(), 5000.0) << "the wish comes back";
-}
-
-TEST_F(HorizontalGroup, DownConverterRunsAtAnotherRate)
-{
-    h->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_C);
-    ASSERT_LE(root->GetPgDDC()->GetPrState()->Set(eKW_ONOFF_ON), 1U);
-    EXPECT_EQ(h->GetPrZELMode()->Get(), eKW_ZEL_MODE_ZEL_A);
-    EXPECT_EQ(h->GetPrSampleRate()->Get(), 1.25e9);
-    EXPECT_EQ(h->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_B), eKW_ACC_WARNING);
-    EXPECT_EQ(h->GetPrZELMode()->Get(), eKW_ZEL_MODE_ZEL_A);
-    EXPECT_EQ(Property(root, "Setup/Selfalignment/ADConverter/ADCModeResult")->GetText(),
-              QStringLiteral("FOUR_CHANNELS"))
-        << "who depends on the mode sees the one that is required";
-    EXPECT_EQ(reports.List(), QStringList());
-}
+INSTANTIATE_TEST_SUITE_P(Horizontal, Rules, testing::ValuesIn(kHorizontalRules), Rules::Name);
 
 namespace
 {
@@ -314,53 +249,58 @@ private:
     void Ran(char step) { steps += step; }
 };
 
-struct t_DispatchCase
+/** The recording group where the timebase stands, in a root of its own. */
+struct t_Recording
 {
-    const char* property;
-    const char* text;
-    const char* steps;
+    t_Recording()
+    {
+        root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
+        root.OnTreeCreated();
+        group->UpdateGroup();
+        group->steps.clear();
+    }
+    CDbPropBase& At(const char* name) const
+    {
+        return *group->FindProperty(QString::fromLatin1(name));
+    }
+
+    CReports reports;
+    CDbPgRoot root;
+    CRecordingHorizontal* const group = new CRecordingHorizontal;
 };
 
 // The position limits end by clamping the hardware's position, which shows as 'w'.
 constexpr char kChain[] = "Cdstiblwar.";
 } // namespace
 
-class HorizontalDispatch : public testing::TestWithParam<t_DispatchCase>
+TEST(HorizontalDispatch, RunsOtherStepsOrInAnotherOrder)
 {
-};
-
-TEST_P(HorizontalDispatch, RunsOtherStepsOrInAnotherOrder)
-{
-    // A root of its own: the recording group stands where the timebase stands.
-    CDbPgRoot root;
-    auto* const group = new CRecordingHorizontal;
-    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
-    root.OnTreeCreated();
-    group->UpdateGroup();
-    group->steps.clear();
-    CDbPropBase* const property = group->FindProperty(QString::fromLatin1(GetParam().property));
-    ASSERT_NE(property, nullptr);
-    ASSERT_LE(property->SetText(QString::fromLatin1(GetParam().text)), 1U);
-    EXPECT_EQ(group->steps, GetParam().steps);
+    const struct
+    {
+        const char* property;
+        const char* text;
+        const char* steps;
+    } rows[] = {{"ScaleGUI", "MS_1", "GCdstiblwar."},
+                {"AcquisitionTime", "0.001", "hgCdstiblwar."},
+                {"ReferencePoint", "10", "plwr."},
+                {"ReferencePointGUI", "LEFT", "Plwr."},
+                {"Position", "1e-06", "wr."},
+                {"NumberOfAverages", "4", "v."},
+                {"NumberOfAveragesGUI", "AVG_8", "V."},
+                {"HistoryDepth", "1000", "mCdstiblwar."},
+                {"DSPMode", "ROLL", kChain},
+                {"WaveformUpdateMode", "ROLL", kChain},
+                {"ForceDspFastMode", "ON", kChain},
+                {"Scale", "0.001", "gCdstiblwar."},
+                {"AcquisitionMode", "PEAK", kChain},
+                {"ZELMode", "ZEL_B", kChain}};
+    for (const auto& [property, text, steps] : rows)
+    {
+        const t_Recording h;
+        ASSERT_LE(h.At(property).SetText(QString::fromLatin1(text)), 1U) << property;
+        EXPECT_EQ(h.group->steps, steps) << property;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, HorizontalDispatch,
-                         testing::Values(t_DispatchCase{"ScaleGUI", "MS_1", "GCdstiblwar."},
-                                         t_DispatchCase{"AcquisitionTime", "0.001",
-                                                        "hgCdstiblwar."},
-                                         t_DispatchCase{"ReferencePoint", "10", "plwr."},
-                                         t_DispatchCase{"ReferencePointGUI", "LEFT", "Plwr."},
-                                         t_DispatchCase{"Position", "1e-06", "wr."},
-                                         t_DispatchCase{"NumberOfAverages", "4", "v."},
-                                         t_DispatchCase{"NumberOfAveragesGUI", "AVG_8", "V."},
-                                         t_DispatchCase{"HistoryDepth", "1000", "mCdstiblwar."},
-                                         t_DispatchCase{"DSPMode", "ROLL", kChain},
-                                         t_DispatchCase{"WaveformUpdateMode", "ROLL", kChain},
-                                         t_DispatchCase{"ForceDspFastMode", "ON", kChain},
-                                         t_DispatchCase{"Scale", "0.001", "gCdstiblwar."},
-                                         t_DispatchCase{"AcquisitionMode", "PEAK", kChain},
-                                         t_DispatchCase{"ZELMode", "ZEL_B", kChain}),
-                         [](const auto& test) { return std::string(test.param.property); });
 
 namespace
 {
@@ -373,65 +313,46 @@ struct t_OpenEnumeration : CDbPropEnumIntAccess
         (property.*store)(value, eWRITEKIND::Internal);
     }
 };
-
-struct t_IllegalCase
-{
-    const char* name;
-    std::function<void(CPgHorizontal&)> spoil;
-    const char* property;
-    INT64 value;
-    const char* report;
-    const char* steps;
-};
 } // namespace
 
-class HorizontalIllegal : public testing::TestWithParam<t_IllegalCase>
+TEST(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
 {
-};
-
-TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
-{
-    const CReports reports;
-    CDbPgRoot root;
-    auto* const group = new CRecordingHorizontal;
-    root.AddPropGroupToList(group, QStringLiteral("Horizontal"));
-    root.OnTreeCreated();
-    group->UpdateGroup();
-    GetParam().spoil(*group);
-    group->steps.clear();
-    const double scale = group->GetPrScale()->Get();
-    const double reference = group->GetPrReferencePoint()->Get();
-    auto* const property = dynamic_cast<CDbPropEnumIntAccess*>(
-        group->FindProperty(QString::fromLatin1(GetParam().property)));
-    ASSERT_NE(property, nullptr);
-    t_OpenEnumeration::Force(*property, GetParam().value);
-    group->RunRows(eCAUSE::On | eCAUSE::OnAny, *property, property);
-    EXPECT_EQ(reports.List(), QStringList{QString::fromLatin1(GetParam().report)});
-    EXPECT_EQ(group->steps, GetParam().steps);
-    EXPECT_EQ(group->GetPrScale()->Get(), scale);
-    EXPECT_EQ(group->GetPrReferencePoint()->Get(), reference);
+    const struct
+    {
+        void (*spoil)(CPgHorizontal&);
+        const char* property;
+        INT64 value;
+        const char* report;
+        const char* steps;
+    } rows[] = {
+        {[](CPgHorizontal& h) {
+             h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, 1e-8, 2e-8, 5e-8, 1e-7, 2e-7});
+         },
+         "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal&) {}, "ScaleGUI", -1,
+         "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal& h) {
+             h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, QStringLiteral("fast")});
+         },
+         "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
+        {[](CPgHorizontal&) {}, "ReferencePointGUI", 3,
+         "This enum entry 3is not in the map with the predefined values.", "Plwr."}};
+    for (const auto& [spoil, name, value, report, steps] : rows)
+    {
+        const t_Recording h;
+        spoil(*h.group);
+        h.group->steps.clear();
+        const double scale = h.group->GetPrScale()->Get();
+        const double reference = h.group->GetPrReferencePoint()->Get();
+        auto& property = dynamic_cast<CDbPropEnumIntAccess&>(h.At(name));
+        t_OpenEnumeration::Force(property, value);
+        h.group->RunRows(eCAUSE::On | eCAUSE::OnAny, property, &property);
+        EXPECT_EQ(h.reports.List(), QStringList{QString::fromLatin1(report)});
+        EXPECT_EQ(h.group->steps, steps);
+        EXPECT_EQ(h.group->GetPrScale()->Get(), scale);
+        EXPECT_EQ(h.group->GetPrReferencePoint()->Get(), reference);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Entries, HorizontalIllegal,
-    testing::Values(
-        t_IllegalCase{
-            "ScaleGUIPastTheList",
-            [](CPgHorizontal& h) {
-                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, 1e-8, 2e-8, 5e-8, 1e-7, 2e-7});
-            },
-            "ScaleGUI", 8, "This enum entry 8is not in the ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{"ScaleGUINegative", [](CPgHorizontal&) {}, "ScaleGUI", -1,
-                      "This enum entry -1is not in the ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{
-            "EntryIsNoNumber",
-            [](CPgHorizontal& h) {
-                h.GetPrScale()->DeclareValueList({1e-9, 2e-9, 5e-9, QStringLiteral("fast")});
-            },
-            "ScaleGUI", 3, "no double in ValueList of m_pScale", "GCdstiblwar."},
-        t_IllegalCase{"ReferencePointGUI", [](CPgHorizontal&) {}, "ReferencePointGUI", 3,
-                      "This enum entry 3is not in the map with the predefined values.", "Plwr."}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 TEST(HorizontalMismatch, SlowModeHidesThatThePathsDisagree)
 {

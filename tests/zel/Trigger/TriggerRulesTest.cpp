@@ -3,6 +3,11 @@
 
 namespace
 {
+constexpr char kLevels[] =
+    "Trigger/Source = C2; Vertical/Channel[1]/Levels/RuntTriggerLevelRange[0]/UpperLevel = 2; "
+    "Vertical/Channel[1]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 3; "
+    "Vertical/Channel[1]/Levels/SlewRateTriggerLevelRange[0]/UpperLevel = 2.5";
+
 const t_Rule kTriggerRules[] = {
     {"SourceIsOff", "Trigger/Source = C2", "Vertical/Channel[1]/Enabled = OFF",
      "Trigger/Source = C1"},
@@ -55,10 +60,12 @@ const t_Rule kTriggerRules[] = {
      "Vertical/Channel[1]/Levels/EdgeTriggerLevel[0]/Level = 1.5",
      "Trigger/CurrentTriggerThresholdLevels/UpperLevel = 1.5; .LowerLevel = 1.5; .NumberOfLevels = "
      "1; .Source = C2"},
-    {"TwoLevelsAreShownAsOne",
-     "Trigger/Source = C2; Vertical/Channel[1]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 3",
-     "Trigger/Type = WINDOW",
+    {"TwoLevelsAreShownAsOne", kLevels, "Trigger/Type = WINDOW",
      ".CurrentTriggerThresholdLevels/UpperLevel = 3; .LowerLevel = -1; .NumberOfLevels = 2"},
+    {"RuntHasTheLevelsOfTheWindow", kLevels, "Trigger/Type = RUNT",
+     ".CurrentTriggerThresholdLevels/UpperLevel = 2; .LowerLevel = -1; .NumberOfLevels = 2"},
+    {"SlewRateHasTheLevelsOfTheWindow", kLevels, "Trigger/Type = SLEWRATE",
+     ".CurrentTriggerThresholdLevels/UpperLevel = 2.5; .LowerLevel = -1; .NumberOfLevels = 2"},
     {"BusHasALevel", "", "Trigger/Type = PROTOCOL",
      ".CurrentTriggerThresholdLevels/Source = NONE; .NumberOfLevels = 0; .UpperLevel = 0-"},
     {"SlewRateIgnoresItsTimes", "",
