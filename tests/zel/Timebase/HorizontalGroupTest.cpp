@@ -405,7 +405,7 @@ TEST_P(HorizontalIllegal, IsReportedOtherwiseOrEndsTheUpdate)
         group->FindProperty(QString::fromLatin1(GetParam().property)));
     ASSERT_NE(property, nullptr);
     t_OpenEnumeration::Force(*property, GetParam().value);
-    group->OnPropertySet(property);
+    group->RunRows(eCAUSE::On | eCAUSE::OnAny, *property, property);
     EXPECT_EQ(reports.List(), QStringList{QString::fromLatin1(GetParam().report)});
     EXPECT_EQ(group->steps, GetParam().steps);
     EXPECT_EQ(group->GetPrScale()->Get(), scale);
