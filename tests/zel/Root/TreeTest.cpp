@@ -149,7 +149,6 @@ TEST(Tree, FileLosesSettingsOfFilledContainers)
     }
 }
 
-
 TEST(Tree, FileThatNamesOneTwinLosesItOrLeavesTheOther)
 {
     const auto root = GetZELRoot();
