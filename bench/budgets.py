@@ -94,8 +94,8 @@ def lines(runs: dict[str, dict]) -> list[tuple[str, str, str, str, float]]:
     heap = runs.get("TreeHeapPerProperty/iterations:1")
     if heap:
         size = heap["bytes_per_property"]
-        table.append(("heap of the tree, per property", f"{size:.0f} bytes", "500 bytes",
-                      f"{heap['properties']:.0f} properties", size / 500))
+        table.append(("heap of the tree, per property", f"{size:.0f} bytes", "300 bytes",
+                      f"{heap['properties']:.0f} properties", size / 300))
     return table
 
 
