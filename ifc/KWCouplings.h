@@ -50,7 +50,7 @@ struct KW_CouplingStep
 {
     QString group; ///< as KW_CouplingRow::group
     int row = 0;   ///< as KW_CouplingRow::number
-    QString step;
+    QString step;  ///< name of the step
 };
 
 /**
