@@ -34,26 +34,17 @@ void AddDecades(t_Lines& lines)
         const bool isTable = exponent >= -22 && exponent <= 22;
         Add(lines, "KWMath::Pow10", isTable ? kExact : kOneUlp, KWMath::Pow10, exponent);
     }
-    for (const double scale :
-         Joined(AndNeighbours({5e-7, 1e-6, 2e-6, 2e-14, 1.25e9}), Scattered(20, -40, 60)))
-    {
-        for (const double factor : {10.0, 0.02})
-            Add(lines, "KWMath::DecimalProduct", kExact, KWMath::DecimalProduct, scale, factor);
-    }
+    Add(lines, "KWMath::DecimalProduct", kExact, KWMath::DecimalProduct,
+        Joined(AndNeighbours({5e-7, 1e-6, 2e-6, 2e-14, 1.25e9}), Scattered(20, -40, 60)),
+        std::vector{10.0, 0.02});
     std::vector<double> decades;
-    for (int exponent = -22; exponent <= 22; ++exponent)
+    for (const int exponent : Range(-22, 22))
         decades.push_back(KWMath::Pow10(exponent));
-    for (const double value : Joined(AndNeighbours(decades), Edges()))
-        Add(lines, "KWMath::DecimalExponent", kExact, KWMath::DecimalExponent, value);
-    for (const double value :
-         Joined(Joined(AndNeighbours({3e-4, 3.7e6, 7e-9}), Edges()), Scattered(20, -40, 60)))
-    {
-        for (const int exponent : {-6, 0, 5})
-        {
-            Add(lines, "KWMath::FloorToDecimalExponent", kExact, KWMath::FloorToDecimalExponent,
-                value, exponent);
-        }
-    }
+    Add(lines, "KWMath::DecimalExponent", kExact, KWMath::DecimalExponent,
+        Joined(AndNeighbours(decades), Edges()));
+    Add(lines, "KWMath::FloorToDecimalExponent", kExact, KWMath::FloorToDecimalExponent,
+        Joined(Joined(AndNeighbours({3e-4, 3.7e6, 7e-9}), Edges()), Scattered(20, -40, 60)),
+        std::vector{-6, 0, 5});
 }
 
 void AddAxes(t_Lines& lines)
@@ -73,16 +64,10 @@ void AddAxes(t_Lines& lines)
                 axis.stop);
         }
         // Two logarithms, of up to one unit each, and the quotient.
-        for (const double value : {0.02, 20.0, 3e3, 1e4, 2e6, 7e7})
-        {
-            Add(lines, "KWMath::LogarithmicPosition", kFourUlp, KWMath::LogarithmicPosition, value,
-                axis.start, axis.stop);
-        }
-        for (const double position : {0.0, 0.1, 0.5, 0.75, 1.0, 1.2})
-        {
-            Add(lines, "KWMath::LogarithmicValue", kTwoUlp, KWMath::LogarithmicValue, position,
-                axis.start, axis.stop);
-        }
+        Add(lines, "KWMath::LogarithmicPosition", kFourUlp, KWMath::LogarithmicPosition,
+            std::vector{0.02, 20.0, 3e3, 1e4, 2e6, 7e7}, axis.start, axis.stop);
+        Add(lines, "KWMath::LogarithmicValue", kTwoUlp, KWMath::LogarithmicValue,
+            std::vector{0.0, 0.1, 0.5, 0.75, 1.0, 1.2}, axis.start, axis.stop);
     }
 }
 
@@ -99,14 +84,8 @@ void AddComparisons(t_Lines& lines)
         for (const double factor : {1.0, 1.0 + 0x1p-50, 1.0 - 0x1p-50, 1.0 + 0x1.8p-50})
             Add(lines, "CMatConstants", kExact, orders, a, a * factor);
     }
-    for (const double value : Joined(Edges(), Scattered(30, -20, 40)))
-    {
-        for (const double resolution : {0.1, 1e-3, 3.0})
-        {
-            Add(lines, "CMatConstants::AdjustToResolution", kExact,
-                CMatConstants::AdjustToResolution, value, resolution);
-        }
-    }
+    Add(lines, "CMatConstants::AdjustToResolution", kExact, CMatConstants::AdjustToResolution,
+        Joined(Edges(), Scattered(30, -20, 40)), std::vector{0.1, 1e-3, 3.0});
 }
 } // namespace
 

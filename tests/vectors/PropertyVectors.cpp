@@ -49,33 +49,25 @@ void AddIntegerSteps(t_Lines& lines)
     for (const T value : {T{0}, T{1}, T{2}, T{5}, T{9}, T{99}, T{1000}, T{32000}, kLow, kHigh,
                           static_cast<T>(kHigh - 1), static_cast<T>(kHigh / 2), T(kLow / 2)})
     {
-        for (const INT32 count : {1, -1, 3, -40})
-            Add(lines, "Step.Integer", kExact, steps, value, count);
-        for (const T resolution : {T{1}, T{7}, T{1000}})
-            Add(lines, "Limit.Integer", kExact, legal, value, resolution);
+        Add(lines, "Step.Integer", kExact, steps, value, std::vector{1, -1, 3, -40});
+        Add(lines, "Limit.Integer", kExact, legal, value, std::vector{T{1}, T{7}, T{1000}});
     }
 }
 
 void AddRealSteps(t_Lines& lines)
 {
-    const auto linear = [](double value, double step, INT32 count)
+    const auto withOverflow = [](const auto& step)
     {
-        bool overflow = false;
-        const double next = NStepping::Linear<double>(value, step, count, overflow);
-        return std::tuple(next, overflow);
+        return [&step](double value, auto... more)
+        {
+            bool overflow = false;
+            const double next = step(value, more..., overflow);
+            return std::tuple(next, overflow);
+        };
     };
-    const auto factor = [](double value, double by, INT32 count)
-    {
-        bool overflow = false;
-        const double next = NStepping::Factor<double>(value, by, count, overflow);
-        return std::tuple(next, overflow);
-    };
-    const auto ladder = [](double value, INT32 count)
-    {
-        bool overflow = false;
-        const double next = NStepping::Ladder125<double>(value, count, overflow);
-        return std::tuple(next, overflow);
-    };
+    const auto linear = withOverflow(NStepping::Linear<double>);
+    const auto factor = withOverflow(NStepping::Factor<double>);
+    const auto ladder = withOverflow(NStepping::Ladder125<double>);
     const std::vector<double> values =
         AndNeighbours({1e-12, 1e-3, 2e-3, 5e-3, 0.1, 1.0, 2.5, 7.0, 10.0, 5e5, 1e9, 2e15});
     for (const double value : values)
@@ -106,11 +98,8 @@ void AddRealLimits(t_Lines& lines)
     };
     const auto numbers =
         Joined(AndNeighbours({0.05, 0.31, 2.675, -7.5, 1e-9}), Scattered(20, -20, 50));
-    for (const double value : Joined(Edges(), numbers))
-    {
-        for (const double resolution : {0.0, 0.1, 1e-3, 0.25, 3.0})
-            Add(lines, "Limit.Real", kExact, legal, value, resolution, -1.7, 1e6);
-    }
+    Add(lines, "Limit.Real", kExact, legal, Joined(Edges(), numbers),
+        std::vector{0.0, 0.1, 1e-3, 0.25, 3.0}, -1.7, 1e6);
 }
 } // namespace
 
@@ -129,42 +118,13 @@ void AddNumberTexts(t_Lines& lines)
                               ReadAs<UINT32>(text), ReadAs<INT64>(text), ReadAs<UINT64>(text),
                               ReadAs<double>(text));
     };
-    for (const char* const text : {"0",
-                                   "-0",
-                                   "+7",
-                                   "+-7",
-                                   "1.5",
-                                   "1e3",
-                                   ".5",
-                                   "5.",
-                                   "1e400",
-                                   "1e-400",
-                                   "-1",
-                                   "32767",
-                                   "32768",
-                                   "-32769",
-                                   "65535",
-                                   "65536",
-                                   "2147483648",
-                                   "4294967295",
-                                   "4294967296",
-                                   "9223372036854775808",
-                                   "18446744073709551615",
-                                   "18446744073709551616",
-                                   "0x10",
-                                   "inf",
-                                   "",
-                                   "9007199254740993",
-                                   "2.2250738585072011e-308",
-                                   "4.9e-324",
-                                   "2.4e-324",
-                                   "1e23",
-                                   "8.5e-45",
-                                   "0.1",
-                                   "1.7976931348623159e308"})
-    {
-        Add(lines, "Text.Read", kExact, read, std::string(text));
-    }
+    const QString texts =
+        QStringLiteral("0 -0 +7 +-7 1.5 1e3 .5 5. 1e400 1e-400 -1 32767 32768 -32769 65535 65536 "
+                       "2147483648 4294967295 4294967296 9223372036854775808 18446744073709551615 "
+                       "18446744073709551616 0x10 inf  9007199254740993 2.2250738585072011e-308 "
+                       "4.9e-324 2.4e-324 1e23 8.5e-45 0.1 1.7976931348623159e308");
+    for (const QString& text : texts.split(u' '))
+        Add(lines, "Text.Read", kExact, read, text.toStdString());
 }
 
 void AddLimitsAndSteps(t_Lines& lines)

@@ -55,10 +55,8 @@ void AddTemperatures(t_Lines& lines)
                 {-1000.0, -273.15, -200.0, -199.0, -50.1, -1e-9, 1e-9, 1.02,   18.423, 25.5, 99.9,
                  123.0,   400.0,   761.3,  849.9,  850.1, 900.0, 1e9,  3900.0, 7600.1, kInf, kNan}))
     {
-        for (const int type : {-1, 14, 15, 16, 17, 18})
-            Add(lines, "Common.Platinum", kExact, platinum, value, type);
-        for (const int unit : {28, 84, 85, 86, -1})
-            Add(lines, "Common.Temperature", kExact, units, value, unit);
+        Add(lines, "Common.Platinum", kExact, platinum, value, std::vector{-1, 14, 15, 16, 17, 18});
+        Add(lines, "Common.Temperature", kExact, units, value, std::vector{28, 84, 85, 86, -1});
     }
 }
 
@@ -99,8 +97,8 @@ void AddProbes(t_Lines& lines)
     for (const int number : {-1, 28, 42, 77, 78, 91, 95})
     {
         Add(lines, "Common.ProbeUnits", kExact, unit, number);
-        for (const double value : {8.0, 0.0, -0.0})
-            Add(lines, "Common.ConvertProbeFactor", kExact, factor, value, number);
+        Add(lines, "Common.ConvertProbeFactor", kExact, factor, std::vector{8.0, 0.0, -0.0},
+            number);
     }
 }
 
@@ -112,8 +110,9 @@ void AddNumbers(t_Lines& lines)
     const auto current = [](int n) { return Common::GetDMMCurrent(KW_ZEL_DMM_CURRENT(n)); };
     const auto bytes = [](int n) { return Common::GetNOfBytesPerSample(KW_DATAFORMAT(n)); };
     const auto size = [](int n) { return Common::GetSampleSize(KW_SIGNAL_FORMAT(n)); };
-    for (const int number : {std::numeric_limits<int>::min(), -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10,
-                             11, 12, 13, 14, 15})
+    std::vector<int> numbers = Range(-2, 15);
+    numbers.front() = std::numeric_limits<int>::min();
+    for (const int number : numbers)
     {
         Add(lines, "Common.GetDMMCurrent", kExact, current, number);
         Add(lines, "Common.GetLfGain_dB", kExact, gain, number);
@@ -142,12 +141,9 @@ void AddMeterCatalogue(t_Lines& lines)
             return std::tuple(block->GetName(), input, path, block->GetRangeTable().size());
         };
         Add(lines, "Meter.Block", kExact, head, type);
-        for (int range = -1; range <= 16; ++range)
-        {
-            const auto settings = [&, &block = block](KW_ZEL_DMM_MEAS_TYPE, int number)
-            { return text(block->GetRangeSettings(KW_ZEL_METER_RANGE(number))); };
-            Add(lines, "Meter.GetRangeSettings", kExact, settings, type, range);
-        }
+        const auto settings = [&, &block = block](KW_ZEL_DMM_MEAS_TYPE, int number)
+        { return text(block->GetRangeSettings(KW_ZEL_METER_RANGE(number))); };
+        Add(lines, "Meter.GetRangeSettings", kExact, settings, type, Range(-1, 16));
     }
     for (const auto& [index, row] : catalogue.GetIndexedTable())
     {
@@ -177,11 +173,8 @@ void AddMeterRanges(t_Lines& lines)
     const std::vector<double> rounded = {0.1,         0.3,     3.0,     30.0, 300.0, 0.0995,
                                          0.1005,      0.09949, 0.10049, -0.1, 2.0,   1.0000001,
                                          4294967.396, 2.9996,  1e9,     1e19};
-    for (const double range :
-         Joined(Joined(AndNeighbours(nominal), AndNeighbours(rounded)), Edges()))
-    {
-        Add(lines, "Meter.Scales", kExact, scales, range);
-    }
+    Add(lines, "Meter.Scales", kExact, scales,
+        Joined(Joined(AndNeighbours(nominal), AndNeighbours(rounded)), Edges()));
     const auto path = [](int type, int probe, double range)
     {
         double factor = 0.0;
@@ -197,8 +190,7 @@ void AddMeterRanges(t_Lines& lines)
     {
         for (const double range : {1e-8, 1.0, 10.0, 100.0, 1000.0, 1e4, 1e7, 2.0})
         {
-            for (const int probe : {0, type + 1, 6, 18})
-                Add(lines, "Meter.Path", kExact, path, type, probe, range);
+            Add(lines, "Meter.Path", kExact, path, type, std::vector{0, type + 1, 6, 18}, range);
         }
     }
 }
@@ -270,8 +262,8 @@ void AddVertical(t_Lines& lines)
     }
     const auto divided = [](double range, UINT32 divisions)
     { return Vertical::GetNextHighestScale(range, divisions); };
-    for (const UINT32 divisions : {0U, 8U, 4000000000U})
-        Add(lines, "Vertical.GetNextHighestScaleOfRange", kExact, divided, 8e9, divisions);
+    Add(lines, "Vertical.GetNextHighestScaleOfRange", kExact, divided, 8e9,
+        std::vector{0U, 8U, 4000000000U});
     const auto values = [](double a, double b, double c)
     {
         return std::tuple(
@@ -290,13 +282,10 @@ void AddProbesAndMeter(t_Lines& lines)
 {
     const auto selection = [](double value) { return Common::GetCalFrequency(value); };
     // A deviation of 10 % is too much.
-    for (const double frequency :
-         Joined(Joined(Edges(), AndNeighbours({1192.0928955078, 152587.890625, 4882812.5,
-                                               19531250.0, 40e6, 35156250.0, 42968750.0, 30e6})),
-                {35156251.0, 42968749.0, -4882812.5}))
-    {
-        Add(lines, "Common.GetCalFrequency", kExact, selection, frequency);
-    }
+    Add(lines, "Common.GetCalFrequency", kExact, selection,
+        Joined(Joined(Edges(), AndNeighbours({1192.0928955078, 152587.890625, 4882812.5, 19531250.0,
+                                              40e6, 35156250.0, 42968750.0, 30e6})),
+               {35156251.0, 42968749.0, -4882812.5}));
     AddNumbers(lines);
     AddProbes(lines);
     AddTemperatures(lines);
@@ -387,8 +376,7 @@ void AddHarmonics(t_Lines& lines)
     // Class D looks at the power, EN 61000-3-12 at the short circuit, between two of its rows.
     for (int standard = 0; standard <= eKW_HMA_STANDARD_USER; ++standard)
     {
-        for (int order = 1; order <= 42; ++order)
-            Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 100.0, 33.0, order);
+        Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 100.0, 33.0, Range(1, 42));
         for (const int order : {3, 5, 8, 13})
         {
             Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 1000.0, 49.5, order);
@@ -436,11 +424,10 @@ void AddLabels(t_Lines& lines)
     {
         for (int type = 0; type <= 5; ++type)
         {
-            for (const int length : {0, 3, 16, 32, 64, 65})
-                Add(lines, "Label.getRawValue", kExact, raw, value, static_cast<UINT16>(length),
-                    type, 1.0, 0.0);
-            for (const double slope : {0.0, -0.0, 2.0, 1e-320})
-                Add(lines, "Label.getRawValue", kExact, raw, value, UINT16{64}, type, slope, kInf);
+            Add(lines, "Label.getRawValue", kExact, raw, value,
+                std::vector<UINT16>{0, 3, 16, 32, 64, 65}, type, 1.0, 0.0);
+            Add(lines, "Label.getRawValue", kExact, raw, value, UINT16{64}, type,
+                std::vector{0.0, -0.0, 2.0, 1e-320}, kInf);
         }
     }
     for (const std::string& bits : Patterns())
@@ -454,8 +441,8 @@ void AddLabels(t_Lines& lines)
             Add(lines, "Label.getPhysicalValue", kExact, physical, bits, type, 0x1p52, -0x1p52);
         }
     }
-    for (const double slope : {123456.5, 1234567.0, 0.0001, 0.00001})
-        Add(lines, "Label.getPhysicalValue", kExact, physical, std::string("1"), 0, slope, 0.0);
+    Add(lines, "Label.getPhysicalValue", kExact, physical, std::string("1"), 0,
+        std::vector{123456.5, 1234567.0, 0.0001, 0.00001}, 0.0);
     // There is no zero.
     Add(lines, "Label.getPhysicalValue", kExact, physical, Bits("", 64), 4, 0x1p1000, 0.0);
 }

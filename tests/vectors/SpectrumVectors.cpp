@@ -27,20 +27,16 @@ void AddWindows(t_Lines& lines)
         Add(lines, "FFT.WindowTables", kExact, table, type);
         Add(lines, "FFT.GetWindowFunction", kUnit, weight, type, 1U, 0U);
     }
-    for (const int type : {-1, 5})
-        Add(lines, "FFT.GetWindowFunction", kUnit, weight, type, 1024U, 17U);
+    Add(lines, "FFT.GetWindowFunction", kUnit, weight, std::vector{-1, 5}, 1024U, 17U);
     for (int type = 0; type < 5; ++type)
     {
         const auto window = FFT::GetWindowFunction(KW_WINDOW_TYPE(type), 1024);
         const auto of = [&window](int, UINT32 k) { return window(k); };
-        for (const UINT32 k : {0U, 1U, 17U, 400U, 511U, 512U, 1000U, 1023U, 1024U})
-            Add(lines, "FFT.Window", kUnit, of, type, k);
+        Add(lines, "FFT.Window", kUnit, of, type,
+            std::vector{0U, 1U, 17U, 400U, 511U, 512U, 1000U, 1023U, 1024U});
     }
-    for (const UINT32 length : {0U, 1U, 2U})
-    {
-        for (const UINT32 k : {1U, 2U, 4294967295U})
-            Add(lines, "FFT.GetWindowFunction", kUnit, weight, 3, length, k);
-    }
+    Add(lines, "FFT.GetWindowFunction", kUnit, weight, 3, std::vector{0U, 1U, 2U},
+        std::vector{1U, 2U, 4294967295U});
 }
 
 void AddDecibels(t_Lines& lines)
@@ -56,14 +52,13 @@ void AddDecibels(t_Lines& lines)
             const auto forward = [&to](double value, int, int) { return to(value); };
             const auto backward = [&from](double level, int, int) { return from(level); };
             // The offset's rounding weighs more where it cancels the level: no such values here.
-            for (const double value : {1e-9, 3.7e-6, 0.5, 1.25, 10.0, 987.6, 1e100, 0.0, -1.0, kInf,
-                                       -kInf, kNan, 5e-324})
-            {
-                Add(lines, "FFT.ToDecibel", kTwoUlp, forward, value, input, unit);
-            }
-            for (const double level :
-                 {-180.0, -61.7, 0.1, 13.0, 100.0, -7000.0, 7000.0, kInf, -kInf, kNan})
-                Add(lines, "FFT.FromDecibel", kOneUlp, backward, level, input, unit);
+            Add(lines, "FFT.ToDecibel", kTwoUlp, forward,
+                std::vector{1e-9, 3.7e-6, 0.5, 1.25, 10.0, 987.6, 1e100, 0.0, -1.0, kInf, -kInf,
+                            kNan, 5e-324},
+                input, unit);
+            Add(lines, "FFT.FromDecibel", kOneUlp, backward,
+                std::vector{-180.0, -61.7, 0.1, 13.0, 100.0, -7000.0, 7000.0, kInf, -kInf, kNan},
+                input, unit);
         }
     }
 }
@@ -71,31 +66,18 @@ void AddDecibels(t_Lines& lines)
 void AddBins(t_Lines& lines)
 {
     const auto magnitude = [](float r, float i) { return FFT::Abs({r, i}); };
-    const float parts[] = {0.0F,   -3.0F, 4.0F,         0.1F,       1e-45F,
-                           1e-30F, 3e38F, float(-kInf), float(kNan)};
-    for (const float r : parts)
-    {
-        for (const float i : parts)
-            Add(lines, "FFT.Abs", kExact, magnitude, r, i);
-    }
+    const std::vector parts{0.0F,   -3.0F, 4.0F,         0.1F,       1e-45F,
+                            1e-30F, 3e38F, float(-kInf), float(kNan)};
+    Add(lines, "FFT.Abs", kExact, magnitude, parts, parts);
     const auto range = [](int scaling, double minimum, double rate, double bandwidth)
     { return FFT::GetFrequencyRange(KW_SCALING_TYPE(scaling), minimum, rate, bandwidth); };
     for (int scaling = 0; scaling <= 2; ++scaling)
     {
-        for (const double rate : Joined(Edges(), AndNeighbours({6e3, 2e6, 1.25e9, 5e9})))
-            Add(lines, "FFT.GetFrequencyRange", kExact, range, scaling, 10.0, rate, 5e8);
+        Add(lines, "FFT.GetFrequencyRange", kExact, range, scaling, 10.0,
+            Joined(Edges(), AndNeighbours({6e3, 2e6, 1.25e9, 5e9})), 5e8);
         // The lower bound is 10 or 100 times the minimum, and may stand above the upper.
-        for (const double minimum : {0.0, 1000.0, 2e6})
-        {
-            for (const double rate : {0.0, 0.0006, 100.0, 7.4e6, 4e8, kInf, kNan})
-            {
-                for (const double bandwidth : {1.0, 6e7, kInf})
-                {
-                    Add(lines, "FFT.GetFrequencyRange", kExact, range, scaling, minimum, rate,
-                        bandwidth);
-                }
-            }
-        }
+        Add(lines, "FFT.GetFrequencyRange", kExact, range, scaling, std::vector{0.0, 1000.0, 2e6},
+            std::vector{0.0, 0.0006, 100.0, 7.4e6, 4e8, kInf, kNan}, std::vector{1.0, 6e7, kInf});
     }
 }
 
@@ -110,8 +92,8 @@ void AddSources(t_Lines& lines)
     };
     for (int number = -1; number <= 21; ++number)
     {
-        for (const int user : {28, 42, 43})
-            Add(lines, "FFT.GetInputUnitFromProbeSettingsScope", kExact, unit, number, user);
+        Add(lines, "FFT.GetInputUnitFromProbeSettingsScope", kExact, unit, number,
+            std::vector{28, 42, 43});
         Add(lines, "FFT.GetSourceChannel", kExact, source, number);
     }
 }
@@ -147,12 +129,10 @@ void AddOscillators(t_Lines& lines)
                           both.m_FineIncrement);
     };
     // So large a center leaves a residual of rounding errors only; infinity leaves none at all.
-    for (const double center : {10e6, kCoarse / 2, -kCoarse / 2, kCoarse - kFine,
-                                8.000000000000001e+23, -8.000000000000001e+23, kInf, kNan})
-    {
-        for (const UINT32 decimation : {1U, 20U, 60U, 119U, 120U})
-            Add(lines, "DDC.CalculateNcoFrequency", kExact, nco, center, decimation);
-    }
+    Add(lines, "DDC.CalculateNcoFrequency", kExact, nco,
+        std::vector{10e6, kCoarse / 2, -kCoarse / 2, kCoarse - kFine, 8.000000000000001e+23,
+                    -8.000000000000001e+23, kInf, kNan},
+        std::vector{1U, 20U, 60U, 119U, 120U});
     const auto words = [](UINT32 cic1, double coarse, double fine)
     {
         const auto set = Down::CalculateHWSettingsDDC({560, 5, static_cast<UINT16>(cic1), 16, -1},
@@ -211,19 +191,13 @@ void AddDDC(t_Lines& lines)
                        6875000.0, 9911670.0, 14842200.0, 24703300.0, 39495000.0});
     const std::vector<double> beside = {79.9,      824.9,     8250.0, 100e3, 1000079.0,
                                         1473209.9, 1473211.0, 30e6,   40e6};
-    for (const double span : Joined(Joined(thresholds, beside), Edges()))
-        Add(lines, "DDC.Decimation", kExact, decimation, span);
+    Add(lines, "DDC.Decimation", kExact, decimation, Joined(Joined(thresholds, beside), Edges()));
     for (const double span : thresholds)
         Add(lines, "DDC.Decimation", kExact, decimation, span + 0.001);
     // The spans lead to rates of the CIC stage from 1 to 12500, powers of two among them.
-    for (const double span : {825.0, 1000.0, 2517.7, 10070.8, 80566.4, 644531.25, 2e6, 6e6, 3e7})
-    {
-        for (const double center :
-             {0.0, 1.0, 2441406.25, -2441406.25, 1.23456789e8, 5e8, -1e9, 1e300, kNan})
-        {
-            Add(lines, "DDC.Chain", kExact, Chain, span, center);
-        }
-    }
+    Add(lines, "DDC.Chain", kExact, Chain,
+        std::vector{825.0, 1000.0, 2517.7, 10070.8, 80566.4, 644531.25, 2e6, 6e6, 3e7},
+        std::vector{0.0, 1.0, 2441406.25, -2441406.25, 1.23456789e8, 5e8, -1e9, 1e300, kNan});
     AddOscillators(lines);
     AddGains(lines);
 }

@@ -22,17 +22,14 @@ constexpr t_Selection kSelections[] = {{0, 0, 0}, {1, 1, 0}, {2, 2, 2}, {0, 2, 1
 
 void AddBudgets(t_Lines& lines)
 {
-    for (int mode = -1; mode <= 3; ++mode)
+    const auto numbers = [](int number)
     {
-        const auto numbers = [](int number)
-        {
-            return std::tuple(
-                Horizontal::GetSampleRate(KW_ZEL_MODE(number)),
-                Horizontal::CalculateDecimationFactorEffective(KW_ZEL_MODE(number), 4294967295U),
-                Horizontal::GetNumberOfHistoryTraces(KW_ZEL_HISTORY_DEPTH(number)));
-        };
-        Add(lines, "Horizontal.Selections", kExact, numbers, mode);
-    }
+        return std::tuple(
+            Horizontal::GetSampleRate(KW_ZEL_MODE(number)),
+            Horizontal::CalculateDecimationFactorEffective(KW_ZEL_MODE(number), 4294967295U),
+            Horizontal::GetNumberOfHistoryTraces(KW_ZEL_HISTORY_DEPTH(number)));
+    };
+    Add(lines, "Horizontal.Selections", kExact, numbers, Range(-1, 3));
     const auto budget = [](double rate, int acquisition, int depth, int length)
     {
         return Horizontal::GetMaxNumOfSamplesAfterDecimation(
@@ -64,11 +61,8 @@ void AddDecimation(t_Lines& lines)
                 Scattered(10, 0, 70)))
     {
         Add(lines, "Horizontal.LimitDecimationFactor", kExact, limited, value);
-        for (const UINT32 points : {0U, 1250U, 125000U})
-        {
-            Add(lines, "Horizontal.CalculateDecimationFactor", kExact,
-                Horizontal::CalculateDecimationFactor, value, points);
-        }
+        Add(lines, "Horizontal.CalculateDecimationFactor", kExact,
+            Horizontal::CalculateDecimationFactor, value, std::vector{0U, 1250U, 125000U});
     }
 }
 
@@ -155,21 +149,14 @@ void AddBoundaries(t_Lines& lines)
                                                   resolution, left, right);
         return std::tuple(left, right, Horizontal::CalculateNbPreTriggerSamples(time, 1250, left));
     };
-    for (const double time : {1e-8, 1e-3, 5000.0, 0.0, 5e-324})
+    const std::vector resolutions{0.0, 8e-12, -1.6e-5, 3e-4, -3e-4, 1e-3, 1e300, kInf, kNan};
+    const auto add = [&](double time, double position, double resolution, int percent)
     {
-        for (const double position : {0.0, -1.7e-5})
-        {
-            for (const double resolution :
-                 {0.0, 8e-12, -1.6e-5, 3e-4, -3e-4, 1e-3, 1e300, kInf, kNan})
-            {
-                for (const int percent : {0, 33, 50, 100})
-                {
-                    Add(lines, "Horizontal.CalculateHorizontalBoundaries", kExact, boundaries, time,
-                        percent, position, resolution);
-                }
-            }
-        }
-    }
+        Add(lines, "Horizontal.CalculateHorizontalBoundaries", kExact, boundaries, time, percent,
+            position, resolution);
+    };
+    Combine(add, std::vector{1e-8, 1e-3, 5000.0, 0.0, 5e-324}, std::vector{0.0, -1.7e-5},
+            resolutions, std::vector{0, 33, 50, 100});
 }
 
 void AddZoom(t_Lines& lines)

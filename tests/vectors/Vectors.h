@@ -92,7 +92,8 @@ std::set<std::string>& Allocating();
 
 /** Adds the line of one call: function(arguments …). */
 template <typename TFunction, typename... T>
-void Add(t_Lines& lines, const char* name, const char* slack, TFunction&& function, T... arguments)
+void AddOne(t_Lines& lines, const char* name, const char* slack, const TFunction& function,
+            const T&... arguments)
 {
     const CReports reports;
     const std::string result = Text(function(arguments...));
@@ -107,6 +108,36 @@ void Add(t_Lines& lines, const char* name, const char* slack, TFunction&& functi
     lines.push_back(std::string(name) + " " + slack + " " + Text(std::tuple(arguments...)) + " = " +
                     result + Told(reports));
 }
+
+/** Calls with every combination of the values of lists, those of the last list fastest. */
+template <typename TCall>
+void Combine(const TCall& call)
+{
+    call();
+}
+template <typename TCall, typename T, typename... TMore>
+void Combine(const TCall& call, const std::vector<T>& list, const TMore&... more)
+{
+    for (const T& value : list)
+        Combine([&](const auto&... values) { call(value, values...); }, more...);
+}
+template <typename TCall, typename T, typename... TMore>
+void Combine(const TCall& call, const T& value, const TMore&... more)
+{
+    Combine([&](const auto&... values) { call(value, values...); }, more...);
+}
+
+/** Adds the lines of a function; a vector among the arguments stands for each of its values. */
+template <typename TFunction, typename... T>
+void Add(t_Lines& lines, const char* name, const char* slack, const TFunction& function,
+         const T&... arguments)
+{
+    Combine([&](const auto&... values) { AddOne(lines, name, slack, function, values...); },
+            arguments...);
+}
+
+/** The whole numbers from `first` to `last`. */
+std::vector<int> Range(int first, int last);
 
 /** Zeros, ends and neighbours of the number types, infinities, NaN, denormals: what breaks a
     conversion or a comparison. */

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <sstream>
 
@@ -40,6 +41,13 @@ std::vector<double> Joined(std::vector<double> first, const std::vector<double>&
 {
     first.insert(first.end(), second.begin(), second.end());
     return first;
+}
+
+std::vector<int> Range(int first, int last)
+{
+    std::vector<int> numbers(static_cast<std::size_t>(last - first + 1));
+    std::iota(numbers.begin(), numbers.end(), first);
+    return numbers;
 }
 
 std::vector<double> Scattered(int count, int lowest, int highest)
