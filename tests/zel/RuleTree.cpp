@@ -10,8 +10,6 @@
 
 namespace
 {
-using t_Node = std::shared_ptr<IDbProperty>;
-
 /** What stands before a mark, or all of it. */
 QByteArray Before(const QByteArray& text, const char* mark)
 {
@@ -22,41 +20,28 @@ QByteArray Before(const QByteArray& text, const char* mark)
 /** The parts of a row, every path whole; `group` is that of the path before. */
 QList<QByteArray> Parts(const QByteArray& row, QByteArray& group)
 {
+    static const QRegularExpression kPart(QStringLiteral("^(@|\\+(\\d*) )?(\\.*)(.*)$"));
     QList<QByteArray> parts;
     for (const QString& text :
          QString::fromLatin1(row).split(QStringLiteral("; "), Qt::SkipEmptyParts))
     {
-        QByteArray part = text.toLatin1();
-        const auto start = part.startsWith('@') ? 1 : part.startsWith("+ ") ? 2 : 0;
-        part = part.mid(start, 1) == "." ? part.left(start) + group + part.mid(start + 1) : part;
-        const QByteArray path = Before(part, " = ").mid(start);
+        const auto part = kPart.match(text);
+        const auto dots = part.capturedLength(3);
+        group = dots == 0 ? QByteArray() : group;
+        for (auto up = dots; up > 1; --up)
+        {
+            group = group.left(group.lastIndexOf('/', -2) + 1);
+        }
+        const QByteArray write = group + part.captured(4).toLatin1();
+        const QByteArray path = Before(write, " = ");
         group = path.left(path.lastIndexOf('/') + 1);
-        parts.append(part);
+        const QByteArray mark(text.startsWith(u'@') ? "@" : text.startsWith(u'+') ? "+ " : "");
+        for (int i = std::max(part.captured(2).toInt(), 1); i > 0; --i)
+        {
+            parts.append(mark + write);
+        }
     }
     return parts;
-}
-
-template <typename T>
-bool Deliver(const t_Node& property, T value)
-{
-    auto* const number = dynamic_cast<IKWNumericProperty<T>*>(property->GetHandle().get());
-    return number != nullptr && KW_IsAccepted(number->SetResult(value));
-}
-
-KW_ACCEPTANCE DeliverText(const t_Node& property, const QString& text)
-{
-    if (const auto selector = std::dynamic_pointer_cast<CDbPropEnumIntAccess>(property))
-    {
-        const auto entry = selector->GetEnumNameInfo()->ConvertName(text, KW_ENUM_NAME::Serial);
-        return selector->SetResultAsInt(entry.value);
-    }
-    const double value = text.toDouble();
-    const bool isTaken = Deliver(property, value) ||
-                         Deliver(property, static_cast<UINT64>(value)) ||
-                         Deliver(property, static_cast<INT64>(value)) ||
-                         Deliver(property, static_cast<UINT32>(value)) ||
-                         Deliver(property, static_cast<UINT16>(value));
-    return isTaken ? eKW_ACC_OK : eKW_ACC_WRONG_KIND;
 }
 
 QString NumberText(const IDbProperty& property, CDice& dice)
@@ -105,8 +90,16 @@ QString AnyText(const IDbProperty& property, CDice& dice)
         return property.GetTypeName() == QLatin1String("bitpattern") ? PatternText(dice)
                                                                      : NumberText(property, dice);
     }
-    const QStringList& choice = values.isEmpty() ? texts->second : values;
-    return choice[dice.Below(static_cast<INT32>(choice.size()))];
+    return dice.Of(values.isEmpty() ? texts->second : values);
+}
+
+KW_ACCEPTANCE DeliverText(IDbProperty& property, const QString& text)
+{
+    EXPECT_EQ(property.GetObjectType(), eOBJECTTYPE_RESULT) << property.GetPath().toStdString();
+    auto& node = dynamic_cast<CDbPropBase&>(property);
+    CDbValue value;
+    const KW_ACCEPTANCE code = node.ParseText(text, value);
+    return KW_IsAccepted(code) ? node.WriteValue(std::move(value), eWRITEKIND::Internal) : code;
 }
 
 namespace
@@ -123,18 +116,13 @@ bool IsWithin(const IDbProperty& property, const QString& text)
 /** One random write below these groups; answers which. */
 QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& dice)
 {
-    std::vector<std::shared_ptr<IDbGroup>> groups;
-    const QString top = QString::fromLatin1(tops[dice.Below(static_cast<INT32>(tops.size()))]);
-    if (const auto node = std::dynamic_pointer_cast<IDbGroup>(tree.root->GetDbObject()->Find(top)))
-    {
-        VisitGroups(node, [&](const std::shared_ptr<IDbGroup>& group) { groups.push_back(group); });
-    }
-    if (groups.empty())
+    const auto top = std::dynamic_pointer_cast<IDbGroup>(
+        tree.root->GetDbObject()->Find(QString::fromLatin1(dice.Of(tops))));
+    if (!top)
     {
         return QString();
     }
-    const auto group =
-        groups[static_cast<std::size_t>(dice.Below(static_cast<INT32>(groups.size())))];
+    const auto group = dice.Of(GroupsFrom(top));
     const INT32 properties = group->GetPropertyCount();
     const INT32 choice = dice.Below(properties + group->GetActionCount() + 1);
     if (choice < properties)
@@ -260,7 +248,7 @@ KW_ACCEPTANCE CRuleTree::Do(const QByteArray& write) const
     const bool isResult = write.startsWith('@');
     const QString text = QString::fromLatin1(write.mid(separator + 3));
     const auto property = Property(root, write.left(separator).mid(isResult ? 1 : 0));
-    return isResult ? DeliverText(property, text) : property->SetText(text);
+    return isResult ? DeliverText(*property, text) : property->SetText(text);
 }
 
 void CRuleTree::DoAll(const QByteArray& writes) const
@@ -306,8 +294,10 @@ QString CRuleTree::State(const QByteArray& path) const
 QString CRuleTree::Unsettled() const
 {
     std::vector<std::pair<std::shared_ptr<IDbGroup>, long long>> groups;
-    VisitGroups(root->GetDbObject(), [&groups](const std::shared_ptr<IDbGroup>& group)
-                { group->HasChanged(groups.emplace_back(group, 0).second); });
+    for (const auto& group : GroupsFrom(root->GetDbObject()))
+    {
+        group->HasChanged(groups.emplace_back(group, 0).second);
+    }
     KW_PeekZELRoot()->UpdateAllMeasSettings();
     // Parents come first: the last one is the group itself.
     const auto last =

@@ -9,10 +9,10 @@
 
 /**
  * A tree, written by texts: "path = text", a client's write; "path", an action; "+ path", a new
- * item; or "@path = text", a result that the acquisition delivers.
+ * item ("+3 path": three); or "@path = text", a result that the acquisition delivers.
  *
  * Several stand in a row with "; " between them. A path that begins with a dot is below the group
- * of the path before it.
+ * of the path before it, each further dot is one group up.
  */
 class CRuleTree
 {
@@ -67,6 +67,9 @@ public:
 
 /** A text that is legal for a property, or likely so. */
 QString AnyText(const IDbProperty& property, CDice& dice);
+
+/** A result, as the acquisition delivers it. */
+KW_ACCEPTANCE DeliverText(IDbProperty& property, const QString& text);
 
 /** Random writes below `groups` (separated by blanks), mostly legal, in fresh trees. After each of
     them `check` finds nothing wrong; now and then everything computed once more changes nothing; at

@@ -39,53 +39,33 @@ QString Written(const QTemporaryDir& folder, const QByteArray& text, const char*
 }
 } // namespace
 
-void VisitGroups(const std::shared_ptr<IDbGroup>& group,
-                 const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit)
-{
-    visit(group);
-    for (INT32 i = 0; i < group->GetGroupCount(); ++i)
-    {
-        VisitGroups(group->GetGroup(i), visit);
-    }
-    IDbContainer* const container = group->AsContainer();
-    for (INT32 i = 0; container != nullptr && i < container->GetCount(); ++i)
-    {
-        VisitGroups(container->GetItemByPosition(i), visit);
-    }
-}
-
-void VisitProperties(const std::shared_ptr<IDbGroup>& group,
-                     const std::function<void(IDbProperty& property)>& visit)
-{
-    VisitGroups(group,
-                [&visit](const std::shared_ptr<IDbGroup>& below)
-                {
-                    for (INT32 i = 0; i < below->GetPropertyCount(); ++i)
-                    {
-                        visit(*below->GetProperty(i));
-                    }
-                });
-}
-
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root)
 {
     std::vector<QString> entries;
-    VisitProperties(root,
-                    [&entries](const IDbProperty& p)
-                    {
-                        QString& entry = entries.emplace_back(p.GetPath());
-                        for (const QString& part :
-                             {p.GetText(), p.GetMinText(), p.GetMaxText(), p.GetStepText()})
-                        {
-                            entry += QLatin1Char(';') + part;
-                        }
-                        for (const QString& value : p.GetValueTexts())
-                        {
-                            entry += QLatin1Char('|') + value;
-                        }
-                        entry += QLatin1String(p.GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
-                    });
+    Walk<IDbProperty>(root,
+                      [&entries](const auto& node)
+                      {
+                          const IDbProperty& p = *node;
+                          QString& entry = entries.emplace_back(p.GetPath());
+                          for (const QString& part :
+                               {p.GetText(), p.GetMinText(), p.GetMaxText(), p.GetStepText()})
+                          {
+                              entry += QLatin1Char(';') + part;
+                          }
+                          for (const QString& value : p.GetValueTexts())
+                          {
+                              entry += QLatin1Char('|') + value;
+                          }
+                          entry += QLatin1String(p.GetValidity() == eKW_VALIDITY_VALID ? "" : "-");
+                      });
     return entries;
+}
+
+std::vector<std::shared_ptr<IDbGroup>> GroupsFrom(const std::shared_ptr<IDbGroup>& top)
+{
+    std::vector<std::shared_ptr<IDbGroup>> groups;
+    Walk<IDbGroup>(top, [&groups](const auto& group) { groups.push_back(group); });
+    return groups;
 }
 
 QString FirstDifference(const std::vector<QString>& a, const std::vector<QString>& b)
@@ -120,17 +100,17 @@ std::shared_ptr<IDbContainer> Container(const std::shared_ptr<IKWFunctionZEL>& r
 
 void FillContainers(const std::shared_ptr<IKWFunctionZEL>& root, INT32 count)
 {
-    VisitGroups(root->GetDbObject(),
-                [count](const std::shared_ptr<IDbGroup>& group)
-                {
-                    IDbContainer* const container = group->AsContainer();
-                    while (container != nullptr && container->IsDynamic() &&
-                           container->GetCount() < count)
-                    {
-                        ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
-                            << group->GetPath().toStdString();
-                    }
-                });
+    Walk<IDbGroup>(root->GetDbObject(),
+                   [count](const auto& group)
+                   {
+                       IDbContainer* const container = group->AsContainer();
+                       while (container != nullptr && container->IsDynamic() &&
+                              container->GetCount() < count)
+                       {
+                           ASSERT_EQ(container->InsertItem(QString()), eKW_ACC_OK)
+                               << group->GetPath().toStdString();
+                       }
+                   });
 }
 
 QByteArray Saved(const std::shared_ptr<IKWFunctionZEL>& root, const char* suffix)

@@ -4,9 +4,9 @@
 #include "IDbObject.h"
 #include "IKWFunctionZEL.h"
 #include "Reports.h"
+#include "TreeWalk.h"
 
 #include <QByteArrayList>
-#include <functional>
 #include <random>
 #include <vector>
 
@@ -14,16 +14,11 @@ class CDbPropBase;
 
 // What the tests of the whole tree share.
 
-/** Visits every group below and with `group`, items of containers included, parents first. */
-void VisitGroups(const std::shared_ptr<IDbGroup>& group,
-                 const std::function<void(const std::shared_ptr<IDbGroup>&)>& visit);
-
-/** The same for the properties. */
-void VisitProperties(const std::shared_ptr<IDbGroup>& group,
-                     const std::function<void(IDbProperty& property)>& visit);
-
 /** Path, value, present limits, selectable values and validity of every property. */
 std::vector<QString> Snapshot(const std::shared_ptr<IDbGroup>& root);
+
+/** A group and all below it, items of containers included, parents first. */
+std::vector<std::shared_ptr<IDbGroup>> GroupsFrom(const std::shared_ptr<IDbGroup>& top);
 
 /** Names of the entries in which two snapshots differ; empty when they are the same. */
 QString FirstDifference(const std::vector<QString>& a, const std::vector<QString>& b);
@@ -68,6 +63,11 @@ public:
     double Share() { return static_cast<double>(m_engine()) / 4294967295.0; }
     INT32 Below(INT32 count) { return static_cast<INT32>(m_engine() % static_cast<UINT32>(count)); }
     double Logarithmic(double min, double max);
+    template <typename TList>
+    const auto& Of(const TList& list)
+    {
+        return list[static_cast<decltype(list.size())>(Below(static_cast<INT32>(list.size())))];
+    }
 
 private:
     std::mt19937 m_engine;

@@ -79,17 +79,15 @@ const t_Rule kAnalysisRules[] = {
     {"MiddleReferencePushesNothing", "", "Measurements/MiddleReferencePercent = 5",
      ".LowerReferencePercent = 5; .UpperReferencePercent = 90"},
     {"MeasurementKeepsAnotherUnit", "@Measurements/Measurement[1]/Count = 5; @.Mean = 3",
-     "Measurements/Measurement[1]/Type = POS_SLEWRATE",
-     ".Unit = LEVEL_V_PER_S; .Actual = 0-; .Mean = 3-; .Count = 0"},
+     ".Type = POS_SLEWRATE", ".Unit = LEVEL_V_PER_S; .Actual = 0-; .Mean = 3-; .Count = 0"},
     {"DigitalTraceHasAnAmplitude", "Logic/Enabled = ON; .LogicChannel[2]/Enabled = ON",
      "Measurements/Measurement[0]/Source = D2", ".Type = FREQUENCY; .Unit = FREQ_HZ"},
     {"LimitsAreCrossed", "", "Measurements/Measurement[0]/LowerLimit = 4", ".UpperLimit = 4"},
     {"StatisticsGoOn", "", "Measurements/ResetStatistics",
      ".Measurement[3]/Mean = 0-; .Count = 0; .Actual = 0"},
     {"SomeMeasurementStaysOn",
-     "Measurements/Measurement[0]/Enabled = ON; Measurements/Measurement[3]/Enabled = ON",
-     "Measurements/DisableAll",
-     ".Measurement[0]/Enabled = OFF; Measurements/Measurement[3]/Enabled = OFF"},
+     "Measurements/Measurement[0]/Enabled = ON; ..Measurement[3]/Enabled = ON", "..DisableAll",
+     ".Measurement[0]/Enabled = OFF; ..Measurement[3]/Enabled = OFF"},
 };
 
 void CheckAnalysis(const CRuleTree& tree, CFindings& findings)

@@ -99,25 +99,18 @@ const t_Rule kBusRules[] = {
      "Trigger/SENTBusTriggerSettings/ClearPatterns",
      ".Status = XXXX; .DataPatternRelation[0]/Relation = EQUAL; .Pattern = XXXX"},
     {"SettingsOfTheProtocolStay",
-     "SerialBus/Protocol = CAN; .CANBusSettings/BitRate = 1000; "
-     "SerialBus/SPIBusSettings/WordLength = 9",
-     "SerialBus/ResetSettings",
-     ".CANBusSettings/StandardBitRate = 500_KBPS; SerialBus/SPIBusSettings/WordLength = 9"},
-    {"ClearedResultsStay", "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
-     "SerialBus/BusResults/Clear",
-     ".NumberOfFrames = 0-; SerialBus/SPIBusResults/NumberOfFrames = 0-; "
-     "SerialBus/TrackInTable/SelectedIndex = -1"},
-    {"MarkedIndexIsAnotherFrame",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
-     "SerialBus/TrackInTable/SelectedIndex = 1",
+     "SerialBus/Protocol = CAN; .CANBusSettings/BitRate = 1000; ..SPIBusSettings/WordLength = 9",
+     "..ResetSettings",
+     ".CANBusSettings/StandardBitRate = 500_KBPS; ..SPIBusSettings/WordLength = 9"},
+    {"ClearedResultsStay", "+3 SerialBus/SPIBusResults/SPIBusFrame", "..BusResults/Clear",
+     ".NumberOfFrames = 0-; ..SPIBusResults/NumberOfFrames = 0-; ..TrackInTable/SelectedIndex = "
+     "-1"},
+    {"MarkedIndexIsAnotherFrame", "+3 SerialBus/SPIBusResults/SPIBusFrame",
+     "..TrackInTable/SelectedIndex = 1",
      ".SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[1]; .FrameTime = 0"},
-    {"MarkedFrameHasAnotherIndex",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame",
-     "SerialBus/TrackInTable/SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[2]",
-     ".SelectedIndex = 2"},
-    {"ForeignItemIsMarked",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
-     "SerialBus/TrackInTable/First",
+    {"MarkedFrameHasAnotherIndex", "+3 SerialBus/SPIBusResults/SPIBusFrame",
+     "..TrackInTable/SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[2]", ".SelectedIndex = 2"},
+    {"ForeignItemIsMarked", "+3 SerialBus/SPIBusResults/SPIBusFrame; ..TrackInTable/First",
      ".SelectedFrame = Vertical/Channel[2]",
      ".SelectedFrame = SerialBus/SPIBusResults/SPIBusFrame[0]", eKW_ACC_WARNING},
     {"DiagramStaysBehind",
@@ -142,23 +135,17 @@ const t_Rule kBusRules[] = {
      "Logic/CoupleThresholds = OFF; .LogicThresholdSettings[1]/UserThreshold = 3; "
      "Logic/Enabled = ON; .LogicChannel[5]/Enabled = ON",
      "SerialBus/CANBusSettings/BusChannelSettings[0]/Source = D5", ".Threshold = 3"},
-    {"OtherProtocolKeepsTheFrame",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
-     "SerialBus/TrackInTable/Last",
-     "SerialBus/Protocol = I2C", ".TrackInTable/SelectedIndex = -1; .FrameTime = 0-"},
+    {"OtherProtocolKeepsTheFrame", "+3 SerialBus/SPIBusResults/SPIBusFrame; ..TrackInTable/Last",
+     "..Protocol = I2C", ".TrackInTable/SelectedIndex = -1; .FrameTime = 0-"},
     {"FrameAtTheTriggerIsMissed",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
-     "@SerialBus/SPIBusResults/SPIBusFrame[0]/StopTime = -1e-06; "
-     "@SerialBus/SPIBusResults/SPIBusFrame[2]/StopTime = 1e-06",
+     "+3 SerialBus/SPIBusResults/SPIBusFrame; @.SPIBusFrame[0]/StopTime = -1e-06; "
+     "@..SPIBusFrame[2]/StopTime = 1e-06",
      "SerialBus/TrackInTable/SelectAtTrigger", ".SelectedIndex = 1"},
-    {"StepLeavesTheTable",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
-     "SerialBus/TrackInTable/Last",
-     ".Next", ".SelectedIndex = 2", eKW_ACC_WARNING},
+    {"StepLeavesTheTable", "+3 SerialBus/SPIBusResults/SPIBusFrame; ..TrackInTable/Last", ".Next",
+     ".SelectedIndex = 2", eKW_ACC_WARNING},
     {"StepsDoNotGoFromErrorToError",
-     "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame; "
-     "SerialBus/TrackInTable/ErrorsOnly = ON",
-     ".First", ".SelectedIndex = -1", eKW_ACC_WARNING},
+     "+3 SerialBus/SPIBusResults/SPIBusFrame; ..TrackInTable/ErrorsOnly = ON", ".First",
+     ".SelectedIndex = -1", eKW_ACC_WARNING},
     {"IdentifierExceedsItsLength",
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation; .Identifier = 2047",
@@ -179,16 +166,13 @@ const t_Rule kBusRules[] = {
     {"SignalLeavesThePayload",
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/StartBit = 12",
-     "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 2",
-     ".SignalTranslation[Signal1]/BitLength = 4"},
+     "..PayloadLength = 2", ".SignalTranslation[Signal1]/BitLength = 4"},
     {"SignalLimitsCross",
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation",
      ".SignalTranslation[Signal1]/Minimum = 300", ".Maximum = 300"},
-    {"LabelsAreNotCounted",
-     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
-     ".SerialBusLabelItem[Label1]/SignalTranslation",
-     "SerialBus/CANBusSettings/LabelListSettings/Clear", ".NumberOfLabels = 0"},
+    {"LabelsAreNotCounted", "+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem",
+     ".Clear", ".NumberOfLabels = 0"},
 };
 
 void CheckStandard(const CRuleTree& tree, const QByteArray& group, const QByteArray& name,

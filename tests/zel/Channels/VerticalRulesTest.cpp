@@ -33,10 +33,8 @@ const t_Rule kVerticalRules[] = {
      "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 3; Vertical/Channel[2]/Scale = 0.5",
      ".Scale = 1", ".Levels/EdgeTriggerLevel[0]/Level = 3"},
     {"LevelLeavesTheMovedScreen", "", "Vertical/Channel[2]/Offset = 10",
-     ".Levels/EdgeTriggerLevel[0]/Level = 6; "
-     "Vertical/Channel[2]/Levels/RuntTriggerLevelRange[0]/LowerLevel = 6; "
-     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 6; "
-     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/Threshold = 6"},
+     ".Levels/EdgeTriggerLevel[0]/Level = 6; ..RuntTriggerLevelRange[0]/LowerLevel = 6; "
+     "..WindowTriggerLevelRange[0]/UpperLevel = 6; ..LogicThresholdSettings[0]/Threshold = 6"},
     {"FixedLevelIsNotTaken", "", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = ECL",
      ".Level = -1.3"},
     {"FixedLevelStaysFixedWhenWritten",
@@ -77,26 +75,21 @@ const t_Rule kVerticalRules[] = {
      ".Levels/RelativeHysteresisLevel[0]/AutoHysteresis = OFF", ".Hysteresis = 12"},
     {"LevelsAreNotReset",
      "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 1; "
-     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 3; "
-     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/UserThreshold = 2; "
-     "Vertical/Channel[2]/Levels/ShowLevels = OFF; Vertical/Channel[2]/Scale = 0.2",
+     "..WindowTriggerLevelRange[0]/UpperLevel = 3; ..LogicThresholdSettings[0]/UserThreshold = 2; "
+     "..ShowLevels = OFF; ..Scale = 0.2",
      ".Levels/ResetLevels",
-     ".EdgeTriggerLevel[0]/Level = 0; "
-     "Vertical/Channel[2]/Levels/WindowTriggerLevelRange[0]/UpperLevel = 0.8; "
-     "Vertical/Channel[2]/Levels/LogicThresholdSettings[0]/ThresholdType = TTL; "
-     "Vertical/Channel[2]/Levels/ShowLevels = OFF"},
+     ".EdgeTriggerLevel[0]/Level = 0; ..WindowTriggerLevelRange[0]/UpperLevel = 0.8; "
+     "..LogicThresholdSettings[0]/ThresholdType = TTL; ..ShowLevels = OFF"},
     {"StreamsStayAsTheyWere", "Vertical/Channel[0]/Enabled = OFF", "Horizontal/ZELMode = ZEL_B",
      "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 2; .PartsPerStream = 2; "
      ".SamplesPerClockCycle = 10; .ClockFrequency = 2.5e+08; .AnalogSignalStream[0]/Channel = C2; "
-     "Vertical/AnalogSignalStreams/AnalogSignalStream[1]/Channel = C3; "
-     "Vertical/AnalogSignalStreams/AnalogSignalStream[2]/Active = OFF; "
-     "Vertical/AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[1]/DataStream = "
-     "SAMPLES_FROM_5_TO_9; "
-     "Vertical/AnalogSignalStreams/AnalogSignalStream[0]/AnalogSignalStreamPart[2]/DataStream = "
-     "UNUSED; Vertical/AnalogChannelMapping[0]/AssociatedSignalStream = NONE; "
-     "Vertical/AnalogChannelMapping[1]/AssociatedSignalStream = S1; "
-     "Vertical/AnalogChannelMapping[3]/AssociatedSignalStream = NONE; "
-     "Vertical/AnalogChannelMapping[2]/InterleavedConverters = 2"},
+     "..AnalogSignalStream[1]/Channel = C3; ..AnalogSignalStream[2]/Active = OFF; "
+     "..AnalogSignalStream[0]/AnalogSignalStreamPart[1]/DataStream = SAMPLES_FROM_5_TO_9; "
+     "..AnalogSignalStreamPart[2]/DataStream = UNUSED; "
+     "Vertical/AnalogChannelMapping[0]/AssociatedSignalStream = NONE; "
+     "..AnalogChannelMapping[1]/AssociatedSignalStream = S1; "
+     "..AnalogChannelMapping[3]/AssociatedSignalStream = NONE; "
+     "..AnalogChannelMapping[2]/InterleavedConverters = 2"},
     {"FastestModeHasTwoStreams", "", "Horizontal/ZELMode = ZEL_C",
      "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 1; .AnalogSignalStream[0]/SampleRate = "
      "5e+09; .AnalogSignalStreamPart[3]/DataStream = SAMPLES_FROM_15_TO_19; "
@@ -110,8 +103,7 @@ const t_Rule kVerticalRules[] = {
      eKW_ACC_NOTHING_TO_ACT_ON},
     {"CurveKeepsItsScales",
      "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 10; @.OriginalScale = 2; "
-     "@.OriginalPosition = 1; @.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/TimePosition = "
-     "1e-07",
+     "@.OriginalPosition = 1; @.OriginalTimeScale = 1e-06; ..TimePosition = 1e-07",
      ".SetToOriginal",
      ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0; .TimePosition.step = "
      "2e-08"},

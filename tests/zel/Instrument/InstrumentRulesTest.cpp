@@ -58,11 +58,10 @@ const t_Rule kInstrumentRules[] = {
     {"WorldAllowsMoreThanItsCountries", "Setup/Wireless/Country = DE", ".Country = WORLD",
      ".WirelessAccesspoint/Channel.max = 11"},
     {"EndedLinkHasGuests",
-     "@Setup/Wireless/Connected = ON; @.WirelessAccesspoint/Guests = 3; "
-     "@Setup/Wireless/WirelessClient/Signal = 3",
-     "Setup/Wireless/Mode = CLIENT",
-     ".Connected = OFF; .WirelessAccesspoint/Guests = 0; Setup/Wireless/WirelessClient/Signal = "
-     "3-"},
+     "@Setup/Wireless/Connected = ON; @.WirelessAccesspoint/Guests = 3; @..WirelessClient/Signal = "
+     "3",
+     "..Mode = CLIENT",
+     ".Connected = OFF; .WirelessAccesspoint/Guests = 0; ..WirelessClient/Signal = 3-"},
     {"ShortPassphraseIsKept", "", "Setup/Wireless/WirelessAccesspoint/Passphrase = 1234567",
      ".Passphrase = ", eKW_ACC_WARNING},
     {"AutomaticAddressIsFixed", "", "Setup/Wireless/WirelessClient/AutomaticAddress = OFF",

@@ -16,21 +16,18 @@ const t_Rule kLoggerRules[] = {
     {"RecordingThatEndsByItselfUnlocks", "Logger/Start", "@.Recording = OFF",
      ".SampleRate = 1_PER_SEC"},
     {"StartKeepsTheOldRecording",
-     "@Logger/LoggerAttributes/LoggerChannel[1]/Maximum = 5; "
-     "@Logger/LoggerAttributes/NumberOfSamples = 9; @.MissedSamples = 4",
+     "@Logger/LoggerAttributes/LoggerChannel[1]/Maximum = 5; @..NumberOfSamples = 9; "
+     "@.MissedSamples = 4",
      "Logger/Start",
-     ".LoggerAttributes/LoggerChannel[1]/Maximum = 5-; Logger/LoggerAttributes/NumberOfSamples = "
-     "0; .MissedSamples = 0"},
+     ".LoggerAttributes/LoggerChannel[1]/Maximum = 5-; ..NumberOfSamples = 0; .MissedSamples = 0"},
     {"ClearLeavesResults",
      "@Logger/LoggerAttributes/LoggerChannel[1]/Actual = 5; @.LoggerCursorResults[1]/Value = 5; "
-     "@Logger/LoggerAttributes/LoggerChannel[1]/LoggerCursorResultsDelta/Mean = 5; "
-     "@Logger/LoggerAttributes/RecordedTime = 100; @Logger/LoggerTime[0]/TimeStamp = 7; "
-     "@Logger/MemoryUsed = 50",
+     "@..LoggerCursorResultsDelta/Mean = 5; @Logger/LoggerAttributes/RecordedTime = 100; "
+     "@Logger/LoggerTime[0]/TimeStamp = 7; @Logger/MemoryUsed = 50",
      ".Clear",
      ".LoggerAttributes/LoggerChannel[1]/Actual = 5-; .LoggerCursorResults[1]/Value = 5-; "
-     "Logger/LoggerAttributes/LoggerChannel[1]/LoggerCursorResultsDelta/Mean = 5-; "
-     "Logger/LoggerAttributes/RecordedTime = 100-; Logger/LoggerTime[0]/TimeStamp = 7-; "
-     "Logger/MemoryUsed = 0"},
+     "..LoggerCursorResultsDelta/Mean = 5-; Logger/LoggerAttributes/RecordedTime = 100-; "
+     "Logger/LoggerTime[0]/TimeStamp = 7-; Logger/MemoryUsed = 0"},
     {"WholeRecordingIsShown",
      "@Logger/LoggerAttributes/RecordedTime = 601; Logger/HorizontalPosition = 77", ".ShowAll",
      ".HorizontalScale = 2_MIN; .HorizontalPosition = 0"},

@@ -14,8 +14,7 @@ const t_Rule kMeterRules[] = {
      ".MeasTypeGUI = CURRENT",
      ".MeterType = AD_CURR; .MeasType = AD_VOLT; .AdcPath = AC; .ProbeType = CURRENT_100_V_PER_A; "
      ".ProbeKind = CURRENT; .ProbeFactor = 0.01; .ProbeUserUnit = LEVEL_A; "
-     ".MeterChannel[4]/MeterMeasurement[0]/Unit = AMPERE; Meter/MeterChannel[4]/RangeUpperLimit = "
-     "0.1"},
+     ".MeterChannel[4]/MeterMeasurement[0]/Unit = AMPERE; ..RangeUpperLimit = 0.1"},
     {"GroupOfTheSameCouplingStays", "Meter/MeterType = AC_CURR", ".MeasTypeGUI = VOLTAGE",
      ".MeterType = AC_VOLT; .ProbeType = VOLTAGE_1_TO_1; .MeterChannel[4]/RangeLowerLimit = 0"},
     {"LargeResistanceNeedsLittleCurrent", "Meter/MeterType = OHM",
@@ -71,11 +70,9 @@ const t_Rule kMeterRules[] = {
      "Meter/MeterChannel[4]/SetLimits", ".LowerLimit = -22; .UpperLimit = -18"},
     {"DeliveredReadingMovesTheZoom", "Meter/MeterChannel[4]/BargraphRange = ZOOM; .Reference = 0.5",
      "@.MeterMeasurement[0]/Actual = 2",
-     "Meter/MeterChannel[4]/BargraphLowerEnd = 1; .BargraphUpperEnd = 3; "
-     ".MeterMeasurement[0]/Relative = 1.5"},
+     "..BargraphLowerEnd = 1; .BargraphUpperEnd = 3; .MeterMeasurement[0]/Relative = 1.5"},
     {"ZoomLooksAtAReadingOfBefore",
-     "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; @.Status = VALID; "
-     "Meter/MeterChannel[4]/Range = 100",
+     "@Meter/MeterChannel[4]/MeterMeasurement[0]/Actual = 2; @.Status = VALID; ..Range = 100",
      ".BargraphRange = ZOOM", ".BargraphLowerEnd = -10; .BargraphUpperEnd = 10"},
     {"BargraphFollowsTheLimits", "Meter/MeterChannel[4]/BargraphRange = LIMITS", ".UpperLimit = 7",
      ".BargraphLowerEnd = -1; .BargraphUpperEnd = 7"},
@@ -99,11 +96,9 @@ const t_Rule kMeterRules[] = {
     {"LevelFollowsAnotherSource", "Counter/MeterSourceChannel[2]/Range = 3",
      "Counter/CounterChannel[0]/Source = C3", ".Level.min = -30"},
     {"OtherQuantityDropsTheReading",
-     "@Counter/CounterChannel[0]/CounterNumerics/Value = 1010; "
-     "@Counter/CounterChannel[0]/Statistics/Count = 3; @.Mean = 3",
-     "Counter/CounterChannel[0]/MeasurementType = PERIOD",
-     ".CounterNumerics/Unit = FREQ_SEC; .Value = 1010-; Counter/CounterChannel[0]/Statistics/Mean "
-     "= 3-; .Count = 0"},
+     "@Counter/CounterChannel[0]/CounterNumerics/Value = 1010; @..Statistics/Count = 3; @.Mean = 3",
+     "..MeasurementType = PERIOD",
+     ".CounterNumerics/Unit = FREQ_SEC; .Value = 1010-; ..Statistics/Mean = 3-; .Count = 0"},
     {"DutyCycleIsPercent", "", "Counter/CounterChannel[1]/MeasurementType = NEG_DUTY_CYCLE",
      ".CounterNumerics/Unit = COUNT_PCT"},
     {"ReadingIsComparedWithTheReference",

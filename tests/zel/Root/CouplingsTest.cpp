@@ -2,6 +2,7 @@
 // What the rules declare against what they do: every change is watched with the rows that run.
 #include "../RuleTree.h"
 #include "CommonDatabase/Containers/DbContainerBase.h"
+#include "CommonDatabase/Nodes/DbWays.h"
 #include "KWCouplings.h"
 #include "Root/PgZEL.h"
 
@@ -72,15 +73,15 @@ constexpr std::pair<const char*, const char*> kCommands[] = {
 /** Groups whose actions read and write files: what these do is no row's. */
 constexpr const char* kFiles[] = {"", "SaveRecall"};
 
-/** Steps that change no node, for what they are. */
-constexpr std::pair<const char*, const char*> kWithoutChange[] = {
-    {"", "FollowRemoteState"},                                           // the root's control mode
-    {"Harmonic/HarmonicStandard/HarmonicLimitUser", "CheckOrderLimits"}, // answers a code
-    {"Horizontal", "CalculateHorizontalPositionLimits"}, // prescribed after the reference point
-    {"Horizontal", "CountChange"},                       // moves the change counter alone
-    {"Logger/LoggerSlot[n]", "CheckLoad"},               // answers a code
-    {"Spectrum", "OnSource"},                            // reports
-    {"Spectrum", "ReportAxisOfBasicFFT"}};
+/** Steps that change no node, for what they are: their group, a blank and their name. */
+constexpr const char* kWithoutChange[] = {
+    " FollowRemoteState",                                           // the root's control mode
+    "Harmonic/HarmonicStandard/HarmonicLimitUser CheckOrderLimits", // answers a code
+    "Horizontal CalculateHorizontalPositionLimits", // prescribed after the reference point
+    "Horizontal CountChange",                       // moves the change counter alone
+    "Logger/LoggerSlot[n] CheckLoad",               // answers a code
+    "Spectrum OnSource",                            // reports
+    "Spectrum ReportAxisOfBasicFFT"};
 
 /** Path with "[n]" for items. */
 QString Collapsed(const CDbObject& node)
@@ -93,36 +94,14 @@ QString Collapsed(const CDbObject& node)
     return path;
 }
 
-NNames::eNODE KindOf(const CDbObject& node)
-{
-    return node.GetKind() == eKW_NODE_PROPERTY                       ? NNames::eNODE::Property
-           : dynamic_cast<const CDbPropertyGroup*>(&node) != nullptr ? NNames::eNODE::Group
-                                                                     : NNames::eNODE::Action;
-}
-
-/** Whether a step of a way leads to a node. */
-bool Fits(UINT8 step, const CDbObject& node)
-{
-    const auto* const container = dynamic_cast<const CDbContainerBase*>(node.GetParent());
-    const auto* const group = dynamic_cast<const CDbPropertyGroup*>(&node);
-    const INT32 position =
-        container != nullptr && group != nullptr ? container->PositionOf(*group) : -1;
-    return position < 0
-               ? step == node.GetPlace()
-               : step == NNames::t_Path::kEach || (step & ~NNames::t_Path::kItem) == position;
-}
-
 /** Whether a way of names leads from a group to a node. */
 bool LeadsTo(const CDbPropertyGroup& from, const NNames::t_Path& path, const CDbObject& node)
 {
-    bool fits = KindOf(node) == path.kind;
-    const CDbObject* at = &node;
-    for (std::size_t i = path.length; fits && i > 0; --i)
-    {
-        fits = at->GetParent() != nullptr && Fits(path.steps[i - 1], *at);
-        at = at->GetParent();
-    }
-    return fits && at == (path.isFromRoot ? from.GetDbRoot() : &from);
+    bool leads = false;
+    NWays::Visit(
+        path.isFromRoot ? *from.GetDbRoot() : const_cast<CDbPropertyGroup&>(from), path,
+        [&](const CDbObject& at) { leads = leads || &at == &node; }, [](CDbPropertyGroup&) {});
+    return leads;
 }
 
 /** Keeps what starts rows and what they change. A row is that of all groups of its class, items of
@@ -211,11 +190,14 @@ public:
             // What only computing everything runs has nothing to do where all is settled.
             for (UINT8 i = 0; row->cause != eCAUSE::None && i < row->stepCount; ++i)
             {
-                const std::pair quiet{declared.group, QString::fromLatin1(row->steps[i].name)};
-                const bool isQuiet = IsIn(kWithoutChange, quiet);
+                const QLatin1String name(row->steps[i].name);
+                const bool isQuiet =
+                    std::any_of(std::begin(kWithoutChange), std::end(kWithoutChange),
+                                [&, step = QString(declared.group + u' ' + name)](const char* quiet)
+                                { return step == QLatin1String(quiet); });
                 if (!isQuiet && !m_effective.contains({row, row->steps + i}))
                 {
-                    dead.append(declared.text + QStringLiteral(": step ") + quiet.second);
+                    dead.append(declared.text + QStringLiteral(": step ") + name);
                 }
             }
         }
@@ -244,16 +226,6 @@ private:
         QString group;
         QString text;
     };
-
-    template <typename TList>
-    static bool IsIn(const TList& list, const std::pair<QString, QString>& pair)
-    {
-        return std::any_of(std::begin(list), std::end(list),
-                           [&pair](const auto& entry) {
-                               return pair.first == QLatin1String(entry.first) &&
-                                      pair.second == QLatin1String(entry.second);
-                           });
-    }
 
     static bool IsAtOrBelow(const QString& path, const QString& top)
     {
@@ -332,12 +304,12 @@ public:
         constexpr int kThingsInGroup = 40;
         m_observer.SetDisturbed(disturbs);
         const auto root = m_tree.root->GetDbObject();
-        const auto all = Below(root);
+        const t_Groups all = GroupsFrom(root);
         for (int i = 0; i < kPlaces; ++i)
         {
             DoThings(root->GetGroup(dice.Below(root->GetGroupCount())), kThingsInFunction, dice,
                      disturbs);
-            DoThings(AnyOf(all, dice), kThingsInGroup, dice, disturbs);
+            DoThings(dice.Of(all), kThingsInGroup, dice, disturbs);
         }
         m_observer.SetDisturbed(false);
     }
@@ -345,23 +317,12 @@ public:
 private:
     using t_Groups = std::vector<std::shared_ptr<IDbGroup>>;
 
-    static t_Groups Below(const std::shared_ptr<IDbGroup>& top)
-    {
-        t_Groups groups;
-        VisitGroups(top, [&groups](const auto& group) { groups.push_back(group); });
-        return groups;
-    }
-    static const std::shared_ptr<IDbGroup>& AnyOf(const t_Groups& groups, CDice& dice)
-    {
-        return groups[static_cast<std::size_t>(dice.Below(static_cast<INT32>(groups.size())))];
-    }
-
     void DoThings(const std::shared_ptr<IDbGroup>& top, int count, CDice& dice, bool disturbs) const
     {
-        const t_Groups groups = Below(top);
+        const t_Groups groups = GroupsFrom(top);
         for (int i = 0; i < count; ++i)
         {
-            IDbGroup& group = *AnyOf(groups, dice);
+            IDbGroup& group = *dice.Of(groups);
             if (dynamic_cast<const CDbObject&>(group).GetDbRoot() != nullptr)
             {
                 DoOne(group, dice, disturbs);
@@ -444,15 +405,6 @@ private:
             m_observer.SetDisturbed(false);
         }
     }
-    static void DeliverText(CDbPropBase& property, const QString& text)
-    {
-        CDbValue value;
-        if (KW_IsAccepted(property.ParseText(text, value)))
-        {
-            property.WriteValue(std::move(value), eWRITEKIND::Internal);
-        }
-    }
-
     CObserver& m_observer;
     CRuleTree m_tree;
 };

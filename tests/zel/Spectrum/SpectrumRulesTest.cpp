@@ -148,8 +148,7 @@ const t_Rule kSpectrumRules[] = {
     {"AverageIsNeverComplete", "FFT/AverageLength = 8", "@.AveragesDone = 8",
      "Spectrum/AverageComplete = ON"},
     {"NextRunGoesOnAveraging",
-     "FFT/AverageLength = 8; @.AveragesDone = 8; @Spectrum/ClippingAverage = ON",
-     "Spectrum/ResetNextRun",
+     "FFT/AverageLength = 8; @.AveragesDone = 8; @Spectrum/ClippingAverage = ON", ".ResetNextRun",
      ".AverageComplete = OFF; .ClippingAverage = OFF; FFT/AveragesDone = 0"},
     {"AverageHasAnyLength", "", "FFT/AverageLength = 100", ".AverageLength = 64", eKW_ACC_WARNING,
      "Average Length is invalid"},
@@ -246,69 +245,49 @@ const t_Rule kSpectrumRules[] = {
     {"LargestVoltageIsCutOff", "Spectrum/MagnitudeUnit = DBV", ".VerticalAutoSet",
      ".VerticalStop = 10"},
     {"FreeCursorFollows", "", "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8",
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 468750000; "
-     "Spectrum/SpectrumCursors/DeltaHorizontal = 368750000"},
+     "..SpectrumCursor[1]/Horizontal = 468750000; ..DeltaHorizontal = 368750000"},
     {"CoupledCursorStays",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8; "
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 3e8; "
-     "Spectrum/SpectrumCursors/Coupled = ON",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1.5e8",
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 3.5e+08; "
-     "Spectrum/SpectrumCursors/DeltaHorizontal = 2e+08"},
+     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8; ..SpectrumCursor[1]/Horizontal "
+     "= 3e8; ..Coupled = ON",
+     ".SpectrumCursor[0]/Horizontal = 1.5e8",
+     "..SpectrumCursor[1]/Horizontal = 3.5e+08; ..DeltaHorizontal = 2e+08"},
     {"FirstOfCoupledCursorsStays", "Spectrum/SpectrumCursors/Coupled = ON",
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Vertical = -10",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Vertical = -10"},
+     ".SpectrumCursor[1]/Vertical = -10", "..SpectrumCursor[0]/Vertical = -10"},
     {"CoupledCursorLeavesTheScreen",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8; "
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 3e8; "
-     "Spectrum/SpectrumCursors/Coupled = ON",
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 1.5e8",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 0; "
-     "Spectrum/SpectrumCursors/DeltaHorizontal = 1.5e+08",
-     eKW_ACC_OK, "property value is lower than property min value"},
+     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8; ..SpectrumCursor[1]/Horizontal "
+     "= 3e8; ..Coupled = ON",
+     ".SpectrumCursor[1]/Horizontal = 1.5e8",
+     "..SpectrumCursor[0]/Horizontal = 0; ..DeltaHorizontal = 1.5e+08", eKW_ACC_OK,
+     "property value is lower than property min value"},
     {"ResetMovesBothCursors",
-     "Spectrum/SpectrumCursors/Coupled = ON; Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal "
-     "= 1e8",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Reset",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 156250000; "
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 412500000; "
-     "Spectrum/SpectrumCursors/DeltaHorizontal = 256250000"},
-    {"CursorsMissTheScreen", "Spectrum/HorizontalStop = 4e8",
-     "Spectrum/SpectrumCursors/SetToScreen",
-     "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e+08; "
-     "Spectrum/SpectrumCursors/SpectrumCursor[1]/Horizontal = 3e+08; "
-     "Spectrum/SpectrumCursors/DeltaHorizontal = 2e+08"},
+     "Spectrum/SpectrumCursors/Coupled = ON; .SpectrumCursor[0]/Horizontal = 1e8", ".Reset",
+     ".Horizontal = 156250000; ..SpectrumCursor[1]/Horizontal = 412500000; ..DeltaHorizontal = "
+     "256250000"},
+    {"CursorsMissTheScreen", "Spectrum/HorizontalStop = 4e8", ".SpectrumCursors/SetToScreen",
+     ".SpectrumCursor[0]/Horizontal = 1e+08; ..SpectrumCursor[1]/Horizontal = 3e+08; "
+     "..DeltaHorizontal = 2e+08"},
     {"NoMarkerIsTheReference",
-     "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20",
-     "Spectrum/SpectrumMarkers/SetReference", ".SpectrumMarker[1]/DeltaMagnitude = 0-",
-     eKW_ACC_NOTHING_TO_ACT_ON},
+     "+2 Spectrum/SpectrumMarkers/SpectrumMarker; .SpectrumMarker[1]/Frequency = 2e8; @.Magnitude "
+     "= -20",
+     "..SetReference", ".SpectrumMarker[1]/DeltaMagnitude = 0-", eKW_ACC_NOTHING_TO_ACT_ON},
     {"ReferenceIsAnotherMarker",
-     "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20; "
-     "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]",
-     "Spectrum/SpectrumMarkers/SetReference",
-     ".ReferenceMarker/Frequency = 2e+08; .Magnitude = -20; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/DeltaMagnitude = 0; .DeltaFrequency = 0"},
+     "+2 Spectrum/SpectrumMarkers/SpectrumMarker; .SpectrumMarker[1]/Frequency = 2e8; @.Magnitude "
+     "= -20; ..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]",
+     ".SetReference",
+     ".ReferenceMarker/Frequency = 2e+08; .Magnitude = -20; ..SpectrumMarker[1]/DeltaMagnitude = "
+     "0; .DeltaFrequency = 0"},
     {"DeliveredMagnitudeMovesNoDifference",
-     "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20; "
-     "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; "
-     ".SetReference",
-     "@Spectrum/SpectrumMarkers/SpectrumMarker[1]/Magnitude = -35", ".DeltaMagnitude = -15"},
+     "+2 Spectrum/SpectrumMarkers/SpectrumMarker; .SpectrumMarker[1]/Frequency = 2e8; @.Magnitude "
+     "= -20; ..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; .SetReference",
+     "@.SpectrumMarker[1]/Magnitude = -35", ".DeltaMagnitude = -15"},
     {"MovedMarkerKeepsItsDifference",
-     "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20; "
-     "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; "
-     ".SetReference",
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 1e8", ".DeltaFrequency = -1e+08"},
+     "+2 Spectrum/SpectrumMarkers/SpectrumMarker; .SpectrumMarker[1]/Frequency = 2e8; @.Magnitude "
+     "= -20; ..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; .SetReference",
+     ".SpectrumMarker[1]/Frequency = 1e8", ".DeltaFrequency = -1e+08"},
     {"MovedReferenceKeepsTheDifferences",
-     "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker; "
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/Frequency = 2e8; @.Magnitude = -20; "
-     "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; "
-     ".SetReference",
-     "Spectrum/SpectrumMarkers/ReferenceMarker/Frequency = 3e8",
-     "Spectrum/SpectrumMarkers/SpectrumMarker[1]/DeltaFrequency = -1e+08"},
+     "+2 Spectrum/SpectrumMarkers/SpectrumMarker; .SpectrumMarker[1]/Frequency = 2e8; @.Magnitude "
+     "= -20; ..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[1]; .SetReference",
+     ".ReferenceMarker/Frequency = 3e8", "..SpectrumMarker[1]/DeltaFrequency = -1e+08"},
     {"SomeMarkerStays", "+ Spectrum/SpectrumMarkers/SpectrumMarker; + .SpectrumMarker",
      "Spectrum/SpectrumMarkers/RemoveAll", ".SpectrumMarker.count = 0"},
     {"MarkerIsOffTheCenter",

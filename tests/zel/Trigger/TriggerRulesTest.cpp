@@ -28,11 +28,8 @@ const t_Rule kTriggerRules[] = {
     {"UserTimeoutIsNotUsed", "Trigger/TimeoutBasedEventGeneration/UserTimeout = 2",
      ".TimeoutDefinition = USER", ".Timeout = 2"},
     {"PatternIsNotCleared",
-     "Trigger/PatternTriggerSettings/ChannelState[2]/State = HIGH; "
-     "Trigger/PatternTriggerSettings/ChannelState[11]/State = LOW",
-     "Trigger/PatternTriggerSettings/ClearPattern",
-     ".ChannelState[2]/State = DONT_CARE; Trigger/PatternTriggerSettings/ChannelState[11]/State = "
-     "DONT_CARE"},
+     "Trigger/PatternTriggerSettings/ChannelState[2]/State = HIGH; ..ChannelState[11]/State = LOW",
+     "..ClearPattern", ".ChannelState[2]/State = DONT_CARE; ..ChannelState[11]/State = DONT_CARE"},
     {"BitsAreNotClearedOrGetLost", "Trigger/SerialPatternTriggerSettings/Pattern = 0110",
      ".ClearPattern", ".Pattern = XXXX"},
     {"RecallLosesADigitalClock",
