@@ -5,7 +5,6 @@
 
 #include <QStringList>
 #include <mutex>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -51,25 +50,9 @@ public:
         const std::lock_guard guard(m_mutex);
         return std::exchange(m_reports, {});
     }
-    /** The messages of what arrived since the last call. */
-    std::vector<std::string> TakeMessages()
-    {
-        std::vector<std::string> messages;
-        for (const KW_ErrorReport& report : Take())
-        {
-            messages.push_back(report.message.toStdString());
-        }
-        return messages;
-    }
 
 private:
     mutable std::mutex m_mutex;
     std::vector<KW_ErrorReport> m_reports;
     KW_ErrorHandler m_previous;
 };
-
-/** What TakeMessages gives for one report of this text, or for none where it is empty. */
-inline std::vector<std::string> OneMessage(const std::string& text)
-{
-    return text.empty() ? std::vector<std::string>() : std::vector<std::string>{text};
-}

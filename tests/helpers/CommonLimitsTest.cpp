@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "HelperCases.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
+#include "Reports.h"
 
 #include <gtest/gtest.h>
 
@@ -69,10 +69,17 @@ TEST(CommonSetMinMax, CrossesLimitsOrHidesRefusal)
     {
         SCOPED_TRACE(testing::Message() << min << " … " << max << ", " << minCode << maxCode);
         CLimits limits(10, 20, minCode, maxCode);
-        CReports reports;
+        const CReports reports;
         EXPECT_EQ(Common::SetMinMax(&limits, min, max), code);
         EXPECT_EQ(limits.Calls(), calls);
-        ExpectReport(reports, report, kHelpers, "CZELDatabaseHelperCommon::SetMinMax");
+        EXPECT_EQ(reports.Messages().toStdString(), report);
+        for (const KW_ErrorReport& told : reports.All())
+        {
+            EXPECT_EQ(told.file, QStringLiteral("src/IKWFunctionZELHelpers"));
+            EXPECT_TRUE(told.function.contains(u"CZELDatabaseHelperCommon::SetMinMax"));
+            EXPECT_EQ(told.type, e_KW_MESSAGE_TYPE_ERROR);
+            EXPECT_GT(told.line, 0);
+        }
         EXPECT_EQ(limits.GetMin(), calls.find('m') < 2 && minCode <= 1 ? min : 10);
         EXPECT_EQ(limits.GetMax(), calls.find('M') < 2 && maxCode <= 1 ? max : 20);
     }
