@@ -123,47 +123,38 @@ TEST_F(ClientWalk, PathThatLeadsNowhereLeadsSomewhere)
 
 TEST_F(ClientWalk, NodeOfALostTreeCrashesOrTakesAWrite)
 {
-    std::vector<std::shared_ptr<IDbProperty>> properties;
-    std::vector<std::shared_ptr<IDbGroup>> containers;
-    std::vector<std::shared_ptr<IDbAction>> actions;
-    Walk<IDbProperty>(m_top, [&](const auto& property) { properties.push_back(property); });
-    Walk<IDbGroup>(m_top,
-                   [&](const auto& group)
-                   {
-                       if (group->AsContainer() != nullptr)
-                       {
-                           containers.push_back(group);
-                       }
-                   });
-    Walk<IDbAction>(m_top, [&](const auto& action) { actions.push_back(action); });
-    std::vector<QString> texts;
-    for (const auto& property : properties)
-    {
-        texts.push_back(property->GetText());
-    }
+    std::vector<std::pair<std::shared_ptr<IDbObject>, QString>> nodes;
+    WalkNodes(m_top,
+              [&nodes](const auto& node)
+              {
+                  const auto* const property = dynamic_cast<const IDbProperty*>(node.get());
+                  nodes.emplace_back(node, property != nullptr ? property->GetText() : QString());
+              });
+    nodes.erase(nodes.begin()); // the root itself, which keeps the tree
     const std::weak_ptr<IKWFunctionZEL> watched = m_root;
     m_top.reset();
     m_root.reset();
     ASSERT_TRUE(watched.expired());
-    for (std::size_t i = 0; i < properties.size(); ++i)
+    for (const auto& [node, text] : nodes)
     {
-        IDbProperty& property = *properties[i];
-        const bool refersToAnItem = property.GetTypeName() == QLatin1String("reference");
-        EXPECT_TRUE(refersToAnItem || property.GetText() == texts[i])
-            << property.GetNodeName().toStdString();
-        EXPECT_EQ(property.SetText(property.GetDefaultText()), eKW_ACC_DETACHED);
-        EXPECT_EQ(property.SetToDefault(), eKW_ACC_DETACHED);
-        EXPECT_GT(property.IncDec(1), eKW_ACC_WARNING);
-    }
-    for (const auto& container : containers)
-    {
-        IDbContainer& items = *container->AsContainer();
-        EXPECT_GT(items.InsertItem(QString()), eKW_ACC_WARNING);
-        EXPECT_GT(items.RemoveItem(QStringLiteral("0")), eKW_ACC_WARNING);
-        EXPECT_GT(items.SetActiveItem(QStringLiteral("0")), eKW_ACC_WARNING);
-    }
-    for (const auto& action : actions)
-    {
-        EXPECT_EQ(action->Execute(), eKW_ACC_DETACHED);
+        if (auto* const property = dynamic_cast<IDbProperty*>(node.get()))
+        {
+            const bool refersToAnItem = property->GetTypeName() == QLatin1String("reference");
+            EXPECT_TRUE(refersToAnItem || property->GetText() == text)
+                << property->GetNodeName().toStdString();
+            EXPECT_EQ(property->SetText(property->GetDefaultText()), eKW_ACC_DETACHED);
+            EXPECT_EQ(property->SetToDefault(), eKW_ACC_DETACHED);
+            EXPECT_GT(property->IncDec(1), eKW_ACC_WARNING);
+        }
+        else if (auto* const action = dynamic_cast<IDbAction*>(node.get()))
+        {
+            EXPECT_EQ(action->Execute(), eKW_ACC_DETACHED);
+        }
+        else if (auto* const items = dynamic_cast<IDbGroup&>(*node).AsContainer())
+        {
+            EXPECT_GT(items->InsertItem(QString()), eKW_ACC_WARNING);
+            EXPECT_GT(items->RemoveItem(QStringLiteral("0")), eKW_ACC_WARNING);
+            EXPECT_GT(items->SetActiveItem(QStringLiteral("0")), eKW_ACC_WARNING);
+        }
     }
 }

@@ -108,12 +108,6 @@ class Couplings(unittest.TestCase):
         self.assertTrue(graph.startswith("digraph"))
         self.assertEqual(graph.count(" -> "), len(ask("couplings", "Zoom")["couplings"]))
 
-    def test_secret_is_observed_aloud(self):
-        path = "Setup/Wireless/WirelessClient/Passphrase"
-        done = run("shell", input=f'set {path} "hunter2 squared"\nwhy {path}\n')
-        self.assertIn("saved in", done.stdout)
-        self.assertNotIn("hunter2", done.stdout + done.stderr)
-
 
 if __name__ == "__main__":
     unittest.main()

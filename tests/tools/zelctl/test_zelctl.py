@@ -192,7 +192,7 @@ class Zelctl(unittest.TestCase):
         path, secret = "Setup/Wireless/WirelessClient/Passphrase", "hunter2 squared"
         lines = [f'set {path} "{secret}"', f'set --trace {path}/ "{secret}!"', f"get {path}",
                  f"get --info {path}", f'set {path} "{secret * 5}"', f'same {path} "{secret}"',
-                 "tree Setup/Wireless", f"reset {path}", "undo"]
+                 "tree Setup/Wireless", f"why {path}", f"reset {path}", "undo"]
         for options in [[], ["--json"], ["--exact"]]:
             done = run(*options, "shell", input="\n".join(lines))
             self.assertIn("••••••••", done.stdout)
