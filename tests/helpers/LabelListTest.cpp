@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"
 #include "LabelList/LabelListSignal.h"
 
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <tuple>
 #include <type_traits>
 
@@ -153,5 +155,20 @@ TEST(LabelListMessage, LabelsLinesWrong)
     message.addSignal({"0008Rpm", Signal("Rpm", "rpm")});
     message.addSignal({"0024State", Signal("State")});
     EXPECT_EQ(message.CreateMessageLabel(), "Engine:\n- Rpm (rpm)\n- State");
+}
+
+class CCommaDecimals : public std::numpunct<char>
+{
+    char do_decimal_point() const override { return ','; }
+};
+
+// Which bits have which value stands in tests/vectors.
+TEST(LabelListPhysical, FollowsLocale)
+{
+    const std::locale previous =
+        std::locale::global(std::locale(std::locale::classic(), new CCommaDecimals));
+    EXPECT_EQ(getPhysicalValue("1", eKW_SIGNAL_TRANSLATION_VALUE_TYPE_UNSIGNED_INT, 0.5, 0.0),
+              "0.5");
+    std::locale::global(previous);
 }
 } // namespace

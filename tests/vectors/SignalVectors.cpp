@@ -225,9 +225,9 @@ std::vector<std::string> Patterns()
 {
     std::vector<std::string> patterns = {
         "", "0", "1", "10", "X1", "01101", "1x01", "12", "-1", " 1", "0b1",
-        // 1, the least and the most of a float, its infinity; 1, the next and infinity of a double.
-        Bits("001111111", 32), Bits("011111110", 31, '1') + "1", Bits("0", 31) + "1",
-        Bits("0", 9, '1') + Bits("0", 23), Bits("1", 9, '1') + Bits("0", 23),
+        // 1, the next, the least and the most of a float, its infinity; as many of a double.
+        Bits("001111111", 32), Bits("001111111", 31) + "1", Bits("011111110", 31, '1') + "1",
+        Bits("0", 31) + "1", Bits("0", 9, '1') + Bits("0", 23), Bits("1", 9, '1') + Bits("0", 23),
         Bits("001111111111", 64), Bits("001111111111", 63) + "1", Bits("0011111111111", 64),
         Bits("0", 12, '1') + Bits("0", 52), Bits("1", 12, '1') + Bits("0", 52), "1" + Bits("", 63)};
     for (const std::size_t length : {8, 31, 32, 33, 64})

@@ -279,11 +279,10 @@ void CheckBus(const CRuleTree& tree, CFindings& findings)
                    "labels counted");
 }
 
-constexpr char kFrames[] = "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame";
+constexpr char kFrames[] = "+3 SerialBus/SPIBusResults/SPIBusFrame";
 constexpr char kSignalAndFrames[] =
     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; "
-    "+ .SerialBusLabelItem[Label1]/SignalTranslation; "
-    "+ SerialBus/SPIBusResults/SPIBusFrame; + .SPIBusFrame; + .SPIBusFrame";
+    "+ .SerialBusLabelItem[Label1]/SignalTranslation; +3 SerialBus/SPIBusResults/SPIBusFrame";
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Bus, Rules, testing::ValuesIn(kBusRules), Rules::Name);

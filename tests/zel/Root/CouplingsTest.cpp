@@ -23,8 +23,8 @@ constexpr const char* kSituations[] = {
     "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A; .Enabled = ON; Mathematics/SourceA = C2; "
     "Cursor/Source = C2; Vertical/Channel[1]/Enabled = OFF",
     "Mathematics/Enabled = ON; Cursor/Source = M1; .Y1 = 1; "
-    "Cursor/CursorMeasurements/CursorMeasurement[0]/Source = M1; "
-    "Measurements/Measurement[0]/Source = M1; Mathematics/Type = MULTIPLY; .Scale = 0.001",
+    ".CursorMeasurements/CursorMeasurement[0]/Source = M1; Measurements/Measurement[0]/Source = "
+    "M1; Mathematics/Type = MULTIPLY; .Scale = 0.001",
     "Zoom/CoupleToCursor = ON; Cursor/X1 = -1e-7; Horizontal/Scale = 1e-8",
     "@Harmonic/FundamentalFrequency = 100; Harmonic/AutoSet; .FundamentalSource = C2",
     "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order "
@@ -53,10 +53,9 @@ constexpr const char* kSituations[] = {
     "Trigger/CANBusTriggerSettings/Type = IDENTIFIER",
     "Trigger/TvTriggerSettings/Polarity = POSITIVE; .Standard = NTSC",
     "FFT/AverageLength = 2; @FFT/AveragesDone = 2",
-    "Spectrum/HorizontalScaling = LOGARITHMIC; "
-    "Spectrum/SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
-    "Spectrum/SpectrumMarkers/SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[0]; "
-    "@.SpectrumMarker[0]/Magnitude = -7; Spectrum/SpectrumMarkers/SetReference"};
+    "Spectrum/HorizontalScaling = LOGARITHMIC; .SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
+    "..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[0]; "
+    "@.SpectrumMarker[0]/Magnitude = -7; ..SetReference"};
 
 /** Groups that a group commands beside those that it leads, which are below it. */
 constexpr std::pair<const char*, const char*> kCommands[] = {
