@@ -186,47 +186,34 @@ t_Wide NearestMultiple(const t_Wide& target, const t_Wide& step)
     return (doubled - rest - (rest < 0 ? 2 * step : t_Wide(0))) / 2;
 }
 
-/** Numbers of T, half of them near its ends and near zero. */
-template <typename T>
-class CAnyNumber
-{
-public:
-    T operator()()
-    {
-        constexpr T kEnds[] = {std::numeric_limits<T>::lowest(), std::numeric_limits<T>::max(), 0};
-        const auto near = static_cast<T>(m_random() % 4);
-        const T end = kEnds[m_random() % 3];
-        const bool fits = end <= std::numeric_limits<T>::max() - near;
-        return m_random() % 2 == 0 ? static_cast<T>(m_random())
-                                   : static_cast<T>(fits ? end + near : end - near);
-    }
-    template <typename TEntry, std::size_t n>
-    TEntry Of(const TEntry (&entries)[n])
-    {
-        return entries[m_random() % n];
-    }
-
-private:
-    std::mt19937_64 m_random{20240229};
-};
 } // namespace
 
 TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
 {
     using T = TypeParam;
     auto& number = this->m_number;
+    constexpr T kEnds[] = {TestFixture::kLowest, TestFixture::kHighest, 0};
     constexpr INT32 kCounts[] = {1, -1, 2, -3, 100, -32769, 2147483647, -2147483647 - 1};
     constexpr E_STEP_BEHAVIOUR kBehaviours[] = {eSTEP_BEHAVIOUR_LIMIT, eSTEP_BEHAVIOUR_WRAP,
                                                 eSTEP_BEHAVIOUR_REFUSE};
     this->m_root->DisableHistoryObjects();
-    CAnyNumber<T> any;
+    std::mt19937_64 random{20240229};
+    // Half of them near the ends of the type and near zero.
+    const auto any = [&random, &kEnds]
+    {
+        const auto near = static_cast<T>(random() % 4);
+        const T end = kEnds[random() % 3];
+        const bool fits = end <= TestFixture::kHighest - near;
+        return random() % 2 == 0 ? static_cast<T>(random())
+                                 : static_cast<T>(fits ? end + near : end - near);
+    };
     for (int i = 0; i < 3000; ++i)
     {
         const auto [min, max] = std::minmax({any(), any()});
         const T value = std::clamp(any(), min, max);
         const T step = std::max<T>(1, any());
-        const INT32 count = any.Of(kCounts);
-        const E_STEP_BEHAVIOUR behaviour = any.Of(kBehaviours);
+        const INT32 count = kCounts[random() % std::size(kCounts)];
+        const E_STEP_BEHAVIOUR behaviour = kBehaviours[random() % 3];
         ASSERT_EQ(number.SetMinAndMax(min, max), eKW_ACC_OK);
         ASSERT_EQ(number.Set(value), eKW_ACC_OK);
         ASSERT_EQ(number.SetStep(step), eKW_ACC_OK);

@@ -67,24 +67,20 @@ const std::pair<const char*, void (*)(CPgFixture&)> kReadings[] = {
 TEST_F(Threads, LockFreeReadingWaitsForAWriter)
 {
     std::atomic<const char*> reading{nullptr};
-    std::promise<void> done;
-    std::future<void> finished = done.get_future();
     m_root->StartTransaction(QStringLiteral("long"));
     ASSERT_EQ(m_group.m_pDouble->Set(20.0), eKW_ACC_OK);
-    std::thread reader(
-        [&]
+    const auto readAll = [&]
+    {
+        for (const auto& [name, read] : kReadings)
         {
-            for (const auto& [name, read] : kReadings)
-            {
-                reading = name;
-                read(m_group);
-            }
-            done.set_value();
-        });
+            reading = name;
+            read(m_group);
+        }
+    };
+    const auto finished = std::async(std::launch::async, readAll);
     const auto state = finished.wait_for(std::chrono::seconds(20));
     EXPECT_EQ(state, std::future_status::ready) << reading;
     m_root->EndTransaction(true);
-    reader.join();
 }
 
 TEST_F(Threads, HalfOfAValueOrLimitIsRead)
