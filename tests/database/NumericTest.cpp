@@ -21,6 +21,10 @@ CDbPropNum<T>& NumberOf(const CPgFixture& group)
                                                 group.m_pDouble));
 }
 
+class Numeric : public testing::Test, protected CFixture
+{
+};
+
 template <typename T>
 class Numbers : public testing::Test, protected CFixture
 {
@@ -147,10 +151,9 @@ TYPED_TEST(Numbers, TextOf64CharactersIsRefusedOrALongerOneCut)
     }
 }
 
-TEST(Limits, NaNOrInfinityBecomesOne)
+TEST_F(Numeric, NaNOrInfinityBecomesALimit)
 {
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropNum<double>& number = *root->m_pFirst->m_pDouble;
+    CDbPropNum<double>& number = *m_group.m_pDouble;
     const double nan = std::nan("");
     const double infinity = std::numeric_limits<double>::infinity();
     for (const auto& [min, max, code] : {std::tuple{nan, 5.0, eKW_ACC_NOT_A_NUMBER},
@@ -263,10 +266,9 @@ TYPED_TEST(Integers, TextBeyondTheTypeCanNotBeReadOrIsCutToFit)
     EXPECT_EQ(number.Get(), 7);
 }
 
-TEST(RealTexts, BeyondDoubleCanNotBeRead)
+TEST_F(Numeric, TextBeyondDoubleIsRead)
 {
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropNum<double>& number = *root->m_pFirst->m_pFollower;
+    CDbPropNum<double>& number = *m_group.m_pFollower;
     ASSERT_EQ(number.Set(1.0), eKW_ACC_OK);
     EXPECT_EQ(number.SetText(QStringLiteral("1e309")), eKW_ACC_ABOVE_MAXIMUM);
     EXPECT_EQ(number.SetText(QStringLiteral("-0.01e400")), eKW_ACC_BELOW_MINIMUM);
@@ -335,20 +337,19 @@ TYPED_TEST(Integers, NumbersThatDifferCountAsOne)
     EXPECT_EQ(number.Get(), T{3});
 }
 
-TEST(ValueList, EntryBeyondTheTypeIsCutToFitOrAFarWishEndsAtTheWrongEntry)
+TEST_F(Numeric, EntryBeyondTheTypeIsCutToFitOrAFarWishEndsAtTheWrongEntry)
 {
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropNum<INT16>& number = *root->m_pFirst->m_pInt16;
+    CDbPropNum<INT16>& number = *m_group.m_pInt16;
     number.DeclareValueList({1, 70000, -70000, 5, QStringLiteral("x")});
     EXPECT_EQ(number.Set(70000 % 65536), eKW_ACC_NOT_IN_VALUE_LIST);
     ASSERT_EQ(number.Set(1), eKW_ACC_OK);
     EXPECT_EQ(number.Inc(), eKW_ACC_OK);
     EXPECT_EQ(number.Get(), 5);
     EXPECT_EQ(number.Inc(), eKW_ACC_WARNING);
-    CDbPropNum<UINT16>& count = *root->m_pFirst->m_pUInt16;
+    CDbPropNum<UINT16>& count = *m_group.m_pUInt16;
     count.DeclareValueList({-1, 0, 7});
     EXPECT_EQ(count.Set(65535), eKW_ACC_NOT_IN_VALUE_LIST);
-    CDbPropNum<double>& listed = *root->m_pFirst->m_pListed;
+    CDbPropNum<double>& listed = *m_group.m_pListed;
     for (const auto& [wish, entry] : {std::pair{1e300, 10.0},
                                       {std::numeric_limits<double>::infinity(), 10.0},
                                       {-std::numeric_limits<double>::infinity(), 1.0},
@@ -446,24 +447,22 @@ void ExpectSteps(const t_Step (&steps)[n])
 }
 } // namespace
 
-TEST(Stepping, GoesTheWrongWayOrToTheOtherEnd)
+TEST_F(Numeric, StepGoesTheWrongWayOrToTheOtherEnd)
 {
     ExpectSteps<double>(kRealSteps);
     ExpectSteps<double>(kStepsOfBoth);
     ExpectSteps<INT64>(kWholeSteps);
     ExpectSteps<INT64>(kStepsOfBoth);
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropNum<double>& number = *root->m_pFirst->m_pDouble;
+    CDbPropNum<double>& number = *m_group.m_pDouble;
     number.DeclareStepMode(kFactor);
     number.DeclareStepFactor(1.1);
     EXPECT_EQ(number.IncDec(2), eKW_ACC_OK);
     EXPECT_DOUBLE_EQ(number.Get(), 12.1);
 }
 
-TEST(EnumerationSteps, LeaveTheTypeOrReachWhatIsDisabled)
+TEST_F(Numeric, EnumerationStepsLeaveTheTypeOrReachWhatIsDisabled)
 {
-    const auto root = CPgFixtureRoot::Create();
-    CDbPropEnum<KW_ZEL_TRIGGER_TYPE>& selector = *root->m_pFirst->m_pEnum;
+    CDbPropEnum<KW_ZEL_TRIGGER_TYPE>& selector = *m_group.m_pEnum;
     for (INT32 value = 0; value < selector.GetEnumSize(); ++value)
     {
         ASSERT_EQ(selector.EnableValue(value, value % 5 == 2), eKW_ACC_OK);

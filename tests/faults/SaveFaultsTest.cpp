@@ -36,6 +36,11 @@ protected:
         ASSERT_TRUE(KW_WriteWholeFile(m_name, m_old, error)) << error.toStdString();
         m_reports.Clear();
     }
+    KW_ACCEPTANCE SaveWith(const t_SystemCallFault& fault)
+    {
+        const CSystemCallFault struck(fault);
+        return m_root->Save(m_name);
+    }
     QStringList Files() const
     {
         return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
@@ -80,11 +85,7 @@ TEST_F(SaveFaults, ErrorOfASystemCallLosesTheOldFileOrIsSilent)
         SCOPED_TRACE(m_calls[call].name.toStdString() + " of " + m_calls[call].path.toStdString());
         RestoreOldFile();
         const int error = m_calls[call].name == "fsync" ? EIO : ENOSPC;
-        KW_ACCEPTANCE code = eKW_ACC_OK;
-        {
-            const CSystemCallFault fault({.failingCall = call, .error = error});
-            code = m_root->Save(m_name);
-        }
+        const KW_ACCEPTANCE code = SaveWith({.failingCall = call, .error = error});
         // Once the contents are on the disk, closing or synchronising again loses nothing, nor does
         // anything that follows the new name.
         const bool isSynced = call > PlaceOf("fsync", m_calls[call].path);
@@ -109,16 +110,10 @@ TEST_F(SaveFaults, DiskThatFillsUpLeavesHalfAFile)
     {
         SCOPED_TRACE(room);
         RestoreOldFile();
-        KW_ACCEPTANCE code = eKW_ACC_OK;
-        {
-            const CSystemCallFault fault({.room = static_cast<std::size_t>(room)});
-            code = m_root->Save(m_name);
-        }
-        ExpectRefused(code, ENOSPC);
+        ExpectRefused(SaveWith({.room = static_cast<std::size_t>(room)}), ENOSPC);
     }
     RestoreOldFile();
-    const CSystemCallFault fault({.room = static_cast<std::size_t>(m_new.size())});
-    EXPECT_EQ(m_root->Save(m_name), eKW_ACC_OK);
+    EXPECT_EQ(SaveWith({.room = static_cast<std::size_t>(m_new.size())}), eKW_ACC_OK);
 }
 
 TEST_F(SaveFaults, PowerLossLeavesNeitherTheOldNorTheNewFile)
@@ -130,8 +125,7 @@ TEST_F(SaveFaults, PowerLossLeavesNeitherTheOldNorTheNewFile)
         const pid_t child = fork();
         if (child == 0)
         {
-            const CSystemCallFault fault({.lastCall = call});
-            m_root->Save(m_name);
+            SaveWith({.lastCall = call});
             _exit(0);
         }
         int status = 0;
