@@ -98,7 +98,7 @@ private:
 t_Couplings CPgRuledItem::Rules() const
 {
     using I = CPgRuledItem;
-    constexpr auto elsewhere = t_TreeNames::First / t_RuledNames::A;
+    static constexpr auto elsewhere = t_TreeNames::First / t_RuledNames::A;
     static constexpr auto rows = Table<t_ItemNames>(
         On(t_ItemNames::Level) >> Do<&I::Step<'x'>>,
         Delivered(t_ItemNames::Level) >> Do<&I::Step<'w'>>, Changed(elsewhere) >> Do<&I::Step<'y'>>,
@@ -112,7 +112,7 @@ constexpr auto step = &CPgRuled::Step<name>;
 t_Couplings CPgRuled::Rules() const
 {
     using N = t_RuledNames;
-    constexpr auto first = t_TreeNames::First;
+    static constexpr auto first = t_TreeNames::First;
     static constexpr auto rows = Table<N>(
         On(N::A) >> Do<step<'a'>>, OnAny() >> Derive<step<'b'>>, Delivered(N::A) >> Do<step<'c'>>,
         On(first / N::A, first / N::Action) >> Do<step<'d'>>,

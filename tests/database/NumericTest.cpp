@@ -202,7 +202,7 @@ TYPED_TEST(Integers, StepEndsElsewhereThanExactArithmetic)
     this->m_root->DisableHistoryObjects();
     std::mt19937_64 random{20240229};
     // Half of them near the ends of the type and near zero.
-    const auto any = [&random, &kEnds]
+    const auto any = [&]
     {
         const auto near = static_cast<T>(random() % 4);
         const T end = kEnds[random() % 3];
