@@ -26,13 +26,14 @@ TEST(RootAllocationFaults, HalfATreeIsLeftOrNoneCanBeMade)
 {
     const QByteArray whole = Saved(GetZELRoot());
     bool struck = true;
-    std::uint64_t number = 1;
-    for (; struck; number += Stride(number, 300, 97))
+    int failed = 0;
+    for (std::uint64_t number = 1; struck; number += Stride(number, 300, 97))
     {
         SCOPED_TRACE(number);
         std::shared_ptr<IKWFunctionZEL> root;
         KW_TryWithoutMemory([&root] { root = GetZELRoot(); }, number, struck);
         ASSERT_TRUE(root || struck);
+        failed += root ? 0 : 1;
         root.reset();
         if (number % 40 != 0 && struck)
         {
@@ -42,7 +43,7 @@ TEST(RootAllocationFaults, HalfATreeIsLeftOrNoneCanBeMade)
         ASSERT_EQ(Saved(again), whole);
         ASSERT_EQ(again->RunPresetSequence(true), eKW_ACC_OK);
     }
-    EXPECT_GT(number, 300U) << "faults do not strike";
+    EXPECT_GT(failed, 100) << "faults do not strike";
 }
 
 TEST(RootAllocationFaults, RecallIsAppliedInPart)
