@@ -47,3 +47,16 @@ void Walk(const std::shared_ptr<IDbGroup>& group, const TVisit& visit)
                   }
               });
 }
+
+/** Whether a value lies within its limits, and has a name where values have names. Reading a
+   decimal text keeps the order of numbers, so no kind needs a way of its own; NaN is not within. */
+inline bool IsWithinLimits(const IDbProperty& property)
+{
+    const QString minimum = property.GetMinText();
+    const QString maximum = property.GetMaxText();
+    const QString text = property.GetText();
+    const double value = text.toDouble();
+    return (minimum.isEmpty() || minimum.toDouble() <= value) &&
+           (maximum.isEmpty() || value <= maximum.toDouble()) &&
+           (property.GetEnumNameInfo() == nullptr || !text.isEmpty());
+}

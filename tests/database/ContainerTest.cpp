@@ -6,25 +6,21 @@
 
 namespace
 {
-class Containers : public testing::Test
+class Containers : public testing::Test, protected CFixture
 {
 protected:
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CPgFixture& m_group = *m_root->m_pFirst;
     CPgaFixtureItem& m_array = *m_group.m_pArray;
     CPgmFixtureItem& m_map = *m_group.m_pMap;
-    CReports m_reports;
 
     /** The one report since the last call, and that nothing else changed. */
-    void ExpectRefused(KW_ACCEPTANCE code, KW_ACCEPTANCE expected, const char* text,
-                       const char* file)
+    void ExpectRefused(KW_ACCEPTANCE code, KW_ACCEPTANCE expected, const char* text)
     {
         EXPECT_EQ(code, expected);
         ASSERT_EQ(m_reports.Count(), 1) << text;
         const KW_ErrorReport report = m_reports.All()[0];
         EXPECT_TRUE(report.message.startsWith(QLatin1String(text)))
             << report.message.toStdString() << " is not " << text;
-        EXPECT_EQ(report.file, QLatin1String(file));
+        EXPECT_EQ(report.file, QLatin1String(m_source));
         EXPECT_TRUE(report.function.contains(QLatin1String("CPgFixtureItem")))
             << report.function.toStdString();
         EXPECT_EQ(m_root->Text(), m_before);
@@ -33,10 +29,9 @@ protected:
     void Remember() { m_before = m_root->Text(); }
 
     QByteArray m_before;
+    /** Where refusals say that they come from. */
+    const char* m_source = "CommonDatabase/Src/DbPgArray";
 };
-
-constexpr char kArray[] = "CommonDatabase/Src/DbPgArray";
-constexpr char kMap[] = "CommonDatabase/Src/DbPgMap";
 } // namespace
 
 TEST_F(Containers, ArraySizeShrinksOrGoesNegative)
@@ -45,11 +40,10 @@ TEST_F(Containers, ArraySizeShrinksOrGoesNegative)
     Remember();
     EXPECT_EQ(m_array.DbSetSize(3), eKW_ACC_OK) << "the present count changes nothing";
     EXPECT_EQ(m_root->Text(), m_before);
-    ExpectRefused(m_array.DbSetSize(-1), eKW_ACC_BAD_INDEX, "bad size argument in KW_ACCEPTANCE",
-                  kArray);
+    ExpectRefused(m_array.DbSetSize(-1), eKW_ACC_BAD_INDEX, "bad size argument in KW_ACCEPTANCE");
     ExpectRefused(m_array.DbSetSize(2), eKW_ACC_CAN_NOT_SHRINK,
-                  "Cannot use SetSize() to reduce size of the array -- memory leaks! in ", kArray);
-    ExpectRefused(m_array.DbSetSize(21), eKW_ACC_CONTAINER_FULL, "bad size argument in ", kArray);
+                  "Cannot use SetSize() to reduce size of the array -- memory leaks! in ");
+    ExpectRefused(m_array.DbSetSize(21), eKW_ACC_CONTAINER_FULL, "bad size argument in ");
     EXPECT_EQ(m_array.ItemAt(2)->GetNodeName(), QStringLiteral("2"));
 }
 
@@ -102,13 +96,12 @@ TEST_F(Containers, ArrayTakesBadIndexesOrCounts)
 {
     ASSERT_EQ(m_array.DbSetSize(2), eKW_ACC_OK);
     Remember();
-    ExpectRefused(m_array.InsertInternal(3), eKW_ACC_BAD_INDEX, "Bad index 3", kArray);
-    ExpectRefused(m_array.Insert(-1), eKW_ACC_BAD_INDEX, "Bad index -1", kArray);
-    ExpectRefused(m_array.DbRemovePriv(-1, 1), eKW_ACC_BAD_INDEX, "Negative index... in ", kArray);
-    ExpectRefused(m_array.DbRemovePriv(0, -1), eKW_ACC_BAD_INDEX, "Negative nofElements... in ",
-                  kArray);
-    ExpectRefused(m_array.DbRemovePriv(1, 2), eKW_ACC_BAD_INDEX, "Index out of range.", kArray);
-    ExpectRefused(m_array.Remove(1, 2147483647), eKW_ACC_BAD_INDEX, "Index out of range.", kArray);
+    ExpectRefused(m_array.InsertInternal(3), eKW_ACC_BAD_INDEX, "Bad index 3");
+    ExpectRefused(m_array.Insert(-1), eKW_ACC_BAD_INDEX, "Bad index -1");
+    ExpectRefused(m_array.DbRemovePriv(-1, 1), eKW_ACC_BAD_INDEX, "Negative index... in ");
+    ExpectRefused(m_array.DbRemovePriv(0, -1), eKW_ACC_BAD_INDEX, "Negative nofElements... in ");
+    ExpectRefused(m_array.DbRemovePriv(1, 2), eKW_ACC_BAD_INDEX, "Index out of range.");
+    ExpectRefused(m_array.Remove(1, 2147483647), eKW_ACC_BAD_INDEX, "Index out of range.");
     EXPECT_EQ(m_group.m_pFixed->Insert(0), eKW_ACC_FIXED_SIZE);
     EXPECT_EQ(m_group.m_pFixed->Remove(0, 1), eKW_ACC_FIXED_SIZE);
     EXPECT_EQ(m_array.ItemAt(2), nullptr);
@@ -245,19 +238,19 @@ TEST_F(Containers, MapTakesDoubleMissingOrBadNames)
 {
     ASSERT_EQ(m_map.Insert(QStringLiteral("a")), eKW_ACC_OK);
     ASSERT_EQ(m_map.InsertInternal(QStringLiteral("b"), QString(), 7, true, false), eKW_ACC_OK);
+    m_source = "CommonDatabase/Src/DbPgMap";
     Remember();
-    ExpectRefused(m_map.Insert(QStringLiteral(" a ")), eKW_ACC_NAME_IN_USE, "a already exists in ",
-                  kMap);
+    ExpectRefused(m_map.Insert(QStringLiteral(" a ")), eKW_ACC_NAME_IN_USE, "a already exists in ");
     ExpectRefused(m_map.InsertInternal(QStringLiteral("c"), QString(), 7, false, false),
-                  eKW_ACC_NAME_IN_USE, "7 already exists in ", kMap);
-    ExpectRefused(m_map.Remove(QStringLiteral("x")), eKW_ACC_NOT_FOUND, "Item x does not exist in ",
-                  kMap);
+                  eKW_ACC_NAME_IN_USE, "7 already exists in ");
+    ExpectRefused(m_map.Remove(QStringLiteral("x")), eKW_ACC_NOT_FOUND,
+                  "Item x does not exist in ");
     ExpectRefused(m_map.Rename(QStringLiteral("x"), QStringLiteral("y")), eKW_ACC_NOT_FOUND,
-                  "PropertyGroup x not exists in ", kMap);
+                  "PropertyGroup x not exists in ");
     ExpectRefused(m_map.Rename(QStringLiteral("a"), QStringLiteral("b")), eKW_ACC_NAME_IN_USE,
-                  "b already exists in ", kMap);
-    ExpectRefused(m_map.Insert(QStringLiteral("a/b")), eKW_ACC_BAD_NAME, "\"a/b\" is no valid name",
-                  kMap);
+                  "b already exists in ");
+    ExpectRefused(m_map.Insert(QStringLiteral("a/b")), eKW_ACC_BAD_NAME,
+                  "\"a/b\" is no valid name");
     EXPECT_EQ(m_map.Copy(QStringLiteral("x"), QStringLiteral("y")), eKW_ACC_NOT_FOUND);
     EXPECT_EQ(m_map.SetActive(QStringLiteral("x")), eKW_ACC_NOT_FOUND);
     CDbPropBase& activeKey = *m_map.FindProperty(u"ActiveKey");

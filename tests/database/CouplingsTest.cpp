@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "CommonDatabase/Handles/DbHandles.h"
+#include "FileText.h"
+#include "FixtureTree.h"
 #include "KWCouplings.h"
-#include "Reports.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -53,29 +51,9 @@ struct t_TreeNames
     static constexpr t_Way<t_TreeNames, t_RuledNames> Second{{eNODE::Group, false, 1, {1}}};
 };
 
-class CPgBare : public CZELPropertyGroup
+class CPgRuledItem : public CPgOfTest
 {
 public:
-    using Interface = IKWFunctionBase;
-
-protected:
-    CDbPropNumInt32* Declare(const char* name)
-    {
-        auto* const number = new CDbPropNumInt32;
-        number->DeclareMinAndMax(-1000, 1000);
-        AddPropertyToList(number, QString::fromLatin1(name));
-        return number;
-    }
-    std::unique_ptr<IKWFunctionBase> CreateFIM() override
-    {
-        return std::make_unique<CDbGroupHandle<IKWFunctionBase, CDbPropertyGroup>>(*this);
-    }
-};
-
-class CPgRuledItem : public CPgBare
-{
-public:
-    CPgRuledItem() : m_level(Declare("Level")) {}
     t_Couplings Rules() const override;
     template <char name>
     void Step()
@@ -83,18 +61,16 @@ public:
         RunLetter(name);
     }
 
-    CDbPropNumInt32* m_level;
+    CDbPropNumInt32* m_level = Declare(new CDbPropNumInt32, "Level");
 };
 
 /** Steps are letters; the table is that of the tree's second group. */
-class CPgRuled : public CPgBare
+class CPgRuled : public CPgOfTest
 {
 public:
-    explicit CPgRuled(bool hasRules)
-        : m_a(Declare("A")), m_b(Declare("B")), m_c(Declare("C")),
-          m_array(new CDbPgArray<CPgRuledItem>(1, 20)), m_map(new CDbPgMap<CPgRuledItem>(20)),
-          m_action(new CDbFunction), m_hasRules(hasRules)
+    explicit CPgRuled(bool hasRules) : m_hasRules(hasRules)
     {
+        m_a->DeclareMinAndMax(0, 1000);
         AddPropGroupToList(m_array, QStringLiteral("Array"));
         AddPropGroupToList(m_map, QStringLiteral("Map"));
         AddObject(m_action, QStringLiteral("Action"));
@@ -108,12 +84,12 @@ public:
     void Double() { m_c->DbSet(2 * m_b->Get()); }
     void Halve() { m_b->DbSet(m_c->Get() / 2); }
 
-    CDbPropNumInt32* m_a;
-    CDbPropNumInt32* m_b;
-    CDbPropNumInt32* m_c;
-    CDbPgArray<CPgRuledItem>* m_array;
-    CDbPgMap<CPgRuledItem>* m_map;
-    CDbFunction* m_action;
+    CDbPropNumInt32* m_a = Declare(new CDbPropNumInt32, "A");
+    CDbPropNumInt32* m_b = Declare(new CDbPropNumInt32, "B");
+    CDbPropNumInt32* m_c = Declare(new CDbPropNumInt32, "C");
+    CDbPgArray<CPgRuledItem>* m_array = new CDbPgArray<CPgRuledItem>(1, 20);
+    CDbPgMap<CPgRuledItem>* m_map = new CDbPgMap<CPgRuledItem>(20);
+    CDbFunction* m_action = new CDbFunction;
 
 private:
     bool m_hasRules;
@@ -122,7 +98,7 @@ private:
 t_Couplings CPgRuledItem::Rules() const
 {
     using I = CPgRuledItem;
-    constexpr auto elsewhere = t_TreeNames::First / t_RuledNames::A;
+    static constexpr auto elsewhere = t_TreeNames::First / t_RuledNames::A;
     static constexpr auto rows = Table<t_ItemNames>(
         On(t_ItemNames::Level) >> Do<&I::Step<'x'>>,
         Delivered(t_ItemNames::Level) >> Do<&I::Step<'w'>>, Changed(elsewhere) >> Do<&I::Step<'y'>>,
@@ -136,7 +112,7 @@ constexpr auto step = &CPgRuled::Step<name>;
 t_Couplings CPgRuled::Rules() const
 {
     using N = t_RuledNames;
-    constexpr auto first = t_TreeNames::First;
+    static constexpr auto first = t_TreeNames::First;
     static constexpr auto rows = Table<N>(
         On(N::A) >> Do<step<'a'>>, OnAny() >> Derive<step<'b'>>, Delivered(N::A) >> Do<step<'c'>>,
         On(first / N::A, first / N::Action) >> Do<step<'d'>>,
@@ -158,13 +134,12 @@ public:
     CRuledRoot()
     {
         SetNodeName(QStringLiteral("Ruled"));
-        AddPropGroupToList(m_first = new CPgRuled(false), QStringLiteral("First"));
-        AddPropGroupToList(m_second = new CPgRuled(true), QStringLiteral("Second"));
+        AddPropGroupToList(m_first, QStringLiteral("First"));
+        AddPropGroupToList(m_second, QStringLiteral("Second"));
     }
-    CPgRuled* m_first;
-    CPgRuled* m_second;
+    CPgRuled* m_first = new CPgRuled(false);
+    CPgRuled* m_second = new CPgRuled(true);
 };
-
 } // namespace NRuled
 
 using namespace NRuled;
@@ -174,32 +149,14 @@ namespace
 class Couplings : public testing::Test
 {
 protected:
-    Couplings()
-    {
-        m_root->OnTreeCreated();
-        m_root->GetDependencies().CalculateEverything();
-        m_root->SetAutoUpdateDependencies(true);
-        m_root->EnableHistoryObjects();
-    }
     ~Couplings() override
     {
         s_ran.clear();
         s_does.clear();
     }
     static std::string Ran() { return std::exchange(s_ran, {}); }
-    /** A step that writes: the code of the last write is its answer. */
-    template <typename... TWrites>
-    static void Let(char name, TWrites... writes)
-    {
-        s_does[name] = [writes...]
-        {
-            KW_ACCEPTANCE code = eKW_ACC_OK;
-            ((code = writes()), ...);
-            return code;
-        };
-    }
 
-    std::shared_ptr<CRuledRoot> m_root{new CRuledRoot, CDbNodeDeleter{}};
+    std::shared_ptr<CRuledRoot> m_root = BuildTree<CRuledRoot>();
     CPgRuled& m_first = *m_root->m_first;
     CPgRuled& m_second = *m_root->m_second;
     CReports m_reports;
@@ -211,7 +168,6 @@ TEST_F(Couplings, RowRunsForAnotherCauseOrInAnotherOrder)
     EXPECT_EQ(Ran(), "mbfnfg") << "fresh, each derived step once, what waits again, what settles";
     INT32 value = 0;
     const auto next = [&value] { return ++value; };
-    const auto insert = [](CDbPgMap<CPgRuledItem>& map) { map.Insert(QStringLiteral("M")); };
     const struct
     {
         const char* what;
@@ -250,7 +206,7 @@ TEST_F(Couplings, RowRunsForAnotherCauseOrInAnotherOrder)
         {"an action elsewhere", [&] { EXPECT_EQ(m_first.m_action->Set(), eKW_ACC_OK); }, "d"},
         {"an item comes", [&] { m_second.m_array->Insert(0); }, "i"},
         {"it goes", [&] { m_second.m_array->Remove(0, 1); }, "i"},
-        {"a named one comes", [&] { insert(*m_second.m_map); }, "i"},
+        {"a named one comes", [&] { m_second.m_map->Insert(QStringLiteral("M")); }, "i"},
         {"it is renamed", [&] { m_second.m_map->Rename(QStringLiteral("M"), QStringLiteral("N")); },
          "i"},
         {"it comes back by undo", [&] { m_root->Undo(); }, ""},
@@ -323,20 +279,7 @@ TEST_F(Couplings, RowMissesAnItemThatCameOrFollowsOneThatWent)
     EXPECT_EQ(Ran(), "yz") << "what left runs no more";
 }
 
-TEST_F(Couplings, RowThatSeveralWritesMarkRunsTwiceOrBeforeThem)
-{
-    Ran();
-    const auto deliver = [this] { return m_second.m_a->DbSet(m_second.m_a->Get() + 1); };
-    Let('q', deliver, deliver); // "f" is registered before and follows this
-    ASSERT_EQ(m_first.m_c->Set(1), eKW_ACC_OK);
-    EXPECT_EQ(Ran(), "qccf");
-    Let('d', [this] { return m_first.m_b->DbSet(m_first.m_b->Get() + 1); });
-    ASSERT_EQ(m_first.m_a->Set(1), eKW_ACC_OK);
-    EXPECT_EQ(Ran(), "dfgh") << "inside the write, one run for both sources of f";
-    EXPECT_EQ(m_reports.Messages().toStdString(), "");
-}
-
-TEST_F(Couplings, RefusalOfAStepRunsOnOrStopsAWrite)
+TEST_F(Couplings, StepThatWritesOrRefusesRunsRowsTwiceOrStopsAWrite)
 {
     const auto refuse = [] { return static_cast<KW_ACCEPTANCE>(eKW_ACC_NOTHING_TO_ACT_ON); };
     const auto warn = [] { return static_cast<KW_ACCEPTANCE>(eKW_ACC_WARNING); };
@@ -344,6 +287,10 @@ TEST_F(Couplings, RefusalOfAStepRunsOnOrStopsAWrite)
     const auto elsewhere = [this] { return m_first.m_action->Set(); };
     const auto write = [this] { return m_second.m_a->Set(m_second.m_a->Get() + 1); };
     const auto deliver = [this] { return m_second.m_a->DbSet(m_second.m_a->Get() + 1); };
+    const auto writeMarked = [this] { return m_first.m_a->Set(m_first.m_a->Get() + 1); };
+    const auto writeC = [this] { return m_first.m_c->Set(1); };
+    const auto deliverTwice = [deliver] { return std::max(deliver(), deliver()); };
+    const auto deliverB = [this] { return m_first.m_b->DbSet(m_first.m_b->Get() + 1); };
     const struct
     {
         char step;
@@ -351,7 +298,10 @@ TEST_F(Couplings, RefusalOfAStepRunsOnOrStopsAWrite)
         std::function<KW_ACCEPTANCE()> act;
         KW_ACCEPTANCE code;
         const char* ran;
-    } cases[] = {{'j', refuse, own, eKW_ACC_NOTHING_TO_ACT_ON, "j"},
+        // A row that several writes mark runs once, behind them all; f is registered before q.
+    } cases[] = {{'q', deliverTwice, writeC, eKW_ACC_OK, "qccf"},
+                 {'d', deliverB, writeMarked, eKW_ACC_OK, "dfgh"},
+                 {'j', refuse, own, eKW_ACC_NOTHING_TO_ACT_ON, "j"},
                  {'k', refuse, own, eKW_ACC_NOTHING_TO_ACT_ON, "jk"},
                  {'j', warn, own, eKW_ACC_WARNING, "jkl"},
                  {'d', refuse, elsewhere, eKW_ACC_NOTHING_TO_ACT_ON, "d"},
@@ -365,12 +315,13 @@ TEST_F(Couplings, RefusalOfAStepRunsOnOrStopsAWrite)
         EXPECT_EQ(act(), code) << ran;
         EXPECT_EQ(Ran(), ran);
     }
+    EXPECT_EQ(m_reports.Messages().toStdString(), "");
 }
 
 TEST_F(Couplings, CycleNeverEndsOrIsSilent)
 {
-    Let('f', [this] { return m_first.m_c->DbSet(m_first.m_c->Get() + 1); });
-    Let('q', [this] { return m_first.m_a->DbSet(m_first.m_a->Get() + 1); });
+    s_does['f'] = [this] { return m_first.m_c->DbSet(m_first.m_c->Get() + 1); };
+    s_does['q'] = [this] { return m_first.m_a->DbSet(m_first.m_a->Get() + 1); };
     Ran();
     EXPECT_EQ(m_first.m_a->Set(1), eKW_ACC_WARNING) << "moved by a row";
     EXPECT_EQ(Ran(), "dfhqe");
@@ -388,7 +339,7 @@ TEST_F(Couplings, CycleNeverEndsOrIsSilent)
 
 TEST_F(Couplings, WhatRowsWroteIsNotOneStepWithTheWrite)
 {
-    Let('f', [this] { return m_second.m_c->DbSet(m_first.m_a->Get() * 2); });
+    s_does['f'] = [this] { return m_second.m_c->DbSet(m_first.m_a->Get() * 2); };
     m_first.m_a->DbSet(21);
     EXPECT_EQ(m_second.m_c->Get(), 42);
     long long counter = 0;
@@ -415,13 +366,11 @@ TEST_F(Couplings, FileThatNamesOneTwinLosesItOrLeavesTheOther)
     const QTemporaryDir folder;
     for (const auto& [named, b, c] : cases)
     {
-        QFile file(folder.filePath(QStringLiteral("a.xml")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray(R"(<Settings Kind="Ruled" Version="1.0"><PropGroup Name="Ruled">)") +
-                   R"(<PropGroup Name="Second">)" + named + "</PropGroup></PropGroup></Settings>");
-        file.close();
-        EXPECT_EQ(m_root->Recall(file.fileName()), eKW_ACC_OK)
-            << m_reports.Messages().toStdString();
+        const QString file = WriteFile(
+            folder.filePath(QStringLiteral("a.xml")),
+            QByteArray(R"(<Settings Kind="Ruled" Version="1.0"><PropGroup Name="Ruled">)") +
+                R"(<PropGroup Name="Second">)" + named + "</PropGroup></PropGroup></Settings>");
+        EXPECT_EQ(m_root->Recall(file), eKW_ACC_OK) << m_reports.Messages().toStdString();
         EXPECT_EQ(m_second.m_b->Get(), b) << named;
         EXPECT_EQ(m_second.m_c->Get(), c) << named;
     }
@@ -466,7 +415,7 @@ TEST_F(Couplings, RowIsToldOtherwiseThanDeclaredOrRun)
                     QStringLiteral(" < %1 %2 %3").arg(step.group).arg(step.row).arg(step.step);
             }
         });
-    Let('d', [this] { return m_second.m_b->Set(m_second.m_b->Get() + 1); });
+    s_does['d'] = [this] { return m_second.m_b->Set(m_second.m_b->Get() + 1); };
     ASSERT_EQ(m_first.m_a->Set(1), eKW_ACC_OK);
     m_second.m_array->Insert(0);
     m_second.m_array->SetAvailability(eAVAILABILITY_READ_ONLY);

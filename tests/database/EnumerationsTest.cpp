@@ -8,14 +8,6 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-namespace
-{
-QString Of(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-} // namespace
-
 TEST(Enumerations, AmbiguousNameIsAnsweredAsOne)
 {
     using eMATCH = CEnumNameInfo::eMATCH;
@@ -23,7 +15,7 @@ TEST(Enumerations, AmbiguousNameIsAnsweredAsOne)
     for (const auto& [text, lowest] :
          {std::pair{"%", eKW_UNIT_LEVEL_PCT}, {"dB", eKW_UNIT_LEVEL_DB}})
     {
-        const auto found = units.ConvertName(Of(text), KW_ENUM_NAME::Display);
+        const auto found = units.ConvertName(QString::fromUtf8(text), KW_ENUM_NAME::Display);
         EXPECT_EQ(found.match, eMATCH::Several) << text;
         EXPECT_EQ(found.value, lowest) << text;
     }
@@ -40,15 +32,17 @@ TEST(Enumerations, NameOfOneKindIsFoundAsAnother)
                                                           {KW_ENUM_NAME::Serial, "DIODE"}};
     for (const auto& [kind, text] : names)
     {
-        const auto found = info.ConvertName(Of(text), kind);
+        const auto found = info.ConvertName(QString::fromUtf8(text), kind);
         EXPECT_EQ(found.value, eKW_ZEL_DMM_METER_TYPE_DIODE) << text;
         EXPECT_EQ(found.match, CEnumNameInfo::eMATCH::One) << text;
-        EXPECT_EQ(info.ConvertName(Of(text).toLower(), kind).value, found.value) << text;
+        EXPECT_EQ(info.ConvertName(QString::fromUtf8(text).toLower(), kind).value, found.value)
+            << text;
     }
     for (const char* text : {"Diode Test", "DIOD", "", "DIODE "})
     {
-        EXPECT_EQ(info.ConvertName(Of(text)).match, CEnumNameInfo::eMATCH::None) << text;
-        EXPECT_EQ(info.ConvertName(Of(text)).value, -1) << text;
+        EXPECT_EQ(info.ConvertName(QString::fromUtf8(text)).match, CEnumNameInfo::eMATCH::None)
+            << text;
+        EXPECT_EQ(info.ConvertName(QString::fromUtf8(text)).value, -1) << text;
     }
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/Values/DbBounds.h"
+#include "FileText.h"
 #include "FixtureTree.h"
 #include "KWSettingsFile.h"
 
@@ -10,25 +11,14 @@
 
 namespace
 {
-class Files : public testing::Test
+class Files : public testing::Test, protected CFixture
 {
 protected:
     QTemporaryDir m_folder;
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CReports m_reports;
 
-    static QByteArray Contents(const QString& name)
-    {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
     QString Write(const QByteArray& text, const char* name = "a.xml")
     {
-        QFile file(m_folder.filePath(QString::fromLatin1(name)));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
+        return WriteFile(m_folder.filePath(QString::fromLatin1(name)), text);
     }
     /** Refused whole: one report that names the file, and nothing changed. */
     void ExpectRefused(const QString& fileName, KW_ACCEPTANCE code, const std::string& what)
@@ -221,18 +211,27 @@ TEST_P(FileFormat, ChangedFileIsTakenOrASealedOneRefused)
 
     const QString saved = Write(good, name);
     ASSERT_EQ(KW_SealSettingsFile(saved), eKW_ACC_OK);
-    EXPECT_EQ(Contents(saved), good) << "what is sealed already stays as it is";
+    EXPECT_EQ(ContentsOf(saved), good) << "what is sealed already stays as it is";
     m_reports.Clear();
     EXPECT_EQ(KW_SealSettingsFile(Write("no settings", name)), eKW_ACC_FILE_NOT_UNDERSTOOD);
     EXPECT_EQ(m_reports.Count(), 1);
-    EXPECT_EQ(Contents(saved), "no settings");
+    EXPECT_EQ(ContentsOf(saved), "no settings");
 }
 
-TEST_F(Files, UnreadableFileIsReadOrFillsTheMemory)
+TEST_F(Files, FileThatCanNotBeFillsTheMemoryOrIsSilent)
 {
     ExpectRefused(m_folder.filePath(QStringLiteral("missing.xml")), eKW_ACC_FILE_NOT_READABLE,
                   "missing");
-    ExpectRefused(m_folder.path(), eKW_ACC_FILE_NOT_READABLE, "folder");
+    for (const QString& name :
+         {m_folder.path(), m_folder.filePath(QStringLiteral("no/such/folder.xml"))})
+    {
+        ExpectRefused(name, eKW_ACC_FILE_NOT_READABLE, "folder");
+        m_reports.Clear();
+        EXPECT_EQ(m_root->Save(name), eKW_ACC_FILE_NOT_WRITABLE);
+        ASSERT_EQ(m_reports.Count(), 1);
+        EXPECT_TRUE(
+            m_reports.Messages().contains(QStringLiteral("An older file of this name is kept.")));
+    }
     const QString huge = m_folder.filePath(QStringLiteral("huge.xml"));
     QFile file(huge);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -367,7 +366,7 @@ TEST_F(Files, PipeIsWaitedForOrReplaced)
     const QString good = m_folder.filePath(QStringLiteral("good.xml"));
     ASSERT_TRUE(QFile::link(file, good));
     EXPECT_EQ(m_root->Save(good), eKW_ACC_OK);
-    EXPECT_NE(Contents(file), "old") << "a link to a file stands for the file";
+    EXPECT_NE(ContentsOf(file), "old") << "a link to a file stands for the file";
     EXPECT_EQ(m_root->Recall(good), eKW_ACC_OK);
 }
 
@@ -456,21 +455,11 @@ TEST_F(Files, TreeIsSavedThatCanNotBeRecalled)
     const QString name = Write("old");
     EXPECT_EQ(m_root->Save(name), eKW_ACC_FILE_NOT_WRITABLE);
     EXPECT_EQ(m_reports.Count(), 1);
-    EXPECT_EQ(Contents(name), "old");
+    EXPECT_EQ(ContentsOf(name), "old");
     for (int i = 0; i < 3; ++i)
     {
         ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
     }
     EXPECT_EQ(m_root->Save(name), eKW_ACC_OK);
     EXPECT_EQ(m_root->Recall(name), eKW_ACC_OK);
-}
-
-TEST_F(Files, SaveToWhereNoFileCanBeIsSilent)
-{
-    EXPECT_EQ(m_root->Save(m_folder.filePath(QStringLiteral("no/such/folder.xml"))),
-              eKW_ACC_FILE_NOT_WRITABLE);
-    EXPECT_EQ(m_root->Save(m_folder.path()), eKW_ACC_FILE_NOT_WRITABLE);
-    EXPECT_EQ(m_reports.Count(), 2);
-    EXPECT_TRUE(
-        m_reports.Messages().contains(QStringLiteral("An older file of this name is kept.")));
 }

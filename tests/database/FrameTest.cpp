@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
-#include "KWEnumerationsTrigger.h"
 #include "LockManager.h"
 
 #include <QFile>
@@ -11,11 +10,8 @@
 
 namespace
 {
-class Frame : public testing::Test
+class Frame : public testing::Test, protected CFixture
 {
-protected:
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CPgFixture& m_group = *m_root->m_pFirst;
 };
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -123,13 +119,9 @@ TEST_F(Frame, AvailabilityOfAGroupIsNotUndoneOrAStepThoughItCameBack)
     EXPECT_EQ(map.GetAvailability(), eAVAILABILITY_NOT_AVAILABLE);
 }
 
-TEST_F(Frame, PatternTakesAnotherFormatPassesTheLockoutOrTakesAResultBack)
+TEST_F(Frame, PatternTakesAnotherFormatOrTakesAResultBack)
 {
     CDbPropBitPattern& pattern = *m_group.m_pPattern;
-    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
-    EXPECT_EQ(pattern.SetFormat(eNUMBERFORMAT_HEX), eKW_ACC_NO_WRITE_ACCESS);
-    EXPECT_EQ(pattern.GetFormat(), eNUMBERFORMAT_BINARY);
-    m_root->SetControlMode(eCONTROL_LOCAL);
     pattern.SetObjectType(eOBJECTTYPE_RESULT);
     for (INT32 format = -1; format <= eNUMBERFORMAT_BINARY + 1; ++format)
     {
@@ -272,6 +264,7 @@ TEST_F(Frame, LockedOutClientChangesSomething)
         {"wish", [&] { return m_group.m_pFollower->SetUserValue(1.0); }},
         {"step", [&] { return m_group.m_pDouble->Inc(); }},
         {"default", [&] { return m_group.m_pDouble->SetToDefault(); }},
+        {"format", [&] { return m_group.m_pPattern->SetFormat(eNUMBERFORMAT_HEX); }},
         {"map insert", [&] { return map.Insert(QStringLiteral("b")); }},
         {"map remove", [&] { return map.Remove(a); }},
         {"map rename", [&] { return map.Rename(a, QStringLiteral("b")); }},
@@ -288,7 +281,7 @@ TEST_F(Frame, LockedOutClientChangesSomething)
         EXPECT_EQ(call(), eKW_ACC_NO_WRITE_ACCESS) << what;
         EXPECT_EQ(m_root->Text(), before) << what;
     }
-    const CReports reports; // what the earlier calls left makes some impossible
+    // What the earlier calls left makes some impossible.
     m_root->StartWriteAccess(eCLIENT_REMOTE);
     for (const auto& [what, call] : calls)
     {
@@ -364,10 +357,9 @@ TEST_F(Frame, InnerRollbackOrEndWithoutItsStartIsForgottenOrHitsALaterTransactio
 
 TEST_F(Frame, RootPretendsToUpdateMeasurements)
 {
-    const CReports reports;
     m_root->UpdateAllMeasSettings();
-    ASSERT_EQ(reports.Count(), 1);
-    const KW_ErrorReport report = reports.All()[0];
+    ASSERT_EQ(m_reports.Count(), 1);
+    const KW_ErrorReport report = m_reports.All()[0];
     EXPECT_EQ(report.message, QStringLiteral("Attention: This function should never be called!!"));
     EXPECT_EQ(report.line, 162);
     EXPECT_EQ(report.file, QStringLiteral("CommonDatabase/Src/DbPgRoot"));

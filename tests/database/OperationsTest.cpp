@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureTree.h"
+#include "Together.h"
 
-#include <atomic>
-#include <functional>
+#include <future>
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace
 {
-class Operations : public testing::Test
+class Operations : public testing::Test, protected CFixture
 {
 protected:
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CDbOperation& m_operation = *m_root->m_pFirst->m_pOperation;
+    CDbOperation& m_operation = *m_group.m_pOperation;
 
     /** Takes events until one comes. */
     KW_OP_EVENT WaitForEvent()
@@ -58,12 +56,12 @@ TEST_F(Operations, EndsWithAnotherCodeOrInsideTheTreesLock)
         {
             EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
             // The executor may use the tree while the requester waits.
-            EXPECT_EQ(m_root->m_pFirst->m_pResult->SetResult(end), eKW_ACC_OK);
+            EXPECT_EQ(m_group.m_pResult->SetResult(end), eKW_ACC_OK);
             m_operation.Complete(end);
         };
         EXPECT_EQ(SetBeside(work), code);
         EXPECT_EQ(m_operation.GetResult(), result);
-        EXPECT_EQ(m_root->m_pFirst->m_pResult->Get(), result);
+        EXPECT_EQ(m_group.m_pResult->Get(), result);
     }
 }
 
@@ -73,22 +71,17 @@ TEST_F(Operations, LateEndPassesForThatOfTheNextRequest)
     ASSERT_EQ(m_operation.SetTimeout(1), eKW_ACC_OK);
     EXPECT_EQ(SetBeside([&] { EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START); }), eKW_ACC_TIMEOUT);
     ASSERT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs), eKW_ACC_OK);
-    std::atomic<bool> ended{false};
-    std::thread second(
-        [&]
-        {
-            EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED);
-            ended = true;
-        });
+    auto second = std::async(std::launch::async, [&] { return m_operation.Set(); });
     while (m_operation.GetRunCount() < 2)
     {
         std::this_thread::yield();
     }
     m_operation.Complete(eKW_OP_RESULT_SUCCESS);
-    EXPECT_FALSE(ended) << "that was the first";
+    EXPECT_EQ(second.wait_for(std::chrono::seconds(0)), std::future_status::timeout)
+        << "that was the first";
     EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
     m_operation.Complete(eKW_OP_RESULT_FAILURE);
-    second.join();
+    EXPECT_EQ(second.get(), eKW_ACC_OPERATION_FAILED);
 }
 
 TEST_F(Operations, RequesterWaitsForAnExecutorThatIsGoneOrStartsTheNext)
@@ -126,16 +119,8 @@ TEST_F(Operations, EndForOneRequesterIsLostByTheRequestOfAnother)
                 }
             }
         });
-    const auto request = [&]
-    {
-        for (int i = 0; i < kRounds; ++i)
-        {
-            wrong += m_operation.Set() != eKW_ACC_OK;
-        }
-    };
-    std::thread other(request);
-    request();
-    other.join();
+    const auto request = [&](int) { wrong += m_operation.Set() != eKW_ACC_OK; };
+    RunTogether({request, request}, kRounds);
     done = true;
     executor.join();
     EXPECT_EQ(wrong, 0);
@@ -145,19 +130,18 @@ TEST_F(Operations, EndForOneRequesterIsLostByTheRequestOfAnother)
 TEST_F(Operations, AbortIsTakenForTheEndThatTheStartWaitsFor)
 {
     m_operation.AttachExecutor(true);
-    std::thread starter([&] { EXPECT_EQ(m_operation.Set(), eKW_ACC_OPERATION_FAILED); });
+    auto starter = std::async(std::launch::async, [&] { return m_operation.Set(); });
     EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_START);
-    std::thread stopper(
-        [&]
-        {
-            EXPECT_EQ(m_operation.ExternalSetEventAndWaitForCompletion(eKW_OP_EVENT_ABORT,
-                                                                       eKW_OP_RESULT_ABORTED),
-                      eKW_ACC_OK);
-        });
+    const auto abort = [&]
+    {
+        return m_operation.ExternalSetEventAndWaitForCompletion(eKW_OP_EVENT_ABORT,
+                                                                eKW_OP_RESULT_ABORTED);
+    };
+    auto stopper = std::async(std::launch::async, abort);
     EXPECT_EQ(WaitForEvent(), eKW_OP_EVENT_ABORT);
     m_operation.Complete(eKW_OP_RESULT_ABORTED);
-    starter.join();
-    stopper.join();
+    EXPECT_EQ(starter.get(), eKW_ACC_OPERATION_FAILED);
+    EXPECT_EQ(stopper.get(), eKW_ACC_OK);
 }
 
 TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
@@ -166,11 +150,11 @@ TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
     EXPECT_EQ(m_operation.SetTimeout(CDbOperation::kMaxTimeoutMs + 1), eKW_ACC_ABOVE_MAXIMUM);
     m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
     EXPECT_EQ(m_operation.Set(), eKW_ACC_NO_WRITE_ACCESS);
-    EXPECT_EQ(m_root->m_pFirst->m_pAction->Set(), eKW_ACC_NO_WRITE_ACCESS);
+    EXPECT_EQ(m_group.m_pAction->Set(), eKW_ACC_NO_WRITE_ACCESS);
     m_root->SetControlMode(eCONTROL_LOCAL);
     EXPECT_EQ(m_operation.GetRunCount(), 0U) << "refused requests do not count";
     const auto operation = m_operation.GetFIMPointer();
-    const auto action = m_root->m_pFirst->m_pAction->GetFIMPointer();
+    const auto action = m_group.m_pAction->GetFIMPointer();
     m_root.reset();
     EXPECT_EQ(operation->Set(), eKW_ACC_DETACHED);
     EXPECT_EQ(action->Set(), eKW_ACC_DETACHED);
@@ -178,12 +162,11 @@ TEST_F(Operations, RunsWithoutAccessOrWithATimeoutOfNothing)
 
 TEST_F(Operations, ActionIsNoStepOrItsRefusalLeavesATrace)
 {
-    CPgFixture& group = *m_root->m_pFirst;
-    group.m_refusal = eKW_ACC_NOTHING_TO_ACT_ON;
+    m_group.m_refusal = eKW_ACC_NOTHING_TO_ACT_ON;
     m_operation.AttachExecutor(true);
     long long counter = 0;
     m_root->HasChanged(counter);
-    for (CDbFunction* const action : {group.m_pAction, static_cast<CDbFunction*>(&m_operation)})
+    for (CDbFunction* const action : {m_group.m_pAction, static_cast<CDbFunction*>(&m_operation)})
     {
         EXPECT_EQ(action->Set(), eKW_ACC_NOTHING_TO_ACT_ON);
         EXPECT_EQ(action->GetRunCount(), 0U);
@@ -191,14 +174,14 @@ TEST_F(Operations, ActionIsNoStepOrItsRefusalLeavesATrace)
     EXPECT_FALSE(m_root->HasChanged(counter));
     EXPECT_EQ(m_operation.TakeEvent(), eKW_OP_EVENT_NONE);
     EXPECT_FALSE(m_root->CanUndo());
-    group.m_refusal = eKW_ACC_OK;
-    ASSERT_EQ(group.m_pInt32->Set(5), eKW_ACC_OK);
+    m_group.m_refusal = eKW_ACC_OK;
+    ASSERT_EQ(m_group.m_pInt32->Set(5), eKW_ACC_OK);
     m_root->HasChanged(counter);
-    ASSERT_EQ(group.m_pAction->ExternalApply(), eKW_ACC_OK);
-    EXPECT_EQ(group.m_pInt32->Get(), 0);
+    ASSERT_EQ(m_group.m_pAction->ExternalApply(), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pInt32->Get(), 0);
     EXPECT_TRUE(m_root->HasChanged(counter));
-    EXPECT_EQ(group.m_pAction->GetRunCount(), 1U);
+    EXPECT_EQ(m_group.m_pAction->GetRunCount(), 1U);
     EXPECT_EQ(m_root->GetUndoText(), QStringLiteral("First/Action"));
     ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
-    EXPECT_EQ(group.m_pInt32->Get(), 5);
+    EXPECT_EQ(m_group.m_pInt32->Get(), 5);
 }

@@ -3,7 +3,6 @@
 // thread sanitizer sees the rest.
 
 #include "FixtureTree.h"
-#include "KWEnumerationsTrigger.h"
 #include "LockManager.h"
 #include "Together.h"
 
@@ -18,35 +17,32 @@ constexpr int kRounds = 400;
 /** Rounds that hit a gap of a few instructions even where two cores are busy. */
 constexpr int kNarrow = 20000;
 
-class Threads : public testing::Test
+class Threads : public testing::Test, protected CFixture
 {
 protected:
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CPgFixture& m_group = *m_root->m_pFirst;
     std::atomic<int> m_wrong{0};
 };
 
-template <typename T>
-void ReadNumber(CDbPropNum<T>* property)
+template <typename... T>
+void ReadNumbers(CDbPropNum<T>*... properties)
 {
-    const auto handle = property->GetFIMPointer();
-    handle->Get();
-    handle->GetMin();
-    handle->GetMax();
-    handle->GetDefault();
-    handle->GetStep();
-    handle->GetUserValue();
+    const auto read = [](const auto& handle)
+    {
+        handle->Get();
+        handle->GetMin();
+        handle->GetMax();
+        handle->GetDefault();
+        handle->GetStep();
+        handle->GetUserValue();
+    };
+    (read(properties->GetFIMPointer()), ...);
 }
 
 /** Readings that promise never to wait, as fetching a handle does. */
 const std::pair<const char*, void (*)(CPgFixture&)> kReadings[] = {
-    {"Int16", [](CPgFixture& g) { ReadNumber(g.m_pInt16); }},
-    {"UInt16", [](CPgFixture& g) { ReadNumber(g.m_pUInt16); }},
-    {"Int32", [](CPgFixture& g) { ReadNumber(g.m_pInt32); }},
-    {"UInt32", [](CPgFixture& g) { ReadNumber(g.m_pUInt32); }},
-    {"Int64", [](CPgFixture& g) { ReadNumber(g.m_pInt64); }},
-    {"UInt64", [](CPgFixture& g) { ReadNumber(g.m_pUInt64); }},
-    {"Double", [](CPgFixture& g) { ReadNumber(g.m_pDouble); }},
+    {"Whole number", [](CPgFixture& g)
+     { ReadNumbers(g.m_pInt16, g.m_pUInt16, g.m_pInt32, g.m_pUInt32, g.m_pInt64, g.m_pUInt64); }},
+    {"Double", [](CPgFixture& g) { ReadNumbers(g.m_pDouble); }},
     {"Enumeration",
      [](CPgFixture& g)
      {
@@ -71,59 +67,48 @@ const std::pair<const char*, void (*)(CPgFixture&)> kReadings[] = {
 TEST_F(Threads, LockFreeReadingWaitsForAWriter)
 {
     std::atomic<const char*> reading{nullptr};
-    std::promise<void> done;
-    std::future<void> finished = done.get_future();
     m_root->StartTransaction(QStringLiteral("long"));
     ASSERT_EQ(m_group.m_pDouble->Set(20.0), eKW_ACC_OK);
-    std::thread reader(
-        [&]
+    const auto readAll = [&]
+    {
+        for (const auto& [name, read] : kReadings)
         {
-            for (const auto& [name, read] : kReadings)
-            {
-                reading = name;
-                read(m_group);
-            }
-            done.set_value();
-        });
+            reading = name;
+            read(m_group);
+        }
+    };
+    const auto finished = std::async(std::launch::async, readAll);
     const auto state = finished.wait_for(std::chrono::seconds(20));
     EXPECT_EQ(state, std::future_status::ready) << reading;
     m_root->EndTransaction(true);
-    reader.join();
 }
 
-namespace
+TEST_F(Threads, HalfOfAValueOrLimitIsRead)
 {
-template <typename T>
-class Torn : public testing::Test
-{
-};
-using t_EightBytes = testing::Types<INT64, UINT64, double>;
-TYPED_TEST_SUITE(Torn, t_EightBytes);
-} // namespace
-
-TYPED_TEST(Torn, HalfOfAValueOrLimitIsRead)
-{
-    // Both halves of the two differ.
-    constexpr TypeParam kLow = std::numeric_limits<TypeParam>::max() / 5;
-    constexpr TypeParam kHigh = std::numeric_limits<TypeParam>::max() / 3;
-    CDbPropNum<TypeParam> property;
-    std::atomic<int> torn{0};
-    const auto write = [&](int round)
+    const auto tear = [this]<typename T>(CDbPropNum<T>&& property)
     {
-        const TypeParam value = round % 2 == 0 ? kLow : kHigh;
-        torn += property.SetMinAndMax(value, value) != eKW_ACC_OK;
-    };
-    write(0);
-    const auto read = [&](int)
-    {
-        for (const TypeParam seen : {property.Get(), property.GetMin(), property.GetMax()})
+        // Both halves of the two differ.
+        constexpr T kLow = std::numeric_limits<T>::max() / 5;
+        constexpr T kHigh = std::numeric_limits<T>::max() / 3;
+        const auto write = [&](int round)
         {
-            // The first write of all starts from zero.
-            torn += seen != kLow && seen != kHigh && seen != TypeParam{};
-        }
+            const T value = round % 2 == 0 ? kLow : kHigh;
+            m_wrong += property.SetMinAndMax(value, value) != eKW_ACC_OK;
+        };
+        write(0);
+        const auto read = [&](int)
+        {
+            for (const T seen : {property.Get(), property.GetMin(), property.GetMax()})
+            {
+                m_wrong += seen != kLow && seen != kHigh;
+            }
+        };
+        RunTogether({write, read, read}, kRounds);
+        EXPECT_EQ(m_wrong, 0);
     };
-    RunTogether({write, read, read}, kRounds);
-    EXPECT_EQ(torn, 0);
+    tear(CDbPropNum<INT64>());
+    tear(CDbPropNum<UINT64>());
+    tear(CDbPropNum<double>());
 }
 
 TEST_F(Threads, StepOrItsCountIsLost)
@@ -229,41 +214,29 @@ TEST_F(Threads, LastReleaseElsewhereTakesAHandleWithItOrLeavesTheTree)
         const std::weak_ptr<CPgFixtureRoot> watched = root;
         const auto number = root->m_pFirst->m_pInt64->GetFIMPointer();
         const auto item = root->m_pSecond->m_pFixed->ItemDirect(1)->ShareGroup();
-        std::atomic<bool> go{false};
         INT64 last = 0;
         bool detached = false;
-        std::thread writer(
-            [&]
+        const auto write = [&](int round)
+        {
+            const KW_ACCEPTANCE code = number->Set(round + 1);
+            detached = detached || code == eKW_ACC_DETACHED;
+            m_wrong += code != (detached ? eKW_ACC_DETACHED : eKW_ACC_OK);
+            last = detached ? last : round + 1;
+        };
+        const auto walk = [&](int)
+        {
+            const QString path = item->GetPath();
+            m_wrong += path != QStringLiteral("Second/Fixed[1]") && !path.isEmpty();
+        };
+        const auto release = [&](int round)
+        {
+            if (round == 5)
             {
-                go = true;
-                for (INT64 value = 1; value <= 60; ++value)
-                {
-                    const KW_ACCEPTANCE code = number->Set(value);
-                    m_wrong += code != eKW_ACC_OK && code != eKW_ACC_DETACHED;
-                    m_wrong += code == eKW_ACC_OK && detached;
-                    detached = code == eKW_ACC_DETACHED;
-                    last = detached ? last : value;
-                }
-            });
-        std::thread walker(
-            [&]
-            {
-                const QString path = item->GetPath();
-                m_wrong += path != QStringLiteral("Second/Fixed[1]") && !path.isEmpty();
-            });
-        std::thread owner(
-            [&go, held = std::move(root)]() mutable
-            {
-                while (!go)
-                {
-                    std::this_thread::yield();
-                }
-                held.reset();
-            });
-        owner.join();
-        EXPECT_TRUE(watched.expired());
-        writer.join();
-        walker.join();
+                root.reset();
+                m_wrong += !watched.expired();
+            }
+        };
+        RunTogether({write, walk, release}, 60);
         EXPECT_EQ(number->Get(), last);
         EXPECT_EQ(number->Set(-1), eKW_ACC_DETACHED);
         EXPECT_EQ(number->GetDbObject()->GetNodeName(), QStringLiteral("Int64"));

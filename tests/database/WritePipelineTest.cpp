@@ -2,8 +2,7 @@
 #include "FixtureTree.h"
 #include "KWEnumerationsUnits.h"
 
-#include <functional>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace
 {
@@ -47,11 +46,9 @@ std::vector<long long> Counters(CDbPropBase& property)
     return counters;
 }
 
-class WritePipeline : public testing::TestWithParam<t_Kind>
+class WritePipeline : public testing::TestWithParam<t_Kind>, protected CFixture
 {
 protected:
-    std::shared_ptr<CPgFixtureRoot> m_root = CPgFixtureRoot::Create();
-    CPgFixture& m_group = *m_root->m_pFirst;
     CDbPropBase& m_property = *m_group.FindProperty(QString::fromUtf8(GetParam().name));
     const QString m_legal = QString::fromUtf8(GetParam().legal);
     const QString m_illegal = QString::fromUtf8(GetParam().illegal);
@@ -122,10 +119,7 @@ TEST_P(WritePipeline, TakenWriteIsNotReadBackCountedOrUndone)
     EXPECT_FALSE(m_root->m_pSecond->HasChanged(elsewhere));
     EXPECT_EQ(m_property.GetText(), m_legal);
     const auto after = Counters(m_property);
-    for (std::size_t i = 0; i < counters.size(); ++i)
-    {
-        EXPECT_GT(after[i], counters[i]) << "level " << i;
-    }
+    EXPECT_THAT(after, testing::Pointwise(testing::Gt(), counters));
     EXPECT_EQ(m_group.m_hooks.front(), QStringLiteral("set ") + m_property.GetNodeName());
     EXPECT_EQ(m_root->GetUndoText(), m_property.GetPath());
     ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
@@ -222,10 +216,7 @@ TEST_P(WritePipeline, StateBesideTheValueIsNotCountedOrUndone)
         const auto counters = Counters(m_property);
         change();
         const auto after = Counters(m_property);
-        for (std::size_t i = 0; i < counters.size(); ++i)
-        {
-            EXPECT_GT(after[i], counters[i]) << "level " << i;
-        }
+        EXPECT_THAT(after, testing::Pointwise(testing::Gt(), counters));
         change();
         EXPECT_EQ(Counters(m_property), after) << "nothing new";
     }

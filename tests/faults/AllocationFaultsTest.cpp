@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "KWEnumerationsTrigger.h"
 #include "database/FixtureTree.h"
 #include "faults/Allocations.h"
 
@@ -19,11 +18,6 @@ struct t_Action
     const char* name;
     std::function<KW_ACCEPTANCE(CPgFixtureRoot&)> act;
 };
-
-void PrintTo(const t_Action& action, std::ostream* stream)
-{
-    *stream << action.name;
-}
 
 /** Containers with items, one of them referred to, values beside the defaults, steps to undo and to
     redo. */
@@ -186,15 +180,6 @@ TEST_P(AllocationFaults, ActionIsHalfDoneOrKeepsTheLock)
 
 INSTANTIATE_TEST_SUITE_P(Actions, AllocationFaults, testing::ValuesIn(kActions),
                          [](const auto& test) { return std::string(test.param.name); });
-
-TEST(AllocationFault, NeverStrikes)
-{
-    bool struck = false;
-    EXPECT_FALSE(KW_TryWithoutMemory([] { const std::vector<int> memory(1000); }, 1, struck));
-    EXPECT_TRUE(struck);
-    EXPECT_TRUE(KW_TryWithoutMemory([] { QByteArray(); }, 1, struck));
-    EXPECT_FALSE(struck);
-}
 
 TEST(AllocationFaultsWithoutHistory, NextWriteLeavesDependantsBehind)
 {

@@ -5,7 +5,6 @@
 #include "faults/Allocations.h"
 #include "zel/ZelTree.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -14,15 +13,6 @@
 
 namespace
 {
-QByteArray Saved(IKWFunctionZEL& root)
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a.xml")));
-    EXPECT_EQ(root.Save(file.fileName()), eKW_ACC_OK);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
 /** How far it is to the next allocation to fail: the first ones all, of the thousands behind them
     some; all where KWI_EVERY_FAULT is set. */
 std::uint64_t Stride(std::uint64_t number, std::uint64_t dense, std::uint64_t stride)
@@ -34,23 +24,26 @@ std::uint64_t Stride(std::uint64_t number, std::uint64_t dense, std::uint64_t st
 
 TEST(RootAllocationFaults, HalfATreeIsLeftOrNoneCanBeMade)
 {
-    const QByteArray whole = Saved(*GetZELRoot());
+    const QByteArray whole = Saved(GetZELRoot());
     bool struck = true;
+    int failed = 0;
     for (std::uint64_t number = 1; struck; number += Stride(number, 300, 97))
     {
         SCOPED_TRACE(number);
         std::shared_ptr<IKWFunctionZEL> root;
         KW_TryWithoutMemory([&root] { root = GetZELRoot(); }, number, struck);
         ASSERT_TRUE(root || struck);
+        failed += root ? 0 : 1;
         root.reset();
         if (number % 40 != 0 && struck)
         {
             continue;
         }
         const auto again = GetZELRoot();
-        ASSERT_EQ(Saved(*again), whole);
+        ASSERT_EQ(Saved(again), whole);
         ASSERT_EQ(again->RunPresetSequence(true), eKW_ACC_OK);
     }
+    EXPECT_GT(failed, 100) << "faults do not strike";
 }
 
 TEST(RootAllocationFaults, RecallIsAppliedInPart)
@@ -61,9 +54,9 @@ TEST(RootAllocationFaults, RecallIsAppliedInPart)
     root->GetPgHorizontal()->GetPrScaleGUI()->SetAsInt(20);
     root->GetPgSpectrum()->GetPrHorizontalSpan()->Set(1e6);
     ASSERT_EQ(root->Save(fileName), eKW_ACC_OK);
-    const QByteArray saved = Saved(*root);
+    const QByteArray saved = Saved(root);
     root->RunPresetSequence(false);
-    const QByteArray before = Saved(*root);
+    const QByteArray before = Saved(root);
     ASSERT_NE(before, saved);
 
     bool struck = true;
@@ -74,7 +67,7 @@ TEST(RootAllocationFaults, RecallIsAppliedInPart)
         const bool passed =
             KW_TryWithoutMemory([&] { code = root->Recall(fileName); }, number, struck);
         const bool taken = passed && code <= eKW_ACC_WARNING;
-        ASSERT_EQ(Saved(*root), taken ? saved : before);
+        ASSERT_EQ(Saved(root), taken ? saved : before);
         ASSERT_TRUE(!taken || root->Undo() == eKW_ACC_OK);
     };
     for (std::uint64_t number = 1; struck && !HasFatalFailure(); number += Stride(number, 100, 331))
@@ -89,7 +82,7 @@ TEST(RootAllocationFaults, RecallIsAppliedInPart)
         fail(number);
     }
     ASSERT_EQ(root->Recall(fileName), eKW_ACC_OK);
-    EXPECT_EQ(Saved(*root), saved);
+    EXPECT_EQ(Saved(root), saved);
 }
 
 namespace

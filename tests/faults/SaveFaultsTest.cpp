@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "FileText.h"
 #include "WholeFile.h"
 #include "database/FixtureTree.h"
 #include "faults/SystemCalls.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -14,13 +15,6 @@
 
 namespace
 {
-QByteArray Contents(const QString& fileName)
-{
-    QFile file(fileName);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
 /** A file of settings that a tree with other settings is saved over. */
 class SaveFaults : public testing::Test
 {
@@ -28,12 +22,12 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(m_root->Save(m_name), eKW_ACC_OK);
-        m_old = Contents(m_name);
+        m_old = ContentsOf(m_name);
         ASSERT_EQ(m_root->m_pFirst->m_pInt16->Set(7), eKW_ACC_OK);
         const CSystemCallFault watch;
         ASSERT_EQ(m_root->Save(m_name), eKW_ACC_OK);
         m_calls = watch.Calls();
-        m_new = Contents(m_name);
+        m_new = ContentsOf(m_name);
         ASSERT_NE(m_old, m_new);
     }
     void RestoreOldFile()
@@ -41,6 +35,11 @@ protected:
         QString error;
         ASSERT_TRUE(KW_WriteWholeFile(m_name, m_old, error)) << error.toStdString();
         m_reports.Clear();
+    }
+    KW_ACCEPTANCE SaveWith(const t_SystemCallFault& fault)
+    {
+        const CSystemCallFault struck(fault);
+        return m_root->Save(m_name);
     }
     QStringList Files() const
     {
@@ -50,7 +49,7 @@ protected:
     void ExpectRefused(KW_ACCEPTANCE code, int error)
     {
         EXPECT_EQ(code, eKW_ACC_FILE_NOT_WRITABLE);
-        EXPECT_EQ(Contents(m_name), m_old);
+        EXPECT_EQ(ContentsOf(m_name), m_old);
         EXPECT_EQ(Files(), QStringList{QStringLiteral("keep.xml")});
         EXPECT_EQ(m_reports.Count(), 1);
         const QString text = m_reports.Messages();
@@ -61,13 +60,10 @@ protected:
     /** Place of the first call of a name that acts on a path; the count of calls for none. */
     std::size_t PlaceOf(const char* name, const QByteArray& path) const
     {
-        std::size_t place = m_calls.size();
-        for (std::size_t i = 0; i < m_calls.size(); ++i)
-        {
-            const bool fits = m_calls[i].name == name && m_calls[i].path == path;
-            place = fits && place == m_calls.size() ? i : place;
-        }
-        return place;
+        const auto fits = [&](const t_SystemCall& call)
+        { return call.name == name && call.path == path; };
+        return static_cast<std::size_t>(std::find_if(m_calls.begin(), m_calls.end(), fits) -
+                                        m_calls.begin());
     }
 
     QTemporaryDir m_folder;
@@ -89,11 +85,7 @@ TEST_F(SaveFaults, ErrorOfASystemCallLosesTheOldFileOrIsSilent)
         SCOPED_TRACE(m_calls[call].name.toStdString() + " of " + m_calls[call].path.toStdString());
         RestoreOldFile();
         const int error = m_calls[call].name == "fsync" ? EIO : ENOSPC;
-        KW_ACCEPTANCE code = eKW_ACC_OK;
-        {
-            const CSystemCallFault fault({.failingCall = call, .error = error});
-            code = m_root->Save(m_name);
-        }
+        const KW_ACCEPTANCE code = SaveWith({.failingCall = call, .error = error});
         // Once the contents are on the disk, closing or synchronising again loses nothing, nor does
         // anything that follows the new name.
         const bool isSynced = call > PlaceOf("fsync", m_calls[call].path);
@@ -101,7 +93,7 @@ TEST_F(SaveFaults, ErrorOfASystemCallLosesTheOldFileOrIsSilent)
             (m_calls[call].name == "fsync" && isSynced))
         {
             EXPECT_EQ(code, eKW_ACC_OK);
-            EXPECT_EQ(Contents(m_name), m_new);
+            EXPECT_EQ(ContentsOf(m_name), m_new);
             EXPECT_EQ(Files().size(), 1);
             continue;
         }
@@ -109,7 +101,7 @@ TEST_F(SaveFaults, ErrorOfASystemCallLosesTheOldFileOrIsSilent)
     }
     RestoreOldFile();
     EXPECT_EQ(m_root->Save(m_name), eKW_ACC_OK);
-    EXPECT_EQ(Contents(m_name), m_new);
+    EXPECT_EQ(ContentsOf(m_name), m_new);
 }
 
 TEST_F(SaveFaults, DiskThatFillsUpLeavesHalfAFile)
@@ -118,16 +110,10 @@ TEST_F(SaveFaults, DiskThatFillsUpLeavesHalfAFile)
     {
         SCOPED_TRACE(room);
         RestoreOldFile();
-        KW_ACCEPTANCE code = eKW_ACC_OK;
-        {
-            const CSystemCallFault fault({.room = static_cast<std::size_t>(room)});
-            code = m_root->Save(m_name);
-        }
-        ExpectRefused(code, ENOSPC);
+        ExpectRefused(SaveWith({.room = static_cast<std::size_t>(room)}), ENOSPC);
     }
     RestoreOldFile();
-    const CSystemCallFault fault({.room = static_cast<std::size_t>(m_new.size())});
-    EXPECT_EQ(m_root->Save(m_name), eKW_ACC_OK);
+    EXPECT_EQ(SaveWith({.room = static_cast<std::size_t>(m_new.size())}), eKW_ACC_OK);
 }
 
 TEST_F(SaveFaults, PowerLossLeavesNeitherTheOldNorTheNewFile)
@@ -139,15 +125,14 @@ TEST_F(SaveFaults, PowerLossLeavesNeitherTheOldNorTheNewFile)
         const pid_t child = fork();
         if (child == 0)
         {
-            const CSystemCallFault fault({.lastCall = call});
-            m_root->Save(m_name);
+            SaveWith({.lastCall = call});
             _exit(0);
         }
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
         ASSERT_EQ(status, 0);
         const bool isRenamed = call > PlaceOf("rename", QFile::encodeName(m_name));
-        EXPECT_EQ(Contents(m_name), isRenamed ? m_new : m_old);
+        EXPECT_EQ(ContentsOf(m_name), isRenamed ? m_new : m_old);
         EXPECT_EQ(CPgFixtureRoot::Create()->Recall(m_name), eKW_ACC_OK);
         // What was being written may lie beside it, under another name.
         for (const QString& name : Files())

@@ -1,27 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "TreeWalk.h"
 #include "database/FixtureTree.h"
 #include "fuzz/Targets.h"
 
-#include <cmath>
-
 namespace
 {
-template <typename T>
-bool LimitsHold(const CDbPropNum<T>& property)
-{
-    // NaN compares as false, as it should here.
-    return property.GetMin() <= property.Get() && property.Get() <= property.GetMax();
-}
-
-bool LimitsHold(const CPgFixture& group)
-{
-    return LimitsHold(*group.m_pInt16) && LimitsHold(*group.m_pUInt16) &&
-           LimitsHold(*group.m_pInt32) && LimitsHold(*group.m_pUInt32) &&
-           LimitsHold(*group.m_pInt64) && LimitsHold(*group.m_pUInt64) &&
-           LimitsHold(*group.m_pDouble) && LimitsHold(*group.m_pListed) &&
-           LimitsHold(*group.m_pFollower);
-}
-
 /** `state` is the tree's, before and afterwards. */
 void TryText(CPgFixtureRoot& root, QByteArray& state, CDbPropBase& property, const QString& text)
 {
@@ -33,7 +16,10 @@ void TryText(CPgFixtureRoot& root, QByteArray& state, CDbPropBase& property, con
     }
     state = root.Text();
     const QString own = property.GetText();
-    KW_FuzzRequire(LimitsHold(*root.m_pFirst), "a value beyond its limits", text.toUtf8());
+    for (const auto& any : root.m_pFirst->Properties())
+    {
+        KW_FuzzRequire(IsWithinLimits(*any), "a value beyond its limits", text.toUtf8());
+    }
     KW_FuzzRequire(property.SetText(own) == eKW_ACC_OK, "own text refused", own.toUtf8());
     KW_FuzzRequire(property.GetText() == own, "own text reads differently", own.toUtf8());
     KW_FuzzRequire(root.Text() == state, "own text changed the tree", own.toUtf8());

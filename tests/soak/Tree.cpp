@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "soak/Tree.h"
 
+#include "FileText.h"
 #include "TreeWalk.h"
 
-#include <QFile>
 #include <cstdio>
 
 void CVerdict::Violated(const QString& what)
@@ -47,18 +47,11 @@ void CheckLimits(const std::vector<t_Property>& properties, CVerdict& verdict)
 {
     for (const t_Property& property : properties)
     {
-        const QString minimum = property->GetMinText();
-        const QString maximum = property->GetMaxText();
-        const QString text = property->GetText();
-        // Reading a decimal text keeps the order of numbers, so no kind needs a way of its own.
-        const double value = text.toDouble();
-        const bool isWithin = (minimum.isEmpty() || minimum.toDouble() <= value) &&
-                              (maximum.isEmpty() || value <= maximum.toDouble());
-        const bool isNamed = property->GetEnumNameInfo() == nullptr || !text.isEmpty();
-        if (!isWithin || !isNamed)
+        if (!IsWithinLimits(*property))
         {
             verdict.Violated(QStringLiteral("%1 is \"%2\", limits %3 … %4")
-                                 .arg(property->GetPath(), text, minimum, maximum));
+                                 .arg(property->GetPath(), property->GetText(),
+                                      property->GetMinText(), property->GetMaxText()));
         }
     }
 }
@@ -69,7 +62,5 @@ QByteArray SavedText(const t_Root& root, const QString& fileName, CVerdict& verd
     {
         verdict.Violated(QStringLiteral("not saved: ") + fileName);
     }
-    QFile file(fileName);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
+    return ContentsOf(fileName);
 }

@@ -2,32 +2,23 @@
 #include "LockManager.h"
 
 #include "Reports.h"
+#include "Together.h"
 
-#include <atomic>
 #include <gtest/gtest.h>
-#include <thread>
 
 TEST(LockManager, SecondThreadGetsInOrTheFirstLocksItselfOut)
 {
     constexpr int kRounds = 2000;
     int unguarded = 0;
-    std::atomic<int> inside{0};
-    std::atomic<int> wrong{0};
-    const auto work = [&]
+    const auto work = [&unguarded](int round)
     {
-        for (int i = 0; i < kRounds; ++i)
-        {
-            const CLockGuard outer(i % 2 == 0 ? eACCESS_READ : eACCESS_WRITE);
-            const CLockGuard inner;
-            wrong += ++inside != 1;
-            ++unguarded;
-            --inside;
-        }
+        const CLockGuard outer(round % 2 == 0 ? eACCESS_READ : eACCESS_WRITE);
+        const CLockGuard inner;
+        const int before = unguarded;
+        std::this_thread::yield();
+        unguarded = before + 1;
     };
-    std::thread other(work);
-    work();
-    other.join();
-    EXPECT_EQ(wrong, 0);
+    RunTogether({work, work}, kRounds);
     EXPECT_EQ(unguarded, 2 * kRounds);
 }
 

@@ -66,41 +66,26 @@ RC_GTEST_PROP(CMatConstants, AnyTwoFiniteNumbersHaveExactlyOneOrder, (double a))
     RC_ASSERT(orders == 1);
 }
 
-struct t_Adjustment
+TEST(AdjustToResolution, MissesTheNearestMultiple)
 {
-    double value;
-    double resolution;
-    double expected;
-};
-
-class AdjustToResolution : public testing::TestWithParam<t_Adjustment>
-{
-};
-
-TEST_P(AdjustToResolution, GivesTheNearestMultiple)
-{
-    const auto [value, resolution, expected] = GetParam();
-    const double adjusted = CMatConstants::AdjustToResolution(value, resolution);
-    if (std::isnan(expected))
-        EXPECT_TRUE(std::isnan(adjusted));
-    else
-        EXPECT_EQ(adjusted, expected);
-    EXPECT_EQ(std::signbit(adjusted), std::signbit(expected));
+    const struct
+    {
+        double value, resolution, expected;
+    } rows[] = {
+        {2.5, 1.0, 3.0},   {-2.5, 1.0, -3.0},  {2.4, 1.0, 2.0},     {7.0, 5.0, 5.0},
+        {7.5, 5.0, 10.0},  {0.15, 0.1, 0.2},   {0.31, 0.1, 0.3},    {1.23456e-9, 1e-12, 1.235e-9},
+        {0.7, 0.3, 0.6},   {-0.2, 1.0, 0.0},   {1.7, 0.0, 1.7},     {1.7, -1.0, 1.7},
+        {1.7, kInf, 1.7},  {1.7, kNan, 1.7},   {kInf, 1.0, kInf},   {-kInf, 1.0, -kInf},
+        {kNan, 1.0, kNan}, {kMax, 1e-3, kMax}, {kMax, 1e308, kMax}, {1e20, 0.3, 1e20},
+        {1.0, kStep, 1.0}};
+    for (const auto& [value, resolution, expected] : rows)
+    {
+        SCOPED_TRACE(testing::Message() << value << " to " << resolution);
+        const double adjusted = CMatConstants::AdjustToResolution(value, resolution);
+        EXPECT_TRUE(std::isnan(expected) ? std::isnan(adjusted) : adjusted == expected) << adjusted;
+        EXPECT_EQ(std::signbit(adjusted), std::signbit(expected));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Values, AdjustToResolution,
-    testing::Values(t_Adjustment{2.5, 1.0, 3.0}, t_Adjustment{-2.5, 1.0, -3.0},
-                    t_Adjustment{2.4, 1.0, 2.0}, t_Adjustment{7.0, 5.0, 5.0},
-                    t_Adjustment{7.5, 5.0, 10.0}, t_Adjustment{0.15, 0.1, 0.2},
-                    t_Adjustment{0.31, 0.1, 0.3}, t_Adjustment{1.23456e-9, 1e-12, 1.235e-9},
-                    t_Adjustment{0.7, 0.3, 0.6}, t_Adjustment{-0.2, 1.0, 0.0},
-                    t_Adjustment{1.7, 0.0, 1.7}, t_Adjustment{1.7, -1.0, 1.7},
-                    t_Adjustment{1.7, kInf, 1.7}, t_Adjustment{1.7, kNan, 1.7},
-                    t_Adjustment{kInf, 1.0, kInf}, t_Adjustment{-kInf, 1.0, -kInf},
-                    t_Adjustment{kNan, 1.0, kNan}, t_Adjustment{kMax, 1e-3, kMax},
-                    t_Adjustment{kMax, 1e308, kMax}, t_Adjustment{1e20, 0.3, 1e20},
-                    t_Adjustment{1.0, kStep, 1.0}));
 
 RC_GTEST_PROP(CMatConstants, ASecondAdjustmentChangesNothing, ())
 {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AllocationCount.h"
 #include "KWTypes.h"
 #include "Reports.h"
+#include "faults/Allocations.h"
 
 #include <array>
 #include <charconv>
@@ -100,9 +100,7 @@ void AddOne(t_Lines& lines, const char* name, const char* slack, const TFunction
     if (reports.Count() == 0)
     {
         // The second call: the first one may fill tables.
-        const auto before = AllocationCount();
-        static_cast<void>(function(arguments...));
-        if (AllocationCount() != before)
+        if (KW_CountAllocations([&] { static_cast<void>(function(arguments...)); }) > 0)
             Allocating().insert(name);
     }
     lines.push_back(std::string(name) + " " + slack + " " + Text(std::tuple(arguments...)) + " = " +

@@ -144,7 +144,6 @@ void CDbPgArrayBase::Place(INT32 index, const t_Items& items, eWRITEKIND kind)
         throw;
     }
     FollowActiveItem(index, count, kind);
-    IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
     {
@@ -174,7 +173,6 @@ void CDbPgArrayBase::Take(INT32 index, INT32 count, eWRITEKIND kind)
     }
     Drop(index, count);
     FollowActiveItem(index, -count, kind);
-    IncChangeCounter();
     CDbPropertyGroup* const owner = GetParent();
     if (owner != nullptr && kind != eWRITEKIND::Undo)
     {
@@ -208,6 +206,7 @@ void CDbPgArrayBase::Drop(INT32 index, INT32 count)
     m_items.erase(begin, begin + count);
 }
 
+// Counts every change of the array, too: none leaves the number of items as it was.
 void CDbPgArrayBase::UpdateActiveLimits()
 {
     m_pActiveIndex->SetMax(GetCount() - 1);
