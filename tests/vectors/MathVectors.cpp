@@ -18,10 +18,10 @@ void AddConversions(t_Lines& lines)
         Add(lines, "KWMath::Round", kExact, KWMath::Round, value);
         const auto integers = [](double x)
         {
-            return std::tuple(KWMath::ToInteger<INT8>(x), KWMath::ToInteger<UINT8>(x),
+            return std::tuple{KWMath::ToInteger<INT8>(x),  KWMath::ToInteger<UINT8>(x),
                               KWMath::ToInteger<INT16>(x), KWMath::ToInteger<UINT16>(x),
                               KWMath::ToInteger<INT32>(x), KWMath::ToInteger<UINT32>(x),
-                              KWMath::ToInteger<INT64>(x), KWMath::ToInteger<UINT64>(x));
+                              KWMath::ToInteger<INT64>(x), KWMath::ToInteger<UINT64>(x)};
         };
         Add(lines, "KWMath::ToInteger", kExact, integers, value);
     }
@@ -75,9 +75,9 @@ void AddComparisons(t_Lines& lines)
 {
     const auto orders = [](double a, double b)
     {
-        return std::tuple(CMatConstants::AreEqual(a, b), CMatConstants::IsLess(a, b),
+        return std::tuple{CMatConstants::AreEqual(a, b), CMatConstants::IsLess(a, b),
                           CMatConstants::IsLessOrEqual(a, b), CMatConstants::IsGreater(a, b),
-                          CMatConstants::IsGreaterOrEqual(a, b));
+                          CMatConstants::IsGreaterOrEqual(a, b)};
     };
     for (const double a : Joined(Edges(), Scattered(10, -60, 60)))
     {
@@ -111,10 +111,10 @@ void AddFixedPoint(t_Lines& lines)
         using t = CFixedPoint;
         constexpr auto kNearest = t::eROUNDING::Nearest;
         constexpr auto kTruncate = t::eROUNDING::Truncate;
-        return std::tuple(word(t::eSIGN::Unsigned, kNearest, t::eOVERFLOW::Saturate),
+        return std::tuple{word(t::eSIGN::Unsigned, kNearest, t::eOVERFLOW::Saturate),
                           word(t::eSIGN::Unsigned, kTruncate, t::eOVERFLOW::Wrap),
                           word(t::eSIGN::Signed, kNearest, t::eOVERFLOW::Wrap),
-                          word(t::eSIGN::Signed, kTruncate, t::eOVERFLOW::Saturate));
+                          word(t::eSIGN::Signed, kTruncate, t::eOVERFLOW::Saturate)};
     };
     for (const double value : Joined(Edges(), Scattered(12, -40, 70)))
     {

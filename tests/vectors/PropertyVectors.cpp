@@ -22,7 +22,7 @@ auto ReadAs(const std::string& text)
 {
     T value{};
     const bool isRead = KW_TextToNumber(QString::fromStdString(text), value);
-    return std::tuple(isRead, Shown(KW_NumberToText(value)));
+    return std::tuple{isRead, Shown(KW_NumberToText(value))};
 }
 
 template <typename T>

@@ -40,14 +40,14 @@ void AddTemperatures(t_Lines& lines)
     const auto platinum = [](double x, int probe)
     {
         const auto sensor = KW_PROBE_TYPE(probe);
-        return std::tuple(Common::ConvertTemperature2Resistance(sensor, x),
-                          Common::ConvertResistance2Temperature(sensor, x));
+        return std::tuple{Common::ConvertTemperature2Resistance(sensor, x),
+                          Common::ConvertResistance2Temperature(sensor, x)};
     };
     const auto units = [](double x, int number)
     {
         const auto unit = KW_UNIT(number);
-        return std::tuple(Common::ConvertTempCelsius(x, unit),
-                          Common::ConvertTemp2Celsius(x, unit));
+        return std::tuple{Common::ConvertTempCelsius(x, unit),
+                          Common::ConvertTemp2Celsius(x, unit)};
     };
     // Beside the seams of the formulas, and where the last digits depend on the order of the terms.
     for (const double value :
@@ -89,8 +89,8 @@ void AddProbes(t_Lines& lines)
     }
     const auto unit = [](int number)
     {
-        return std::tuple(Common::GetProbeUnit(KW_UNIT(number)),
-                          Common::GetProbeFactorUnit(KW_UNIT(number)));
+        return std::tuple{Common::GetProbeUnit(KW_UNIT(number)),
+                          Common::GetProbeFactorUnit(KW_UNIT(number))};
     };
     const auto factor = [](double value, int number)
     { return Common::ConvertProbeFactor(value, KW_UNIT(number)); };
@@ -138,7 +138,7 @@ void AddMeterCatalogue(t_Lines& lines)
         const auto head = [&block = block](KW_ZEL_DMM_MEAS_TYPE)
         {
             const auto [input, path] = block->GetMeasurementSettings();
-            return std::tuple(block->GetName(), input, path, block->GetRangeTable().size());
+            return std::tuple{block->GetName(), input, path, block->GetRangeTable().size()};
         };
         Add(lines, "Meter.Block", kExact, head, type);
         const auto settings = [&, &block = block](KW_ZEL_DMM_MEAS_TYPE, int number)
@@ -156,9 +156,9 @@ void AddMeterRanges(t_Lines& lines)
 {
     const auto scales = [](double range)
     {
-        return std::tuple(Common::ConvertMeterRange2VerticalScale(range),
+        return std::tuple{Common::ConvertMeterRange2VerticalScale(range),
                           Common::ConvertCounterRange2VerticalScale(range),
-                          CMeterMeasurementBaseData::GetRangeAsEnumValue(range));
+                          CMeterMeasurementBaseData::GetRangeAsEnumValue(range)};
     };
     std::vector<double> nominal;
     for (int number = -1; number <= 16; ++number)
@@ -266,9 +266,9 @@ void AddVertical(t_Lines& lines)
         std::vector{0U, 8U, 4000000000U});
     const auto values = [](double a, double b, double c)
     {
-        return std::tuple(
+        return std::tuple{
             Vertical::GetPhysicalValueRange(a, b), Vertical::GetPhysicalValueOffset(a, b, c),
-            Vertical::GetRangeFromTopBottom(a, b), Vertical::GetOffsetFromTopBottom(a, b));
+            Vertical::GetRangeFromTopBottom(a, b), Vertical::GetOffsetFromTopBottom(a, b)};
     };
     const std::vector<double> all = Scattered(31, -40, 40);
     for (std::size_t i = 0; i + 2 < all.size(); ++i)
@@ -299,17 +299,19 @@ void AddApplication(t_Lines& lines)
     const auto channels = [](int number)
     {
         const auto channel = KW_ZEL_CHANNEL(number);
-        return std::tuple(IsAnalogChannel(channel), IsDigitalChannel(channel),
-                          IsSerialBusChannel(channel), IsHardwareInputChannel(channel),
+        return std::tuple{IsAnalogChannel(channel),
+                          IsDigitalChannel(channel),
+                          IsSerialBusChannel(channel),
+                          IsHardwareInputChannel(channel),
                           IsAcquisitionChannel(channel),
                           MapApplicationChannelToAnalogChannel(channel),
                           RequiresLTG(eKW_ZEL_TRIGGER_TYPE_EDGE, channel),
-                          RequiresLTG(eKW_ZEL_TRIGGER_TYPE_PATTERN, channel));
+                          RequiresLTG(eKW_ZEL_TRIGGER_TYPE_PATTERN, channel)};
     };
     const auto triggers = [](int number)
     {
         const auto type = KW_ZEL_TRIGGER_TYPE(number);
-        return std::tuple(IsAnalogTrigger(type), IsSerialBusTrigger(type), IsLogicTrigger(type));
+        return std::tuple{IsAnalogTrigger(type), IsSerialBusTrigger(type), IsLogicTrigger(type)};
     };
     for (int number = -1; number <= 21; ++number)
     {
@@ -332,15 +334,15 @@ void AddUnits(t_Lines& lines)
     {
         const auto ofTime = [&](const std::string&)
         {
-            return std::tuple(name(NRules::UnitTimesSecond(a)), name(NRules::UnitPerSecond(a)),
-                              name(NRules::UnitPerDivision(a)));
+            return std::tuple{name(NRules::UnitTimesSecond(a)), name(NRules::UnitPerSecond(a)),
+                              name(NRules::UnitPerDivision(a))};
         };
         Add(lines, "Unit.OfTime", kExact, ofTime, name(a));
         for (const KW_UNIT b : units)
         {
             const auto ofTwo = [&](const std::string&, const std::string&) {
-                return std::tuple(name(NRules::UnitProduct(a, b)),
-                                  name(NRules::UnitQuotient(a, b)));
+                return std::tuple{name(NRules::UnitProduct(a, b)),
+                                  name(NRules::UnitQuotient(a, b))};
             };
             Add(lines, "Unit.ProductAndQuotient", kExact, ofTwo, name(a), name(b));
         }
@@ -355,7 +357,7 @@ void AddUnits(t_Lines& lines)
                 const auto quantity = KW_ZEL_MEASUREMENT_TYPE(type);
                 const KW_UNIT unit =
                     NMeasurementRules::UnitOfQuantity(quantity, eKW_UNIT_LEVEL_V, second);
-                return std::tuple(name(unit), NMeasurementRules::IsDigitalQuantity(quantity));
+                return std::tuple{name(unit), NMeasurementRules::IsDigitalQuantity(quantity)};
             };
             Add(lines, "Unit.OfQuantity", kExact, of, quantities.GetSerialName(type).toStdString(),
                 name(second));
@@ -370,8 +372,8 @@ void AddHarmonics(t_Lines& lines)
         const auto limits =
             NHarmonicLimits::OfStandard(KW_HMA_STANDARD(standard), {power, 20.0, 0.9, ratio});
         const auto found = limits.orders.find(static_cast<UINT32>(order));
-        return std::tuple(found == limits.orders.end() ? 0.0 : found->second, limits.scale,
-                          limits.thd.value_or(0.0));
+        return std::tuple{found == limits.orders.end() ? 0.0 : found->second, limits.scale,
+                          limits.thd.value_or(0.0)};
     };
     // Class D looks at the power, EN 61000-3-12 at the short circuit, between two of its rows.
     for (int standard = 0; standard <= eKW_HMA_STANDARD_USER; ++standard)

@@ -16,9 +16,9 @@ void AddWindows(t_Lines& lines)
     const auto table = [](int type)
     {
         const auto window = KW_WINDOW_TYPE(type);
-        return std::tuple(FFT::GetWindowCoeff(window), FFT::GetWindowFactor(window),
+        return std::tuple{FFT::GetWindowCoeff(window), FFT::GetWindowFactor(window),
                           FFT::GetWindowLengthFactor(window),
-                          FFT::GetFFTSize(KW_FFT_FREQUENCY_SPAN(type)));
+                          FFT::GetFFTSize(KW_FFT_FREQUENCY_SPAN(type))};
     };
     const auto weight = [](int type, UINT32 length, UINT32 k)
     { return FFT::GetWindowFunction(KW_WINDOW_TYPE(type), length)(k); };
@@ -88,7 +88,7 @@ void AddSources(t_Lines& lines)
     const auto source = [](int number)
     {
         const auto channel = KW_ZEL_CHANNEL(number);
-        return std::tuple(FFT::GetAnalogSourceChannel(channel), FFT::GetSourceChannel(channel));
+        return std::tuple{FFT::GetAnalogSourceChannel(channel), FFT::GetSourceChannel(channel)};
     };
     for (int number = -1; number <= 21; ++number)
     {
@@ -112,11 +112,11 @@ auto Chain(double span, double center)
     const auto gain = Down::CalculateGain(rate, nco);
     const auto words = Down::CalculateHWSettingsDDC(rate, nco);
     return std::tuple_cat(AsTuple(rate),
-                          std::tuple(nco.m_CoarseFrequency, nco.m_CoarseIncrement,
+                          std::tuple{nco.m_CoarseFrequency, nco.m_CoarseIncrement,
                                      nco.m_FineFrequency, nco.m_FineIncrement,
                                      Down::CalculateFrequencyShift(nco), gain.m_Gain_DDC,
                                      gain.m_Gain_CIC1, gain.m_Gain_FIR, words.m_CIC1Rate,
-                                     words.m_CIC1Shift, words.m_CoarsePhase, words.m_FinePhase));
+                                     words.m_CIC1Shift, words.m_CoarsePhase, words.m_FinePhase});
 }
 void AddOscillators(t_Lines& lines)
 {
@@ -184,7 +184,7 @@ void AddDDC(t_Lines& lines)
             AsTuple(Down::CalculateDecimation(span)),
             AsTuple(Down::CalculateDecimationWithLUT(span)),
             AsTuple(Down::CalculateDecimationManually(span)),
-            std::tuple(Down::SearchDecimationRateCic1(span), Down::SearchRowIndexInLUT(span)));
+            std::tuple{Down::SearchDecimationRateCic1(span), Down::SearchRowIndexInLUT(span)});
     };
     const std::vector<double> thresholds =
         AndNeighbours({825.0, 80.0, 1e6, 1473210.0, 1718750.0, 2291670.0, 3055560.0, 4583330.0,

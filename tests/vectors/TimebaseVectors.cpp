@@ -24,10 +24,10 @@ void AddBudgets(t_Lines& lines)
 {
     const auto numbers = [](int number)
     {
-        return std::tuple(
+        return std::tuple{
             Horizontal::GetSampleRate(KW_ZEL_MODE(number)),
             Horizontal::CalculateDecimationFactorEffective(KW_ZEL_MODE(number), 4294967295U),
-            Horizontal::GetNumberOfHistoryTraces(KW_ZEL_HISTORY_DEPTH(number)));
+            Horizontal::GetNumberOfHistoryTraces(KW_ZEL_HISTORY_DEPTH(number))};
     };
     Add(lines, "Horizontal.Selections", kExact, numbers, Range(-1, 3));
     const auto budget = [](double rate, int acquisition, int depth, int length)
@@ -147,7 +147,7 @@ void AddBoundaries(t_Lines& lines)
         double right = 0.0;
         Horizontal::CalculateHorizontalBoundaries(time, static_cast<UINT16>(percent), position,
                                                   resolution, left, right);
-        return std::tuple(left, right, Horizontal::CalculateNbPreTriggerSamples(time, 1250, left));
+        return std::tuple{left, right, Horizontal::CalculateNbPreTriggerSamples(time, 1250, left)};
     };
     const std::vector resolutions{0.0, 8e-12, -1.6e-5, 3e-4, -3e-4, 1e-3, 1e300, kInf, kNan};
     const auto add = [&](double time, double position, double resolution, int percent)
@@ -182,7 +182,7 @@ void AddZoom(t_Lines& lines)
         double left = 0.0;
         double right = 0.0;
         Horizontal::CalculateHorizontalBoundariesZoom(time, position, left, right);
-        return std::tuple(left, right, Horizontal::GetRightHorizontalBoudary(position, time));
+        return std::tuple{left, right, Horizontal::GetRightHorizontalBoudary(position, time)};
     };
     Add(lines, "Horizontal.CalculateHorizontalBoundariesZoom", kExact, around, 4.0, 1.0);
 }
