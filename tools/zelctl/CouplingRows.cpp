@@ -87,7 +87,8 @@ QStringList CDeclaredRows::Describe(const t_Steps& steps, bool brief)
     QStringList lines;
     for (const KW_CouplingStep& step : steps)
     {
-        const QString when = brief ? QString() : WhenOf(step);
+        const bool isTold = brief || !m_told.insert({step.group, step.row}).second;
+        const QString when = isTold ? QString() : WhenOf(step);
         lines.append(QStringLiteral("by %1 %2%3: %4")
                          .arg(NameOf(step.group))
                          .arg(step.row)

@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <map>
+#include <set>
 #include <vector>
 
 /** A step of a row that was seen to change something. */
@@ -23,7 +24,7 @@ public:
     /** The rows that a property starts. */
     std::vector<KW_CouplingRow> GetStartedBy(const IDbProperty& property);
     /** "by Horizontal 2, On(ScaleGUI): SetScaleFromGui", a line for each step; without the
-       condition where it is to be `brief`. */
+        condition where it is to be `brief`, or where a line before told it. */
     QStringList Describe(const t_Steps& steps, bool brief);
     QJsonArray ToJson(const t_Steps& steps);
 
@@ -33,6 +34,7 @@ private:
 
     CSession& m_session;
     std::map<QString, std::vector<KW_CouplingRow>> m_rows;
+    std::set<std::pair<QString, int>> m_told; ///< group and number
 };
 
 /** "Horizontal 2, On(ScaleGUI): Do SetScaleFromGui, RunRecalculationChain" */
