@@ -53,7 +53,7 @@ QString OtherText(IDbProperty& property)
     else if (texts.isEmpty() && property.GetEnumNameInfo() == nullptr &&
              (min.isEmpty() || min != max))
     {
-        texts = {max, min, QStringLiteral("1"), QStringLiteral("2")};
+        texts = QStringList{max, min, QStringLiteral("1"), QStringLiteral("2")};
     }
     texts.removeAll(QString());
     texts.removeAll(property.GetText());
