@@ -180,11 +180,10 @@ void AddDDC(t_Lines& lines)
 {
     const auto decimation = [](double span)
     {
-        return std::tuple_cat(
-            AsTuple(Down::CalculateDecimation(span)),
-            AsTuple(Down::CalculateDecimationWithLUT(span)),
-            AsTuple(Down::CalculateDecimationManually(span)),
-            std::tuple{Down::SearchDecimationRateCic1(span), Down::SearchRowIndexInLUT(span)});
+        return std::tuple{AsTuple(Down::CalculateDecimation(span)),
+                          AsTuple(Down::CalculateDecimationWithLUT(span)),
+                          AsTuple(Down::CalculateDecimationManually(span)),
+                          Down::SearchDecimationRateCic1(span), Down::SearchRowIndexInLUT(span)};
     };
     const std::vector<double> thresholds =
         AndNeighbours({825.0, 80.0, 1e6, 1473210.0, 1718750.0, 2291670.0, 3055560.0, 4583330.0,

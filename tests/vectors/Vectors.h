@@ -90,7 +90,8 @@ std::string Told(const CReports& reports);
 /** Functions that allocate though they have nothing to report. */
 std::set<std::string>& Allocating();
 
-/** Adds the line of one call: function(arguments …). */
+/** Adds the line of one call: function(arguments …). Where it calls several functions, it does so
+   in braces, which alone say in which order. */
 template <typename TFunction, typename... T>
 void AddOne(t_Lines& lines, const char* name, const char* slack, const TFunction& function,
             const T&... arguments)
