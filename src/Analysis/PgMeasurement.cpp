@@ -43,10 +43,7 @@ void CPgMeasurement::OfferQuantities()
         KW_CHECKED(
             m_pType->EnableValue(type, !isDigital || NMeasurementRules::IsDigitalQuantity(type)));
     }
-    if (!m_pType->IsValueEnabled(m_pType->Get()))
-    {
-        KW_CHECKED(m_pType->DbSet(eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY));
-    }
+    KW_CHECKED(m_pType->FollowWish(eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY));
 }
 
 void CPgMeasurement::UpdateUnit()

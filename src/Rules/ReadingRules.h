@@ -21,7 +21,7 @@ void WriteDifference(CDbPropNumDouble& result, const CDbPropNumDouble& reading, 
 KW_ACCEPTANCE TakeReading(CDbPropNumDouble& setting, const CDbPropNumDouble& reading);
 
 /** Lets a selector offer the values for which `isUsable` holds; a value that is not among them
-    gives way to the lowest that is. Some value must be usable. */
+    gives way to the lowest that is, and returns when it can. Some value must be usable. */
 template <typename T, typename TUsable>
 void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable)
 {
@@ -32,9 +32,6 @@ void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable)
         KW_CHECKED(selector.EnableValue(value, on));
         lowest = on ? value : lowest;
     }
-    if (!isUsable(selector.Get()))
-    {
-        KW_CHECKED(selector.DbSetAsInt(lowest));
-    }
+    KW_CHECKED(selector.FollowWish(lowest));
 }
 } // namespace NRules

@@ -90,9 +90,9 @@ bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selec
     KW_CHECKED(selector.EnableValueInternally(
         eKW_ZEL_CHANNEL_NONE, anyUsable ? eVALUESTATE_NOT_SELECTABLE : eVALUESTATE_LAST_RESORT));
     const bool canStay = selector.IsValueEnabled(present);
-    if (adjust && anyUsable && !canStay)
+    if (adjust && anyUsable)
     {
-        KW_CHECKED(selector.DbSet(firstUsable));
+        KW_CHECKED(selector.FollowWish(firstUsable));
     }
     selector.UpdateAvailability(eAVAILABILITY_NOT_AVAILABLE);
     return anyUsable && (adjust || canStay);

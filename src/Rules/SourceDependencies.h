@@ -54,7 +54,8 @@ public:
     /**
      * Enables the usable channels, and "none" as the last resort when there is no other. Answers
      * whether the present value can stay; with `adjust` a value that can not is replaced by the
-     * lowest usable channel, and the answer is whether there is one.
+     * lowest usable channel until the user's own can be used again, and the answer is whether
+     * there is one.
      */
     bool SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, bool adjust) const;
 

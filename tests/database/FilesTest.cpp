@@ -51,6 +51,9 @@ std::shared_ptr<CPgFixtureRoot> FilledTree()
     group.m_pBlob->Set(QByteArray("\0\xff,", 3));
     group.m_pDouble->Set(0.1);
     group.m_pFollower->SetUserValue(5.0);
+    group.m_pEnum->SetAsInt(4);
+    group.m_pEnum->EnableValue(4, false);
+    group.m_pEnum->FollowWish(2);
     group.m_pMap->Insert(QString::fromUtf8("Ω & \"x\""));
     group.m_pMap->SetActive(QString::fromUtf8("Ω & \"x\""));
     group.m_pArray->Insert(0);
@@ -98,6 +101,8 @@ TEST_P(FileFormat, LosesOrChangesWhatItCarries)
     EXPECT_EQ(m_root->FileText(GetParam()), text);
     EXPECT_EQ(m_root->m_pSecond->m_pFollower->GetUserValue(), 5.0);
     EXPECT_EQ(m_root->m_pSecond->m_pFollower->Get(), 0.1) << "limits hold the wish back";
+    EXPECT_EQ(m_root->m_pSecond->m_pEnum->GetUserValueAsInt(), 4);
+    EXPECT_EQ(m_root->m_pSecond->m_pEnum->GetAsInt(), 2);
     ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
     EXPECT_EQ(m_root->Text(), CPgFixtureRoot::Create()->Text());
 }

@@ -65,6 +65,35 @@ TEST_F(Frame, LimitLeavesTheValueBehindOrForgetsTheWish)
     EXPECT_EQ(follower.GetUserValue(), 1.0);
 }
 
+TEST_F(Frame, SelectionLosesTheWishOrKeepsAStrangers)
+{
+    CDbPropEnum<KW_ZEL_TRIGGER_TYPE>& selector = *m_group.m_pEnum;
+    const auto restrict = [&selector](std::initializer_list<INT32> off, INT32 otherwise)
+    {
+        selector.EnableAllValues();
+        for (const INT32 value : off)
+        {
+            selector.EnableValue(value, false);
+        }
+        EXPECT_EQ(selector.FollowWish(otherwise), eKW_ACC_OK);
+        return selector.GetAsInt();
+    };
+    ASSERT_EQ(selector.SetAsInt(3), eKW_ACC_OK);
+    m_group.m_hooks.clear();
+    EXPECT_EQ(restrict({3}, 5), 5);
+    EXPECT_EQ(m_group.m_hooks, std::vector<QString>{QStringLiteral("auto Enum")});
+    EXPECT_EQ(selector.GetUserValueAsInt(), 3);
+    EXPECT_EQ(restrict({3}, 6), 5) << "what can be selected stays";
+    EXPECT_EQ(restrict({}, 6), 3);
+    EXPECT_EQ(restrict({3}, 5), 5);
+    ASSERT_EQ(selector.SetAsInt(5), eKW_ACC_OK) << "confirmed by the user";
+    EXPECT_EQ(selector.GetUserValueAsInt(), 5);
+    ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(selector.GetUserValueAsInt(), 3);
+    ASSERT_EQ(m_root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(restrict({}, 6), 5);
+}
+
 TEST_F(Frame, NegativeZeroIsSavedAsAnotherValue)
 {
     CDbPropNum<double>& follower = *m_group.m_pFollower;

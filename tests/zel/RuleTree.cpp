@@ -339,6 +339,35 @@ TEST_P(Rules, IsBrokenOrDoesNotComeBack)
     EXPECT_EQ(tree.Forgotten().toStdString(), "");
 }
 
+void PrintTo(const t_Session& session, std::ostream* stream)
+{
+    *stream << session.name;
+}
+
+TEST_P(Sessions, EndInAStateThatMisleads)
+{
+    const CRuleTree tree;
+    const auto before = tree.State();
+    bool delivers = false;
+    for (const auto& [done, stands] : GetParam().parts)
+    {
+        SCOPED_TRACE(done);
+        tree.DoAll(done);
+        QByteArray group;
+        const QList<QByteArray> states = Parts(stands, group);
+        ExpectStates(tree, states);
+        EXPECT_EQ(tree.Unsettled().toStdString(), "");
+        ExpectStates(tree, states);
+        delivers |= QByteArray(done).contains('@');
+    }
+    EXPECT_EQ(tree.reports.Messages().toStdString(), "");
+    if (!delivers)
+    {
+        ExpectUndoAndRedo(tree, before, 99);
+    }
+    EXPECT_EQ(tree.Forgotten().toStdString(), "");
+}
+
 TEST_P(Walks, BreakARuleOrDoNotComeBack)
 {
     for (int seed = 1; seed <= GetParam().trees && !HasFailure(); ++seed)

@@ -65,6 +65,35 @@ public:
     static std::string Name(const testing::TestParamInfo<t_Rule>& test) { return test.param.name; }
 };
 
+/** A part of what an engineer does, and what must stand afterwards; texts as in t_Rule, but a dot
+    reaches back within its own text only. */
+struct t_SessionPart
+{
+    const char* done;
+    const char* stands;
+};
+
+/** Parts in their order, in one tree. The name says what would be lost or wrong. */
+struct t_Session
+{
+    const char* name;
+    std::vector<t_SessionPart> parts;
+};
+
+void PrintTo(const t_Session& session, std::ostream* stream);
+
+/** Runs t_Session in a fresh tree, where everything is taken and nothing reported; what stands is
+    looked at after each part, and once more when everything has been computed again. Undo leads
+    back, and a saved state comes back. */
+class Sessions : public testing::TestWithParam<t_Session>
+{
+public:
+    static std::string Name(const testing::TestParamInfo<t_Session>& test)
+    {
+        return test.param.name;
+    }
+};
+
 /** A text that is legal for a property, or likely so. */
 QString AnyText(const IDbProperty& property, CDice& dice);
 

@@ -69,6 +69,10 @@ void CDbObject::DeSerialize(const CDbSettingsElement& /*element*/, CDbRecall& /*
 bool CDbPropBase::SerializeProp(CDbSettingsWriter& writer) const
 {
     writer.Attribute(KW_SETTINGS_VALUE, GetText());
+    if (const QString wish = GetWishText(); !wish.isNull())
+    {
+        writer.Attribute(KW_SETTINGS_USER_VALUE, wish);
+    }
     if (m_secret)
     {
         writer.NoteSecret();
@@ -93,6 +97,10 @@ void CDbPropBase::DeSerialize(const CDbSettingsElement& element, CDbRecall& reca
             *this,
             QStringLiteral("Value \"%1\" skipped (%2)").arg(shown, KW_GetAcceptanceText(code)));
         return;
+    }
+    if (const QStringView wish = element.Attribute(KW_SETTINGS_USER_VALUE); !wish.isNull())
+    {
+        RestoreWish(wish);
     }
     recall.Took(*this);
 }

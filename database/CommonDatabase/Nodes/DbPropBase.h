@@ -111,6 +111,10 @@ protected:
     virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
     /** Makes the handle of the kind in its place. */
     virtual void CreateFIM(CHandlePlace<IKWPropertyBase>& place) = 0;
+    /** The user's value where something holds it back; a null text where it stands. */
+    virtual QString GetWishText() const { return QString(); }
+    /** Takes the user's value of a file; what is none of the kind is passed over. */
+    virtual void RestoreWish(QStringView /*text*/) {}
     /** Texts of value-list entries. */
     virtual QString ToText(const QVariant& entry) const { return entry.toString(); }
 

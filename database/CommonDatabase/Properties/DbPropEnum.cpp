@@ -102,7 +102,8 @@ QStringList CDbPropEnumBase::GetValueTexts() const
 
 void CDbPropEnumIntAccess::DbSetDefault(INT32 value)
 {
-    m_default = GetNameInfo().IsValue(value) ? value : 0;
+    m_default = static_cast<INT16>(GetNameInfo().IsValue(value) ? value : 0);
+    m_userValue = m_default;
     m_value.store(m_default, std::memory_order_release);
 }
 
@@ -124,9 +125,45 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::Validate(CDbValue& value, eWRITEKIND kind) c
                : eKW_ACC_OK;
 }
 
-void CDbPropEnumIntAccess::Store(const CDbValue& value, eWRITEKIND /*kind*/)
+void CDbPropEnumIntAccess::Store(const CDbValue& value, eWRITEKIND kind)
 {
-    m_value.store(static_cast<INT32>(std::get<INT64>(value)), std::memory_order_release);
+    const INT64 number = std::get<INT64>(value);
+    m_value.store(static_cast<INT32>(number), std::memory_order_release);
+    if (kind != eWRITEKIND::Auto)
+    {
+        m_userValue = static_cast<INT16>(number);
+    }
+}
+
+bool CDbPropEnumIntAccess::IsStored(const CDbValue& value) const
+{
+    return Stands(value) && GetAsInt() == m_userValue;
+}
+
+KW_ACCEPTANCE CDbPropEnumIntAccess::FollowWish(INT32 otherwise)
+{
+    const CLockGuard lock;
+    const INT32 kept = IsValueEnabled(GetAsInt()) ? GetAsInt() : otherwise;
+    const INT32 target = IsValueEnabled(m_userValue) ? m_userValue : kept;
+    return target == GetAsInt() ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK)
+                                : WriteValue(INT64{target}, eWRITEKIND::Auto);
+}
+
+QString CDbPropEnumIntAccess::GetWishText() const
+{
+    return m_userValue != GetAsInt() ? TextOf(m_userValue) : QString();
+}
+
+void CDbPropEnumIntAccess::RestoreWish(QStringView text)
+{
+    CDbValue wish;
+    if (ParseText(text.toString(), wish) > eKW_ACC_WARNING)
+    {
+        return;
+    }
+    CDbChange change(*this);
+    change.Touch();
+    m_userValue = static_cast<INT16>(std::get<INT64>(wish));
 }
 
 KW_ACCEPTANCE CDbPropEnumIntAccess::IncDec(INT32 steps)
@@ -209,5 +246,6 @@ void CDbPropEnumIntAccess::LoadState(const CDbPropBaseHist& record, bool newStat
     const t_State& state = static_cast<const CDbPropHist<t_State>&>(record).State(newState);
     SetCommonState(state.common);
     m_value.store(state.value, std::memory_order_release);
+    m_userValue = static_cast<INT16>(state.userValue);
     m_states = state.states;
 }

@@ -66,6 +66,16 @@ public:
     /** Internal write. A rule may set a value that clients can not select. */
     KW_ACCEPTANCE DbSetAsInt(INT32 value) { return WriteValue(INT64{value}, eWRITEKIND::Internal); }
     KW_ACCEPTANCE SetResultAsInt(INT32 value) { return WriteResult(INT64{value}); }
+    /** What a client or a rule set last; the value itself, except where FollowWish had to take
+        another. Guarded by the tree's lock. */
+    INT32 GetUserValueAsInt() const { return m_userValue; }
+    /**
+     * For rules, after they have said what can be selected: the value becomes the user's again
+     * where that can be selected, else it stays where it can be itself, else it becomes
+     * `otherwise`. An automatic write, which leaves the user's value alone: whatever comes and
+     * goes, the choice returns.
+     */
+    KW_ACCEPTANCE FollowWish(INT32 otherwise);
     /** Over the selectable values in the order of steps; stops at the ends with code 1. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
 
@@ -81,6 +91,7 @@ public:
     {
         CDbPropBase::t_CommonState common;
         INT32 value;
+        INT32 userValue;
         std::vector<KW_VALUE_STATE> states;
         CDbValue AsValue() const { return INT64{value}; }
         bool operator==(const t_State&) const = default;
@@ -89,16 +100,21 @@ public:
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
     void Store(const CDbValue& value, eWRITEKIND kind) override;
+    bool IsStored(const CDbValue& value) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override = 0;
+    QString GetWishText() const override;
+    void RestoreWish(QStringView text) override;
     /** Serial name; the number where a value has none. */
     QString TextOf(INT32 value) const;
 
 private:
-    t_State GetState() const { return {GetCommonState(), GetAsInt(), m_states}; }
+    t_State GetState() const { return {GetCommonState(), GetAsInt(), m_userValue, m_states}; }
 
     std::atomic<INT32> m_value{0};
-    INT32 m_default = 0; ///< does not move once the tree is complete
+    // Half words keep 600 properties as small as they were; types have some 400 values at most.
+    INT16 m_userValue = 0; ///< a value of the type
+    INT16 m_default = 0;   ///< does not move once the tree is complete
 };
 
 /** History record of a CDbPropEnum<T>: one for all types, as the value is an integer. */

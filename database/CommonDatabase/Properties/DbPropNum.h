@@ -35,15 +35,6 @@ public:
     E_NUMBERFORMAT GetFormat() const { return m_format; }
     INT32 GetBitGroupSize() const { return m_bitGroupSize; }
 
-    bool SerializeProp(CDbSettingsWriter& writer) const override;
-    void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
-
-protected:
-    /** The user's value where limits hold it back; a null text where it stands. */
-    virtual QString GetWishText() const = 0;
-    /** Takes the user's value of a file; what is no number of the type is passed over. */
-    virtual void RestoreWish(QStringView text) = 0;
-
 private:
     double m_stepFactor = 2.0;
     CDbUnit m_unit;
