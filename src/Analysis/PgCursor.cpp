@@ -35,16 +35,17 @@ t_Couplings CPgCursor::Rules() const
     static constexpr auto all =
         Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateReadout, &C::UpdateDeltas>;
     static constexpr auto lines = Derive<&C::LimitLines, &C::UpdateDeltas>;
+    static constexpr auto sources = Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateDeltas>;
     static constexpr auto rows = Table<Names>(
         On(Names::X1, Names::X2, Names::Y1, Names::Y2, Names::LevelX1, Names::LevelX2) >>
             Do<&C::MovePartnerOf>,
         OnAny() >> all, On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>,
         On(Names::SetAsReference) >> Do<&C::SetAsReference, &C::UpdateGroup>,
-        NRules::kSwitched >> Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateDeltas>,
-        Changed(ZEL::Horizontal / Horizontal::Left, ZEL::Horizontal / Horizontal::Right,
-                ZEL::XY / XY::SourceX) >>
-            lines,
-        NRules::kScreens >> lines, NRules::kMathematicsScreen >> lines);
+        NRules::kSwitched >> sources,
+        Changed(ZEL::Horizontal / Horizontal::Left, ZEL::Horizontal / Horizontal::Right) >> lines,
+        // A row of its own: the axis follows the channels, as the time scale does before it.
+        Changed(ZEL::XY / XY::SourceX) >> lines, NRules::kScreens >> lines,
+        NRules::kMathematicsScreen >> sources);
     return rows;
 }
 
@@ -122,10 +123,7 @@ void CPgCursor::UpdateReadout()
     const bool hasReference = m_pReferenceX->Get() > 0.0 || m_pReferenceY->Get() > 0.0;
     KW_CHECKED(m_pReadout->EnableValue(eKW_READOUT_PERCENT, hasReference));
     KW_CHECKED(m_pReadout->EnableValue(eKW_READOUT_DECIBEL, m_pReferenceY->Get() > 0.0));
-    if (!m_pReadout->IsValueEnabled(m_pReadout->Get()))
-    {
-        KW_CHECKED(m_pReadout->DbSet(eKW_READOUT_VALUE));
-    }
+    KW_CHECKED(m_pReadout->FollowWish(eKW_READOUT_VALUE));
 }
 
 void CPgCursor::UpdateDeltas()

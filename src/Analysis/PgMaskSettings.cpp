@@ -9,8 +9,9 @@ using namespace NNames;
 
 t_Couplings CPgMaskSettings::Rules() const
 {
+    static constexpr auto sources = Derive<&CPgMaskSettings::OfferSources>;
     static constexpr auto rows =
-        Table<Names>(NRules::kSwitched >> Derive<&CPgMaskSettings::OfferSources>);
+        Table<Names>(NRules::kSwitched >> sources, NRules::kMathematicsScreen >> sources);
     return rows;
 }
 

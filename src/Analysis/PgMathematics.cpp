@@ -13,6 +13,7 @@
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
+#include "Rules/SourceDependencies.h"
 #include "Rules/UnitRules.h"
 
 #include <cmath>
@@ -77,7 +78,8 @@ void CPgMathematics::UpdateExpression()
 void CPgMathematics::UpdateUnit()
 {
     const bool usesExpression = m_pUseExpression->Get() == eKW_ONOFF_ON;
-    KW_CHECKED(m_pUnit->DbSet(usesExpression ? UnitOfExpression() : UnitOfOperation()));
+    NRules::WriteResult(*m_pUnit, usesExpression ? UnitOfExpression() : UnitOfOperation(),
+                        CSourceActivity(eSOURCE_ACTIVITY_SWITCHED_ON, this).IsMathematicsFed());
     KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(m_pUnit->Get())));
     KW_CHECKED(m_pIntegralStart->SetUnit(NRules::UnitTimesSecond(UnitOfSource(m_pSourceA->Get()))));
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Analysis/MathExpression.h"
 #include "Analysis/PgMathematicsBase.h"
+#include "Rules/MathExpression.h"
 
 enum KW_UNIT : INT32;
 enum KW_ZEL_CHANNEL : INT32;
 
 /**
- * The mathematics channel. Its unit follows from operation and sources, or from the expression.
+ * The mathematics channel. Its unit follows from operation and sources, or from the expression; it
+ * is invalid, and the channel is no source, while one of the sources is off.
  * The element properties show the selected element, until they are written: then they are what
  * InsertElement inserts. Editing is refused with eKW_ACC_BAD_TEXT while the expression's text holds
  * anything but elements, with eKW_ACC_CONTAINER_FULL or eKW_ACC_TOO_LONG when it grows too long. A

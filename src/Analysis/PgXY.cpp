@@ -34,8 +34,5 @@ void CPgXY::UpdateSecondCurve()
             channel, isFree && NApplicationDefinitions::IsAnalogChannel(channel) &&
                          activity.IsSourceActive(channel)));
     }
-    if (!m_pSourceY2->IsValueEnabled(m_pSourceY2->Get()))
-    {
-        KW_CHECKED(m_pSourceY2->DbSet(eKW_ZEL_CHANNEL_NONE));
-    }
+    KW_CHECKED(m_pSourceY2->FollowWish(eKW_ZEL_CHANNEL_NONE));
 }

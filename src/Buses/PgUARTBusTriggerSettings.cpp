@@ -57,10 +57,7 @@ void CPgUARTBusTriggerSettings::OfferLines()
         KW_CHECKED(m_pSource->EnableValue(value, std::find(usable.begin(), usable.end(), value) !=
                                                      usable.end()));
     }
-    if (!m_pSource->IsValueEnabled(m_pSource->Get()))
-    {
-        KW_CHECKED(m_pSource->DbSet(usable.front()));
-    }
+    KW_CHECKED(m_pSource->FollowWish(usable.front()));
 }
 
 NRules::t_PatternSize CPgUARTBusTriggerSettings::DataSize() const

@@ -18,13 +18,17 @@ using namespace NNames;
 t_Couplings CPgReferenceCurve::Rules() const
 {
     using R = CPgReferenceCurve;
-    static constexpr auto rows =
-        Table<Names>(OnAny() >> Derive<&R::OfferSources, &R::UpdateUnits>,
-                     On(Names::SetToOriginal) >> Do<&R::SetToOriginal, &R::UpdateUnits>,
-                     On(Names::Clear) >> Do<&R::Clear>, Fresh<&R::InvalidateAttributes>,
-                     NRules::kSwitched >> Derive<&R::OfferSources>,
-                     Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
-                         Derive<&R::UpdateUnits>);
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&R::OfferCurve, &R::OfferSources, &R::UpdateUnits>,
+        On(Names::SetToOriginal) >> Do<&R::SetToOriginal, &R::UpdateUnits>,
+        On(Names::Clear) >> Do<&R::Clear>, Fresh<&R::InvalidateAttributes>,
+        // Whether there is a curve comes before who is on.
+        Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::RecordLength) >>
+            Derive<&R::OfferCurve>,
+        NRules::kSwitched >> Derive<&R::OfferSources>,
+        NRules::kMathematicsScreen >> Derive<&R::OfferSources>,
+        Changed(Names::ReferenceCurveAttributes / ReferenceCurveAttributes::Unit) >>
+            Derive<&R::UpdateUnits>);
     return rows;
 }
 
@@ -32,6 +36,18 @@ t_Couplings CPgReferenceCurve::Rules() const
 void CPgReferenceCurve::InvalidateAttributes()
 {
     NRules::InvalidateResults(*m_pReferenceCurveAttributes);
+}
+
+bool CPgReferenceCurve::IsEmpty() const
+{
+    const CDbPropNumUInt32& length = *m_pReferenceCurveAttributes->GetPrRecordLength();
+    return length.GetValidity() != eKW_VALIDITY_VALID || length.Get() == 0;
+}
+
+void CPgReferenceCurve::OfferCurve()
+{
+    KW_CHECKED(m_pEnabled->EnableValue(eKW_ONOFF_ON, !IsEmpty()));
+    KW_CHECKED(m_pEnabled->FollowWish(eKW_ONOFF_OFF));
 }
 
 void CPgReferenceCurve::OfferSources()
@@ -52,7 +68,7 @@ void CPgReferenceCurve::UpdateUnits()
 KW_ACCEPTANCE CPgReferenceCurve::SetToOriginal()
 {
     const CPgReferenceCurveAttributes& taken = *m_pReferenceCurveAttributes;
-    if (taken.GetPrRecordLength()->Get() == 0)
+    if (IsEmpty())
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }

@@ -11,6 +11,9 @@ public:
 
 private:
     void InvalidateAttributes();
+    bool IsEmpty() const;
+    /** An empty curve is not on, and no source; it comes on again when there is one. */
+    void OfferCurve();
     void OfferSources();
     void UpdateUnits();
     KW_ACCEPTANCE SetToOriginal();

@@ -35,8 +35,10 @@ t_Couplings CPgRelativeHysteresisLevel::Rules() const
     static constexpr auto rows = Table<Names>(
         On(Names::UserHysteresis) >> Do<&L::SelectUser>, OnAny() >> Derive<&L::UpdateHysteresis>,
         Changed(kBandwidthTable / each / RelativeHysteresisSettingsForBandwidth::Hysteresis,
-                ZEL::Vertical / Vertical::Channel / each / Channel::BandwidthLimit,
-                kCursorMeasurements / each / CursorMeasurement::Source) >>
+                ZEL::Vertical / Vertical::Channel / each / Channel::BandwidthLimit) >>
+            Derive<&L::UpdateHysteresis>,
+        // A row of its own: the source follows later, when channels come and go.
+        Changed(kCursorMeasurements / each / CursorMeasurement::Source) >>
             Derive<&L::UpdateHysteresis>);
     return rows;
 }

@@ -13,40 +13,26 @@
 #include "Channels/VerticalHardware.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
+#include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
 #include "Names/Channel.h"
 #include "Names/Horizontal.h"
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;
 
-namespace
-{
-/** Converters that sample one channel in turn. */
-INT32 ConvertersPerChannel(KW_ZEL_MODE mode)
-{
-    switch (mode)
-    {
-    case eKW_ZEL_MODE_ZEL_B:
-        return 2;
-    case eKW_ZEL_MODE_ZEL_C:
-        return 4;
-    default:
-        return 1;
-    }
-}
-} // namespace
-
 t_Couplings CPgVertical::Rules() const
 {
     using V = CPgVertical;
-    static constexpr auto rows = Table<Names>(On(Names::ResetDeskew) >> Do<&V::ResetDeskew>,
-                                              Changed(ZEL::Horizontal / Horizontal::ZELMode,
-                                                      ZEL::Horizontal / Horizontal::SampleRate,
-                                                      Names::Channel / each / Channel::Enabled) >>
-                                                  Derive<&V::UpdateStreams>);
+    static constexpr auto rows = Table<Names>(
+        On(Names::ResetDeskew) >> Do<&V::ResetDeskew>,
+        Changed(ZEL::Horizontal / Horizontal::ZELMode, ZEL::Horizontal / Horizontal::SampleRate,
+                Names::Channel / each / Channel::Enabled) >>
+            Derive<&V::UpdateStreams>,
+        Changed(Names::Channel / each / Channel::Enabled) >> Derive<&V::NameDroppedChannels>);
     return rows;
 }
 
@@ -60,7 +46,8 @@ void CPgVertical::ResetDeskew()
 
 void CPgVertical::UpdateStreams()
 {
-    const INT32 parts = ConvertersPerChannel(At(ZEL::Horizontal / Horizontal::ZELMode)->Get());
+    const INT32 parts =
+        NRules::ConvertersPerChannel(At(ZEL::Horizontal / Horizontal::ZELMode)->Get());
     UINT32 active = 0;
     for (INT32 i = 0; i < m_pChannel->GetCount(); ++i)
     {
@@ -79,6 +66,27 @@ void CPgVertical::UpdateStreams()
     KW_CHECKED(streams.GetPrSamplesPerClockCycle()->DbSet(samples));
     KW_CHECKED(streams.GetPrClockFrequency()->DbSet(
         At(ZEL::Horizontal / Horizontal::SampleRate)->Get() / samples));
+}
+
+void CPgVertical::NameDroppedChannels()
+{
+    const auto& modes = *At(ZEL::Horizontal / Horizontal::ZELMode);
+    QStringList lists;
+    for (INT32 mode = 0; mode < modes.GetEnumSize(); ++mode)
+    {
+        QStringList names;
+        for (const INT32 channel : NRules::ChannelsDroppedBy(*this, static_cast<KW_ZEL_MODE>(mode)))
+        {
+            names.append(m_pSelectedChannel->GetSerialName(channel));
+        }
+        if (!names.isEmpty())
+        {
+            lists.append(modes.GetSerialName(mode) + QStringLiteral(": ") +
+                         names.join(QStringLiteral(" ")));
+        }
+    }
+    KW_CHECKED(
+        m_pAnalogSignalStreams->GetPrDroppedChannels()->DbSet(lists.join(QStringLiteral(", "))));
 }
 
 INT32 CPgVertical::ChannelOfGroup(INT32 first, INT32 size) const

@@ -20,6 +20,7 @@ private:
     /** Follows what is on and the sample-rate mode; streams that carry nothing show the channel of
         their place, at rate 0. */
     void UpdateStreams();
+    void NameDroppedChannels();
     /** The channel of a group of converters, −1 when none of its channels is on. */
     INT32 ChannelOfGroup(INT32 first, INT32 size) const;
     /** `channel` −1 for a stream that carries nothing; `parts` converters sample it in turn. */

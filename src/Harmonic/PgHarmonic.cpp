@@ -9,6 +9,7 @@
 #include "Names/Harmonic.h"
 #include "Names/Horizontal.h"
 #include "Names/ZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
@@ -30,9 +31,15 @@ t_Couplings CPgHarmonic::Rules() const
         On(Names::NumberOfHarmonics, Names::HarmonicSelection) >> Do<&H::UpdateVisibility>,
         // A measured fundamental is delivered as a result.
         Delivered(Names::FundamentalFrequency) >> Do<&H::UpdateSelected>,
-        On(Names::AutoSet) >> Do<&H::FitTimebase>, On(Names::ResetAverage) >> Do<&H::ResetAverage>,
+        NRules::kSwitched >> Derive<&H::OfferSources>, On(Names::AutoSet) >> Do<&H::FitTimebase>,
+        On(Names::ResetAverage) >> Do<&H::ResetAverage>,
         On(Names::ResetHistory) >> Do<&H::ResetHistory>, Fresh<&H::DropFundamental>);
     return rows;
+}
+
+void CPgHarmonic::OfferSources()
+{
+    NRules::OfferInputs(*m_pFundamentalSource);
 }
 
 void CPgHarmonic::AwaitFundamental()

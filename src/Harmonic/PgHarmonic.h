@@ -11,6 +11,7 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    void OfferSources();
     /** Of the automatic one: until it is delivered. */
     void AwaitFundamental();
     void DropFundamental();

@@ -2,6 +2,7 @@
 #include "Rules/ChannelRules.h"
 
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsUnits.h"
@@ -66,6 +67,64 @@ void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CH
     const CSourceKinds application(kinds, except);
     CSourceDependencies(application, eSOURCE_ACTIVITY_SWITCHED_ON)
         .SetAvailableSources(selector, true);
+}
+
+void RestrictSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds)
+{
+    const CSourceKinds application(kinds, eKW_ZEL_CHANNEL_NONE);
+    CSourceDependencies(application, eSOURCE_ACTIVITY_SWITCHED_ON)
+        .SetAvailableSources(selector, false);
+}
+
+void OfferInputs(CDbPropEnum<KW_ZEL_ANALOG_CHANNEL>& selector)
+{
+    const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, selector.GetParent());
+    INT32 lowest = selector.GetAsInt();
+    for (INT32 value = selector.GetEnumSize() - 1; value >= 0; --value)
+    {
+        const bool isOn = activity.IsSourceActive(
+            MapAnalogChannelToApplicationChannel(static_cast<KW_ZEL_ANALOG_CHANNEL>(value)));
+        KW_CHECKED(selector.EnableValue(value, isOn));
+        lowest = isOn ? value : lowest;
+    }
+    KW_CHECKED(selector.FollowWish(lowest));
+    selector.UpdateAvailability(eAVAILABILITY_NOT_AVAILABLE);
+}
+
+INT32 ConvertersPerChannel(KW_ZEL_MODE mode)
+{
+    switch (mode)
+    {
+    case eKW_ZEL_MODE_ZEL_B:
+        return 2;
+    case eKW_ZEL_MODE_ZEL_C:
+        return 4;
+    default:
+        return 1;
+    }
+}
+
+std::vector<KW_ZEL_ANALOG_CHANNEL> ChannelsDroppedBy(const CDbPropertyGroup& group,
+                                                     KW_ZEL_MODE mode)
+{
+    const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, &group);
+    std::vector<KW_ZEL_ANALOG_CHANNEL> dropped;
+    INT32 served = -1;
+    for (INT32 value = eKW_ZEL_ANALOG_CHANNEL_C1; value <= eKW_ZEL_ANALOG_CHANNEL_C4; ++value)
+    {
+        const auto channel = static_cast<KW_ZEL_ANALOG_CHANNEL>(value);
+        if (!activity.IsSourceActive(MapAnalogChannelToApplicationChannel(channel)))
+        {
+            continue;
+        }
+        const INT32 shared = value / ConvertersPerChannel(mode);
+        if (shared == served)
+        {
+            dropped.push_back(channel);
+        }
+        served = shared;
+    }
+    return dropped;
 }
 
 KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel)

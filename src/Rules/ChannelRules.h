@@ -13,8 +13,12 @@
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 
+#include <vector>
+
 enum KW_UNIT : INT32;
+enum KW_ZEL_ANALOG_CHANNEL : INT32;
 enum KW_ZEL_CHANNEL : INT32;
+enum KW_ZEL_MODE : INT32;
 enum KW_ZEL_TRACE_TYPE : INT32;
 
 /** What the rules of several groups share about channels: which a function can use, and the screen
@@ -35,11 +39,26 @@ enum eSOURCES : UINT32
 };
 
 /** Lets a selector offer the channels of these kinds that are switched on, without `except`; a
-    value that is not among them gives way to the lowest that is. */
+    value that is not among them gives way to the lowest that is, and returns when it can. */
 ///@{
 void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds);
 void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CHANNEL except);
 ///@}
+
+/** The same, but the value stays: another rule says what it becomes. */
+void RestrictSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds);
+
+/** OfferSources for a selector that knows the analog inputs alone; not available while none is on.
+ */
+void OfferInputs(CDbPropEnum<KW_ZEL_ANALOG_CHANNEL>& selector);
+
+/** Converters that sample one channel in turn, in a sample-rate mode: 1, 2 or 4 neighbours. */
+INT32 ConvertersPerChannel(KW_ZEL_MODE mode);
+
+/** The channels that are on and that a sample-rate mode would not acquire: of those that share
+    converters all but the lowest. */
+std::vector<KW_ZEL_ANALOG_CHANNEL> ChannelsDroppedBy(const CDbPropertyGroup& group,
+                                                     KW_ZEL_MODE mode);
 
 /** A channel was switched on or off. */
 inline constexpr auto kSwitched = NNames::Changed(
@@ -60,8 +79,8 @@ inline constexpr auto kScreens = NNames::Changed(
     NNames::ZEL::Vertical / NNames::Vertical::ReferenceCurve /
         NNames::ReferenceCurve::ReferenceCurveAttributes / NNames::ReferenceCurveAttributes::Unit);
 
-/** The same of the mathematics channel. It follows the others: a row of its own runs after they
-    have. */
+/** The same of the mathematics channel, and whether it can be computed: its unit is invalid while a
+    source of it is off. It follows the others: a row of its own runs after they have. */
 inline constexpr auto kMathematicsScreen =
     NNames::Changed(NNames::ZEL::Mathematics / NNames::Mathematics::Scale,
                     NNames::ZEL::Mathematics / NNames::Mathematics::Position,

@@ -98,6 +98,17 @@ KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partn
 /** A computed result; invalid where it is no number within the declared limits. */
 void WriteResult(CDbPropNumDouble& result, double value);
 
+/** The same of an enumeration: what it would be stands also while it is invalid. */
+template <typename T>
+void WriteResult(CDbPropEnum<T>& result, T value, bool isValid)
+{
+    if (isValid || result.Get() != value)
+    {
+        KW_CHECKED(result.DbSet(value));
+    }
+    KW_CHECKED(result.SetValidity(isValid ? eKW_VALIDITY_VALID : eKW_VALIDITY_INVALID));
+}
+
 /** Sets the results of a group invalid, those of child groups not. */
 void InvalidateResults(CDbPropertyGroup& group);
 

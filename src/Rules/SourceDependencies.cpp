@@ -3,6 +3,7 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
+#include "CommonDatabase/Properties/DbPropText.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
@@ -16,6 +17,10 @@
 #include "Names/Vertical.h"
 #include "Names/XY.h"
 #include "Names/ZEL.h"
+#include "Rules/MathExpression.h"
+
+#include <algorithm>
+#include <array>
 
 using namespace NApplicationDefinitions;
 using namespace NNames;
@@ -57,7 +62,7 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
     switch (channel)
     {
     case eKW_ZEL_CHANNEL_M1:
-        return isOn(ZEL::Mathematics / Mathematics::Enabled);
+        return isOn(ZEL::Mathematics / Mathematics::Enabled) && IsMathematicsFed();
     case eKW_ZEL_CHANNEL_R1:
         return isOn(ZEL::Vertical / Vertical::ReferenceCurve / ReferenceCurve::Enabled);
     case eKW_ZEL_CHANNEL_XY:
@@ -67,6 +72,21 @@ bool CSourceActivity::IsSwitchedOn(KW_ZEL_CHANNEL channel) const
     default:
         return isOn(ZEL::FFT / FFT::State);
     }
+}
+
+bool CSourceActivity::IsMathematicsFed() const
+{
+    const auto isOn = [this](KW_ZEL_CHANNEL channel) { return IsSwitchedOn(channel); };
+    if (m_group->At(ZEL::Mathematics / Mathematics::UseExpression)->Get() == eKW_ONOFF_ON)
+    {
+        const auto sources = NMathExpression::SourcesOf(
+            m_group->At(ZEL::Mathematics / Mathematics::Expression)->Get());
+        return std::all_of(sources.begin(), sources.end(), isOn);
+    }
+    // The sources of an operation are among those that are on, if there is any.
+    constexpr std::array kSources{eKW_ZEL_CHANNEL_C1, eKW_ZEL_CHANNEL_C2, eKW_ZEL_CHANNEL_C3,
+                                  eKW_ZEL_CHANNEL_C4, eKW_ZEL_CHANNEL_R1};
+    return std::any_of(kSources.begin(), kSources.end(), isOn);
 }
 
 bool CSourceDependencies::SetAvailableSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector,

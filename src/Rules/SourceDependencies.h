@@ -33,6 +33,9 @@ public:
     }
     /** "None" is never active. */
     bool IsSourceActive(KW_ZEL_CHANNEL channel) const;
+    /** Whether the channels that the mathematics channel is computed from are on: without them it
+       is none. Asked inside of a tree. */
+    bool IsMathematicsFed() const;
 
 private:
     /** By the settings of the tree; false outside of one. */

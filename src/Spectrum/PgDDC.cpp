@@ -57,7 +57,8 @@ void CPgDDC::Init(double center, double span)
 void CPgDDC::Switch(bool on)
 {
     KW_CHECKED(m_pState->DbSet(on ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
-    if (!on)
+    // What is off shows the numbers that it would run with.
+    if (!on && m_pSampleDezimationFactor->Get() == 1)
     {
         Reset();
     }

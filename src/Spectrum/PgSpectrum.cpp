@@ -14,6 +14,7 @@
 #include "Names/SMMode.h"
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Spectrum/PgFFT.h"
 #include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/PgSpectrumCursors.h"
@@ -59,6 +60,7 @@ t_Couplings CPgSpectrum::Rules() const
            Names::VerticalRefLevel) >>
             Do<&S::UpdateMagnitudeAxis>,
 
+        NRules::kSwitched >> Derive<&S::OfferSources>,
         // First what the probe and the source mean, then the down-converter, then the FFT: each
         // once, on settled numbers.
         Changed(Names::Source, ZEL::Vertical / Vertical::Channel / each / Channel::ProbeType,
@@ -67,7 +69,7 @@ t_Couplings CPgSpectrum::Rules() const
         Changed(ZEL::FFT / FFT::MinimumRBW, ZEL::FFT / FFT::MaximumRBW) >>
             Settle<&S::UpdateBandwidth>,
         Changed(Names::Mode, Names::HorizontalStart, Names::HorizontalStop, Names::HorizontalSpan,
-                Names::HorizontalCenter) >>
+                Names::HorizontalCenter, ZEL::FFT / FFT::State) >>
             Settle<&S::UpdateDownConverter>,
         Changed(Names::Mode, Names::FFTFrequencySpan, Names::RBW, Names::WindowLengthFactor,
                 ZEL::DDC / DDC::State, ZEL::DDC / DDC::SampleDezimationFactor,

@@ -115,12 +115,17 @@ private:
         it on where the analysis needs it. */
     void UpdateDownConverter();
     void KeepDownConverter();
+    /** Whether spectra are computed now. */
+    bool IsComputed() const;
     /** Whether the spectrum analysis needs decimated samples for its span. */
-    bool NeedsDownConverter() const;
+    bool IsSpanNarrow() const;
     /** Size and rate; reports a converter rate that the down-converter can not use. */
     void UpdateFFT();
 
     // Source and magnitude axis, in PgSpectrumMagnitude.cpp.
+    /** Those that are on; the FFT and the down-converter name the same channel in their own ways.
+     */
+    void OfferSources();
     /** Makes an analog channel the source; reports one that can not be triggered on. */
     void SelectSource(KW_ZEL_CHANNEL channel);
     /** Clients may choose the source in any of three groups: the other two follow. */

@@ -134,7 +134,12 @@ void CPgSpectrum::KeepDownConverter()
     }
 }
 
-bool CPgSpectrum::NeedsDownConverter() const
+bool CPgSpectrum::IsComputed() const
+{
+    return At(ZEL::FFT / FFT::State)->Get() == eKW_ONOFF_ON;
+}
+
+bool CPgSpectrum::IsSpanNarrow() const
 {
     const double span = m_pHorizontalSpan->Get();
     return IsAnalysis() && CZELDatabaseHelperDDC::CalculateDecimation(span).m_R_DDC > 1;
@@ -156,7 +161,8 @@ void CPgSpectrum::UpdateDownConverter()
         // Files do not hold what an earlier analysis or a debugging has left there.
         ddc->Init(ddc->GetPrCenter()->GetDefault(), ddc->GetPrSpan()->GetDefault());
     }
-    ddc->Switch(NeedsDownConverter());
+    // An idle spectrum leaves the sample rate to the scope.
+    ddc->Switch(IsComputed() && IsSpanNarrow());
 }
 
 UINT32 CPgSpectrum::GetFFTSize(const t_FFTNeed& need)
@@ -181,9 +187,12 @@ UINT32 CPgSpectrum::GetFFTSize(const t_FFTNeed& need)
 void CPgSpectrum::UpdateFFT()
 {
     const CPgDDC* const ddc = At(ZEL::DDC);
-    const bool isOn = IsAnalysis() && ddc->GetPrState()->Get() == eKW_ONOFF_ON;
+    // Idle, the numbers are those of the spectrum that would be computed.
+    const bool isAwaited = !IsComputed() && IsSpanNarrow();
+    const bool isOn = isAwaited || (IsAnalysis() && ddc->GetPrState()->Get() == eKW_ONOFF_ON);
     const UINT32 decimation = isOn ? ddc->GetPrSampleDezimationFactor()->Get() : 1;
-    const double adcRate = At(ZEL::Horizontal / Horizontal::SampleRate)->Get();
+    const double adcRate =
+        isAwaited ? kDownConverterSampleRate : At(ZEL::Horizontal / Horizontal::SampleRate)->Get();
     if (decimation > 1 && !CMatConstants::AreEqual(adcRate, kDownConverterSampleRate))
     {
         KW_REPORT_ERROR(QStringLiteral("when DDC is used, adc sample rate must be %1 Hz and not %2")

@@ -14,6 +14,7 @@
 #include "Names/Trigger.h"
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Spectrum/PgSpectrum.h"
 #include "Spectrum/SpectrumHardware.h"
 
@@ -45,6 +46,18 @@ void CPgSpectrum::OnSource()
     {
         KW_REPORT_ERROR(QStringLiteral("new source is not applicable as trigger source"), __FILE__);
     }
+}
+
+void CPgSpectrum::OfferSources()
+{
+    NRules::OfferSources(*m_pSource, NRules::eSOURCES_ANALOG);
+    NRules::OfferInputs(*At(ZEL::DDC / NNames::DDC::Source));
+    CDbPropEnum<KW_ZEL_CHANNEL>& transformed = *At(ZEL::FFT / FFT::Source);
+    for (INT32 i = eKW_ZEL_CHANNEL_C1; i <= eKW_ZEL_CHANNEL_C4; ++i)
+    {
+        KW_CHECKED(transformed.EnableValue(eKW_ZEL_CHANNEL_FFT1 + i, m_pSource->IsValueEnabled(i)));
+    }
+    transformed.UpdateAvailability(eAVAILABILITY_NOT_AVAILABLE);
 }
 
 t_Way<ZEL, Channel> CPgSpectrum::Input() const

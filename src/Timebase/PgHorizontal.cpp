@@ -13,6 +13,7 @@
 #include "Names/DDC.h"
 #include "Names/Horizontal.h"
 #include "Names/ZEL.h"
+#include "Rules/ChannelRules.h"
 #include "Rules/NumberRules.h"
 #include "Timebase/HorizontalHardware.h"
 #include "Timebase/PgSampleCounter.h"
@@ -37,8 +38,6 @@ t_Couplings CPgHorizontal::Rules() const
 {
     using H = CPgHorizontal;
     static constexpr auto rows = Table<Names>(
-        // At once, and not as a dependant: whoever depends on the mode must see the final one.
-        On(Names::ZELMode) >> Do<&H::UpdateZELMode>,
         On(Names::ScaleGUI) >> Do<&H::SetScaleFromGui, &H::RunRecalculationChain>,
         On(Names::AcquisitionTime) >> Do<&H::CalculateHorizontalScale, &H::RunRecalculationChain>,
         On(Names::ReferencePoint) >>
@@ -57,7 +56,9 @@ t_Couplings CPgHorizontal::Rules() const
            Names::ZELMode) >>
             Derive<&H::RunRecalculationChain>,
         OnAny() >> Do<&H::UpdateClosing, &H::CountChange>,
-        Changed(ZEL::DDC / DDC::State) >> Derive<&H::FollowDownConverter>,
+        Changed(ZEL::DDC / DDC::State,
+                ZEL::Vertical / Vertical::Channel / each / Channel::Enabled) >>
+            Derive<&H::FollowUse>,
         Twins(Names::Scale, Names::ScaleGUI), Twins(Names::Scale, Names::AcquisitionTime),
         Twins(Names::ReferencePoint, Names::ReferencePointGUI),
         Twins(Names::NumberOfAverages, Names::NumberOfAveragesGUI));
@@ -76,7 +77,7 @@ void CPgHorizontal::RunRecalculationChain()
     CalculateHorizontalBoundaries();
 }
 
-void CPgHorizontal::FollowDownConverter()
+void CPgHorizontal::FollowUse()
 {
     const KW_ZEL_MODE before = m_pZELMode->Get();
     UpdateZELMode();
@@ -89,8 +90,17 @@ void CPgHorizontal::FollowDownConverter()
 void CPgHorizontal::UpdateZELMode()
 {
     const CDbPropEnum<KW_ONOFF>* const downConverter = At(ZEL::DDC / DDC::State);
-    const bool isRequired = downConverter != nullptr && downConverter->Get() == eKW_ONOFF_ON;
-    if (isRequired && m_pZELMode->DbSet(eKW_ZEL_MODE_ZEL_A) > eKW_ACC_WARNING)
+    const bool isConverted = downConverter != nullptr && downConverter->Get() == eKW_ONOFF_ON;
+    INT32 fastest = eKW_ZEL_MODE_ZEL_A;
+    for (INT32 mode = eKW_ZEL_MODE_ZEL_B; mode < m_pZELMode->GetEnumSize(); ++mode)
+    {
+        const bool serves =
+            !isConverted &&
+            NRules::ChannelsDroppedBy(*this, static_cast<KW_ZEL_MODE>(mode)).empty();
+        KW_CHECKED(m_pZELMode->EnableValue(mode, serves));
+        fastest = serves ? mode : fastest;
+    }
+    if (m_pZELMode->FollowWish(fastest) > eKW_ACC_WARNING)
     {
         KW_REPORT_ERROR(QStringLiteral("Could not set ZEL mode to required mode."), __FILE__);
     }

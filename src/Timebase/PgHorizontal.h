@@ -53,8 +53,8 @@ protected:
     virtual void SetAveragesFromGui();
     /** The decoder's memory, shared by the traces of the history. */
     virtual void CalculateMaxNumberOfBusEvents();
-    /** The down-converter works at one rate of the converters only; while it is on, that mode is
-        required. Nothing else requires a mode. */
+    /** The fastest mode that serves what is on, up to the one that the user selected: all channels
+        that are on are acquired, and the down-converter works at the lowest rate only. */
     virtual void UpdateZELMode();
     /** The counts of the running acquisition no longer hold. */
     virtual void UpdateClosing();
@@ -97,8 +97,8 @@ private:
     /** Points; at least one. */
     void CalculateSlowModeBlockSize();
     void CalculatePreTriggerSamples(double left);
-    /** Runs the chain where the converter needs another mode than the present one. */
-    void FollowDownConverter();
+    /** Runs the chain where channels or the converter need another mode than the present one. */
+    void FollowUse();
     void CountChange() { IncChangeCounter(); }
     /** Seconds to either side. */
     double PositionLimit() const;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Analysis/MathExpression.h"
 #include "CommonDatabase/Values/NumberText.h"
 #include "KWMath.h"
 #include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"
+#include "Rules/MathExpression.h"
 #include "fuzz/Targets.h"
 
 #include <QList>

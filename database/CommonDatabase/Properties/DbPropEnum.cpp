@@ -144,9 +144,13 @@ KW_ACCEPTANCE CDbPropEnumIntAccess::FollowWish(INT32 otherwise)
 {
     const CLockGuard lock;
     const INT32 kept = IsValueEnabled(GetAsInt()) ? GetAsInt() : otherwise;
-    const INT32 target = IsValueEnabled(m_userValue) ? m_userValue : kept;
-    return target == GetAsInt() ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK)
-                                : WriteValue(INT64{target}, eWRITEKIND::Auto);
+    return SetForNow(IsValueEnabled(m_userValue) ? m_userValue : kept);
+}
+
+KW_ACCEPTANCE CDbPropEnumIntAccess::SetForNow(INT32 value)
+{
+    return value == GetAsInt() ? static_cast<KW_ACCEPTANCE>(eKW_ACC_OK)
+                               : WriteValue(INT64{value}, eWRITEKIND::Auto);
 }
 
 QString CDbPropEnumIntAccess::GetWishText() const

@@ -76,6 +76,8 @@ public:
      * goes, the choice returns.
      */
     KW_ACCEPTANCE FollowWish(INT32 otherwise);
+    /** Takes a value for the time being: automatic, so that the user's value stays what it is. */
+    KW_ACCEPTANCE SetForNow(INT32 value);
     /** Over the selectable values in the order of steps; stops at the ends with code 1. */
     KW_ACCEPTANCE IncDec(INT32 steps) override;
 

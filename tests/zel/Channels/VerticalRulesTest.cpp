@@ -80,7 +80,8 @@ const t_Rule kVerticalRules[] = {
      ".Levels/ResetLevels",
      ".EdgeTriggerLevel[0]/Level = 0; ..WindowTriggerLevelRange[0]/UpperLevel = 0.8; "
      "..LogicThresholdSettings[0]/ThresholdType = TTL; ..ShowLevels = OFF"},
-    {"StreamsStayAsTheyWere", "Vertical/Channel[0]/Enabled = OFF", "Horizontal/ZELMode = ZEL_B",
+    {"StreamsStayAsTheyWere", "Vertical/Channel[0]/Enabled = OFF; ..Channel[3]/Enabled = OFF",
+     "Horizontal/ZELMode = ZEL_B",
      "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 2; .PartsPerStream = 2; "
      ".SamplesPerClockCycle = 10; .ClockFrequency = 2.5e+08; .AnalogSignalStream[0]/Channel = C2; "
      "..AnalogSignalStream[1]/Channel = C3; ..AnalogSignalStream[2]/Active = OFF; "
@@ -90,7 +91,9 @@ const t_Rule kVerticalRules[] = {
      "..AnalogChannelMapping[1]/AssociatedSignalStream = S1; "
      "..AnalogChannelMapping[3]/AssociatedSignalStream = NONE; "
      "..AnalogChannelMapping[2]/InterleavedConverters = 2"},
-    {"FastestModeHasTwoStreams", "", "Horizontal/ZELMode = ZEL_C",
+    {"FastestModeHasTwoStreams",
+     "Vertical/Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; ..Channel[3]/Enabled = OFF",
+     "Horizontal/ZELMode = ZEL_C",
      "Vertical/AnalogSignalStreams/NumberOfActiveStreams = 1; .AnalogSignalStream[0]/SampleRate = "
      "5e+09; .AnalogSignalStreamPart[3]/DataStream = SAMPLES_FROM_15_TO_19; "
      "Vertical/AnalogSignalStreams/AnalogSignalStream[1]/SampleRate = 0; "
@@ -107,8 +110,11 @@ const t_Rule kVerticalRules[] = {
      ".SetToOriginal",
      ".Scale = 2; .Position = 1; .TimeScale = 1e-06; .TimePosition = 0; .TimePosition.step = "
      "2e-08"},
-    {"ClearedCurveIsShown", "Vertical/ReferenceCurve/Enabled = ON", ".Clear",
-     ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
+    {"EmptyCurveIsShown", "", "Vertical/ReferenceCurve/Enabled = ON",
+     ".Enabled = OFF; .Enabled.values = OFF", eKW_ACC_NOT_ENABLED},
+    {"ClearedCurveIsShown",
+     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 10; ..Enabled = ON",
+     ".Clear", ".Enabled = OFF; .ReferenceCurveAttributes/Unit = LEVEL_V-"},
     {"CoupledThresholdsPart", "", "Logic/LogicThresholdSettings[1]/ThresholdType = CMOS_3V3",
      "Logic/LogicThresholdSettings[0]/Threshold = 1.65; Logic/LogicThresholdSettings[1]/Threshold "
      "= 1.65"},

@@ -17,7 +17,7 @@ constexpr const char* kSituations[] = {
     "Horizontal/ReferencePoint = 10",
     "Vertical/Channel[0]/Position = 1; .Offset = 0.1; .ResetPosition",
     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 100; @.OriginalScale = 5; "
-    "Vertical/ReferenceCurve/SetToOriginal",
+    "@.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/SetToOriginal",
     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/Unit = LEVEL_A",
     "Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
     "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A; .Enabled = ON; Mathematics/SourceA = C2; "

@@ -189,7 +189,7 @@ TEST(Root, TransactionLeavesTracesWhenItIsNotCommitted)
     {
         const CKWTransaction transaction(root, QStringLiteral("try"));
         root->GetPgHorizontal()->GetPrScale()->Set(1e-3);
-        root->GetPgHorizontal()->GetPrZELMode()->Set(eKW_ZEL_MODE_ZEL_C);
+        root->GetPgHorizontal()->GetPrHistoryDepth()->SetAsInt(1);
     }
     EXPECT_EQ(FirstDifference(before, Snapshot(root->GetDbObject())), QString());
     EXPECT_FALSE(root->CanUndo());

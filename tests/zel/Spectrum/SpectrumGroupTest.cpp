@@ -105,6 +105,7 @@ TEST_F(SpectrumGroup, DebuggingOfTheConverterIsSilentOrHalf)
         QStringLiteral("DDC Center/Span was directly changed to Center = 12500 kHz "
                        "and Span = %1 kHz (that is only allowed for debugging "
                        "purpose)");
+    fft->GetPrState()->Set(eKW_ONOFF_ON);
     ddc->GetPrState()->Set(eKW_ONOFF_ON);
     EXPECT_EQ(ddc->GetPrGainCorrection()->Get(), 1.0) << "nothing is mixed";
     s->GetPrHorizontalSpan()->Set(1e6);
@@ -129,6 +130,7 @@ TEST_F(SpectrumGroup, ReportsHaveOtherTexts)
     EXPECT_EQ(
         CPgSpectrum::GetMagnitudeRange({static_cast<KW_SCALING_TYPE>(5), 100, 0}, linear).stop,
         0.0);
+    fft->GetPrState()->Set(eKW_ONOFF_ON);
     s->GetPrHorizontalSpan()->Set(1e6);
     // Something else than the timebase's own rules sets the rate.
     for (const double rate : {2.5e9, 1.25e9})

@@ -64,12 +64,15 @@ void CheckBandwidth(const t_SpectrumTree& t, CFindings& f)
 
 void CheckSamples(const t_SpectrumTree& t, CFindings& f)
 {
-    const double adc = t.root->GetPgHorizontal()->GetPrSampleRate()->Get();
     const double fs = t.fft->GetPrSampleFrequency()->Get();
     const double size = t.fft->GetPrFFTSize()->Get();
     const bool isAnalysis = t.s->GetPrMode()->GetAsInt() == 1;
-    const bool isOn = isAnalysis && t.ddc->GetPrState()->GetAsInt() == 1;
+    // An idle spectrum has the numbers that it would run with, and the scope its rate.
+    const bool isIdle = isAnalysis && t.fft->GetPrState()->GetAsInt() == 0;
+    const bool isAwaited = isIdle && t.ddc->GetPrSampleDezimationFactor()->Get() > 1;
+    const bool isOn = isAwaited || (isAnalysis && t.ddc->GetPrState()->GetAsInt() == 1);
     const double decimation = isOn ? t.ddc->GetPrSampleDezimationFactor()->Get() : 1.0;
+    const double adc = isAwaited ? 1.25e9 : t.root->GetPgHorizontal()->GetPrSampleRate()->Get();
     f.Check(!isAnalysis || isOn || t.s->GetPrHorizontalSpan()->Get() > 39.495e6,
             "narrow spans are down-converted");
     f.Check(decimation == 1.0 || adc == 1.25e9, "down-converter has its sample rate");
@@ -97,7 +100,8 @@ void CheckConverter(const t_SpectrumTree& t, CFindings& f)
     const auto nco =
         CZELDatabaseHelperDDC::CalculateNcoFrequency(t.ddc->GetPrCenter()->Get(), rate.m_R_DDC);
     f.Check(t.ddc->GetPrSpan()->Get() == t.s->GetPrHorizontalSpan()->Get() &&
-                t.ddc->GetPrState()->GetAsInt() == (rate.m_R_DDC > 1 ? 1 : 0),
+                t.ddc->GetPrState()->GetAsInt() ==
+                    (rate.m_R_DDC > 1 ? t.fft->GetPrState()->GetAsInt() : 0),
             "down-converter has the span");
     f.Check(
         t.ddc->GetPrSampleDezimationFactor()->Get() == rate.m_R_DDC &&

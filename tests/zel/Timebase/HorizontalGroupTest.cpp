@@ -102,6 +102,11 @@ std::string Violations(const IKWFunctionHorizontal& h)
 TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
 {
     root->EnableHistory(false);
+    for (const char* const other : {"Vertical/Channel[1]/Enabled", "Vertical/Channel[2]/Enabled",
+                                    "Vertical/Channel[3]/Enabled"})
+    {
+        ASSERT_EQ(Property(root, other)->SetText(QStringLiteral("OFF")), eKW_ACC_OK);
+    }
     for (INT32 update = 0; update < 3; ++update)
     {
         h->GetPrWaveformUpdateMode()->SetAsInt(update);
@@ -111,7 +116,7 @@ TEST_F(HorizontalGroup, SomeSettingBreaksTheAcquisition)
             EXPECT_EQ(h->GetPrScaleGUI()->GetAsInt(), scale);
             for (INT32 mode = 0; mode < 3; ++mode)
             {
-                h->GetPrZELMode()->SetAsInt(mode);
+                ASSERT_EQ(h->GetPrZELMode()->SetAsInt(mode), eKW_ACC_OK);
                 for (INT32 combination = 0; combination < 5 * 3 * 3; ++combination)
                 {
                     h->GetPrAcquisitionMode()->SetAsInt(combination / 9);
@@ -178,12 +183,20 @@ const t_Rule kHorizontalRules[] = {
      ".Scale = 500", ".Position = 5000; .Left.min = -15000", eKW_ACC_OK,
      "The required horizontal position 5000 is greater than what the register dimensions allow "
      "(1.65191)for acq. time :1e-08"},
-    {"ConverterRunsAtAnotherRate", "Horizontal/ZELMode = ZEL_C", "Spectrum/HorizontalSpan = 1e6",
+    {"ConverterRunsAtAnotherRate",
+     "FFT/State = ON; Vertical/Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; "
+     "..Channel[3]/Enabled = OFF; Horizontal/ZELMode = ZEL_C",
+     "Spectrum/HorizontalSpan = 1e6",
      "Horizontal/ZELMode = ZEL_A; .SampleRate = 1.25e+09; "
      "Setup/Selfalignment/ADConverter/ADCModeResult = FOUR_CHANNELS"},
-    {"NeededModeIsLeft", "Spectrum/HorizontalSpan = 1e6", "Horizontal/ZELMode = ZEL_B",
-     ".ZELMode = ZEL_A; Setup/Selfalignment/ADConverter/ADCModeResult = FOUR_CHANNELS",
-     eKW_ACC_WARNING},
+    {"NeededModeIsLeft",
+     "FFT/State = ON; Vertical/Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; "
+     "Spectrum/HorizontalSpan = 1e6",
+     "Horizontal/ZELMode = ZEL_B", ".ZELMode = ZEL_A; .ZELMode.values = ZEL_A",
+     eKW_ACC_NOT_ENABLED},
+    {"ModeDropsChannels", "Vertical/Channel[1]/Enabled = OFF", "Horizontal/ZELMode = ZEL_B",
+     ".ZELMode = ZEL_A; Vertical/AnalogSignalStreams/DroppedChannels = ZEL_B: C4, ZEL_C: C3 C4",
+     eKW_ACC_NOT_ENABLED},
 };
 } // namespace
 

@@ -41,6 +41,9 @@ std::optional<t_Elements> Read(const QString& text);
     operator and a constant. */
 QString Write(const t_Elements& elements);
 
+/** The channels that an expression names; none where the text can not be read. */
+std::vector<KW_ZEL_CHANNEL> SourcesOf(const QString& text);
+
 /** Unit of the value; "not defined" (64) where the catalogue has none, or where quantities of
     different units are added. Nothing where the expression can not be computed. */
 std::optional<KW_UNIT> UnitOf(const t_Elements& elements,

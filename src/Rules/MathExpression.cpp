@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Analysis/MathExpression.h"
+#include "Rules/MathExpression.h"
 
 #include "CommonDatabase/Values/NumberText.h"
 #include "Rules/UnitRules.h"
@@ -314,6 +314,19 @@ QString NMathExpression::Write(const t_Elements& elements)
         isOperandExpected = IsOperandExpectedAfter(element);
     }
     return text;
+}
+
+std::vector<KW_ZEL_CHANNEL> NMathExpression::SourcesOf(const QString& text)
+{
+    std::vector<KW_ZEL_CHANNEL> sources;
+    for (const t_Element& element : Read(text).value_or(t_Elements{}))
+    {
+        if (element.type == eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE)
+        {
+            sources.push_back(element.source);
+        }
+    }
+    return sources;
 }
 
 std::optional<KW_UNIT>
