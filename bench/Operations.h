@@ -212,6 +212,8 @@ public:
     COpSpanChange(bool history, double from, double to) : m_spans{from, to}
     {
         m_root->EnableHistory(history);
+        // An idle spectrum would leave the down-converter off.
+        m_root->GetPgFFT()->GetPrState()->SetAsInt(1);
     }
 
     KW_ACCEPTANCE operator()()
