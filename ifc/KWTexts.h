@@ -73,6 +73,10 @@ struct KW_ValueText
 /** The present value of a property. */
 KW_EXPORT KW_ValueText KW_GetValueText(const IDbProperty& property);
 
+/** What the user chose, where limits or other settings hold it back: it stands again when they let
+   it. The text is null where the value is the user's own. */
+KW_EXPORT KW_ValueText KW_GetUserValueText(const IDbProperty& property);
+
 /** A value for a reader: numbers as KW_FormatNumber, texts in quotes with "\n" for line feeds,
     byte blocks by their size, or with `exact` in base 64; secrets as KW_GetSecretText. */
 KW_EXPORT QString KW_FormatValue(const KW_ValueText& value, bool exact = false);

@@ -8,7 +8,28 @@
 #include "Rules/ChannelRules.h"
 #include "Rules/SourceDependencies.h"
 
+#include <algorithm>
+
 using namespace NNames;
+
+namespace
+{
+/** What stands in for a channel that is off should be nobody's choice, so that no other axis has to
+    yield to it for the time being. */
+void SpareChoices(CDbPropEnum<KW_ZEL_CHANNEL>& axis, std::initializer_list<INT32> chosen)
+{
+    for (INT32 value = 0;
+         axis.GetAsInt() != axis.GetUserValueAsInt() && value < eKW_ZEL_CHANNEL_NONE; ++value)
+    {
+        const bool isChosen = std::find(chosen.begin(), chosen.end(), value) != chosen.end();
+        if (axis.IsValueEnabled(value) && !isChosen)
+        {
+            KW_CHECKED(axis.SetForNow(value));
+            return;
+        }
+    }
+}
+} // namespace
 
 t_Couplings CPgXY::Rules() const
 {
@@ -19,8 +40,11 @@ t_Couplings CPgXY::Rules() const
 
 void CPgXY::OfferAxes()
 {
+    const INT32 second = m_pSourceY2->GetUserValueAsInt();
     NRules::OfferSources(*m_pSourceX, NRules::eSOURCES_ANALOG);
+    SpareChoices(*m_pSourceX, {m_pSourceY1->GetUserValueAsInt(), second});
     NRules::OfferSources(*m_pSourceY1, NRules::eSOURCES_ANALOG, m_pSourceX->Get());
+    SpareChoices(*m_pSourceY1, {second});
 }
 
 void CPgXY::UpdateSecondCurve()

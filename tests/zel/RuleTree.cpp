@@ -113,7 +113,8 @@ bool IsWithin(const IDbProperty& property, const QString& text)
            value <= property.GetMaxText().toDouble(&isNumber) && isNumber;
 }
 
-/** One random write below these groups; answers which. */
+} // namespace
+
 QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& dice)
 {
     const auto top = std::dynamic_pointer_cast<IDbGroup>(
@@ -153,6 +154,8 @@ QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& 
                : QString();
 }
 
+namespace
+{
 std::vector<QString> Lines(const QByteArray& text)
 {
     const QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));

@@ -97,6 +97,9 @@ public:
 /** A text that is legal for a property, or likely so. */
 QString AnyText(const IDbProperty& property, CDice& dice);
 
+/** One random write below these groups, mostly legal; answers which. */
+QString DoAnything(const CRuleTree& tree, const QList<QByteArray>& tops, CDice& dice);
+
 /** A result, as the acquisition delivers it. */
 KW_ACCEPTANCE DeliverText(IDbProperty& property, const QString& text);
 

@@ -163,6 +163,7 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
         return text.isEmpty() ? QJsonValue() : ToJsonValue({text, value.type, value.unit});
     };
     json[QStringLiteral("meaning")] = KW_GetMeaning(property);
+    json[QStringLiteral("userValue")] = other(KW_GetUserValueText(property).text);
     json[QStringLiteral("default")] =
         ToJsonValue({property.GetDefaultText(), value.type, value.unit});
     json[QStringLiteral("minimum")] = other(property.GetMinText());
@@ -287,6 +288,7 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
     }
     row("meaning", KW_GetMeaning(property));
     row("value", ShowValue(value, exact));
+    row("user's value", shown(KW_GetUserValueText(property).text));
     row("default", shown(property.GetDefaultText()));
     row("minimum", shown(property.GetMinText()));
     row("maximum", shown(property.GetMaxText()));

@@ -94,6 +94,9 @@ public:
     bool SerializeProp(CDbSettingsWriter& writer) const override;
     void DeSerialize(const CDbSettingsElement& element, CDbRecall& recall) override;
 
+    /** The user's value where something holds it back; a null text where it stands. */
+    virtual QString GetWishText() const { return QString(); }
+
     /** Reads a text as a candidate for WriteValue; eKW_ACC_BAD_TEXT and siblings. */
     virtual KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const = 0;
 
@@ -111,8 +114,6 @@ protected:
     virtual void LoadState(const CDbPropBaseHist& record, bool newState) = 0;
     /** Makes the handle of the kind in its place. */
     virtual void CreateFIM(CHandlePlace<IKWPropertyBase>& place) = 0;
-    /** The user's value where something holds it back; a null text where it stands. */
-    virtual QString GetWishText() const { return QString(); }
     /** Takes the user's value of a file; what is none of the kind is passed over. */
     virtual void RestoreWish(QStringView /*text*/) {}
     /** Texts of value-list entries. */

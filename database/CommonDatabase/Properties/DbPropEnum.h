@@ -88,6 +88,7 @@ public:
     QString GetText() const override;
     QString GetDefaultText() const override;
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+    QString GetWishText() const override;
 
     struct t_State
     {
@@ -105,7 +106,6 @@ protected:
     bool IsStored(const CDbValue& value) const override;
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override = 0;
-    QString GetWishText() const override;
     void RestoreWish(QStringView text) override;
     /** Serial name; the number where a value has none. */
     QString TextOf(INT32 value) const;

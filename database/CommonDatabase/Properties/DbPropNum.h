@@ -130,6 +130,7 @@ public:
     QString GetMaxText() const override;
     QString GetStepText() const override;
     KW_ACCEPTANCE ParseText(const QString& text, CDbValue& value) const override;
+    QString GetWishText() const override;
 
 protected:
     KW_ACCEPTANCE Validate(CDbValue& value, eWRITEKIND kind) const override;
@@ -139,7 +140,6 @@ protected:
     void LoadState(const CDbPropBaseHist& record, bool newState) override;
     void CreateFIM(CHandlePlace<IKWPropertyBase>& place) override;
     QString ToText(const QVariant& entry) const override;
-    QString GetWishText() const override;
     void RestoreWish(QStringView text) override;
 
 private:

@@ -186,6 +186,14 @@ KW_ValueText KW_GetValueText(const IDbProperty& property)
             KW_IsSecret(property)};
 }
 
+KW_ValueText KW_GetUserValueText(const IDbProperty& property)
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto* const node = dynamic_cast<const CDbPropBase*>(&property);
+    return {node != nullptr ? node->GetWishText() : QString(), property.GetTypeName(),
+            property.GetUnitCode(), KW_IsSecret(property)};
+}
+
 QString KW_FormatValue(const KW_ValueText& value, bool exact)
 {
     if (value.secret)

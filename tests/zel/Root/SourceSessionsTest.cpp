@@ -12,7 +12,7 @@ const t_Session kSourceSessions[] = {
        "Harmonic/FundamentalSource = C2; SerialBus/I2CBusSettings/DataSource = C2; "
        "Vertical/ReferenceCurve/Source = C2; Vertical/Channel[1]/Enabled = OFF",
        "Measurements/Measurement[0]/Source = C1; .SecondSource = C1; Trigger/Source = C1; "
-       "Cursor/Source = C1; XY/SourceX = C1; .SourceY1 = C3; .SourceY2 = NONE; "
+       "Cursor/Source = C1; XY/SourceX = C4; .SourceY1 = C1; .SourceY2 = C3; "
        "Mathematics/SourceA = C1; Mask/MaskSettings/Source = C1; Spectrum/Source = C1; "
        "FFT/Source = FFT1; Harmonic/FundamentalSource = C1; "
        "SerialBus/I2CBusSettings/ClockSource = C1; .DataSource = C3; "
