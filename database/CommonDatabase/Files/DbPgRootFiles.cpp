@@ -138,9 +138,10 @@ KW_ACCEPTANCE CDbPgRoot::ApplyDocument(const CDbSettingsDocument& document,
         const CDbRootScope scope(this, eWRITEKIND::Recall);
         CDbRecall recall = CDbRecall::Apply(*this, document.Top().FirstChild(), pattern);
         SkipOthers(recall, *this, document);
+        const CDbPresentRecall present(recall);
         recall.SettleTwins(*this);
-        clean = recall.IsClean();
         m_dependencies.CalculateEverything();
+        clean = recall.IsClean();
     }
     if (last)
     {

@@ -152,16 +152,14 @@ CDbRecall CDbRecall::Apply(CDbObject& node, const CDbSettingsElement& element, I
 void CDbRecall::SettleTwins(CDbPropertyGroup& top)
 {
     std::sort(m_taken.begin(), m_taken.end());
-    const auto took = [this](const CDbPropBase* property)
-    { return std::binary_search(m_taken.begin(), m_taken.end(), property); };
     top.VisitChildrenFirst(
-        [this, &took](CDbPropertyGroup& group)
+        [this](CDbPropertyGroup& group)
         {
             for (const auto& [row, one, other] : group.GetTwins())
             {
-                const bool isOneNamed = took(one);
+                const bool isOneNamed = HasTaken(*one);
                 const CDbPropBase* const named = isOneNamed ? one : other;
-                if (isOneNamed == took(other))
+                if (isOneNamed == HasTaken(*other))
                 {
                     continue;
                 }
@@ -172,6 +170,11 @@ void CDbRecall::SettleTwins(CDbPropertyGroup& top)
                 }
             }
         });
+}
+
+bool CDbRecall::HasTaken(const CDbPropBase& property) const
+{
+    return std::binary_search(m_taken.begin(), m_taken.end(), &property);
 }
 
 bool CDbRecall::MayCreate(std::size_t nodes)
@@ -209,4 +212,12 @@ void CDbRecall::ReportRest(const CDbObject& node) const
                             .arg(node.GetNodeName()),
                         kSettingsSource);
     }
+}
+
+CDbRecall* CDbPresentRecall::s_recall = nullptr;
+
+void CDbPresentRecall::Skip(const CDbObject& node, const QString& what)
+{
+    CDbRecall alone;
+    (s_recall != nullptr ? *s_recall : alone).Skip(node, what);
 }

@@ -216,6 +216,8 @@ public:
     void Took(const CDbPropBase& property) { m_taken.push_back(&property); }
     /** Has every group derive the settings of which the file named the twin alone. */
     void SettleTwins(CDbPropertyGroup& top);
+    /** Whether a property took a value of the file; once twins are settled. */
+    bool HasTaken(const CDbPropBase& property) const;
     /** Whether the file may bring so many more nodes into being; they count when it may. */
     bool MayCreate(std::size_t nodes);
     /** Runs `apply` once everything else of the document was applied: what refers to other nodes
@@ -237,4 +239,29 @@ private:
     std::size_t m_created = 0; ///< nodes, against NDbBounds::kMaxNewNodes
     int m_skipped = 0;         ///< entries, reported or not
     INT32 m_pattern = eSAVERECALL_ALL;
+};
+
+/**
+ * The recall of a whole tree that is under way, for rules that must tell what the file named from
+ * what stood before: from the settling of twins until everything is computed. Guarded by the tree's
+ * lock.
+ */
+class CDbPresentRecall
+{
+public:
+    explicit CDbPresentRecall(CDbRecall& recall) { s_recall = &recall; }
+    ~CDbPresentRecall() { s_recall = nullptr; }
+    CDbPresentRecall(const CDbPresentRecall&) = delete;
+    CDbPresentRecall& operator=(const CDbPresentRecall&) = delete;
+
+    /** Whether the file named this property; false while no file is applied. */
+    static bool Names(const CDbPropBase& property)
+    {
+        return s_recall != nullptr && s_recall->HasTaken(property);
+    }
+    /** Reports "… in <path of node>"; a recall that is under way answers code 1. */
+    static void Skip(const CDbObject& node, const QString& what);
+
+private:
+    static CDbRecall* s_recall; ///< null while no file is applied
 };
