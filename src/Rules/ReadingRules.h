@@ -6,6 +6,7 @@
 #include "CommonDatabase/Properties/DbPropNum.h"
 
 #include <initializer_list>
+#include <optional>
 
 /** What functions that show readings share: meter, counter, harmonics, logger. */
 namespace NRules
@@ -21,9 +22,11 @@ void WriteDifference(CDbPropNumDouble& result, const CDbPropNumDouble& reading, 
 KW_ACCEPTANCE TakeReading(CDbPropNumDouble& setting, const CDbPropNumDouble& reading);
 
 /** Lets a selector offer the values for which `isUsable` holds; a value that is not among them
-    gives way to the lowest that is, and returns when it can. Some value must be usable. */
+    gives way to `otherwise`, or to the lowest that is, and returns when it can. Some value must be
+    usable. */
 template <typename T, typename TUsable>
-void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable)
+void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable,
+                 std::optional<T> otherwise = std::nullopt)
 {
     INT32 lowest = selector.GetEnumSize();
     for (INT32 value = selector.GetEnumSize() - 1; value >= 0; --value)
@@ -32,6 +35,6 @@ void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable)
         KW_CHECKED(selector.EnableValue(value, on));
         lowest = on ? value : lowest;
     }
-    KW_CHECKED(selector.FollowWish(lowest));
+    KW_CHECKED(selector.FollowWish(otherwise ? *otherwise : lowest));
 }
 } // namespace NRules
