@@ -7,6 +7,8 @@
 #include "Meter/PgCounterNumerics.h"
 #include "Meter/PgStatistics.h"
 #include "Names/CounterChannel.h"
+#include "Names/CounterNumerics.h"
+#include "Rules/FunctionMemory.h"
 
 using namespace NNames;
 
@@ -29,11 +31,14 @@ constexpr t_Quantity kQuantities[] = {
 t_Couplings CPgCounterChannel::Rules() const
 {
     using C = CPgCounterChannel;
-    static constexpr auto rows =
-        Table<Names>(On(Names::Level) >> Do<&C::EndAutoLevel>,
-                     On(Names::Source, Names::MeasurementType, Names::PulsesPerRevolution) >>
-                         Do<&C::DropReadings>,
-                     OnAny() >> Derive<&C::FollowQuantity>, Fresh<&C::DropReadings>);
+    static constexpr auto rows = Table<Names>(
+        On(Names::Level) >> Do<&C::EndAutoLevel>, OnAny() >> Derive<&C::FollowQuantity>,
+        Changed(Names::Source, Names::MeasurementType, Names::PulsesPerRevolution) >>
+            Do<&C::DropReadings>,
+        Changed(Names::CounterNumerics / CounterNumerics::Readout,
+                Names::CounterNumerics / CounterNumerics::Reference) >>
+            Do<&C::FollowQuantity>,
+        Fresh<&C::DropReadings>);
     return rows;
 }
 
@@ -53,6 +58,9 @@ void CPgCounterChannel::FollowQuantity()
     const t_Quantity& quantity = kQuantities[m_pMeasurementType->Get()];
     KW_CHECKED(m_pCounterNumerics->GetPrUnit()->DbSet(quantity.unit));
     KW_CHECKED(m_pCounterNumerics->GetPrReference()->SetStep(quantity.step));
+    NRules::FollowFunction(
+        *m_pRememberedSettings, {{m_pMeasurementType->GetNameInfo(), m_pMeasurementType->Get()}},
+        {m_pCounterNumerics->GetPrReadout(), m_pCounterNumerics->GetPrReference()});
 }
 
 void CPgCounterChannel::FollowInput(const NRules::t_Screen& input)

@@ -20,6 +20,6 @@ private:
     /** Also where the level is the one that was found. */
     void EndAutoLevel();
     void DropReadings();
-    /** Unit of the reading, and the step of its reference. */
+    /** Unit of the reading, and its own readout and reference. */
     void FollowQuantity();
 };

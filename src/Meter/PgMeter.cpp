@@ -6,6 +6,7 @@
 #include "KWEnumerationsMeter.h"
 #include "KWEnumerationsUnits.h"
 #include "KWEnumerationsVertical.h"
+#include "Meter/PgMeterMeasurement.h"
 #include "Meter/PgaMeterChannel.h"
 #include "Meter/PgaMeterSourceChannel.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
@@ -13,8 +14,11 @@
 #include "Names/MeterChannel.h"
 #include "Names/MeterMeasurement.h"
 #include "Names/MeterSourceChannel.h"
+#include "Rules/FunctionMemory.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
+
+#include <limits>
 
 using namespace NNames;
 
@@ -32,6 +36,12 @@ constexpr UINT32 kThermometers =
     Bit(eKW_ZEL_DMM_PROBE_TYPE_TEMPERATURE) | Bit(eKW_ZEL_DMM_PROBE_TYPE_RTD);
 /** Only plain test leads carry the test current back and forth. */
 constexpr UINT32 kTestLeads = 0;
+
+/** V that are not safe to touch in dry surroundings (IEC 61010-1): direct, and RMS. */
+constexpr double kHazardousDc = 60.0;
+constexpr double kHazardousAc = 30.0;
+/** Below any resistance. */
+constexpr double kNothingConnected = -std::numeric_limits<double>::infinity();
 
 struct t_Function
 {
@@ -114,20 +124,35 @@ t_RangeSettings RangeSettings(KW_ZEL_DMM_MEAS_TYPE type, KW_ZEL_METER_RANGE rang
 t_Couplings CPgMeter::Rules() const
 {
     using M = CPgMeter;
+    using C = MeterChannel;
+    using R = MeterMeasurement;
     static constexpr auto everything =
-        Derive<&M::OfferChannels, &M::SelectFunction, &M::UpdateProbe, &M::UpdatePath,
-               &M::UpdateMultimeterChannel, &M::UpdateInputChannels>;
+        Derive<&M::OfferChannels, &M::SelectFunction, &M::FollowFunction, &M::UpdateProbe,
+               &M::FollowFunctions, &M::UpdatePath, &M::UpdateMultimeterChannel,
+               &M::UpdateInputChannels>;
+    static constexpr auto channel = Names::MeterChannel / each;
+    static constexpr auto reading = channel / C::MeterMeasurement / each;
     static constexpr auto rows = Table<Names>(
-        On(Names::MeasTypeGUI) >> Do<&M::FunctionFromGui>,
-        On(Names::ProbeType, Names::TestMode) >> Do<&M::DropMultimeterReadings>,
-        OnAny() >> everything,
-        On(Names::MeterChannel / each / MeterChannel::Range,
-           Names::MeterChannel / each / MeterChannel::MeterMeasurement / each /
-               MeterMeasurement::Type,
+        On(Names::MeasTypeGUI) >> Do<&M::FunctionFromGui>, OnAny() >> everything,
+        On(channel / C::Range, reading / R::Type,
            Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
-            Derive<&M::UpdatePath, &M::UpdateMultimeterChannel, &M::UpdateInputChannels>,
+            Derive<&M::FollowFunctions, &M::UpdatePath, &M::UpdateMultimeterChannel,
+                   &M::UpdateInputChannels>,
         On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
-        CPgMeterSourceChannel::kOtherProbe >> Derive<&M::UpdateInputChannels>,
+        CPgMeterSourceChannel::kOtherProbe >> Derive<&M::FollowFunctions, &M::UpdateInputChannels>,
+        Changed(Names::MeterType, Names::ProbeType, Names::TestMode) >>
+            Do<&M::DropMultimeterReadings>,
+        Changed(channel / C::AutoRange, channel / C::Range, channel / C::RelativeEnabled,
+                channel / C::Reference, channel / C::LimitCheckEnabled, channel / C::LowerLimit,
+                channel / C::UpperLimit) >>
+            Derive<&M::FollowFunctions>,
+        // Behind all that decides what the symbols show.
+        Changed(Names::Mode, Names::MeterType, Names::TriggerMode, Names::ContinuityThreshold,
+                Names::MeterSourceChannel / each / MeterSourceChannel::AutoRange,
+                channel / C::Enabled, channel / C::AutoRange, channel / C::RelativeEnabled,
+                channel / C::LimitCheckEnabled, reading / R::ResultType, reading / R::Actual,
+                reading / R::Unit, reading / R::Status, reading / R::Limit) >>
+            Derive<&M::ShowSymbols>,
         Twins(Names::MeterType, Names::MeasTypeGUI));
     return rows;
 }
@@ -135,6 +160,29 @@ t_Couplings CPgMeter::Rules() const
 void CPgMeter::FunctionFromGui()
 {
     KW_CHECKED(m_pMeterType->DbSet(MeterTypeOf(m_pMeasTypeGUI->Get(), m_pCoupling->Get())));
+}
+
+void CPgMeter::FollowFunction()
+{
+    NRules::FollowFunction(*m_pRememberedSettings,
+                           {{m_pMeterType->GetNameInfo(), m_pMeterType->Get()}},
+                           {m_pProbeType, m_pProbeUserFactor, m_pProbeUserUnit});
+}
+
+void CPgMeter::FollowFunctions()
+{
+    KW_UNIT unit = eKW_UNIT_NONE;
+    ProbeInUse(unit);
+    m_pMeterChannel->ItemDirect(eKW_ZEL_METER_CHANNEL_DMM)
+        ->FollowFunction({m_pMeterType->GetNameInfo(), m_pMeterType->Get()}, unit);
+    for (INT32 i = 0; i < m_pMeterSourceChannel->GetCount(); ++i)
+    {
+        CPgMeterChannel* const channel = m_pMeterChannel->ItemDirect(i);
+        const auto* const type = channel->Main().GetPrType();
+        channel->FollowFunction(
+            {type->GetNameInfo(), type->Get()},
+            channel->Main().UnitOfQuantity(m_pMeterSourceChannel->ItemDirect(i)->Input().unit));
+    }
 }
 
 void CPgMeter::DropMultimeterReadings()
@@ -234,9 +282,39 @@ void CPgMeter::UpdateInputChannels()
     for (INT32 i = 0; i < m_pMeterSourceChannel->GetCount(); ++i)
     {
         const t_MeterInput input = m_pMeterSourceChannel->ItemDirect(i)->Input();
+        m_pMeterChannel->ItemDirect(i)->CloseRange();
         m_pMeterChannel->ItemDirect(i)->Follow({.lowest = -input.highest,
                                                 .highest = input.highest,
                                                 .atInput = input.unit,
                                                 .ofFunction = std::nullopt});
+    }
+}
+
+void CPgMeter::ShowSymbols()
+{
+    const KW_ZEL_DMM_METER_TYPE type = m_pMeterType->Get();
+    const bool isMultimeter = m_pMode->Get() == eKW_ZEL_METER_MODE_DMM;
+    const bool isHeld = m_pTriggerMode->Get() == eKW_ZEL_METER_TRIGGER_MODE_AUTO_HOLD;
+    CPgMeterChannel* const multimeter = m_pMeterChannel->ItemDirect(eKW_ZEL_METER_CHANNEL_DMM);
+    multimeter->ShowSymbol(
+        {.isMeasured = isMultimeter,
+         .isAutomatic = multimeter->GetPrAutoRange()->Get() == eKW_ZEL_METER_AUTORANGE_ON,
+         .isHeld = isHeld,
+         .hazardous = type == eKW_ZEL_DMM_METER_TYPE_DC_VOLT ? kHazardousDc : kHazardousAc,
+         .connected = type == eKW_ZEL_DMM_METER_TYPE_CONTINUITY ? m_pContinuityThreshold->Get()
+                                                                : kNothingConnected,
+         .isDiode = type == eKW_ZEL_DMM_METER_TYPE_DIODE});
+    for (INT32 i = 0; i < m_pMeterSourceChannel->GetCount(); ++i)
+    {
+        CPgMeterChannel* const channel = m_pMeterChannel->ItemDirect(i);
+        const auto* const source = m_pMeterSourceChannel->ItemDirect(i);
+        const bool isDc = channel->Main().GetPrType()->Get() == eKW_ZEL_METER_TYPE_DC;
+        channel->ShowSymbol(
+            {.isMeasured = !isMultimeter,
+             .isAutomatic = source->GetPrAutoRange()->Get() == eKW_ZEL_METER_AUTORANGE_ON,
+             .isHeld = isHeld,
+             .hazardous = isDc ? kHazardousDc : kHazardousAc,
+             .connected = kNothingConnected,
+             .isDiode = false});
     }
 }

@@ -3,6 +3,9 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsMeter.h"
+#include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsReadings.h"
+#include "KWEnumerationsUnits.h"
 #include "KWMath.h"
 #include "Meter/PgMeterMeasurement.h"
 #include "Meter/PgaMeterMeasurement.h"
@@ -32,7 +35,8 @@ t_Couplings CPgMeterChannel::Rules() const
         On(Names::SetLimits) >> Do<&C::LimitsFromReading>,
         On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
         Delivered(Names::MeterMeasurement / each / MeterMeasurement::Actual) >>
-            Do<&C::UpdateReading>);
+            Do<&C::UpdateReading>,
+        Changed(Names::LowerLimit, Names::UpperLimit) >> Do<&C::JudgeReading>);
     return rows;
 }
 
@@ -46,15 +50,31 @@ void CPgMeterChannel::OrderLimits(const CDbPropBase* written)
     NRules::KeepOrdered(*m_pLowerLimit, *m_pUpperLimit, written);
 }
 
+void CPgMeterChannel::JudgeReading()
+{
+    Main().JudgeReading(m_pLowerLimit->Get(), m_pUpperLimit->Get());
+}
+
+void CPgMeterChannel::FollowFunction(const NRules::t_FunctionPart& function, KW_UNIT unit)
+{
+    NRules::FollowFunction(*m_pRememberedSettings,
+                           {function, {GetStaticEnumNameInfo<KW_UNIT>(), unit}},
+                           {m_pAutoRange, m_pRange, m_pRelativeEnabled, m_pReference,
+                            m_pLimitCheckEnabled, m_pLowerLimit, m_pUpperLimit});
+    OrderLimits(nullptr);
+}
+
 void CPgMeterChannel::OfferRanges(KW_ZEL_METER_RANGE first, KW_ZEL_METER_RANGE last)
 {
-    const KW_ZEL_METER_RANGE nearest = KWMath::Bound(first, m_pRange->Get(), last);
-    if (nearest != m_pRange->Get())
-    {
-        KW_CHECKED(m_pRange->DbSet(nearest));
-    }
-    NRules::OfferValues(*m_pRange, [first, last](KW_ZEL_METER_RANGE range)
-                        { return range >= first && range <= last; });
+    NRules::OfferValues(
+        *m_pRange,
+        [first, last](KW_ZEL_METER_RANGE range) { return range >= first && range <= last; },
+        std::optional(KWMath::Bound(first, m_pRange->Get(), last)));
+}
+
+void CPgMeterChannel::CloseRange()
+{
+    NRules::SetAvailable({m_pAutoRange, m_pRange}, false);
 }
 
 void CPgMeterChannel::Follow(const t_MeterReadings& readings)
@@ -124,6 +144,37 @@ KW_ACCEPTANCE CPgMeterChannel::LimitsFromReading()
     const double distance = kLimitShare * std::fabs(reading.Get());
     const KW_ACCEPTANCE lower = NRules::MoveTo(*m_pLowerLimit, reading.Get() - distance);
     return std::max(lower, NRules::MoveTo(*m_pUpperLimit, reading.Get() + distance));
+}
+
+void CPgMeterChannel::ShowSymbol(const t_MeterSymbols& symbols)
+{
+    const CDbPropNumDouble& reading = *Main().GetPrActual();
+    const bool isValid = reading.GetValidity() == eKW_VALIDITY_VALID;
+    const bool isVoltage = Main().GetPrUnit()->GetValidity() == eKW_VALIDITY_VALID &&
+                           Main().GetPrUnit()->Get() == eKW_ZEL_DMM_UNIT_VOLT;
+    const KW_ZEL_METER_RESULT_TYPE shown = Main().GetPrResultType()->Get();
+    const std::pair<KW_ZEL_DMM_STATUS_ICON_TYPE, bool> all[] = {
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_AUTO_RANGE, symbols.isAutomatic},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_HOLD, symbols.isHeld},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_RELATIVE, m_pRelativeEnabled->Get() == eKW_ONOFF_ON},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_MIN_MAX,
+         shown == eKW_ZEL_METER_RESULT_TYPE_MINIMUM || shown == eKW_ZEL_METER_RESULT_TYPE_MAXIMUM},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_OVERLOAD,
+         Main().GetPrStatus()->Get() == eKW_ZEL_METER_STATUS_OVERLOAD},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_HAZARDOUS_VOLTAGE,
+         isValid && isVoltage && std::fabs(reading.Get()) > symbols.hazardous},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_CONTINUITY, isValid && reading.Get() <= symbols.connected},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_DIODE, isValid && symbols.isDiode},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_LIMIT_VIOLATED,
+         m_pLimitCheckEnabled->Get() == eKW_ONOFF_ON &&
+             Main().GetPrLimit()->Get() != eKW_ZEL_LIMIT_INSIDE}};
+    KW_ZEL_DMM_STATUS_ICON_TYPE last = eKW_ZEL_DMM_STATUS_ICON_TYPE_NONE;
+    for (const auto& [icon, applies] : all)
+    {
+        const bool isShown = symbols.isMeasured && m_pEnabled->Get() == eKW_ONOFF_ON;
+        last = isShown && applies ? icon : last;
+    }
+    KW_CHECKED(m_pStatusIcon->DbSet(last));
 }
 
 void CPgMeterChannel::UpdateBargraph()

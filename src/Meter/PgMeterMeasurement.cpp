@@ -6,6 +6,7 @@
 #include "KWEnumerationsReadings.h"
 #include "KWEnumerationsUnits.h"
 #include "Names/MeterMeasurement.h"
+#include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
 #include <algorithm>
@@ -37,12 +38,13 @@ t_Couplings CPgMeterMeasurement::Rules() const
 {
     using M = CPgMeterMeasurement;
     static constexpr auto rows =
-        Table<Names>(On(Names::Type) >> Do<&M::DropReadings>, Fresh<&M::DropReadings>);
+        Table<Names>(Changed(Names::Type) >> Do<&M::DropReadings>, Fresh<&M::DropReadings>);
     return rows;
 }
 
 void CPgMeterMeasurement::Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunction)
 {
+    NRules::SetAvailable({m_pType}, !ofFunction);
     const bool isOther = WriteUnit(ofFunction ? *ofFunction : UnitOfQuantity(atInput));
     if (isOther)
     {
@@ -56,6 +58,16 @@ void CPgMeterMeasurement::DropReadings()
     NRules::Invalidate({m_pActual, m_pRelative, m_pTimeStamp});
     KW_CHECKED(m_pStatus->DbSet(eKW_ZEL_METER_STATUS_NO_READING));
     KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
+}
+
+void CPgMeterMeasurement::JudgeReading(double lowest, double highest)
+{
+    const bool isValid = m_pActual->GetValidity() == eKW_VALIDITY_VALID;
+    KW_CHECKED(
+        m_pLimit->DbSet(!isValid || (m_pActual->Get() >= lowest && m_pActual->Get() <= highest)
+                            ? eKW_ZEL_LIMIT_INSIDE
+                        : m_pActual->Get() > highest ? eKW_ZEL_LIMIT_OVERFLOW
+                                                     : eKW_ZEL_LIMIT_UNDERFLOW));
 }
 
 void CPgMeterMeasurement::ResetStatistics()

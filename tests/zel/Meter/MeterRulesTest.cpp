@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "KWBrackets.h"
 #include "zel/RuleTree.h"
 
 #include <cmath>
@@ -119,6 +120,72 @@ const t_Rule kMeterRules[] = {
      ".Acquisitions = 0; .AcquiredBlocks = 0; .LostAcquisitions = 0; .AcquiredSamples = 3"},
 };
 
+/** What a function has for itself, the last of it a reference. */
+struct t_OfFunction
+{
+    QByteArray function;
+    QByteArrayList settings;
+};
+
+/** Through all functions and back, in a transaction that leaves nothing behind. */
+void CheckThereAndBack(const CRuleTree& tree, const t_OfFunction& of, CFindings& findings)
+{
+    const QString reference = QStringLiteral("5.2");
+    const CKWTransaction rolledBack(tree.root, QString());
+    tree.Do(of.settings.last() + " = 5.2");
+    const auto present = [&]
+    {
+        QStringList states;
+        for (const QByteArray& setting : of.settings)
+        {
+            states.append(tree.State(setting));
+        }
+        return states;
+    };
+    const QStringList before = present();
+    const QStringList functions = tree.State(of.function + ".values").split(u'|');
+    const auto start = functions.indexOf(tree.Text(of.function));
+    for (auto i = start + 1; i != start + functions.size(); ++i)
+    {
+        tree.Do(of.function + " = " + functions[i % functions.size()].toLatin1());
+        findings.Check(tree.Text(of.settings.last()) != reference, of.settings.last());
+    }
+    tree.Do(of.function + " = " + functions[start].toLatin1());
+    findings.Check(present() == before, of.function + " back");
+}
+
+void CheckFunctions(const CRuleTree& tree, CFindings& findings)
+{
+    const auto below = [](const QByteArray& group, std::initializer_list<const char*> names)
+    {
+        QByteArrayList paths;
+        for (const char* const name : names)
+        {
+            paths.append(group + name);
+        }
+        return paths;
+    };
+    const QByteArray multimeter = "Meter/MeterChannel[4]/";
+    const QByteArray voltmeter = "Meter/MeterChannel[2]/";
+    const QByteArray counter = "Counter/CounterChannel[1]/";
+    CheckThereAndBack(
+        tree,
+        {"Meter/MeterType",
+         below("Meter/", {"ProbeType", "ProbeUserFactor", "ProbeUserUnit"}) +
+             below(multimeter, {"AutoRange", "Range", "RangeUpperLimit", "RelativeEnabled",
+                                "LimitCheckEnabled", "LowerLimit", "UpperLimit", "Reference"})},
+        findings);
+    CheckThereAndBack(tree,
+                      {voltmeter + "MeterMeasurement[0]/Type",
+                       below(voltmeter, {"RelativeEnabled", "LimitCheckEnabled", "LowerLimit",
+                                         "UpperLimit", "Reference"})},
+                      findings);
+    CheckThereAndBack(tree,
+                      {counter + "MeasurementType",
+                       below(counter + "CounterNumerics/", {"Readout", "Reference"})},
+                      findings);
+}
+
 void CheckMeter(const CRuleTree& tree, CFindings& findings)
 {
     for (const QByteArray path : {"Meter/ProbeType", "Meter/ProbeUserUnit", "Meter/SelectedChannel",
@@ -147,6 +214,7 @@ void CheckMeter(const CRuleTree& tree, CFindings& findings)
         findings.Check(std::abs(tree.Number(level)) <= tree.State(level + ".max").toDouble(),
                        level);
     }
+    CheckFunctions(tree, findings);
 }
 } // namespace
 

@@ -38,6 +38,7 @@ constexpr const char* kSituations[] = {
     "Logger/LoggerAttributes/LoggerChannel[0]/FindScale",
     "@Logger/LoggerAttributes/RecordedTime = 500; Logger/ShowAll",
     "Meter/MeterType = OHM; .MeterChannel[4]/Range = 10_MEGA",
+    "Meter/MeterChannel[0]/Reference = 5; Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
     "@Setup/Selftest/State = RUNNING; Setup/Selftest/Abort",
     "Setup/Selfalignment/ADConverter/ADCModeManual = ONE_CHANNEL; .ADCModeMode = MANUAL",
     "@Setup/Selfalignment/Result = RUNNING; Setup/Selfalignment/Abort",
