@@ -144,7 +144,7 @@ t_Couplings CPgMeter::Rules() const
             Do<&M::DropMultimeterReadings>,
         Changed(channel / C::AutoRange, channel / C::Range, channel / C::RelativeEnabled,
                 channel / C::Reference, channel / C::LimitCheckEnabled, channel / C::LowerLimit,
-                channel / C::UpperLimit) >>
+                channel / C::UpperLimit, reading / R::ResultType) >>
             Derive<&M::FollowFunctions>,
         // Behind all that decides what the symbols show.
         Changed(Names::Mode, Names::MeterType, Names::TriggerMode, Names::ContinuityThreshold,

@@ -57,10 +57,10 @@ void CPgMeterChannel::JudgeReading()
 
 void CPgMeterChannel::FollowFunction(const NRules::t_FunctionPart& function, KW_UNIT unit)
 {
-    NRules::FollowFunction(*m_pRememberedSettings,
-                           {function, {GetStaticEnumNameInfo<KW_UNIT>(), unit}},
-                           {m_pAutoRange, m_pRange, m_pRelativeEnabled, m_pReference,
-                            m_pLimitCheckEnabled, m_pLowerLimit, m_pUpperLimit});
+    NRules::FollowFunction(
+        *m_pRememberedSettings, {function, {GetStaticEnumNameInfo<KW_UNIT>(), unit}},
+        {m_pAutoRange, m_pRange, m_pRelativeEnabled, m_pReference, m_pLimitCheckEnabled,
+         m_pLowerLimit, m_pUpperLimit, Main().GetPrResultType()});
     OrderLimits(nullptr);
 }
 
@@ -156,7 +156,8 @@ void CPgMeterChannel::ShowSymbol(const t_MeterSymbols& symbols)
     const std::pair<KW_ZEL_DMM_STATUS_ICON_TYPE, bool> all[] = {
         {eKW_ZEL_DMM_STATUS_ICON_TYPE_AUTO_RANGE, symbols.isAutomatic},
         {eKW_ZEL_DMM_STATUS_ICON_TYPE_HOLD, symbols.isHeld},
-        {eKW_ZEL_DMM_STATUS_ICON_TYPE_RELATIVE, m_pRelativeEnabled->Get() == eKW_ONOFF_ON},
+        {eKW_ZEL_DMM_STATUS_ICON_TYPE_RELATIVE,
+         m_pRelativeEnabled->Get() == eKW_ONOFF_ON || shown == eKW_ZEL_METER_RESULT_TYPE_RELATIVE},
         {eKW_ZEL_DMM_STATUS_ICON_TYPE_MIN_MAX,
          shown == eKW_ZEL_METER_RESULT_TYPE_MINIMUM || shown == eKW_ZEL_METER_RESULT_TYPE_MAXIMUM},
         {eKW_ZEL_DMM_STATUS_ICON_TYPE_OVERLOAD,

@@ -55,7 +55,7 @@ void CPgMeterMeasurement::Follow(KW_UNIT atInput, std::optional<KW_UNIT> ofFunct
 void CPgMeterMeasurement::DropReadings()
 {
     ResetStatistics();
-    NRules::Invalidate({m_pActual, m_pRelative, m_pTimeStamp});
+    NRules::Invalidate({m_pActual, m_pRelative, m_pResolution, m_pTimeStamp});
     KW_CHECKED(m_pStatus->DbSet(eKW_ZEL_METER_STATUS_NO_READING));
     KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
 }

@@ -175,11 +175,12 @@ void CheckFunctions(const CRuleTree& tree, CFindings& findings)
              below(multimeter, {"AutoRange", "Range", "RangeUpperLimit", "RelativeEnabled",
                                 "LimitCheckEnabled", "LowerLimit", "UpperLimit", "Reference"})},
         findings);
-    CheckThereAndBack(tree,
-                      {voltmeter + "MeterMeasurement[0]/Type",
-                       below(voltmeter, {"RelativeEnabled", "LimitCheckEnabled", "LowerLimit",
-                                         "UpperLimit", "Reference"})},
-                      findings);
+    CheckThereAndBack(
+        tree,
+        {voltmeter + "MeterMeasurement[0]/Type",
+         below(voltmeter, {"MeterMeasurement[0]/ResultType", "RelativeEnabled", "LimitCheckEnabled",
+                           "LowerLimit", "UpperLimit", "Reference"})},
+        findings);
     CheckThereAndBack(tree,
                       {counter + "MeasurementType",
                        below(counter + "CounterNumerics/", {"Readout", "Reference"})},

@@ -37,12 +37,15 @@ const t_Session kMeterSessions[] = {
        "Meter/ProbeType = USER; .ProbeUserFactor = 50; .ProbeUserUnit = LEVEL_V"}}},
     {"VoltsAreTheReferenceOfOhms",
      {{"Meter/MeterChannel[4]/Reference = 5.2; .RelativeEnabled = ON; .LimitCheckEnabled = ON; "
-       ".UpperLimit = 7; .LowerLimit = 6; Meter/MeterType = OHM",
-       "Meter/MeterChannel[4]/Reference = 0; .RelativeEnabled = OFF; .LimitCheckEnabled = OFF; "
+       ".UpperLimit = 7; .LowerLimit = 6; .MeterMeasurement[0]/ResultType = RELATIVE; "
+       "Meter/MeterType = OHM",
+       "Meter/MeterChannel[4]/MeterMeasurement[0]/ResultType = ACTUAL; ..Reference = 0; "
+       ".RelativeEnabled = OFF; .LimitCheckEnabled = OFF; "
        ".LowerLimit = -1; .UpperLimit = 1"},
       {"Meter/MeterType = DIODE; .MeterType = DC_VOLT",
        "Meter/MeterChannel[4]/Reference = 5.2; .RelativeEnabled = ON; .LimitCheckEnabled = ON; "
-       ".LowerLimit = 6; .UpperLimit = 7"}}},
+       ".LowerLimit = 6; .UpperLimit = 7; .MeterMeasurement[0]/ResultType = RELATIVE; "
+       "..StatusIcon = RELATIVE"}}},
     {"CelsiusAreTheReferenceOfFahrenheit",
      {{"Meter/MeterType = TEMP; .ProbeType = PT100; .MeterChannel[4]/Reference = 20; "
        "Meter/TemperatureUnit = TEMPERATURE_F",
@@ -98,7 +101,7 @@ const t_Session kMeterSessions[] = {
        "Meter/MeterChannel[4]/StatusIcon = HAZARDOUS_VOLTAGE"},
       {"Meter/MeterType = CONTINUITY; @.MeterChannel[4]/MeterMeasurement[0]/Actual = 20",
        "Meter/MeterChannel[4]/StatusIcon = CONTINUITY"},
-      {"Meter/ContinuityThreshold = 10", "Meter/MeterChannel[4]/StatusIcon = MIN_MAX"},
+      {"Meter/ContinuityThreshold = 10", "Meter/MeterChannel[4]/StatusIcon = HOLD"},
       {"Meter/MeterType = DIODE; @.MeterChannel[4]/MeterMeasurement[0]/Actual = 0.6",
        "Meter/MeterChannel[4]/StatusIcon = DIODE"},
       {"Meter/Mode = VOLTMETER",
