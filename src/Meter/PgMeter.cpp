@@ -145,7 +145,7 @@ t_Couplings CPgMeter::Rules() const
         Changed(channel / C::AutoRange, channel / C::Range, channel / C::RelativeEnabled,
                 channel / C::Reference, channel / C::LimitCheckEnabled, channel / C::LowerLimit,
                 channel / C::UpperLimit, reading / R::ResultType) >>
-            Derive<&M::FollowFunctions>,
+            Do<&M::FollowFunctions>,
         // Behind all that decides what the symbols show.
         Changed(Names::Mode, Names::MeterType, Names::TriggerMode, Names::ContinuityThreshold,
                 Names::MeterSourceChannel / each / MeterSourceChannel::AutoRange,

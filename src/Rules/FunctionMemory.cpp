@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 namespace NRules
 {
@@ -106,14 +107,15 @@ bool ReadEntry(const QString& entry, bool isFirst, t_Function like, t_Settings s
 t_Memory ReadMemory(const CDbPropString& text, t_Function like, t_Settings settings)
 {
     t_Memory memory;
-    const QStringList entries = text.Get().split(kBetweenFunctions);
-    for (auto entry = entries.begin(); text.Get() != QString() && entry != entries.end(); ++entry)
+    bool isFirst = true;
+    for (const QString& entry : text.Get().split(kBetweenFunctions))
     {
-        if (!ReadEntry(*entry, entry == entries.begin(), like, settings, memory))
+        if (!text.Get().isEmpty() && !ReadEntry(entry, isFirst, like, settings, memory))
         {
             CDbPresentRecall::Skip(text, QStringLiteral("Remembered settings \"%1\" skipped")
-                                             .arg(CDbRecall::Shortened(*entry)));
+                                             .arg(CDbRecall::Shortened(entry)));
         }
+        isFirst = false;
     }
     return memory;
 }
@@ -128,23 +130,19 @@ QString TextOf(const QString& function, const t_Values& values)
     return words.join(u' ');
 }
 
+/** Empty where no function has anything else than defaults. */
 QString TextOf(const t_Memory& memory)
 {
-    if (memory.valuesOf.empty())
+    QStringList entries{TextOf(memory.present, memory.valuesOf.at(memory.present))};
+    for (const auto& [function, values] : memory.valuesOf)
     {
-        return QStringLiteral("");
-    }
-    const auto present = memory.valuesOf.find(memory.present);
-    QStringList entries{
-        TextOf(memory.present, present != memory.valuesOf.end() ? present->second : t_Values())};
-    for (auto other = memory.valuesOf.begin(); other != memory.valuesOf.end(); ++other)
-    {
-        if (other != present)
+        if (function != memory.present && !values.empty())
         {
-            entries.append(TextOf(other->first, other->second));
+            entries.append(TextOf(function, values));
         }
     }
-    return entries.join(kBetweenFunctions);
+    const bool isEmpty = entries.size() == 1 && entries.first() == memory.present;
+    return isEmpty ? QStringLiteral("") : entries.join(kBetweenFunctions);
 }
 
 /** A file that was written by hand may name more functions than there is room for: then those that
@@ -163,15 +161,22 @@ QString FittingText(t_Memory& memory, const CDbPropString& property)
     return text;
 }
 
-/** What the user set, whatever holds it back now. */
-QString WishOf(const CDbPropBase& setting)
+/** What the user set, whatever holds it back now; nothing where that is the default. */
+std::optional<QString> WishOf(const CDbPropBase& setting)
 {
     if (const auto* const choice = dynamic_cast<const CDbPropEnumIntAccess*>(&setting))
     {
-        return choice->GetSerialName(choice->GetUserValueAsInt());
+        const INT32 wish = choice->GetUserValueAsInt();
+        return wish != choice->GetDefaultAsInt() ? std::optional(choice->GetSerialName(wish))
+                                                 : std::nullopt;
     }
-    const auto* const number = dynamic_cast<const CDbPropNumDouble*>(&setting);
-    return number != nullptr ? KW_NumberToText(number->GetUserValue()) : setting.GetText();
+    if (const auto* const number = dynamic_cast<const CDbPropNumDouble*>(&setting))
+    {
+        const double wish = number->GetUserValue();
+        return wish != number->GetDefault() ? std::optional(KW_NumberToText(wish)) : std::nullopt;
+    }
+    return setting.GetValue() != setting.GetDefaultValue() ? std::optional(setting.GetText())
+                                                           : std::nullopt;
 }
 
 t_Values ValuesOf(t_Settings settings)
@@ -179,10 +184,9 @@ t_Values ValuesOf(t_Settings settings)
     t_Values values;
     for (const CDbPropBase* const setting : settings)
     {
-        const QString wish = WishOf(*setting);
-        if (wish != setting->GetDefaultText())
+        if (auto wish = WishOf(*setting))
         {
-            values.emplace(setting->NodeName(), wish);
+            values.emplace(setting->NodeName(), std::move(*wish));
         }
     }
     return values;
@@ -212,19 +216,20 @@ void FollowFunction(CDbPropString& memory, std::initializer_list<t_FunctionPart>
                     std::initializer_list<CDbPropBase*> settings)
 {
     memory.SetAvailability(eAVAILABILITY_READ_ONLY);
+    t_Values values = ValuesOf(settings);
+    if (memory.Get().isEmpty() && values.empty())
+    {
+        return; // as mostly: nothing was ever set by hand
+    }
     t_Memory kept = ReadMemory(memory, function, settings);
     const QString name = NameOf(function);
     if (!kept.present.isEmpty() && kept.present != name)
     {
-        const auto values = kept.valuesOf.find(name);
-        Restore(values != kept.valuesOf.end() ? values->second : t_Values(), settings);
+        Restore(kept.valuesOf[name], settings);
+        values = ValuesOf(settings);
     }
     kept.present = name;
-    kept.valuesOf.erase(name);
-    if (t_Values values = ValuesOf(settings); !values.empty())
-    {
-        kept.valuesOf.emplace(name, std::move(values));
-    }
+    kept.valuesOf[name] = std::move(values);
     KW_CHECKED(memory.DbSet(FittingText(kept, memory)));
 }
 } // namespace NRules

@@ -31,8 +31,9 @@ struct t_FunctionPart
  * entry that can not be read is reported and has no effect. Its declared length has room for all
  * functions.
  *
- * `settings` are numbers and enumerations, whose texts have no blanks, in whatever group; their
- * names differ. No row of rules runs for what is restored: derive what follows from it afterwards.
+ * `settings` are real numbers and enumerations, whose texts have no blanks, in whatever group;
+ * their names differ. No row of rules runs for what is restored: derive what follows from it
+ * afterwards.
  */
 void FollowFunction(CDbPropString& memory, std::initializer_list<t_FunctionPart> function,
                     std::initializer_list<CDbPropBase*> settings);
