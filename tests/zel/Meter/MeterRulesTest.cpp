@@ -120,71 +120,30 @@ const t_Rule kMeterRules[] = {
      ".Acquisitions = 0; .AcquiredBlocks = 0; .LostAcquisitions = 0; .AcquiredSamples = 3"},
 };
 
-/** What a function has for itself, the last of it a reference. */
-struct t_OfFunction
+/** Through all functions and back, in a transaction that leaves nothing behind; the last setting is
+    a reference. */
+void CheckThereAndBack(const CRuleTree& tree, const QByteArray& function,
+                       const QByteArray& settings, CFindings& findings)
 {
-    QByteArray function;
-    QByteArrayList settings;
-};
-
-/** Through all functions and back, in a transaction that leaves nothing behind. */
-void CheckThereAndBack(const CRuleTree& tree, const t_OfFunction& of, CFindings& findings)
-{
-    const QString reference = QStringLiteral("5.2");
-    const CKWTransaction rolledBack(tree.root, QString());
-    tree.Do(of.settings.last() + " = 5.2");
+    const QByteArrayList paths = settings.split(' ');
     const auto present = [&]
     {
         QStringList states;
-        for (const QByteArray& setting : of.settings)
-        {
-            states.append(tree.State(setting));
-        }
+        std::transform(paths.begin(), paths.end(), std::back_inserter(states),
+                       [&](const QByteArray& path) { return tree.State(path); });
         return states;
     };
+    const CKWTransaction rolledBack(tree.root, QString());
+    tree.Do(paths.last() + " = 5.2");
     const QStringList before = present();
-    const QStringList functions = tree.State(of.function + ".values").split(u'|');
-    const auto start = functions.indexOf(tree.Text(of.function));
-    for (auto i = start + 1; i != start + functions.size(); ++i)
+    const QByteArray start = tree.Text(function).toLatin1();
+    for (const QString& other : tree.State(function + ".values").split(u'|'))
     {
-        tree.Do(of.function + " = " + functions[i % functions.size()].toLatin1());
-        findings.Check(tree.Text(of.settings.last()) != reference, of.settings.last());
+        tree.Do(function + " = " + other.toLatin1());
+        findings.Check(other.toLatin1() == start || tree.Number(paths.last()) != 5.2, paths.last());
     }
-    tree.Do(of.function + " = " + functions[start].toLatin1());
-    findings.Check(present() == before, of.function + " back");
-}
-
-void CheckFunctions(const CRuleTree& tree, CFindings& findings)
-{
-    const auto below = [](const QByteArray& group, std::initializer_list<const char*> names)
-    {
-        QByteArrayList paths;
-        for (const char* const name : names)
-        {
-            paths.append(group + name);
-        }
-        return paths;
-    };
-    const QByteArray multimeter = "Meter/MeterChannel[4]/";
-    const QByteArray voltmeter = "Meter/MeterChannel[2]/";
-    const QByteArray counter = "Counter/CounterChannel[1]/";
-    CheckThereAndBack(
-        tree,
-        {"Meter/MeterType",
-         below("Meter/", {"ProbeType", "ProbeUserFactor", "ProbeUserUnit"}) +
-             below(multimeter, {"AutoRange", "Range", "RangeUpperLimit", "RelativeEnabled",
-                                "LimitCheckEnabled", "LowerLimit", "UpperLimit", "Reference"})},
-        findings);
-    CheckThereAndBack(
-        tree,
-        {voltmeter + "MeterMeasurement[0]/Type",
-         below(voltmeter, {"MeterMeasurement[0]/ResultType", "RelativeEnabled", "LimitCheckEnabled",
-                           "LowerLimit", "UpperLimit", "Reference"})},
-        findings);
-    CheckThereAndBack(tree,
-                      {counter + "MeasurementType",
-                       below(counter + "CounterNumerics/", {"Readout", "Reference"})},
-                      findings);
+    tree.Do(function + " = " + start);
+    findings.Check(present() == before, function + " back");
 }
 
 void CheckMeter(const CRuleTree& tree, CFindings& findings)
@@ -215,7 +174,20 @@ void CheckMeter(const CRuleTree& tree, CFindings& findings)
         findings.Check(std::abs(tree.Number(level)) <= tree.State(level + ".max").toDouble(),
                        level);
     }
-    CheckFunctions(tree, findings);
+    CheckThereAndBack(tree, "Meter/MeterType",
+                      "Meter/ProbeType Meter/ProbeUserFactor Meter/ProbeUserUnit "
+                      "Meter/MeterChannel[4]/AutoRange Meter/MeterChannel[4]/Range "
+                      "Meter/MeterChannel[4]/RangeUpperLimit Meter/MeterChannel[4]/LowerLimit "
+                      "Meter/MeterChannel[4]/UpperLimit Meter/MeterChannel[4]/Reference",
+                      findings);
+    CheckThereAndBack(tree, "Meter/MeterChannel[2]/MeterMeasurement[0]/Type",
+                      "Meter/MeterChannel[2]/MeterMeasurement[0]/ResultType "
+                      "Meter/MeterChannel[2]/RelativeEnabled Meter/MeterChannel[2]/Reference",
+                      findings);
+    CheckThereAndBack(tree, "Counter/CounterChannel[1]/MeasurementType",
+                      "Counter/CounterChannel[1]/CounterNumerics/Readout "
+                      "Counter/CounterChannel[1]/CounterNumerics/Reference",
+                      findings);
 }
 } // namespace
 
