@@ -35,6 +35,6 @@ void OfferValues(CDbPropEnum<T>& selector, const TUsable& isUsable,
         KW_CHECKED(selector.EnableValue(value, on));
         lowest = on ? value : lowest;
     }
-    KW_CHECKED(selector.FollowWish(otherwise ? *otherwise : lowest));
+    KW_CHECKED(selector.FollowWish(otherwise ? static_cast<INT32>(*otherwise) : lowest));
 }
 } // namespace NRules

@@ -19,6 +19,7 @@ constexpr const char* kSituations[] = {
     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 100; @.OriginalScale = 5; "
     "@.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/SetToOriginal",
     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/Unit = LEVEL_A",
+    "Vertical/Channel[1]/Enabled = OFF; ..Channel[3]/Enabled = OFF; Horizontal/ZELMode = ZEL_B",
     "Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
     "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A; .Enabled = ON; Mathematics/SourceA = C2; "
     "Cursor/Source = C2; Vertical/Channel[1]/Enabled = OFF",
@@ -45,6 +46,7 @@ constexpr const char* kSituations[] = {
     "RemoteState = ON; Setup/RemoteControl/ReturnToLocal",
     "SerialBus/Protocol = UART; + SerialBus/UARTBusResults/UARTBusDataWord; "
     "SerialBus/UARTBusSettings/FrameMode = TIMEOUT; + SerialBus/UARTBusResults/UARTBusFrame",
+    "SerialBus/UARTBusSettings/DataLength = 9_BIT",
     "SerialBus/Protocol = I2C; + SerialBus/I2CBusResults/I2CBusFrame; "
     "SerialBus/TrackInTable/Last; .Previous",
     "SerialBus/Protocol = CAN; + SerialBus/CANBusResults/CANBusFrame",
