@@ -59,7 +59,8 @@ enum E_STEPMODES : INT32
     eSTEPMODE_LINEAR = 0, ///< value ± n × step
     eSTEPMODE_FACTOR,     ///< value × or ÷ the step factor, n times
     eSTEPMODE_LADDER125,  ///< next 1-2-5 value of the decades, n times
-    eSTEPMODE_LIST        ///< next entry of the value list, n times
+    eSTEPMODE_LIST,       ///< next entry of the value list, n times
+    eSTEPMODE_LADDER1245  ///< next 1-2-4-5 value of the decades, n times: vertical scales
 };
 
 /** What a step past a limit does. */

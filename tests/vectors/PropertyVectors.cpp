@@ -37,7 +37,7 @@ void AddIntegerSteps(t_Lines& lines)
         bool ladder = false;
         const T a = NStepping::Linear<T>(value, 3, count, linear);
         const T b = NStepping::Factor<T>(value, 2.0, count, factor);
-        const T c = NStepping::Ladder125<T>(value, count, ladder);
+        const T c = NStepping::Ladder<T>(NStepping::kLadder125, value, count, ladder);
         return std::tuple(a, linear, b, factor, c, ladder);
     };
     const auto legal = [](T value, T resolution)
@@ -67,7 +67,9 @@ void AddRealSteps(t_Lines& lines)
     };
     const auto linear = withOverflow(NStepping::Linear<double>);
     const auto factor = withOverflow(NStepping::Factor<double>);
-    const auto ladder = withOverflow(NStepping::Ladder125<double>);
+    const auto stepOnLadder = [](double value, INT32 count, bool& overflow)
+    { return NStepping::Ladder(NStepping::kLadder125, value, count, overflow); };
+    const auto ladder = withOverflow(stepOnLadder);
     const std::vector<double> values =
         AndNeighbours({1e-12, 1e-3, 2e-3, 5e-3, 0.1, 1.0, 2.5, 7.0, 10.0, 5e5, 1e9, 2e15});
     for (const double value : values)

@@ -20,12 +20,12 @@ from .model import (
 
 NODE_NAME = re.compile(r"[A-Za-z][A-Za-z0-9_]*")
 NUMERIC_KINDS = (*INTEGER_RANGES, "double")
-STEP_MODES = ("linear", "factor", "ladder125", "list")
+STEP_MODES = ("linear", "factor", "ladder125", "ladder1245", "list")
 STEP_BEHAVIOURS = ("limit", "wrap", "refuse")
 NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
 SAVE_HIGHEST = 2
-_MODES_WITHOUT_STEP = ("factor", "ladder125")
+_MODES_WITHOUT_STEP = ("factor", "ladder125", "ladder1245")
 
 _COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm", "secret",
                 "removed")

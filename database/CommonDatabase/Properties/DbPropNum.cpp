@@ -362,7 +362,9 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
 template <typename T>
 T CDbPropNum<T>::GetLowestStep() const
 {
-    const bool isLadder = GetStepMode() == eSTEPMODE_LADDER125 && !std::is_same_v<T, double>;
+    const bool isLadder =
+        !std::is_same_v<T, double> &&
+        (GetStepMode() == eSTEPMODE_LADDER125 || GetStepMode() == eSTEPMODE_LADDER1245);
     return isLadder ? std::max(GetMin(), std::min(T{1}, Get())) : GetMin();
 }
 
@@ -382,7 +384,10 @@ bool CDbPropNum<T>::FindStep(INT32 steps, T& next, bool& overflow) const
         next = NStepping::Factor<T>(Get(), GetStepFactor(), steps, overflow);
         return true;
     case eSTEPMODE_LADDER125:
-        next = NStepping::Ladder125<T>(Get(), steps, overflow);
+        next = NStepping::Ladder<T>(NStepping::kLadder125, Get(), steps, overflow);
+        return true;
+    case eSTEPMODE_LADDER1245:
+        next = NStepping::Ladder<T>(NStepping::kLadder1245, Get(), steps, overflow);
         return true;
     default:
         return false;

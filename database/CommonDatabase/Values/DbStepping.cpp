@@ -5,7 +5,6 @@
 #include "MatConstants.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -124,12 +123,10 @@ int ToNearestMultiple(T rest, T step)
     return rest < T{} && rest < -(step + rest) ? -1 : 0;
 }
 
-constexpr std::array<INT64, 4> kLadder{1, 2, 5, 10};
-
-double LadderUp(double value)
+double LadderUp(t_Ladder ladder, double value)
 {
     const int exponent = KWMath::DecimalExponent(value);
-    for (const INT64 rung : kLadder)
+    for (const INT64 rung : ladder)
     {
         const double next = FromDecimal(rung, exponent);
         if (CMatConstants::IsGreater(next, value))
@@ -141,10 +138,10 @@ double LadderUp(double value)
     return FromDecimal(20, exponent);
 }
 
-double LadderDown(double value)
+double LadderDown(t_Ladder ladder, double value)
 {
     const int exponent = KWMath::DecimalExponent(value);
-    for (auto rung = kLadder.rbegin(); rung != kLadder.rend(); ++rung)
+    for (auto rung = ladder.rbegin(); rung != ladder.rend(); ++rung)
     {
         const double next = FromDecimal(*rung, exponent);
         if (CMatConstants::IsLess(next, value))
@@ -201,7 +198,7 @@ T Factor(T value, double factor, INT32 steps, bool& overflow)
 }
 
 template <typename T>
-T Ladder125(T value, INT32 steps, bool& overflow)
+T Ladder(t_Ladder ladder, T value, INT32 steps, bool& overflow)
 {
     constexpr bool isReal = std::is_same_v<T, double>;
     double moved = static_cast<double>(value);
@@ -217,7 +214,7 @@ T Ladder125(T value, INT32 steps, bool& overflow)
     }
     for (; done != steps && moved > 0.0 && std::isfinite(moved); done += steps > 0 ? 1 : -1)
     {
-        moved = steps > 0 ? LadderUp(moved) : LadderDown(moved);
+        moved = steps > 0 ? LadderUp(ladder, moved) : LadderDown(ladder, moved);
     }
     if (!isReal && moved < 1.0)
     {
@@ -234,7 +231,7 @@ double FloorToLadder125(double value)
         return value;
     }
     const int exponent = KWMath::DecimalExponent(value);
-    for (auto rung = kLadder.rbegin(); rung != kLadder.rend(); ++rung)
+    for (auto rung = kLadder125.rbegin(); rung != kLadder125.rend(); ++rung)
     {
         const double floor = FromDecimal(*rung, exponent);
         if (!CMatConstants::IsGreater(floor, value))
@@ -245,10 +242,16 @@ double FloorToLadder125(double value)
     return value;
 }
 
+double ToDecimal(double value)
+{
+    const auto decimal = std::isnormal(value) ? ToShortDecimal(std::fabs(value)) : std::nullopt;
+    return decimal ? std::copysign(FromDecimal(decimal->digits, decimal->exponent), value) : value;
+}
+
 #define KW_INSTANTIATE_STEPPING(T)                                                                 \
     template T Linear<T>(T, T, INT32, bool&);                                                      \
     template T Factor<T>(T, double, INT32, bool&);                                                 \
-    template T Ladder125<T>(T, INT32, bool&);
+    template T Ladder<T>(t_Ladder, T, INT32, bool&);
 
 KW_INSTANTIATE_STEPPING(INT16)
 KW_INSTANTIATE_STEPPING(UINT16)

@@ -3,6 +3,9 @@
 
 #include "KWTypes.h"
 
+#include <array>
+#include <span>
+
 /**
  * The arithmetic of stepping, apart from any property. Each function gives the value `steps` steps
  * away and sets `overflow` when that is beyond what T can hold (the result is then T's end).
@@ -24,13 +27,21 @@ T Linear(T value, T step, INT32 steps, bool& overflow);
 template <typename T>
 T Factor(T value, double factor, INT32 steps, bool& overflow);
 
-/** The next values …, 1, 2, 5, 10, 20, … above or below. Those of whole numbers begin at 1: down
+/** Rungs of a ladder in every decade, from 1 to 10; 2 comes first and 5 last between them. */
+using t_Ladder = std::span<const INT64>;
+inline constexpr std::array<INT64, 4> kLadder125{1, 2, 5, 10};
+inline constexpr std::array<INT64, 5> kLadder1245{1, 2, 4, 5, 10};
+
+/** The next rungs above or below: …, 1, 2, 5, 10, 20, … Those of whole numbers begin at 1: down
     from there is an overflow, up from zero and below it leads there. Real numbers from zero down
     have no next value, so the value stays. */
 template <typename T>
-T Ladder125(T value, INT32 steps, bool& overflow);
+T Ladder(t_Ladder ladder, T value, INT32 steps, bool& overflow);
 
 /** The rung of the 1-2-5 ladder at or below a positive value; one beside it by rounding counts as
     it. Any other value is given back. */
 double FloorToLadder125(double value);
+
+/** The decimal number of up to twelve digits that a value is but for rounding; else the value. */
+double ToDecimal(double value);
 } // namespace NStepping

@@ -106,7 +106,7 @@ _FACETS = [
     ("string", 'folder = "a"', "key 'folder' does not apply to type string"),
     ("double", 'step = 1, unit = "OHM"', "unknown unit 'OHM'"),
     ("double", 'step = 1, step_mode = "log"',
-     "unknown step_mode 'log', must be one of linear, factor, ladder125, list"),
+     "unknown step_mode 'log', must be one of linear, factor, ladder125, ladder1245, list"),
     ("double", 'step = 1, step_behaviour = "stop"',
      "unknown step_behaviour 'stop', must be one of limit, wrap, refuse"),
     ("double", 'step = 1, format = "octal"',
