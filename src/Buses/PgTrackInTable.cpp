@@ -33,8 +33,8 @@ t_Couplings CPgTrackInTable::Rules() const
         On(Names::First) >> Do<&T::MarkFirst>, On(Names::Previous) >> Do<&T::MarkPrevious>,
         On(Names::Next) >> Do<&T::MarkNext>, On(Names::Last) >> Do<&T::MarkLast>,
         On(Names::SelectAtTrigger) >> Do<&T::MarkAtTrigger>,
-        On(ZEL::SerialBus / SerialBus::Protocol) >> Derive<&T::FollowFrames>,
-        Changed(ZEL::SerialBus / SerialBus::UARTBusSettings / UARTBusSettings::FrameMode) >>
+        Changed(ZEL::SerialBus / SerialBus::Protocol,
+                ZEL::SerialBus / SerialBus::UARTBusSettings / UARTBusSettings::FrameMode) >>
             Derive<&T::FollowFrames>);
     return rows;
 }

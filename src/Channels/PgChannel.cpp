@@ -6,11 +6,11 @@
 #include "Channels/PgLevels.h"
 #include "Channels/VerticalHardware.h"
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
 #include "Names/Channel.h"
+#include "Names/EdgeTriggerLevel.h"
 #include "Names/HysteresisLevel.h"
 #include "Names/Levels.h"
 #include "Names/Simulation.h"
@@ -25,11 +25,14 @@ t_Couplings CPgChannel::Rules() const
 {
     using C = CPgChannel;
     constexpr auto hysteresis = Names::Levels / Levels::HysteresisLevel / each;
+    constexpr auto edge = Names::Levels / Levels::EdgeTriggerLevel / each;
     static constexpr auto rows = Table<Names>(
+        On(Names::ProbeType, Names::ProbeUserFactor) >> Do<&C::KeepPicture>,
         OnAny() >> Derive<&C::UpdateType, &C::UpdateUse, &C::UpdateProbe, &C::UpdateUnits,
                           &C::UpdateScreen, &C::LimitLevels>,
         On(Names::ResetPosition) >> Do<&C::ResetPosition, &C::UpdateGroup>,
-        On(Names::Levels / Levels::ResetLevels, hysteresis / HysteresisLevel::NoiseReject) >>
+        On(Names::Levels / Levels::ResetLevels, hysteresis / HysteresisLevel::NoiseReject,
+           edge / EdgeTriggerLevel::LevelSet, edge / EdgeTriggerLevel::Level) >>
             Do<&C::LimitLevels>,
         Changed(ZEL::Simulation / Simulation::Enabled) >> Derive<&C::UpdateType>);
     return rows;
@@ -52,11 +55,27 @@ void CPgChannel::UpdateUse()
     m_pChannelSourceTypes->SetUsable(m_pEnabled->Get() == eKW_ONOFF_ON);
 }
 
+CZELDatabaseHelperCommon::ProbeSettings CPgChannel::Probe() const
+{
+    return CZELDatabaseHelperCommon::GetProbeSettingsScope(
+        {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()});
+}
+
+void CPgChannel::KeepPicture()
+{
+    const double ratio = Probe().factor / m_pProbeFactor->Get();
+    if (ratio != 1.0)
+    {
+        NRules::Rescale(*m_pScale, ratio);
+        NRules::Rescale(*m_pOffset, ratio);
+        m_pLevels->Rescale(ratio);
+    }
+}
+
 void CPgChannel::UpdateProbe()
 {
     using t_Helper = CZELDatabaseHelperCommon;
-    const t_Helper::ProbeSettings probe = t_Helper::GetProbeSettingsScope(
-        {m_pProbeType->Get(), m_pProbeUserFactor->Get(), m_pProbeUserUnit->Get()});
+    const t_Helper::ProbeSettings probe = Probe();
     KW_CHECKED(m_pProbeFactor->DbSet(probe.factor));
     KW_CHECKED(m_pProbeUnit->DbSet(t_Helper::GetProbeUnit(probe.unit)));
     NRules::SetLimits(*m_pScale, kSmallestScale * probe.factor, kLargestScale * probe.factor);

@@ -4,6 +4,17 @@
 
 void CPgEdgeTriggerLevel::FollowScreen(const NRules::t_Screen& screen)
 {
-    NRules::PutOnScreen(*m_pLevel, screen);
+    NRules::OfferFixedLevels(*m_pLevelSet, screen.unit, eKW_TRIGGER_LEVEL_SET_USER);
+    const double fixed = FixedLevel().value_or(screen.top);
+    NRules::PutOnScreen(*m_pLevel, {std::min(screen.bottom, fixed), std::max(screen.top, fixed),
+                                    screen.division, screen.unit});
     FollowSelection();
+}
+
+void CPgEdgeTriggerLevel::Rescale(double ratio)
+{
+    if (!FixedLevel())
+    {
+        NRules::Rescale(*m_pLevel, ratio);
+    }
 }

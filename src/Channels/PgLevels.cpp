@@ -31,6 +31,15 @@ void FollowAll(TArray& array, const NRules::t_Screen& screen)
         array.ItemDirect(i)->FollowScreen(screen);
     }
 }
+
+template <typename TArray>
+void RescaleAll(TArray& array, double ratio)
+{
+    for (INT32 i = 0; i < array.GetCount(); ++i)
+    {
+        array.ItemDirect(i)->Rescale(ratio);
+    }
+}
 } // namespace
 
 t_Couplings CPgLevels::Rules() const
@@ -58,4 +67,14 @@ void CPgLevels::FollowScreen(const NRules::t_Screen& screen)
     FollowAll(*m_pWindowTriggerLevelRange, screen);
     FollowAll(*m_pLogicThresholdSettings, screen);
     FollowAll(*m_pHysteresisLevel, screen);
+}
+
+/** Hystereses are shares of the screen. */
+void CPgLevels::Rescale(double ratio)
+{
+    RescaleAll(*m_pEdgeTriggerLevel, ratio);
+    RescaleAll(*m_pSlewRateTriggerLevelRange, ratio);
+    RescaleAll(*m_pRuntTriggerLevelRange, ratio);
+    RescaleAll(*m_pWindowTriggerLevelRange, ratio);
+    RescaleAll(*m_pLogicThresholdSettings, ratio);
 }

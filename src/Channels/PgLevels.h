@@ -4,7 +4,7 @@
 #include "Channels/PgLevelsBase.h"
 #include "Rules/ChannelRules.h"
 
-/** Levels of one channel: they stay on its screen and have its unit. */
+/** Levels of one channel: they have its unit, and stay on its screen unless they are fixed. */
 class CPgLevels : public CPgLevelsBase
 {
 public:
@@ -12,6 +12,9 @@ public:
 
     /** Led by the channel, whenever its screen or unit moves; goes down to each kind of level. */
     void FollowScreen(const NRules::t_Screen& screen);
+    /** Led by the channel when its probe makes another level of the same voltage at the input; the
+        screen follows then. */
+    void Rescale(double ratio);
 
 private:
     void ResetLevels();

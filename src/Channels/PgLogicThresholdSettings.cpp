@@ -5,6 +5,7 @@
 #include "KWEnumerationsAcquisition.h"
 #include "Names/LogicThresholdSettings.h"
 #include "Rules/ChannelRules.h"
+#include "Rules/LevelRules.h"
 
 using namespace NNames;
 
@@ -25,16 +26,20 @@ void CPgLogicThresholdSettings::SelectUser()
 void CPgLogicThresholdSettings::UpdateThreshold()
 {
     const auto family = m_pThresholdType->GetNameInfo().GetNumber(m_pThresholdType->GetAsInt());
-    KW_CHECKED(m_pThreshold->DbSet(KWMath::Bound(m_pUserThreshold->GetMin(),
-                                                 family.value_or(m_pUserThreshold->Get()),
-                                                 m_pUserThreshold->GetMax())));
+    KW_CHECKED(m_pThreshold->DbSet(family.value_or(m_pUserThreshold->Get())));
 }
 
 void CPgLogicThresholdSettings::FollowScreen(const NRules::t_Screen& screen)
 {
+    NRules::OfferFixedLevels(*m_pThresholdType, screen.unit, eKW_LOGIC_THRESHOLD_TYPE_USER);
     NRules::PutOnScreen(*m_pUserThreshold, screen);
-    NRules::PutOnScreen(*m_pThreshold, screen);
+    KW_CHECKED(m_pThreshold->SetUnit(screen.unit));
     UpdateThreshold();
+}
+
+void CPgLogicThresholdSettings::Rescale(double ratio)
+{
+    NRules::Rescale(*m_pUserThreshold, ratio);
 }
 
 void CPgLogicThresholdSettings::CopyFrom(const CPgLogicThresholdSettings& other)

@@ -2,11 +2,30 @@
 #pragma once
 
 #include "KWEnumerationsTrigger.h"
+#include "KWEnumerationsUnits.h"
 #include "Rules/ChannelRules.h"
+
+#include <algorithm>
+#include <optional>
 
 /** Patterns that several groups of levels follow. */
 namespace NRules
 {
+/** Lets a selector offer its fixed levels, which are volts, where levels are in volts: no logic
+   family has a threshold in amperes. There the user's level (`user`) stands in for one. */
+template <typename T>
+void OfferFixedLevels(CDbPropEnum<T>& selector, KW_UNIT unit, T user)
+{
+    for (INT32 value = 0; value < selector.GetEnumSize(); ++value)
+    {
+        if (selector.GetNameInfo().GetNumber(value))
+        {
+            KW_CHECKED(selector.EnableValue(value, unit == eKW_UNIT_LEVEL_V));
+        }
+    }
+    KW_CHECKED(selector.FollowWish(user));
+}
+
 /** Base of a group with "UpperLevel" and "LowerLevel" on the screen of a channel. */
 template <typename TBase>
 class COrderedLevels : public TBase
@@ -32,6 +51,13 @@ public:
         OrderLevels(nullptr);
     }
 
+    /** Led by the channel, before the screen follows. */
+    void Rescale(double ratio)
+    {
+        NRules::Rescale(*this->m_pLowerLevel, ratio);
+        NRules::Rescale(*this->m_pUpperLevel, ratio);
+    }
+
 private:
     /** Null where the screen moved: the upper one then gives way. */
     void OrderLevels(const CDbPropBase* written)
@@ -41,7 +67,7 @@ private:
 };
 
 /** Base of a group with "LevelSet" and "Level": a fixed level is written where it is selected, and
-   a level that the user writes makes the selection "user". */
+   stands wherever it lies; a level that the user writes makes the selection "user". */
 template <typename TBase>
 class CSelectedLevel : public TBase
 {
@@ -66,12 +92,21 @@ protected:
                             NNames::Twins(N::LevelSet, N::Level));
     }
 
-    /** eKW_ACC_WARNING when the selected level lies beyond the limits. */
-    KW_ACCEPTANCE FollowSelection()
+    /** Nothing for a level that the user or the signal sets. */
+    std::optional<double> FixedLevel() const
     {
-        const std::optional<double> level =
-            this->m_pLevelSet->GetNameInfo().GetNumber(this->m_pLevelSet->GetAsInt());
-        return level ? MoveTo(*this->m_pLevel, *level) : eKW_ACC_OK;
+        return this->m_pLevelSet->GetNameInfo().GetNumber(this->m_pLevelSet->GetAsInt());
+    }
+
+    /** A logic family has its threshold on and off the screen: limits make way. */
+    void FollowSelection()
+    {
+        if (const std::optional<double> level = FixedLevel())
+        {
+            CDbPropNumDouble& shown = *this->m_pLevel;
+            SetLimits(shown, std::min(shown.GetMin(), *level), std::max(shown.GetMax(), *level));
+            KW_CHECKED(shown.DbSet(*level));
+        }
     }
 
 private:

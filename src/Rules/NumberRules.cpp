@@ -33,6 +33,13 @@ KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partn
     return MoveTo(partner, moved.Get() + difference);
 }
 
+void Rescale(CDbPropNumDouble& number, double ratio)
+{
+    const double wish = NStepping::ToDecimal(number.GetUserValue() * ratio);
+    SetLimits(number, std::min(number.GetMin(), wish), std::max(number.GetMax(), wish));
+    MoveTo(number, wish);
+}
+
 void WriteResult(CDbPropNumDouble& result, double value)
 {
     const bool inRange = value >= result.GetDeclaredMin() && value <= result.GetDeclaredMax();

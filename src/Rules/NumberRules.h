@@ -93,6 +93,10 @@ void KeepOrdered(CDbPropNum<T>& lower, CDbPropNum<T>& upper, const CDbPropBase* 
 KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partner,
                           double difference);
 
+/** Moves what was asked for to `ratio` times itself; limits make way, and are to be set anew. What
+    was a short decimal stays one, so that a ratio and its inverse lead back. */
+void Rescale(CDbPropNumDouble& number, double ratio);
+
 // Results ----------------------------------------------------------------------------------------
 
 /** A computed result; invalid where it is no number within the declared limits. */

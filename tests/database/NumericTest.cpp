@@ -282,7 +282,8 @@ TYPED_TEST(Integers, FactorOrLadderLeavesTheType)
 {
     using T = TypeParam;
     auto& number = this->m_number;
-    for (const E_STEPMODES mode : {eSTEPMODE_FACTOR, eSTEPMODE_LADDER125})
+    for (const E_STEPMODES mode :
+         {eSTEPMODE_FACTOR, eSTEPMODE_LADDER125, eSTEPMODE_LADDER1245})
     {
         number.DeclareStepMode(mode);
         for (const INT32 count : {1, 2147483647})
@@ -366,6 +367,7 @@ namespace
 constexpr auto kLinear = eSTEPMODE_LINEAR;
 constexpr auto kFactor = eSTEPMODE_FACTOR;
 constexpr auto kLadder = eSTEPMODE_LADDER125;
+constexpr auto kLadder4 = eSTEPMODE_LADDER1245;
 constexpr auto kList = eSTEPMODE_LIST;
 constexpr auto kLimit = eSTEP_BEHAVIOUR_LIMIT;
 constexpr auto kWrap = eSTEP_BEHAVIOUR_WRAP;
@@ -402,6 +404,7 @@ constexpr t_Step kWholeSteps[] = {
     {kFactor, kLimit, 0, kMany, 1, 0},
     {kLadder, kWrap, 1000, 1, 1, 0},
     {kLadder, kLimit, 2, -2, 1, 1},
+    {kLadder4, kLimit, 4, -3, 1, 1},
     {kLadder, kWrap, 1, -1, 1000, 0},
     {kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM},
     {kLadder, kLimit, 0, 2, 2, 0},
@@ -420,6 +423,10 @@ constexpr t_Step kStepsOfBoth[] = {
     {kFactor, kLimit, -6, -kMany, -1000, 1},
     {kFactor, kLimit, 6, kMany, 1000, 1},
     {kLadder, kLimit, 200, 1, 500, 0},
+    {kLadder4, kLimit, 200, 2, 500, 0},
+    {kLadder4, kLimit, 500, -1, 400, 0},
+    {kLadder4, kLimit, 300, 1, 400, 0},
+    {kLadder4, kLimit, 30, -2, 10, 0},
     {kLadder, kLimit, 600, 1, 1000, 0},
     {kLadder, kLimit, 600, 2, 1000, 1},
     {kLadder, kRefuse, 1000, 1, 1000, eKW_ACC_ABOVE_MAXIMUM},

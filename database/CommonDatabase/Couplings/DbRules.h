@@ -225,8 +225,9 @@ constexpr t_Rows<1, TFrom...> operator>>(const t_When<TFrom...>& when,
 template <auto... step>
 inline constexpr t_Rows<1> Fresh = t_When<>{eCAUSE::Fresh, {}} >> Do<step...>;
 
-/** Two settings that say the same in two ways: where a file names one of them, that counts as
-    written when everything else of the file is there, and derives the other. */
+/** Two settings that say the same in two ways, both of the group itself, or both named from the
+    root: where a file names one of them, that counts as written when everything else of the file is
+    there, and derives the other. */
 template <typename TFrom, typename TOne, typename TOther>
 constexpr t_Rows<1, TFrom, TFrom> Twins(const t_Way<TFrom, TOne>& one,
                                         const t_Way<TFrom, TOther>& other)

@@ -164,7 +164,8 @@ void CDbRecall::SettleTwins(CDbPropertyGroup& top)
                     continue;
                 }
                 CRowTrace::NoteStart(group, *row, named);
-                if (group.RunRows(eCAUSE::On | eCAUSE::OnAny, *named, named) != eKW_ACC_OK)
+                if (named->GetParent()->RunRows(eCAUSE::On | eCAUSE::OnAny, *named, named) !=
+                    eKW_ACC_OK)
                 {
                     CountSkipped(); // reported by the rule
                 }

@@ -141,8 +141,12 @@ std::vector<CDbPropertyGroup::t_Twins> CDbPropertyGroup::GetTwins() const
         if (row.cause == eCAUSE::Twins)
         {
             const NNames::t_Path* const pair = rules.SourcesOf(row).first;
-            twins.push_back(
-                {&row, m_properties[pair[0].steps[0]].get(), m_properties[pair[1].steps[0]].get()});
+            const auto member = [this](const NNames::t_Path& path)
+            {
+                return path.isFromRoot ? static_cast<const CDbPropBase*>(Resolve(path))
+                                       : m_properties[path.steps[0]].get();
+            };
+            twins.push_back({&row, member(pair[0]), member(pair[1])});
         }
     }
     return twins;

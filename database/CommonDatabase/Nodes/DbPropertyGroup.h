@@ -113,8 +113,8 @@ public:
         const CDbPropBase* one;
         const CDbPropBase* other;
     };
-    /** The pairs of this group. Where a file names one of a pair, that counts as written when
-        everything else of the file is there: its rows derive the other. */
+    /** The pairs that this group declares. Where a file names one of a pair, that counts as written
+        when everything else of the file is there: the rows of its own group derive the other. */
     std::vector<t_Twins> GetTwins() const;
     /** Recomputes the availabilities of the children. */
     virtual void UpdateChildAvailabilities();

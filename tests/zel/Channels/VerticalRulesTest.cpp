@@ -12,9 +12,9 @@ const t_Rule kVerticalRules[] = {
      ".Range = 8; .Top = 2.5; .Bottom = -5.5"},
     {"OffsetMovesTheScreenDown", "", "Vertical/Channel[2]/Offset = 10", ".Top = 14; .Bottom = 6"},
     {"ScaleIgnoresTheProbe", "", "Vertical/Channel[2]/ProbeType = VOLTAGE_1000_TO_1",
-     ".ProbeFactor = 1000; .Scale = 2; .Top = 8"},
+     ".ProbeFactor = 1000; .Scale = 100; .Scale.max = 1e+05; .Top = 400"},
     {"OffsetIgnoresTheProbe", "Vertical/Channel[2]/Offset = 2000", ".ProbeType = VOLTAGE_1_TO_1",
-     ".ProbeFactor = 1; .Offset = 200; .Bottom = 196"},
+     ".ProbeFactor = 1; .Offset = 200; .Offset.max = 200; .Bottom = 199.6"},
     {"CurrentIsInVolts", "", "Vertical/Channel[2]/ProbeType = CURRENT_100_MV_PER_A",
      ".ProbeFactor = 10; .ProbeUnit = LEVEL_A"},
     {"UserFactorIsNotUsed", "Vertical/Channel[2]/ProbeUserUnit = LEVEL_A; .ProbeUserFactor = 0.25",
@@ -34,17 +34,24 @@ const t_Rule kVerticalRules[] = {
      ".Scale = 1", ".Levels/EdgeTriggerLevel[0]/Level = 3"},
     {"LevelLeavesTheMovedScreen", "", "Vertical/Channel[2]/Offset = 10",
      ".Levels/EdgeTriggerLevel[0]/Level = 6; ..RuntTriggerLevelRange[0]/LowerLevel = 6; "
-     "..WindowTriggerLevelRange[0]/UpperLevel = 6; ..LogicThresholdSettings[0]/Threshold = 6"},
+     "..WindowTriggerLevelRange[0]/UpperLevel = 6; ..LogicThresholdSettings[0]/UserThreshold = 6; "
+     ".Threshold = 1.4"},
     {"FixedLevelIsNotTaken", "", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = ECL",
      ".Level = -1.3"},
     {"FixedLevelStaysFixedWhenWritten",
      "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = TTL", ".Level = 1.5",
      ".LevelSet = USER"},
-    {"FixedLevelLeavesTheScreen", "Vertical/Channel[2]/Scale = 0.2",
-     ".Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".Level = 0.8", eKW_ACC_WARNING},
-    {"FixedLevelIsLostForGood",
+    {"FixedLevelIsPulledOntoTheScreen", "Vertical/Channel[2]/Scale = 0.2",
+     ".Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".Level = 2.5; .Level.max = 2.5"},
+    {"FixedLevelLeavesItsLimitsBehind",
      "Vertical/Channel[2]/Scale = 0.2; .Levels/EdgeTriggerLevel[0]/LevelSet = CMOS",
-     "Vertical/Channel[2]/Scale = 1", ".Levels/EdgeTriggerLevel[0]/Level = 2.5"},
+     ".LevelSet = TTL", ".Level = 1.4; .Level.max = 1.4"},
+    {"UserLevelTakesThePlaceOfAFixedOne",
+     "Vertical/Channel[2]/Scale = 0.2; .Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".Level = 1.5",
+     ".Level = 0.8; .LevelSet = USER; .Level.max = 0.8", eKW_ACC_WARNING},
+    {"AmperesHaveAFixedLevel", "Vertical/Channel[2]/ProbeType = CURRENT_1_V_PER_A",
+     ".Levels/EdgeTriggerLevel[0]/LevelSet = TTL", ".LevelSet = USER; .Level = 0",
+     eKW_ACC_NOT_ENABLED},
     {"MiddleMovesTheLevel", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 1",
      ".LevelSet = MIDDLE", ".Level = 1"},
     {"UpperFallsBelowLower", "",
@@ -190,9 +197,21 @@ void CheckLevels(const CRuleTree& tree, CFindings& findings)
                                tree.Text("Vertical/Channel[2]/Top"),
                        level);
     };
-    check("EdgeTriggerLevel[0]/Level");
+    const QString set = tree.Text(levels + "EdgeTriggerLevel[0]/LevelSet");
+    if (set == QLatin1String("USER") || set == QLatin1String("MIDDLE"))
+    {
+        check("EdgeTriggerLevel[0]/Level");
+    }
+    findings.Check(set != QLatin1String("TTL") ||
+                       tree.Number(levels + "EdgeTriggerLevel[0]/Level") == 1.4,
+                   "TTL");
     check("LogicThresholdSettings[0]/UserThreshold");
-    check("LogicThresholdSettings[0]/Threshold");
+    const QString family = tree.Text(levels + "LogicThresholdSettings[0]/ThresholdType");
+    const double threshold = tree.Number(levels + "LogicThresholdSettings[0]/Threshold");
+    findings.Check(family != QLatin1String("TTL") || threshold == 1.4, "TTL threshold");
+    findings.Check(family != QLatin1String("USER") ||
+                       threshold == tree.Number(levels + "LogicThresholdSettings[0]/UserThreshold"),
+                   "user's threshold");
     for (const char* const kind : {"SlewRate", "Runt", "Window"})
     {
         const QByteArray range = kind + QByteArray("TriggerLevelRange[0]/");

@@ -54,6 +54,7 @@ constexpr const char* kSituations[] = {
     "SerialBus/Protocol = SENT; + SerialBus/SENTBusResults/SENTBusFrame",
     "Trigger/SENTBusTriggerSettings/Status = 1; .ClearPatterns",
     "Trigger/CANBusTriggerSettings/Type = IDENTIFIER",
+    "Logic/Enabled = ON; Trigger/Type = RUNT",
     "Trigger/TvTriggerSettings/Polarity = POSITIVE; .Standard = NTSC",
     "FFT/AverageLength = 2; @FFT/AveragesDone = 2",
     "Spectrum/HorizontalScaling = LOGARITHMIC; .SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
@@ -70,7 +71,8 @@ constexpr std::pair<const char*, const char*> kCommands[] = {
     {"Spectrum", "Control/SMMode"},
     {"Spectrum", "DDC"},
     {"Spectrum", "FFT"},
-    {"Spectrum/SpectrumMarkers/SpectrumMarker[n]", "Spectrum"}}; // moves the center to itself
+    {"Spectrum/SpectrumMarkers/SpectrumMarker[n]", "Spectrum"}, // moves the center to itself
+    {"Trigger", "SerialBus/Protocol"}};                         // one protocol for both
 
 /** Groups whose actions read and write files: what these do is no row's. */
 constexpr const char* kFiles[] = {"", "SaveRecall"};

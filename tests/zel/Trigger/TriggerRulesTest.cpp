@@ -63,8 +63,11 @@ const t_Rule kTriggerRules[] = {
      ".CurrentTriggerThresholdLevels/UpperLevel = 2; .LowerLevel = -1; .NumberOfLevels = 2"},
     {"SlewRateHasTheLevelsOfTheWindow", kLevels, "Trigger/Type = SLEWRATE",
      ".CurrentTriggerThresholdLevels/UpperLevel = 2.5; .LowerLevel = -1; .NumberOfLevels = 2"},
-    {"BusHasALevel", "", "Trigger/Type = PROTOCOL",
+    {"BusHasALevel", "SerialBus/Enabled = ON", "Trigger/Type = PROTOCOL",
      ".CurrentTriggerThresholdLevels/Source = NONE; .NumberOfLevels = 0; .UpperLevel = 0-"},
+    {"BusTriggerHasNoBus", "", "Trigger/Type = PROTOCOL", ".Type = EDGE", eKW_ACC_NOT_ENABLED},
+    {"WindowIsLookedForInBits", "Logic/Enabled = ON; Trigger/Type = WINDOW", ".Source = D3",
+     ".Source = C1", eKW_ACC_NOT_ENABLED},
     {"SlewRateIgnoresItsTimes", "",
      "Trigger/SlewRateTriggerSettings/TimeRange[0]/LowerLimit = 5e-07",
      "Trigger/SlewRateTriggerSettings/UpperSlewRate = 4e+06; .LowerSlewRate = 1e+06"},
@@ -87,10 +90,19 @@ void CheckTrigger(const CRuleTree& tree, CFindings& findings)
     findings.Check(tree.Text("Trigger/DataToClockTriggerSettings/ClockSource") !=
                        tree.Text("Trigger/DataToClockTriggerSettings/DataSource[0]/Source"),
                    "data line is the clock");
+    const QString type = tree.Text("Trigger/Type");
+    findings.Check(!QStringLiteral("RUNT SLEWRATE WINDOW VIDEO").contains(type) ||
+                       !tree.Text("Trigger/Source").startsWith(u'D'),
+                   "levels of a bit");
+    findings.Check(type != QLatin1String("PROTOCOL") ||
+                       tree.Text("SerialBus/Enabled") == QLatin1String("ON"),
+                   "trigger without its bus");
+    findings.Check(tree.Text("Trigger/Protocol") == tree.Text("SerialBus/Protocol"), "two buses");
 }
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Trigger, Rules, testing::ValuesIn(kTriggerRules), Rules::Name);
 INSTANTIATE_TEST_SUITE_P(Trigger, Walks,
-                         testing::Values(t_Walk{"", "Trigger Vertical/Channel[0]", CheckTrigger,
-                                                5}));
+                         testing::Values(t_Walk{"Logic/Enabled = ON",
+                                                "Trigger SerialBus Vertical/Channel[0]",
+                                                CheckTrigger, 5}));
