@@ -121,7 +121,7 @@ _FACETS = [
     ("int32", "step = 0", "'step' must be greater than 0"),
     ("double", 'step_mode = "linear"',
      "the user's setting 'P' needs the key 'step' or 'values', or the step mode factor or "
-     "ladder125"),
+     "ladder125 or ladder1245"),
     ("double", "step = 1, resolution = -0.1", "'resolution' must be greater than 0"),
     ("int32", "min = 2, max = 1, default = 2", "default 2 is above max 1",
      "min 2 is greater than max 1"),

@@ -67,7 +67,12 @@ const t_Session kChannelsSessions[] = {
        "VOLTAGE_1_TO_1",
        "Vertical/Channel[1]/Scale = 0.05; .Levels/EdgeTriggerLevel[0]/Level = 0.2"},
       {"Vertical/Channel[1]/Scale = 0.1", "Vertical/Channel[1]/Levels/EdgeTriggerLevel[0]/Level = "
-                                          "0.3"}}},
+                                          "0.3"},
+      {"Vertical/Channel[1]/ProbeType = VOLTAGE_10_TO_1; .Scale = 0.2; .ProbeType = "
+       "VOLTAGE_1_TO_1; .ProbeType = VOLTAGE_10_TO_1",
+       "Vertical/Channel[1]/Scale = 0.2; .Levels/EdgeTriggerLevel[0]/Level = 0.8"},
+      {"Vertical/Channel[1]/Scale = 1", "Vertical/Channel[1]/Levels/EdgeTriggerLevel[0]/Level = "
+                                        "3"}}},
 };
 
 /** What steps of the channel's scale lead through, from one end to the other. */
