@@ -3,6 +3,7 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
+#include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsSerialBus.h"
 #include "KWEnumerationsTrigger.h"
@@ -45,6 +46,7 @@ void CPgTrigger::OfferInputs()
     const bool isAnalog =
         NApplicationDefinitions::IsAnalogTrigger(type) || type == eKW_ZEL_TRIGGER_TYPE_VIDEO;
     NRules::OfferSources(*m_pSource, isAnalog ? NRules::eSOURCES_ANALOG : NRules::eSOURCES_INPUTS);
+    KW_CHECKED(m_pSource->FollowWish(eKW_ZEL_CHANNEL_NONE));
 }
 
 void CPgTrigger::LeadBus()

@@ -223,7 +223,7 @@ class Zelctl(unittest.TestCase):
                     property_ = json.loads(run("--json", "get", error["path"]).stdout)
                     values = property_["properties"][0]
                     self.assertEqual(error["selectable"], values["selectable"])
-                    self.assertGreater(len(error["selectable"]), 14)
+                    self.assertGreater(len(error["selectable"]), 13)
                     self.assertIn(values["value"], values["selectable"])
 
     def test_line_without_sense_takes_long_or_says_little(self):

@@ -49,8 +49,10 @@ const t_Rule kVerticalRules[] = {
     {"UserLevelTakesThePlaceOfAFixedOne",
      "Vertical/Channel[2]/Scale = 0.2; .Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".Level = 1.5",
      ".Level = 0.8; .LevelSet = USER; .Level.max = 0.8", eKW_ACC_WARNING},
-    {"AmperesHaveAFixedLevel", "Vertical/Channel[2]/ProbeType = CURRENT_1_V_PER_A",
-     ".Levels/EdgeTriggerLevel[0]/LevelSet = TTL", ".LevelSet = USER; .Level = 0",
+    {"AmperesHaveAFixedLevel",
+     "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/LevelSet = TTL; ...ProbeType = "
+     "CURRENT_1_V_PER_A",
+     ".Levels/EdgeTriggerLevel[0]/LevelSet = CMOS", ".LevelSet = USER; .Level.max = 0.4",
      eKW_ACC_NOT_ENABLED},
     {"MiddleMovesTheLevel", "Vertical/Channel[2]/Levels/EdgeTriggerLevel[0]/Level = 1",
      ".LevelSet = MIDDLE", ".Level = 1"},

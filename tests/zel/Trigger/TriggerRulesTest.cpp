@@ -66,6 +66,8 @@ const t_Rule kTriggerRules[] = {
     {"BusHasALevel", "SerialBus/Enabled = ON", "Trigger/Type = PROTOCOL",
      ".CurrentTriggerThresholdLevels/Source = NONE; .NumberOfLevels = 0; .UpperLevel = 0-"},
     {"BusTriggerHasNoBus", "", "Trigger/Type = PROTOCOL", ".Type = EDGE", eKW_ACC_NOT_ENABLED},
+    {"BusGoesAndItsTriggerStays", "SerialBus/Enabled = ON; Trigger/Type = PROTOCOL",
+     "SerialBus/Enabled = OFF", "Trigger/Type = EDGE"},
     {"WindowIsLookedForInBits", "Logic/Enabled = ON; Trigger/Type = WINDOW", ".Source = D3",
      ".Source = C1", eKW_ACC_NOT_ENABLED},
     {"SlewRateIgnoresItsTimes", "",

@@ -11,6 +11,13 @@ const t_Session kTriggerSessions[] = {
       {"Trigger/Type = WINDOW; .Type = VIDEO", "Trigger/Source = C1"},
       {"Trigger/Type = WIDTH", "Trigger/Source = D3; .CurrentTriggerThresholdLevels/Source = NONE"},
       {"Trigger/Type = SLEWRATE; .Source = C2; .Type = EDGE", "Trigger/Source = C2"}}},
+    {"RuntWithoutAnalogChannelsHasABit",
+     {{"Logic/Enabled = ON; Trigger/Source = D3; Vertical/Channel[0]/Enabled = OFF; "
+       "..Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; ..Channel[3]/Enabled = OFF; "
+       "Trigger/Type = RUNT",
+       "Trigger/Source = NONE; .CurrentTriggerThresholdLevels/NumberOfLevels = 0"},
+      {"Vertical/Channel[2]/Enabled = ON", "Trigger/Source = C3"},
+      {"Trigger/Type = EDGE", "Trigger/Source = D3"}}},
     {"BusTriggerOutlivesItsBus",
      {{"SerialBus/Enabled = ON; .Protocol = CAN; Trigger/Type = PROTOCOL",
        "Trigger/Type = PROTOCOL; .Protocol = CAN"},
