@@ -25,14 +25,24 @@ bool IsInterlaced(KW_TRIGGER_TV_STANDARD standard)
         return false;
     }
 }
+
+/** Frames that cameras and films have: they are sent in two segments where equipment expects
+   fields. No other standard has such frames. */
+bool MayBeSegmented(KW_TRIGGER_TV_STANDARD standard)
+{
+    return standard == eKW_TRIGGER_TV_STANDARD_HD_1080P_24 ||
+           standard == eKW_TRIGGER_TV_STANDARD_HD_1080P_25 ||
+           standard == eKW_TRIGGER_TV_STANDARD_HD_1080P_30;
+}
 } // namespace
 
 t_Couplings CPgTvTriggerSettings::Rules() const
 {
     using T = CPgTvTriggerSettings;
-    static constexpr auto rows =
-        Table<Names>(On(Names::Standard) >> Do<&T::SetNegativePolarity>,
-                     OnAny() >> Derive<&T::OfferScanModes, &T::UpdateLines, &T::UpdateSyncPulse>);
+    static constexpr auto rows = Table<Names>(
+        On(Names::Standard) >> Do<&T::SetNegativePolarity>,
+        OnAny() >>
+            Derive<&T::OfferScanModes, &T::OfferFields, &T::UpdateLines, &T::UpdateSyncPulse>);
     return rows;
 }
 
@@ -43,26 +53,33 @@ void CPgTvTriggerSettings::SetNegativePolarity()
 
 void CPgTvTriggerSettings::OfferScanModes()
 {
-    const bool isInterlaced = IsInterlaced(m_pStandard->Get());
+    const KW_TRIGGER_TV_STANDARD standard = m_pStandard->Get();
+    const bool isInterlaced = IsInterlaced(standard);
     KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_INTERLACED, isInterlaced));
     KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE, !isInterlaced));
-    KW_CHECKED(m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_SEGMENTED, !isInterlaced));
-    if (!m_pScanMode->IsValueEnabled(m_pScanMode->Get()))
+    KW_CHECKED(
+        m_pScanMode->EnableValue(eKW_TRIGGER_TV_SCAN_MODE_SEGMENTED, MayBeSegmented(standard)));
+    KW_CHECKED(m_pScanMode->FollowWish(isInterlaced ? eKW_TRIGGER_TV_SCAN_MODE_INTERLACED
+                                                    : eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE));
+}
+
+void CPgTvTriggerSettings::OfferFields()
+{
+    const bool hasFields = m_pScanMode->Get() != eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE;
+    for (const auto field : {eKW_TRIGGER_TV_MODE_ODD_FIELD, eKW_TRIGGER_TV_MODE_EVEN_FIELD})
     {
-        KW_CHECKED(m_pScanMode->DbSet(isInterlaced ? eKW_TRIGGER_TV_SCAN_MODE_INTERLACED
-                                                   : eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE));
+        KW_CHECKED(m_pMode->EnableValue(field, hasFields));
     }
+    for (const auto field : {eKW_TRIGGER_TV_LINEFIELD_FIELD_1, eKW_TRIGGER_TV_LINEFIELD_FIELD_2})
+    {
+        KW_CHECKED(m_pLineField->EnableValue(field, hasFields));
+    }
+    KW_CHECKED(m_pMode->FollowWish(eKW_TRIGGER_TV_MODE_ALL_FIELDS));
+    KW_CHECKED(m_pLineField->FollowWish(eKW_TRIGGER_TV_LINEFIELD_FRAME));
 }
 
 void CPgTvTriggerSettings::UpdateLines()
 {
-    const bool hasFields = m_pScanMode->Get() != eKW_TRIGGER_TV_SCAN_MODE_PROGRESSIVE;
-    KW_CHECKED(m_pLineField->EnableValue(eKW_TRIGGER_TV_LINEFIELD_FIELD_1, hasFields));
-    KW_CHECKED(m_pLineField->EnableValue(eKW_TRIGGER_TV_LINEFIELD_FIELD_2, hasFields));
-    if (!m_pLineField->IsValueEnabled(m_pLineField->Get()))
-    {
-        KW_CHECKED(m_pLineField->DbSet(eKW_TRIGGER_TV_LINEFIELD_FRAME));
-    }
     const auto lines = KWMath::ToInteger<UINT32>(
         m_pStandard->GetNameInfo().GetNumber(m_pStandard->GetAsInt()).value_or(0.0));
     KW_CHECKED(m_pLinesPerFrame->DbSet(lines));
