@@ -7,7 +7,8 @@
 
 /**
  * Conversions between the physical value of a signal and its bits. Bits are texts of "0" and "1",
- * most significant first. Both may be called from any thread and report nothing.
+ * most significant first: those of a signal, wherever its notation (CLabelListSignal) puts them in
+ * the payload. Both may be called from any thread and report nothing.
  *
  * The two are not inverses everywhere, and each limit named below is wanted: trigger patterns and
  * decoded values must stay the same texts that existing settings and results hold.

@@ -33,7 +33,10 @@ public:
     /**
      * Sets all fields but the labels, which stay.
      *
-     * @param startBit first bit in the payload
+     * @param startBit number of a bit in the notation of CAN databases, 8 × byte + bit with bit 0
+     *        the least significant of its byte: of a little-endian signal its least significant
+     *        bit, of a big-endian one its most significant, from which it goes on towards bit 0 and
+     *        then with bit 7 of the next byte (7 with 16 bits is the first two bytes)
      * @param bitLength number of bits
      * @param factor physical value = offset + raw value × factor
      * @param minimum lowest physical value; `maximum` the highest. Not checked against each other.
