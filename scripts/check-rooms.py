@@ -82,7 +82,7 @@ FOLDERS_MAY_INCLUDE = {
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
         "Channels": BELOW,
         "Analysis": {"Channels", *BELOW},  # the cursors hold a level
-        "Buses": BELOW,
+        "Buses": {"LabelList", *BELOW},
         "Trigger": {"Buses", *BELOW},  # it holds the conditions of each bus
         "Harmonic": BELOW,
         "Instrument": BELOW,

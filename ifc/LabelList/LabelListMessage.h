@@ -31,7 +31,7 @@ public:
     ///@}
 
     /** Sets the message's own fields; the signals stay.
-        @param identifierFormat width of the identifier in bits, as text: "11" or "29"
+        @param identifierFormat width of the identifier in bits, as text: "11" or "29" for CAN
         @param length length of the payload in bytes */
     void setParameters(const std::string& name, const std::string& identifierFormat,
                        UINT32 identifier, UINT32 length);

@@ -2,6 +2,7 @@
 #include "Buses/PgCANBusSettings.h"
 
 #include "Buses/BusRules.h"
+#include "Buses/PgLabelListSettings.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
 #include "Names/CANBusSettings.h"
@@ -13,7 +14,7 @@ t_Couplings CPgCANBusSettings::Rules() const
     using C = CPgCANBusSettings;
     static constexpr auto rows = Table<Names>(
         OnAny() >> Derive<&C::FollowBitRate, &C::FollowDataBitRate, &C::UpdateAvailabilities>,
-        Twins(Names::StandardBitRate, Names::BitRate),
+        On(Names::Standard) >> Do<&C::FitLabels>, Twins(Names::StandardBitRate, Names::BitRate),
         Twins(Names::StandardDataBitRate, Names::DataBitRate));
     return rows;
 }
@@ -35,4 +36,21 @@ void CPgCANBusSettings::UpdateAvailabilities()
     NRules::SetAvailable(
         {m_pProtocolStandard, m_pStandardDataBitRate, m_pDataBitRate, m_pDataSamplePoint},
         m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD);
+}
+
+void CPgCANBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+{
+    NRules::DeclareLengths(length, 11, {11U, 29U});
+}
+
+INT32 CPgCANBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
+{
+    constexpr INT32 kClassicalBits = 64;
+    constexpr INT32 kFdBits = 512;
+    return m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD ? kFdBits : kClassicalBits;
+}
+
+void CPgCANBusSettings::FitLabels()
+{
+    m_pLabelListSettings->FitToBus();
 }

@@ -29,3 +29,14 @@ void CPgI2CBusSettings::SwapLines()
     KW_CHECKED(m_pClockSource->DbSet(m_pDataSource->Get()));
     KW_CHECKED(m_pDataSource->DbSet(clock));
 }
+
+void CPgI2CBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+{
+    NRules::DeclareLengths(length, 7, {7U, 10U});
+}
+
+INT32 CPgI2CBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
+{
+    constexpr INT32 kBits = 512;
+    return kBits;
+}

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusResultRules.h"
+#include "Buses/PgLINBusFrame.h"
 #include "Buses/PgLINBusResultsBase.h"
 
-/** Decoded frames; the table of the bus follows their coming and going. */
+/** Decoded frames; the table of the bus follows their coming and going, their labels the label
+    list. */
 class CPgLINBusResults
-    : public NRules::CBusResults<CPgLINBusResultsBase, NNames::LINBusResults::LINBusFrame>
+    : public NRules::CLabelledResults<CPgLINBusResultsBase, CPgLINBusFrame, NRules::kLinLabels,
+                                      NNames::LINBusResults::LINBusFrame>
 {
 };

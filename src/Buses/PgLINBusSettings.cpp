@@ -18,3 +18,14 @@ KW_ACCEPTANCE CPgLINBusSettings::FollowBitRate(const CDbPropBase* written)
 {
     return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
+
+void CPgLINBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+{
+    NRules::DeclareLengths(length, 6, {6U});
+}
+
+INT32 CPgLINBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
+{
+    constexpr INT32 kBits = 64;
+    return kBits;
+}

@@ -4,16 +4,35 @@
 #include "Buses/PgmSerialBusLabelItem.h"
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsOnOff.h"
 #include "Names/LabelListSettings.h"
+#include "Rules/NumberRules.h"
 
 using namespace NNames;
+
+namespace
+{
+UINT64 Packed(const NRules::t_FrameKey& key)
+{
+    return UINT64{key.length} << 32U | key.identifier;
+}
+
+template <typename TVisit>
+void VisitLabels(const CDbPropertyGroup& labels, TVisit visit)
+{
+    labels.VisitItems([&visit](CDbPropertyGroup& item)
+                      { visit(static_cast<CPgSerialBusLabelItem&>(item)); });
+}
+} // namespace
 
 t_Couplings CPgLabelListSettings::Rules() const
 {
     using L = CPgLabelListSettings;
     static constexpr auto rows =
-        Table<Names>(On(Names::Clear) >> Do<&L::Clear>,
-                     Items(Names::SerialBusLabelItem) >> Derive<&L::CountLabels>);
+        Table<Names>(On(Names::Clear) >> Do<&L::Clear>, On(Names::Enabled) >> Do<&L::CountChange>,
+                     Items(Names::SerialBusLabelItem) >> Derive<&L::CountLabels>,
+                     Items(Names::SerialBusLabelItem) >> Do<&L::CountChange>,
+                     Changed(Names::NumberOfLabels) >> Derive<&L::KeepAllApart>);
     return rows;
 }
 
@@ -28,4 +47,72 @@ void CPgLabelListSettings::Clear()
 void CPgLabelListSettings::CountLabels()
 {
     KW_CHECKED(m_pNumberOfLabels->DbSet(static_cast<UINT32>(m_pSerialBusLabelItem->GetCount())));
+}
+
+void CPgLabelListSettings::CountChange()
+{
+    KW_CHECKED(m_pRevision->DbSet(m_pRevision->Get() + 1U));
+}
+
+void CPgLabelListSettings::KeepApart(const CDbPropertyGroup* written)
+{
+    std::unordered_map<UINT64, const CPgSerialBusLabelItem*> owners;
+    const auto own = [&owners](const CPgSerialBusLabelItem& label, bool isOwner)
+    {
+        if (isOwner)
+        {
+            owners.emplace(Packed(label.Key()), &label);
+        }
+    };
+    VisitLabels(*m_pSerialBusLabelItem, [&own, written](const auto& label)
+                { own(label, label.IsOn() && &label != written); });
+    VisitLabels(*m_pSerialBusLabelItem,
+                [&own](const auto& label) { own(label, label.IsWanted()); });
+    VisitLabels(*m_pSerialBusLabelItem,
+                [&owners](CPgSerialBusLabelItem& label)
+                {
+                    const auto owner = owners.find(Packed(label.Key()));
+                    label.LetMatch(owner == owners.end() || owner->second == &label);
+                });
+}
+
+void CPgLabelListSettings::FitToBus()
+{
+    NRules::UpdateSubtree(*m_pSerialBusLabelItem);
+    CountChange();
+}
+
+const NRules::ILabelledBus& CPgLabelListSettings::Bus() const
+{
+    return dynamic_cast<const NRules::ILabelledBus&>(*GetParent());
+}
+
+const CLabelListMessage* CPgLabelListSettings::FindLabel(const NRules::t_FrameKey& key)
+{
+    if (m_pEnabled->Get() == eKW_ONOFF_OFF)
+    {
+        return nullptr;
+    }
+    long long change = m_compiledChange;
+    if (HasChanged(change))
+    {
+        Compile();
+        m_compiledChange = change;
+    }
+    const auto message = m_messages.find(Packed(key));
+    return message != m_messages.end() ? &message->second : nullptr;
+}
+
+void CPgLabelListSettings::Compile()
+{
+    std::unordered_map<UINT64, CLabelListMessage> messages;
+    VisitLabels(*m_pSerialBusLabelItem,
+                [&messages](const CPgSerialBusLabelItem& label)
+                {
+                    if (label.IsOn())
+                    {
+                        messages.emplace(Packed(label.Key()), label.Message());
+                    }
+                });
+    m_messages.swap(messages);
 }

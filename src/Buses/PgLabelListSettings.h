@@ -1,15 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/LabelRules.h"
 #include "Buses/PgLabelListSettingsBase.h"
+#include "LabelList/LabelListMessage.h"
 
-/** Label list: counts its labels. */
-class CPgLabelListSettings : public CPgLabelListSettingsBase
+#include <unordered_map>
+
+/**
+ * Label list: counts its labels and its changes, and is what frames are looked up in.
+ *
+ * Of the labels that are on no two have the same identifier of the same length, so that a frame has
+ * one label at most: who has it keeps it, and another one is off until it is free.
+ */
+class CPgLabelListSettings : public CPgLabelListSettingsBase, public NRules::ILabelList
 {
 public:
     t_Couplings Rules() const override;
 
+    const NRules::ILabelledBus& Bus() const override;
+    const CLabelListMessage* FindLabel(const NRules::t_FrameKey& key) override;
+    void CountChange() override;
+    void KeepApart(const CDbPropertyGroup* written) override;
+    /** The bus has other identifiers or payloads now. */
+    void FitToBus();
+
 private:
     void Clear();
     void CountLabels();
+    void KeepAllApart() { KeepApart(nullptr); }
+    void Compile();
+
+    std::unordered_map<UINT64, CLabelListMessage> m_messages;
+    long long m_compiledChange = -1; ///< change counter of what is compiled
 };

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Buses/BusResultRules.h"
+#include "Buses/PgSENTBusFrame.h"
 #include "Buses/PgSENTBusResultsBase.h"
 
-/** Decoded frames; the table of the bus follows their coming and going. */
+/** Decoded frames; the table of the bus follows their coming and going, their labels the label
+    list. */
 class CPgSENTBusResults
-    : public NRules::CBusResults<CPgSENTBusResultsBase, NNames::SENTBusResults::SENTBusFrame>
+    : public NRules::CLabelledResults<CPgSENTBusResultsBase, CPgSENTBusFrame, NRules::kSentLabels,
+                                      NNames::SENTBusResults::SENTBusFrame>
 {
 };

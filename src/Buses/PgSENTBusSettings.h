@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/LabelRules.h"
 #include "Buses/PgSENTBusSettingsBase.h"
 
-/** SENT decoder: what pause pulse and shown channels have no use for is not available. */
-class CPgSENTBusSettings : public CPgSENTBusSettingsBase
+/** SENT decoder: what pause pulse and shown channels have no use for is not available, and constant
+    frames have room for their nibbles. Labels belong to serial messages, by an identifier of 4 or 8
+    bits, or to the frames of the fast channel, which have none. */
+class CPgSENTBusSettings : public CPgSENTBusSettingsBase, public NRules::ILabelledBus
 {
 public:
     t_Couplings Rules() const override;
+    void DeclareLengths(CDbPropNum<UINT32>& length) const override;
+    INT32 PayloadBits(UINT32 identifierLength) const override;
+    UINT32 Unit() const override { return NSignalBits::kNibble; }
 
 private:
     void UpdateAvailabilities();
+    void LimitFrameLength();
+    void FitLabels();
 };

@@ -1,18 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSENTBusTriggerSettings.h"
 
+#include "Buses/PgSENTBusSettings.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "Names/SENTBusSettings.h"
 #include "Names/SENTBusTriggerSettings.h"
+#include "Names/SerialBus.h"
+#include "Names/ZEL.h"
 
 using namespace NNames;
+
+namespace
+{
+constexpr auto kBus = ZEL::SerialBus / SerialBus::SENTBusSettings;
+}
 
 t_Couplings CPgSENTBusTriggerSettings::Rules() const
 {
     using S = CPgSENTBusTriggerSettings;
-    static constexpr auto rows =
-        Table<Names>(OnAny() >> Do<&S::FitStatus>, On(Names::ClearPatterns) >> Do<&S::ClearStatus>,
-                     PatternRows());
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Do<&S::FitStatus>, On(Names::ClearPatterns) >> Do<&S::ClearStatus>,
+        PatternRows(),
+        Changed(kBus / SENTBusSettings::DataNibbles, kBus / SENTBusSettings::SerialMessageFormat) >>
+            Settle<&S::FitConditions>);
     return rows;
 }
 
@@ -28,10 +39,10 @@ void CPgSENTBusTriggerSettings::ClearStatus()
 
 NRules::t_PatternSize CPgSENTBusTriggerSettings::DataSize() const
 {
-    constexpr INT32 kFrameBits = 32;
-    constexpr INT32 kMessageBits = 16;
     const bool isMessage = m_pType->Get() == eKW_SENT_TRIGGER_TYPE_IDENTIFIER_AND_DATA;
-    return NRules::PatternOfUnits(kNibble, isMessage ? kMessageBits : kFrameBits);
+    const bool hasByte = m_pIdentifierType->Get() == eKW_SENT_IDPATTERN_TYPE_8_BIT;
+    const UINT32 identifier = !isMessage ? 0 : hasByte ? 8 : 4;
+    return NRules::PatternOfUnits(kNibble, At(kBus)->PayloadBits(identifier));
 }
 
 NRules::t_PatternSize CPgSENTBusTriggerSettings::IdentifierSize() const

@@ -4,8 +4,8 @@
 #include "Buses/BusRules.h"
 #include "Buses/PgSENTBusTriggerSettingsBase.h"
 
-/** SENT trigger: frames have up to eight nibbles, serial messages up to 16 bits of data and the
-    identifier that the type says. */
+/** SENT trigger: patterns of frames have the nibbles of the bus at most, those of serial messages
+   the bits of their format and the identifier that the type says. */
 class CPgSENTBusTriggerSettings : public NRules::CBusTrigger<CPgSENTBusTriggerSettingsBase>
 {
 public:

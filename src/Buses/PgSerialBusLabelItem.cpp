@@ -3,17 +3,71 @@
 
 #include "Buses/PgmSignalTranslation.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsOnOff.h"
+#include "LabelList/LabelListMessage.h"
 #include "Names/SerialBusLabelItem.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;
 
+namespace
+{
+constexpr INT32 kByte = 8;
+}
+
 t_Couplings CPgSerialBusLabelItem::Rules() const
 {
     using L = CPgSerialBusLabelItem;
-    static constexpr auto rows = Table<Names>(On(Names::PayloadLength) >> Do<&L::FitSignals>,
-                                              OnAny() >> Derive<&L::LimitIdentifier>);
+    static constexpr auto rows = Table<Names>(
+        Fresh<&L::TakeLengthsOfBus>,
+        OnAny() >> Derive<&L::LimitIdentifier, &L::LimitPayload, &L::FitSignals>,
+        On(Names::Identifier, Names::IdentifierLength, Names::Enabled) >> Do<&L::KeepApart>,
+        OnAny() >> Do<&L::TellList>, Items(Names::SignalTranslation) >> Do<&L::TellList>);
     return rows;
+}
+
+const NRules::ILabelledBus& CPgSerialBusLabelItem::Bus() const
+{
+    return NRules::LabelListAbove(*this).Bus();
+}
+
+NRules::t_FrameKey CPgSerialBusLabelItem::Key() const
+{
+    return {m_pIdentifierLength->Get(), m_pIdentifier->Get()};
+}
+
+bool CPgSerialBusLabelItem::IsOn() const
+{
+    return m_pEnabled->Get() == eKW_ONOFF_ON;
+}
+
+bool CPgSerialBusLabelItem::IsWanted() const
+{
+    return m_pEnabled->GetUserValueAsInt() == eKW_ONOFF_ON;
+}
+
+void CPgSerialBusLabelItem::LetMatch(bool isFree)
+{
+    KW_CHECKED(m_pEnabled->EnableValue(eKW_ONOFF_ON, isFree));
+    KW_CHECKED(m_pEnabled->FollowWish(eKW_ONOFF_OFF));
+}
+
+void CPgSerialBusLabelItem::TakeLengthsOfBus()
+{
+    Bus().DeclareLengths(*m_pIdentifierLength);
+}
+
+void CPgSerialBusLabelItem::LimitIdentifier()
+{
+    const UINT32 highest = (UINT32{1} << m_pIdentifierLength->Get()) - 1;
+    NRules::SetLimits<UINT32>(*m_pIdentifier, 0, highest);
+}
+
+void CPgSerialBusLabelItem::LimitPayload()
+{
+    const INT32 bits = Bus().PayloadBits(m_pIdentifierLength->Get());
+    NRules::SetLimits<UINT32>(*m_pPayloadLength, 0,
+                              static_cast<UINT32>((bits + kByte - 1) / kByte));
 }
 
 void CPgSerialBusLabelItem::FitSignals()
@@ -21,8 +75,35 @@ void CPgSerialBusLabelItem::FitSignals()
     NRules::UpdateSubtree(*m_pSignalTranslation);
 }
 
-void CPgSerialBusLabelItem::LimitIdentifier()
+INT32 CPgSerialBusLabelItem::PayloadBits() const
 {
-    const UINT32 highest = (UINT32{1} << m_pIdentifierLength->Get()) - 1;
-    NRules::SetLimits<UINT32>(*m_pIdentifier, 0, highest);
+    return std::min(kByte * static_cast<INT32>(m_pPayloadLength->Get()),
+                    Bus().PayloadBits(m_pIdentifierLength->Get()));
+}
+
+/** eKW_ACC_WARNING where another label is in the way of this one. */
+KW_ACCEPTANCE CPgSerialBusLabelItem::KeepApart()
+{
+    NRules::LabelListAbove(*this).KeepApart(this);
+    return IsWanted() && !IsOn() ? eKW_ACC_WARNING : eKW_ACC_OK;
+}
+
+void CPgSerialBusLabelItem::TellList()
+{
+    NRules::LabelListAbove(*this).CountChange();
+}
+
+CLabelListMessage CPgSerialBusLabelItem::Message() const
+{
+    CLabelListMessage message(m_pName->Get().toStdString(),
+                              std::to_string(m_pIdentifierLength->Get()), m_pIdentifier->Get(),
+                              m_pPayloadLength->Get());
+    m_pSignalTranslation->VisitItems(
+        [&message](CDbPropertyGroup& item)
+        {
+            const CLabelListSignal signal = static_cast<CPgSignalTranslation&>(item).Signal();
+            // Two signals may have one name.
+            message.addSignal({signal.getSignalKey() + '/' + item.NodeName().toUtf8(), signal});
+        });
+    return message;
 }

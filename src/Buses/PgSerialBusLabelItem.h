@@ -1,15 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/LabelRules.h"
 #include "Buses/PgSerialBusLabelItemBase.h"
 
-/** Label of one frame: its identifier fits its length, its signals lie within the payload. */
-class CPgSerialBusLabelItem : public CPgSerialBusLabelItemBase
+class CLabelListMessage;
+
+/** Label of one frame: its identifier has a length that the bus knows and fits it, its payload is
+    not longer than the bus has, and its signals lie within the payload. Another label with the same
+    identifier takes turns with it (CPgLabelListSettings). */
+class CPgSerialBusLabelItem : public CPgSerialBusLabelItemBase, public NRules::ILabel
 {
 public:
     t_Couplings Rules() const override;
 
+    NRules::t_FrameKey Key() const;
+    bool IsOn() const;
+    /** Whether the user has switched it on, whoever else has the identifier. */
+    bool IsWanted() const;
+    /** Whether no other label has the identifier. */
+    void LetMatch(bool isFree);
+    INT32 PayloadBits() const override;
+    /** As the frames are looked up by. */
+    CLabelListMessage Message() const;
+
 private:
+    const NRules::ILabelledBus& Bus() const;
+    /** Declares the lengths of the bus: a label never changes its bus. */
+    void TakeLengthsOfBus();
     void LimitIdentifier();
+    void LimitPayload();
     void FitSignals();
+    KW_ACCEPTANCE KeepApart();
+    void TellList();
 };

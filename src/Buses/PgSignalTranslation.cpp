@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Buses/PgSignalTranslation.h"
 
+#include "Buses/LabelRules.h"
+#include "Buses/PgmSignalTranslationEnumValues.h"
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "CommonDatabase/Nodes/DbWays.h"
 #include "KWEnumerationsSerialBus.h"
-#include "Names/SerialBusLabelItem.h"
+#include "LabelList/LabelListSignal.h"
 #include "Names/SignalTranslation.h"
 #include "Rules/NumberRules.h"
 
@@ -37,8 +38,9 @@ t_Bits BitsOf(KW_SIGNAL_TRANSLATION_VALUE_TYPE type)
 t_Couplings CPgSignalTranslation::Rules() const
 {
     using S = CPgSignalTranslation;
-    static constexpr auto rows =
-        Table<Names>(OnAny() >> Derive<&S::OrderLimits, &S::UpdateSteps, &S::FitPayload>);
+    static constexpr auto rows = Table<Names>(
+        OnAny() >> Derive<&S::OrderLimits, &S::UpdateSteps, &S::FitPayload>,
+        OnAny() >> Do<&S::TellList>, Items(Names::SignalTranslationEnumValues) >> Do<&S::TellList>);
     return rows;
 }
 
@@ -57,22 +59,45 @@ void CPgSignalTranslation::UpdateSteps()
     }
 }
 
+/** Start bits are limited to the units in which one of the least length can begin. Of a big-endian
+    signal not all of the last such unit can be: it then begins at its first bit. */
 void CPgSignalTranslation::FitPayload()
 {
-    const INT32 payload = PayloadBits();
+    const bool isBig = m_pEndianness->Get() == eKW_ENDIANNESS_BIG_ENDIAN;
+    const UINT32 unit = NRules::LabelListAbove(*this).Bus().Unit();
+    const INT32 payload =
+        dynamic_cast<const NRules::ILabel&>(*GetParent()->GetParent()).PayloadBits();
     const t_Bits bits = BitsOf(m_pValueType->Get());
-    const INT32 lastStart = std::max(0, payload - bits.min);
-    NRules::SetLimits<UINT32>(*m_pStartBit, 0, static_cast<UINT32>(lastStart));
-    const INT32 room = payload - static_cast<INT32>(m_pStartBit->Get());
+    const auto lastPlace = static_cast<UINT32>(std::max(0, payload - bits.min));
+    const auto placed = [isBig, unit](UINT32 bit)
+    { return isBig ? NSignalBits::Mirrored(bit, unit) : bit; };
+    NRules::SetLimits<UINT32>(*m_pStartBit, 0,
+                              isBig ? lastPlace / unit * unit + unit - 1 : lastPlace);
+    if (placed(m_pStartBit->Get()) > lastPlace)
+    {
+        KW_CHECKED(m_pStartBit->DbSet(placed(lastPlace)));
+    }
+    const INT32 room = payload - static_cast<INT32>(placed(m_pStartBit->Get()));
     const INT32 longest = KWMath::Bound(bits.min, room, bits.max);
     NRules::SetLimits(*m_pBitLength, static_cast<UINT32>(bits.min), static_cast<UINT32>(longest));
 }
 
-INT32 CPgSignalTranslation::PayloadBits() const
+void CPgSignalTranslation::TellList()
 {
-    constexpr INT32 kByte = 8;
-    const CDbPropertyGroup& frame = *GetParent()->GetParent();
-    const auto* const bytes = static_cast<const CDbPropNum<UINT32>*>(
-        NWays::Resolve(frame, SerialBusLabelItem::PayloadLength.path));
-    return kByte * static_cast<INT32>(bytes->Get());
+    NRules::LabelListAbove(*this).CountChange();
+}
+
+CLabelListSignal CPgSignalTranslation::Signal() const
+{
+    const QString name = m_pName->Get();
+    CLabelListSignal signal((name.isEmpty() ? NodeName() : name).toStdString(), m_pStartBit->Get(),
+                            m_pBitLength->Get(), m_pEndianness->Get(), m_pValueType->Get(),
+                            m_pFactor->Get(), m_pOffset->Get(), m_pMinimum->Get(),
+                            m_pMaximum->Get(), m_pUnit->Get().toStdString());
+    m_pSignalTranslationEnumValues->VisitItems(
+        [&signal](CDbPropertyGroup& item) {
+            signal.addSignalEnumValue(
+                static_cast<const CPgSignalTranslationEnumValues&>(item).Entry());
+        });
+    return signal;
 }

@@ -3,17 +3,22 @@
 
 #include "Buses/PgSignalTranslationBase.h"
 
+class CLabelListSignal;
+
 /** Signal in the payload: it has the bits that its value type needs, ends within the payload, and
-    its limits are in order. In a payload that is too short for its type it begins at bit 0. */
+    its limits are in order. In a payload that is too short for its type it begins with the first
+    bit. */
 class CPgSignalTranslation : public CPgSignalTranslationBase
 {
 public:
     t_Couplings Rules() const override;
 
+    /** With the texts of its values. A signal without a name is called by its place in the list. */
+    CLabelListSignal Signal() const;
+
 private:
     void OrderLimits(const CDbPropBase* written);
     void UpdateSteps();
     void FitPayload();
-    /** Bits of the payload that the signal is part of. */
-    INT32 PayloadBits() const;
+    void TellList();
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <set>
 
 namespace
@@ -147,9 +148,26 @@ const t_Rule kBusRules[] = {
      "+3 SerialBus/SPIBusResults/SPIBusFrame; ..TrackInTable/ErrorsOnly = ON", ".First",
      ".SelectedIndex = -1", eKW_ACC_WARNING},
     {"IdentifierExceedsItsLength",
-     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
-     ".SerialBusLabelItem[Label1]/SignalTranslation; .Identifier = 2047",
-     ".IdentifierLength = 6", ".Identifier = 63"},
+     "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+     ".SerialBusLabelItem[Label1]/IdentifierLength = 29; .Identifier = 536870911",
+     ".IdentifierLength = 11", ".Identifier = 2047"},
+    {"LabelHasTheIdentifierOfAnotherBus",
+     "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem",
+     ".SerialBusLabelItem[Label1]/IdentifierLength = 6", ".IdentifierLength = 11",
+     eKW_ACC_NOT_IN_VALUE_LIST},
+    {"LabelTakesTheFrameOfAnother",
+     "+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+     ".SerialBusLabelItem[Label2]/Identifier = 5",
+     "..SerialBusLabelItem[Label1]/Identifier = 5",
+     ".Enabled = OFF; ..SerialBusLabelItem[Label2]/Enabled = ON", eKW_ACC_WARNING},
+    {"SecondLabelOfAFrameIsSwitchedOn",
+     "+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem",
+     ".SerialBusLabelItem[Label2]/Enabled = ON", ".Enabled = OFF", eKW_ACC_NOT_ENABLED},
+    {"FloatBeginsInsideTheLastByteThatItCan",
+     "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+     "+ .SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/Endianness = "
+     "BIG_ENDIAN; .ValueType = FLOAT",
+     ".StartBit = 35", ".StartBit = 39; .BitLength = 32", eKW_ACC_WARNING},
     {"FloatHasOtherBits",
      "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; + "
      ".SerialBusLabelItem[Label1]/SignalTranslation",
@@ -221,11 +239,38 @@ void CheckSignal(const CRuleTree& tree, CFindings& findings)
     const double needed = type == QLatin1String("FLOAT")    ? 32.0
                           : type == QLatin1String("DOUBLE") ? 64.0
                                                             : 1.0;
-    findings.Check(tree.Number(signal + "StartBit") + bits <= std::max(payload, needed) &&
-                       bits >= needed && (needed == 1.0 || bits == needed),
+    const auto start = static_cast<int>(tree.Number(signal + "StartBit"));
+    const bool isBig = tree.Text(signal + "Endianness") == QLatin1String("BIG_ENDIAN");
+    const int before = isBig ? start / 8 * 8 + 7 - start % 8 : start;
+    findings.Check(before + bits <= std::max(payload, needed) && bits >= needed &&
+                       (needed == 1.0 || bits == needed),
                    "bits of a signal");
     findings.Check(tree.Number(signal + "Minimum") <= tree.Number(signal + "Maximum"),
                    "limits of a signal");
+}
+
+/** Of the labels with one identifier one can be on, or all of them. */
+void CheckLabels(const CRuleTree& tree, CFindings& findings)
+{
+    for (const char* const bus : {"CAN", "LIN", "I2C", "SENT"})
+    {
+        const QByteArray list = QByteArray("SerialBus/") + bus + "BusSettings/LabelListSettings/";
+        const auto labels = tree.Items(list + "SerialBusLabelItem");
+        std::map<QString, int> on;
+        std::map<QString, int> barred;
+        for (INT32 i = 0; i < labels->GetCount(); ++i)
+        {
+            const QByteArray label = labels->GetItemByPosition(i)->GetPath().toUtf8() + '/';
+            const QString key =
+                tree.Text(label + "IdentifierLength") + u' ' + tree.Text(label + "Identifier");
+            on[key] += tree.Text(label + "Enabled") == QLatin1String("ON") ? 1 : 0;
+            barred[key] += tree.State(label + "Enabled.values") == QLatin1String("OFF") ? 1 : 0;
+        }
+        for (const auto& [key, count] : on)
+        {
+            findings.Check(count < 2 && (count == 1 || barred[key] == 0), list + key.toLatin1());
+        }
+    }
 }
 
 void CheckTrigger(const CRuleTree& tree, CFindings& findings)
@@ -269,6 +314,7 @@ void CheckBus(const CRuleTree& tree, CFindings& findings)
     CheckLines(tree, {i2c + "ClockSource", i2c + "DataSource"}, findings);
     CheckSpi(tree, findings);
     CheckSignal(tree, findings);
+    CheckLabels(tree, findings);
     CheckTrigger(tree, findings);
     const int index = static_cast<int>(tree.Number("SerialBus/TrackInTable/SelectedIndex"));
     const QString frame = tree.Text("SerialBus/TrackInTable/SelectedFrame");
@@ -292,6 +338,7 @@ INSTANTIATE_TEST_SUITE_P(
         kSignalAndFrames,
         "SerialBus SerialBus/SPIBusSettings SerialBus/I2CBusSettings "
         "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1] "
+        "SerialBus/CANBusSettings/LabelListSettings SerialBus/SENTBusSettings "
         "SerialBus/TrackInTable Trigger/SPIBusTriggerSettings Trigger/CANBusTriggerSettings "
         "Trigger/UARTBusTriggerSettings Vertical/Channel[0] Vertical/Channel[2]",
         CheckBus, 12}));

@@ -5,6 +5,146 @@ namespace
 {
 // What a bus makes of its labels, and labels of its frames. A new label has the number 1.
 const t_Session kBusSessions[] = {
+    {"LabelOfOneBusIsThatOfAnother",
+     {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+       "+ SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem; "
+       "+ SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem; "
+       "+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "11; .IdentifierLength.values = 11|29; .PayloadLength.max = 8; "
+       "SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "6; .IdentifierLength.values = 6; .Identifier.max = 63; .PayloadLength.max = 8; "
+       "SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "7; .IdentifierLength.values = 7|10; .PayloadLength.max = 64; "
+       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "8; .IdentifierLength.values = 0|4|8; .PayloadLength = 2"}}},
+    {"SignalsAreCutForGoodWithClassicalFrames",
+     {{"SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/PayloadLength = 64; + .SignalTranslation; "
+       ".SignalTranslation[Signal1]/StartBit = 400; .BitLength = 16",
+       ""},
+      {"SerialBus/CANBusSettings/Standard = CAN",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 8; "
+       ".SignalTranslation[Signal1]/StartBit = 63; .BitLength = 1"},
+      {"SerialBus/CANBusSettings/Standard = CAN_FD",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 64; "
+       ".SignalTranslation[Signal1]/StartBit = 400; .BitLength = 16"}}},
+    {"FrameHasTwoNames",
+     {{"+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/Name = Engine; ..SerialBusLabelItem[Label2]/Name = Brake",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
+       "..SerialBusLabelItem[Label2]/Enabled = OFF; .Enabled.values = OFF; "
+       "SerialBus/CANBusSettings/LabelListSettings/NumberOfLabels = 2"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Identifier = 256",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Enabled = ON; "
+       ".Enabled.values = OFF|ON"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "29; .Identifier = 256",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
+       "..SerialBusLabelItem[Label2]/Enabled = ON"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "11",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = OFF; "
+       "..SerialBusLabelItem[Label2]/Enabled = ON"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Enabled = OFF",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
+       "..SerialBusLabelItem[Label2]/Enabled.values = OFF"}}},
+    {"BigEndianSignalIsCountedFromItsLastBit",
+     {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/PayloadLength = 2; + .SignalTranslation; "
+       ".SignalTranslation[Signal1]/Endianness = BIG_ENDIAN; .StartBit = 7; .BitLength = 16",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/StartBit = 7; .BitLength = 16; .BitLength.max = 16; "
+       ".StartBit.max = 15"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/StartBit = 0",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/BitLength = 9"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/StartBit = 15",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/BitLength = 8"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 8; "
+       ".SignalTranslation[Signal1]/ValueType = FLOAT",
+       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/StartBit = 15; .StartBit.max = 39; .BitLength = 32"}}},
+    {"ConstantFrameIsShorterThanItsNibbles",
+     {{"SerialBus/SENTBusSettings/PausePulse = CONSTANT_FRAME",
+       "SerialBus/SENTBusSettings/FrameLength = 282; .FrameLength.min = 272; .FrameLength.max = "
+       "920"},
+      {"SerialBus/SENTBusSettings/DataNibbles = 8",
+       "SerialBus/SENTBusSettings/FrameLength = 326; .FrameLength.max = 944"},
+      {"SerialBus/SENTBusSettings/DataNibbles = 3",
+       "SerialBus/SENTBusSettings/FrameLength = 282"}}},
+    {"PatternHasMoreNibblesThanTheFrame",
+     {{"Trigger/SENTBusTriggerSettings/Type = FAST_DATA; .DataPatternRelation[0]/Pattern = "
+       "111100001111000011110000",
+       "Trigger/SENTBusTriggerSettings/DataPatternRelation[0]/Pattern = 111100001111000011110000"},
+      {"SerialBus/SENTBusSettings/DataNibbles = 3",
+       "Trigger/SENTBusTriggerSettings/DataPatternRelation[0]/Pattern = 000011110000"}}},
+    {"SentSignalLeavesItsNibbles",
+     {{"+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/IdentifierLength = 0; .PayloadLength = 3; "
+       "+ .SignalTranslation; .SignalTranslation[Signal1]/StartBit = 12; .BitLength = 12",
+       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength.max = "
+       "3"},
+      {"SerialBus/SENTBusSettings/DataNibbles = 5",
+       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 3; "
+       ".SignalTranslation[Signal1]/BitLength = 8"},
+      {"SerialBus/SENTBusSettings/DataNibbles = 6",
+       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/BitLength = 12"},
+      {"SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "4; ...SerialMessageFormat = SHORT",
+       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = "
+       "1"}}},
+    {"FrameShowsBitsInPlaceOfValues",
+     {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/Name = Engine; .Identifier = 256; + .SignalTranslation; "
+       ".SignalTranslation[Signal1]/Name = Speed; .Endianness = BIG_ENDIAN; .StartBit = 7; "
+       ".BitLength = 16; .Factor = 0.25; .Unit = rpm; + SerialBus/CANBusResults/CANBusFrame; "
+       "@.CANBusFrame[0]/Identifier = 256; @.Data = 000011001011001000000011",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Label = Engine; .Signals = Speed = 812.5 rpm"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/Offset = 10; .Unit = 1/min; ..Name = Motor",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Label = Motor; .Signals = Speed = 822.5 1/min"},
+      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00001100",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Label = Motor; .Signals = -"},
+      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 0000000000000000",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Speed = 10 1/min"},
+      {"SerialBus/CANBusSettings/LabelListSettings/Enabled = OFF",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Label = ; .Signals = -"},
+      {"SerialBus/CANBusSettings/LabelListSettings/Enabled = ON",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Speed = 10 1/min"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
+       "29",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Label = ; .Signals = -"}}},
+    {"GearIsANumber",
+     {{"+ SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem; "
+       "+ .SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/Name = Gear; "
+       ".BitLength = 4; .ValueType = ENUM; + .SignalTranslationEnumValues; "
+       "+ SerialBus/LINBusResults/LINBusFrame; @.LINBusFrame[0]/Data = 00000011",
+       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = 3"},
+      {"SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/SignalTranslationEnumValues[Value1]/RawValue = 3; "
+       ".Label = Drive",
+       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = 3 (Drive)"}}},
+    {"DeviceHasNoName",
+     {{"+ SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/Identifier = 72; .Name = Thermometer; "
+       "+ SerialBus/I2CBusResults/I2CBusFrame; @.I2CBusFrame[0]/Address = 72",
+       "SerialBus/I2CBusResults/I2CBusFrame[0]/Label = Thermometer; .Signals = "},
+      {"@SerialBus/I2CBusResults/I2CBusFrame[0]/AddressType = 10_BIT",
+       "SerialBus/I2CBusResults/I2CBusFrame[0]/Label = ; .Signals = -"}}},
+    {"FastFrameHasNoSignals",
+     {{"+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem; "
+       ".SerialBusLabelItem[Label1]/IdentifierLength = 0; .PayloadLength = 3; .Name = Sensor; "
+       "+ .SignalTranslation; .SignalTranslation[Signal1]/Name = Low; .StartBit = 12; "
+       ".BitLength = 12; + SerialBus/SENTBusResults/SENTBusFrame; "
+       "@.SENTBusFrame[0]/Data = 000000000000000100100011",
+       "SerialBus/SENTBusResults/SENTBusFrame[0]/Label = Sensor; .Signals = Low = 801"},
+      {"@SerialBus/SENTBusResults/SENTBusFrame[0]/Type = SHORT_SERIAL",
+       "SerialBus/SENTBusResults/SENTBusFrame[0]/Label = ; .Signals = -"}}},
     {"PictureOf720LinesIsSegmented",
      {{"Trigger/TvTriggerSettings/Standard = HD_1080P_24; .ScanMode = SEGMENTED; "
        ".LineField = FIELD_2; .Mode = ODD_FIELD",

@@ -15,6 +15,8 @@ namespace
 /** What hardly comes about by chance: in a tree of its own whose containers have an item. */
 constexpr const char* kSituations[] = {
     "Horizontal/ReferencePoint = 10",
+    "Vertical/Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; ..Channel[3]/Enabled = OFF; "
+    "Horizontal/ZELMode = ZEL_C",
     "Vertical/Channel[0]/Position = 1; .Offset = 0.1; .ResetPosition",
     "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 100; @.OriginalScale = 5; "
     "@.OriginalTimeScale = 1e-06; Vertical/ReferenceCurve/SetToOriginal",
@@ -52,6 +54,14 @@ constexpr const char* kSituations[] = {
     "SerialBus/Protocol = CAN; + SerialBus/CANBusResults/CANBusFrame",
     "SerialBus/Protocol = LIN; + SerialBus/LINBusResults/LINBusFrame",
     "SerialBus/Protocol = SENT; + SerialBus/SENTBusResults/SENTBusFrame",
+    "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Name = a; "
+    "@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00000001",
+    "SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Name = a",
+    "SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Name = a",
+    "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = 0; "
+    ".Name = a; @SerialBus/SENTBusResults/SENTBusFrame[0]/Data = 00000001",
+    "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+    ".SerialBusLabelItem[Label2]/Identifier = 5; .Identifier = 0; .Identifier = 5",
     "Trigger/SENTBusTriggerSettings/Status = 1; .ClearPatterns",
     "Trigger/CANBusTriggerSettings/Type = IDENTIFIER",
     "Logic/Enabled = ON; Trigger/Type = RUNT",
@@ -74,6 +84,9 @@ constexpr std::pair<const char*, const char*> kCommands[] = {
     {"Spectrum/SpectrumMarkers/SpectrumMarker[n]", "Spectrum"}, // moves the center to itself
     {"Trigger", "SerialBus/Protocol"}};                         // one protocol for both
 
+/** Groups that all below them tell of their changes, in a result of their own. */
+constexpr const char* kToldFromBelow[] = {"LabelListSettings"};
+
 /** Groups whose actions read and write files: what these do is no row's. */
 constexpr const char* kFiles[] = {"", "SaveRecall"};
 
@@ -84,7 +97,8 @@ constexpr const char* kWithoutChange[] = {
     "Horizontal CalculateHorizontalPositionLimits", // prescribed after the reference point
     "Horizontal CountChange",                       // moves the change counter alone
     "Logger/LoggerSlot[n] CheckLoad",               // answers a code
-    "Spectrum OnSource",                            // reports
+    "SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem[n] TakeLengthsOfBus", // declares
+    "Spectrum OnSource",                                                                 // reports
     "Spectrum ReportAxisOfBasicFFT"};
 
 /** Path with "[n]" for items. */
@@ -237,6 +251,16 @@ private:
                path.startsWith(top + u'[');
     }
 
+    /** Whether a node is a member of a group that this one tells. */
+    static bool Tells(const QString& group, const QString& node)
+    {
+        const QString told = node.left(node.lastIndexOf(u'/'));
+        return IsAtOrBelow(group, told) &&
+               std::any_of(std::begin(kToldFromBelow), std::end(kToldFromBelow),
+                           [&](const char* name)
+                           { return told.endsWith(u'/' + QString::fromLatin1(name)); });
+    }
+
     /** A group leads what is below it and may command another. */
     bool Leads(const QString& group, const QString& node)
     {
@@ -252,7 +276,7 @@ private:
         {
             m_commands.insert(command);
         }
-        return isBelow || command != std::end(kCommands);
+        return isBelow || command != std::end(kCommands) || Tells(group, node);
     }
 
     std::pair<const CDbObject*, bool> m_expected{nullptr, true};

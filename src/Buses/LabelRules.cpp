@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "Buses/LabelRules.h"
+
+#include "CheckedAccess.h"
+#include "CommonDatabase/Nodes/DbPropertyGroup.h"
+#include "LabelList/LabelListMessage.h"
+#include "LabelList/SignalValues.h"
+
+void NRules::DeclareLengths(CDbPropNum<UINT32>& length, UINT32 usual,
+                            std::initializer_list<QVariant> lengths)
+{
+    length.DeclareValueList(lengths);
+    length.DbSetDefault(usual);
+}
+
+std::optional<NRules::t_FrameKey> NRules::KeyOf(UINT32 length, const CDbPropNum<UINT32>& identifier)
+{
+    return identifier.GetValidity() == eKW_VALIDITY_VALID
+               ? std::optional(t_FrameKey{length, identifier.Get()})
+               : std::nullopt;
+}
+
+std::optional<NRules::t_FrameKey> NRules::KeyOf(const CDbPropEnumIntAccess& type,
+                                                const CDbPropNum<UINT32>& identifier)
+{
+    const double length = type.GetNameInfo().GetNumber(type.GetAsInt()).value_or(0.0);
+    return KeyOf(static_cast<UINT32>(length), identifier);
+}
+
+NRules::ILabelList& NRules::LabelListAbove(const CDbPropertyGroup& part)
+{
+    CDbPropertyGroup* group = part.GetParent();
+    while (dynamic_cast<ILabelList*>(group) == nullptr)
+    {
+        group = group->GetParent();
+    }
+    return dynamic_cast<ILabelList&>(*group);
+}
+
+void NRules::NameFrame(ILabelList& list, const std::optional<t_FrameKey>& key,
+                       const CDbPropBitPattern& data, const t_FrameTexts& texts)
+{
+    const CLabelListMessage* const label = key ? list.FindLabel(*key) : nullptr;
+    const auto text = label != nullptr
+                          ? NSignalValues::TextOf(*label, data.Get(), list.Bus().Unit(),
+                                                  texts.signals.GetMaxLength())
+                          : std::nullopt;
+    KW_CHECKED(texts.label.DbSet(label != nullptr ? QString::fromStdString(label->getName())
+                                                  : QStringLiteral("")));
+    if (text || texts.signals.GetValidity() == eKW_VALIDITY_VALID)
+    {
+        KW_CHECKED(texts.signals.DbSet(text.value_or(QStringLiteral(""))));
+        KW_CHECKED(texts.signals.SetValidity(text ? eKW_VALIDITY_VALID : eKW_VALIDITY_INVALID));
+    }
+}
