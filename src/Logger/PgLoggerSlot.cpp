@@ -30,10 +30,11 @@ KW_ACCEPTANCE CPgLoggerSlot::Store()
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     KW_CHECKED(m_pUsed->DbSet(eKW_ONOFF_ON));
-    KW_CHECKED(m_pStartTime->DbSet(
-        At(ZEL::Logger / Logger::LoggerTime / 0 / LoggerTime::TimeStamp)->Get()));
-    KW_CHECKED(m_pRecordedTime->DbSet(At(recording / LoggerAttributes::RecordedTime)->Get()));
-    return KW_CHECKED(m_pSampleRate->DbSet(At(recording / LoggerAttributes::SampleRate)->Get()));
+    NRules::CopyResult(*m_pStartTime,
+                       *At(ZEL::Logger / Logger::LoggerTime / 0 / LoggerTime::TimeStamp));
+    NRules::CopyResult(*m_pRecordedTime, *At(recording / LoggerAttributes::RecordedTime));
+    NRules::CopyResult(*m_pSampleRate, *At(recording / LoggerAttributes::SampleRate));
+    return eKW_ACC_OK;
 }
 
 KW_ACCEPTANCE CPgLoggerSlot::CheckLoad() const

@@ -16,7 +16,7 @@ public:
     t_Couplings Rules() const override;
 
 private:
-    /** The start is that of the first time stamp. */
+    /** The start is that of the first time stamp; what is not known of the recording is invalid. */
     KW_ACCEPTANCE Store();
     /** Loading is the acquisition's, which polls the count of accepted orders. */
     KW_ACCEPTANCE CheckLoad() const;

@@ -14,6 +14,14 @@ namespace NRules
 /** Keeps the values: clients see them as they were, and that they no longer hold. */
 void Invalidate(std::initializer_list<CDbPropBase*> results);
 
+/** Makes a result what another one says, its validity included. */
+template <typename T>
+void CopyResult(CDbPropNum<T>& result, const CDbPropNum<T>& other)
+{
+    KW_CHECKED(result.DbSet(other.Get()));
+    KW_CHECKED(result.SetValidity(other.GetValidity()));
+}
+
 /** Writes `reading` minus `reference`; invalid while the reading is. */
 void WriteDifference(CDbPropNumDouble& result, const CDbPropNumDouble& reading, double reference);
 
