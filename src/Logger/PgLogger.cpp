@@ -2,6 +2,7 @@
 #include "Logger/PgLogger.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsOnOff.h"
 #include "Logger/LoggerScale.h"
 #include "Logger/PgLoggerAttributes.h"
@@ -12,22 +13,29 @@
 #include "Logger/PgaLoggerChannel.h"
 #include "Logger/PgaLoggerCursorResults.h"
 #include "Logger/PgaLoggerTime.h"
+#include "Names/Control.h"
 #include "Names/Logger.h"
 #include "Names/LoggerCursor.h"
 #include "Names/LoggerZoom.h"
+#include "Names/SMLogger.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
 using namespace NNames;
 
+namespace
+{
+constexpr auto kMachine = ZEL::Control / Control::SMLogger;
+} // namespace
+
 t_Couplings CPgLogger::Rules() const
 {
     using L = CPgLogger;
     static constexpr auto rows = Table<Names>(
-        On(Names::Start) >> Do<&L::Clear, &L::Start>, On(Names::Stop) >> Do<&L::Stop>,
-        On(Names::Clear) >> Do<&L::Clear>, On(Names::ShowAll) >> Do<&L::ShowAll, &L::UpdateZoom>,
-        Fresh<&L::Clear>,
-        // The acquisition may end a recording by itself.
+        On(Names::Start, Names::Clear, kMachine / SMLogger::Start) >> Do<&L::Clear>,
+        On(Names::ShowAll) >> Do<&L::ShowAll, &L::UpdateZoom>, Fresh<&L::Clear>,
+        Changed(kMachine / SMLogger::RunStop) >> Derive<&L::FollowMachine>,
         Delivered(Names::Recording) >> Derive<&L::LockSettings>,
         On(Names::HorizontalScale, Names::LoggerZoom / LoggerZoom::Scale,
            Names::LoggerZoom / LoggerZoom::CoupleToCursors, Names::LoggerCursor / LoggerCursor::X1,
@@ -37,14 +45,18 @@ t_Couplings CPgLogger::Rules() const
     return rows;
 }
 
-void CPgLogger::Start()
+void CPgLogger::FollowMachine()
 {
-    KW_CHECKED(m_pRecording->DbSet(eKW_ONOFF_ON));
-}
-
-void CPgLogger::Stop()
-{
-    KW_CHECKED(m_pRecording->DbSet(eKW_ONOFF_OFF));
+    const bool isWanted = At(kMachine / SMLogger::RunStop)->Get() == eKW_ZEL_RUNSTOP_STATE_RUN;
+    if (isWanted == (m_pRecording->Get() == eKW_ONOFF_ON))
+    {
+        return;
+    }
+    if (isWanted)
+    {
+        Clear();
+    }
+    KW_CHECKED(m_pRecording->DbSet(isWanted ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
 }
 
 void CPgLogger::UpdateZoom()

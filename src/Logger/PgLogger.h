@@ -4,8 +4,9 @@
 #include "Logger/PgLoggerBase.h"
 
 /**
- * The logger. While it records, what the recording is made of can not be changed. Start and stop
- * say what is wanted; the acquisition carries it out, after the start delay. ShowAll answers
+ * The logger. It records while its state machine runs, and begins each time with nothing. While it
+ * records, what the recording is made of can not be changed. Start and stop say what is wanted; the
+ * acquisition carries it out, after the start delay. ShowAll answers
  * eKW_ACC_NOTHING_TO_ACT_ON without a recording.
  */
 class CPgLogger : public CPgLoggerBase
@@ -22,8 +23,7 @@ private:
     void UpdateZoom();
     /** What is known of a recording; its samples are the acquisition's. */
     void Clear();
-    void Start();
-    void Stop();
+    void FollowMachine();
     /** The finest scale that shows the whole recording, from its begin. */
     KW_ACCEPTANCE ShowAll();
 };

@@ -4,13 +4,17 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
+#include "Names/Control.h"
+#include "Names/SMMode.h"
+#include "Names/ZEL.h"
 
 using namespace NNames;
 
 t_Couplings CPgSMComplexSequence::Rules() const
 {
     static constexpr auto rows =
-        Table<Names>(On(Names::Abort) >> Do<&CPgSMComplexSequence::AbortRunning>,
+        Table<Names>(On(Names::Abort, ZEL::Control / Control::SMMode / SMMode::Stop) >>
+                         Do<&CPgSMComplexSequence::AbortRunning>,
                      On(Names::Autoset, Names::Abort) >> Do<&CPgSMComplexSequence::BeginAnew>);
     return rows;
 }
@@ -21,6 +25,7 @@ void CPgSMComplexSequence::AbortRunning()
     if (state == eKW_ZEL_OPSTATE_PENDING || state == eKW_ZEL_OPSTATE_ACTIVE)
     {
         KW_CHECKED(m_pOperationState->DbSet(eKW_ZEL_OPSTATE_ABORTED));
+        BeginAnew();
     }
 }
 

@@ -3,7 +3,8 @@
 
 #include "Root/PgSMComplexSequenceBase.h"
 
-/** Sequences of operations: a new one begins at nothing done, an aborted one is over. */
+/** Sequences of operations: a new one begins at nothing done, an aborted one is over. The stop
+    of the main mode aborts it, too: it acquires. */
 class CPgSMComplexSequence : public CPgSMComplexSequenceBase
 {
 public:

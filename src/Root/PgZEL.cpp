@@ -4,11 +4,15 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Files/DbSettings.h"
+#include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsOnOff.h"
 #include "LockManager.h"
 #include "Logger/PgLogger.h"
 #include "Root/PgControl.h"
+#include "Root/PgSMLogger.h"
+#include "Root/PgSMMeter.h"
 #include "Root/PgSMMode.h"
+#include "Root/PgSMScope.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -91,10 +95,15 @@ KW_ACCEPTANCE CPgZEL::SaveInFolder(const QString& name, SaveRecallPattern patter
 }
 
 /** The logger begins afresh with what suits any signal: defaults, results and zoom included. */
-void CPgZEL::AutosetLogger()
+KW_ACCEPTANCE CPgZEL::AutosetLogger()
 {
+    if (m_pLogger->GetPrRecording()->Get() == eKW_ONOFF_ON)
+    {
+        return eKW_ACC_NOT_AVAILABLE;
+    }
     m_pLogger->WriteDefaults(eSAVERECALL_SETTINGS);
     m_pLogger->VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
+    return eKW_ACC_OK;
 }
 
 KW_ACCEPTANCE CPgZEL::Recall(QString fileName)
@@ -118,13 +127,21 @@ KW_ACCEPTANCE CPgZEL::RecallPattern(const QString& fileName, SaveRecallPattern p
     {
         return eKW_ACC_NO_WRITE_ACCESS;
     }
-    StopAcquisition();
+    const t_Asked asked = StopAcquisition();
+    const CLockGuard lock;
+    Ask(asked);
     return ApplyDocument(document, pattern, [this] { SwitchMode(); });
 }
 
 KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
 {
-    StopAcquisition();
+    if (!MayWrite())
+    {
+        return eKW_ACC_NO_WRITE_ACCESS;
+    }
+    const t_Asked asked = StopAcquisition();
+    const CLockGuard lock;
+    Ask(asked);
     CDbTransaction transaction(*this, QString());
     const KW_ACCEPTANCE code = factory ? KW_CHECKED(m_pPresetFactory->ExternalApply())
                                        : KW_CHECKED(m_pPreset->ExternalApply());
@@ -136,10 +153,25 @@ KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
     return code;
 }
 
-void CPgZEL::StopAcquisition()
+CPgZEL::t_Asked CPgZEL::StopAcquisition()
 {
+    const t_Asked asked{m_pControl->GetPgSMScope()->GetPrRunStop()->Get(),
+                        m_pControl->GetPgSMMeter()->GetPrRunStop()->Get()};
+    Ask({});
     KW_CHECKED(m_pControl->GetPgSMMode()->GetPrStop()->ExternalSetEventAndWaitForCompletion(
         eKW_OP_EVENT_START, eKW_OP_RESULT_SUCCESS));
+    return asked;
+}
+
+// The way through a stop is none of the user's steps: undo leads from what was recalled to a scope
+// that runs as it did.
+void CPgZEL::Ask(const t_Asked& asked)
+{
+    const CLockGuard lock;
+    const CDbRootScope scope(this, eWRITEKIND::Internal);
+    KW_CHECKED(m_pControl->GetPgSMLogger()->GetPrRunStop()->DbSet(eKW_ZEL_RUNSTOP_STATE_STOP));
+    KW_CHECKED(m_pControl->GetPgSMScope()->GetPrRunStop()->DbSet(asked.scope));
+    KW_CHECKED(m_pControl->GetPgSMMeter()->GetPrRunStop()->DbSet(asked.meter));
 }
 
 void CPgZEL::SwitchMode()

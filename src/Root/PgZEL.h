@@ -5,6 +5,8 @@
 
 #include <memory>
 
+enum KW_ZEL_RUNSTOP_STATE : INT32;
+
 /**
  * The root of the instrument's tree: everything that concerns the tree as a whole, above all the
  * order in which saving, recalling and presetting involve the acquisition.
@@ -15,11 +17,12 @@ public:
     CPgZEL();
 
     /** Reads and checks the file, stops the acquisition, applies what was read, brings the
-        instrument into the recalled mode. A recall that is refused stops nothing. */
+        instrument into the recalled mode. Scope and meter then run on if they ran. A recall that is
+        refused stops nothing. */
     KW_ACCEPTANCE Recall(QString fileName) override;
     bool RecallFromFile(const QString& fileName, SaveRecallPattern pattern) override;
     /** Stops the acquisition, runs "Preset" or "PresetFactory", brings the instrument into the
-        default mode. */
+        default mode, where scope and meter run on if they ran. */
     KW_ACCEPTANCE RunPresetSequence(bool factory) override;
     /** Recomputes what every measuring function derives from its settings. */
     void UpdateAllMeasSettings() override;
@@ -32,10 +35,21 @@ private:
     KW_ACCEPTANCE SaveInFolder(const QString& name, SaveRecallPattern pattern);
     KW_ACCEPTANCE RecallFromFolder(const QString& name, SaveRecallPattern pattern);
     void FollowRemoteState();
-    void AutosetLogger();
+    /** eKW_ACC_NOT_AVAILABLE while a recording runs, whose settings are fixed. */
+    KW_ACCEPTANCE AutosetLogger();
     KW_ACCEPTANCE Preset();
     KW_ACCEPTANCE PresetFactory();
-    void StopAcquisition();
+    /** What the user asks of the machines that a sequence lets run on; none of anything at first.
+     */
+    struct t_Asked
+    {
+        KW_ZEL_RUNSTOP_STATE scope;
+        KW_ZEL_RUNSTOP_STATE meter;
+    };
+    /** Answers what was asked before. */
+    t_Asked StopAcquisition();
+    /** Leaves no step for undo. A recording has ended: going on would be another one. */
+    void Ask(const t_Asked& asked);
     void SwitchMode();
 };
 

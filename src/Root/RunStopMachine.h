@@ -4,9 +4,13 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
+#include "Names/Control.h"
+#include "Names/SMMode.h"
+#include "Names/ZEL.h"
 
 /** Base of a state machine with "Start", "Stop" and "RunStop": a request is also what the user asks
-    for. How far it has come is told by whoever carries it out. */
+    for. How far it has come is told by whoever carries it out. The stop of the main mode is that of
+    all machines. */
 template <typename TBase>
 class CRunStopMachine : public TBase
 {
@@ -20,12 +24,13 @@ public:
 protected:
     static constexpr auto MachineRows()
     {
+        using namespace NNames;
         using N = typename TBase::Names;
-        return NNames::Rows(NNames::On(N::Start) >> NNames::Do<&CRunStopMachine::Run>,
-                            NNames::On(N::Stop) >> NNames::Do<&CRunStopMachine::Stop>);
+        return Rows(On(N::Start) >> Do<&CRunStopMachine::Run>,
+                    On(N::Stop, ZEL::Control / Control::SMMode / SMMode::Stop) >>
+                        Do<&CRunStopMachine::Stop>);
     }
 
-private:
     void Run() { KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_RUN)); }
     void Stop() { KW_CHECKED(this->m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_STOP)); }
 };

@@ -109,6 +109,8 @@ const t_Rule kLoggerRules[] = {
      ".SetToScreen", "Logger/LoggerZoom/Position = 150; .Scale = 30_S"},
     {"AutosetLeavesResultsOfBefore", "Logger/HorizontalScale = 1_MIN; .LoggerCursor/X1 = 300",
      "AutosetLogger", "Logger/LoggerCursor/X1 = 20; .DeltaX = 40; Logger/LoggerZoom/Scale.max = "},
+    {"AutosetDisturbsARecording", "Logger/Duration = 1_H; Logger/Start", "AutosetLogger",
+     "Logger/Duration = 1_H!", eKW_ACC_NOT_AVAILABLE},
     {"OwnPositionKeepsTheCoupling", "Logger/LoggerZoom/CoupleToCursors = ON", ".Position = 44",
      ".CoupleToCursors = OFF; .Position = 44"},
 };
