@@ -8,6 +8,14 @@
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsSpectrum.h"
 #include "Names/DiagramWindow.h"
+#include "Names/FFT.h"
+#include "Names/HistoryViewer.h"
+#include "Names/Logic.h"
+#include "Names/SerialBus.h"
+#include "Names/Spectrum.h"
+#include "Names/XY.h"
+#include "Names/ZEL.h"
+#include "Names/Zoom.h"
 #include "Rules/NumberRules.h"
 
 #include <algorithm>
@@ -16,6 +24,8 @@ using namespace NNames;
 
 namespace
 {
+constexpr auto kXy = ZEL::XY / XY::State;
+constexpr auto kSpectrum = ZEL::FFT / FFT::State;
 constexpr INT32 kScreenWidth = 1280;
 constexpr INT32 kScreenHeight = 800;
 
@@ -69,13 +79,106 @@ std::vector<CPgDiagramWindow::t_Place> Places(std::size_t count, bool sideBySide
 t_Couplings CPgDiagrams::Rules() const
 {
     constexpr auto window = Names::DiagramWindow / each;
+    using D = CPgDiagrams;
     static constexpr auto rows = Table<Names>(
-        On(window / DiagramWindow::Visible) >> Do<&CPgDiagrams::KeepOneVisible>,
-        OnAny() >> Derive<&CPgDiagrams::SelectVisibleWindow, &CPgDiagrams::UpdatePlaces>,
+        On(window / DiagramWindow::Visible) >> Do<&D::KeepOneVisible>,
+        On(Names::Layout) >> Do<&D::FillPlaces>, On(Names::ActiveWindow) >> Do<&D::TakeBackActive>,
+        OnAny() >> Do<&D::SelectWindow, &D::UpdatePlaces>,
         On(window / DiagramWindow::Visible, window / DiagramWindow::Type,
            window / DiagramWindow::Size) >>
-            Do<&CPgDiagrams::SelectVisibleWindow, &CPgDiagrams::UpdatePlaces>);
+            Do<&D::SelectWindow, &D::UpdatePlaces>,
+        // Not after a recall: a file says itself what is on the screen.
+        On(kXy) >> Do<&D::ShowXy>, Delivered(kXy) >> Do<&D::ShowXy>,
+        On(kSpectrum) >> Do<&D::ShowSpectrum>, Delivered(kSpectrum) >> Do<&D::ShowSpectrum>,
+        Changed(kXy, ZEL::XY / XY::ShowYT, kSpectrum, ZEL::Zoom / Zoom::Enabled,
+                ZEL::Logic / Logic::Enabled, ZEL::SerialBus / SerialBus::Enabled,
+                ZEL::HistoryViewer / HistoryViewer::Enabled) >>
+            Derive<&D::SelectWindow, &D::UpdatePlaces>);
     return rows;
+}
+
+bool CPgDiagrams::HasContents(const CPgDiagramWindow& window) const
+{
+    const auto isOn = [this](const auto& way) { return At(way)->Get() == eKW_ONOFF_ON; };
+    switch (window.GetPrType()->Get())
+    {
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_YT:
+        return !isOn(kXy) || isOn(ZEL::XY / XY::ShowYT);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_ZOOM:
+        return isOn(ZEL::Zoom / Zoom::Enabled);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_XY:
+        return isOn(kXy);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_FFT:
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_SPECTRUM:
+        return isOn(kSpectrum);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_LOGIC:
+        return isOn(ZEL::Logic / Logic::Enabled);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_PROTOCOL:
+        return isOn(ZEL::SerialBus / SerialBus::Enabled);
+    case eKW_ZEL_DIAGRAMWINDOW_TYPE_HISTORY:
+        return isOn(ZEL::HistoryViewer / HistoryViewer::Enabled);
+    default:
+        return true;
+    }
+}
+
+bool CPgDiagrams::CanBeShown(const CPgDiagramWindow& window) const
+{
+    return window.IsVisible() && HasContents(window);
+}
+
+void CPgDiagrams::FillPlaces()
+{
+    const auto windows = Windows();
+    auto missing = static_cast<std::ptrdiff_t>(PlacesOf(m_pLayout->Get())) -
+                   std::count_if(windows.begin(), windows.end(),
+                                 [this](const auto* window) { return CanBeShown(*window); });
+    for (const CPgDiagramWindow* const window : windows)
+    {
+        if (missing > 0 && !window->IsVisible() && HasContents(*window))
+        {
+            KW_CHECKED(window->GetPrVisible()->DbSet(eKW_ONOFF_ON));
+            --missing;
+        }
+    }
+}
+
+void CPgDiagrams::ShowXy()
+{
+    if (At(kXy)->Get() == eKW_ONOFF_ON)
+    {
+        Show(eKW_ZEL_DIAGRAMWINDOW_TYPE_XY, eKW_ZEL_DIAGRAMWINDOW_TYPE_XY);
+    }
+}
+
+void CPgDiagrams::ShowSpectrum()
+{
+    if (At(kSpectrum)->Get() == eKW_ONOFF_ON)
+    {
+        const bool isBasic = At(ZEL::Spectrum / Spectrum::Mode)->Get() == eKW_SPECTRUM_MODE_FFT;
+        constexpr auto kBasic = eKW_ZEL_DIAGRAMWINDOW_TYPE_FFT;
+        constexpr auto kAnalysis = eKW_ZEL_DIAGRAMWINDOW_TYPE_SPECTRUM;
+        Show(isBasic ? kBasic : kAnalysis, isBasic ? kAnalysis : kBasic);
+    }
+}
+
+void CPgDiagrams::Show(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso)
+{
+    const auto windows = Windows();
+    for (const auto wanted : {type, orAlso, eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE})
+    {
+        const auto at = std::find_if(windows.begin(), windows.end(),
+                                     [wanted](const auto* window)
+                                     { return window->GetPrType()->Get() == wanted; });
+        if (at != windows.end())
+        {
+            const bool isFree = wanted == eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE;
+            KW_CHECKED((*at)->GetPrType()->DbSet(isFree ? type : wanted));
+            KW_CHECKED((*at)->GetPrVisible()->DbSet(eKW_ONOFF_ON));
+            KW_CHECKED(m_pActiveWindow->DbSet(static_cast<UINT32>(at - windows.begin())));
+            return;
+        }
+    }
 }
 
 /** The last one can not be switched off. */
@@ -104,55 +207,70 @@ void CPgDiagrams::UpdatePlaces()
     UpdateOverlay(shown);
 }
 
-bool CPgDiagrams::HasVisibleWindow() const
+std::vector<CPgDiagramWindow*> CPgDiagrams::Windows() const
 {
+    std::vector<CPgDiagramWindow*> windows;
     for (INT32 i = 0; i < m_pDiagramWindow->GetCount(); ++i)
     {
-        if (m_pDiagramWindow->ItemDirect(i)->IsVisible())
-        {
-            return true;
-        }
+        windows.push_back(m_pDiagramWindow->ItemDirect(i));
     }
-    return false;
+    return windows;
+}
+
+bool CPgDiagrams::HasVisibleWindow() const
+{
+    const auto windows = Windows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const auto* window) { return window->IsVisible(); });
 }
 
 std::vector<CPgDiagramWindow*> CPgDiagrams::Shown() const
 {
     const std::size_t places = PlacesOf(m_pLayout->Get());
-    if (places == 1)
-    {
-        return {m_pDiagramWindow->ItemDirect(static_cast<INT32>(m_pActiveWindow->Get()))};
-    }
-    std::vector<CPgDiagramWindow*> shown;
-    for (INT32 i = 0; i < m_pDiagramWindow->GetCount() && shown.size() < places; ++i)
-    {
-        CPgDiagramWindow* const window = m_pDiagramWindow->ItemDirect(i);
-        if (window->IsVisible())
-        {
-            shown.push_back(window);
-        }
-    }
+    std::vector<CPgDiagramWindow*> shown =
+        places == 1
+            ? std::vector{m_pDiagramWindow->ItemDirect(static_cast<INT32>(m_pActiveWindow->Get()))}
+            : Windows();
+    std::erase_if(shown, [this](const auto* window) { return !CanBeShown(*window); });
+    shown.resize(std::min(shown.size(), places));
     return shown;
 }
 
+UINT32 CPgDiagrams::FirstUsable() const
+{
+    const auto windows = Windows();
+    auto at = std::find_if(windows.begin(), windows.end(),
+                           [this](const auto* window) { return CanBeShown(*window); });
+    at = at != windows.end() ? at
+                             : std::find_if(windows.begin(), windows.end(),
+                                            [](const auto* window) { return window->IsVisible(); });
+    return static_cast<UINT32>(at - windows.begin());
+}
+
+void CPgDiagrams::TakeBackActive()
+{
+    if (!CanBeShown(*m_pDiagramWindow->ItemDirect(static_cast<INT32>(m_pActiveWindow->Get()))))
+    {
+        KW_CHECKED(m_pActiveWindow->DbSet(FirstUsable()));
+    }
+}
+
 /** A file may leave no diagram visible: then the first one is. */
-void CPgDiagrams::SelectVisibleWindow()
+void CPgDiagrams::SelectWindow()
 {
     if (!HasVisibleWindow())
     {
         KW_CHECKED(m_pDiagramWindow->ItemDirect(0)->GetPrVisible()->DbSet(eKW_ONOFF_ON));
     }
-    auto active = static_cast<INT32>(m_pActiveWindow->Get());
-    if (m_pDiagramWindow->ItemDirect(active)->IsVisible())
+    const auto windows = Windows();
+    const auto isUsable = [&windows, this](UINT32 index) { return CanBeShown(*windows[index]); };
+    const UINT32 wish = m_pActiveWindow->GetUserValue();
+    const UINT32 present = m_pActiveWindow->Get();
+    const UINT32 active = isUsable(wish) ? wish : isUsable(present) ? present : FirstUsable();
+    if (active != present)
     {
-        return;
+        KW_CHECKED(m_pActiveWindow->WriteValue(UINT64{active}, eWRITEKIND::Auto));
     }
-    active = 0;
-    while (!m_pDiagramWindow->ItemDirect(active)->IsVisible())
-    {
-        ++active;
-    }
-    KW_CHECKED(m_pActiveWindow->DbSet(static_cast<UINT32>(active)));
 }
 
 void CPgDiagrams::UpdateOverlay(const std::vector<CPgDiagramWindow*>& shown)

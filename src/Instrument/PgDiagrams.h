@@ -6,12 +6,18 @@
 
 #include <vector>
 
+enum KW_ZEL_DIAGRAMWINDOW_TYPE : INT32;
+
 /**
  * Where diagrams stand on the screen of 1280 × 800 pixels. Visible diagrams take the places of the
  * layout in the order of the array; the first one's size splits a screen of two. A layout of one
  * shows the active diagram. With fewer diagrams than places, those that are there share the screen:
  * one has it alone, two stand one above the other, a third one gets a row of its own. At least one
  * diagram is visible: the last one can not be switched off (code 1).
+ *
+ * The diagram of a function that is off has no place, and is not the active one; both come back
+ * with the function. The XY diagram and the spectrum become the active one when they are switched
+ * on, in a diagram without contents where none has theirs.
  */
 class CPgDiagrams : public CPgDiagramsBase
 {
@@ -19,16 +25,31 @@ public:
     t_Couplings Rules() const override;
 
 private:
+    std::vector<CPgDiagramWindow*> Windows() const;
+    /** Whether what the diagram shows is on. One without contents has nothing that could be off. */
+    bool HasContents(const CPgDiagramWindow& window) const;
+    bool CanBeShown(const CPgDiagramWindow& window) const;
     /** Whatever the layout shows of them. */
     bool HasVisibleWindow() const;
     /** `written` is the diagram's own switch: it goes back, and the write is answered with code 1.
      */
     void KeepOneVisible(const CDbPropBase* written);
+    /** A layout makes as many diagrams visible as it has places. */
+    void FillPlaces();
+    void ShowXy();
+    void ShowSpectrum();
+    /** The diagram of the one type, of the other, or an empty one; nothing where all have others.
+     */
+    void Show(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso);
     /** Diagrams that are shown, in their order. */
     std::vector<CPgDiagramWindow*> Shown() const;
-    /** The active diagram is a visible one. A file may leave none visible: then the first one is.
-     */
-    void SelectVisibleWindow();
+    /** The first that can be shown, else the first visible one: there is one. */
+    UINT32 FirstUsable() const;
+    /** What was never active is no wish. */
+    void TakeBackActive();
+    /** The active diagram is one that can be shown: the user's, the present one, or the first. A
+        file may leave none visible: then the first one is. */
+    void SelectWindow();
     /** Pixels; a diagram that is not shown has no extent. */
     void UpdatePlaces();
     /** The hardware draws the traces of the first time diagram that is shown. */

@@ -33,9 +33,8 @@ const t_Rule kScreenRules[] = {
     {"SideBySideStandsAbove", "Diagrams/DiagramWindow[2]/Visible = ON; ..Layout = SIDE_BY_SIDE",
      ".DiagramWindow[0]/Size = 30",
      ".Width = 384; .Height = 800; ..DiagramWindow[2]/Left = 384; .Width = 896"},
-    {"ThirdOfFourLeavesAHole",
-     "Diagrams/DiagramWindow[1]/Visible = ON; ..DiagramWindow[3]/Visible = ON", "..Layout = QUAD",
-     ".DiagramWindow[1]/Left = 640; ..DiagramWindow[3]/Top = 400; .Width = 1280; "
+    {"ThirdOfFourLeavesAHole", "Diagrams/Layout = QUAD", ".DiagramWindow[2]/Visible = OFF",
+     "..DiagramWindow[1]/Left = 640; ..DiagramWindow[3]/Top = 400; .Width = 1280; "
      "..DiagramWindow[2]/Height = 0"},
     {"SingleShowsAnotherThanTheActive", "Diagrams/DiagramWindow[1]/Visible = ON",
      "Diagrams/ActiveWindow = 1",
@@ -48,7 +47,7 @@ const t_Rule kScreenRules[] = {
     {"ScreenIsEmpty", "", "Diagrams/DiagramWindow[0]/Visible = OFF", ".Visible = ON",
      eKW_ACC_WARNING},
     {"OverlayStaysWhereTheTracesWere",
-     "Diagrams/DiagramWindow[1]/Visible = ON; ..DiagramWindow[0]/Type = FFT; ..Layout = "
+     "Diagrams/DiagramWindow[1]/Visible = ON; ..DiagramWindow[0]/Type = METER; ..Layout = "
      "SIDE_BY_SIDE",
      ".DiagramWindow[1]/Type = YT", "..DiagramWindowHw/Enabled = ON; .Left = 640; .Width = 640"},
     {"ZoomMovesByTheMainScale", "", "Zoom/Scale = 5e-09", ".Position.step = 1e-10"},
