@@ -4,22 +4,35 @@
 #include "Analysis/PgMaskChannelSetup.h"
 #include "Analysis/PgaMaskChannelSetup.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsAcquisition.h"
 #include "KWEnumerationsLogger.h"
 #include "KWEnumerationsOnOff.h"
+#include "Names/Control.h"
 #include "Names/Mask.h"
 #include "Names/MaskSettings.h"
+#include "Names/Runs.h"
+#include "Names/SMScope.h"
+#include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
 
 using namespace NNames;
+
+namespace
+{
+constexpr auto kScope = ZEL::Control / Control::SMScope / SMScope::RunStop;
+} // namespace
 
 t_Couplings CPgMask::Rules() const
 {
     using M = CPgMask;
     static constexpr auto rows = Table<Names>(
-        OnAny() >> Derive<&M::UpdateState>, On(Names::Start) >> Do<&M::ClearCounts, &M::Start>,
-        On(Names::Pause) >> Do<&M::Pause>, On(Names::Stop) >> Do<&M::Stop>,
-        On(Names::ClearCounts) >> Do<&M::ClearCounts>,
-        On(Names::MaskSettings / MaskSettings::ClearMask) >> Do<&M::ClearMask>);
+        Changed(Names::Enabled) >> Derive<&M::UpdateState>,
+        On(Names::Start) >> Do<&M::ClearCounts, &M::Start>, On(Names::Pause) >> Do<&M::Pause>,
+        On(Names::Stop) >> Do<&M::Stop>, On(Names::ClearCounts) >> Do<&M::ClearCounts>,
+        On(Names::ClearCounts, Names::AllowedViolations) >> Do<&M::JudgeEnded>,
+        On(Names::MaskSettings / MaskSettings::ClearMask) >> Do<&M::ClearMask>,
+        Changed(kScope) >> Derive<&M::WaitForScope>,
+        Changed(ZEL::Runs / Runs::NumberOfRuns) >> Do<&M::GoOn>);
     return rows;
 }
 
@@ -28,6 +41,48 @@ void CPgMask::UpdateState()
     if (m_pEnabled->Get() == eKW_ONOFF_OFF)
     {
         KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_OFF));
+    }
+}
+
+bool CPgMask::IsScopeRunning() const
+{
+    return At(kScope)->Get() != eKW_ZEL_RUNSTOP_STATE_STOP;
+}
+
+void CPgMask::WaitForScope()
+{
+    if (m_pState->Get() == eKW_ZEL_MASK_TESTSTATE_RUNNING && !IsScopeRunning())
+    {
+        KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_PAUSED));
+    }
+}
+
+void CPgMask::GoOn()
+{
+    if (m_pState->Get() == eKW_ZEL_MASK_TESTSTATE_PAUSED && IsScopeRunning())
+    {
+        KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_RUNNING));
+    }
+}
+
+KW_ZEL_MASK_TESTSTATE CPgMask::Verdict() const
+{
+    const UINT64 failed = m_pFailedAcquisitions->Get();
+    // The counts are delivered one by one.
+    if (m_pTestedAcquisitions->Get() == 0 && failed == 0)
+    {
+        return eKW_ZEL_MASK_TESTSTATE_OFF;
+    }
+    return failed > m_pAllowedViolations->Get() ? eKW_ZEL_MASK_TESTSTATE_FAILED
+                                                : eKW_ZEL_MASK_TESTSTATE_PASSED;
+}
+
+void CPgMask::JudgeEnded()
+{
+    if (m_pState->Get() == eKW_ZEL_MASK_TESTSTATE_PASSED ||
+        m_pState->Get() == eKW_ZEL_MASK_TESTSTATE_FAILED)
+    {
+        KW_CHECKED(m_pState->DbSet(Verdict()));
     }
 }
 
@@ -40,12 +95,13 @@ bool CPgMask::IsUnderWay() const
 KW_ACCEPTANCE CPgMask::Start()
 {
     KW_CHECKED(m_pEnabled->DbSet(eKW_ONOFF_ON));
-    return KW_CHECKED(m_pState->DbSet(eKW_ZEL_MASK_TESTSTATE_RUNNING));
+    return KW_CHECKED(m_pState->DbSet(IsScopeRunning() ? eKW_ZEL_MASK_TESTSTATE_RUNNING
+                                                       : eKW_ZEL_MASK_TESTSTATE_PAUSED));
 }
 
 KW_ACCEPTANCE CPgMask::Pause()
 {
-    if (!IsUnderWay())
+    if (!IsUnderWay() || !IsScopeRunning())
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
@@ -60,9 +116,7 @@ KW_ACCEPTANCE CPgMask::Stop()
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
-    const bool failed = m_pFailedAcquisitions->Get() > m_pAllowedViolations->Get();
-    return KW_CHECKED(
-        m_pState->DbSet(failed ? eKW_ZEL_MASK_TESTSTATE_FAILED : eKW_ZEL_MASK_TESTSTATE_PASSED));
+    return KW_CHECKED(m_pState->DbSet(Verdict()));
 }
 
 void CPgMask::ClearCounts()
