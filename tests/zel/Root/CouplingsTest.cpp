@@ -42,6 +42,7 @@ constexpr const char* kSituations[] = {
     "@Logger/LoggerAttributes/RecordedTime = 500; Logger/ShowAll",
     "Meter/MeterType = OHM; .MeterChannel[4]/Range = 10_MEGA",
     "Meter/MeterChannel[0]/Reference = 5; Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
+    "Mask/Start; Control/SMScope/Stop",
     "@Setup/Selftest/State = RUNNING; Setup/Selftest/Abort",
     "Setup/Selfalignment/ADConverter/ADCModeManual = ONE_CHANNEL; .ADCModeMode = MANUAL",
     "@Setup/Selfalignment/Result = RUNNING; Setup/Selfalignment/Abort",
@@ -73,6 +74,11 @@ constexpr const char* kSituations[] = {
 
 /** Groups that a group commands beside those that it leads, which are below it. */
 constexpr std::pair<const char*, const char*> kCommands[] = {
+    {"Control/SMMode", "FFT"},            // what belongs to a mode is on in it and off in others
+    {"Control/SMMode", "Mask"},           //
+    {"Control/SMMode", "Spectrum"},       //
+    {"Control/SMMode", "XY"},             //
+    {"Control/SMScope", "Trigger"},       // counts what the trigger counts
     {"Harmonic", "Horizontal"},           // fits the timebase to the fundamental
     {"HistoryViewer", "Control/SMScope"}, // stops the acquisition that it looks back on
     {"Runs/CurrentRun", "Runs"},          // counts itself
