@@ -86,14 +86,11 @@ t_Couplings CPgDiagrams::Rules() const
         OnAny() >> Do<&D::SelectWindow, &D::UpdatePlaces>,
         On(window / DiagramWindow::Visible, window / DiagramWindow::Type,
            window / DiagramWindow::Size) >>
-            Do<&D::SelectWindow, &D::UpdatePlaces>,
-        // Not after a recall: a file says itself what is on the screen.
-        On(kXy) >> Do<&D::ShowXy>, Delivered(kXy) >> Do<&D::ShowXy>,
-        On(kSpectrum) >> Do<&D::ShowSpectrum>, Delivered(kSpectrum) >> Do<&D::ShowSpectrum>,
+            Do<&D::LendWindows, &D::SelectWindow, &D::UpdatePlaces>,
         Changed(kXy, ZEL::XY / XY::ShowYT, kSpectrum, ZEL::Zoom / Zoom::Enabled,
                 ZEL::Logic / Logic::Enabled, ZEL::SerialBus / SerialBus::Enabled,
                 ZEL::HistoryViewer / HistoryViewer::Enabled) >>
-            Derive<&D::SelectWindow, &D::UpdatePlaces>);
+            Derive<&D::LendWindows, &D::SelectWindow, &D::UpdatePlaces>);
     return rows;
 }
 
@@ -130,6 +127,13 @@ bool CPgDiagrams::CanBeShown(const CPgDiagramWindow& window) const
 void CPgDiagrams::FillPlaces()
 {
     const auto windows = Windows();
+    for (const CPgDiagramWindow* const window : windows)
+    {
+        if (!IsLent(*window) && window != windows[m_pActiveWindow->Get()])
+        {
+            KW_CHECKED(window->GetPrVisible()->FollowWish(eKW_ONOFF_OFF));
+        }
+    }
     auto missing = static_cast<std::ptrdiff_t>(PlacesOf(m_pLayout->Get())) -
                    std::count_if(windows.begin(), windows.end(),
                                  [this](const auto* window) { return CanBeShown(*window); });
@@ -137,48 +141,70 @@ void CPgDiagrams::FillPlaces()
     {
         if (missing > 0 && !window->IsVisible() && HasContents(*window))
         {
-            KW_CHECKED(window->GetPrVisible()->DbSet(eKW_ONOFF_ON));
+            KW_CHECKED(window->GetPrVisible()->SetForNow(eKW_ONOFF_ON));
             --missing;
         }
     }
 }
 
-void CPgDiagrams::ShowXy()
+bool CPgDiagrams::IsLent(const CPgDiagramWindow& window)
 {
-    if (At(kXy)->Get() == eKW_ONOFF_ON)
-    {
-        Show(eKW_ZEL_DIAGRAMWINDOW_TYPE_XY, eKW_ZEL_DIAGRAMWINDOW_TYPE_XY);
-    }
+    return window.GetPrType()->GetAsInt() != window.GetPrType()->GetUserValueAsInt();
 }
 
-void CPgDiagrams::ShowSpectrum()
+void CPgDiagrams::LendWindows()
 {
+    constexpr auto kBasic = eKW_ZEL_DIAGRAMWINDOW_TYPE_FFT;
+    constexpr auto kAnalysis = eKW_ZEL_DIAGRAMWINDOW_TYPE_SPECTRUM;
+    constexpr auto kXyType = eKW_ZEL_DIAGRAMWINDOW_TYPE_XY;
+    TakeBackWindows();
+    if (At(kXy)->Get() == eKW_ONOFF_ON)
+    {
+        Lend(kXyType, kXyType);
+    }
     if (At(kSpectrum)->Get() == eKW_ONOFF_ON)
     {
         const bool isBasic = At(ZEL::Spectrum / Spectrum::Mode)->Get() == eKW_SPECTRUM_MODE_FFT;
-        constexpr auto kBasic = eKW_ZEL_DIAGRAMWINDOW_TYPE_FFT;
-        constexpr auto kAnalysis = eKW_ZEL_DIAGRAMWINDOW_TYPE_SPECTRUM;
-        Show(isBasic ? kBasic : kAnalysis, isBasic ? kAnalysis : kBasic);
+        Lend(isBasic ? kBasic : kAnalysis, isBasic ? kAnalysis : kBasic);
     }
 }
 
-void CPgDiagrams::Show(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso)
+void CPgDiagrams::TakeBackWindows()
 {
     const auto windows = Windows();
-    for (const auto wanted : {type, orAlso, eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE})
+    for (const CPgDiagramWindow* const window : windows)
     {
-        const auto at = std::find_if(windows.begin(), windows.end(),
-                                     [wanted](const auto* window)
-                                     { return window->GetPrType()->Get() == wanted; });
-        if (at != windows.end())
+        if (!IsLent(*window) || HasContents(*window))
         {
-            const bool isFree = wanted == eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE;
-            KW_CHECKED((*at)->GetPrType()->DbSet(isFree ? type : wanted));
-            KW_CHECKED((*at)->GetPrVisible()->DbSet(eKW_ONOFF_ON));
-            KW_CHECKED(m_pActiveWindow->DbSet(static_cast<UINT32>(at - windows.begin())));
-            return;
+            continue;
+        }
+        KW_CHECKED(window->GetPrType()->FollowWish(eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE));
+        KW_CHECKED(window->GetPrVisible()->FollowWish(eKW_ONOFF_OFF));
+        if (window == windows[m_pActiveWindow->Get()] && HasVisibleWindow())
+        {
+            TakeBackActive();
         }
     }
+}
+
+void CPgDiagrams::Lend(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso)
+{
+    const auto windows = Windows();
+    const auto has = [](KW_ZEL_DIAGRAMWINDOW_TYPE wanted)
+    {
+        return [wanted](const CPgDiagramWindow* window)
+        { return window->GetPrType()->Get() == wanted; };
+    };
+    const auto free =
+        std::find_if(windows.begin(), windows.end(), has(eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE));
+    if (free == windows.end() || std::any_of(windows.begin(), windows.end(), has(type)) ||
+        std::any_of(windows.begin(), windows.end(), has(orAlso)))
+    {
+        return;
+    }
+    KW_CHECKED((*free)->GetPrType()->SetForNow(type));
+    KW_CHECKED((*free)->GetPrVisible()->SetForNow(eKW_ONOFF_ON));
+    KW_CHECKED(m_pActiveWindow->DbSet(static_cast<UINT32>(free - windows.begin())));
 }
 
 /** The last one can not be switched off. */

@@ -16,8 +16,8 @@ enum KW_ZEL_DIAGRAMWINDOW_TYPE : INT32;
  * diagram is visible: the last one can not be switched off (code 1).
  *
  * The diagram of a function that is off has no place, and is not the active one; both come back
- * with the function. The XY diagram and the spectrum become the active one when they are switched
- * on, in a diagram without contents where none has theirs.
+ * with the function. Where no diagram is there for XY or spectrum, one without contents is theirs
+ * while they are on, and becomes the active one.
  */
 class CPgDiagrams : public CPgDiagramsBase
 {
@@ -34,13 +34,17 @@ private:
     /** `written` is the diagram's own switch: it goes back, and the write is answered with code 1.
      */
     void KeepOneVisible(const CDbPropBase* written);
-    /** A layout makes as many diagrams visible as it has places. */
+    /** A layout makes as many diagrams visible as it has places, until the next one is chosen. */
     void FillPlaces();
-    void ShowXy();
-    void ShowSpectrum();
-    /** The diagram of the one type, of the other, or an empty one; nothing where all have others.
-     */
-    void Show(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso);
+    /** Whether it shows for now what the user has not given it. */
+    static bool IsLent(const CPgDiagramWindow& window);
+    /** XY diagram and spectrum have a diagram while they are on. */
+    void LendWindows();
+    /** Those that were lent to what is off now. */
+    void TakeBackWindows();
+    /** A diagram without contents, where none is of the one type or the other; nothing where all
+        have others. */
+    void Lend(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE orAlso);
     /** Diagrams that are shown, in their order. */
     std::vector<CPgDiagramWindow*> Shown() const;
     /** The first that can be shown, else the first visible one: there is one. */

@@ -114,8 +114,7 @@ void CPgSMMode::SwitchFunctions()
     { return mode == its ? eKW_ONOFF_ON : eKW_ONOFF_OFF; };
     KW_CHECKED(At(kXy)->DbSet(isOn(eKW_ZEL_OPERATION_MODE_SCOPE_XY)));
     KW_CHECKED(At(kMask)->DbSet(isOn(eKW_ZEL_OPERATION_MODE_MASKTEST_YT)));
-    if (mode != eKW_ZEL_OPERATION_MODE_SCOPE_YT)
-    {
-        KW_CHECKED(At(kSpectrum)->DbSet(eKW_ONOFF_OFF));
-    }
+    auto& spectrum = *At(kSpectrum);
+    KW_CHECKED(mode == eKW_ZEL_OPERATION_MODE_SCOPE_YT ? spectrum.FollowWish(eKW_ONOFF_OFF)
+                                                       : spectrum.SetForNow(eKW_ONOFF_OFF));
 }

@@ -26,6 +26,6 @@ private:
     void Enter(KW_ZEL_OPERATION_MODE mode);
     /** Of a file that names a function alone, or was saved when these did not agree. */
     void EnterByFunctions();
-    /** By the selected mode: the active one may lag behind. */
+    /** By the selected mode: the active one may lag behind. Spectra come back with scope YT. */
     void SwitchFunctions();
 };

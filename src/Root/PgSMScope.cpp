@@ -29,10 +29,18 @@ KW_ZEL_TRIGGER_REPETITION_MODE CPgSMScope::Repetition() const
 
 void CPgSMScope::EndByRepetition()
 {
-    if (m_pRunStop->Get() == eKW_ZEL_RUNSTOP_STATE_RUN &&
-        Repetition() != eKW_ZEL_TRIGGER_REPETITION_MODE_CONTINUOUS)
+    const KW_ZEL_RUNSTOP_STATE present = m_pRunStop->Get();
+    if (Repetition() == eKW_ZEL_TRIGGER_REPETITION_MODE_CONTINUOUS)
     {
-        KW_CHECKED(m_pRunStop->DbSet(eKW_ZEL_RUNSTOP_STATE_SINGLE));
+        KW_CHECKED(m_pRunStop->FollowWish(present));
+    }
+    else if (present == eKW_ZEL_RUNSTOP_STATE_RUN)
+    {
+        KW_CHECKED(m_pRunStop->SetForNow(eKW_ZEL_RUNSTOP_STATE_SINGLE));
+    }
+    if (m_pRunStop->Get() != present)
+    {
+        CountDown();
     }
 }
 
@@ -52,13 +60,16 @@ void CPgSMScope::EndSingle()
 
 void CPgSMScope::SelectNSingle()
 {
+    constexpr auto kCounted = eKW_ZEL_TRIGGER_REPETITION_MODE_N_SINGLE;
+    auto& repetition = *At(ZEL::Trigger / Trigger::RepetitionMode);
     const UINT32 count = m_pSingleCount->Get();
-    if (count > 1 || Repetition() == eKW_ZEL_TRIGGER_REPETITION_MODE_N_SINGLE)
+    if (count == 1 && repetition.GetUserValueAsInt() != kCounted)
     {
-        KW_CHECKED(At(ZEL::Trigger / Trigger::NumberOfAcquisitions)->DbSet(count));
-        KW_CHECKED(At(ZEL::Trigger / Trigger::RepetitionMode)
-                       ->DbSet(eKW_ZEL_TRIGGER_REPETITION_MODE_N_SINGLE));
+        KW_CHECKED(repetition.FollowWish(kCounted));
+        return;
     }
+    KW_CHECKED(At(ZEL::Trigger / Trigger::NumberOfAcquisitions)->DbSet(count));
+    KW_CHECKED(repetition.SetForNow(kCounted));
 }
 
 void CPgSMScope::FollowRepetition()

@@ -18,12 +18,12 @@ public:
 
 private:
     KW_ZEL_TRIGGER_REPETITION_MODE Repetition() const;
-    /** A run that the repetition mode ends is a single one. */
+    /** A run that the repetition mode ends is a single one, until the mode is continuous again. */
     void EndByRepetition();
     /** A single run begins with all its acquisitions left, any other state has none left. */
     void CountDown();
     void EndSingle();
-    /** More than one acquisition is an N-single of the trigger. */
+    /** More than one acquisition is an N-single of the trigger, until it is one again. */
     void SelectNSingle();
     /** A single run that is under way makes no more than that. */
     void FollowRepetition();

@@ -155,8 +155,8 @@ KW_ACCEPTANCE CPgZEL::RunPresetSequence(bool factory)
 
 CPgZEL::t_Asked CPgZEL::StopAcquisition()
 {
-    const t_Asked asked{m_pControl->GetPgSMScope()->GetPrRunStop()->Get(),
-                        m_pControl->GetPgSMMeter()->GetPrRunStop()->Get()};
+    const t_Asked asked{m_pControl->GetPgSMScope()->GetPrRunStop()->GetUserValueAsInt(),
+                        m_pControl->GetPgSMMeter()->GetPrRunStop()->GetUserValueAsInt()};
     Ask({});
     KW_CHECKED(m_pControl->GetPgSMMode()->GetPrStop()->ExternalSetEventAndWaitForCompletion(
         eKW_OP_EVENT_START, eKW_OP_RESULT_SUCCESS));
@@ -170,8 +170,8 @@ void CPgZEL::Ask(const t_Asked& asked)
     const CLockGuard lock;
     const CDbRootScope scope(this, eWRITEKIND::Internal);
     KW_CHECKED(m_pControl->GetPgSMLogger()->GetPrRunStop()->DbSet(eKW_ZEL_RUNSTOP_STATE_STOP));
-    KW_CHECKED(m_pControl->GetPgSMScope()->GetPrRunStop()->DbSet(asked.scope));
-    KW_CHECKED(m_pControl->GetPgSMMeter()->GetPrRunStop()->DbSet(asked.meter));
+    KW_CHECKED(m_pControl->GetPgSMScope()->GetPrRunStop()->DbSetAsInt(asked.scope));
+    KW_CHECKED(m_pControl->GetPgSMMeter()->GetPrRunStop()->DbSetAsInt(asked.meter));
 }
 
 void CPgZEL::SwitchMode()

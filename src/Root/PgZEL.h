@@ -5,8 +5,6 @@
 
 #include <memory>
 
-enum KW_ZEL_RUNSTOP_STATE : INT32;
-
 /**
  * The root of the instrument's tree: everything that concerns the tree as a whole, above all the
  * order in which saving, recalling and presetting involve the acquisition.
@@ -39,12 +37,11 @@ private:
     KW_ACCEPTANCE AutosetLogger();
     KW_ACCEPTANCE Preset();
     KW_ACCEPTANCE PresetFactory();
-    /** What the user asks of the machines that a sequence lets run on; none of anything at first.
-     */
+    /** What the user asks of the machines that a sequence lets run on, as KW_ZEL_RUNSTOP_STATE. */
     struct t_Asked
     {
-        KW_ZEL_RUNSTOP_STATE scope;
-        KW_ZEL_RUNSTOP_STATE meter;
+        INT32 scope;
+        INT32 meter;
     };
     /** Answers what was asked before. */
     t_Asked StopAcquisition();

@@ -40,12 +40,13 @@ const t_Session kRunSessions[] = {
       {"Control/SMScope/Stop; .Start", "Control/SMScope/RunStop = SINGLE; .AcquisitionsLeft = 20"},
       {"@Control/SMScope/AcquisitionsLeft = 0",
        "Control/SMScope/RunStop = STOP; Runs/CurrentRun/RunStop = STOP"},
-      {"Trigger/RepetitionMode = CONTINUOUS; Control/SMScope/Start",
+      {"Control/SMScope/Start; Trigger/RepetitionMode = CONTINUOUS",
        "Control/SMScope/RunStop = RUN; .SingleCount = 1; Trigger/NumberOfAcquisitions = 20"}}},
     {"NumberOfNSingleIsTwo",
      {{"Control/SMScope/SingleCount = 7",
        "Trigger/RepetitionMode = N_SINGLE; .NumberOfAcquisitions = 7; "
        "Control/SMScope/SingleCount = 7"},
+      {"Control/SMScope/SingleCount = 1", "Trigger/RepetitionMode = CONTINUOUS"},
       {"Trigger/RepetitionMode = SINGLE", "Control/SMScope/SingleCount = 1"},
       {"Control/SMScope/Stop; .Start", "Control/SMScope/AcquisitionsLeft = 1"}}},
     {"XyModeHasNoXyDiagram",
@@ -63,14 +64,20 @@ const t_Session kRunSessions[] = {
      {{"Control/SMMode/OperationMode = METER; .SwitchMode; XY/State = ON",
        "Control/SMMode/OperationMode = SCOPE_XY; .ActiveMode = SCOPE_XY"},
       {"XY/State = OFF", "Control/SMMode/OperationMode = SCOPE_YT; .ActiveMode = SCOPE_YT"}}},
-    {"SpectrumOfAModeIsOff",
+    {"SpectrumIsOnInAnotherModeOrLostWithIt",
      {{"Control/SMMode/OperationMode = METER; .SwitchMode; FFT/State = ON",
        "Control/SMMode/ActiveMode = SCOPE_YT; Diagrams/DiagramWindow[1]/Type = SPECTRUM; "
        ".Width = 1280"},
-      {"XY/State = ON", "FFT/State = OFF; Diagrams/DiagramWindow[1]/Width = 0; "
-                        "Diagrams/DiagramWindow[2]/Type = XY; .Width = 1280"},
-      {"FFT/State = ON; Control/SMMode/OperationMode = METER", "FFT/State = OFF; XY/State = OFF"},
-      {"Control/SMMode/OperationMode = FFT",
+      {"XY/State = ON", "FFT/State = OFF; Diagrams/DiagramWindow[1]/Type = XY; .Width = 1280"},
+      {"XY/State = OFF", "FFT/State = ON; Diagrams/DiagramWindow[1]/Type = SPECTRUM"},
+      {"Control/SMMode/OperationMode = METER", "FFT/State = OFF; Diagrams/DiagramWindow[1]/Type = "
+                                               "NONE; .Visible = OFF; ..ActiveWindow = 0"},
+      {"Control/SMMode/OperationMode = SCOPE_YT", "FFT/State = ON"},
+      {"Control/SMMode/OperationMode = METER; FFT/State = OFF; Control/SMMode/OperationMode = "
+       "SCOPE_YT",
+       "FFT/State = OFF"}}},
+    {"SpectrumModeHasNoSpectrum",
+     {{"Control/SMMode/OperationMode = METER; .OperationMode = FFT",
        "Control/SMMode/OperationMode = SCOPE_YT; .ActiveMode = SCOPE_YT; FFT/State = ON; "
        "Spectrum/Mode = FFT"},
       {"FFT/State = OFF; Control/SMMode/OperationMode = SPECTRUM",
@@ -79,7 +86,7 @@ const t_Session kRunSessions[] = {
      {{"Mask/Start", "Control/SMMode/OperationMode = MASKTEST_YT; .ActiveMode = MASKTEST_YT"},
       {"FFT/State = ON", "Mask/Enabled = OFF; .State = OFF"},
       {"Control/SMMode/OperationMode = MASKTEST_YT", "Mask/Enabled = ON; FFT/State = OFF"},
-      {"Mask/Enabled = OFF", "Control/SMMode/OperationMode = SCOPE_YT"}}},
+      {"Mask/Enabled = OFF", "Control/SMMode/OperationMode = SCOPE_YT; FFT/State = ON"}}},
     {"DiagramShowsWhatIsOff",
      {{"Zoom/Enabled = ON; Diagrams/DiagramWindow[1]/Type = ZOOM; .Visible = ON; ..ActiveWindow = "
        "1; "
@@ -96,7 +103,9 @@ const t_Session kRunSessions[] = {
        "Diagrams/DiagramWindow[0]/Width = 640; .Height = 400; "
        "Diagrams/DiagramWindow[1]/Left = 640; Diagrams/DiagramWindow[2]/Top = 400; "
        "Diagrams/DiagramWindow[3]/Left = 640; .Top = 400; .Visible = ON"},
-      {"Diagrams/DiagramWindow[3]/Visible = OFF", "Diagrams/DiagramWindow[2]/Width = 1280"}}},
+      {"Diagrams/DiagramWindow[3]/Visible = OFF", "Diagrams/DiagramWindow[2]/Width = 1280"},
+      {"Diagrams/Layout = SINGLE",
+       "Diagrams/DiagramWindow[0]/Width = 1280; Diagrams/DiagramWindow[2]/Visible = OFF"}}},
     {"EmptyTestHasPassed",
      {{"Mask/Start; .Stop", "Mask/State = OFF; .Enabled = ON"},
       {"Mask/Start; @Mask/TestedAcquisitions = 5; @.FailedAcquisitions = 2; .Stop",
@@ -176,7 +185,7 @@ INSTANTIATE_TEST_SUITE_P(Runs, Sessions, testing::ValuesIn(kRunSessions), Sessio
 INSTANTIATE_TEST_SUITE_P(
     Runs, Walks,
     testing::Values(t_Walk{"", "Control Logger XY Mask Diagrams FFT HistoryViewer Zoom", CheckRuns,
-                           150, "Average Length is invalid"},
+                           8, "Average Length is invalid"},
                     t_Walk{"", "Control Control/SMScope Trigger XY/State", CheckRuns, 4}));
 
 TEST(Runs, SequenceLeavesTheScopeStoppedOrTheLoggerRecording)
