@@ -24,11 +24,12 @@ STEP_MODES = ("linear", "factor", "ladder125", "ladder1245", "list")
 STEP_BEHAVIOURS = ("limit", "wrap", "refuse")
 NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
+MEASURED = ("reading", "count")
 SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125", "ladder1245")
 
-_COMMON_KEYS = ("name", "type", "brief", "result", "save", "confirm", "secret",
-                "removed")
+_COMMON_KEYS = ("name", "type", "brief", "result", "measured", "save", "confirm",
+                "secret", "removed")
 _NUMBER_KEYS = (
     "default", "item_defaults", "unit", "min", "max", "step", "step_mode", "step_factor", "step_behaviour",
     "resolution", "values", "format", "bits",
@@ -334,6 +335,14 @@ def _secret(keys: CKeys, save: int) -> bool:
     return secret
 
 
+def _measured(keys: CKeys, result: bool) -> str | None:
+    """A setting is never invalid: it stands as it was set."""
+    measured = keys.choice("measured", MEASURED)
+    if measured and not result:
+        keys.fail(f"setting '{keys.raw('name')}' can not be measured, only a result")
+    return measured
+
+
 def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> Property | None:
     """A property; None when its name or type is unusable. `group_save` is the group's save/recall
     type, which holds for settings; results are saved only where they say so themselves, as nobody
@@ -361,5 +370,6 @@ def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> 
     return Property(
         name=name, kind=kind, enum=enum, brief=keys.brief(), location=keys.location,
         result=result, save=save, confirm=confirm, secret=_secret(keys, save),
+        measured=_measured(keys, result),
         **_facets(keys, kind, enum, enums),
     )

@@ -112,6 +112,9 @@ def _attributes(prop: Property) -> list[str]:
         lines.append(_member_call(prop, "DbSetDefault", _value(prop, prop.default)))
     if prop.confirm:
         lines.append(_member_call(prop, "DeclareConfirm", ""))
+    if prop.measured:
+        kind = f"eMEASURED::{prop.measured.capitalize()}"
+        lines.append(_member_call(prop, "DeclareMeasured", kind))
     return lines
 
 

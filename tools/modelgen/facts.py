@@ -78,8 +78,9 @@ def saved(prop: Property) -> str:
 
 
 def kind(prop: Property) -> str:
-    """Whether it is set or delivered, and whether its value is shown."""
-    return ("secret " if prop.secret else "") + ("result" if prop.result else "setting")
+    """Whether it is set, computed or measured, and whether its value is shown."""
+    origin = prop.measured or ("result" if prop.result else "setting")
+    return ("secret " if prop.secret else "") + origin
 
 
 def describe_property(prop: Property) -> str:

@@ -105,6 +105,8 @@ class Property:
     number: NumberFacets = NumberFacets()
     path: FileFacets = FileFacets()
     secret: bool = False
+    measured: str | None = None
+    """What the acquisition delivers: a "reading", invalid until then, or a "count"."""
 
 
 @dataclass(frozen=True)

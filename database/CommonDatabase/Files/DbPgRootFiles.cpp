@@ -140,6 +140,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyDocument(const CDbSettingsDocument& document,
         SkipOthers(recall, *this, document);
         const CDbPresentRecall present(recall);
         recall.SettleTwins(*this);
+        DropMeasuredBelow();
         m_dependencies.CalculateEverything();
         clean = recall.IsClean();
     }
@@ -169,6 +170,7 @@ KW_ACCEPTANCE CDbPgRoot::ApplyDefaults(SaveRecallPattern pattern, const QString&
     {
         const CDbRootScope scope(this, eWRITEKIND::Default);
         WriteDefaults(pattern);
+        DropMeasuredBelow();
         m_dependencies.CalculateEverything();
     }
     transaction.Commit();

@@ -41,6 +41,24 @@ KW_ACCEPTANCE CDbPropBase::SetValidity(KW_VALIDITY validity)
     return eKW_ACC_OK;
 }
 
+void CDbPropBase::DeclareMeasured(eMEASURED measured)
+{
+    m_measured = measured;
+    m_validity = measured == eMEASURED::Reading ? eKW_VALIDITY_INVALID : eKW_VALIDITY_VALID;
+}
+
+void CDbPropBase::DropMeasured()
+{
+    if (m_measured == eMEASURED::Reading)
+    {
+        SetValidity(eKW_VALIDITY_INVALID);
+    }
+    else if (m_measured == eMEASURED::Count)
+    {
+        WriteValue(GetDefaultValue(), eWRITEKIND::Internal);
+    }
+}
+
 void CDbPropBase::SetAvailability(KW_AVAILABILITY availability)
 {
     CDbChange change(*this);

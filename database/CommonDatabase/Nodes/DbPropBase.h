@@ -14,6 +14,14 @@
 
 class CDbPropBaseHist;
 
+/** What of a result the acquisition delivers. */
+enum class eMEASURED : UINT8
+{
+    Nothing, ///< it is computed, or tells a state
+    Reading, ///< its value: without a delivery there is none
+    Count    ///< how much of it there is: without a delivery nothing
+};
+
 /**
  * Base of every property, and the one way to write: every change of every property passes
  * WriteValue, whatever its kind and whoever asks. The steps: access → validation → unchanged? →
@@ -59,6 +67,13 @@ public:
     /** The same for writes of clients alone: confirming what stands is a choice. The model says so
        by `confirm = true`. Neither counts a change of its own. */
     void DeclareConfirm() { m_confirm = true; }
+    /** What the acquisition delivers: a reading is invalid until it does, a count at its default.
+        Declaration, before the tree is complete. */
+    void DeclareMeasured(eMEASURED measured);
+    /** As if nothing had been delivered, since what it was measured with has changed. Nothing for
+        what is not measured. */
+    void DropMeasured();
+
     /** Drops references to other nodes; called before the owning group goes. */
     virtual void ReleaseReferences() {}
 
@@ -147,6 +162,7 @@ private:
     bool m_forceDependencies = false;
     bool m_confirm = false;
     bool m_secret = false;
+    eMEASURED m_measured = eMEASURED::Nothing;
     std::atomic<bool> m_hasFim{false};
     UINT32 m_recordedStep = 0;
     std::unique_ptr<QVariantList> m_valueList;

@@ -381,3 +381,16 @@ void CDbPropertyGroup::WriteDefaults(INT32 pattern)
     }
     VisitItems([pattern](CDbPropertyGroup& item) { item.WriteDefaults(pattern); });
 }
+
+void CDbPropertyGroup::DropMeasured()
+{
+    for (const auto& property : m_properties)
+    {
+        property->DropMeasured();
+    }
+}
+
+void CDbPropertyGroup::DropMeasuredBelow()
+{
+    VisitChildrenFirst([](CDbPropertyGroup& group) { group.DropMeasured(); });
+}

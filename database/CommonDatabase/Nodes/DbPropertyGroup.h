@@ -181,6 +181,12 @@ public:
         are emptied. */
     virtual void WriteDefaults(INT32 pattern);
 
+    /** Drops what was measured of this group (CDbPropBase::DropMeasured); below it, too. */
+    ///@{
+    void DropMeasured();
+    void DropMeasuredBelow();
+    ///@}
+
 protected:
     /** Makes the typed handle; groups that no client sees give null. */
     virtual std::unique_ptr<IKWFunctionBase> CreateFIM();

@@ -159,6 +159,9 @@ _FACETS = [
     ("int32", "removed = true", "'Top/P' was never released: its entry can go"),
     ("int32", "result = true, confirm = true",
      "result 'P' can not be confirmed: no client writes it"),
+    ("int32", 'result = true, measured = "guess"',
+     "unknown measured 'guess', must be one of reading, count"),
+    ("int32", 'measured = "reading"', "setting 'P' can not be measured, only a result"),
     ("int32", "save = 3", "'save' must be a whole number of 0 to 2"),
     *[("string", f"secret = true{save}",
        "a secret can not be saved with the user's settings, only with save = 2 or 0")

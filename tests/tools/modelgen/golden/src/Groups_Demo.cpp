@@ -162,6 +162,7 @@ CPgChannel::CPgChannel(INT32 index)
     AddPropertyToList(m_pReading = new CDbPropNum<UINT32>, QStringLiteral("Reading"));
     m_pReading->SetObjectType(eOBJECTTYPE_RESULT);
     m_pReading->DeclareUnit(eKW_UNIT_NONE);
+    m_pReading->DeclareMeasured(eMEASURED::Reading);
     SetSaveRecallType(m_pReading, 0, true);
 }
 
