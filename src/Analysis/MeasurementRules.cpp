@@ -22,9 +22,27 @@ bool NMeasurementRules::IsDigitalQuantity(KW_ZEL_MEASUREMENT_TYPE type)
                      eKW_ZEL_MEASUREMENT_TYPE_FALLING_EDGE_COUNT);
 }
 
+bool NMeasurementRules::IsPower(KW_ZEL_MEASUREMENT_TYPE type)
+{
+    return type == eKW_ZEL_MEASUREMENT_TYPE_ACTIVE_POWER ||
+           type == eKW_ZEL_MEASUREMENT_TYPE_APPARENT_POWER ||
+           type == eKW_ZEL_MEASUREMENT_TYPE_REACTIVE_POWER ||
+           type == eKW_ZEL_MEASUREMENT_TYPE_POWER_FACTOR;
+}
+
+bool NMeasurementRules::MakePower(KW_UNIT level, KW_UNIT second)
+{
+    return level == eKW_UNIT_LEVEL_A ? second == eKW_UNIT_LEVEL_V
+                                     : level == eKW_UNIT_LEVEL_V && second == eKW_UNIT_LEVEL_A;
+}
+
 KW_UNIT NMeasurementRules::UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT level,
                                           KW_UNIT second)
 {
+    if (IsPower(type) && !MakePower(level, second))
+    {
+        return eKW_UNIT_NOT_DEFINED;
+    }
     switch (type)
     {
     case eKW_ZEL_MEASUREMENT_TYPE_POS_OVERSHOOT:
@@ -46,11 +64,10 @@ KW_UNIT NMeasurementRules::UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT 
     case eKW_ZEL_MEASUREMENT_TYPE_PHASE:
         return eKW_UNIT_ANGLE_DEG;
     case eKW_ZEL_MEASUREMENT_TYPE_ACTIVE_POWER:
-        return NRules::UnitProduct(level, second);
+        return eKW_UNIT_LEVEL_W;
     case eKW_ZEL_MEASUREMENT_TYPE_APPARENT_POWER:
     case eKW_ZEL_MEASUREMENT_TYPE_REACTIVE_POWER:
-        return NRules::UnitProduct(level, second) == eKW_UNIT_LEVEL_W ? eKW_UNIT_LEVEL_VA
-                                                                      : eKW_UNIT_NOT_DEFINED;
+        return eKW_UNIT_LEVEL_VA;
     default:
         break;
     }

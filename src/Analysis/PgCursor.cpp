@@ -5,6 +5,7 @@
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsOnOff.h"
+#include "KWEnumerationsReadings.h"
 #include "KWEnumerationsUnits.h"
 #include "Names/Cursor.h"
 #include "Names/Horizontal.h"
@@ -71,6 +72,10 @@ KW_ACCEPTANCE CPgCursor::MovePartnerOf(const CDbPropBase* line)
     }
     for (const t_Pair& pair : Pairs())
     {
+        if (pair.delta->GetValidity() != eKW_VALIDITY_VALID)
+        {
+            continue; // no distance to keep
+        }
         if (line == pair.first)
         {
             return NRules::MovePartner(*pair.first, *pair.second, pair.delta->Get());
@@ -116,6 +121,10 @@ void CPgCursor::LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace)
     {
         NRules::PutOnScreen(line, *screen);
     }
+    else
+    {
+        KW_CHECKED(line.SetUnit(eKW_UNIT_NONE));
+    }
 }
 
 void CPgCursor::UpdateReadout()
@@ -128,21 +137,30 @@ void CPgCursor::UpdateReadout()
 
 void CPgCursor::UpdateDeltas()
 {
+    const bool hasDifference = HasLevelDifference();
     for (const t_Pair& pair : Pairs())
     {
-        KW_CHECKED(pair.delta->DbSet(pair.second->Get() - pair.first->Get()));
+        const bool isThere = hasDifference || pair.delta != m_pDeltaY;
+        NRules::WriteResult(*pair.delta, isThere ? pair.second->Get() - pair.first->Get() : NAN);
     }
     // Without a distance both are infinite: no results then.
     const double distance = m_pDeltaX->Get();
+    const double rise = hasDifference ? m_pDeltaY->Get() : NAN;
     NRules::WriteResult(*m_pInverseDeltaX, distance != 0.0 ? 1.0 / std::fabs(distance) : NAN);
-    NRules::WriteResult(*m_pSlope, distance != 0.0 ? m_pDeltaY->Get() / distance : NAN);
-    UpdateUnits();
+    NRules::WriteResult(*m_pSlope, distance != 0.0 ? rise / distance : NAN);
+    UpdateUnits(hasDifference);
 }
 
-void CPgCursor::UpdateUnits()
+bool CPgCursor::HasLevelDifference() const
 {
-    const KW_UNIT first = m_pY1->GetUnit();
-    const KW_UNIT level = first == m_pY2->GetUnit() ? first : eKW_UNIT_NOT_DEFINED;
+    const auto first = NRules::ScreenOf(*this, m_pSource->Get());
+    const auto second = NRules::ScreenOf(*this, SecondTrace());
+    return first && second && first->unit == second->unit;
+}
+
+void CPgCursor::UpdateUnits(bool hasDifference)
+{
+    const KW_UNIT level = hasDifference ? m_pY1->GetUnit() : eKW_UNIT_NOT_DEFINED;
     KW_CHECKED(m_pDeltaY->SetUnit(level));
     KW_CHECKED(m_pReferenceY->SetUnit(level));
     KW_CHECKED(m_pSlope->SetUnit(NRules::UnitPerSecond(level)));
@@ -160,5 +178,8 @@ void CPgCursor::SetToScreen()
 void CPgCursor::SetAsReference()
 {
     KW_CHECKED(m_pReferenceX->DbSet(std::fabs(m_pDeltaX->Get())));
-    KW_CHECKED(m_pReferenceY->DbSet(std::fabs(m_pDeltaY->Get())));
+    if (m_pDeltaY->GetValidity() == eKW_VALIDITY_VALID)
+    {
+        KW_CHECKED(m_pReferenceY->DbSet(std::fabs(m_pDeltaY->Get())));
+    }
 }

@@ -33,7 +33,7 @@ private:
     KW_ZEL_CHANNEL SecondTrace() const;
     /** While the lines are coupled. */
     KW_ACCEPTANCE MovePartnerOf(const CDbPropBase* line);
-    /** Leaves the line alone where the trace has no levels. */
+    /** Leaves the line where it is, without a unit, where the trace has no levels. */
     void LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace);
     void UpdateSources();
     /** After the timebase, which gives times their limits and their step, and the screens of the
@@ -41,10 +41,11 @@ private:
     void LimitLines();
     /** Falls back to plain values where there is no reference any more. */
     void UpdateReadout();
-    /** Slope and 1/ΔX are invalid while both lines stand at one time. */
+    /** Slope and 1/ΔX are invalid while both lines stand at one time, slope and ΔY while the traces
+        have no levels, or levels of different units: then these units are not defined. */
     void UpdateDeltas();
-    /** "Not defined" for the difference of levels of different units. */
-    void UpdateUnits();
+    void UpdateUnits(bool hasDifference);
+    bool HasLevelDifference() const;
     /** Two divisions from the middle, where the screen lets them. */
     void SetToScreen();
     /** The absolute differences; zero is no reference. */

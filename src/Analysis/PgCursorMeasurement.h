@@ -3,14 +3,17 @@
 
 #include "Analysis/PgCursorMeasurementBase.h"
 
-/** One measurement between the cursor lines. Another quantity or source makes it invalid. */
+/** One measurement between the cursor lines, of one quantity of one source in one unit: with
+   another it is invalid. */
 class CPgCursorMeasurement : public CPgCursorMeasurementBase
 {
 public:
     t_Couplings Rules() const override;
 
 private:
-    void OfferSources();
+    /** What can be measured now; of anything else than before there is no result yet. */
+    void Follow();
     void UpdateUnit();
-    void InvalidateResult();
+    void DropOfProbe(const CDbPropBase* probe);
+    void DropOfMathematics();
 };

@@ -21,6 +21,12 @@ t_Couplings CPgMeasurements::Rules() const
             Do<&M::OrderPercents>,
         On(Names::LowerReferenceLevel, Names::MiddleReferenceLevel, Names::UpperReferenceLevel) >>
             Do<&M::OrderLevels>,
+        // Another stretch of the trace, or other levels at which its edges count.
+        Changed(Names::GateEnabled, Names::GateStart, Names::GateStop, Names::ReferenceLevelMode,
+                Names::LowerReferencePercent, Names::MiddleReferencePercent,
+                Names::UpperReferencePercent, Names::LowerReferenceLevel,
+                Names::MiddleReferenceLevel, Names::UpperReferenceLevel) >>
+            Do<&M::DropMeasuredBelow>,
         On(Names::ResetStatistics) >> Do<&M::ResetStatistics>,
         On(Names::DisableAll) >> Do<&M::DisableAll>, NRules::kSwitched >> update,
         NRules::kScreens >> update, NRules::kMathematicsScreen >> update);

@@ -2,12 +2,22 @@
 #include "Harmonic/PgHarmonic.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "Harmonic/HarmonicUnits.h"
+#include "Harmonic/PgHarmonicRawResults.h"
 #include "Harmonic/PgHarmonicUIResults.h"
+#include "Harmonic/PgaHarmonicChannelRawResult.h"
 #include "Harmonic/PgaHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicSelected.h"
+#include "KWEnumerationsChannels.h"
 #include "KWEnumerationsHarmonics.h"
+#include "KWEnumerationsOnOff.h"
+#include "Names/Channel.h"
 #include "Names/Harmonic.h"
+#include "Names/HarmonicLimitCurrent.h"
+#include "Names/HarmonicStandard.h"
+#include "Names/HarmonicUIResults.h"
 #include "Names/Horizontal.h"
+#include "Names/Vertical.h"
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/NumberRules.h"
@@ -24,6 +34,8 @@ constexpr double kPeriods = 10.0;
 t_Couplings CPgHarmonic::Rules() const
 {
     using H = CPgHarmonic;
+    using Limits = HarmonicLimitCurrent;
+    constexpr auto limits = Names::HarmonicStandard / HarmonicStandard::HarmonicLimitCurrent;
     static constexpr auto rows = Table<Names>(
         On(Names::Fundamental, Names::FundamentalSource) >> Do<&H::AwaitFundamental>,
         OnAny() >> Derive<&H::UpdateFundamental, &H::UpdateSelected>,
@@ -33,26 +45,41 @@ t_Couplings CPgHarmonic::Rules() const
         Delivered(Names::FundamentalFrequency) >> Do<&H::UpdateSelected>,
         NRules::kSwitched >> Derive<&H::OfferSources>, On(Names::AutoSet) >> Do<&H::FitTimebase>,
         On(Names::ResetAverage) >> Do<&H::ResetAverage>,
-        On(Names::ResetHistory) >> Do<&H::ResetHistory>, Fresh<&H::DropFundamental>);
+        On(Names::ResetHistory) >> Do<&H::ResetHistory>,
+
+        Changed(Names::ScaleSelection, Names::SelectedChannel,
+                ZEL::Vertical / Vertical::Channel / each / Channel::ProbeUnit) >>
+            Derive<&H::UpdateUnits>,
+        On(Names::Fundamental, Names::UserFundamental, Names::FundamentalSource,
+           Names::NumberOfHarmonics) >>
+            Do<&H::DropAnalysis>,
+        On(Names::ScaleSelection, Names::Average, Names::ThdType) >> Do<&H::DropShown>,
+        Changed(limits / Limits::Unit, limits / Limits::Scale, limits / Limits::OrderLimits,
+                limits / Limits::ThdLimit) >>
+            Do<&H::DropTest>,
+        NRules::kProbes >> Do<&H::DropChannel>,
+        Delivered(Names::HarmonicUIResults / HarmonicUIResults::TestPassed) >>
+            Do<&H::DropUntested>);
     return rows;
 }
 
 void CPgHarmonic::OfferSources()
 {
+    const KW_ZEL_ANALOG_CHANNEL before = m_pFundamentalSource->Get();
     NRules::OfferInputs(*m_pFundamentalSource);
+    if (m_pFundamentalSource->Get() != before)
+    {
+        AwaitFundamental();
+        DropAnalysis();
+    }
 }
 
 void CPgHarmonic::AwaitFundamental()
 {
     if (m_pFundamental->Get() == eKW_FUNDAMENTAL_AUTO)
     {
-        DropFundamental();
+        NRules::Invalidate({m_pFundamentalFrequency});
     }
-}
-
-void CPgHarmonic::DropFundamental()
-{
-    NRules::Invalidate({m_pFundamentalFrequency});
 }
 
 void CPgHarmonic::UpdateFundamental()
@@ -70,6 +97,19 @@ void CPgHarmonic::UpdateSelected()
     for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
     {
         m_pHarmonicSelected->ItemDirect(i)->Follow();
+    }
+}
+
+void CPgHarmonic::UpdateUnits()
+{
+    const auto selected = static_cast<INT32>(m_pSelectedChannel->Get());
+    KW_CHECKED(m_pHarmonicUIResults->GetPrScale()->DbSet(m_pScaleSelection->Get()));
+    KW_CHECKED(m_pVerticalMaximum->SetUnit(NHarmonicUnits::OfMagnitudes(*this, selected)));
+    for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
+    {
+        m_pHarmonicSelected->ItemDirect(i)->UpdateUnits();
+        m_pHarmonicRawResults->GetPgHarmonicChannelRawResult()->ItemDirect(i)->UpdateUnits();
+        m_pHarmonicUIResults->GetPgHarmonicChannelUIResult()->ItemDirect(i)->UpdateUnits();
     }
 }
 
@@ -110,5 +150,60 @@ void CPgHarmonic::ResetHistory()
     for (INT32 i = 0; i < channels.GetCount(); ++i)
     {
         channels.ItemDirect(i)->ResetHistory();
+    }
+}
+
+void CPgHarmonic::DropAnalysis()
+{
+    m_pHarmonicRawResults->DropMeasuredBelow();
+    DropShown();
+}
+
+void CPgHarmonic::DropShown()
+{
+    m_pHarmonicUIResults->DropMeasuredBelow();
+    m_pHarmonicSelected->DropMeasuredBelow();
+}
+
+void CPgHarmonic::DropTest()
+{
+    NRules::Invalidate({m_pHarmonicUIResults->GetPrTestPassed()});
+    for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
+    {
+        m_pHarmonicSelected->ItemDirect(i)->DropTest();
+        m_pHarmonicUIResults->GetPgHarmonicChannelUIResult()->ItemDirect(i)->DropTest();
+    }
+}
+
+void CPgHarmonic::DropChannel(const CDbPropBase* probe)
+{
+    const INT32 channel = NRules::IndexInArray(*probe->GetParent());
+    m_pHarmonicRawResults->GetPgHarmonicChannelRawResult()
+        ->ItemDirect(channel)
+        ->DropMeasuredBelow();
+    m_pHarmonicUIResults->GetPgHarmonicChannelUIResult()->ItemDirect(channel)->DropMeasuredBelow();
+    m_pHarmonicSelected->ItemDirect(channel)->DropMeasured();
+    // The average and the test are of all channels.
+    m_pHarmonicUIResults->DropMeasured();
+}
+
+bool CPgHarmonic::HasLimits() const
+{
+    for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
+    {
+        if (m_pHarmonicSelected->ItemDirect(i)->GetPrEnabled()->Get() == eKW_ONOFF_ON &&
+            NHarmonicUnits::HasLimits(*this, i))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+void CPgHarmonic::DropUntested()
+{
+    if (!HasLimits())
+    {
+        NRules::Invalidate({m_pHarmonicUIResults->GetPrTestPassed()});
     }
 }

@@ -4,7 +4,9 @@
 #include "Harmonic/PgHarmonicBase.h"
 
 /** Harmonic analysis. A measured fundamental frequency is invalid until one is found; orders end at
-    the number of harmonics; the history of the limit test can be begun anew. */
+    the number of harmonics; the history of the limit test can be begun anew. Results follow the
+    probes, and are invalid when what they were measured with changes: of a channel with its probe,
+    of a test with the limits. Channels are tested against limits of what they measure. */
 class CPgHarmonic : public CPgHarmonicBase
 {
 public:
@@ -14,11 +16,22 @@ private:
     void OfferSources();
     /** Of the automatic one: until it is delivered. */
     void AwaitFundamental();
-    void DropFundamental();
     /** A fixed one, or the user's, is known at once. */
     void UpdateFundamental();
     /** Also when a measured fundamental is delivered. */
     void UpdateSelected();
+    /** Of all results, and what they are shown in. */
+    void UpdateUnits();
+    bool HasLimits() const;
+
+    // What was measured with other settings.
+    void DropAnalysis();
+    void DropShown();
+    void DropTest();
+    void DropChannel(const CDbPropBase* probe);
+    /** What is delivered of a test without limits for what the channels measure. */
+    void DropUntested();
+
     void UpdateVisibility();
     /** eKW_ACC_NOTHING_TO_ACT_ON while the fundamental is not known. */
     KW_ACCEPTANCE FitTimebase();

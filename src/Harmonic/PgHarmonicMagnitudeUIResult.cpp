@@ -21,3 +21,11 @@ void CPgHarmonicMagnitudeUIResult::UpdateVisibility()
     const bool isShown = NHarmonicOrders::IsShown(*this, m_pOrder->Get());
     KW_CHECKED(m_pVisible->DbSet(isShown ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
 }
+
+void CPgHarmonicMagnitudeUIResult::SetUnit(KW_UNIT unit)
+{
+    for (CDbPropNumDouble* const number : {m_pMagnitude, m_pMaximum, m_pLimitValue})
+    {
+        KW_CHECKED(number->SetUnit(unit));
+    }
+}

@@ -3,6 +3,8 @@
 
 #include "Harmonic/PgHarmonicMagnitudeUIResultBase.h"
 
+enum KW_UNIT : INT32;
+
 /** One harmonic as it is shown; whether it is depends on the order that is delivered for it. */
 class CPgHarmonicMagnitudeUIResult : public CPgHarmonicMagnitudeUIResultBase
 {
@@ -13,4 +15,6 @@ public:
 
     /** Only in a tree. */
     void UpdateVisibility();
+    /** Of the magnitude and what it is compared with, led by the channel. */
+    void SetUnit(KW_UNIT unit);
 };

@@ -3,9 +3,9 @@
 
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "Harmonic/HarmonicOrders.h"
+#include "Harmonic/HarmonicUnits.h"
 #include "Harmonic/PgHarmonicChannelUIResult.h"
 #include "Harmonic/PgaHarmonicMagnitudeUIResult.h"
-#include "KWEnumerationsReadings.h"
 #include "Names/Harmonic.h"
 #include "Names/HarmonicSelected.h"
 #include "Names/HarmonicUIResults.h"
@@ -18,10 +18,11 @@ using namespace NNames;
 t_Couplings CPgHarmonicSelected::Rules() const
 {
     using S = CPgHarmonicSelected;
-    static constexpr auto rows = Table<Names>(On(Names::Order) >> Do<&S::OnOtherHarmonic>,
-                                              On(Names::SelectNext) >> Do<&S::SelectNext>,
-                                              On(Names::SelectPrevious) >> Do<&S::SelectPrevious>,
-                                              On(Names::SelectLargest) >> Do<&S::SelectLargest>);
+    static constexpr auto rows = Table<Names>(
+        On(Names::Order) >> Do<&S::OnOtherHarmonic>, On(Names::SelectNext) >> Do<&S::SelectNext>,
+        On(Names::SelectPrevious) >> Do<&S::SelectPrevious>,
+        On(Names::SelectLargest) >> Do<&S::SelectLargest>,
+        Delivered(Names::LimitValue, Names::Limit) >> Do<&S::DropUntested>);
     return rows;
 }
 
@@ -108,7 +109,26 @@ KW_ACCEPTANCE CPgHarmonicSelected::Select(UINT32 order)
 
 void CPgHarmonicSelected::OnOtherHarmonic()
 {
-    NRules::Invalidate({m_pMagnitude, m_pPhase, m_pLimitValue});
-    KW_CHECKED(m_pLimit->DbSet(eKW_ZEL_LIMIT_INSIDE));
+    DropMeasured();
     UpdateFrequency();
+}
+
+void CPgHarmonicSelected::UpdateUnits()
+{
+    const KW_UNIT shown = NHarmonicUnits::OfMagnitudes(*this, NRules::IndexInArray(*this));
+    KW_CHECKED(m_pMagnitude->SetUnit(shown));
+    KW_CHECKED(m_pLimitValue->SetUnit(shown));
+}
+
+void CPgHarmonicSelected::DropTest()
+{
+    NRules::Invalidate({m_pLimitValue, m_pLimit});
+}
+
+void CPgHarmonicSelected::DropUntested()
+{
+    if (!NHarmonicUnits::HasLimits(*this, NRules::IndexInArray(*this)))
+    {
+        DropTest();
+    }
 }

@@ -16,6 +16,9 @@ public:
     /** Keeps the order within what is analysed, and the frequency at its multiple of the
         fundamental in use. */
     void Follow();
+    void UpdateUnits();
+    /** Other limits: what was compared with the former ones. */
+    void DropTest();
 
 private:
     KW_ACCEPTANCE SelectNext();
@@ -28,6 +31,8 @@ private:
     KW_ACCEPTANCE Select(UINT32 order);
     /** Its readings belong to the former one. */
     void OnOtherHarmonic();
+    /** What is delivered of a test without limits for what the channel measures. */
+    void DropUntested();
     /** Invalid while the fundamental is. */
     void UpdateFrequency();
 };

@@ -4,6 +4,7 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 #include "Harmonic/HarmonicLimits.h"
+#include "Harmonic/HarmonicUnits.h"
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicLimitUser.h"
 #include "KWEnumerationsHarmonics.h"
@@ -38,6 +39,7 @@ void CPgHarmonicStandard::UpdateLimits()
                                            .powerFactor = m_pPowerFactor->Get(),
                                            .shortCircuitRatio = m_pShortCircuitRatio->Get()});
     const CPgHarmonicLimitCurrent& current = *m_pHarmonicLimitCurrent;
+    KW_CHECKED(current.GetPrUnit()->DbSet(NHarmonicUnits::OfStandard(m_pStandard->Get())));
     KW_CHECKED(current.GetPrScale()->DbSet(limits.scale));
     KW_CHECKED(current.GetPrHighestOrder()->DbSet(
         limits.orders.empty() ? 0U : limits.orders.rbegin()->first));

@@ -8,7 +8,4 @@ class CPgPerformance : public CPgPerformanceBase
 {
 public:
     t_Couplings Rules() const override;
-
-private:
-    void ResetFigures();
 };

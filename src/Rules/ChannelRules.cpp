@@ -192,6 +192,11 @@ void PutOnScreen(CDbPropNumDouble& level, const t_Screen& screen)
     KW_CHECKED(level.SetStep(StepOf(screen.division)));
 }
 
+bool RestsOn(KW_ZEL_CHANNEL channel, const CDbPropBase& probe)
+{
+    return channel == eKW_ZEL_CHANNEL_M1 || channel == IndexInArray(*probe.GetParent());
+}
+
 KW_UNIT UnitOf(const CDbPropertyGroup& group, KW_ZEL_CHANNEL channel)
 {
     const std::optional<t_Screen> screen = ScreenOf(group, channel);

@@ -86,6 +86,24 @@ inline constexpr auto kMathematicsScreen =
                     NNames::ZEL::Mathematics / NNames::Mathematics::Position,
                     NNames::ZEL::Mathematics / NNames::Mathematics::Unit);
 
+/** The probe of an input came to measure otherwise: what was read before was read with the former
+    one. The step gets the written setting, for RestsOn. */
+inline constexpr auto kProbes = NNames::Delivered(
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::ProbeFactor,
+    NNames::ZEL::Vertical / NNames::Vertical::Channel / NNames::each / NNames::Channel::ProbeUnit);
+
+/** Whether levels of a channel rest on a probe, named by one of its settings: that of the input
+    itself; the mathematics channel may be computed from each. */
+bool RestsOn(KW_ZEL_CHANNEL channel, const CDbPropBase& probe);
+
+/** The mathematics channel is computed from something else. */
+inline constexpr auto kMathematicsCurve =
+    NNames::Changed(NNames::ZEL::Mathematics / NNames::Mathematics::Type,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::SourceA,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::SourceB,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::UseExpression,
+                    NNames::ZEL::Mathematics / NNames::Mathematics::Expression);
+
 /** Kind of a channel's trace; digital for "none". */
 KW_ZEL_TRACE_TYPE TraceTypeOf(KW_ZEL_CHANNEL channel);
 

@@ -9,12 +9,12 @@ using namespace NNames;
 t_Couplings CPgReferenceMarker::Rules() const
 {
     using R = CPgReferenceMarker;
-    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&R::UpdateSteps>,
-                                              Delivered(Names::Frequency) >> Do<&R::UpdateSteps>);
+    static constexpr auto rows = Table<Names>(OnAny() >> Derive<&R::UpdateLine>,
+                                              Delivered(Names::Frequency) >> Do<&R::UpdateLine>);
     return rows;
 }
 
-void CPgReferenceMarker::UpdateSteps()
+void CPgReferenceMarker::UpdateLine()
 {
-    CSpectrumScreen::Of(*this).UpdateSteps(*m_pFrequency, m_pMagnitude);
+    CSpectrumScreen::Of(*this).UpdateLine(*m_pFrequency, *m_pMagnitude);
 }

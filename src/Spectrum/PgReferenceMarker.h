@@ -3,12 +3,12 @@
 
 #include "Spectrum/PgReferenceMarkerBase.h"
 
-/** The marker that the others refer to; its steps follow the screen. */
+/** The marker that the others refer to; its steps and its unit follow the screen. */
 class CPgReferenceMarker : public CPgReferenceMarkerBase
 {
 public:
     t_Couplings Rules() const override;
 
 private:
-    void UpdateSteps();
+    void UpdateLine();
 };

@@ -56,6 +56,7 @@ t_Couplings CPgSpectrum::Rules() const
         // still stands as the settings before had it.
         Derive<&S::UpdateAxis, &S::UpdateBandwidth, &S::UpdateMagnitudeAxis,
                &S::UpdateDownConverter>,
+        On(Names::MagnitudeUnit, Names::VerticalScaling) >> Do<&S::ConvertLevels>,
         On(Names::MagnitudeUnit, Names::Impedance, Names::VerticalScaling, Names::VerticalRefPoint,
            Names::VerticalRefLevel) >>
             Do<&S::UpdateMagnitudeAxis>,
@@ -75,6 +76,15 @@ t_Couplings CPgSpectrum::Rules() const
                 ZEL::DDC / DDC::State, ZEL::DDC / DDC::SampleDezimationFactor,
                 ZEL::Horizontal / Horizontal::SampleRate) >>
             Settle<&S::UpdateFFT>,
+        // What was measured with other settings; behind all that may still move these.
+        Changed(Names::Mode, Names::Source, Names::InputUnit, Names::WindowType,
+                Names::FFTFrequencySpan, Names::RBW, Names::HorizontalStart,
+                Names::HorizontalStop) >>
+            Do<&S::DropSpectra>,
+        Changed(Names::MagnitudeUnit, Names::VerticalScaling, Names::Impedance,
+                Names::TraceActive) >>
+            Do<&S::DropMarkers>,
+        NRules::kProbes >> Do<&S::DropOfProbe>,
         Changed(ZEL::FFT / FFT::AveragesDone, ZEL::FFT / FFT::AverageLength) >>
             Settle<&S::UpdateAverageComplete>,
         Changed(Names::HorizontalScaling, Names::HorizontalStart, Names::HorizontalStop,
@@ -121,12 +131,27 @@ void CPgSpectrum::EnterFunction()
 
 void CPgSpectrum::ResetTraces()
 {
-    for (CDbPropEnum<KW_ONOFF>* const result :
-         {m_pClippingNormal, m_pClippingMaxHold, m_pClippingMinHold, m_pClippingAverage})
-    {
-        KW_CHECKED(result->DbSet(eKW_ONOFF_OFF));
-    }
+    DropMeasured();
     At(ZEL::FFT)->ResetAverage();
+}
+
+void CPgSpectrum::DropSpectra()
+{
+    ResetTraces();
+    DropMarkers();
+}
+
+void CPgSpectrum::DropMarkers()
+{
+    m_pSpectrumMarkers->DropMeasuredBelow();
+}
+
+void CPgSpectrum::DropOfProbe(const CDbPropBase* probe)
+{
+    if (NRules::RestsOn(m_pSource->Get(), *probe))
+    {
+        DropSpectra();
+    }
 }
 
 void CPgSpectrum::UpdateAverageComplete()

@@ -9,6 +9,7 @@
 
 enum KW_RATIO : INT32;
 enum KW_SCALING_TYPE : INT32;
+enum KW_UNIT : INT32;
 enum KW_ZEL_CHANNEL : INT32;
 
 namespace NNames
@@ -138,7 +139,17 @@ private:
     /** Sources of FFT and down-converter, and the quantity that the probe measures. A file may name
         a channel that no input has: then nothing. */
     void UpdateInput();
+    /** Of an amplitude as far as it fits the quantity, else of the other one; the user's returns.
+     */
     void UpdateMagnitudeUnits();
+    /** In decibels, as the reference level and the threshold of the markers. */
+    KW_UNIT LevelUnit() const;
+    /** Of the axis, and of what stands on it. */
+    KW_UNIT AxisUnit() const;
+    /** Levels that were set stay the same ones in the unit that was selected: the properties still
+        have the former one. Those of another quantity keep their numbers. */
+    void ConvertLevels();
+    void ConvertLevel(CDbPropNumDouble& level, KW_UNIT to);
     /** Units first, as the ends are converted into them. */
     void UpdateMagnitudeAxis();
     /** Full scale of a sine, rounded up to a division, at the top of the screen. */
@@ -155,6 +166,10 @@ private:
     bool IsAnalysis() const { return m_pMode->Get() == eKW_SPECTRUM_MODE_SPA; }
     /** Traces and averages begin anew. */
     void ResetTraces();
+    /** With what was read of them; markers alone where the traces stay. */
+    void DropSpectra();
+    void DropMarkers();
+    void DropOfProbe(const CDbPropBase* probe);
     /** As many as the average is to have, or more. */
     void UpdateAverageComplete();
 };

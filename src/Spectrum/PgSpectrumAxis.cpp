@@ -47,7 +47,7 @@ void CPgSpectrum::SetAxis(const t_SpectrumAxis& axis, std::initializer_list<CDbP
     for (CDbPropNumDouble* const number :
          {m_pHorizontalStart, m_pHorizontalStop, m_pHorizontalCenter})
     {
-        screen.UpdateSteps(*number, nullptr);
+        screen.UpdateStep(*number);
     }
 }
 
@@ -98,7 +98,7 @@ void CPgSpectrum::UpdateAxis()
 
 CSpectrumScreen CPgSpectrum::Screen() const
 {
-    return {AxisRules(), Axis(), {m_pVerticalScaling->Get(), m_pVerticalStop->Get()}};
+    return {AxisRules(), Axis(), {m_pVerticalScaling->Get(), m_pVerticalStop->Get(), AxisUnit()}};
 }
 
 KW_ACCEPTANCE CPgSpectrum::StepSpan(INT32 steps)

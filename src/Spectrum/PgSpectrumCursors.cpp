@@ -29,7 +29,7 @@ t_Couplings CPgSpectrumCursors::Rules() const
                          Do<&C::MovePartner>,
                      On(cursor / SpectrumCursor::Horizontal, cursor / SpectrumCursor::Vertical,
                         cursor / SpectrumCursor::Reset) >>
-                         Derive<&C::UpdateDifferences, &C::UpdateSteps>,
+                         Derive<&C::UpdateDifferences, &C::UpdateLines>,
                      On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>);
     return rows;
 }
@@ -44,14 +44,15 @@ void CPgSpectrumCursors::UpdateDifferences()
         m_pDeltaVertical->DbSet(second->GetPrVertical()->Get() - first->GetPrVertical()->Get()));
 }
 
-void CPgSpectrumCursors::UpdateSteps()
+void CPgSpectrumCursors::UpdateLines()
 {
     const CSpectrumScreen screen = CSpectrumScreen::Of(*this);
     for (INT32 i = 0; i < m_pSpectrumCursor->GetCount(); ++i)
     {
-        screen.UpdateSteps(*m_pSpectrumCursor->ItemDirect(i)->GetPrHorizontal(),
-                           m_pSpectrumCursor->ItemDirect(i)->GetPrVertical());
+        screen.UpdateLine(*m_pSpectrumCursor->ItemDirect(i)->GetPrHorizontal(),
+                          *m_pSpectrumCursor->ItemDirect(i)->GetPrVertical());
     }
+    KW_CHECKED(m_pDeltaVertical->SetUnit(screen.DifferenceUnit()));
 }
 
 void CPgSpectrumCursors::MovePartner(const CDbPropBase* written)

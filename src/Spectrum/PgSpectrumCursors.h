@@ -3,7 +3,8 @@
 
 #include "Spectrum/PgSpectrumCursorsBase.h"
 
-/** The pair of cursors. The differences that it shows are also what a coupled pair keeps. */
+/** The pair of cursors, in the steps and the unit of the screen. The differences that it shows are
+ * also what a coupled pair keeps. */
 class CPgSpectrumCursors : public CPgSpectrumCursorsBase
 {
 public:
@@ -14,6 +15,6 @@ private:
         far as its limits let it, which is reported as a warning. */
     void MovePartner(const CDbPropBase* written);
     void UpdateDifferences();
-    void UpdateSteps();
+    void UpdateLines();
     void SetToScreen();
 };

@@ -15,13 +15,48 @@
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
+#include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/PgSpectrum.h"
+#include "Spectrum/PgSpectrumCursors.h"
+#include "Spectrum/PgSpectrumMarkers.h"
+#include "Spectrum/PgaSpectrumCursor.h"
 #include "Spectrum/SpectrumHardware.h"
 
 #include <cmath>
 #include <limits>
 
 using namespace NNames;
+
+namespace
+{
+bool IsAmplitude(KW_UNIT unit)
+{
+    return unit == eKW_UNIT_LEVEL_V || unit == eKW_UNIT_LEVEL_A;
+}
+
+/** `plain` where `value` is that but for what logarithms cost of the last digits, else `value`
+    without those digits: there and back a level must be what it was, on every processor. */
+double WithoutDust(double value, double plain, double dust, double fine)
+{
+    return std::fabs(value - plain) <= dust ? plain : fine;
+}
+
+/** A level that was set has no more than nine decimals. */
+double RoundedDecibels(double decibels)
+{
+    const auto rounded = [decibels](double perDecibel)
+    { return std::round(decibels * perDecibel) / perDecibel; };
+    return WithoutDust(decibels, rounded(1e9), 4e-12, rounded(1e12));
+}
+
+/** An amplitude that was set has no more than nine digits. */
+double RoundedAmplitude(double amplitude)
+{
+    const auto rounded = [amplitude](int digits)
+    { return QString::number(amplitude, 'g', digits).toDouble(); };
+    return WithoutDust(amplitude, rounded(9), amplitude * 5e-13, rounded(15));
+}
+} // namespace
 
 void CPgSpectrum::FollowSourceOfFFT()
 {
@@ -89,18 +124,68 @@ void CPgSpectrum::UpdateMagnitudeUnits()
     const KW_FFT_MAGN_UNIT amplitude = isVoltage ? eKW_FFT_MAGN_UNIT_DBV : eKW_FFT_MAGN_UNIT_DBA;
     KW_CHECKED(m_pMagnitudeUnit->EnableValue(eKW_FFT_MAGN_UNIT_DBV, isVoltage));
     KW_CHECKED(m_pMagnitudeUnit->EnableValue(eKW_FFT_MAGN_UNIT_DBA, !isVoltage));
-    if (m_pMagnitudeUnit->Get() != eKW_FFT_MAGN_UNIT_DBM)
+    KW_CHECKED(m_pMagnitudeUnit->FollowWish(amplitude));
+    KW_CHECKED(m_pVerticalRefLevel->SetUnit(LevelUnit()));
+    KW_CHECKED(m_pSpectrumMarkers->GetPrThreshold()->SetUnit(LevelUnit()));
+    KW_CHECKED(m_pVerticalStart->SetUnit(AxisUnit()));
+    KW_CHECKED(m_pVerticalStop->SetUnit(AxisUnit()));
+}
+
+KW_UNIT CPgSpectrum::LevelUnit() const
+{
+    switch (m_pMagnitudeUnit->Get())
     {
-        KW_CHECKED(m_pMagnitudeUnit->DbSet(amplitude));
+    case eKW_FFT_MAGN_UNIT_DBV:
+        return eKW_UNIT_LEVEL_DBV;
+    case eKW_FFT_MAGN_UNIT_DBA:
+        return eKW_UNIT_LEVEL_DBA;
+    default:
+        return eKW_UNIT_LEVEL_DBM;
     }
-    const KW_UNIT level = m_pMagnitudeUnit->Get() == eKW_FFT_MAGN_UNIT_DBM ? eKW_UNIT_LEVEL_DBM
-                          : isVoltage                                      ? eKW_UNIT_LEVEL_DBV
-                                                                           : eKW_UNIT_LEVEL_DBA;
-    const bool isLinear = m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR;
+}
+
+KW_UNIT CPgSpectrum::AxisUnit() const
+{
+    const bool isVoltage = m_pInputUnit->Get() == eKW_FFT_INPUT_UNIT_VOLTAGE;
     const KW_UNIT linear = isVoltage ? eKW_UNIT_LEVEL_V : eKW_UNIT_LEVEL_A;
-    KW_CHECKED(m_pVerticalRefLevel->SetUnit(level));
-    KW_CHECKED(m_pVerticalStart->SetUnit(isLinear ? linear : level));
-    KW_CHECKED(m_pVerticalStop->SetUnit(isLinear ? linear : level));
+    return m_pVerticalScaling->Get() == eKW_SCALING_TYPE_LINEAR ? linear : LevelUnit();
+}
+
+void CPgSpectrum::ConvertLevels()
+{
+    ConvertLevel(*m_pVerticalRefLevel, LevelUnit());
+    ConvertLevel(*m_pSpectrumMarkers->GetPrThreshold(), LevelUnit());
+    ConvertLevel(*m_pSpectrumMarkers->GetPgReferenceMarker()->GetPrMagnitude(), AxisUnit());
+    const CPgaSpectrumCursor& cursors = *m_pSpectrumCursors->GetPgSpectrumCursor();
+    for (INT32 i = 0; i < cursors.GetCount(); ++i)
+    {
+        ConvertLevel(*cursors.ItemDirect(i)->GetPrVertical(), AxisUnit());
+    }
+}
+
+void CPgSpectrum::ConvertLevel(CDbPropNumDouble& level, KW_UNIT to)
+{
+    const KW_UNIT from = level.GetUnit();
+    if (from == to)
+    {
+        return;
+    }
+    const auto conversion = [this](KW_UNIT unit, bool toAmplitude)
+    {
+        return CZELDatabaseHelperFFT::ConvertMagnitudeDBFunction(
+            m_pInputUnit->Get(),
+            unit == eKW_UNIT_LEVEL_DBM ? eKW_FFT_MAGN_UNIT_DBM : eKW_FFT_MAGN_UNIT_DBV,
+            m_pImpedance->Get(), toAmplitude);
+    };
+    // Nothing is the lowest level: -400 dB, or 0 V.
+    const double lowest = level.GetDeclaredMin();
+    const double amplitude = IsAmplitude(from)       ? level.Get()
+                             : level.Get() <= lowest ? 0.0
+                                                     : conversion(from, true)(level.Get());
+    const double value = IsAmplitude(to) ? RoundedAmplitude(amplitude)
+                                         : RoundedDecibels(conversion(to, false)(amplitude));
+    KW_CHECKED(level.SetUnit(to));
+    NRules::MoveTo(level, value);
 }
 
 CPgSpectrum::t_MagnitudeRange

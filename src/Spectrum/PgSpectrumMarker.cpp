@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Spectrum/PgSpectrumMarker.h"
 
-#include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "Names/Spectrum.h"
 #include "Names/ZEL.h"
+#include "Rules/ReadingRules.h"
 #include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/SpectrumScreen.h"
 
@@ -14,7 +14,10 @@ using namespace NNames;
 t_Couplings CPgSpectrumMarker::Rules() const
 {
     static constexpr auto rows =
-        Table<Names>(On(Names::SetCenter) >> Do<&CPgSpectrumMarker::SetCenter>);
+        Table<Names>(On(Names::SetCenter) >> Do<&CPgSpectrumMarker::SetCenter>,
+                     // Nothing has been read yet where it stands now.
+                     On(Names::Frequency) >> Do<&CPgSpectrumMarker::DropMeasured>,
+                     Delivered(Names::Frequency) >> Do<&CPgSpectrumMarker::DropMeasured>);
     return rows;
 }
 
@@ -26,17 +29,19 @@ KW_ACCEPTANCE CPgSpectrumMarker::SetCenter()
 void CPgSpectrumMarker::Follow(const CPgReferenceMarker& reference)
 {
     UpdateRelative(reference);
-    CSpectrumScreen::Of(*this).UpdateSteps(*m_pFrequency, nullptr);
+    const CSpectrumScreen screen = CSpectrumScreen::Of(*this);
+    screen.UpdateStep(*m_pFrequency);
+    KW_CHECKED(m_pMagnitude->SetUnit(screen.LevelUnit()));
+    KW_CHECKED(m_pDeltaMagnitude->SetUnit(screen.DifferenceUnit()));
 }
 
 void CPgSpectrumMarker::UpdateRelative(const CPgReferenceMarker& reference)
 {
     if (reference.GetPrEnabled()->Get() == eKW_ONOFF_OFF)
     {
-        KW_CHECKED(m_pDeltaFrequency->SetValidity(eKW_VALIDITY_INVALID));
-        KW_CHECKED(m_pDeltaMagnitude->SetValidity(eKW_VALIDITY_INVALID));
+        NRules::Invalidate({m_pDeltaFrequency, m_pDeltaMagnitude});
         return;
     }
     KW_CHECKED(m_pDeltaFrequency->DbSet(m_pFrequency->Get() - reference.GetPrFrequency()->Get()));
-    KW_CHECKED(m_pDeltaMagnitude->DbSet(m_pMagnitude->Get() - reference.GetPrMagnitude()->Get()));
+    NRules::WriteDifference(*m_pDeltaMagnitude, *m_pMagnitude, reference.GetPrMagnitude()->Get());
 }

@@ -5,7 +5,8 @@
 
 class CPgReferenceMarker;
 
-/** One marker; it keeps its values relative to the reference marker. */
+/** One marker; it keeps its values relative to the reference marker. Moved, its magnitude is
+    not known until it is read there. */
 class CPgSpectrumMarker : public CPgSpectrumMarkerBase
 {
 public:
@@ -13,8 +14,8 @@ public:
 
     t_Couplings Rules() const override;
 
-    /** Differences to the reference, invalid while that is not shown, and the step of the screen.
-     */
+    /** Differences to the reference, invalid while that is not shown, and step and units of the
+        screen. */
     void Follow(const CPgReferenceMarker& reference);
 
 private:

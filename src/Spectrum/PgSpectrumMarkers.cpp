@@ -7,6 +7,7 @@
 #include "KWEnumerationsOnOff.h"
 #include "Names/ReferenceMarker.h"
 #include "Names/SpectrumMarker.h"
+#include "Rules/ReadingRules.h"
 #include "Spectrum/PgReferenceMarker.h"
 #include "Spectrum/PgaSpectrumMarker.h"
 
@@ -16,16 +17,19 @@ t_Couplings CPgSpectrumMarkers::Rules() const
 {
     using M = CPgSpectrumMarkers;
     constexpr auto marker = Names::SpectrumMarker / each;
+    constexpr auto reference = Names::ReferenceMarker;
     static constexpr auto rows = Table<Names>(
         On(Names::SetReference) >> Do<&M::SetReference>, On(Names::RemoveAll) >> Do<&M::RemoveAll>,
         On(marker / SpectrumMarker::Enabled, marker / SpectrumMarker::Frequency) >>
             Do<&M::UpdateMarker>,
         Delivered(marker / SpectrumMarker::Magnitude) >> Do<&M::UpdateMarker>,
         Items(Names::SpectrumMarker) >> Do<&M::UpdateMarkers>,
-        Changed(Names::ReferenceMarker / ReferenceMarker::Enabled,
-                Names::ReferenceMarker / ReferenceMarker::Frequency,
-                Names::ReferenceMarker / ReferenceMarker::Magnitude) >>
-            Derive<&M::UpdateMarkers>);
+        On(reference / ReferenceMarker::Enabled, reference / ReferenceMarker::Frequency,
+           reference / ReferenceMarker::Magnitude) >>
+            Derive<&M::UpdateMarkers>,
+        Delivered(reference / ReferenceMarker::Enabled, reference / ReferenceMarker::Frequency,
+                  reference / ReferenceMarker::Magnitude) >>
+            Do<&M::UpdateMarkers>);
     return rows;
 }
 
@@ -42,8 +46,13 @@ KW_ACCEPTANCE CPgSpectrumMarkers::SetReference()
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
+    const KW_ACCEPTANCE code =
+        NRules::TakeReading(*m_pReferenceMarker->GetPrMagnitude(), *marker->GetPrMagnitude());
+    if (code > eKW_ACC_WARNING)
+    {
+        return code;
+    }
     KW_CHECKED(m_pReferenceMarker->GetPrFrequency()->DbSet(marker->GetPrFrequency()->Get()));
-    KW_CHECKED(m_pReferenceMarker->GetPrMagnitude()->DbSet(marker->GetPrMagnitude()->Get()));
     return KW_CHECKED(m_pReferenceMarker->GetPrEnabled()->DbSet(eKW_ONOFF_ON));
 }
 

@@ -15,6 +15,6 @@ private:
     /** The one that a member of was written. */
     void UpdateMarker(const CDbPropBase* written);
     KW_ACCEPTANCE RemoveAll();
-    /** eKW_ACC_NOTHING_TO_ACT_ON when no marker is selected. */
+    /** eKW_ACC_NOTHING_TO_ACT_ON when no marker is selected, or its magnitude is not known. */
     KW_ACCEPTANCE SetReference();
 };

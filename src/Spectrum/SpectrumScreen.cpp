@@ -3,6 +3,7 @@
 
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "KWEnumerationsReadings.h"
+#include "KWEnumerationsUnits.h"
 #include "Names/Spectrum.h"
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
@@ -18,16 +19,25 @@ CSpectrumScreen CSpectrumScreen::Of(const CDbPropertyGroup& group)
              group.At(ZEL::Spectrum / Spectrum::HorizontalSpan)->Get(),
              group.At(ZEL::Spectrum / Spectrum::HorizontalCenter)->Get()},
             {group.At(ZEL::Spectrum / Spectrum::VerticalScaling)->Get(),
-             group.At(ZEL::Spectrum / Spectrum::VerticalStop)->Get()}};
+             group.At(ZEL::Spectrum / Spectrum::VerticalStop)->Get(),
+             group.At(ZEL::Spectrum / Spectrum::VerticalStop)->GetUnit()}};
 }
 
-void CSpectrumScreen::UpdateSteps(CDbPropNumDouble& frequency, CDbPropNumDouble* level) const
+void CSpectrumScreen::UpdateStep(CDbPropNumDouble& frequency) const
 {
     KW_CHECKED(frequency.SetStep(m_rules.StepAt(m_axis, frequency.Get())));
-    if (level != nullptr)
-    {
-        KW_CHECKED(level->SetStep(LevelStep()));
-    }
+}
+
+void CSpectrumScreen::UpdateLine(CDbPropNumDouble& frequency, CDbPropNumDouble& level) const
+{
+    UpdateStep(frequency);
+    KW_CHECKED(level.SetStep(LevelStep()));
+    KW_CHECKED(level.SetUnit(LevelUnit()));
+}
+
+KW_UNIT CSpectrumScreen::DifferenceUnit() const
+{
+    return m_magnitude.scaling == eKW_SCALING_TYPE_LINEAR ? LevelUnit() : eKW_UNIT_LEVEL_DB;
 }
 
 double CSpectrumScreen::LevelStep() const
