@@ -16,8 +16,7 @@ t_Couplings CPgSpectrumMarker::Rules() const
     static constexpr auto rows =
         Table<Names>(On(Names::SetCenter) >> Do<&CPgSpectrumMarker::SetCenter>,
                      // Nothing has been read yet where it stands now.
-                     On(Names::Frequency) >> Do<&CPgSpectrumMarker::DropMeasured>,
-                     Delivered(Names::Frequency) >> Do<&CPgSpectrumMarker::DropMeasured>);
+                     On(Names::Frequency) >> Do<&CPgSpectrumMarker::DropMeasured>);
     return rows;
 }
 

@@ -26,8 +26,9 @@ constexpr const char* kSituations[] = {
     "Vertical/Channel[1]/ProbeType = CURRENT_1_V_PER_A; .Enabled = ON; Mathematics/SourceA = C2; "
     "Cursor/Source = C2; Vertical/Channel[1]/Enabled = OFF",
     "Mathematics/Enabled = ON; Cursor/Source = M1; .Y1 = 1; "
-    ".CursorMeasurements/CursorMeasurement[0]/Source = M1; Measurements/Measurement[0]/Source = "
-    "M1; Mathematics/Type = MULTIPLY; .Scale = 0.001",
+    ".CursorMeasurements/CursorMeasurement[0]/Source = M1; @.Result = 1; "
+    "Measurements/Measurement[0]/Source = M1; @.Actual = 1; Mathematics/Type = SUBTRACT; .Type = "
+    "MULTIPLY; .Scale = 0.001",
     "Zoom/CoupleToCursor = ON; Cursor/X1 = -1e-7; Horizontal/Scale = 1e-8",
     "@Harmonic/FundamentalFrequency = 100; Harmonic/AutoSet; .FundamentalSource = C2",
     "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order "
@@ -66,8 +67,10 @@ constexpr const char* kSituations[] = {
     "Trigger/SENTBusTriggerSettings/Status = 1; .ClearPatterns",
     "Trigger/CANBusTriggerSettings/Type = IDENTIFIER",
     "Logic/Enabled = ON; Trigger/Type = RUNT",
+    "SerialBus/UARTBusSettings/DataLength = 9_BIT",
     "Trigger/TvTriggerSettings/Polarity = POSITIVE; .Standard = NTSC",
-    "FFT/AverageLength = 2; @FFT/AveragesDone = 2",
+    "FFT/AverageLength = 2; @FFT/AveragesDone = 2; Vertical/Channel[0]/ProbeType = VOLTAGE_1_TO_1",
+    "Spectrum/Mode = FFT; Horizontal/ZELMode = ZEL_C",
     "Spectrum/HorizontalScaling = LOGARITHMIC; .SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
     "..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[0]; "
     "@.SpectrumMarker[0]/Magnitude = -7; ..SetReference"};
