@@ -22,6 +22,7 @@
 #include "Rules/ChannelRules.h"
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
+#include "Rules/SourceDependencies.h"
 
 using namespace NNames;
 
@@ -57,7 +58,7 @@ t_Couplings CPgHarmonic::Rules() const
         Changed(limits / Limits::Unit, limits / Limits::Scale, limits / Limits::OrderLimits,
                 limits / Limits::ThdLimit) >>
             Do<&H::DropTest>,
-        NRules::kProbes >> Do<&H::DropChannel>,
+        NRules::kProbes >> Do<&H::DropOfProbe>, NRules::kSwitched >> Do<&H::DropHidden>,
         Delivered(Names::HarmonicUIResults / HarmonicUIResults::TestPassed) >>
             Do<&H::DropUntested>);
     return rows;
@@ -175,16 +176,32 @@ void CPgHarmonic::DropTest()
     }
 }
 
-void CPgHarmonic::DropChannel(const CDbPropBase* probe)
+void CPgHarmonic::DropOfProbe(const CDbPropBase* probe)
 {
-    const INT32 channel = NRules::IndexInArray(*probe->GetParent());
+    DropChannel(NRules::IndexInArray(*probe->GetParent()));
+    // The average and the test are of all channels.
+    m_pHarmonicUIResults->DropMeasured();
+}
+
+void CPgHarmonic::DropHidden()
+{
+    const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, this);
+    for (INT32 i = 0; i < m_pHarmonicSelected->GetCount(); ++i)
+    {
+        if (!activity.IsSourceActive(static_cast<KW_ZEL_CHANNEL>(i)))
+        {
+            DropChannel(i);
+        }
+    }
+}
+
+void CPgHarmonic::DropChannel(INT32 channel)
+{
     m_pHarmonicRawResults->GetPgHarmonicChannelRawResult()
         ->ItemDirect(channel)
         ->DropMeasuredBelow();
     m_pHarmonicUIResults->GetPgHarmonicChannelUIResult()->ItemDirect(channel)->DropMeasuredBelow();
     m_pHarmonicSelected->ItemDirect(channel)->DropMeasured();
-    // The average and the test are of all channels.
-    m_pHarmonicUIResults->DropMeasured();
 }
 
 bool CPgHarmonic::HasLimits() const

@@ -28,7 +28,9 @@ private:
     void DropAnalysis();
     void DropShown();
     void DropTest();
-    void DropChannel(const CDbPropBase* probe);
+    void DropOfProbe(const CDbPropBase* probe);
+    void DropHidden();
+    void DropChannel(INT32 channel);
     /** What is delivered of a test without limits for what the channels measure. */
     void DropUntested();
 

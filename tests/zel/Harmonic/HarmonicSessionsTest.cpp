@@ -34,6 +34,11 @@ const t_Session kHarmonicSessions[] = {
        CHANNEL "HarmonicMagnitudeUIResult[0]/Magnitude = 4-; .Magnitude.unit = LEVEL_DB; "
                "Harmonic/HarmonicUIResults/Scale = DB_FUNDAMENTAL; .AveragesDone = 0; " RAW
                "HarmonicMagnitudeRawResult[0]/Magnitude = 2"}}},
+    {"HiddenChannelIsStillAnalysed",
+     {{kAnalysed, ""},
+      {"Vertical/Channel[1]/Enabled = OFF", CHANNEL "Thd = 7"},
+      {"Vertical/Channel[0]/Enabled = OFF",
+       CHANNEL "Thd = 7-; Harmonic/HarmonicSelected[0]/Magnitude = 4-"}}},
     {"FundamentalIsAnother",
      {{kAnalysed, ""},
       {"Harmonic/FundamentalSource = C2",

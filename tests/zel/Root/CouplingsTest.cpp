@@ -35,6 +35,7 @@ constexpr const char* kSituations[] = {
     "= 5; @.Magnitude = 1; Harmonic/HarmonicSelected[0]/SelectLargest",
     "@Harmonic/HarmonicUIResults/AveragesDone = 3; Harmonic/ResetAverage",
     "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/ThdLimit = 1",
+    "@Harmonic/HarmonicSelected[2]/Magnitude = 1; Vertical/Channel[2]/Enabled = OFF",
     "Horizontal/Scale = 1e-8; Preset",
     "Horizontal/Scale = 1e-8; PresetFactory",
     "Logger/HorizontalScale = 1_MIN; AutosetLogger",
