@@ -14,6 +14,7 @@ const char* const kWays[] = {
     "Logic/Enabled",
     "Logic/LogicChannel[0]/Enabled",
     "SerialBus/Enabled",
+    "Trigger/Type",
     "Mathematics/Enabled",
     "FFT/State",
     "Horizontal/ZELMode",
