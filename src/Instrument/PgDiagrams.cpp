@@ -171,18 +171,12 @@ void CPgDiagrams::LendWindows()
 
 void CPgDiagrams::TakeBackWindows()
 {
-    const auto windows = Windows();
-    for (const CPgDiagramWindow* const window : windows)
+    for (const CPgDiagramWindow* const window : Windows())
     {
-        if (!IsLent(*window) || HasContents(*window))
+        if (IsLent(*window) && !HasContents(*window))
         {
-            continue;
-        }
-        KW_CHECKED(window->GetPrType()->FollowWish(eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE));
-        KW_CHECKED(window->GetPrVisible()->FollowWish(eKW_ONOFF_OFF));
-        if (window == windows[m_pActiveWindow->Get()] && HasVisibleWindow())
-        {
-            TakeBackActive();
+            KW_CHECKED(window->GetPrType()->FollowWish(eKW_ZEL_DIAGRAMWINDOW_TYPE_NONE));
+            KW_CHECKED(window->GetPrVisible()->FollowWish(eKW_ONOFF_OFF));
         }
     }
 }
@@ -204,7 +198,7 @@ void CPgDiagrams::Lend(KW_ZEL_DIAGRAMWINDOW_TYPE type, KW_ZEL_DIAGRAMWINDOW_TYPE
     }
     KW_CHECKED((*free)->GetPrType()->SetForNow(type));
     KW_CHECKED((*free)->GetPrVisible()->SetForNow(eKW_ONOFF_ON));
-    KW_CHECKED(m_pActiveWindow->DbSet(static_cast<UINT32>(free - windows.begin())));
+    Activate(static_cast<UINT32>(free - windows.begin()));
 }
 
 /** The last one can not be switched off. */
@@ -289,13 +283,21 @@ void CPgDiagrams::SelectWindow()
         KW_CHECKED(m_pDiagramWindow->ItemDirect(0)->GetPrVisible()->DbSet(eKW_ONOFF_ON));
     }
     const auto windows = Windows();
-    const auto isUsable = [&windows, this](UINT32 index) { return CanBeShown(*windows[index]); };
     const UINT32 wish = m_pActiveWindow->GetUserValue();
     const UINT32 present = m_pActiveWindow->Get();
-    const UINT32 active = isUsable(wish) ? wish : isUsable(present) ? present : FirstUsable();
-    if (active != present)
+    const bool canStay = CanBeShown(*windows[present]);
+    if (canStay && IsLent(*windows[present]))
     {
-        KW_CHECKED(m_pActiveWindow->WriteValue(UINT64{active}, eWRITEKIND::Auto));
+        return;
+    }
+    Activate(CanBeShown(*windows[wish]) ? wish : canStay ? present : FirstUsable());
+}
+
+void CPgDiagrams::Activate(UINT32 window)
+{
+    if (window != m_pActiveWindow->Get())
+    {
+        KW_CHECKED(m_pActiveWindow->WriteValue(UINT64{window}, eWRITEKIND::Auto));
     }
 }
 

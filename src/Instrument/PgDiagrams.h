@@ -51,9 +51,11 @@ private:
     UINT32 FirstUsable() const;
     /** What was never active is no wish. */
     void TakeBackActive();
-    /** The active diagram is one that can be shown: the user's, the present one, or the first. A
-        file may leave none visible: then the first one is. */
+    /** The active diagram is one that can be shown: the one that is lent, the user's, the present
+        one, or the first. A file may leave none visible: then the first one is. */
     void SelectWindow();
+    /** For now: the user's choice stands. */
+    void Activate(UINT32 window);
     /** Pixels; a diagram that is not shown has no extent. */
     void UpdatePlaces();
     /** The hardware draws the traces of the first time diagram that is shown. */

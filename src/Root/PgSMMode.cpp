@@ -28,6 +28,7 @@ t_Couplings CPgSMMode::Rules() const
     static constexpr auto rows = Table<Names>(
         On(Names::SwitchMode) >> Do<&M::SwitchMode>,
         On(Names::OperationMode) >> Derive<&M::EnterSpectrum>, On(kXy) >> Do<&M::FollowXy>,
+        On(kSpectrum) >> Do<&M::FollowSpectrum>,
         On(kMask, ZEL::Mask / Mask::Start) >> Do<&M::FollowMask>,
         // Before the functions follow: what a file switched on says more than the mode that is the
         // default.
@@ -59,7 +60,8 @@ void CPgSMMode::EnterSpectrum()
                    ->DbSet(isBasic ? eKW_SPECTRUM_MODE_FFT : eKW_SPECTRUM_MODE_SPA));
     At(ZEL::Spectrum)->UpdateGroup();
     KW_CHECKED(At(kSpectrum)->DbSet(eKW_ONOFF_ON));
-    Enter(eKW_ZEL_OPERATION_MODE_SCOPE_YT);
+    KW_CHECKED(m_pOperationMode->DbSet(eKW_ZEL_OPERATION_MODE_SCOPE_YT));
+    KW_CHECKED(m_pSwitchMode->Set());
     SwitchFunctions();
 }
 
@@ -73,6 +75,11 @@ void CPgSMMode::FollowMask()
     Follow(At(kMask)->Get(), eKW_ZEL_OPERATION_MODE_MASKTEST_YT);
 }
 
+void CPgSMMode::FollowSpectrum()
+{
+    Follow(At(kSpectrum)->Get(), eKW_ZEL_OPERATION_MODE_SCOPE_YT);
+}
+
 void CPgSMMode::Follow(KW_ONOFF state, KW_ZEL_OPERATION_MODE mode)
 {
     if (state == eKW_ONOFF_ON)
@@ -81,13 +88,27 @@ void CPgSMMode::Follow(KW_ONOFF state, KW_ZEL_OPERATION_MODE mode)
     }
     else if (m_pOperationMode->Get() == mode)
     {
-        Enter(eKW_ZEL_OPERATION_MODE_SCOPE_YT);
+        Leave();
     }
 }
 
 void CPgSMMode::Enter(KW_ZEL_OPERATION_MODE mode)
 {
-    KW_CHECKED(m_pOperationMode->DbSet(mode));
+    const KW_ZEL_OPERATION_MODE before = m_pOperationMode->Get();
+    if (before != mode)
+    {
+        KW_CHECKED(m_pOperationMode->DbSet(before));
+        KW_CHECKED(m_pOperationMode->SetForNow(mode));
+    }
+    KW_CHECKED(m_pSwitchMode->Set());
+}
+
+void CPgSMMode::Leave()
+{
+    constexpr auto kOtherwise = eKW_ZEL_OPERATION_MODE_SCOPE_YT;
+    const bool hasBefore = m_pOperationMode->GetUserValueAsInt() != m_pOperationMode->GetAsInt();
+    KW_CHECKED(hasBefore ? m_pOperationMode->FollowWish(kOtherwise)
+                         : m_pOperationMode->DbSet(kOtherwise));
     KW_CHECKED(m_pSwitchMode->Set());
 }
 
@@ -99,11 +120,11 @@ void CPgSMMode::EnterByFunctions()
     }
     if (At(kXy)->Get() == eKW_ONOFF_ON)
     {
-        KW_CHECKED(m_pOperationMode->DbSet(eKW_ZEL_OPERATION_MODE_SCOPE_XY));
+        KW_CHECKED(m_pOperationMode->SetForNow(eKW_ZEL_OPERATION_MODE_SCOPE_XY));
     }
     else if (At(kMask)->Get() == eKW_ONOFF_ON)
     {
-        KW_CHECKED(m_pOperationMode->DbSet(eKW_ZEL_OPERATION_MODE_MASKTEST_YT));
+        KW_CHECKED(m_pOperationMode->SetForNow(eKW_ZEL_OPERATION_MODE_MASKTEST_YT));
     }
 }
 

@@ -46,7 +46,6 @@ t_Couplings CPgSpectrum::Rules() const
         On(Names::OnPressHorizontalPosLeft) >> Do<&S::ShiftLeft>,
         On(Names::OnPressHorizontalPosRight) >> Do<&S::ShiftRight>,
 
-        On(ZEL::FFT / FFT::State) >> Do<&S::EnterWithFFT>,
         On(ZEL::FFT / FFT::Source) >> Do<&S::FollowSourceOfFFT>,
         On(ZEL::DDC / DDC::Source) >> Do<&S::FollowSourceOfDownConverter>,
         On(ZEL::DDC / DDC::State) >> Do<&S::KeepDownConverter>,
@@ -112,14 +111,6 @@ void CPgSpectrum::UpdateLines()
     m_pSpectrumCursors->UpdateGroup();
     m_pSpectrumMarkers->GetPgReferenceMarker()->UpdateGroup();
     m_pSpectrumMarkers->UpdateGroup();
-}
-
-void CPgSpectrum::EnterWithFFT()
-{
-    if (At(ZEL::FFT / FFT::State)->Get() == eKW_ONOFF_ON)
-    {
-        EnterFunction();
-    }
 }
 
 void CPgSpectrum::EnterFunction()

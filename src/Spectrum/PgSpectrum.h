@@ -161,8 +161,6 @@ private:
     void UpdateLines();
     /** Brings the instrument into the mode in which spectra are acquired, scope YT. */
     void EnterFunction();
-    /** When the FFT is switched on, not off. */
-    void EnterWithFFT();
     bool IsAnalysis() const { return m_pMode->Get() == eKW_SPECTRUM_MODE_SPA; }
     /** Traces and averages begin anew. */
     void ResetTraces();

@@ -19,9 +19,14 @@ const char* const kWays[] = {
     "FFT/State",
     "Horizontal/ZELMode",
     "XY/State",
+    "Mask/Enabled",
+    "Diagrams/Layout",
+    "Trigger/RepetitionMode",
 };
 
-const QList<QByteArray> kTops = {"Vertical",
+const QList<QByteArray> kTops = {"Control",
+                                 "Diagrams",
+                                 "Vertical",
                                  "Logic",
                                  "Horizontal",
                                  "Trigger",
