@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "KWMath.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
@@ -58,6 +59,20 @@ double KWMath::DecimalProduct(double a, double b) noexcept
     const int decimals = first.decimals + second.decimals;
     const bool isExact = decimals < kExactPowers && std::fabs(digits) < kExactIntegers;
     return isExact ? digits / kPowersOfTen[decimals] : a * b;
+}
+
+double KWMath::DecimalSum(double a, double b) noexcept
+{
+    const t_Decimal first = ShortestDecimal(a);
+    const t_Decimal second = ShortestDecimal(b);
+    const int decimals = std::max(first.decimals, second.decimals);
+    if (decimals >= kExactPowers)
+        return a + b;
+    const double left = first.digits * kPowersOfTen[decimals - first.decimals];
+    const double right = second.digits * kPowersOfTen[decimals - second.decimals];
+    // Each below 2^52, so that both and their sum are exact.
+    const bool isExact = std::max(std::fabs(left), std::fabs(right)) < kExactIntegers * 0.5;
+    return isExact ? (left + right) / kPowersOfTen[decimals] : a + b;
 }
 
 int KWMath::DecimalExponent(double value) noexcept

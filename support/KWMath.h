@@ -52,6 +52,10 @@ double Pow10(int exponent) noexcept;
     22 decimals, or more digits than a double holds, it is the plain product. */
 double DecimalProduct(double a, double b) noexcept;
 
+/** The double nearest to the sum of two such numbers, so that 5e-7 and −4e-7 are 1e-7. Where they
+   have more digits together than a double holds, it is the plain sum. */
+double DecimalSum(double a, double b) noexcept;
+
 /** The e with 10^e ≤ |value| < 10^(e + 1), also one representable double below a power of ten,
     where the rounded logarithm is one too high. 0 for 0, infinities and NaN. */
 int DecimalExponent(double value) noexcept;

@@ -39,7 +39,7 @@ t_Couplings CPgCursor::Rules() const
     static constexpr auto sources = Derive<&C::UpdateSources, &C::LimitLines, &C::UpdateDeltas>;
     static constexpr auto rows = Table<Names>(
         On(Names::X1, Names::X2, Names::Y1, Names::Y2, Names::LevelX1, Names::LevelX2) >>
-            Do<&C::MovePartnerOf>,
+            Do<&C::MoveCoupled>,
         OnAny() >> all, On(Names::SetToScreen) >> Do<&C::SetToScreen, &C::UpdateGroup>,
         On(Names::SetAsReference) >> Do<&C::SetAsReference, &C::UpdateGroup>,
         NRules::kSwitched >> sources,
@@ -64,7 +64,7 @@ KW_ZEL_CHANNEL CPgCursor::SecondTrace() const
 }
 
 /** The differences are still those from before the move. */
-KW_ACCEPTANCE CPgCursor::MovePartnerOf(const CDbPropBase* line)
+KW_ACCEPTANCE CPgCursor::MoveCoupled(const CDbPropBase* line)
 {
     if (m_pCoupled->Get() == eKW_ONOFF_OFF)
     {
@@ -78,11 +78,11 @@ KW_ACCEPTANCE CPgCursor::MovePartnerOf(const CDbPropBase* line)
         }
         if (line == pair.first)
         {
-            return NRules::MovePartner(*pair.first, *pair.second, pair.delta->Get());
+            return NRules::MoveTogether(*pair.first, *pair.second, pair.delta->Get());
         }
         if (line == pair.second)
         {
-            return NRules::MovePartner(*pair.second, *pair.first, -pair.delta->Get());
+            return NRules::MoveTogether(*pair.second, *pair.first, -pair.delta->Get());
         }
     }
     return eKW_ACC_OK;
@@ -141,7 +141,8 @@ void CPgCursor::UpdateDeltas()
     for (const t_Pair& pair : Pairs())
     {
         const bool isThere = hasDifference || pair.delta != m_pDeltaY;
-        NRules::WriteResult(*pair.delta, isThere ? pair.second->Get() - pair.first->Get() : NAN);
+        const double distance = NRules::Distance(pair.first->Get(), pair.second->Get());
+        NRules::WriteResult(*pair.delta, isThere ? distance : NAN);
     }
     // Without a distance both are infinite: no results then.
     const double distance = m_pDeltaX->Get();

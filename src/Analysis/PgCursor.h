@@ -9,9 +9,9 @@ enum KW_ZEL_CHANNEL : INT32;
 
 /**
  * The cursors of the time and XY diagrams. Lines stay on the screen: times within the main one,
- * levels within that of their trace. Coupled lines move together, as far as the screen lets the
- * partner (code 1 otherwise). Readouts in percent or decibel are offered while there is a
- * reference.
+ * levels within that of their trace. Coupled lines move together, and where one meets the edge both
+ * stop (code 1); a screen that moves holds each back by itself, until it lets them return. Readouts
+ * in percent or decibel are offered while there is a reference.
  */
 class CPgCursor : public CPgCursorBase
 {
@@ -32,7 +32,7 @@ private:
     /** Trace that the second line reads; that of the first one without a source of its own. */
     KW_ZEL_CHANNEL SecondTrace() const;
     /** While the lines are coupled. */
-    KW_ACCEPTANCE MovePartnerOf(const CDbPropBase* line);
+    KW_ACCEPTANCE MoveCoupled(const CDbPropBase* line);
     /** Leaves the line where it is, without a unit, where the trace has no levels. */
     void LimitLevel(CDbPropNumDouble& line, KW_ZEL_CHANNEL trace);
     void UpdateSources();

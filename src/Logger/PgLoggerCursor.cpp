@@ -29,8 +29,8 @@ KW_ACCEPTANCE CPgLoggerCursor::MoveCoupled(const CDbPropBase* written)
     }
     // The difference shown is still that from before the move.
     const double difference = m_pDeltaX->Get();
-    return written == m_pX1 ? NRules::MovePartner(*m_pX1, *m_pX2, difference)
-                            : NRules::MovePartner(*m_pX2, *m_pX1, -difference);
+    return written == m_pX1 ? NRules::MoveTogether(*m_pX1, *m_pX2, difference)
+                            : NRules::MoveTogether(*m_pX2, *m_pX1, -difference);
 }
 
 KW_ACCEPTANCE CPgLoggerCursor::SetToScreen()
@@ -44,5 +44,5 @@ KW_ACCEPTANCE CPgLoggerCursor::SetToScreen()
 
 void CPgLoggerCursor::ShowDifference()
 {
-    KW_CHECKED(m_pDeltaX->DbSet(m_pX2->Get() - m_pX1->Get()));
+    KW_CHECKED(m_pDeltaX->DbSet(NRules::Distance(m_pX1->Get(), m_pX2->Get())));
 }

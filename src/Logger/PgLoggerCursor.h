@@ -3,8 +3,8 @@
 
 #include "Logger/PgLoggerCursorBase.h"
 
-/** Cursor lines of the logger. The difference that is shown is also what a coupled pair keeps; a
-    line that its limit holds back makes the move a warning. */
+/** Cursor lines of the logger. The difference that is shown is also what a coupled pair keeps:
+    where one line meets its limit both stop, and the move is a warning. */
 class CPgLoggerCursor : public CPgLoggerCursorBase
 {
 public:

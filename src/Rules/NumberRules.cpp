@@ -27,10 +27,13 @@ void WriteUserDefaults(CDbPropertyGroup& group)
     group.WriteDefaults(eSAVERECALL_SETTINGS);
 }
 
-KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partner,
-                          double difference)
+KW_ACCEPTANCE MoveTogether(CDbPropNumDouble& moved, CDbPropNumDouble& partner, double difference)
 {
-    return MoveTo(partner, moved.Get() + difference);
+    const double place = KWMath::DecimalSum(moved.Get(), difference);
+    const KW_ACCEPTANCE code = MoveTo(partner, place);
+    const bool isStopped = partner.Get() != place;
+    MoveTo(moved, isStopped ? Distance(difference, partner.Get()) : moved.Get());
+    return code;
 }
 
 void Rescale(CDbPropNumDouble& number, double ratio)

@@ -88,10 +88,17 @@ void KeepOrdered(CDbPropNum<T>& lower, CDbPropNum<T>& upper, const CDbPropBase* 
     }
 }
 
-/** Moves the partner of a number that was just moved by the same distance. `difference` is what
-    partner minus moved was before. eKW_ACC_WARNING when a limit kept the partner back. */
-KW_ACCEPTANCE MovePartner(const CDbPropNumDouble& moved, CDbPropNumDouble& partner,
-                          double difference);
+/** How far a line stands behind another one, as the decimal number that both places mean. */
+inline double Distance(double from, double to)
+{
+    return KWMath::DecimalSum(to, -from);
+}
+
+/** Moves the partner of a number that was just moved by the same distance. Where a limit stops the
+    partner, the moved one stops with it. `difference` is what partner minus moved was before. Both
+    then stand where they were put: what limits held back of either before is given up with the
+    move. eKW_ACC_WARNING when a limit stopped them. */
+KW_ACCEPTANCE MoveTogether(CDbPropNumDouble& moved, CDbPropNumDouble& partner, double difference);
 
 /** Moves what was asked for to `ratio` times itself; limits make way, and are to be set anew. What
     was a short decimal stays one, so that a ratio and its inverse lead back. */

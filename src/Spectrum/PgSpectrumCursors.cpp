@@ -12,21 +12,13 @@
 
 using namespace NNames;
 
-namespace
-{
-void MoveTo(CDbPropNumDouble& property, double value)
-{
-    KW_CHECKED(property.DbSet(BoundReported(property.GetMin(), value, property.GetMax())));
-}
-} // namespace
-
 t_Couplings CPgSpectrumCursors::Rules() const
 {
     using C = CPgSpectrumCursors;
     constexpr auto cursor = Names::SpectrumCursor / each;
     static constexpr auto rows =
         Table<Names>(On(cursor / SpectrumCursor::Horizontal, cursor / SpectrumCursor::Vertical) >>
-                         Do<&C::MovePartner>,
+                         Do<&C::MoveCoupled>,
                      On(cursor / SpectrumCursor::Horizontal, cursor / SpectrumCursor::Vertical,
                         cursor / SpectrumCursor::Reset) >>
                          Derive<&C::UpdateDifferences, &C::UpdateLines>,
@@ -38,10 +30,10 @@ void CPgSpectrumCursors::UpdateDifferences()
 {
     const CPgSpectrumCursor* const first = m_pSpectrumCursor->ItemDirect(0);
     const CPgSpectrumCursor* const second = m_pSpectrumCursor->ItemDirect(1);
-    KW_CHECKED(m_pDeltaHorizontal->DbSet(second->GetPrHorizontal()->Get() -
-                                         first->GetPrHorizontal()->Get()));
-    KW_CHECKED(
-        m_pDeltaVertical->DbSet(second->GetPrVertical()->Get() - first->GetPrVertical()->Get()));
+    KW_CHECKED(m_pDeltaHorizontal->DbSet(
+        NRules::Distance(first->GetPrHorizontal()->Get(), second->GetPrHorizontal()->Get())));
+    KW_CHECKED(m_pDeltaVertical->DbSet(
+        NRules::Distance(first->GetPrVertical()->Get(), second->GetPrVertical()->Get())));
 }
 
 void CPgSpectrumCursors::UpdateLines()
@@ -55,21 +47,29 @@ void CPgSpectrumCursors::UpdateLines()
     KW_CHECKED(m_pDeltaVertical->SetUnit(screen.DifferenceUnit()));
 }
 
-void CPgSpectrumCursors::MovePartner(const CDbPropBase* written)
+KW_ACCEPTANCE CPgSpectrumCursors::MoveCoupled(const CDbPropBase* written)
 {
     if (m_pCoupled->Get() == eKW_ONOFF_OFF)
     {
-        return;
+        return eKW_ACC_OK;
     }
     // The shown differences are still those from before the move.
     const INT32 index = NRules::IndexInArray(*written->GetParent());
     const double sign = index == 0 ? 1.0 : -1.0;
     const CPgSpectrumCursor* const moved = m_pSpectrumCursor->ItemDirect(index);
     const CPgSpectrumCursor* const partner = m_pSpectrumCursor->ItemDirect(1 - index);
-    MoveTo(*partner->GetPrHorizontal(),
-           moved->GetPrHorizontal()->Get() + sign * m_pDeltaHorizontal->Get());
-    MoveTo(*partner->GetPrVertical(),
-           moved->GetPrVertical()->Get() + sign * m_pDeltaVertical->Get());
+    return written == moved->GetPrHorizontal()
+               ? Move(*moved->GetPrHorizontal(), *partner->GetPrHorizontal(),
+                      sign * m_pDeltaHorizontal->Get())
+               : Move(*moved->GetPrVertical(), *partner->GetPrVertical(),
+                      sign * m_pDeltaVertical->Get());
+}
+
+KW_ACCEPTANCE CPgSpectrumCursors::Move(CDbPropNumDouble& moved, CDbPropNumDouble& partner,
+                                       double difference)
+{
+    BoundReported(partner.GetMin(), moved.Get() + difference, partner.GetMax());
+    return NRules::MoveTogether(moved, partner, difference);
 }
 
 void CPgSpectrumCursors::SetToScreen()

@@ -11,9 +11,12 @@ public:
     t_Couplings Rules() const override;
 
 private:
-    /** A client moved a number of a cursor: a coupled partner follows by the same difference, as
-        far as its limits let it, which is reported as a warning. */
-    void MovePartner(const CDbPropBase* written);
+    /** A client moved a number of a cursor: a coupled partner follows by the same difference, and
+        where it meets its limit both stop. */
+    KW_ACCEPTANCE MoveCoupled(const CDbPropBase* written);
+    /** Reports the limit as a warning, as all that the spectrum bounds. */
+    static KW_ACCEPTANCE Move(CDbPropNumDouble& moved, CDbPropNumDouble& partner,
+                              double difference);
     void UpdateDifferences();
     void UpdateLines();
     void SetToScreen();

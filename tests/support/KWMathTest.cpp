@@ -82,6 +82,16 @@ TEST(KWMath, DecimalProductIsBesideTheDecimal)
         EXPECT_EQ(KWMath::DecimalProduct(plain, 10.0), plain * 10.0);
 }
 
+TEST(KWMath, DecimalSumIsBesideTheDecimal)
+{
+    EXPECT_EQ(KWMath::DecimalSum(5e-7, -4e-7), 1e-7);
+    EXPECT_EQ(KWMath::DecimalSum(0.1, 0.2), 0.3);
+    EXPECT_EQ(KWMath::DecimalSum(6.25e8, -1e-3), 624999999.999);
+    EXPECT_EQ(KWMath::DecimalSum(-2e-22, 3e-22), 1e-22);
+    for (const double plain : {Below(0.1), 1.0 / 3.0, 1e-30, 1e300, kInf})
+        EXPECT_EQ(KWMath::DecimalSum(plain, -0.1), plain - 0.1);
+}
+
 TEST(KWMath, WholeDigitsSurviveTheFloorToAnExponent)
 {
     for (int exponent = -9; exponent <= 12; ++exponent)

@@ -37,6 +37,9 @@ void AddDecades(t_Lines& lines)
     Add(lines, "KWMath::DecimalProduct", kExact, KWMath::DecimalProduct,
         Joined(AndNeighbours({5e-7, 1e-6, 2e-6, 2e-14, 1.25e9}), Scattered(20, -40, 60)),
         std::vector{10.0, 0.02});
+    Add(lines, "KWMath::DecimalSum", kExact, KWMath::DecimalSum,
+        Joined(AndNeighbours({5e-7, 1e-6, 1.25e9}), Scattered(10, -40, 60)),
+        std::vector{-4e-7, 0.02});
     std::vector<double> decades;
     for (const int exponent : Range(-22, 22))
         decades.push_back(KWMath::Pow10(exponent));

@@ -264,12 +264,12 @@ const t_Rule kSpectrumRules[] = {
      "..SpectrumCursor[1]/Horizontal = 3.5e+08; ..DeltaHorizontal = 2e+08"},
     {"FirstOfCoupledCursorsStays", "Spectrum/SpectrumCursors/Coupled = ON",
      ".SpectrumCursor[1]/Vertical = -10", "..SpectrumCursor[0]/Vertical = -10"},
-    {"CoupledCursorLeavesTheScreen",
+    {"CoupledCursorsComeCloserAtTheEdge",
      "Spectrum/SpectrumCursors/SpectrumCursor[0]/Horizontal = 1e8; ..SpectrumCursor[1]/Horizontal "
      "= 3e8; ..Coupled = ON",
      ".SpectrumCursor[1]/Horizontal = 1.5e8",
-     "..SpectrumCursor[0]/Horizontal = 0; ..DeltaHorizontal = 1.5e+08", eKW_ACC_OK,
-     "property value is lower than property min value"},
+     ".Horizontal = 2e+08; ..SpectrumCursor[0]/Horizontal = 0; ..DeltaHorizontal = 2e+08",
+     eKW_ACC_WARNING, "property value is lower than property min value"},
     {"ResetMovesBothCursors",
      "Spectrum/SpectrumCursors/Coupled = ON; .SpectrumCursor[0]/Horizontal = 1e8", ".Reset",
      ".Horizontal = 156250000; ..SpectrumCursor[1]/Horizontal = 412500000; ..DeltaHorizontal = "
