@@ -141,8 +141,8 @@ void CPgCursor::UpdateDeltas()
     for (const t_Pair& pair : Pairs())
     {
         const bool isThere = hasDifference || pair.delta != m_pDeltaY;
-        const double distance = NRules::Distance(pair.first->Get(), pair.second->Get());
-        NRules::WriteResult(*pair.delta, isThere ? distance : NAN);
+        const double difference = NRules::Distance(pair.first->Get(), pair.second->Get());
+        NRules::WriteResult(*pair.delta, isThere ? difference : NAN);
     }
     // Without a distance both are infinite: no results then.
     const double distance = m_pDeltaX->Get();

@@ -25,6 +25,7 @@ STEP_BEHAVIOURS = ("limit", "wrap", "refuse")
 NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
 MEASURED = ("reading", "count")
+TEXT_FORMS = ("passphrase", "address", "mask")
 SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125", "ladder1245")
 
@@ -37,7 +38,7 @@ _NUMBER_KEYS = (
 _KIND_KEYS = {
     **{kind: _NUMBER_KEYS for kind in NUMERIC_KINDS},
     "enum": ("default", "item_defaults", "enabled"),
-    "string": ("default", "values", "length"),
+    "string": ("default", "values", "length", "form"),
     "blob": (),
     "bitpattern": ("default", "length", "format"),
     "filepath": ("default", "folder", "stem", "open", "save_as"),
@@ -321,7 +322,9 @@ def _facets(keys: CKeys, kind: str, enum: EnumType | None, enums: dict[str, Enum
         length = keys.whole("length", 1, 2**31 - 1)
         default = _text_default(keys, kind, values, length)
         chosen = _format(keys, kind) if kind == "bitpattern" else None
-        return {"values": values, "length": length, "format": chosen, "default": default}
+        form = keys.choice("form", TEXT_FORMS) if kind == "string" else None
+        return {"values": values, "length": length, "format": chosen, "form": form,
+                "default": default}
     if kind == "filepath":
         return {"path": _file_facets(keys), "default": keys.text("default")}
     return {"default": None}

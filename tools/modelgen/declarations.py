@@ -64,6 +64,8 @@ def _text_statements(prop: Property) -> list[str]:
     if prop.length is not None:
         function = "DeclareLength" if prop.kind == "bitpattern" else "DeclareMaxLength"
         lines.append(_member_call(prop, function, str(prop.length)))
+    if prop.form is not None:
+        lines.append(_member_call(prop, "DeclareForm", f"eTEXTFORM::{prop.form.capitalize()}"))
     if prop.path.folder is not None:
         lines.append(_member_call(prop, "DeclareFolder", qstring(prop.path.folder)))
     if prop.path.stem is not None:

@@ -6,6 +6,11 @@ import re
 from .model import MAX_COUNT, SAVE_NONE, SAVE_SETTINGS, Action, Child, Group, Members, Model, Property
 
 _SHOWN_VALUES = 12
+_FORM_WORDS = {
+    "passphrase": "8 … 63 printable ASCII characters, or 64 hex digits",
+    "address": "IPv4 address of a host",
+    "mask": "IPv4 mask of a network",
+}
 _SAVE_WORDS = {SAVE_NONE: "not saved", SAVE_SETTINGS: "settings", 2: "instrument state"}
 
 
@@ -38,7 +43,7 @@ def _list(items: list[str]) -> str:
 
 
 def limits(prop: Property) -> str:
-    """Range, value list, enabled values or length; empty when the type alone decides."""
+    """Range, value list, enabled values, form or length; empty when the type alone decides."""
     low, high = prop.number.minimum, prop.number.maximum
     if prop.values:
         return _list([_shown(v) for v in prop.values])
@@ -50,6 +55,8 @@ def limits(prop: Property) -> str:
         return f"≥ {figure(low)}"
     if high is not None:
         return f"≤ {figure(high)}"
+    if prop.form is not None:
+        return _FORM_WORDS[prop.form]
     if prop.length is not None:
         return f"at most {prop.length} {'bits' if prop.kind == 'bitpattern' else 'characters'}"
     if prop.path.open or prop.path.save_as:

@@ -102,6 +102,8 @@ class Property:
     enabled: tuple[EnumValue, ...] = ()
     format: str | None = None
     length: int | None = None
+    form: str | None = None
+    """What a text must look like."""
     number: NumberFacets = NumberFacets()
     path: FileFacets = FileFacets()
     secret: bool = False

@@ -79,7 +79,7 @@ KW_ACCEPTANCE CDbPropString::ValidateText(const QString& text) const
     {
         return eKW_ACC_TOO_LONG;
     }
-    if (!IsSavable(text))
+    if (!IsSavable(text) || !NTextForm::Fits(m_form, text))
     {
         return eKW_ACC_BAD_TEXT;
     }

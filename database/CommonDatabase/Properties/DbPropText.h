@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CommonDatabase/Nodes/DbPropBase.h"
+#include "CommonDatabase/Values/TextForm.h"
 
 #include <initializer_list>
 
@@ -66,6 +67,8 @@ public:
 
     /** Characters as QString counts them; eKW_ACC_TOO_LONG above. */
     void DeclareMaxLength(INT32 length) { m_maxLength = length; }
+    /** eKW_ACC_BAD_TEXT for a text of another form: nothing is stored, and the former one stays. */
+    void DeclareForm(eTEXTFORM form) { m_form = form; }
     INT32 GetMaxLength() const { return m_maxLength; }
     std::shared_ptr<IKWStringProperty> GetFIMPointer();
     QString GetTypeName() const override { return QStringLiteral("string"); }
@@ -76,6 +79,7 @@ protected:
 
 private:
     INT32 m_maxLength = kDefaultMaxLength;
+    eTEXTFORM m_form = eTEXTFORM::Any;
 };
 
 /** A pattern of "0", "1" and "X", most significant bit first. */

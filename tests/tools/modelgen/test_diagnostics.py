@@ -152,6 +152,7 @@ _FACETS = [
     ("bitpattern", 'default = "012"', "default '012' is no pattern of 0, 1 and X"),
     ("bitpattern", 'length = 2, default = "011"', "default '011' is longer than length 2"),
     ("string", 'length = 1, values = ["", "ab"]', "value 'ab' is longer than length 1"),
+    ("bitpattern", 'form = "mask"', "key 'form' does not apply to type bitpattern"),
     ("string", "values = [1]", "'values' must be a list of texts"),
     ("filepath", 'open = [""]', "'open' must be a list of texts"),
     ("filepath", 'save_as = [".csv"]', "extension '.csv' must stand without its dot"),

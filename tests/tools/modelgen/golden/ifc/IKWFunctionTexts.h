@@ -14,7 +14,7 @@ public:
     ~IKWFunctionTexts() override;
     /** Title. Values: "a "b" µ", "two". Default: "a "b" µ". */
     virtual std::shared_ptr<IKWStringProperty> GetPrTitle() const = 0;
-    /** Secret: Phrase. */
+    /** Secret: Phrase. Range: 8 … 63 printable ASCII characters, or 64 hex digits. */
     virtual std::shared_ptr<IKWStringProperty> GetPrPhrase() const = 0;
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     virtual std::shared_ptr<IKWBitPatternProperty> GetPrPattern() const = 0;

@@ -41,6 +41,7 @@ CPgTexts::CPgTexts()
     SetSaveRecallType(m_pTitle, 1, true);
     AddPropertyToList(m_pPhrase = new CDbPropString, QStringLiteral("Phrase"));
     m_pPhrase->DeclareSecret();
+    m_pPhrase->DeclareForm(eTEXTFORM::Passphrase);
     SetSaveRecallType(m_pPhrase, 2, true);
     AddPropertyToList(m_pPattern = new CDbPropBitPattern, QStringLiteral("Pattern"));
     m_pPattern->DeclareLength(8);

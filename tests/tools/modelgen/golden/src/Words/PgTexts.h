@@ -22,7 +22,7 @@ public:
 
     /** Title. Values: "a "b" µ", "two". Default: "a "b" µ". */
     CDbPropString* GetPrTitle() const { return m_pTitle; }
-    /** Secret: Phrase. */
+    /** Secret: Phrase. Range: 8 … 63 printable ASCII characters, or 64 hex digits. */
     CDbPropString* GetPrPhrase() const { return m_pPhrase; }
     /** Pattern. Range: at most 8 bits. Default: "01X". */
     CDbPropBitPattern* GetPrPattern() const { return m_pPattern; }
