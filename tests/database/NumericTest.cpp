@@ -362,6 +362,24 @@ TEST_F(Numeric, EntryBeyondTheTypeIsCutToFitOrAFarWishEndsAtTheWrongEntry)
     }
 }
 
+TEST_F(Numeric, EntryThatRulesTakeAwayStaysOrTheChoiceIsLost)
+{
+    CDbPropNum<double>& listed = *m_group.m_pListed; // 1, 2, 5, 10
+    ASSERT_EQ(listed.Set(5.0), eKW_ACC_OK);
+    EXPECT_EQ(listed.OfferEntries(0), eKW_ACC_NOT_IN_VALUE_LIST);
+    EXPECT_EQ(listed.OfferEntries(0b1011), eKW_ACC_OK);
+    EXPECT_EQ(listed.Get(), 2.0);
+    EXPECT_EQ(listed.GetValueTexts().join(u' '), QStringLiteral("1 2 10"));
+    EXPECT_EQ(listed.OfferEntries(0b0001), eKW_ACC_OK);
+    EXPECT_EQ(listed.OfferEntries(0b1111), eKW_ACC_OK);
+    EXPECT_EQ(listed.Get(), 5.0);
+    ASSERT_EQ(listed.OfferEntries(0b1011), eKW_ACC_OK);
+    EXPECT_EQ(listed.Set(5.0), eKW_ACC_NOT_IN_VALUE_LIST);
+    EXPECT_EQ(listed.Inc(), eKW_ACC_OK);
+    EXPECT_EQ(listed.Get(), 10.0);
+    EXPECT_EQ(listed.SetMinAndMax(3.0, 7.0), eKW_ACC_NOT_IN_VALUE_LIST);
+}
+
 namespace
 {
 constexpr auto kLinear = eSTEPMODE_LINEAR;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbPropBase.h"
 
+#include "CommonDatabase/Values/DbValueList.h"
 #include "KWEnumerationsUnits.h"
 #include "LockManager.h"
 
@@ -72,26 +73,39 @@ void CDbPropBase::SetAvailability(KW_AVAILABILITY availability)
 const QVariantList& CDbPropBase::GetValueList() const
 {
     static const QVariantList none;
-    return m_valueList ? *m_valueList : none;
+    return m_valueList ? m_valueList->entries : none;
 }
 
 void CDbPropBase::DeclareValueList(std::initializer_list<QVariant> values)
 {
-    auto list = values.size() > 0 ? std::make_unique<QVariantList>() : nullptr;
+    auto list = values.size() > 0 ? std::make_unique<t_ValueList>() : nullptr;
     for (const QVariant& value : values)
     {
-        list->append(value); // the list's own constructor does not look whether it got memory
+        list->entries.append(
+            value); // the list's own constructor does not look whether it got memory
     }
     m_valueList = std::move(list);
+}
+
+void CDbPropBase::SetOffered(UINT64 offered)
+{
+    if (m_valueList)
+    {
+        m_valueList->offered = offered;
+    }
 }
 
 QStringList CDbPropBase::GetValueTexts() const
 {
     const CLockGuard lock(eACCESS_READ);
+    const QVariantList& list = GetValueList();
     QStringList texts;
-    for (const QVariant& entry : GetValueList())
+    for (int i = 0; i < list.size(); ++i)
     {
-        texts.append(ToText(entry));
+        if (NValueList::IsOffered(GetOffered(), i))
+        {
+            texts.append(ToText(list[i]));
+        }
     }
     return texts;
 }

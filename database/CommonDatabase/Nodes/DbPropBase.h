@@ -57,6 +57,9 @@ public:
         Numbers must be numbers, texts texts; an entry of another kind never matches. */
     const QVariantList& GetValueList() const;
     void DeclareValueList(std::initializer_list<QVariant> values);
+    /** The entries of the list that can be taken now, bit 0 for the first one; those behind the
+        64th always can. Guarded by the tree's lock. */
+    UINT64 GetOffered() const { return m_valueList ? m_valueList->offered : kAllOffered; }
 
     /** A secret's value is kept out of everything that is shown, reports included. */
     void DeclareSecret() { m_secret = true; }
@@ -147,6 +150,9 @@ protected:
         KW_AVAILABILITY availability;
         bool operator==(const t_CommonState&) const = default;
     };
+    static constexpr UINT64 kAllOffered = ~UINT64{0};
+    /** Without a list nothing. */
+    void SetOffered(UINT64 offered);
     t_CommonState GetCommonState() const { return {GetValidity(), GetCurrentAvailability()}; }
     void SetCommonState(const t_CommonState& state);
 
@@ -165,7 +171,12 @@ private:
     eMEASURED m_measured = eMEASURED::Nothing;
     std::atomic<bool> m_hasFim{false};
     UINT32 m_recordedStep = 0;
-    std::unique_ptr<QVariantList> m_valueList;
+    struct t_ValueList
+    {
+        QVariantList entries;
+        UINT64 offered = kAllOffered;
+    };
+    std::unique_ptr<t_ValueList> m_valueList;
     CHandlePlace<IKWPropertyBase> m_fim;
 };
 

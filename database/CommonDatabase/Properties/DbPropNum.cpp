@@ -108,7 +108,7 @@ T CDbPropNum<T>::GetNearestLegal(T value) const
 {
     return GetValueList().isEmpty()
                ? std::clamp(RoundToResolution(value), GetMin(), GetMax())
-               : NValueList::Nearest(GetValueList(), value, GetMin(), GetMax());
+               : NValueList::Nearest(GetValueList(), GetOffered(), value, GetMin(), GetMax());
 }
 
 /** Values that lie beside a limit by rounding alone count as the limit. */
@@ -150,7 +150,8 @@ KW_ACCEPTANCE CDbPropNum<T>::Validate(CDbValue& value, eWRITEKIND kind) const
     T legal = number;
     if (!GetValueList().isEmpty())
     {
-        const int index = NValueList::Find(GetValueList(), number);
+        const int index =
+            NValueList::Find(GetValueList(), limitsFollow ? kAllOffered : GetOffered(), number);
         if (index < 0)
         {
             return eKW_ACC_NOT_IN_VALUE_LIST;
@@ -284,7 +285,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
     {
         return eKW_ACC_OUTSIDE_DECLARED;
     }
-    if (!NValueList::HasEntryWithin(GetValueList(), min, max))
+    if (!NValueList::HasEntryWithin(GetValueList(), GetOffered(), min, max))
     {
         return eKW_ACC_NOT_IN_VALUE_LIST;
     }
@@ -296,6 +297,25 @@ KW_ACCEPTANCE CDbPropNum<T>::SetMinAndMax(T min, T max)
     change.Touch();
     m_min.store(PlainZero(min), std::memory_order_release);
     m_max.store(PlainZero(max), std::memory_order_release);
+    FollowLimits();
+    return eKW_ACC_OK;
+}
+
+template <typename T>
+KW_ACCEPTANCE CDbPropNum<T>::OfferEntries(UINT64 offered)
+{
+    const CLockGuard lock;
+    if (!NValueList::HasEntryWithin(GetValueList(), offered, GetMin(), GetMax()))
+    {
+        return eKW_ACC_NOT_IN_VALUE_LIST;
+    }
+    CDbChange change(*this);
+    if (offered != GetOffered())
+    {
+        change.Touch();
+        SetOffered(offered);
+    }
+    // Also for what a file brought.
     FollowLimits();
     return eKW_ACC_OK;
 }
@@ -439,10 +459,12 @@ template <typename T>
 KW_ACCEPTANCE CDbPropNum<T>::StepInList(INT32 steps)
 {
     std::vector<T> entries;
-    for (const QVariant& item : GetValueList())
+    const QVariantList& list = GetValueList();
+    for (int i = 0; i < list.size(); ++i)
     {
         T entry{};
-        if (NValueList::ReadEntry(item, entry) && entry >= GetMin() && entry <= GetMax())
+        if (NValueList::IsOffered(GetOffered(), i) && NValueList::ReadEntry(list[i], entry) &&
+            entry >= GetMin() && entry <= GetMax())
         {
             entries.push_back(entry);
         }
@@ -485,6 +507,7 @@ void CDbPropNum<T>::LoadState(const CDbPropBaseHist& record, bool newState)
     m_userValue.store(state.userValue, std::memory_order_release);
     m_step.store(state.step, std::memory_order_release);
     m_resolution = state.resolution;
+    SetOffered(state.offered);
     DeclareUnit(state.unit);
 }
 

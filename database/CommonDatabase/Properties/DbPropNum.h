@@ -107,6 +107,11 @@ public:
     KW_ACCEPTANCE SetMin(T min);
     KW_ACCEPTANCE SetMax(T max);
     KW_ACCEPTANCE SetMinAndMax(T min, T max);
+    /** For rules, of a property with a value list: these entries alone can be taken now (bits as of
+        GetOffered). A value that is none of them moves to the nearest one, as an automatic write,
+        and what the user chose returns with its entry. Refused: eKW_ACC_NOT_IN_VALUE_LIST when no
+        entry would be left. */
+    KW_ACCEPTANCE OfferEntries(UINT64 offered);
     /** eKW_ACC_NOT_A_NUMBER unless positive and finite. */
     KW_ACCEPTANCE SetStep(T step);
     KW_ACCEPTANCE SetStepDefault();
@@ -156,13 +161,14 @@ private:
         T step;
         T resolution;
         KW_UNIT unit;
+        UINT64 offered;
         CDbValue AsValue() const { return Carry(value); }
         bool operator==(const t_State&) const = default;
     };
     t_State GetState() const
     {
-        return {GetCommonState(), Get(),     GetUserValue(), GetMin(),
-                GetMax(),         GetStep(), m_resolution,   GetDbUnit().GetUnit()};
+        return {GetCommonState(), Get(),        GetUserValue(),        GetMin(),    GetMax(),
+                GetStep(),        m_resolution, GetDbUnit().GetUnit(), GetOffered()};
     }
     using t_Hist = CDbPropHist<t_State>;
 

@@ -40,6 +40,13 @@ bool ReadEntry(const QVariant& entry, T& number)
     }
 }
 
+/** Whether rules let entry `index` be taken now: its bit, where it has one. */
+inline bool IsOffered(std::uint64_t offered, int index)
+{
+    constexpr int kBits = 64;
+    return index >= kBits || (offered >> index & 1U) != 0U;
+}
+
 /** The same number but for rounding, which whole numbers have none of. */
 template <typename T>
 bool IsSame(T a, T b)
@@ -63,14 +70,14 @@ auto Distance(T low, T high)
     return static_cast<t_Distance>(high) - static_cast<t_Distance>(low);
 }
 
-/** Index of the entry that equals `value` but for rounding; -1 when there is none. */
+/** Index of the offered entry that equals `value` but for rounding; -1 when there is none. */
 template <typename T>
-int Find(const QVariantList& list, T value)
+int Find(const QVariantList& list, std::uint64_t offered, T value)
 {
     for (int i = 0; i < list.size(); ++i)
     {
         T entry{};
-        if (ReadEntry(list[i], entry) && IsSame(entry, value))
+        if (IsOffered(offered, i) && ReadEntry(list[i], entry) && IsSame(entry, value))
         {
             return i;
         }
@@ -80,28 +87,30 @@ int Find(const QVariantList& list, T value)
 
 /** Whether any entry may be taken within the limits; an empty list restricts nothing. */
 template <typename T>
-bool HasEntryWithin(const QVariantList& list, T min, T max)
+bool HasEntryWithin(const QVariantList& list, std::uint64_t offered, T min, T max)
 {
-    return list.isEmpty() ||
-           std::any_of(list.begin(), list.end(),
-                       [min, max](const QVariant& item)
-                       {
-                           T entry{};
-                           return ReadEntry(item, entry) && entry >= min && entry <= max;
-                       });
+    for (int i = 0; i < list.size(); ++i)
+    {
+        T entry{};
+        if (IsOffered(offered, i) && ReadEntry(list[i], entry) && entry >= min && entry <= max)
+        {
+            return true;
+        }
+    }
+    return list.isEmpty();
 }
 
-/** The entry within the limits that is nearest to `value`, the lower of two; the nearer limit when
-    there is none. */
+/** The offered entry within the limits that is nearest to `value`, the lower of two; the nearer
+   limit when there is none. */
 template <typename T>
-T Nearest(const QVariantList& list, T value, T min, T max)
+T Nearest(const QVariantList& list, std::uint64_t offered, T value, T min, T max)
 {
     std::optional<T> below; ///< the largest that is not above
     std::optional<T> above; ///< the smallest that is above
-    for (const QVariant& item : list)
+    for (int i = 0; i < list.size(); ++i)
     {
         T entry{};
-        if (!ReadEntry(item, entry) || entry < min || entry > max)
+        if (!IsOffered(offered, i) || !ReadEntry(list[i], entry) || entry < min || entry > max)
         {
             continue;
         }
