@@ -3,13 +3,14 @@
 
 #include "Instrument/PgWirelessBase.h"
 
-/** Wireless network: the country limits the radio channels; another role ends the present link. */
+/** Wireless network: the country says which radio channels there are; another role ends the present
+    link. */
 class CPgWireless : public CPgWirelessBase
 {
 public:
     t_Couplings Rules() const override;
 
 private:
-    void LimitChannel();
+    void OfferChannels();
     void EndLink();
 };

@@ -2,19 +2,30 @@
 #include "Instrument/PgWirelessClient.h"
 
 #include "CommonDatabase/Couplings/DbRules.h"
-#include "KWEnumerationsOnOff.h"
-#include "Rules/NumberRules.h"
+#include "Instrument/FixedAddress.h"
 
 using namespace NNames;
 
 t_Couplings CPgWirelessClient::Rules() const
 {
-    static constexpr auto rows =
-        Table<Names>(OnAny() >> Derive<&CPgWirelessClient::UpdateAvailable>);
+    using C = CPgWirelessClient;
+    static constexpr auto rows = Table<Names>(
+        On(Names::FixedAddress, Names::NetworkMask, Names::Gateway) >> Do<&C::CheckAddress>,
+        On(Names::AutomaticAddress) >> Derive<&C::UpdateAvailable>);
     return rows;
+}
+
+t_FixedAddress CPgWirelessClient::Fixed() const
+{
+    return {*m_pAutomaticAddress, *m_pFixedAddress, *m_pNetworkMask, *m_pGateway, *m_pNameServer};
 }
 
 void CPgWirelessClient::UpdateAvailable()
 {
-    NRules::SetAvailable({m_pFixedAddress}, m_pAutomaticAddress->Get() == eKW_ONOFF_OFF);
+    Fixed().UpdateAvailable();
+}
+
+KW_ACCEPTANCE CPgWirelessClient::CheckAddress()
+{
+    return Fixed().Check();
 }

@@ -55,6 +55,10 @@ QString OtherText(IDbProperty& property)
     {
         texts = QStringList{max, min, QStringLiteral("1"), QStringLiteral("2")};
     }
+    if (property.GetNodeName() == QLatin1String("Passphrase"))
+    {
+        texts = QStringList{QStringLiteral("correct horse"), QStringLiteral("battery staple")};
+    }
     texts.removeAll(QString());
     texts.removeAll(property.GetText());
     return texts.value(0);
