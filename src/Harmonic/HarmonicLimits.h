@@ -21,7 +21,8 @@ struct t_Limits
 {
     KW_HMA_SCALE_SELECTION scale = eKW_HMA_SCALE_SELECTION_PERCENT_FUNDAMENTAL;
     t_Orders orders;
-    std::optional<double> thd; ///< in percent
+    std::optional<double> thd;  ///< in percent
+    std::optional<double> pwhd; ///< in percent, of the orders 14 to 40
 };
 
 /** What limits of some standards depend on. */
@@ -31,16 +32,12 @@ struct t_Ratings
     double current;           ///< A
     double powerFactor;       ///< 0 to 1
     double shortCircuitRatio; ///< 33 to 350
+    double frequency;         ///< Hz, of the supply
 };
 
 /**
- * Limits of a standard, for orders up to 40; empty for "none" and "user".
- *
- * EN 61000-3-2: class A in ampere, class B 1.5 times that, class C in percent of the fundamental,
- * class D the smaller of its limit per watt and that of class A. EN 61000-3-12: table for other
- * than balanced three-phase equipment, in ampere of the rated current, interpolated between its
- * short-circuit ratios. EN 50160: public supply voltage. MIL-STD-1399: supply voltage. RTCA DO-160:
- * currents of single-phase equipment.
+ * Limits of a standard; empty for "none" and "user", and where the standard has none for equipment
+ * of such ratings. docs/harmonic-limits.md has editions, sources and what each applies to.
  */
 t_Limits OfStandard(KW_HMA_STANDARD standard, const t_Ratings& ratings);
 

@@ -40,7 +40,7 @@ KW_UNIT NHarmonicUnits::OfStandard(KW_HMA_STANDARD standard)
     case eKW_HMA_STANDARD_NONE:
         return eKW_UNIT_NOT_DEFINED;
     case eKW_HMA_STANDARD_EN50160:
-    case eKW_HMA_STANDARD_MIL_STD_1399:
+    case eKW_HMA_STANDARD_MIL_STD_1399_VOLTAGE:
         return eKW_UNIT_LEVEL_V;
     case eKW_HMA_STANDARD_USER:
         return eKW_UNIT_NONE;

@@ -32,7 +32,11 @@ NHarmonicLimits::t_Limits CPgHarmonicLimitUser::Limits() const
     bool isComplete = true;
     NHarmonicLimits::t_Limits limits{m_pScale->Get(),
                                      NHarmonicLimits::FromText(m_pOrderLimits->Get(), isComplete),
-                                     m_pThdLimit->Get()};
+                                     m_pThdLimit->Get(), std::nullopt};
+    if (m_pPwhdLimit->Get() < m_pPwhdLimit->GetMax())
+    {
+        limits.pwhd = m_pPwhdLimit->Get();
+    }
     limits.orders.erase(limits.orders.upper_bound(m_pHighestOrder->Get()), limits.orders.end());
     for (UINT32 n = 2; n <= m_pHighestOrder->Get(); ++n)
     {
@@ -58,10 +62,13 @@ KW_ACCEPTANCE CPgHarmonicLimitUser::CopyStandard()
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
     const CDbPropNumDouble& thd = *At(current / Current::ThdLimit);
+    const CDbPropNumDouble& pwhd = *At(current / Current::PwhdLimit);
     const bool hasThd = thd.GetValidity() == eKW_VALIDITY_VALID;
+    const bool hasPwhd = pwhd.GetValidity() == eKW_VALIDITY_VALID;
     KW_CHECKED(m_pScale->DbSet(At(current / Current::Scale)->Get()));
     KW_CHECKED(m_pHighestOrder->DbSet(highestOrder));
     KW_CHECKED(m_pThdLimit->DbSet(hasThd ? thd.Get() : m_pThdLimit->GetMax()));
+    KW_CHECKED(m_pPwhdLimit->DbSet(hasPwhd ? pwhd.Get() : m_pPwhdLimit->GetMax()));
     KW_CHECKED(m_pOrderLimits->DbSet(At(current / Current::OrderLimits)->Get()));
     // Orders that the standard leaves out stay without a limit.
     for (CDbPropNumDouble* const limit : {m_pOddLimit, m_pTriplenLimit, m_pEvenLimit})

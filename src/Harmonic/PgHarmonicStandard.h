@@ -11,4 +11,6 @@ public:
 
 private:
     void UpdateLimits();
+    /** As it is set; that of most ships while it is measured. */
+    double SupplyFrequency() const;
 };

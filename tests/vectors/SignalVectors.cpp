@@ -370,14 +370,16 @@ void AddHarmonics(t_Lines& lines)
     const auto limit = [](int standard, double power, double ratio, int order)
     {
         const auto limits =
-            NHarmonicLimits::OfStandard(KW_HMA_STANDARD(standard), {power, 20.0, 0.9, ratio});
+            NHarmonicLimits::OfStandard(KW_HMA_STANDARD(standard), {power, 20.0, 0.9, ratio, 60.0});
         const auto found = limits.orders.find(static_cast<UINT32>(order));
         return std::tuple{found == limits.orders.end() ? 0.0 : found->second, limits.scale,
-                          limits.thd.value_or(0.0)};
+                          limits.thd.value_or(0.0), limits.pwhd.value_or(0.0)};
     };
-    // Class D looks at the power, EN 61000-3-12 at the short circuit, between two of its rows.
-    for (int standard = 0; standard <= eKW_HMA_STANDARD_USER; ++standard)
+    // Some look at the power, EN 61000-3-12 at the short circuit, between two of its rows.
+    for (int standard = 0; standard <= eKW_HMA_STANDARD_RTCA_DO_160_THREE_PHASE; ++standard)
     {
+        for (const double power : {4.9, 25.0, 75.0})
+            Add(lines, "Harmonic.OfStandard", kExact, limit, standard, power, 33.0, Range(2, 5));
         Add(lines, "Harmonic.OfStandard", kExact, limit, standard, 100.0, 33.0, Range(1, 42));
         for (const int order : {3, 5, 8, 13})
         {

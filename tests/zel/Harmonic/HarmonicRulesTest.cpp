@@ -59,7 +59,7 @@ const t_Rule kHarmonicRules[] = {
      "Harmonic/HarmonicStandard/Standard = EN61000_3_2_CLASS_C; .HarmonicLimitUser/CopyStandard",
      "Harmonic/HarmonicStandard/Standard = USER",
      ".HarmonicLimitCurrent/OrderLimits = "
-     "2=2;3=30;5=10;7=7;9=5;11=3;13=3;15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;"
+     "2=2;3=27;5=10;7=7;9=5;11=3;13=3;15=3;17=3;19=3;21=3;23=3;25=3;27=3;29=3;31=3;33=3;35=3;37=3;"
      "39=3"},
     {"CopyInventsALimitOfDistortion", "Harmonic/HarmonicStandard/Standard = EN61000_3_2_CLASS_A",
      ".HarmonicLimitUser/CopyStandard", ".ThdLimit = 1000; .HighestOrder = 40; .Scale = ABSOLUTE"},

@@ -34,8 +34,11 @@ constexpr const char* kSituations[] = {
     "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order "
     "= 5; @.Magnitude = 1; Harmonic/HarmonicSelected[0]/SelectLargest",
     "@Harmonic/HarmonicUIResults/AveragesDone = 3; Harmonic/ResetAverage",
-    "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/ThdLimit = 1",
     "@Harmonic/HarmonicSelected[2]/Magnitude = 1; Vertical/Channel[2]/Enabled = OFF",
+    "Harmonic/HarmonicStandard/Standard = USER; .HarmonicLimitUser/ThdLimit = 1; .PwhdLimit = 5",
+    "Harmonic/HarmonicStandard/Standard = MIL_STD_1399; .RatedPower = 500; "
+    "Harmonic/Fundamental = F_400_HZ; .UserFundamental = 400; .Fundamental = USER; "
+    ".UserFundamental = 60",
     "Horizontal/Scale = 1e-8; Preset",
     "Horizontal/Scale = 1e-8; PresetFactory",
     "Logger/HorizontalScale = 1_MIN; AutosetLogger",
@@ -49,6 +52,13 @@ constexpr const char* kSituations[] = {
     "Setup/Selfalignment/ADConverter/ADCModeManual = ONE_CHANNEL; .ADCModeMode = MANUAL",
     "@Setup/Selfalignment/Result = RUNNING; Setup/Selfalignment/Abort",
     "RemoteState = ON; Setup/RemoteControl/ReturnToLocal",
+    "@Setup/Selftest/Progress = 50; Setup/Selftest/Start",
+    "@Vertical/ReferenceCurve/ReferenceCurveAttributes/RecordLength = 100; @.OriginalTimeScale = "
+    "0.001; Vertical/ReferenceCurve/SetToOriginal",
+    "Setup/EthernetAutomaticAddress = OFF; .EthernetFixedAddress = 10.0.0.5; "
+    ".EthernetNetworkMask = 255.0.0.0; .EthernetGateway = 10.0.0.1; "
+    "Setup/Wireless/WirelessClient/AutomaticAddress = OFF; .FixedAddress = 10.0.0.5; "
+    ".NetworkMask = 255.0.0.0; .Gateway = 10.0.0.1",
     "SerialBus/Protocol = UART; + SerialBus/UARTBusResults/UARTBusDataWord; "
     "SerialBus/UARTBusSettings/FrameMode = TIMEOUT; + SerialBus/UARTBusResults/UARTBusFrame",
     "SerialBus/UARTBusSettings/DataLength = 9_BIT",
@@ -107,6 +117,8 @@ constexpr const char* kWithoutChange[] = {
     "Horizontal CalculateHorizontalPositionLimits", // prescribed after the reference point
     "Horizontal CountChange",                       // moves the change counter alone
     "Logger/LoggerSlot[n] CheckLoad",               // answers a code
+    "Setup CheckAddress",                           // answers a code
+    "Setup/Wireless/WirelessClient CheckAddress",   // answers a code
     "SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem[n] TakeLengthsOfBus", // declares
     "Spectrum OnSource",                                                                 // reports
     "Spectrum ReportAxisOfBasicFFT"};
