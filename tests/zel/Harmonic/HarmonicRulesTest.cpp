@@ -73,6 +73,13 @@ void CheckHarmonic(const CRuleTree& tree, CFindings& findings)
     findings.Check(tree.Text(standard + "Standard") != QLatin1String("NONE") ||
                        tree.Text(standard + "HarmonicLimitCurrent/OrderLimits").isEmpty(),
                    "limits without a standard");
+    const QStringList forPower{QStringLiteral("EN61000_3_2_CLASS_A"),
+                               QStringLiteral("EN61000_3_2_CLASS_B"),
+                               QStringLiteral("EN61000_3_2_CLASS_D")};
+    findings.Check(!forPower.contains(tree.Text(standard + "Standard")) ||
+                       tree.Text(standard + "HarmonicLimitCurrent/OrderLimits").isEmpty() ==
+                           (tree.Number(standard + "RatedPower") <= 75.0),
+                   "limits of another power");
     for (const char item : {'0', '1', '2', '3'})
     {
         const QByteArray order = QByteArray("Harmonic/HarmonicSelected[") + item + "]/Order";

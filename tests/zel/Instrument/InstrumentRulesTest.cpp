@@ -135,9 +135,9 @@ void CheckInstrument(const CRuleTree& tree, CFindings& findings)
     findings.Check(tree.Text("Runs/CurrentRun/RunStop") == tree.Text("Control/SMScope/RunStop") ||
                        mode == QLatin1String("METER") || mode == QLatin1String("LOGGER"),
                    "run of the scope");
-    findings.Check(tree.Number("Setup/Wireless/WirelessAccesspoint/Channel") <= 11.0 ||
-                       tree.Text("Setup/Wireless/Country") != QLatin1String("US"),
-                   "channel of the country");
+    const QByteArray channel = "Setup/Wireless/WirelessAccesspoint/Channel";
+    findings.Check(tree.State(channel + ".values").split(u'|').contains(tree.Text(channel)),
+                   "channel of another country");
 }
 } // namespace
 
