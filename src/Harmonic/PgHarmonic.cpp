@@ -56,7 +56,7 @@ t_Couplings CPgHarmonic::Rules() const
             Do<&H::DropAnalysis>,
         On(Names::ScaleSelection, Names::Average, Names::ThdType) >> Do<&H::DropShown>,
         Changed(limits / Limits::Unit, limits / Limits::Scale, limits / Limits::OrderLimits,
-                limits / Limits::ThdLimit) >>
+                limits / Limits::ThdLimit, limits / Limits::PwhdLimit) >>
             Do<&H::DropTest>,
         NRules::kProbes >> Do<&H::DropOfProbe>, NRules::kSwitched >> Do<&H::DropHidden>,
         Delivered(Names::HarmonicUIResults / HarmonicUIResults::TestPassed) >>

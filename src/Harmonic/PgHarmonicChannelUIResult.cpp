@@ -29,8 +29,9 @@ t_Couplings CPgHarmonicChannelUIResult::Rules() const
                      Delivered(magnitude / Magnitude::LimitValue, magnitude / Magnitude::Limit,
                                current / Current::Passed, current / Current::ThdLimit,
                                current / Current::NumberOfViolations, current / Current::WorstOrder,
-                               current / Current::WorstRatio, history / History::Passed,
-                               history / History::WorstOrder, history / History::WorstRatio) >>
+                               current / Current::WorstRatio, current / Current::PwhdLimit,
+                               history / History::Passed, history / History::WorstOrder,
+                               history / History::WorstRatio) >>
                          Do<&R::DropUntested>);
     return rows;
 }

@@ -8,6 +8,7 @@
 #include "Harmonic/PgHarmonicLimitCurrent.h"
 #include "Harmonic/PgHarmonicLimitUser.h"
 #include "KWEnumerationsHarmonics.h"
+#include "KWEnumerationsUnits.h"
 #include "Names/Harmonic.h"
 #include "Names/HarmonicLimitUser.h"
 #include "Names/HarmonicStandard.h"
@@ -59,7 +60,9 @@ void CPgHarmonicStandard::UpdateLimits()
                                            .shortCircuitRatio = m_pShortCircuitRatio->Get(),
                                            .frequency = SupplyFrequency()});
     const CPgHarmonicLimitCurrent& current = *m_pHarmonicLimitCurrent;
-    KW_CHECKED(current.GetPrUnit()->DbSet(NHarmonicUnits::OfStandard(m_pStandard->Get())));
+    const bool hasLimits = !limits.orders.empty() || limits.thd || limits.pwhd;
+    KW_CHECKED(current.GetPrUnit()->DbSet(hasLimits ? NHarmonicUnits::OfStandard(m_pStandard->Get())
+                                                    : eKW_UNIT_NOT_DEFINED));
     KW_CHECKED(current.GetPrScale()->DbSet(limits.scale));
     KW_CHECKED(current.GetPrHighestOrder()->DbSet(
         limits.orders.empty() ? 0U : limits.orders.rbegin()->first));

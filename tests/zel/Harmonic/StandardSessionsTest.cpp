@@ -8,7 +8,7 @@ const t_Session kStandardSessions[] = {
     {"ChargerAt75WattFailsClassD",
      {{"Harmonic/HarmonicStandard/Standard = EN61000_3_2_CLASS_D; .RatedPower = 75",
        "Harmonic/HarmonicStandard/HarmonicLimitCurrent/HighestOrder = 0; .OrderLimits = ; "
-       ".ThdLimit = 0-"},
+       ".ThdLimit = 0-; .Unit = NOT_DEFINED"},
       {"Harmonic/HarmonicStandard/RatedPower = 100",
        "Harmonic/HarmonicStandard/HarmonicLimitCurrent/OrderLimits = "
        "3=0.34;5=0.19;7=0.1;9=0.05;11=0.035;13=0.0296154;15=0.0256667;17=0.0226471;19=0.0202632;"
@@ -43,6 +43,19 @@ const t_Session kStandardSessions[] = {
        "Harmonic/HarmonicStandard/HarmonicLimitCurrent/ThdLimit = 48; .PwhdLimit = 46"},
       {"Harmonic/HarmonicStandard/Standard = EN50160",
        "Harmonic/HarmonicStandard/HarmonicLimitCurrent/ThdLimit = 8; .PwhdLimit = 46-"}}},
+    {"WeightedDistortionWasTestedOtherwise",
+     {{"Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A; "
+       "Harmonic/HarmonicStandard/Standard = EN61000_3_12_THREE_PHASE; "
+       "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicChannelStatusCurrent/"
+       "PwhdLimit = OVERFLOW",
+       "Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicChannelStatusCurrent/"
+       "PwhdLimit = OVERFLOW"},
+      {"Harmonic/HarmonicStandard/Standard = MIL_STD_1399_VOLTAGE; "
+       "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicChannelStatusCurrent/"
+       "PwhdLimit = INSIDE",
+       "Harmonic/HarmonicStandard/HarmonicLimitCurrent/Unit = LEVEL_V; "
+       "Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicChannelStatusCurrent/"
+       "PwhdLimit = INSIDE-"}}},
     {"ShipboardCurrentsHaveTheLimitsOfTheVoltage",
      {{"Harmonic/HarmonicStandard/Standard = MIL_STD_1399; .RatedPower = 900",
        "Harmonic/HarmonicStandard/HarmonicLimitCurrent/HighestOrder = 64; .ThdLimit = 0-"},
