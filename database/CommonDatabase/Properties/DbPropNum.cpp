@@ -382,9 +382,8 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
 template <typename T>
 T CDbPropNum<T>::GetLowestStep() const
 {
-    const bool isLadder =
-        !std::is_same_v<T, double> &&
-        (GetStepMode() == eSTEPMODE_LADDER125 || GetStepMode() == eSTEPMODE_LADDER1245);
+    const bool isLadder = !std::is_same_v<T, double> && (GetStepMode() == eSTEPMODE_LADDER125 ||
+                                                         GetStepMode() == eSTEPMODE_LADDER1245);
     return isLadder ? std::max(GetMin(), std::min(T{1}, Get())) : GetMin();
 }
 
