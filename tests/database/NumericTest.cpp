@@ -282,8 +282,7 @@ TYPED_TEST(Integers, FactorOrLadderLeavesTheType)
 {
     using T = TypeParam;
     auto& number = this->m_number;
-    for (const E_STEPMODES mode :
-         {eSTEPMODE_FACTOR, eSTEPMODE_LADDER125, eSTEPMODE_LADDER1245})
+    for (const E_STEPMODES mode : {eSTEPMODE_FACTOR, eSTEPMODE_LADDER125, eSTEPMODE_LADDER1245})
     {
         number.DeclareStepMode(mode);
         for (const INT32 count : {1, 2147483647})
@@ -417,16 +416,11 @@ constexpr t_Step kRealSteps[] = {
 
 // Whole numbers move by one where the factor would leave them; their ladder begins at 1.
 constexpr t_Step kWholeSteps[] = {
-    {kFactor, kLimit, 0, 1, 1, 0},
-    {kFactor, kLimit, 0, -1, -1, 0},
-    {kFactor, kLimit, 0, kMany, 1, 0},
-    {kLadder, kWrap, 1000, 1, 1, 0},
-    {kLadder, kLimit, 2, -2, 1, 1},
-    {kLadder4, kLimit, 4, -3, 1, 1},
-    {kLadder, kWrap, 1, -1, 1000, 0},
-    {kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM},
-    {kLadder, kLimit, 0, 2, 2, 0},
-    {kLadder, kLimit, 0, -1, 0, 1},
+    {kFactor, kLimit, 0, 1, 1, 0},         {kFactor, kLimit, 0, -1, -1, 0},
+    {kFactor, kLimit, 0, kMany, 1, 0},     {kLadder, kWrap, 1000, 1, 1, 0},
+    {kLadder, kLimit, 2, -2, 1, 1},        {kLadder4, kLimit, 4, -3, 1, 1},
+    {kLadder, kWrap, 1, -1, 1000, 0},      {kLadder, kRefuse, 1, -1, 1, eKW_ACC_BELOW_MINIMUM},
+    {kLadder, kLimit, 0, 2, 2, 0},         {kLadder, kLimit, 0, -1, 0, 1},
     {kLadder, kLimit, -5, kMany, 1000, 1},
 };
 
