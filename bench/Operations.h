@@ -4,6 +4,7 @@
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "CommonDatabase/Properties/DbPropNum.h"
 #include "IKWFunctionChannel.h"
+#include "IKWFunctionFFT.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionSpectrum.h"
 #include "IKWFunctionVertical.h"
