@@ -104,8 +104,8 @@ CSpectrumScreen CPgSpectrum::Screen() const
 KW_ACCEPTANCE CPgSpectrum::StepSpan(INT32 steps)
 {
     bool overflow = false;
-    const double wanted = NStepping::Ladder(NStepping::kLadder125, m_pHorizontalSpan->Get(), steps,
-                                            overflow);
+    const double wanted =
+        NStepping::Ladder(NStepping::kLadder125, m_pHorizontalSpan->Get(), steps, overflow);
     const double span =
         BoundReported(m_pHorizontalSpan->GetMin(), wanted, m_pHorizontalSpan->GetMax());
     return std::max<KW_ACCEPTANCE>(span == wanted ? eKW_ACC_OK : eKW_ACC_WARNING,

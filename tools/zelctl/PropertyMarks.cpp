@@ -30,7 +30,7 @@ t_PropertyMarks Join(const IDbProperty& property, UINT64 value, UINT64 least, UI
             ToMark(property.GetAvailability())};
 }
 
-/** Entries of a value list that can be selected follow from the limits. */
+/** Most numbers have no value list: only those that do pay for its texts. */
 template <typename T>
 std::function<t_PropertyMarks()> GetNumberReader(const std::shared_ptr<IDbProperty>& property)
 {
@@ -39,10 +39,11 @@ std::function<t_PropertyMarks()> GetNumberReader(const std::shared_ptr<IDbProper
     {
         return {};
     }
-    return [property, handle]
+    const bool hasList = !property->GetValueTexts().isEmpty();
+    return [property, handle, hasList]
     {
         return Join(*property, ToMark(handle->Get()), ToMark(handle->GetMin()),
-                    ToMark(handle->GetMax()), 0);
+                    ToMark(handle->GetMax()), hasList ? qHash(property->GetValueTexts()) : 0);
     };
 }
 

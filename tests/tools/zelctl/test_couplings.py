@@ -29,7 +29,7 @@ class Couplings(unittest.TestCase):
                 ("Horizontal/Scale", "Horizontal/AcquisitionTime", "value"),
                 ("Horizontal/ScaleGUI", "Horizontal/Scale", "value"),
                 ("Horizontal/Scale", "Horizontal/Left", "maximum"),
-                ("Setup/Wireless/Country", "Setup/Wireless/WirelessAccesspoint/Channel", "maximum"),
+                ("Setup/Wireless/Country", "Setup/Wireless/WirelessAccesspoint/Channel", "selectable"),
         ]:
             with self.subTest(known):
                 source, target, moved = known
