@@ -146,8 +146,9 @@ protected:
     /** What every kind records beside its own state. */
     struct t_CommonState
     {
-        KW_VALIDITY validity;
-        KW_AVAILABILITY availability;
+        // Small, so that the records of a step with eight dependants fit the memory that it keeps.
+        KW_VALIDITY validity : 8;
+        KW_AVAILABILITY availability : 8;
         bool operator==(const t_CommonState&) const = default;
     };
     static constexpr UINT64 kAllOffered = ~UINT64{0};

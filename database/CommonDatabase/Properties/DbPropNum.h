@@ -154,21 +154,28 @@ private:
     struct t_State
     {
         CDbPropBase::t_CommonState common;
+        KW_UNIT unit;
         T value;
         T userValue;
         T min;
         T max;
         T step;
         T resolution;
-        KW_UNIT unit;
         UINT64 offered;
         CDbValue AsValue() const { return Carry(value); }
         bool operator==(const t_State&) const = default;
     };
     t_State GetState() const
     {
-        return {GetCommonState(), Get(),        GetUserValue(),        GetMin(),    GetMax(),
-                GetStep(),        m_resolution, GetDbUnit().GetUnit(), GetOffered()};
+        return {GetCommonState(),
+                GetDbUnit().GetUnit(),
+                Get(),
+                GetUserValue(),
+                GetMin(),
+                GetMax(),
+                GetStep(),
+                m_resolution,
+                GetOffered()};
     }
     using t_Hist = CDbPropHist<t_State>;
 
