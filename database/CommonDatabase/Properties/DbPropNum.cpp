@@ -382,8 +382,7 @@ KW_ACCEPTANCE CDbPropNum<T>::SetResolution(T resolution)
 template <typename T>
 T CDbPropNum<T>::GetLowestStep() const
 {
-    const bool isLadder = !std::is_same_v<T, double> && (GetStepMode() == eSTEPMODE_LADDER125 ||
-                                                         GetStepMode() == eSTEPMODE_LADDER1245);
+    const bool isLadder = !std::is_same_v<T, double> && !NStepping::LadderOf(GetStepMode()).empty();
     return isLadder ? std::max(GetMin(), std::min(T{1}, Get())) : GetMin();
 }
 
@@ -403,10 +402,8 @@ bool CDbPropNum<T>::FindStep(INT32 steps, T& next, bool& overflow) const
         next = NStepping::Factor<T>(Get(), GetStepFactor(), steps, overflow);
         return true;
     case eSTEPMODE_LADDER125:
-        next = NStepping::Ladder<T>(NStepping::kLadder125, Get(), steps, overflow);
-        return true;
     case eSTEPMODE_LADDER1245:
-        next = NStepping::Ladder<T>(NStepping::kLadder1245, Get(), steps, overflow);
+        next = NStepping::Ladder<T>(NStepping::LadderOf(GetStepMode()), Get(), steps, overflow);
         return true;
     default:
         return false;
@@ -590,12 +587,6 @@ void CDbPropNum<T>::RestoreWish(QStringView text)
     change.Touch();
     m_userValue.store(PlainZero(std::clamp(wish, m_declaredMin, m_declaredMax)),
                       std::memory_order_release);
-}
-
-template <typename T>
-std::shared_ptr<IKWNumericProperty<T>> CDbPropNum<T>::GetFIMPointer()
-{
-    return {shared_from_this(), static_cast<IKWNumericProperty<T>*>(EnsureFIM())};
 }
 
 template class CDbPropNum<INT16>;

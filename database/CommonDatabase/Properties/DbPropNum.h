@@ -122,7 +122,10 @@ public:
     /** The nearest legal value: of the list, else rounded to the resolution, within the limits. */
     T GetNearestLegal(T value) const;
 
-    std::shared_ptr<IKWNumericProperty<T>> GetFIMPointer();
+    std::shared_ptr<IKWNumericProperty<T>> GetFIMPointer()
+    {
+        return {shared_from_this(), static_cast<IKWNumericProperty<T>*>(EnsureFIM())};
+    }
 
     CDbValue GetValue() const override { return Carry(Get()); }
     CDbValue GetDefaultValue() const override { return Carry(m_default); }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "KWTypes.h"
+#include "KWNodeTypes.h"
 
 #include <array>
 #include <span>
@@ -31,6 +31,14 @@ T Factor(T value, double factor, INT32 steps, bool& overflow);
 using t_Ladder = std::span<const INT64>;
 inline constexpr std::array<INT64, 4> kLadder125{1, 2, 5, 10};
 inline constexpr std::array<INT64, 5> kLadder1245{1, 2, 4, 5, 10};
+
+/** The ladder of a step mode; empty for one without. */
+constexpr t_Ladder LadderOf(E_STEPMODES mode)
+{
+    return mode == eSTEPMODE_LADDER125    ? t_Ladder(kLadder125)
+           : mode == eSTEPMODE_LADDER1245 ? t_Ladder(kLadder1245)
+                                          : t_Ladder();
+}
 
 /** The next rungs above or below: …, 1, 2, 5, 10, 20, … Those of whole numbers begin at 1: down
     from there is an overflow, up from zero and below it leads there. Real numbers from zero down

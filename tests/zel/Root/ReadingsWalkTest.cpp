@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Readings against the settings that they were measured with, while these change at random.
-#include "../RuleTree.h"
+#include "zel/RuleTree.h"
 
 #include <map>
 
