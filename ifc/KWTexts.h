@@ -73,6 +73,10 @@ struct KW_ValueText
 /** The present value of a property. */
 KW_EXPORT KW_ValueText KW_GetValueText(const IDbProperty& property);
 
+/** What a text must look like beyond its length, for a user who was refused with eKW_ACC_BAD_TEXT:
+    "8 to 63 printable ASCII characters, …". Empty where it may be any text, and for other kinds. */
+KW_EXPORT QString KW_GetFormText(const IDbProperty& property);
+
 /** What the user chose, where limits or other settings hold it back: it stands again when they let
    it. The text is null where the value is the user's own. */
 KW_EXPORT KW_ValueText KW_GetUserValueText(const IDbProperty& property);

@@ -58,8 +58,10 @@ t_Pass ResetOnce(const t_Properties& properties)
     for (const auto& property : properties)
     {
         const KW_ACCEPTANCE code = property->SetToDefault();
+        // What only rules write, as what functions remember, is shown as it stands.
+        const bool isNoRefusal = KW_IsAccepted(code) || code == eKW_ACC_READ_ONLY;
         pass.taken += KW_IsAccepted(code) ? 1 : 0;
-        pass.refusal = KW_IsAccepted(code) || pass.refusal != eKW_ACC_OK ? pass.refusal : code;
+        pass.refusal = isNoRefusal || pass.refusal != eKW_ACC_OK ? pass.refusal : code;
     }
     return pass;
 }

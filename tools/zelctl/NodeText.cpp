@@ -134,6 +134,10 @@ QString DescribeForm(const IDbProperty& property, bool exact)
     {
         return QStringLiteral("bytes are written in base 64");
     }
+    if (const QString form = KW_GetFormText(property); !form.isEmpty())
+    {
+        return QStringLiteral("allowed: ") + form;
+    }
     return DescribeRange(property, exact);
 }
 

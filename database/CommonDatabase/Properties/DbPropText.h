@@ -69,6 +69,7 @@ public:
     void DeclareMaxLength(INT32 length) { m_maxLength = length; }
     /** eKW_ACC_BAD_TEXT for a text of another form: nothing is stored, and the former one stays. */
     void DeclareForm(eTEXTFORM form) { m_form = form; }
+    eTEXTFORM GetForm() const { return m_form; }
     INT32 GetMaxLength() const { return m_maxLength; }
     std::shared_ptr<IKWStringProperty> GetFIMPointer();
     QString GetTypeName() const override { return QStringLiteral("string"); }

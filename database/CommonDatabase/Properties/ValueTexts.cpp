@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
+#include "CommonDatabase/Properties/DbPropText.h"
 #include "CommonDatabase/Values/Decimal.h"
 #include "EnumNameInfo.h"
 #include "KWEnumerationsUnits.h"
@@ -184,6 +185,12 @@ KW_ValueText KW_GetValueText(const IDbProperty& property)
 {
     return {property.GetText(), property.GetTypeName(), property.GetUnitCode(),
             KW_IsSecret(property)};
+}
+
+QString KW_GetFormText(const IDbProperty& property)
+{
+    const auto* const text = dynamic_cast<const CDbPropString*>(&property);
+    return text != nullptr ? NTextForm::Describe(text->GetForm()) : QString();
 }
 
 KW_ValueText KW_GetUserValueText(const IDbProperty& property)

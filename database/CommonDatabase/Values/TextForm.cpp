@@ -86,6 +86,21 @@ std::optional<UINT32> ReadAddress(QStringView text)
     return address;
 }
 
+QString Describe(eTEXTFORM form)
+{
+    switch (form)
+    {
+    case eTEXTFORM::Passphrase:
+        return QStringLiteral("8 to 63 printable ASCII characters, or 64 hex digits; or nothing");
+    case eTEXTFORM::Address:
+        return QStringLiteral("an IPv4 address of a host, such as 192.168.0.7; or nothing");
+    case eTEXTFORM::Mask:
+        return QStringLiteral("an IPv4 mask of a network, such as 255.255.255.0; or nothing");
+    default:
+        return QString();
+    }
+}
+
 bool Fits(eTEXTFORM form, QStringView text)
 {
     if (form == eTEXTFORM::Any || text.isEmpty())

@@ -3,7 +3,7 @@
 
 #include "KWTypes.h"
 
-#include <QStringView>
+#include <QString>
 #include <optional>
 
 /** What a text must look like beyond its length. The empty text is nothing given, and fits each. */
@@ -18,6 +18,9 @@ enum class eTEXTFORM : UINT8
 namespace NTextForm
 {
 bool Fits(eTEXTFORM form, QStringView text);
+
+/** What fits, for a user: "8 to 63 …"; empty where anything does. */
+QString Describe(eTEXTFORM form);
 
 /** Four decimal numbers up to 255 between dots, the first one in the highest byte. A leading zero
     is refused, as some programs read octal digits behind it. */
