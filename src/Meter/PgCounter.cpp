@@ -15,12 +15,12 @@ using namespace NNames;
 t_Couplings CPgCounter::Rules() const
 {
     using C = CPgCounter;
-    static constexpr auto rows =
-        Table<Names>(On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
-                     On(Names::CounterChannel / each / CounterChannel::Source,
-                        Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
-                         Derive<&C::FollowInputs>,
-                     CPgMeterSourceChannel::kOtherProbe >> Derive<&C::FollowInputs>);
+    static constexpr auto rows = Table<Names>(
+        On(Names::ResetStatistics) >> Do<&C::ResetStatistics>,
+        On(Names::MeterSourceChannel / each / MeterSourceChannel::Range) >>
+            Derive<&C::FollowInputs>,
+        Changed(Names::CounterChannel / each / CounterChannel::Source) >> Derive<&C::FollowInputs>,
+        CPgMeterSourceChannel::kOtherProbe >> Derive<&C::FollowInputs>);
     return rows;
 }
 

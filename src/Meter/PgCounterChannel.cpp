@@ -8,6 +8,7 @@
 #include "Meter/PgStatistics.h"
 #include "Names/CounterChannel.h"
 #include "Names/CounterNumerics.h"
+#include "Rules/ChannelRules.h"
 #include "Rules/FunctionMemory.h"
 
 using namespace NNames;
@@ -38,8 +39,13 @@ t_Couplings CPgCounterChannel::Rules() const
         Changed(Names::CounterNumerics / CounterNumerics::Readout,
                 Names::CounterNumerics / CounterNumerics::Reference) >>
             Do<&C::FollowQuantity>,
-        Fresh<&C::DropReadings>);
+        NRules::kSwitched >> Derive<&C::OfferInputs>, Fresh<&C::DropReadings>);
     return rows;
+}
+
+void CPgCounterChannel::OfferInputs()
+{
+    NRules::OfferInputs(*m_pSource);
 }
 
 void CPgCounterChannel::EndAutoLevel()

@@ -18,6 +18,7 @@ public:
 
 private:
     /** Also where the level is the one that was found. */
+    void OfferInputs();
     void EndAutoLevel();
     void DropReadings();
     /** Unit of the reading, and its own readout and reference. */

@@ -76,7 +76,7 @@ void RestrictSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds)
         .SetAvailableSources(selector, false);
 }
 
-void OfferInputs(CDbPropEnum<KW_ZEL_ANALOG_CHANNEL>& selector)
+void OfferInputs(CDbPropEnumIntAccess& selector)
 {
     const CSourceActivity activity(eSOURCE_ACTIVITY_SWITCHED_ON, selector.GetParent());
     INT32 lowest = selector.GetAsInt();

@@ -48,9 +48,9 @@ void OfferSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds, KW_ZEL_CH
 /** The same, but the value stays: another rule says what it becomes. */
 void RestrictSources(CDbPropEnum<KW_ZEL_CHANNEL>& selector, UINT32 kinds);
 
-/** OfferSources for a selector that knows the analog inputs alone; not available while none is on.
- */
-void OfferInputs(CDbPropEnum<KW_ZEL_ANALOG_CHANNEL>& selector);
+/** OfferSources for a selector whose values are the analog inputs in their order; not available
+    while none is on. */
+void OfferInputs(CDbPropEnumIntAccess& selector);
 
 /** Converters that sample one channel in turn, in a sample-rate mode: 1, 2 or 4 neighbours. */
 INT32 ConvertersPerChannel(KW_ZEL_MODE mode);

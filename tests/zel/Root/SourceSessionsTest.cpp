@@ -10,20 +10,21 @@ const t_Session kSourceSessions[] = {
        "Cursor/Source = C2; XY/SourceX = C2; .SourceY1 = C1; .SourceY2 = C3; "
        "Mathematics/SourceA = C2; Mask/MaskSettings/Source = C2; Spectrum/Source = C2; "
        "Harmonic/FundamentalSource = C2; SerialBus/I2CBusSettings/DataSource = C2; "
-       "Vertical/ReferenceCurve/Source = C2; Vertical/Channel[1]/Enabled = OFF",
+       "Vertical/ReferenceCurve/Source = C2; Counter/CounterChannel[0]/Source = C2; "
+       "Vertical/Channel[1]/Enabled = OFF",
        "Measurements/Measurement[0]/Source = C1; .SecondSource = C1; Trigger/Source = C1; "
        "Cursor/Source = C1; XY/SourceX = C4; .SourceY1 = C1; .SourceY2 = C3; "
        "Mathematics/SourceA = C1; Mask/MaskSettings/Source = C1; Spectrum/Source = C1; "
        "FFT/Source = FFT1; Harmonic/FundamentalSource = C1; "
        "SerialBus/I2CBusSettings/ClockSource = C1; .DataSource = C3; "
-       "Vertical/ReferenceCurve/Source = C1"},
+       "Vertical/ReferenceCurve/Source = C1; Counter/CounterChannel[0]/Source = C1"},
       {"Vertical/Channel[1]/Enabled = ON",
        "Measurements/Measurement[0]/Source = C2; .SecondSource = C2; Trigger/Source = C2; "
        "Cursor/Source = C2; XY/SourceX = C2; .SourceY1 = C1; .SourceY2 = C3; "
        "Mathematics/SourceA = C2; Mask/MaskSettings/Source = C2; Spectrum/Source = C2; "
        "FFT/Source = FFT2; Harmonic/FundamentalSource = C2; "
        "SerialBus/I2CBusSettings/ClockSource = C1; .DataSource = C2; "
-       "Vertical/ReferenceCurve/Source = C2"}}},
+       "Vertical/ReferenceCurve/Source = C2; Counter/CounterChannel[0]/Source = C2"}}},
     {"LastAnalogChannelTakesTheQuantityWithIt",
      {{"Logic/Enabled = ON; Measurements/Measurement[0]/Source = C2; .Type = PEAK_TO_PEAK; "
        "Vertical/Channel[0]/Enabled = OFF; ..Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; "
