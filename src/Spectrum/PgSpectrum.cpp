@@ -47,8 +47,8 @@ t_Couplings CPgSpectrum::Rules() const
         On(Names::OnPressHorizontalPosRight) >> Do<&S::ShiftRight>,
 
         On(ZEL::FFT / FFT::Source) >> Do<&S::FollowSourceOfFFT>,
-        On(ZEL::DDC / DDC::Source) >> Do<&S::FollowSourceOfDownConverter>,
-        On(ZEL::DDC / DDC::State) >> Do<&S::KeepDownConverter>,
+        On(ZEL::DDC / NNames::DDC::Source) >> Do<&S::FollowSourceOfDownConverter>,
+        On(ZEL::DDC / NNames::DDC::State) >> Do<&S::KeepDownConverter>,
 
         On(Names::WindowType) >> Derive<&S::UpdateWindow>,
         // The down-converter before any dependant: the timebase looks at it, and after a recall it
@@ -72,7 +72,7 @@ t_Couplings CPgSpectrum::Rules() const
                 Names::HorizontalCenter, ZEL::FFT / FFT::State) >>
             Settle<&S::UpdateDownConverter>,
         Changed(Names::Mode, Names::FFTFrequencySpan, Names::RBW, Names::WindowLengthFactor,
-                ZEL::DDC / DDC::State, ZEL::DDC / DDC::SampleDezimationFactor,
+                ZEL::DDC / NNames::DDC::State, ZEL::DDC / NNames::DDC::SampleDezimationFactor,
                 ZEL::Horizontal / Horizontal::SampleRate) >>
             Settle<&S::UpdateFFT>,
         // What was measured with other settings; behind all that may still move these.
