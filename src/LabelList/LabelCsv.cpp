@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "LabelList/LabelFiles.h"
+
+bool NLabelFiles::ReadCsv(const QByteArray& /*text*/, KW_LabelList& /*list*/,
+                          CLabelReports& reports, const KW_LabelReadOptions& /*options*/)
+{
+    reports.Error({}, QStringLiteral("this format is not read yet"));
+    return false;
+}
+
+QByteArray NLabelFiles::WriteCsv(const KW_LabelList& /*list*/, CLabelReports& reports)
+{
+    reports.Error({}, QStringLiteral("this format is not written yet"));
+    return {};
+}
