@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LabelList/LabelListFile.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+/** Reports as lines, without a file's name: "3:7: warning: text". */
+inline QStringList Lines(const std::vector<KW_LabelReport>& reports)
+{
+    QStringList lines;
+    for (const KW_LabelReport& report : reports)
+    {
+        const QString kind = report.type == e_KW_MESSAGE_TYPE_ERROR ? QStringLiteral("error: ")
+                                                                    : QStringLiteral("warning: ");
+        QString line = KW_FormatLabelReport(QString(), report).mid(1);
+        const auto place = line.indexOf(QLatin1String(": "));
+        line.insert(report.line > 0 ? place + 2 : 1, kind);
+        lines.append(line.trimmed());
+    }
+    return lines;
+}
+
+/** A label list from a text, with what was said of it. */
+struct t_ReadLabels
+{
+    KW_LabelList list;
+    KW_ACCEPTANCE code = eKW_ACC_OK;
+    QStringList reports;
+};
+
+inline t_ReadLabels ReadLabels(const QByteArray& text, KW_LABEL_FILE_FORMAT format,
+                               const KW_LabelReadOptions& options = {})
+{
+    t_ReadLabels read;
+    std::vector<KW_LabelReport> reports;
+    read.code = KW_ReadLabelText(text, format, read.list, reports, options);
+    read.reports = Lines(reports);
+    return read;
+}
+
+/** A list as the text of a file; what its format does not hold goes to `reports`. */
+inline QByteArray WriteLabels(const KW_LabelList& list, KW_LABEL_FILE_FORMAT format,
+                              QStringList* reports = nullptr)
+{
+    QByteArray text;
+    std::vector<KW_LabelReport> all;
+    KW_WriteLabelText(list, format, text, all);
+    if (reports != nullptr)
+    {
+        *reports = Lines(all);
+    }
+    return text;
+}
