@@ -3,9 +3,11 @@
 
 #include "LabelList/LabelList.h"
 
+#include <array>
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 /**
  * A label list, compiled: frames in, signals out. It means what databases mean: physical value =
@@ -28,6 +30,8 @@ public:
         UINT32 bitLength;
         double minimum; ///< lowest physical value, as the list says; not enforced
         double maximum;
+        bool isReadable; ///< false with a factor of 0, and for a float or double of another length
+                         ///< than 32 and 64 bits: it has a raw value only
     };
 
     /** A decoded signal. */
@@ -35,40 +39,53 @@ public:
     {
         const t_Signal* signal = nullptr;
         UINT64 raw = 0;                     ///< its bits, the highest not sign-extended
-        double value = 0.0;                 ///< physical value; NaN with a factor of 0
-        const std::string* label = nullptr; ///< of the raw value; null when it has none
+        double value = 0.0;                 ///< physical value; NaN of one that is not readable
+        const std::string* label = nullptr; ///< of the raw value, for integers of every kind; null
+                                            ///< when it has none
     };
 
-    class t_Message; ///< a compiled message
+    struct t_Message; ///< a compiled message
 
-    /** Compiles a list. Of several messages with one identifier of one length the first counts;
-        signals that no payload of the message can hold, or with a length that their type does not
-        allow, are left out. */
+    /**
+     * Compiles a list. Of several messages with one identifier of one length the first counts.
+     * Left out are messages whose identifier format is no number, and signals of no bits, of more
+     * than 64, or beyond the longest payload of all buses (64 bytes). A multiplexed signal is
+     * never there when its message has no signal of its multiplexor's name, when it selects itself
+     * in the end, and behind more than 16 multiplexors that select each other.
+     */
     explicit CLabelListDecoder(const KW_LabelList& list);
     ~CLabelListDecoder();
     CLabelListDecoder(CLabelListDecoder&&) noexcept;
     CLabelListDecoder& operator=(CLabelListDecoder&&) noexcept;
 
-    /** The message of a frame; null when the list has none.
+    /** The message of a frame, good as long as the decoder; null when the list has none.
         @param identifierLength in bits, as the bus has it: 11 or 29 for CAN */
     const t_Message* Find(UINT32 identifierLength, UINT32 identifier) const noexcept;
 
     static const std::string& NameOf(const t_Message& message) noexcept;
-    /** Bytes of the payload, as the list says. */
+    /** Bytes of the payload, as the list says; those of frames may be more or fewer. */
     static UINT32 LengthOf(const t_Message& message) noexcept;
-    /** Signals that a frame can have at most: what room `values` needs. */
-    static std::size_t SignalCountOf(const t_Message& message) noexcept;
+    /** All signals in the order of the list. Frames have no more: so much room `values` needs. */
+    static std::span<const t_Signal> SignalsOf(const t_Message& message) noexcept;
 
     /**
      * Decodes the signals of a frame, in the order of the list. Left out are those whose
-     * multiplexor has another value, those that the payload is too short for, and those that
-     * `values` has no room for.
+     * multiplexor has another value or is not there itself, those that the payload is too short
+     * for, and those that `values` has no room for.
      *
      * @param payload first byte first; of SENT two nibbles in a byte, the upper one first
      * @return how many
      */
     static std::size_t Decode(const t_Message& message, std::span<const UINT8> payload,
                               std::span<t_Value> values) noexcept;
+
+    /** Room for the text of a value. */
+    using t_TextBuffer = std::array<char, 32>;
+
+    /** A physical value in up to 15 digits, as "%.15g" has it, whatever the locale: what factor and
+        offset add to a decimal number by rounding does not show. Zeros have no sign, NaN is "nan".
+        @return the text, in the buffer */
+    static std::string_view Format(double value, t_TextBuffer& buffer) noexcept;
 
 private:
     struct t_Compiled;

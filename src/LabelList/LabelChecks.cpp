@@ -7,7 +7,6 @@
 
 #include <bitset>
 #include <cmath>
-#include <optional>
 #include <set>
 #include <unordered_map>
 #include <vector>
@@ -26,17 +25,9 @@ QString Quoted(const std::string& name)
     return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
 }
 
-std::optional<UINT32> LengthOf(const CLabelListMessage& message)
-{
-    bool isNumber = false;
-    const UINT32 length =
-        QByteArray::fromStdString(message.getIdentifierFormat()).toUInt(&isNumber);
-    return isNumber ? std::optional(length) : std::nullopt;
-}
-
 QString MessageError(KW_ZEL_SERIALBUS_PROTOCOL protocol, const CLabelListMessage& message)
 {
-    const auto length = LengthOf(message);
+    const auto length = NLabelChecks::IdentifierLengthOf(message);
     if (!length || !NLabelBuses::HasLength(protocol, *length))
     {
         return QStringLiteral("message %1: the bus has no identifiers of %2 bits")
@@ -222,6 +213,14 @@ private:
 };
 } // namespace
 
+std::optional<UINT32> NLabelChecks::IdentifierLengthOf(const CLabelListMessage& message)
+{
+    bool isNumber = false;
+    const UINT32 length =
+        QByteArray::fromStdString(message.getIdentifierFormat()).toUInt(&isNumber);
+    return isNumber ? std::optional(length) : std::nullopt;
+}
+
 bool NLabelChecks::Check(KW_ZEL_SERIALBUS_PROTOCOL protocol, const KW_LabelEntry& entry,
                          const t_PlaceOf& placeOf, CLabelReports& reports)
 {
@@ -245,7 +244,8 @@ void NLabelChecks::CheckIdentifiers(const KW_LabelList& list, const t_PlaceOf& p
     for (std::size_t i = 0; i < list.messages.size(); ++i)
     {
         const CLabelListMessage& message = list.messages[i].message;
-        const UINT64 key = UINT64{LengthOf(message).value_or(0)} << 32U | message.getIdentifier();
+        const UINT64 key = UINT64{NLabelChecks::IdentifierLengthOf(message).value_or(0)} << 32U |
+                           message.getIdentifier();
         const auto [found, isFirst] = first.emplace(key, i);
         if (!isFirst)
         {

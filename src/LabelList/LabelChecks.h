@@ -5,10 +5,14 @@
 #include "LabelList/LabelReports.h"
 
 #include <functional>
+#include <optional>
 
 /** What every reader of label lists looks at once a message is complete, whatever its format. */
 namespace NLabelChecks
 {
+/** Bits of the message's identifier; none where its format is no number. */
+std::optional<UINT32> IdentifierLengthOf(const CLabelListMessage& message);
+
 /** Where a signal of a message stands in the file, by its number in the order of the file; −1 for
     the message itself. */
 using t_PlaceOf = std::function<t_TextPlace(int signal)>;
