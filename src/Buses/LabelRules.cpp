@@ -4,13 +4,24 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
 #include "LabelList/LabelListMessage.h"
+#include "LabelList/SignalBits.h"
 #include "LabelList/SignalValues.h"
 
-void NRules::DeclareLengths(CDbPropNum<UINT32>& length, UINT32 usual,
-                            std::initializer_list<QVariant> lengths)
+#include <algorithm>
+
+void NRules::DeclareLengths(CDbPropNum<UINT32>& length, const ILabelledBus& bus)
 {
-    length.DeclareValueList(lengths);
-    length.DbSetDefault(usual);
+    const auto lengths = NLabelBuses::Of(bus.Protocol()).identifierLengths;
+    QVariantList values(lengths.begin(), lengths.end());
+    std::sort(values.begin(), values.end(),
+              [](const QVariant& a, const QVariant& b) { return a.toUInt() < b.toUInt(); });
+    length.DeclareValueList(values);
+    length.DbSetDefault(lengths.front());
+}
+
+INT32 NRules::LongestPayload(const ILabelledBus& bus)
+{
+    return static_cast<INT32>(NSignalBits::kByte * NLabelBuses::Of(bus.Protocol()).longestPayload);
 }
 
 std::optional<NRules::t_FrameKey> NRules::KeyOf(UINT32 length, const CDbPropNum<UINT32>& identifier)

@@ -4,7 +4,7 @@
 #include "CommonDatabase/Properties/DbPropEnum.h"
 #include "CommonDatabase/Properties/DbPropNum.h"
 #include "CommonDatabase/Properties/DbPropText.h"
-#include "LabelList/SignalBits.h"
+#include "LabelList/LabelBuses.h"
 
 #include <optional>
 
@@ -27,12 +27,11 @@ class ILabelledBus
 {
 public:
     virtual ~ILabelledBus() = default;
-    /** Lets the length of an identifier be one that the bus has; the usual one is the default. */
-    virtual void DeclareLengths(CDbPropNum<UINT32>& length) const = 0;
+    virtual KW_ZEL_SERIALBUS_PROTOCOL Protocol() const = 0;
     /** Bits of the longest payload that a frame with an identifier of that length has now. */
     virtual INT32 PayloadBits(UINT32 identifierLength) const = 0;
     /** Bits of what the bytes of a payload are to this bus. */
-    virtual UINT32 Unit() const { return NSignalBits::kByte; }
+    UINT32 Unit() const { return NLabelBuses::Of(Protocol()).unit; }
 };
 
 /** A label list, as what is in it and what it names knows it. */
@@ -64,9 +63,11 @@ public:
 /** The list that a label, a signal or a value's text is in. */
 ILabelList& LabelListAbove(const CDbPropertyGroup& part);
 
-/** For DeclareLengths. */
-void DeclareLengths(CDbPropNum<UINT32>& length, UINT32 usual,
-                    std::initializer_list<QVariant> lengths);
+/** Lets the length of an identifier be one that the bus has; the usual one is the default. */
+void DeclareLengths(CDbPropNum<UINT32>& length, const ILabelledBus& bus);
+
+/** Bits of the longest payload of all that frames of a bus can have. */
+INT32 LongestPayload(const ILabelledBus& bus);
 
 /** The key of an identifier; none while that is not valid. */
 std::optional<t_FrameKey> KeyOf(UINT32 length, const CDbPropNum<UINT32>& identifier);

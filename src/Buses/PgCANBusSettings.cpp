@@ -38,16 +38,16 @@ void CPgCANBusSettings::UpdateAvailabilities()
         m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD);
 }
 
-void CPgCANBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+KW_ZEL_SERIALBUS_PROTOCOL CPgCANBusSettings::Protocol() const
 {
-    NRules::DeclareLengths(length, 11, {11U, 29U});
+    return eKW_ZEL_SERIALBUS_PROTOCOL_CAN;
 }
 
 INT32 CPgCANBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
 {
     constexpr INT32 kClassicalBits = 64;
-    constexpr INT32 kFdBits = 512;
-    return m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD ? kFdBits : kClassicalBits;
+    return m_pStandard->Get() == eKW_CAN_STANDARD_CAN_FD ? NRules::LongestPayload(*this)
+                                                         : kClassicalBits;
 }
 
 void CPgCANBusSettings::FitLabels()

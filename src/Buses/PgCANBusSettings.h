@@ -11,7 +11,7 @@ class CPgCANBusSettings : public CPgCANBusSettingsBase, public NRules::ILabelled
 {
 public:
     t_Couplings Rules() const override;
-    void DeclareLengths(CDbPropNum<UINT32>& length) const override;
+    KW_ZEL_SERIALBUS_PROTOCOL Protocol() const override;
     INT32 PayloadBits(UINT32 identifierLength) const override;
 
 private:

@@ -4,6 +4,7 @@
 #include "Buses/BusRules.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsChannels.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Names/I2CBusSettings.h"
 #include "Rules/ChannelRules.h"
 
@@ -30,13 +31,12 @@ void CPgI2CBusSettings::SwapLines()
     KW_CHECKED(m_pDataSource->DbSet(clock));
 }
 
-void CPgI2CBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+KW_ZEL_SERIALBUS_PROTOCOL CPgI2CBusSettings::Protocol() const
 {
-    NRules::DeclareLengths(length, 7, {7U, 10U});
+    return eKW_ZEL_SERIALBUS_PROTOCOL_I2C;
 }
 
 INT32 CPgI2CBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
 {
-    constexpr INT32 kBits = 512;
-    return kBits;
+    return NRules::LongestPayload(*this);
 }

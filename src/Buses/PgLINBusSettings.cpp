@@ -3,6 +3,7 @@
 
 #include "Buses/BusRules.h"
 #include "CommonDatabase/Couplings/DbRules.h"
+#include "KWEnumerationsSerialBus.h"
 #include "Names/LINBusSettings.h"
 
 using namespace NNames;
@@ -19,13 +20,12 @@ KW_ACCEPTANCE CPgLINBusSettings::FollowBitRate(const CDbPropBase* written)
     return NRules::FollowStandard(*m_pStandardBitRate, *m_pBitRate, written);
 }
 
-void CPgLINBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+KW_ZEL_SERIALBUS_PROTOCOL CPgLINBusSettings::Protocol() const
 {
-    NRules::DeclareLengths(length, 6, {6U});
+    return eKW_ZEL_SERIALBUS_PROTOCOL_LIN;
 }
 
 INT32 CPgLINBusSettings::PayloadBits(UINT32 /*identifierLength*/) const
 {
-    constexpr INT32 kBits = 64;
-    return kBits;
+    return NRules::LongestPayload(*this);
 }

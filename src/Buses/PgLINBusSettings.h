@@ -10,7 +10,7 @@ class CPgLINBusSettings : public CPgLINBusSettingsBase, public NRules::ILabelled
 {
 public:
     t_Couplings Rules() const override;
-    void DeclareLengths(CDbPropNum<UINT32>& length) const override;
+    KW_ZEL_SERIALBUS_PROTOCOL Protocol() const override;
     INT32 PayloadBits(UINT32 identifierLength) const override;
 
 private:

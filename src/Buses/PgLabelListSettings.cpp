@@ -5,6 +5,7 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
+#include "LabelList/LabelList.h"
 #include "Names/LabelListSettings.h"
 #include "Rules/NumberRules.h"
 
@@ -111,7 +112,7 @@ void CPgLabelListSettings::Compile()
                 {
                     if (label.IsOn())
                     {
-                        messages.emplace(Packed(label.Key()), label.Message());
+                        messages.emplace(Packed(label.Key()), label.Message().message);
                     }
                 });
     m_messages.swap(messages);

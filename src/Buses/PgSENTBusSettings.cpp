@@ -4,6 +4,7 @@
 #include "Buses/PgLabelListSettings.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
+#include "LabelList/SignalBits.h"
 #include "Names/SENTBusSettings.h"
 #include "Rules/NumberRules.h"
 
@@ -39,9 +40,9 @@ void CPgSENTBusSettings::LimitFrameLength()
                               kCalibration + kShortestNibble * nibbles + kLongestPause);
 }
 
-void CPgSENTBusSettings::DeclareLengths(CDbPropNum<UINT32>& length) const
+KW_ZEL_SERIALBUS_PROTOCOL CPgSENTBusSettings::Protocol() const
 {
-    NRules::DeclareLengths(length, 8, {0U, 4U, 8U});
+    return eKW_ZEL_SERIALBUS_PROTOCOL_SENT;
 }
 
 INT32 CPgSENTBusSettings::PayloadBits(UINT32 identifierLength) const

@@ -11,9 +11,8 @@ class CPgSENTBusSettings : public CPgSENTBusSettingsBase, public NRules::ILabell
 {
 public:
     t_Couplings Rules() const override;
-    void DeclareLengths(CDbPropNum<UINT32>& length) const override;
+    KW_ZEL_SERIALBUS_PROTOCOL Protocol() const override;
     INT32 PayloadBits(UINT32 identifierLength) const override;
-    UINT32 Unit() const override { return NSignalBits::kNibble; }
 
 private:
     void UpdateAvailabilities();

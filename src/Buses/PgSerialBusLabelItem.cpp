@@ -4,16 +4,35 @@
 #include "Buses/PgmSignalTranslation.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
-#include "LabelList/LabelListMessage.h"
+#include "LabelList/LabelList.h"
 #include "Names/SerialBusLabelItem.h"
 #include "Rules/NumberRules.h"
+
+#include <set>
 
 using namespace NNames;
 
 namespace
 {
 constexpr INT32 kByte = 8;
+
+/** Signals that select others, which the tree says of the selected ones alone. */
+void MarkMultiplexors(KW_LabelEntry& entry)
+{
+    std::set<std::string> multiplexors;
+    for (const auto& [key, details] : entry.details.signalDetails)
+    {
+        multiplexors.insert(details.multiplexor);
+    }
+    for (const auto& [key, signal] : entry.message.getSignals())
+    {
+        if (multiplexors.count(signal.getName()) > 0)
+        {
+            entry.details.signalDetails[key].isMultiplexor = true;
+        }
+    }
 }
+} // namespace
 
 t_Couplings CPgSerialBusLabelItem::Rules() const
 {
@@ -54,7 +73,7 @@ void CPgSerialBusLabelItem::LetMatch(bool isFree)
 
 void CPgSerialBusLabelItem::TakeLengthsOfBus()
 {
-    Bus().DeclareLengths(*m_pIdentifierLength);
+    NRules::DeclareLengths(*m_pIdentifierLength, Bus());
 }
 
 void CPgSerialBusLabelItem::LimitIdentifier()
@@ -93,17 +112,19 @@ void CPgSerialBusLabelItem::TellList()
     NRules::LabelListAbove(*this).CountChange();
 }
 
-CLabelListMessage CPgSerialBusLabelItem::Message() const
+KW_LabelEntry CPgSerialBusLabelItem::Message() const
 {
-    CLabelListMessage message(m_pName->Get().toStdString(),
-                              std::to_string(m_pIdentifierLength->Get()), m_pIdentifier->Get(),
-                              m_pPayloadLength->Get());
+    KW_LabelEntry entry;
+    entry.message.setParameters(m_pName->Get().toStdString(),
+                                std::to_string(m_pIdentifierLength->Get()), m_pIdentifier->Get(),
+                                m_pPayloadLength->Get());
+    entry.details.comment = m_pComment->Get().toStdString();
     m_pSignalTranslation->VisitItems(
-        [&message](CDbPropertyGroup& item)
+        [&entry](CDbPropertyGroup& item)
         {
-            const CLabelListSignal signal = static_cast<CPgSignalTranslation&>(item).Signal();
-            // Two signals may have one name.
-            message.addSignal({signal.getSignalKey() + '/' + item.NodeName().toUtf8(), signal});
+            const auto& signal = static_cast<const CPgSignalTranslation&>(item);
+            KW_AddSignal(entry, signal.Signal(), signal.Details());
         });
-    return message;
+    MarkMultiplexors(entry);
+    return entry;
 }

@@ -4,7 +4,7 @@
 #include "Buses/LabelRules.h"
 #include "Buses/PgSerialBusLabelItemBase.h"
 
-class CLabelListMessage;
+struct KW_LabelEntry;
 
 /** Label of one frame: its identifier has a length that the bus knows and fits it, its payload is
     not longer than the bus has, and its signals lie within the payload. Another label with the same
@@ -21,8 +21,8 @@ public:
     /** Whether no other label has the identifier. */
     void LetMatch(bool isFree);
     INT32 PayloadBits() const override;
-    /** As the frames are looked up by. */
-    CLabelListMessage Message() const;
+    /** With its signals, in their order in the tree. */
+    KW_LabelEntry Message() const;
 
 private:
     const NRules::ILabelledBus& Bus() const;

@@ -5,7 +5,9 @@
 #include "Buses/PgmSignalTranslationEnumValues.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsSerialBus.h"
-#include "LabelList/LabelListSignal.h"
+#include "LabelList/LabelConditions.h"
+#include "LabelList/LabelList.h"
+#include "LabelList/SignalBits.h"
 #include "Names/SignalTranslation.h"
 #include "Rules/NumberRules.h"
 
@@ -100,4 +102,11 @@ CLabelListSignal CPgSignalTranslation::Signal() const
                 static_cast<const CPgSignalTranslationEnumValues&>(item).Entry());
         });
     return signal;
+}
+
+KW_LabelSignalDetails CPgSignalTranslation::Details() const
+{
+    KW_LabelSignalDetails details;
+    NLabelConditions::Read(m_pActiveWhen->Get(), details); // the property takes no other text
+    return details;
 }

@@ -4,6 +4,7 @@
 #include "Buses/PgSignalTranslationBase.h"
 
 class CLabelListSignal;
+struct KW_LabelSignalDetails;
 
 /** Signal in the payload: it has the bits that its value type needs, ends within the payload, and
     its limits are in order. In a payload that is too short for its type it begins with the first
@@ -15,6 +16,8 @@ public:
 
     /** With the texts of its values. A signal without a name is called by its place in the list. */
     CLabelListSignal Signal() const;
+    /** When it is in a frame. */
+    KW_LabelSignalDetails Details() const;
 
 private:
     void OrderLimits(const CDbPropBase* written);

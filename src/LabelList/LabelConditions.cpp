@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelConditions.h"
 
+#include "ConditionText.h"
+
 #include <QStringList>
 #include <algorithm>
-#include <limits>
-#include <optional>
 
 namespace
 {
@@ -13,29 +13,6 @@ QString RangeText(const KW_RawRange& range)
     const QString first = QString::number(range.first);
     return range.first == range.last ? first
                                      : first + QLatin1Char('-') + QString::number(range.last);
-}
-
-std::optional<UINT64> ReadNumber(QStringView text)
-{
-    const QStringView digits = text.trimmed();
-    if (digits.isEmpty() ||
-        !std::all_of(digits.begin(), digits.end(),
-                     [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }))
-    {
-        return std::nullopt;
-    }
-    bool isNumber = false;
-    const UINT64 value = digits.toString().toULongLong(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
-}
-
-std::optional<KW_RawRange> ReadRange(QStringView text)
-{
-    const qsizetype dash = text.indexOf(QLatin1Char('-'));
-    const auto first = ReadNumber(dash < 0 ? text : text.left(dash));
-    const auto last = dash < 0 ? first : ReadNumber(text.mid(dash + 1));
-    return first && last && *first <= *last ? std::optional(KW_RawRange{*first, *last})
-                                            : std::nullopt;
 }
 } // namespace
 
@@ -62,25 +39,18 @@ bool NLabelConditions::Read(QStringView text, KW_LabelSignalDetails& details)
         details.selectedBy.clear();
         return true;
     }
-    const QString whole = text.toString();
-    const auto sign = whole.lastIndexOf(QLatin1Char('='));
-    const QString name = sign < 0 ? QString() : whole.left(sign).trimmed();
-    if (name.isEmpty())
+    const auto condition = NConditionText::Read(text);
+    if (!condition)
     {
         return false;
     }
     std::vector<KW_RawRange> ranges;
-    for (const QString& part : whole.mid(sign + 1).split(QLatin1Char(',')))
+    for (const auto& [first, last] : condition->ranges)
     {
-        const auto range = ReadRange(part);
-        if (!range)
-        {
-            return false;
-        }
-        ranges.push_back(*range);
+        ranges.push_back({first, last});
     }
     Arrange(ranges);
-    details.multiplexor = name.toStdString();
+    details.multiplexor = condition->name.toStdString();
     details.selectedBy = std::move(ranges);
     return true;
 }

@@ -52,6 +52,14 @@ const t_Form kForms[] = {
     {eTEXTFORM::Mask, "128.0.0.0", true},
     {eTEXTFORM::Mask, "0.0.0.0", false},
     {eTEXTFORM::Mask, "24", false},
+    {eTEXTFORM::Condition, "", true},
+    {eTEXTFORM::Condition, "a = b = 0-3,7", true},
+    {eTEXTFORM::Condition, "Mode", false},
+    {eTEXTFORM::Condition, "= 3", false},
+    {eTEXTFORM::Condition, "Mode = 3-2", false},
+    {eTEXTFORM::Condition, "Mode = -1", false},
+    {eTEXTFORM::Condition, "Mode = 1,", false},
+    {eTEXTFORM::Condition, "Mode = 18446744073709551616", false},
 };
 } // namespace
 

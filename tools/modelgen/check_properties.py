@@ -25,7 +25,7 @@ STEP_BEHAVIOURS = ("limit", "wrap", "refuse")
 NUMBER_FORMATS = ("decimal", "scientific", "engineering", "hex", "binary")
 BIT_FORMATS = ("hex", "binary")
 MEASURED = ("reading", "count")
-TEXT_FORMS = ("passphrase", "address", "mask")
+TEXT_FORMS = ("passphrase", "address", "mask", "condition")
 SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125", "ladder1245")
 

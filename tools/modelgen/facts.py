@@ -10,6 +10,7 @@ _FORM_WORDS = {
     "passphrase": "8 … 63 printable ASCII characters, or 64 hex digits",
     "address": "IPv4 address of a host",
     "mask": "IPv4 mask of a network",
+    "condition": "name = values",
 }
 _SAVE_WORDS = {SAVE_NONE: "not saved", SAVE_SETTINGS: "settings", 2: "instrument state"}
 

@@ -87,6 +87,16 @@ void CDbPropBase::DeclareValueList(std::initializer_list<QVariant> values)
     m_valueList = std::move(list);
 }
 
+void CDbPropBase::DeclareValueList(const QVariantList& values)
+{
+    auto list = values.isEmpty() ? nullptr : std::make_unique<t_ValueList>();
+    if (list)
+    {
+        list->entries = values;
+    }
+    m_valueList = std::move(list);
+}
+
 void CDbPropBase::SetOffered(UINT64 offered)
 {
     if (m_valueList)

@@ -57,6 +57,7 @@ public:
         Numbers must be numbers, texts texts; an entry of another kind never matches. */
     const QVariantList& GetValueList() const;
     void DeclareValueList(std::initializer_list<QVariant> values);
+    void DeclareValueList(const QVariantList& values);
     /** The entries of the list that can be taken now, bit 0 for the first one; those behind the
         64th always can. Guarded by the tree's lock. */
     UINT64 GetOffered() const { return m_valueList ? m_valueList->offered : kAllOffered; }

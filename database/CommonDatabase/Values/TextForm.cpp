@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "TextForm.h"
 
+#include "ConditionText.h"
+
 #include <algorithm>
 
 namespace NTextForm
@@ -96,6 +98,9 @@ QString Describe(eTEXTFORM form)
         return QStringLiteral("an IPv4 address of a host, such as 192.168.0.7; or nothing");
     case eTEXTFORM::Mask:
         return QStringLiteral("an IPv4 mask of a network, such as 255.255.255.0; or nothing");
+    case eTEXTFORM::Condition:
+        return QStringLiteral("a name, \"=\" and values or ranges of them, such as "
+                              "Mode = 0-3, 7; or nothing");
     default:
         return QString();
     }
@@ -110,6 +115,10 @@ bool Fits(eTEXTFORM form, QStringView text)
     if (form == eTEXTFORM::Passphrase)
     {
         return IsPassphrase(text);
+    }
+    if (form == eTEXTFORM::Condition)
+    {
+        return NConditionText::Read(text).has_value();
     }
     const auto address = ReadAddress(text);
     return address && (form == eTEXTFORM::Mask ? IsMask(*address) : IsHost(*address));

@@ -13,6 +13,7 @@ enum class eTEXTFORM : UINT8
     Passphrase, ///< of a WPA2 network: 8 to 63 printable ASCII characters, or 64 hex digits
     Address,    ///< of a host by IPv4, "192.168.0.7": neither loopback nor for groups
     Mask,       ///< of an IPv4 network with at least two hosts, "255.255.255.0"
+    Condition,  ///< values of a signal with which something applies, "Mode = 0-3, 7"
 };
 
 namespace NTextForm
