@@ -68,6 +68,7 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place, const std::string& o
     AddEditCommands(m_app, m_run);
     AddCouplingCommands(m_app, m_run);
     AddCalcCommand(m_app, m_run);
+    AddLabelsCommand(m_app, m_run);
     if (place == ePLACE::Process)
     {
         AddCompleteCommand(m_app, m_run);
@@ -140,7 +141,7 @@ CFailure CCommandLine::Explain(const CLI::ParseError& error)
     {
         return {eSTATUS_USAGE, ToText(error.what()).simplified() + help};
     }
-    const QLatin1String kind(level == &m_app ? "command" : "calculation");
+    const QLatin1String kind(level->get_name() == "calc" ? "calculation" : "command");
     if (unknown.empty())
     {
         return {eSTATUS_USAGE, QStringLiteral("a %1 is missing").arg(kind) + help};

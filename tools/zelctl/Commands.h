@@ -22,6 +22,21 @@ inline QString ToText(const std::string& text)
     return QString::fromStdString(text);
 }
 
+/** As AddCommand, of a command that consists of several. */
+template <typename TOptions>
+void AddSubcommand(CLI::App& app, t_Run& run, const char* name, const char* brief,
+                   const char* footer)
+{
+    const auto options = std::make_shared<TOptions>();
+    CLI::App* const command = app.add_subcommand(name, brief);
+    command->footer(footer);
+    options->Declare(*command);
+    command->preparse_callback([options](std::size_t) { *options = TOptions(); });
+    command->callback(
+        [options, &run]
+        { run.command = [chosen = *options](CSession& session) { return chosen.Run(session); }; });
+}
+
 /**
  * Adds a command, where `run` wants it declared. Its words are read into an object of TOptions,
  * which has `void Declare(CLI::App&)` to bind them and `t_Answer Run(CSession&) const` to carry the
@@ -31,18 +46,10 @@ inline QString ToText(const std::string& text)
 template <typename TOptions>
 void AddCommand(CLI::App& app, t_Run& run, const char* name, const char* brief, const char* footer)
 {
-    if (!run.Declares(name))
+    if (run.Declares(name))
     {
-        return;
+        AddSubcommand<TOptions>(app, run, name, brief, footer);
     }
-    const auto options = std::make_shared<TOptions>();
-    CLI::App* const command = app.add_subcommand(name, brief);
-    command->footer(footer);
-    options->Declare(*command);
-    command->preparse_callback([options](std::size_t) { *options = TOptions(); });
-    command->callback(
-        [options, &run]
-        { run.command = [chosen = *options](CSession& session) { return chosen.Run(session); }; });
 }
 
 /** "tree" and "find". */
@@ -54,6 +61,8 @@ void AddEnumCommand(CLI::App& app, t_Run& run);
 void AddFileCommands(CLI::App& app, t_Run& run);
 void AddEditCommands(CLI::App& app, t_Run& run);
 void AddCalcCommand(CLI::App& app, t_Run& run);
+/** "labels", which consists of several. */
+void AddLabelsCommand(CLI::App& app, t_Run& run);
 /** "couplings" and "why". */
 void AddCouplingCommands(CLI::App& app, t_Run& run);
 /** "complete", which no help lists. */

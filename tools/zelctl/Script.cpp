@@ -178,7 +178,7 @@ void ExecuteScriptLine(CSession& session, const QString& line)
         session.GetOutput().Line(QStringLiteral("> ") + WithoutSecrets(session, line.trimmed()));
     }
     const t_Answer answer = ExecuteWords(session, words);
-    if (answer.status != eSTATUS_OK)
+    if (answer.status != eSTATUS_OK && !answer.isDone)
     {
         throw CFailure(eSTATUS_REFUSED,
                        QStringLiteral("\"%1\" found differences").arg(ToText(words.front())));

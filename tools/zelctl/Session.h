@@ -22,6 +22,7 @@ struct t_Answer
 {
     eSTATUS status = eSTATUS_OK;
     KW_ACCEPTANCE code = eKW_ACC_OK;
+    bool isDone = false; ///< whatever the status: scripts go on, and --save saves
 };
 
 class CCommandLines;

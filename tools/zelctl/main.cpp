@@ -32,7 +32,7 @@ t_Answer RunProcess(CSession& session, CCommandLine& line, const t_Files& files)
                 QStringLiteral("load ") + ToText(files.load));
     }
     const t_Answer answer = line.Run();
-    if (!files.save.empty() && answer.status == eSTATUS_OK)
+    if (!files.save.empty() && (answer.status == eSTATUS_OK || answer.isDone))
     {
         Require(session.GetRoot().Save(ToText(files.save)),
                 QStringLiteral("save ") + ToText(files.save));

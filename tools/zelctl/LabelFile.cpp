@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "LabelFile.h"
+
+#include "Commands.h"
+#include "LabelText.h"
+
+namespace
+{
+QJsonObject ToJson(const QString& file, const KW_LabelReport& report)
+{
+    const bool isError = report.type == e_KW_MESSAGE_TYPE_ERROR;
+    return {{QStringLiteral("file"), file},
+            {QStringLiteral("line"), static_cast<qint64>(report.line)},
+            {QStringLiteral("column"), static_cast<qint64>(report.column)},
+            {QStringLiteral("type"), isError ? QStringLiteral("error") : QStringLiteral("warning")},
+            {QStringLiteral("text"), report.text}};
+}
+} // namespace
+
+bool CLabelFindings::Read(const std::string& file, bool skipsBad, KW_LabelList& list)
+{
+    std::vector<KW_LabelReport> reports;
+    const KW_ACCEPTANCE code = KW_ReadLabelFile(ToText(file), list, reports, {skipsBad});
+    Add(ToText(file), reports);
+    return KW_IsAccepted(code);
+}
+
+KW_LabelList CLabelFindings::Require(const std::string& file, bool skipsBad)
+{
+    KW_LabelList list;
+    if (!Read(file, skipsBad, list))
+    {
+        throw Refuse(ToText(file));
+    }
+    return list;
+}
+
+void CLabelFindings::Require(KW_ACCEPTANCE code, const QString& file,
+                             const std::vector<KW_LabelReport>& reports)
+{
+    Add(file, reports);
+    if (!KW_IsAccepted(code))
+    {
+        throw Refuse(file);
+    }
+}
+
+void CLabelFindings::Add(const QString& file, const std::vector<KW_LabelReport>& reports)
+{
+    for (const KW_LabelReport& report : reports)
+    {
+        m_lines << KW_FormatLabelReport(file, report);
+        m_json.append(ToJson(file, report));
+        m_errors += report.type == e_KW_MESSAGE_TYPE_ERROR ? 1 : 0;
+    }
+}
+
+CFailure CLabelFindings::Refuse(const QString& file) const
+{
+    const bool isOne = m_lines.size() == 1;
+    if (!isOne)
+    {
+        Show();
+    }
+    CFailure failure(eSTATUS_USAGE,
+                     isOne ? m_lines.front()
+                           : QStringLiteral("%1 is refused: %2").arg(file, GetCounts()));
+    failure.AddData({{QStringLiteral("findings"), m_json}});
+    return failure;
+}
+
+QString CLabelFindings::GetCounts() const
+{
+    const auto warnings = static_cast<std::size_t>(m_json.size() - m_errors);
+    QStringList counts;
+    if (m_errors > 0)
+    {
+        counts << GetCountText(static_cast<std::size_t>(m_errors), QStringLiteral("error"));
+    }
+    if (warnings > 0)
+    {
+        counts << GetCountText(warnings, QStringLiteral("warning"));
+    }
+    return counts.isEmpty() ? QStringLiteral("nothing to report")
+                            : counts.join(QStringLiteral(", "));
+}
+
+void CLabelFindings::AddTo(CReply& reply) const
+{
+    reply.Field("findings", m_json);
+}
+
+void CLabelFindings::Show() const
+{
+    const QStringList shown = m_session.GetStyle().json ? QStringList() : m_lines;
+    for (const QString& line : shown)
+    {
+        m_session.GetOutput().Problem(line);
+    }
+}
+
+t_Answer CLabelFindings::Send(CReply& reply) const
+{
+    AddTo(reply);
+    if (IsEmpty())
+    {
+        return reply.Send();
+    }
+    t_Answer answer = reply.Send(eKW_ACC_WARNING, eSTATUS_REFUSED);
+    answer.isDone = true;
+    Show();
+    return answer;
+}
