@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "LabelList/DbcOrder.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+constexpr std::string_view kOrder[] = {
+    "VERSION",
+    "NS_DESC_",
+    "NS_",
+    "BS_",
+    "BU_",
+    "VAL_TABLE_",
+    "BO_",
+    "BO_TX_BU_",
+    "EV_",
+    "EV_DATA_",
+    "ENVVAR_DATA_",
+    "SGTYPE_",
+    "SGTYPE_VAL_",
+    "CM_",
+    "BA_DEF_",
+    "BA_DEF_REL_",
+    "BA_DEF_SGTYPE_",
+    "BA_DEF_DEF_",
+    "BA_DEF_DEF_REL_",
+    "BA_",
+    "BA_REL_",
+    "BA_SGTYPE_",
+    "VAL_",
+    "SIG_TYPE_REF_",
+    "CAT_DEF_",
+    "CAT_",
+    "FILTER",
+    "SIG_GROUP_",
+    "SIG_VALTYPE_",
+    "SIGTYPE_VALTYPE_",
+    "SG_MUL_VAL_",
+};
+} // namespace
+
+int NDbcOrder::RankOf(std::string_view keyword)
+{
+    const auto* const found = std::find(std::begin(kOrder), std::end(kOrder), keyword);
+    return static_cast<int>(found - std::begin(kOrder));
+}
+
+std::string_view NDbcOrder::KeywordOf(std::string_view statement)
+{
+    return statement.substr(0, statement.find_first_of(" :\"0123456789;"));
+}
+
+bool NDbcOrder::IsBefore(const std::string& statement, const std::string& other)
+{
+    return RankOf(KeywordOf(statement)) < RankOf(KeywordOf(other));
+}
+
+bool NDbcOrder::IsRelation(const KW_AttributeDefinition& definition)
+{
+    return definition.object.rfind("BA_DEF_REL_", 0) == 0;
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LabelList/LabelList.h"
+
+#include <string_view>
+
+/** The order of statements in a CAN database: one that is written has them as its readers expect.
+ */
+namespace NDbcOrder
+{
+/** By the order of the grammar; keywords that it has not come last. */
+int RankOf(std::string_view keyword);
+
+/** Whether one whole statement comes before another. */
+bool IsBefore(const std::string& statement, const std::string& other);
+
+/** The keyword that a statement begins with. */
+std::string_view KeywordOf(std::string_view statement);
+
+/** Whether an attribute is of relations, which have statements of their own. */
+bool IsRelation(const KW_AttributeDefinition& definition);
+} // namespace NDbcOrder
