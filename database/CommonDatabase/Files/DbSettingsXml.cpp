@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "DbSettings.h"
 
+#include "XmlTags.h"
+
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
-#include <algorithm>
-#include <string_view>
 
 void CDbXmlSettingsWriter::StartElement(const QString& kind)
 {
@@ -26,67 +26,13 @@ bool CDbXmlSettingsWriter::IsGood() const
     return !m_writer.hasError();
 }
 
-namespace
-{
-/** End of a comment, section or instruction that begins at `at`; `at` for a tag. */
-const char* EndOfOther(const char* at, const char* end)
-{
-    const std::pair<std::string_view, std::string_view> others[] = {
-        {"!--", "-->"}, {"![CDATA[", "]]>"}, {"?", "?>"}};
-    const std::string_view rest(at, static_cast<std::size_t>(end - at));
-    for (const auto& [begin, close] : others)
-    {
-        if (rest.substr(0, begin.size()) == begin)
-        {
-            const auto found = rest.find(close, begin.size());
-            return found == std::string_view::npos ? end : at + found + close.size();
-        }
-    }
-    return at;
-}
-
-/** Attributes of the tag that begins at `at`, which moves to its end. */
-int CountAttributes(const char*& at, const char* end)
-{
-    int count = 0;
-    for (; at != end && *at != '>'; ++at)
-    {
-        if (*at == '"' || *at == '\'')
-        {
-            ++count;
-            const char* const close = std::find(at + 1, end, *at);
-            at = close == end ? end - 1 : close;
-        }
-    }
-    return count;
-}
-
-/** Looks before Qt's reader does, which compares each attribute of a tag with all before it: a tag
-    of some 100,000 would keep it busy for minutes. What is not well-formed is left to it. */
-bool HasTooManyAttributes(const QByteArray& text)
-{
-    const char* const end = text.constData() + text.size();
-    for (const char* at = std::find(text.constData(), end, '<'); at != end;
-         at = std::find(at, end, '<'))
-    {
-        const char* const other = EndOfOther(++at, end);
-        if (other == at && CountAttributes(at, end) > NDbBounds::kMaxAttributes)
-        {
-            return true;
-        }
-        at = std::max(at, other);
-    }
-    return false;
-}
-} // namespace
-
 bool CDbSettingsDocument::ReadXmlFile(const QByteArray& text, const QString& kind)
 {
     if (text.contains('\0'))
     {
         return Fail(QStringLiteral("this is no text in UTF-8"));
     }
-    if (HasTooManyAttributes(text))
+    if (KW_HasLongXmlTag(text, NDbBounds::kMaxAttributes))
     {
         return Fail(QStringLiteral("an element has more than %1 attributes")
                         .arg(NDbBounds::kMaxAttributes));
