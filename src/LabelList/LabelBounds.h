@@ -11,5 +11,9 @@ constexpr qint64 kMaxFileSize = qint64{64} << 20U; ///< bytes
 constexpr std::size_t kMaxMessages = 65536;
 constexpr std::size_t kMaxSignals = 262144;          ///< in all messages
 constexpr std::size_t kMaxSignalsPerMessage = 16384; ///< pages of multiplexed ones included
+constexpr std::size_t kMaxItems = 1048576; ///< labels, nodes, attributes and the like, in all
+constexpr std::size_t kMaxColumns = 256;
+constexpr int kMaxXmlDepth = 16;
+constexpr int kMaxXmlAttributes = 64; ///< of one tag
 constexpr std::size_t kMaxReports = 100;
 } // namespace NLabelBounds
