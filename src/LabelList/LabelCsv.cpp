@@ -34,7 +34,7 @@ public:
         while (isGoing && m_lines.Next())
         {
             TakeCells();
-            isGoing = IsSignal() ? Signal() : Message();
+            isGoing = CheckWhole() && (IsSignal() ? Signal() : Message());
         }
         return !m_lines.IsBroken() && m_builder.Finish();
     }
@@ -147,6 +147,19 @@ private:
         }
     }
 
+    /** What a failing transfer cuts off would be taken for defaults; programs that leave empty
+       cells out at the end of a line write its end all the same. */
+    bool CheckWhole()
+    {
+        const std::size_t cells = m_lines.Cells().size();
+        return !m_lines.IsOpen() || cells >= m_columns.size() ||
+               m_builder.Refuse(m_lines.Place(),
+                                QStringLiteral("the file ends within a line, which has %1 of %2 "
+                                               "cells: it was cut off")
+                                    .arg(cells)
+                                    .arg(m_columns.size()));
+    }
+
     const t_Cell& Cell(eCOLUMN column) const { return m_cells[static_cast<std::size_t>(column)]; }
 
     bool IsSignal() const
@@ -164,7 +177,7 @@ private:
         const CLabelFields fields =
             Fields(&NLabelCsv::t_Column::isOfMessages, eCOLUMN::Message,
                    QStringLiteral("says nothing of a message and is left out"));
-        m_builder.Message().details.senders = NLabelTexts::Split(Cell(eCOLUMN::Senders).text);
+        m_builder.Message().details.senders = Names(eCOLUMN::Senders);
         if (!NLabelFields::Read(fields, m_lines.Place(), m_list.protocol, m_builder.Message(),
                                 m_reports))
         {
@@ -186,7 +199,7 @@ private:
             m_builder.Spoil();
         }
         Condition(details);
-        details.receivers = NLabelTexts::Split(Cell(eCOLUMN::Receivers).text);
+        details.receivers = Names(eCOLUMN::Receivers);
         if (!CountNames(details.receivers) || !Labels(signal, details))
         {
             return false;
@@ -287,6 +300,13 @@ private:
         const t_Cell& cell = Cell(name);
         fields.Set(eLABEL_FIELD::Name, cell.text, cell.place);
         return fields;
+    }
+
+    std::vector<std::string> Names(eCOLUMN column) const
+    {
+        std::vector<std::string> names = NLabelTexts::Split(Cell(column).text);
+        names.erase(std::remove(names.begin(), names.end(), std::string()), names.end());
+        return names;
     }
 
     bool CountNames(const std::vector<std::string>& names)

@@ -28,6 +28,8 @@ public:
     bool Next();
 
     bool IsBroken() const { return m_isBroken; }
+    /** Whether the line has no end: the file may have been cut off within it. */
+    bool IsOpen() const { return IsAtEnd() && !m_text.empty() && m_text.back() != '\n'; }
     const std::vector<t_Cell>& Cells() const { return m_cells; }
     t_TextPlace Place() const { return m_cells.front().place; }
 

@@ -14,7 +14,8 @@ struct t_Target
 };
 
 constexpr t_Target kTargets[] = {
-    {"Expressions", KW_TryExpressions}, {"Paths", KW_TryPaths},
+    {"Expressions", KW_TryExpressions}, {"LabelCsv", KW_TryLabelCsv},
+    {"LabelXml", KW_TryLabelXml},       {"Paths", KW_TryPaths},
     {"SettingsCsv", KW_TrySettingsCsv}, {"SettingsXml", KW_TrySettingsXml},
     {"Signals", KW_TrySignals},         {"Texts", KW_TryTexts},
 };

@@ -13,6 +13,11 @@
 void KW_TrySettingsXml(const QByteArray& text);
 void KW_TrySettingsCsv(const QByteArray& text);
 
+/** The bytes are a label list: a refusal says why, and what was read is written without loss and
+    read back the same. */
+void KW_TryLabelXml(const QByteArray& text);
+void KW_TryLabelCsv(const QByteArray& text);
+
 /** Lines "Property=text" are client writes to a tree that has every kind of property: a refused one
     changes nothing; one that is taken leaves limits that hold and a text that reads back to the
     same value. */
