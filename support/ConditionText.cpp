@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ConditionText.h"
 
+#include <QStringList>
 #include <algorithm>
 
 namespace
