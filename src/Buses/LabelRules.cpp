@@ -3,7 +3,6 @@
 
 #include "CheckedAccess.h"
 #include "CommonDatabase/Nodes/DbPropertyGroup.h"
-#include "LabelList/LabelListMessage.h"
 #include "LabelList/SignalBits.h"
 #include "LabelList/SignalValues.h"
 
@@ -51,13 +50,13 @@ NRules::ILabelList& NRules::LabelListAbove(const CDbPropertyGroup& part)
 void NRules::NameFrame(ILabelList& list, const std::optional<t_FrameKey>& key,
                        const CDbPropBitPattern& data, const t_FrameTexts& texts)
 {
-    const CLabelListMessage* const label = key ? list.FindLabel(*key) : nullptr;
+    const auto* const label = key ? list.FindLabel(*key) : nullptr;
     const auto text = label != nullptr
-                          ? NSignalValues::TextOf(*label, data.Get(), list.Bus().Unit(),
-                                                  texts.signals.GetMaxLength())
+                          ? NSignalValues::TextOf(*label, data.Get(), texts.signals.GetMaxLength())
                           : std::nullopt;
-    KW_CHECKED(texts.label.DbSet(label != nullptr ? QString::fromStdString(label->getName())
-                                                  : QStringLiteral("")));
+    KW_CHECKED(texts.label.DbSet(label != nullptr
+                                     ? QString::fromStdString(CLabelListDecoder::NameOf(*label))
+                                     : QStringLiteral("")));
     if (text || texts.signals.GetValidity() == eKW_VALIDITY_VALID)
     {
         KW_CHECKED(texts.signals.DbSet(text.value_or(QStringLiteral(""))));

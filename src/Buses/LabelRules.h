@@ -5,11 +5,11 @@
 #include "CommonDatabase/Properties/DbPropNum.h"
 #include "CommonDatabase/Properties/DbPropText.h"
 #include "LabelList/LabelBuses.h"
+#include "LabelList/LabelListDecoder.h"
 
 #include <optional>
 
 class CDbPropertyGroup;
-class CLabelListMessage;
 
 /** What a bus, its label list and its decoded frames have to do with each other. Everything here
     runs under the tree's lock. */
@@ -43,7 +43,7 @@ public:
     virtual const ILabelledBus& Bus() const = 0;
     /** The label that matches a frame, null for none; good until the list changes. A list that is
         off has none. The first call after a change compiles the list, later ones look up. */
-    virtual const CLabelListMessage* FindLabel(const t_FrameKey& key) = 0;
+    virtual const CLabelListDecoder::t_Message* FindLabel(const t_FrameKey& key) = 0;
     /** Something in the list is another now. */
     virtual void CountChange() = 0;
     /** Switches labels off and on again, so that each frame has one at most. `written` gives way to

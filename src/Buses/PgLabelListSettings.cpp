@@ -9,6 +9,8 @@
 #include "Names/LabelListSettings.h"
 #include "Rules/NumberRules.h"
 
+#include <unordered_map>
+
 using namespace NNames;
 
 namespace
@@ -88,7 +90,7 @@ const NRules::ILabelledBus& CPgLabelListSettings::Bus() const
     return dynamic_cast<const NRules::ILabelledBus&>(*GetParent());
 }
 
-const CLabelListMessage* CPgLabelListSettings::FindLabel(const NRules::t_FrameKey& key)
+const CLabelListDecoder::t_Message* CPgLabelListSettings::FindLabel(const NRules::t_FrameKey& key)
 {
     if (m_pEnabled->Get() == eKW_ONOFF_OFF)
     {
@@ -100,20 +102,23 @@ const CLabelListMessage* CPgLabelListSettings::FindLabel(const NRules::t_FrameKe
         Compile();
         m_compiledChange = change;
     }
-    const auto message = m_messages.find(Packed(key));
-    return message != m_messages.end() ? &message->second : nullptr;
+    return m_decoder->Find(key.length, key.identifier);
 }
 
 void CPgLabelListSettings::Compile()
 {
-    std::unordered_map<UINT64, CLabelListMessage> messages;
+    KW_LabelList list;
+    list.protocol = Bus().Protocol();
     VisitLabels(*m_pSerialBusLabelItem,
-                [&messages](const CPgSerialBusLabelItem& label)
+                [&list](const CPgSerialBusLabelItem& label)
                 {
                     if (label.IsOn())
                     {
-                        messages.emplace(Packed(label.Key()), label.Message().message);
+                        list.messages.push_back(label.Message());
+                        // Results have signals by their start bits, wherever they stand in the
+                        // list.
+                        list.messages.back().details.signalsInOrder.clear();
                     }
                 });
-    m_messages.swap(messages);
+    m_decoder.emplace(list);
 }

@@ -3,9 +3,8 @@
 
 #include "Buses/LabelRules.h"
 #include "Buses/PgLabelListSettingsBase.h"
-#include "LabelList/LabelListMessage.h"
 
-#include <unordered_map>
+#include <optional>
 
 /**
  * Label list: counts its labels and its changes, and is what frames are looked up in.
@@ -19,7 +18,7 @@ public:
     t_Couplings Rules() const override;
 
     const NRules::ILabelledBus& Bus() const override;
-    const CLabelListMessage* FindLabel(const NRules::t_FrameKey& key) override;
+    const CLabelListDecoder::t_Message* FindLabel(const NRules::t_FrameKey& key) override;
     void CountChange() override;
     void KeepApart(const CDbPropertyGroup* written) override;
     /** The bus has other identifiers or payloads now. */
@@ -31,6 +30,6 @@ private:
     void KeepAllApart() { KeepApart(nullptr); }
     void Compile();
 
-    std::unordered_map<UINT64, CLabelListMessage> m_messages;
-    long long m_compiledChange = -1; ///< change counter of what is compiled
+    std::optional<CLabelListDecoder> m_decoder; ///< of the labels that are on
+    long long m_compiledChange = -1;            ///< change counter of what is compiled
 };

@@ -134,13 +134,13 @@ namespace NCompiled
 {
 /** Says which signals of a frame their multiplexors select. Neighbours mostly share a condition:
     what was found last is kept. */
-template <class TRead>
+template <class TReader>
 class CSelection
 {
 public:
     /** `read` gives the raw value of a field into its second argument, or false where it can
         not. */
-    CSelection(const CLabelListDecoder::t_Message& message, TRead read)
+    CSelection(const CLabelListDecoder::t_Message& message, TReader read)
         : m_message(message), m_read(read)
     {
     }
@@ -176,7 +176,7 @@ private:
     }
 
     const CLabelListDecoder::t_Message& m_message;
-    TRead m_read;
+    TReader m_read;
     INT32 m_condition = kAlways;
     bool m_has = true;
 };

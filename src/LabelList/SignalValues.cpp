@@ -1,136 +1,114 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/SignalValues.h"
 
-#include "KWEnumerationsSerialBus.h"
-#include "LabelList/LabelListMessage.h"
-#include "LabelList/SignalBits.h"
+#include "LabelList/CompiledMessage.h"
 
 #include <algorithm>
-#include <bit>
-#include <limits>
+
+using namespace NCompiled;
 
 namespace
 {
-constexpr UINT32 kFloatBits = 32;
-constexpr UINT32 kDoubleBits = 64;
-
-NSignalBits::t_Signal BitsOf(const CLabelListSignal& signal, UINT32 unit)
+/** The bits of a payload, and which of them are known. */
+struct t_ReadBits
 {
-    return {signal.getStartBit(), signal.getBitLength(), signal.getEndianness(), unit};
-}
+    CPayload bits;
+    CPayload known;
 
-bool Holds(QStringView payload, const NSignalBits::t_Signal& bits)
-{
-    const auto units = static_cast<UINT64>(payload.size()) / bits.unit;
-    return NSignalBits::BitsUpTo(bits) <= units * bits.unit;
-}
-
-/** The bits as a number; nothing where one is unknown, or there are too many. */
-std::optional<UINT64> RawOf(QStringView payload, const NSignalBits::t_Signal& bits)
-{
-    if (bits.bitLength < 1 || bits.bitLength > kDoubleBits || !Holds(payload, bits))
+    /** False where the payload does not hold the signal, or one of its bits is not known. */
+    bool Read(const t_Field& field, UINT64& raw) const
     {
-        return std::nullopt;
+        const bool isKnown = bits.Holds(field) && known.Read(field) == field.mask;
+        raw = isKnown ? bits.Read(field) : 0;
+        return isKnown;
     }
-    UINT64 raw = 0;
-    for (UINT32 i = 0; i < bits.bitLength; ++i)
+};
+
+/** Of whole units only: the notation does not number the bits of others. */
+t_ReadBits ReadBits(QStringView payload, UINT32 unit)
+{
+    constexpr auto kLongest = static_cast<qsizetype>(8 * CPayload::kLongest);
+    const UINT32 count =
+        static_cast<UINT32>(std::min<qsizetype>(payload.size(), kLongest)) / unit * unit;
+    t_ReadBits read{CPayload(count), CPayload(count)};
+    for (UINT32 place = 0; place < count; ++place)
     {
-        const QChar bit = payload[static_cast<int>(NSignalBits::PlaceOf(bits, i))];
-        if (bit != QLatin1Char('0') && bit != QLatin1Char('1'))
+        const QChar bit = payload[static_cast<int>(place)];
+        if (bit == QLatin1Char('1'))
         {
-            return std::nullopt;
+            read.bits.SetBit(place);
         }
-        raw = raw << 1U | (bit == QLatin1Char('1') ? 1U : 0U);
+        if (bit == QLatin1Char('1') || bit == QLatin1Char('0'))
+        {
+            read.known.SetBit(place);
+        }
     }
-    return raw;
+    return read;
 }
 
-/** Two's complement of that many bits. */
-double SignedOf(UINT64 raw, UINT32 bitLength)
+QString TextOfSignal(const CLabelListDecoder::t_Signal& signal, const t_Step& step,
+                     const t_ReadBits& payload)
 {
-    const UINT32 unused = kDoubleBits - bitLength;
-    return static_cast<double>(std::bit_cast<INT64>(raw << unused) >> unused);
-}
-
-/** The number that the bits encode, before factor and offset. */
-std::optional<double> NumberOf(const CLabelListSignal& signal, UINT64 raw)
-{
-    const UINT32 bits = signal.getBitLength();
-    switch (signal.getValueType())
+    UINT64 raw = 0;
+    QString text = QString::fromStdString(signal.name) + QStringLiteral(" = ");
+    if (!signal.isReadable || !payload.Read(step.field, raw))
     {
-    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_UNSIGNED_INT:
-    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM:
-        return static_cast<double>(raw);
-    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT:
-        return SignedOf(raw, bits);
-    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_FLOAT:
-        return bits == kFloatBits ? std::optional(static_cast<double>(
-                                        std::bit_cast<float>(static_cast<UINT32>(raw))))
-                                  : std::nullopt;
-    case eKW_SIGNAL_TRANSLATION_VALUE_TYPE_DOUBLE:
-        return bits == kDoubleBits ? std::optional(std::bit_cast<double>(raw)) : std::nullopt;
+        return text + QStringLiteral("???");
     }
-    return std::nullopt;
+    CLabelListDecoder::t_TextBuffer buffer;
+    const std::string_view value = CLabelListDecoder::Format(ValueOf(step, raw), buffer);
+    text += QLatin1String(value.data(), static_cast<int>(value.size()));
+    if (!signal.unit.empty())
+    {
+        text += QLatin1Char(' ') + QString::fromStdString(signal.unit);
+    }
+    const std::string* const label = LabelOf(step, raw);
+    return label != nullptr ? text + QStringLiteral(" (%1)").arg(QString::fromStdString(*label))
+                            : text;
 }
 
-/** 15 digits: what factor and offset add to a decimal number by rounding does not show. */
-QString NumberText(double value)
+/** The signals that are there; nothing when the payload is too short for one of them. */
+std::optional<std::vector<std::size_t>> Present(const CLabelListDecoder::t_Message& message,
+                                                const t_ReadBits& payload)
 {
-    constexpr int kDigits = 15;
-    return QString::number(value == 0.0 ? 0.0 : value, 'g', kDigits);
-}
-
-/** The label of a raw value in brackets, as far as there is one. */
-QString LabelText(const CLabelListSignal& signal, UINT64 raw)
-{
-    const auto& labels = signal.getSignalEnumValues();
-    const bool isLabelled =
-        signal.getValueType() == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM && raw <= 0xffffffffU;
-    const auto label = isLabelled ? labels.find(static_cast<UINT32>(raw)) : labels.end();
-    return label != labels.end() ? QStringLiteral(" (%1)").arg(QString::fromUtf8(label->second))
-                                 : QString();
+    CSelection selection(message, [&payload](const t_Field& field, UINT64& raw)
+                         { return payload.Read(field, raw); });
+    std::vector<std::size_t> present;
+    for (std::size_t i = 0; i < message.steps.size(); ++i)
+    {
+        if (selection.Has(message.steps[i]))
+        {
+            if (!payload.bits.Holds(message.steps[i].field))
+            {
+                return std::nullopt;
+            }
+            present.push_back(i);
+        }
+    }
+    return present;
 }
 } // namespace
 
-QString NSignalValues::TextOf(const CLabelListSignal& signal, QStringView payload, UINT32 unit)
-{
-    const auto raw = RawOf(payload, BitsOf(signal, unit));
-    const auto number = raw ? NumberOf(signal, *raw) : std::nullopt;
-    if (!number || signal.getFactor() == 0.0)
-    {
-        return QStringLiteral("???");
-    }
-    QString text = NumberText(signal.getOffset() + *number * signal.getFactor());
-    if (!signal.getUnit().empty())
-    {
-        text += QLatin1Char(' ') + QString::fromStdString(signal.getUnit());
-    }
-    return text + LabelText(signal, *raw);
-}
-
-std::optional<QString> NSignalValues::TextOf(const CLabelListMessage& message, QStringView payload,
-                                             UINT32 unit, INT32 longest)
+std::optional<QString> NSignalValues::TextOf(const CLabelListDecoder::t_Message& message,
+                                             QStringView payload, INT32 longest)
 {
     const QLatin1String rest("...");
-    const auto& list = message.getSignals();
-    if (!std::all_of(list.begin(), list.end(),
-                     [&](const auto& signal)
-                     { return Holds(payload, BitsOf(signal.second, unit)); }))
+    const QLatin1String between("; ");
+    const t_ReadBits bits = ReadBits(payload, message.unit);
+    const auto present = Present(message, bits);
+    if (!present)
     {
         return std::nullopt;
     }
     QString text = QStringLiteral("");
-    for (auto signal = list.begin(); signal != list.end(); ++signal)
+    for (const std::size_t i : *present)
     {
-        const QString part = (text.isEmpty() ? QString() : QStringLiteral("; ")) +
-                             QString::fromStdString(signal->second.getName()) +
-                             QStringLiteral(" = ") + TextOf(signal->second, payload, unit);
-        const bool isLast = std::next(signal) == list.end();
-        const INT32 needed = static_cast<INT32>(text.size() + part.size()) +
-                             (isLast ? 0 : static_cast<INT32>(rest.size()) + 2);
-        if (needed > longest)
+        const QString before = text.isEmpty() ? QString() : QString(between);
+        const QString part = before + TextOfSignal(message.signalList[i], message.steps[i], bits);
+        const auto behind = i == present->back() ? 0 : between.size() + rest.size();
+        if (text.size() + part.size() + behind > longest)
         {
-            return text + (text.isEmpty() ? QString() : QStringLiteral("; ")) + rest;
+            return text + before + rest;
         }
         text += part;
     }

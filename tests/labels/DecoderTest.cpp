@@ -225,6 +225,10 @@ const t_Departure kDepartures[] = {
     {"FloatOfZero", {kFloat, 0, 32}, 0, "0", "5.87747e-39", true},
     {"DenormalFloat", {kFloat, 0, 32}, 1, "1.4013e-45", "5.87747e-39", true},
     {"InfiniteFloat", {kFloat, 0, 32}, 0x7f800000, "inf", "overflow", false},
+    {"DoubleOfZero", {kDouble, 0, 64}, 0, "0", "1.11254e-308", true},
+    {"InfiniteDouble", {kDouble, 0, 64}, 0x7ff0000000000000, "inf", "inf", false},
+    {"DoubleIsNoNumber", {kDouble, 0, 64}, 0x7ff8000000000000, "nan", "inf", false},
+    {"SignedThirtyThreeBack", {kSigned, 0, 33}, 0x17fffffff, "-2.14748e+09", "-2.14748e+09", false},
     {"Double", {kDouble, 0, 64}, 0x3ff8000000000000, "1.5", "1", false},
     {"DoubleOfShortMantissa", {kDouble, 0, 64}, 0x3ff0000000000000, "1", "1", false}};
 

@@ -128,7 +128,26 @@ const t_Session kBusSessions[] = {
       {"SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
        "SignalTranslation[Signal1]/SignalTranslationEnumValues[Value1]/RawValue = 3; "
        ".Label = Drive",
-       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = 3 (Drive)"}}},
+       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = 3 (Drive)"},
+      {"SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal1]/ValueType = SIGNED_INT; "
+       ".SignalTranslationEnumValues[Value1]/RawValue = 15; .Label = Fault; "
+       "@SerialBus/LINBusResults/LINBusFrame[0]/Data = 00001111",
+       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = -1 (Fault)"}}},
+    {"PageThatIsNotSelectedIsMissed",
+     {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+       "+ .SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/Name = Mode; "
+       "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/SignalTranslation; "
+       ".SignalTranslation[Signal2]/Name = Oil; .StartBit = 8; .ActiveWhen = Mode = 1-3; "
+       "+ SerialBus/CANBusResults/CANBusFrame; @.CANBusFrame[0]/Data = 00000100",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Mode = 4"},
+      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00000001",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = -"},
+      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00000000",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Mode = 0"},
+      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
+       "SignalTranslation[Signal2]/ActiveWhen = ",
+       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = -"}}},
     {"DeviceHasNoName",
      {{"+ SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/Identifier = 72; .Name = Thermometer; "
