@@ -108,7 +108,7 @@ def stages(file: str, root: Path) -> list[Stage]:
     commands = [zelctl("zelctl"), zelctl("calc")]
     if file.startswith("tools/"):
         return [*commands, zelctl("shell"), zelctl("guides")]
-    numbers = [gtest("test_helpers"), gtest("test_vectors")]
+    numbers = [gtest("test_helpers"), gtest("test_labels"), gtest("test_vectors")]
     if not file.startswith("src/"):
         return [gtest("test_support"), gtest("test_database"), *numbers, gtest("test_zel"),
                 gtest("test_fuzz"), gtest("test_client"), *commands, gtest("test_faults")]
