@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <limits>
 #include <optional>
 
 using e_Line = CFrameLogReader::e_Line;
@@ -15,6 +14,7 @@ constexpr std::size_t kLongestLine = 4096;
 constexpr UINT32 kClassicalBytes = 8;
 constexpr UINT32 kMaxCode = 15; ///< of a length
 constexpr INT64 kSecond = 1'000'000'000;
+constexpr INT64 kLatest = 9'000'000'000; ///< second that a time can lie in
 
 /** The words of a line, between blanks. */
 class CWords
@@ -60,7 +60,6 @@ std::optional<UINT32> ReadUpTo(UINT32 highest, std::string_view text, int base)
 /** "1436509052.249713" in nanoseconds; digits behind the ninth do not count. */
 std::optional<INT64> ReadSeconds(std::string_view text)
 {
-    constexpr INT64 kLatest = 9'000'000'000;
     const std::size_t point = std::min(text.find('.'), text.size());
     INT64 seconds = 0;
     const auto read = std::from_chars(text.data(), text.data() + point, seconds);
@@ -105,7 +104,7 @@ std::optional<INT64> ReadDate(std::string_view text)
                                            std::chrono::month(*month), std::chrono::day(*day)};
     const INT64 days = std::chrono::sys_days(date).time_since_epoch().count();
     const INT64 minutes = (days * 24 + *hour) * 60 + *minute;
-    return date.ok() ? std::optional(minutes * 60 * kSecond + *seconds) : std::nullopt;
+    return date.ok() && days >= 0 ? std::optional(minutes * 60 * kSecond + *seconds) : std::nullopt;
 }
 
 int HexDigit(char c)
@@ -223,10 +222,11 @@ bool ReadPrinted(std::string_view identifier, CWords words, KW_LoggedFrame& fram
     {
         return false;
     }
-    frame.isFd = length.size() == 4;
-    const auto number = ReadUpTo(LongestOf(frame), length.substr(1, length.size() - 2), 10);
-    frame.length = number.value_or(0);
     frame.isRemote = words.Rest() == "remote request";
+    frame.isFd = length.size() == 4 && !frame.isRemote;
+    const auto number = ReadUpTo(frame.isRemote ? kMaxCode : LongestOf(frame),
+                                 length.substr(1, length.size() - 2), 10);
+    frame.length = number.value_or(0);
     if (!number || frame.isRemote)
     {
         return number.has_value();
@@ -312,10 +312,11 @@ e_Line ReadAscFd(CWords words, int base, KW_LoggedFrame& frame)
     words.Next(); // how long it took
     words.Next(); // how many bits it had
     const UINT32 flags = ReadNumber(words.Next(), 16).value_or(kFdFlag);
-    frame.isFd = (flags & kFdFlag) != 0;
     frame.isRemote = (flags & kRemoteFlag) != 0;
+    frame.isFd = (flags & kFdFlag) != 0 && !frame.isRemote;
+    const bool fits = frame.isRemote || *length <= LongestOf(frame);
     frame.length = frame.isRemote ? *code : *length;
-    return FrameIf(isRead && (direction == "Rx" || direction == "Tx"));
+    return FrameIf(isRead && fits && (direction == "Rx" || direction == "Tx"));
 }
 
 bool BeginsWithDigit(std::string_view text)
@@ -402,7 +403,7 @@ e_Line CFrameLogReader::ReadAsc(std::string_view line, KW_LoggedFrame& frame) no
 {
     CWords words(line);
     const auto time = ReadSeconds(words.Next());
-    if (!time || (m_isRelative && *time > std::numeric_limits<INT64>::max() - m_nanoseconds))
+    if (!time || (m_isRelative && *time >= (kLatest + 1) * kSecond - m_nanoseconds))
     {
         return e_Line::NotUnderstood;
     }

@@ -36,5 +36,9 @@ void KW_TrySignals(const QByteArray& words);
     has the same unit. */
 void KW_TryExpressions(const QByteArray& text);
 
+/** Lines of a log of frames: each frame has an identifier and a payload that a bus can have, and
+    written as candump logs it, it is read back the same. */
+void KW_TryFrameLines(const QByteArray& lines);
+
 /** Ends the program with a message unless `holds`. */
 void KW_FuzzRequire(bool holds, const char* what, const QByteArray& detail);

@@ -119,11 +119,13 @@ TEST(FrameLog, PrintedLineIsReadAsAnother)
            {"  can0  123   [2]  11 22 33", "not understood"},
            {"  can0  123   [9]  11 22 33 44 55 66 77 88 99", "not understood"},
            {"  can0  123   [65]  11", "not understood"},
+           {"  can0  123   [16]  remote request", "not understood"},
            {"  can0  123   [2]  22`11", "not understood"},
            {"  can0  123   [1]  00010001", "not understood"},
            {"  can0  123   []", "not understood"},
            {"  can0  123", "not understood"},
            {"(2015-02-30 06:17:32.2)  can0  123   [0]", "not understood"},
+           {"(1969-12-31 23:59:59.2)  can0  123   [0]", "not understood"},
            {"(2015-07-10 06:17)  can0  123   [0]", "not understood"}});
 }
 
@@ -161,6 +163,7 @@ TEST(FrameLog, AscLineIsReadAsAnother)
            {"   1.4 1", "not understood"},
            {"   1.4", "not understood"},
            {"   1.4 CANFD 1 Rx 123 1 0 9 12 11", "not understood"},
+           {"   1.4 CANFD 1 Rx 123 0 0 9 12 1 2 3 4 5 6 7 8 9 1 2 3 13 13 0", "not understood"},
            {"   1.4 CANFD 1 Rx 123 Engine Name 1 0 1 1 11", "not understood"},
            {"   1.4 CANFD", "not understood"}});
     Check({{"base dec  timestamps relative", "nothing"},
