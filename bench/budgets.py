@@ -54,6 +54,8 @@ ROWS = [
     Row("build and release the tree", "TreeColdGetRootAndRelease", 10 * MS),
     Row("save the tree", "TreeSaveXml", 1.5, "BaselineXmlWriterToFile", True),
     Row("recall the tree", "TreeRecallXml", 1.5, "BaselineXmlReader", True),
+    Row("load 500 labels with 5,000 signals",
+        "LabelsLoadIntoTree/messages:500/signals:10/history:1", 50 * MS, "BaselineLabelNodes"),
 ]
 
 

@@ -40,11 +40,13 @@ std::optional<NRules::t_FrameKey> NRules::KeyOf(const CDbPropEnumIntAccess& type
 NRules::ILabelList& NRules::LabelListAbove(const CDbPropertyGroup& part)
 {
     CDbPropertyGroup* group = part.GetParent();
-    while (dynamic_cast<ILabelList*>(group) == nullptr)
+    auto* list = dynamic_cast<ILabelList*>(group);
+    while (list == nullptr)
     {
         group = group->GetParent();
+        list = dynamic_cast<ILabelList*>(group);
     }
-    return dynamic_cast<ILabelList&>(*group);
+    return *list;
 }
 
 void NRules::NameFrame(ILabelList& list, const std::optional<t_FrameKey>& key,

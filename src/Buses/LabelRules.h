@@ -49,6 +49,15 @@ public:
     /** Switches labels off and on again, so that each frame has one at most. `written` gives way to
         those that have its identifier. */
     virtual void KeepApart(const CDbPropertyGroup* written) = 0;
+    /** The labels, or payloads of the bus, are others now. */
+    virtual void FitToBus() = 0;
+};
+
+/** How long payloads and signals are told to be. */
+enum class eEXTENT
+{
+    Now,     ///< as the bus lets them be
+    AsGiven, ///< as they were written, and will be where the bus lets them
 };
 
 /** A label, as its signals know it. */

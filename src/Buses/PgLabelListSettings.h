@@ -16,15 +16,19 @@ class CPgLabelListSettings : public CPgLabelListSettingsBase, public NRules::ILa
 {
 public:
     t_Couplings Rules() const override;
+    std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function) override;
 
     const NRules::ILabelledBus& Bus() const override;
     const CLabelListDecoder::t_Message* FindLabel(const NRules::t_FrameKey& key) override;
     void CountChange() override;
     void KeepApart(const CDbPropertyGroup* written) override;
-    /** The bus has other identifiers or payloads now. */
-    void FitToBus();
+    void FitToBus() override;
 
 private:
+    /** eKW_ACC_BAD_NAME without a file name, as of Save; else the codes of KW_ReadLabelFile and
+        KW_PutLabels. Everything that is to be said is reported. */
+    KW_ACCEPTANCE Load();
+    KW_ACCEPTANCE Save() const;
     void Clear();
     void CountLabels();
     void KeepAllApart() { KeepApart(nullptr); }

@@ -112,18 +112,27 @@ void CPgSerialBusLabelItem::TellList()
     NRules::LabelListAbove(*this).CountChange();
 }
 
-KW_LabelEntry CPgSerialBusLabelItem::Message() const
+bool CPgSerialBusLabelItem::IsFd(UINT32 payloadLength)
+{
+    constexpr UINT32 kLongestClassical = 8;
+    return payloadLength > kLongestClassical;
+}
+
+KW_LabelEntry CPgSerialBusLabelItem::Message(NRules::eEXTENT extent) const
 {
     KW_LabelEntry entry;
+    const UINT32 length =
+        extent == NRules::eEXTENT::Now ? m_pPayloadLength->Get() : m_pPayloadLength->GetUserValue();
     entry.message.setParameters(m_pName->Get().toStdString(),
                                 std::to_string(m_pIdentifierLength->Get()), m_pIdentifier->Get(),
-                                m_pPayloadLength->Get());
+                                length);
+    entry.details.isFd = Bus().Protocol() == eKW_ZEL_SERIALBUS_PROTOCOL_CAN && IsFd(length);
     entry.details.comment = m_pComment->Get().toStdString();
     m_pSignalTranslation->VisitItems(
-        [&entry](CDbPropertyGroup& item)
+        [&entry, extent](CDbPropertyGroup& item)
         {
             const auto& signal = static_cast<const CPgSignalTranslation&>(item);
-            KW_AddSignal(entry, signal.Signal(), signal.Details());
+            KW_AddSignal(entry, signal.Signal(extent), signal.Details());
         });
     MarkMultiplexors(entry);
     return entry;

@@ -22,7 +22,9 @@ public:
     void LetMatch(bool isFree);
     INT32 PayloadBits() const override;
     /** With its signals, in their order in the tree. */
-    KW_LabelEntry Message() const;
+    KW_LabelEntry Message(NRules::eEXTENT extent = NRules::eEXTENT::Now) const;
+    /** Whether a CAN frame with so many bytes can only be one of CAN FD. */
+    static bool IsFd(UINT32 payloadLength);
 
 private:
     const NRules::ILabelledBus& Bus() const;

@@ -89,11 +89,13 @@ void CPgSignalTranslation::TellList()
     NRules::LabelListAbove(*this).CountChange();
 }
 
-CLabelListSignal CPgSignalTranslation::Signal() const
+CLabelListSignal CPgSignalTranslation::Signal(NRules::eEXTENT extent) const
 {
+    const auto place = [extent](const CDbPropNum<UINT32>& number)
+    { return extent == NRules::eEXTENT::Now ? number.Get() : number.GetUserValue(); };
     const QString name = m_pName->Get();
-    CLabelListSignal signal((name.isEmpty() ? NodeName() : name).toStdString(), m_pStartBit->Get(),
-                            m_pBitLength->Get(), m_pEndianness->Get(), m_pValueType->Get(),
+    CLabelListSignal signal((name.isEmpty() ? NodeName() : name).toStdString(), place(*m_pStartBit),
+                            place(*m_pBitLength), m_pEndianness->Get(), m_pValueType->Get(),
                             m_pFactor->Get(), m_pOffset->Get(), m_pMinimum->Get(),
                             m_pMaximum->Get(), m_pUnit->Get().toStdString());
     m_pSignalTranslationEnumValues->VisitItems(

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Buses/LabelRules.h"
 #include "Buses/PgSignalTranslationBase.h"
 
 class CLabelListSignal;
@@ -15,7 +16,7 @@ public:
     t_Couplings Rules() const override;
 
     /** With the texts of its values. A signal without a name is called by its place in the list. */
-    CLabelListSignal Signal() const;
+    CLabelListSignal Signal(NRules::eEXTENT extent = NRules::eEXTENT::Now) const;
     /** When it is in a frame. */
     KW_LabelSignalDetails Details() const;
 

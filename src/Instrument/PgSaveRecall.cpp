@@ -9,11 +9,11 @@
 #include "KWEnumerationsOnOff.h"
 #include "LockManager.h"
 #include "Names/ZEL.h"
+#include "Rules/FileRules.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 std::optional<KW_ACCEPTANCE> CPgSaveRecall::OnFileFunction(const CDbFunction* function)
 {
@@ -31,11 +31,11 @@ std::optional<KW_ACCEPTANCE> CPgSaveRecall::OnFileFunction(const CDbFunction* fu
     }
     if (function == m_pSaveToFile)
     {
-        return SaveTo(UserFile());
+        return SaveTo(NRules::PathOf(*m_pFile));
     }
     if (function == m_pRecallFromFile)
     {
-        return RecallFrom(UserFile());
+        return RecallFrom(NRules::PathOf(*m_pFile));
     }
     return CPgSaveRecallBase::OnFileFunction(function);
 }
@@ -50,13 +50,6 @@ QString CPgSaveRecall::SlotFile() const
     const CDbPgRoot* const root = GetDbRoot();
     return QDir(root->GetSettingsFolder())
         .filePath(m_pSelectedSlot->GetText() + QLatin1String(".xml"));
-}
-
-QString CPgSaveRecall::UserFile() const
-{
-    const QString name = m_pFile->GetFullPath();
-    const CDbPgRoot* const root = GetDbRoot();
-    return name.isEmpty() ? name : QDir(root->GetSettingsFolder()).filePath(name);
 }
 
 KW_ACCEPTANCE CPgSaveRecall::SaveToSlot()
@@ -108,7 +101,7 @@ KW_ACCEPTANCE CPgSaveRecall::SaveTo(const QString& fileName) const
     {
         return eKW_ACC_BAD_NAME;
     }
-    QDir().mkpath(QFileInfo(fileName).absolutePath());
+    NRules::MakeFolderOf(fileName);
     return GetDbRoot()->SaveToFile(fileName, eSAVERECALL_SETTINGS);
 }
 

@@ -17,7 +17,6 @@ public:
 private:
     CPgSaveRecallSlot* SelectedSlot() const;
     QString SlotFile() const;
-    QString UserFile() const;
     /** eKW_ACC_READ_ONLY for a protected slot, also of ClearSlot. */
     KW_ACCEPTANCE SaveToSlot();
     /** eKW_ACC_NOT_FOUND for an empty slot. */

@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: MIT
+#include "IKWFunctionCANBusSettings.h"
+#include "IKWFunctionLINBusSettings.h"
+#include "IKWFunctionLabelListSettings.h"
+#include "IKWFunctionSerialBus.h"
+#include "KWBrackets.h"
+#include "LabelList/LabelListTree.h"
+#include "Together.h"
+#include "zel/RuleTree.h"
+
+#include <limits>
+
+// Lists of labels that come into the tree as a whole, and leave it so.
+namespace
+{
+const char* const kList = "SerialBus/CANBusSettings/LabelListSettings";
+constexpr auto kUnsigned = eKW_SIGNAL_TRANSLATION_VALUE_TYPE_UNSIGNED_INT;
+constexpr auto kLittle = eKW_ENDIANNESS_LITTLE_ENDIAN;
+
+CLabelListSignal Signal(const std::string& name, UINT32 startBit, UINT32 bitLength)
+{
+    return {name, startBit, bitLength, kLittle, kUnsigned, 0.5, -40.0, -40.0, 87.5, "rpm"};
+}
+
+KW_LabelEntry Message(const std::string& name, UINT32 identifier, UINT32 length = 8)
+{
+    KW_LabelEntry entry;
+    entry.message.setParameters(name, "11", identifier, length);
+    return entry;
+}
+
+/** A mode that selects one of two signals, and a gear with texts. */
+KW_LabelList Engine()
+{
+    KW_LabelList list;
+    list.name = "Powertrain";
+    KW_LabelEntry engine = Message("Engine", 0x100);
+    engine.details.comment = "from the first control unit";
+    KW_LabelSignalDetails mode;
+    mode.isMultiplexor = true;
+    KW_AddSignal(engine, Signal("Mode", 56, 8), mode);
+    KW_LabelSignalDetails selected;
+    selected.multiplexor = "Mode";
+    selected.selectedBy = {{0, 3}, {7, 7}};
+    KW_AddSignal(engine, Signal("Speed", 0, 16), selected);
+    CLabelListSignal gear("Gear", 31, 4, eKW_ENDIANNESS_BIG_ENDIAN,
+                          eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT, 1.0, 0.0, -8.0, 7.0, "");
+    gear.addSignalEnumValue({15, "Reverse"});
+    gear.addSignalEnumValue({1, "First"});
+    KW_AddSignal(engine, gear);
+    list.messages = {engine, Message("Brake", 0x200)};
+    return list;
+}
+
+/** All that nodes hold of a list. */
+QStringList Texts(const KW_LabelList& list)
+{
+    QStringList texts{QString::fromStdString(list.name)};
+    for (const KW_LabelEntry& entry : list.messages)
+    {
+        const CLabelListMessage& message = entry.message;
+        texts << QStringLiteral("%1 %2:%3 [%4] %5")
+                     .arg(message.getName().c_str(), message.getIdentifierFormat().c_str())
+                     .arg(message.getIdentifier())
+                     .arg(message.getLength())
+                     .arg(entry.details.comment.c_str());
+        for (const QByteArray& key : entry.details.signalsInOrder)
+        {
+            const CLabelListSignal& signal = message.getSignals().at(key);
+            QString text = QStringLiteral("%1 %2|%3@%4%5 (%6,%7) [%8|%9]")
+                               .arg(signal.getName().c_str())
+                               .arg(signal.getStartBit())
+                               .arg(signal.getBitLength())
+                               .arg(signal.getEndianness())
+                               .arg(signal.getValueType())
+                               .arg(signal.getFactor())
+                               .arg(signal.getOffset())
+                               .arg(signal.getMinimum())
+                               .arg(signal.getMaximum());
+            text += QString::fromStdString(signal.getUnit());
+            for (const auto& [raw, label] : signal.getSignalEnumValues())
+            {
+                text += QStringLiteral(" %1=%2").arg(raw).arg(QString::fromUtf8(label));
+            }
+            const auto details = entry.details.signalDetails.find(key);
+            if (details != entry.details.signalDetails.end())
+            {
+                text += details->second.isMultiplexor ? QStringLiteral(" M") : QString();
+                for (const KW_RawRange& range : details->second.selectedBy)
+                {
+                    text += QStringLiteral(" %1:%2-%3")
+                                .arg(details->second.multiplexor.c_str())
+                                .arg(range.first)
+                                .arg(range.last);
+                }
+            }
+            texts << text;
+        }
+    }
+    return texts;
+}
+
+class LabelExchange : public testing::Test
+{
+protected:
+    KW_ACCEPTANCE Put(const KW_LabelList& list)
+    {
+        reports.clear();
+        return KW_PutLabels(*labels, list, reports);
+    }
+    KW_LabelList Get() const
+    {
+        KW_LabelList list;
+        std::vector<KW_LabelReport> said;
+        EXPECT_EQ(KW_GetLabels(*labels, list, said), eKW_ACC_OK);
+        return list;
+    }
+    std::string Said() const
+    {
+        QStringList lines;
+        for (const KW_LabelReport& report : reports)
+        {
+            lines << report.text;
+        }
+        return lines.join(QLatin1Char('\n')).toStdString();
+    }
+    QByteArray Path(const char* rest) const { return QByteArray(kList) + rest; }
+
+    CRuleTree tree;
+    std::shared_ptr<IKWFunctionLabelListSettings> labels =
+        tree.root->GetPgSerialBus()->GetPgCANBusSettings()->GetPgLabelListSettings();
+    std::vector<KW_LabelReport> reports;
+};
+} // namespace
+
+TEST_F(LabelExchange, ListReplacesAnotherInOneStepAndComesBackWhole)
+{
+    tree.DoAll("+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+               ".SerialBusLabelItem[Label1]/Name = Old; + .SignalTranslation");
+    const auto before = tree.State();
+    EXPECT_EQ(Put(Engine()), eKW_ACC_OK) << Said();
+    EXPECT_EQ(Texts(Get()), Texts(Engine()));
+    EXPECT_EQ(tree.root->GetUndoText(), QStringLiteral("Load labels"));
+    EXPECT_EQ(tree.Text(Path("/SerialBusLabelItem[Label1]/SignalTranslation[Signal2]/ActiveWhen")),
+              QStringLiteral("Mode = 0-3, 7"));
+    EXPECT_EQ(tree.Text(Path("/NumberOfLabels")), QStringLiteral("2"));
+    EXPECT_EQ(tree.Unsettled(), QString());
+    const auto after = tree.State();
+    EXPECT_EQ(tree.root->Undo(), eKW_ACC_OK);
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+    EXPECT_EQ(tree.root->Redo(), eKW_ACC_OK);
+    EXPECT_EQ(FirstDifference(tree.State(), after), QString());
+    EXPECT_EQ(tree.Forgotten(), QString());
+    EXPECT_EQ(tree.reports.Messages(), QString());
+}
+
+TEST_F(LabelExchange, ListReachesOtherTreesByAFileOfSettings)
+{
+    Put(Engine());
+    const QByteArray file = Saved(tree.root);
+    tree.DoAll(Path("/Clear"));
+    EXPECT_EQ(RecallText(tree.root, file), eKW_ACC_OK);
+    EXPECT_EQ(Texts(Get()), Texts(Engine()));
+}
+
+TEST_F(LabelExchange, WhatTheBusHasNoRoomForIsLost)
+{
+    KW_LabelList list;
+    list.messages = {Message("Long", 1, 64)};
+    KW_AddSignal(list.messages[0], Signal("Far", 500, 12));
+    EXPECT_EQ(Put(list), eKW_ACC_OK) << Said();
+    EXPECT_EQ(tree.Text(Path("/SerialBusLabelItem[Label1]/PayloadLength")), QStringLiteral("8"));
+    EXPECT_EQ(Texts(Get()), Texts(list));
+    tree.DoAll("SerialBus/CANBusSettings/Standard = CAN_FD");
+    EXPECT_EQ(tree.Text(Path("/SerialBusLabelItem[Label1]/SignalTranslation[Signal1]/StartBit")),
+              QStringLiteral("500"));
+}
+
+TEST_F(LabelExchange, WhatTheTreeHasNoRoomForIsNotSaid)
+{
+    KW_LabelList list;
+    list.name = std::string(63, 'a').append("\xF0\x9F\x9A\x97");
+    list.messages = {Message("Wide", 1), Message("Wide", 2)};
+    KW_LabelEntry& wide = list.messages[0];
+    wide.details.comment = std::string(200, 'c');
+    wide.details.senders = {"Gateway"};
+    CLabelListSignal huge = Signal("Huge", 0, 8);
+    huge.setParameters("Huge", 0, 8, kLittle, kUnsigned, 1e16, 0, 0, 1, "");
+    KW_AddSignal(wide, huge);
+    CLabelListSignal cut = Signal("Bell\x07", 8, 16);
+    cut.setParameters("Bell\x07", 8, 16, kLittle, kUnsigned, 1, 0, -1e31, -1e32,
+                      "kilograms per hour");
+    for (UINT32 raw = 0; raw < 300; ++raw)
+    {
+        cut.addSignalEnumValue({raw, "t"});
+    }
+    KW_AddSignal(wide, cut);
+    EXPECT_EQ(Put(list), eKW_ACC_WARNING);
+    EXPECT_EQ(Said(),
+              std::string("the list's name cut to \"").append(63, 'a') +
+                  "\"\n"
+                  "message \"Wide\", signal \"Huge\": left out: Factor above the maximum\n"
+                  "message \"Wide\", signal \"Bell\x07\": name: blanks in place of control "
+                  "characters\n"
+                  "message \"Wide\", signal \"Bell\x07\": unit cut to \"kilograms per ho\"\n"
+                  "message \"Wide\", signal \"Bell\x07\": range cut to -1e+30 ... -1e+30\n"
+                  "message \"Wide\", signal \"Bell\x07\": the last 44 texts of values left out: a "
+                  "signal has room for 256\n"
+                  "comments of 1 messages cut to what the tree holds\n"
+                  "the tree does not hold senders (1)");
+    EXPECT_EQ(tree.Unsettled(), QString());
+}
+
+TEST_F(LabelExchange, ListIsLongerThanTheTree)
+{
+    KW_LabelList list;
+    for (UINT32 i = 0; i < 4100; ++i)
+    {
+        list.messages.push_back(Message("m", i % 2048));
+    }
+    for (int i = 0; i < 600; ++i)
+    {
+        KW_AddSignal(list.messages[0], Signal("s", 0, 1));
+    }
+    EXPECT_EQ(Put(list), eKW_ACC_WARNING);
+    EXPECT_EQ(Said(), "message \"m\": the last 88 signals left out: a label has room for 512\n"
+                      "4 messages left out: the tree has no room for more");
+    EXPECT_EQ(labels->GetPrNumberOfLabels()->Get(), 4096U);
+}
+
+TEST_F(LabelExchange, BadMessageStopsOrSpoilsTheOthers)
+{
+    KW_LabelList list = Engine();
+    list.messages.push_back(Message("TooBig", 0x800));
+    list.messages.push_back(Message("Nan", 3));
+    CLabelListSignal nan = Signal("Nan", 0, 8);
+    nan.setParameters("Nan", 0, 8, kLittle, kUnsigned, std::numeric_limits<double>::quiet_NaN(), 0,
+                      0, 1, "");
+    // Filed without its place in the order.
+    list.messages.back().message.addSignal({"any", nan});
+    EXPECT_EQ(Put(list), eKW_ACC_WARNING);
+    EXPECT_EQ(Said(), "message \"TooBig\" left out: message \"TooBig\": identifier 2048 has more "
+                      "than 11 bits\n"
+                      "message \"Nan\" left out: signal \"Nan\": factor, offset, minimum and "
+                      "maximum have to be finite numbers");
+    EXPECT_EQ(Texts(Get()), Texts(Engine()));
+}
+
+TEST_F(LabelExchange, RefusedListLeavesATrace)
+{
+    const auto before = tree.State();
+    KW_LabelList list = Engine();
+    list.protocol = eKW_ZEL_SERIALBUS_PROTOCOL_LIN;
+    EXPECT_EQ(Put(list), eKW_ACC_WRONG_KIND);
+    EXPECT_EQ(Said(), "the list is one of another bus");
+    tree.root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(Put(Engine()), eKW_ACC_NO_WRITE_ACCESS);
+    tree.root->SetControlMode(eCONTROL_LOCAL);
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+    EXPECT_FALSE(tree.root->CanUndo());
+}
+
+TEST_F(LabelExchange, ListOfATreeThatIsGoneIsWritten)
+{
+    KW_LabelList list = Engine();
+    tree.root.reset();
+    EXPECT_EQ(Put(list), eKW_ACC_DETACHED);
+    EXPECT_EQ(KW_GetLabels(*labels, list, reports), eKW_ACC_DETACHED);
+    EXPECT_EQ(Texts(list), Texts(Engine()));
+}
+
+TEST_F(LabelExchange, BracketThatIsGivenUpKeepsTheList)
+{
+    const auto before = tree.State();
+    {
+        const CKWTransaction bracket(tree.root, QStringLiteral("several"));
+        EXPECT_EQ(Put(Engine()), eKW_ACC_OK);
+    }
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+}
+
+TEST_F(LabelExchange, FramesAreNotNamedByTheNewList)
+{
+    tree.DoAll("+ SerialBus/CANBusResults/CANBusFrame; @.CANBusFrame[0]/Type = DATA; "
+               "@.Identifier = 256; "
+               "@.Data = 0000000100000000000000000000000000000000000000000000000000000000");
+    Put(Engine());
+    EXPECT_EQ(tree.Text("SerialBus/CANBusResults/CANBusFrame[0]/Label"), QStringLiteral("Engine"));
+}
+
+TEST_F(LabelExchange, LoadKeepsReadersOrWritersWaiting)
+{
+    const auto state = Property(tree.root, "SerialBus/CANBusSettings/LabelListSettings/Name");
+    RunTogether({[this](int)
+                 {
+                     std::vector<KW_LabelReport> said;
+                     EXPECT_EQ(KW_PutLabels(*labels, Engine(), said), eKW_ACC_OK);
+                 },
+                 [this](int)
+                 {
+                     KW_LabelList list;
+                     std::vector<KW_LabelReport> said;
+                     EXPECT_EQ(KW_GetLabels(*labels, list, said), eKW_ACC_OK);
+                     EXPECT_TRUE(list.messages.empty() || list.messages.size() == 2);
+                 },
+                 [&state](int round) { state->SetText(QString::number(round)); }},
+                50);
+    EXPECT_EQ(Texts(Get()).mid(1), Texts(Engine()).mid(1));
+}
