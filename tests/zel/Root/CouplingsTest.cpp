@@ -29,6 +29,9 @@ constexpr const char* kSituations[] = {
     ".CursorMeasurements/CursorMeasurement[0]/Source = M1; @.Result = 1; "
     "Measurements/Measurement[0]/Source = M1; @.Actual = 1; Mathematics/Type = SUBTRACT; .Type = "
     "MULTIPLY; .Scale = 0.001",
+    "Vertical/Channel[2]/Enabled = OFF; Mathematics/Enabled = ON; .Expression = sqr(C3); "
+    "Cursor/Source = M1; Mask/MaskSettings/Source = M1; Vertical/ReferenceCurve/Source = M1; "
+    "Mathematics/UseExpression = ON",
     "Zoom/CoupleToCursor = ON; Cursor/X1 = -1e-7; Horizontal/Scale = 1e-8",
     "@Harmonic/FundamentalFrequency = 100; Harmonic/AutoSet; .FundamentalSource = C2",
     "@Harmonic/HarmonicUIResults/HarmonicChannelUIResult[0]/HarmonicMagnitudeUIResult[0]/Order "
@@ -109,7 +112,12 @@ constexpr std::pair<const char*, const char*> kCommands[] = {
 constexpr const char* kToldFromBelow[] = {"LabelListSettings"};
 
 /** Groups whose actions read and write files: what these do is no row's. */
-constexpr const char* kFiles[] = {"", "SaveRecall"};
+constexpr const char* kFiles[] = {"",
+                                  "SaveRecall",
+                                  "SerialBus/CANBusSettings/LabelListSettings",
+                                  "SerialBus/LINBusSettings/LabelListSettings",
+                                  "SerialBus/I2CBusSettings/LabelListSettings",
+                                  "SerialBus/SENTBusSettings/LabelListSettings"};
 
 /** Steps that change no node, for what they are: their group, a blank and their name. */
 constexpr const char* kWithoutChange[] = {

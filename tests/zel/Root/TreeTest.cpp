@@ -59,6 +59,10 @@ QString OtherText(IDbProperty& property)
     {
         texts = QStringList{QStringLiteral("correct horse"), QStringLiteral("battery staple")};
     }
+    if (property.GetNodeName() == QLatin1String("ActiveWhen"))
+    {
+        texts = QStringList{QStringLiteral("a = 1"), QStringLiteral("b = 0-3, 7")};
+    }
     texts.removeAll(QString());
     texts.removeAll(property.GetText());
     return texts.value(0);
