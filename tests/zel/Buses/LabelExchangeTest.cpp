@@ -288,6 +288,34 @@ TEST_F(LabelExchange, FramesAreNotNamedByTheNewList)
     EXPECT_EQ(tree.Text("SerialBus/CANBusResults/CANBusFrame[0]/Label"), QStringLiteral("Engine"));
 }
 
+TEST_F(LabelExchange, RefusedFileChangesTheList)
+{
+    Put(Engine());
+    const auto before = tree.State();
+    const QByteArray file = Path("/File");
+    const auto load = [&](const QByteArray& name)
+    {
+        EXPECT_EQ(tree.Do(file + " = " + name), eKW_ACC_OK);
+        tree.reports.Clear();
+        const KW_ACCEPTANCE code = tree.Do(Path("/Load"));
+        tree.root->Undo();
+        return code;
+    };
+    EXPECT_EQ(tree.Do(Path("/Load")), eKW_ACC_BAD_NAME);
+    EXPECT_EQ(tree.Do(Path("/Save")), eKW_ACC_BAD_NAME);
+    EXPECT_EQ(load("none.dbc"), eKW_ACC_FILE_NOT_READABLE);
+    EXPECT_TRUE(tree.reports.Messages().startsWith(tree.folder.filePath(QStringLiteral("Labels"))))
+        << tree.reports.Messages().toStdString();
+    const QString damaged = tree.folder.filePath(QStringLiteral("damaged.dbc"));
+    {
+        QFile text(damaged);
+        ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+        text.write("BO_ 256 Good: 8 Node\n SG_ Fine : 0|8@1+ (1,0) [0|0] \"\" Node\nBO_ x");
+    }
+    EXPECT_EQ(load(damaged.toUtf8()), eKW_ACC_FILE_NOT_UNDERSTOOD);
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+}
+
 TEST_F(LabelExchange, LoadKeepsReadersOrWritersWaiting)
 {
     const auto state = Property(tree.root, "SerialBus/CANBusSettings/LabelListSettings/Name");

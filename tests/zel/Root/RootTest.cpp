@@ -134,8 +134,11 @@ TEST_P(ActionOnFile, KeepsWritersWaiting)
 {
     const auto root = GetZELRoot();
     root->SetSettingsFolder(QStringLiteral("/proc/nowhere"));
-    ASSERT_EQ(Property(root, "SaveRecall/File")->SetText(QStringLiteral("/proc/no.xml")),
-              eKW_ACC_OK);
+    for (const char* const file : {"SaveRecall/File", "SerialBus/CANBusSettings/LabelListSettings/"
+                                                      "File"})
+    {
+        ASSERT_EQ(Property(root, file)->SetText(QStringLiteral("/proc/no.xml")), eKW_ACC_OK);
+    }
     std::future<KW_ACCEPTANCE> write;
     bool wrote = false;
     // What is wrong with the file is told while the action is about it.
@@ -157,7 +160,9 @@ TEST_P(ActionOnFile, KeepsWritersWaiting)
 INSTANTIATE_TEST_SUITE_P(Actions, ActionOnFile,
                          testing::Values("Save", "Recall", "StartupRecall", "ShutdownSave",
                                          "SaveRecall/SaveToSlot", "SaveRecall/SaveToFile",
-                                         "SaveRecall/RecallFromFile"));
+                                         "SaveRecall/RecallFromFile",
+                                         "SerialBus/CANBusSettings/LabelListSettings/Load",
+                                         "SerialBus/CANBusSettings/LabelListSettings/Save"));
 
 TEST(Root, StepIsNamedAfterItsFirstRecord)
 {
