@@ -17,7 +17,7 @@ constexpr char kLabelsFooter[] =
     "  zelctl labels show examples/labels/vehicle.dbc\n"
     "\"zelctl labels COMMAND --help\" explains each.";
 
-constexpr char kCheckFooter[] =
+constexpr char kLabelCheckFooter[] =
     "Reads the file and prints what is to be said of it, each as \"file:line:column: text\", and "
     "a\n"
     "line with the counts. Exit status 0: nothing; 1: the file can be used; 2: it can not.\n"
@@ -26,7 +26,7 @@ constexpr char kCheckFooter[] =
     "  zelctl labels check vehicle.dbc\n"
     "  zelctl labels check --skip-bad vehicle.dbc     what else is wrong, behind a bad message";
 
-constexpr char kConvertFooter[] =
+constexpr char kLabelConvertFooter[] =
     "The formats are those that the names end in. What the second one does not hold is reported\n"
     "and left out (status 1). An older file of the name stands until the new one is whole.\n"
     "\n"
@@ -34,7 +34,7 @@ constexpr char kConvertFooter[] =
     "  zelctl labels convert vehicle.dbc vehicle.xml  holds everything but other statements\n"
     "  zelctl labels convert vehicle.dbc vehicle.csv  a line for each signal, for a spreadsheet";
 
-struct t_CheckOptions
+struct t_LabelCheckOptions
 {
     std::string file;
     bool skipsBad = false;
@@ -49,7 +49,8 @@ struct t_CheckOptions
     {
         CLabelFindings findings(session);
         KW_LabelList list;
-        const bool isRead = findings.Read(file, skipsBad, list);
+        const KW_ACCEPTANCE code = findings.Read(file, skipsBad, list);
+        const bool isRead = KW_IsAccepted(code);
         CReply reply(session, QStringLiteral("labels check"));
         findings.AddTo(reply);
         reply.Lines(findings.GetLines())
@@ -60,14 +61,13 @@ struct t_CheckOptions
             .Field("refused", !isRead)
             .Field("messages", static_cast<qint64>(list.messages.size()))
             .Field("signals", static_cast<qint64>(CountSignals(list)));
-        const bool isClean = findings.IsEmpty();
-        return reply.Send(isClean ? eKW_ACC_OK : eKW_ACC_WARNING, !isRead    ? eSTATUS_USAGE
-                                                                  : !isClean ? eSTATUS_REFUSED
-                                                                             : eSTATUS_OK);
+        return reply.Send(code, !isRead                   ? eSTATUS_USAGE
+                                : code == eKW_ACC_WARNING ? eSTATUS_REFUSED
+                                                          : eSTATUS_OK);
     }
 };
 
-struct t_ConvertOptions
+struct t_LabelConvertOptions
 {
     std::string from;
     std::string to;
@@ -113,10 +113,12 @@ void AddLabelsCommand(CLI::App& app, t_Run& run)
     CLI::App& labels = *app.add_subcommand("labels", "Read, show and convert label lists of buses");
     labels.footer(kLabelsFooter);
     labels.require_subcommand(1);
-    AddSubcommand<t_CheckOptions>(labels, run, "check", "Read a file and say what is wrong with it",
-                                  kCheckFooter);
+    AddSubcommand<t_LabelCheckOptions>(
+        labels, run, "check", "Read a file and say what is wrong with it", kLabelCheckFooter);
     AddLabelShow(labels, run);
-    AddSubcommand<t_ConvertOptions>(labels, run, "convert", "Write a list in another format",
-                                    kConvertFooter);
+    AddSubcommand<t_LabelConvertOptions>(labels, run, "convert", "Write a list in another format",
+                                         kLabelConvertFooter);
     AddLabelDiff(labels, run);
+    AddLabelTreeCommands(labels, run);
+    AddLabelDecode(labels, run);
 }

@@ -27,6 +27,12 @@ public:
     {
     }
 
+    /** The same where the status is another. */
+    CFailure(eSTATUS status, KW_ACCEPTANCE code, const QString& text)
+        : m_status(status), m_code(code), m_text(text)
+    {
+    }
+
     eSTATUS GetStatus() const { return m_status; }
     const std::optional<KW_ACCEPTANCE>& GetCode() const { return m_code; }
     const QString& GetText() const { return m_text; }

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr char kDiffFooter[] =
+constexpr char kLabelDiffFooter[] =
     "Messages belong together by their identifier, else by their name; signals by their name, "
     "else\n"
     "by their place. Exit status 0: no difference; 1: differences, shown as \"message/signal: "
@@ -236,7 +236,7 @@ QString GetPlaceText(const t_LabelSignal& shown)
         .arg(GetOrderText(*shown.signal), GetConditionText(*shown.details));
 }
 
-QString GetMessageText(const KW_LabelEntry& entry)
+QString GetMessageName(const KW_LabelEntry& entry)
 {
     return GetIdentifierText(entry.message) + QLatin1Char(' ') + ToText(entry.message.getName());
 }
@@ -247,7 +247,7 @@ void CompareSignals(const KW_LabelEntry& first, const KW_LabelEntry& second,
     const auto before = GetSignals(first);
     const auto after = GetSignals(second);
     const auto getName = [](const t_LabelSignal& shown) { return ToText(shown.signal->getName()); };
-    const QString message = GetMessageText(first);
+    const QString message = GetMessageName(first);
     for (const auto& [i, j] : PairBy<t_LabelSignal>(before, after, {getName, GetPlaceText}))
     {
         const t_LabelSignal& shown =
@@ -301,7 +301,7 @@ QJsonObject ToJson(const t_LabelDifference& difference)
     return json;
 }
 
-struct t_DiffOptions
+struct t_LabelDiffOptions
 {
     std::string first;
     std::string second;
@@ -350,7 +350,7 @@ std::vector<t_LabelDifference> Compare(const KW_LabelList& first, const KW_Label
     {
         const KW_LabelEntry& entry = i < 0 ? second.messages[static_cast<std::size_t>(j)]
                                            : first.messages[static_cast<std::size_t>(i)];
-        const t_LabelDifference place{GetMessageText(entry), {}, {}, {}, {}, i < 0};
+        const t_LabelDifference place{GetMessageName(entry), {}, {}, {}, {}, i < 0};
         if (i < 0 || j < 0)
         {
             differences.push_back(place);
@@ -365,5 +365,6 @@ std::vector<t_LabelDifference> Compare(const KW_LabelList& first, const KW_Label
 
 void AddLabelDiff(CLI::App& labels, t_Run& run)
 {
-    AddSubcommand<t_DiffOptions>(labels, run, "diff", "Compare two label lists", kDiffFooter);
+    AddSubcommand<t_LabelDiffOptions>(labels, run, "diff", "Compare two label lists",
+                                      kLabelDiffFooter);
 }

@@ -17,20 +17,21 @@ QJsonObject ToJson(const QString& file, const KW_LabelReport& report)
 }
 } // namespace
 
-bool CLabelFindings::Read(const std::string& file, bool skipsBad, KW_LabelList& list)
+KW_ACCEPTANCE CLabelFindings::Read(const std::string& file, bool skipsBad, KW_LabelList& list)
 {
     std::vector<KW_LabelReport> reports;
     const KW_ACCEPTANCE code = KW_ReadLabelFile(ToText(file), list, reports, {skipsBad});
     Add(ToText(file), reports);
-    return KW_IsAccepted(code);
+    return code;
 }
 
 KW_LabelList CLabelFindings::Require(const std::string& file, bool skipsBad)
 {
     KW_LabelList list;
-    if (!Read(file, skipsBad, list))
+    const KW_ACCEPTANCE code = Read(file, skipsBad, list);
+    if (!KW_IsAccepted(code))
     {
-        throw Refuse(ToText(file));
+        throw Refuse(code, ToText(file));
     }
     return list;
 }
@@ -41,7 +42,7 @@ void CLabelFindings::Require(KW_ACCEPTANCE code, const QString& file,
     Add(file, reports);
     if (!KW_IsAccepted(code))
     {
-        throw Refuse(file);
+        throw Refuse(code, file);
     }
 }
 
@@ -55,16 +56,18 @@ void CLabelFindings::Add(const QString& file, const std::vector<KW_LabelReport>&
     }
 }
 
-CFailure CLabelFindings::Refuse(const QString& file) const
+CFailure CLabelFindings::Refuse(KW_ACCEPTANCE code, const QString& file) const
 {
     const bool isOne = m_lines.size() == 1;
     if (!isOne)
     {
         Show();
     }
-    CFailure failure(eSTATUS_USAGE,
-                     isOne ? m_lines.front()
-                           : QStringLiteral("%1 is refused: %2").arg(file, GetCounts()));
+    CFailure failure(eSTATUS_USAGE, code,
+                     isOne
+                         ? m_lines.front()
+                         : QStringLiteral("%1 is refused: %2")
+                               .arg(file, m_errors > 0 ? GetCounts() : KW_GetAcceptanceText(code)));
     failure.AddData({{QStringLiteral("findings"), m_json}});
     return failure;
 }

@@ -15,8 +15,8 @@ class CLabelFindings
 public:
     explicit CLabelFindings(CSession& session) : m_session(session) {}
 
-    /** Reads a file; `skipsBad` leaves bad messages out. False when it is refused. */
-    bool Read(const std::string& file, bool skipsBad, KW_LabelList& list);
+    /** Reads a file; `skipsBad` leaves bad messages out. Gives the code of the reader. */
+    KW_ACCEPTANCE Read(const std::string& file, bool skipsBad, KW_LabelList& list);
     /** The same; fails when it is refused. */
     KW_LabelList Require(const std::string& file, bool skipsBad);
     /** Takes over what was said of a file; fails for a refusing code. */
@@ -38,7 +38,7 @@ public:
 
 private:
     void Add(const QString& file, const std::vector<KW_LabelReport>& reports);
-    CFailure Refuse(const QString& file) const;
+    CFailure Refuse(KW_ACCEPTANCE code, const QString& file) const;
 
     CSession& m_session;
     QStringList m_lines;

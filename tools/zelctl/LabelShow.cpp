@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr char kShowFooter[] =
+constexpr char kLabelShowFooter[] =
     "Without a message: the messages of the list. With one, by its name or identifier: its "
     "signals\n"
     "and where they stand in the payload, a byte in a line, bit 7 first (of SENT a nibble, bit 3\n"
@@ -26,7 +26,7 @@ constexpr char kShowFooter[] =
 constexpr int kTextWidth = 80;
 constexpr std::size_t kMostPages = 16;
 
-struct t_ShowOptions
+struct t_LabelShowOptions
 {
     std::string file;
     std::string message;
@@ -46,7 +46,6 @@ struct t_ShowOptions
     t_Answer Run(CSession& session) const;
 
 private:
-    std::vector<const KW_LabelEntry*> Find(const KW_LabelList& list) const;
     t_Multiplex GetMultiplex(const std::vector<const KW_LabelEntry*>& entries) const;
 };
 
@@ -230,36 +229,7 @@ void AddTable(const KW_LabelList& list, CReply& reply)
     reply.Lines(table.GetLines(GetTerminalWidth()));
 }
 
-std::vector<const KW_LabelEntry*> t_ShowOptions::Find(const KW_LabelList& list) const
-{
-    bool isNumber = false;
-    const UINT32 identifier = ToText(message).toUInt(&isNumber, 0);
-    std::vector<const KW_LabelEntry*> named;
-    std::vector<const KW_LabelEntry*> numbered;
-    QStringList names;
-    for (const KW_LabelEntry& entry : list.messages)
-    {
-        names << ToText(entry.message.getName());
-        if (entry.message.getName() == message)
-        {
-            named.push_back(&entry);
-        }
-        if (isNumber && entry.message.getIdentifier() == identifier)
-        {
-            numbered.push_back(&entry);
-        }
-    }
-    if (named.empty() && numbered.empty())
-    {
-        throw CFailure(eSTATUS_USAGE,
-                       QStringLiteral("%1 has no message \"%2\"%3")
-                           .arg(ToText(file), ToText(message),
-                                DidYouMean(GetNearestNames(ToText(message), names))));
-    }
-    return named.empty() ? numbered : named;
-}
-
-t_Multiplex t_ShowOptions::GetMultiplex(const std::vector<const KW_LabelEntry*>& entries) const
+t_Multiplex t_LabelShowOptions::GetMultiplex(const std::vector<const KW_LabelEntry*>& entries) const
 {
     QStringList names;
     for (const KW_LabelEntry* const entry : entries)
@@ -293,7 +263,7 @@ t_Multiplex t_ShowOptions::GetMultiplex(const std::vector<const KW_LabelEntry*>&
     return values;
 }
 
-t_Answer t_ShowOptions::Run(CSession& session) const
+t_Answer t_LabelShowOptions::Run(CSession& session) const
 {
     if (message.empty() && !multiplex.empty())
     {
@@ -315,7 +285,7 @@ t_Answer t_ShowOptions::Run(CSession& session) const
     }
     else
     {
-        const auto entries = Find(list);
+        const auto entries = FindMessages(list, ToText(message), ToText(file));
         const t_Multiplex values = GetMultiplex(entries);
         for (const KW_LabelEntry* const entry : entries)
         {
@@ -328,8 +298,37 @@ t_Answer t_ShowOptions::Run(CSession& session) const
 }
 } // namespace
 
+std::vector<const KW_LabelEntry*> FindMessages(const KW_LabelList& list, const QString& wanted,
+                                               const QString& file)
+{
+    bool isNumber = false;
+    const UINT32 identifier = wanted.toUInt(&isNumber, 0);
+    std::vector<const KW_LabelEntry*> named;
+    std::vector<const KW_LabelEntry*> numbered;
+    QStringList names;
+    for (const KW_LabelEntry& entry : list.messages)
+    {
+        names << ToText(entry.message.getName());
+        if (ToText(entry.message.getName()) == wanted)
+        {
+            named.push_back(&entry);
+        }
+        if (isNumber && entry.message.getIdentifier() == identifier)
+        {
+            numbered.push_back(&entry);
+        }
+    }
+    if (named.empty() && numbered.empty())
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("%1 has no message \"%2\"%3")
+                           .arg(file, wanted, DidYouMean(GetNearestNames(wanted, names))));
+    }
+    return named.empty() ? numbered : named;
+}
+
 void AddLabelShow(CLI::App& labels, t_Run& run)
 {
-    AddSubcommand<t_ShowOptions>(labels, run, "show", "Show messages, signals and their bits",
-                                 kShowFooter);
+    AddSubcommand<t_LabelShowOptions>(labels, run, "show", "Show messages, signals and their bits",
+                                      kLabelShowFooter);
 }

@@ -95,12 +95,18 @@ QStringList COutput::TakeReports()
 
 void COutput::Line(const QString& text)
 {
-    Write(text.toUtf8() + '\n');
+    Write((text.toUtf8() + '\n').toStdString());
 }
 
 void COutput::Document(const QJsonObject& document)
 {
-    Write(QJsonDocument(document).toJson(QJsonDocument::Compact) + '\n');
+    Write(QJsonDocument(document).toJson(QJsonDocument::Compact).toStdString() + '\n');
+}
+
+void COutput::Block(std::string_view text)
+{
+    Write(text);
+    Flush();
 }
 
 void COutput::Problem(const QString& text)
@@ -120,12 +126,11 @@ bool COutput::Finish()
     return !m_failed;
 }
 
-void COutput::Write(const QByteArray& bytes)
+void COutput::Write(std::string_view bytes)
 {
     if (!m_closed)
     {
-        const auto size = static_cast<std::size_t>(bytes.size());
-        CheckWritten(std::fwrite(bytes.constData(), 1, size, stdout) == size);
+        CheckWritten(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
     }
 }
 

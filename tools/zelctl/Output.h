@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
+#include <string_view>
 #include <vector>
 
 /**
@@ -25,6 +26,10 @@ public:
     void Line(const QString& text);
     /** One JSON document in one line. */
     void Document(const QJsonObject& document);
+    /** Many lines at once, with their ends, which are shown at once. */
+    void Block(std::string_view text);
+    /** Whether nobody reads the output any more. */
+    bool IsClosed() const { return m_closed; }
     /** One line on the standard error, behind everything that was answered before; of a long text
         its beginning and its end. */
     void Problem(const QString& text);
@@ -53,7 +58,7 @@ public:
     };
 
 private:
-    void Write(const QByteArray& bytes);
+    void Write(std::string_view bytes);
     void Flush();
     void CheckWritten(bool written);
     void Report(const KW_ErrorReport& report);
