@@ -76,12 +76,19 @@ private:
     QSet<QString> m_signals;
 };
 
-CFailure Unknown(const QString& file, const char* kind, const std::string& name,
-                 const QStringList& names)
+CFailure UnknownSignal(const QString& file, const QString& name, const QSet<QString>& known)
 {
-    return {eSTATUS_USAGE, QStringLiteral("%1 has no %2 \"%3\"%4")
-                               .arg(file, QLatin1String(kind), ToText(name),
-                                    DidYouMean(GetNearestNames(ToText(name), names)))};
+    QStringList alike; // with the message where one was named
+    for (const QString& signal : known)
+    {
+        if (signal.contains(QLatin1Char('/')) == name.contains(QLatin1Char('/')))
+        {
+            alike << signal;
+        }
+    }
+    alike.sort();
+    return {eSTATUS_USAGE, QStringLiteral("%1 has no signal \"%2\"%3")
+                               .arg(file, name, DidYouMean(GetNearestNames(name, alike)))};
 }
 
 CFrameFilter::CFrameFilter(const KW_LabelList& list, const std::vector<std::string>& messages,
@@ -99,21 +106,20 @@ CFrameFilter::CFrameFilter(const KW_LabelList& list, const std::vector<std::stri
     {
         return;
     }
-    QStringList names;
+    QSet<QString> known;
     for (const KW_LabelEntry& entry : list.messages)
     {
         for (const t_LabelSignal& shown : GetSignals(entry))
         {
             const QString name = ToText(shown.signal->getName());
-            names << name << ToText(entry.message.getName()) + QLatin1Char('/') + name;
+            known << name << ToText(entry.message.getName()) + QLatin1Char('/') + name;
         }
     }
-    const QSet<QString> known(names.begin(), names.end());
     for (const std::string& name : signals)
     {
         if (!known.contains(ToText(name)))
         {
-            throw Unknown(file, "signal", name, names);
+            throw UnknownSignal(file, ToText(name), known);
         }
         m_signals.insert(ToText(name));
     }

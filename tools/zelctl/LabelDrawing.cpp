@@ -44,7 +44,8 @@ public:
     QStringList GetLines() const
     {
         const int width = GetWidth();
-        QString head(kMargin, QLatin1Char(' '));
+        QString head = QLatin1String(m_unit == kBitsOfByte ? "  byte" : "  nibble") + QString();
+        head = head.leftJustified(kMargin);
         for (UINT32 column = m_unit; column-- > 0;)
         {
             head += QString::number(column).leftJustified(width);
@@ -52,7 +53,7 @@ public:
         QStringList lines{Trimmed(head)};
         for (UINT32 row = 0; row * m_unit < m_cells.size(); ++row)
         {
-            QString line = QStringLiteral("%1   ").arg(row, kMargin - 3);
+            QString line = QStringLiteral("%1").arg(row, 6).leftJustified(kMargin);
             for (UINT32 column = m_unit; column-- > 0;)
             {
                 const QString& cell = m_cells[row * m_unit + column];
@@ -64,7 +65,7 @@ public:
     }
 
 private:
-    static constexpr int kMargin = 8;
+    static constexpr int kMargin = 10;
     static constexpr int kWidest = 8;
 
     /** Signals that share a bit stand beside each other; of many the first. */

@@ -180,10 +180,13 @@ QStringList GetDrawings(const KW_LabelList& list, const KW_LabelEntry& entry,
     QStringList lines;
     for (const t_LabelPage& page : pages.pages)
     {
+        if (!lines.isEmpty())
+        {
+            lines << QString();
+        }
         if (!page.title.isEmpty())
         {
-            lines << (lines.isEmpty() ? QString() : QStringLiteral("\n")) + page.title +
-                         QLatin1Char(':');
+            lines << page.title + QLatin1Char(':');
         }
         lines << DrawPayload(list, entry, page.signals);
     }

@@ -125,9 +125,10 @@ std::size_t CountSignals(const KW_LabelList& list)
 QString GetIdentifierText(const CLabelListMessage& message)
 {
     const int bits = QByteArray::fromStdString(message.getIdentifierFormat()).toInt();
-    return bits == 0 ? QStringLiteral("–")
-                     : QStringLiteral("0x%1").arg(message.getIdentifier(), (bits + 3) / 4, 16,
-                                                  QLatin1Char('0'));
+    const QString digits = QString::number(message.getIdentifier(), 16).toUpper();
+    return bits == 0
+               ? QStringLiteral("–")
+               : QStringLiteral("0x") + digits.rightJustified((bits + 3) / 4, QLatin1Char('0'));
 }
 
 QString GetNumberText(double number)

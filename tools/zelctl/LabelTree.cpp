@@ -71,16 +71,15 @@ struct t_LabelLoadOptions
 
     t_Answer Run(CSession& session) const
     {
-        const auto wanted = bus.empty() ? std::nullopt : std::optional(ReadBus(bus));
         CLabelFindings findings(session);
         const KW_LabelList list = findings.Require(file, skipsBad);
-        const auto labels = FindLabels(session, wanted.value_or(list.protocol));
-        if (wanted.value_or(list.protocol) != list.protocol)
+        const KW_ZEL_SERIALBUS_PROTOCOL wanted = bus.empty() ? list.protocol : ReadBus(bus);
+        const auto labels = FindLabels(session, wanted);
+        if (wanted != list.protocol)
         {
-            throw CFailure(
-                eSTATUS_USAGE, eKW_ACC_WRONG_KIND,
-                QStringLiteral("%1 is a list of %2, not of %3")
-                    .arg(ToText(file), GetEnumText(list.protocol), GetEnumText(*wanted)));
+            throw CFailure(eSTATUS_USAGE, eKW_ACC_WRONG_KIND,
+                           QStringLiteral("%1 is a list of %2, not of %3")
+                               .arg(ToText(file), GetEnumText(list.protocol), GetEnumText(wanted)));
         }
         std::vector<KW_LabelReport> reports;
         const KW_ACCEPTANCE code = KW_PutLabels(*labels, list, reports);
