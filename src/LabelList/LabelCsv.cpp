@@ -85,6 +85,12 @@ private:
                                                        "of the columns is "
                                                        "missing"));
         }
+        if (m_lines.IsOpen())
+        {
+            return m_builder.Refuse(m_lines.Place(),
+                                    QStringLiteral("the file ends within the names of the columns: "
+                                                   "it was cut off"));
+        }
         for (const t_Cell& cell : m_lines.Cells())
         {
             if (!Column(cell))

@@ -47,8 +47,16 @@ bool CLabelListBuilder::AddSignal(const CLabelListSignal& signal,
 bool CLabelListBuilder::AddItem(t_TextPlace place)
 {
     return ++m_items <= NLabelBounds::kMaxItems ||
-           Refuse(place, QStringLiteral("more than %1 labels, nodes, attributes and the like")
+           Refuse(place, QStringLiteral("more than %1 labels, attributes, senders and receivers")
                              .arg(NLabelBounds::kMaxItems));
+}
+
+bool CLabelListBuilder::AddObject(t_TextPlace place)
+{
+    return ++m_objects <= NLabelBounds::kMaxObjects ||
+           Refuse(place,
+                  QStringLiteral("more than %1 nodes, value tables and definitions of attributes")
+                      .arg(NLabelBounds::kMaxObjects));
 }
 
 void CLabelListBuilder::Spoil()
@@ -100,6 +108,7 @@ void CLabelListBuilder::EndMessage()
 bool CLabelListBuilder::Refuse(t_TextPlace place, const QString& text)
 {
     m_isRefused = true;
+    m_isOpen = false; // no word on a message that goes on unread
     m_reports.Error(place, text);
     return false;
 }

@@ -31,9 +31,11 @@ public:
     bool AddSignal(const CLabelListSignal& signal, const KW_LabelSignalDetails& details,
                    t_TextPlace place);
 
-    /** Counts a label, a node or another thing that lists have many of; false as of
-        BeginMessage. */
+    /** Counts what LabelBounds.h has bounds for; false as of BeginMessage. */
+    ///@{
     bool AddItem(t_TextPlace place);
+    bool AddObject(t_TextPlace place);
+    ///@}
 
     /** The open message is a bad one, as has been reported; where none is open, the file itself
         is. */
@@ -59,4 +61,5 @@ private:
     std::size_t m_begun = 0;                 ///< messages, bad ones too
     std::size_t m_signals = 0;               ///< in all messages, bad ones too
     std::size_t m_items = 0;
+    std::size_t m_objects = 0;
 };

@@ -184,7 +184,7 @@ private:
         node.shortName = Text("ShortName");
         node.comment = Text("Comment");
         m_attributes = &node.attributes;
-        Count();
+        Count(&CLabelListBuilder::AddObject);
         Children({{"Attribute", &CLabelXmlReader::Attribute}});
         m_attributes = &m_list.database.attributes;
     }
@@ -192,7 +192,7 @@ private:
     void ValueTable()
     {
         m_list.database.valueTables.emplace_back().name = Needed("Name");
-        Count();
+        Count(&CLabelListBuilder::AddObject);
         Children({{"Label", &CLabelXmlReader::LabelOfTable}});
     }
 
@@ -218,7 +218,8 @@ private:
         {
             Fail(QStringLiteral("a default is either a DefaultValue or a DefaultText"));
         }
-        EndItem();
+        Count(&CLabelListBuilder::AddObject);
+        m_xml.EndLeaf();
     }
 
     std::string Text(std::string_view name)
@@ -279,9 +280,9 @@ private:
         return fields;
     }
 
-    void Count()
+    void Count(bool (CLabelListBuilder::*add)(t_TextPlace))
     {
-        if (!m_builder.AddItem(m_xml.Place()))
+        if (!(m_builder.*add)(m_xml.Place()))
         {
             m_xml.BreakOff();
         }
@@ -289,7 +290,7 @@ private:
 
     void EndItem()
     {
-        Count();
+        Count(&CLabelListBuilder::AddItem);
         m_xml.EndLeaf();
     }
 

@@ -87,9 +87,7 @@ bool CLabelXmlTokens::Next()
         {
         case QXmlStreamReader::StartElement:
             Open();
-            return ++m_depth <= NLabelBounds::kMaxXmlDepth ||
-                   Break(QStringLiteral("elements within more than %1 others")
-                             .arg(NLabelBounds::kMaxXmlDepth));
+            return CheckBounds();
         case QXmlStreamReader::EndElement:
             --m_depth;
             return false;
@@ -120,6 +118,18 @@ bool CLabelXmlTokens::Next()
         }
     }
     return false;
+}
+
+bool CLabelXmlTokens::CheckBounds()
+{
+    if (++m_elements > NLabelBounds::kMaxXmlElements)
+    {
+        return BreakAt(m_place,
+                       QStringLiteral("more than %1 elements").arg(NLabelBounds::kMaxXmlElements));
+    }
+    return ++m_depth <= NLabelBounds::kMaxXmlDepth ||
+           BreakAt(m_place, QStringLiteral("elements within more than %1 others")
+                                .arg(NLabelBounds::kMaxXmlDepth));
 }
 
 const CLabelXmlTokens::t_Attribute* CLabelXmlTokens::Take(std::string_view name)
@@ -206,7 +216,12 @@ bool CLabelXmlTokens::Break(const QString& what)
         clause.chop(1);
     }
     WalkTo(m_reader.characterOffset() - 1);
-    m_reports.Error(m_place, clause);
+    return BreakAt(m_place, clause);
+}
+
+bool CLabelXmlTokens::BreakAt(t_TextPlace place, const QString& what)
+{
+    m_reports.Error(place, what);
     m_isBroken = true;
     return false;
 }

@@ -11,7 +11,7 @@
 /**
  * The elements of an XML text, with the places of their tags and attributes: Qt's reader knows
  * where a token ends, in characters. Document types and entities of their own are not taken, nor
- * elements deeper than LabelBounds.h has it; all of this breaks off, and is reported.
+ * elements beyond the bounds of LabelBounds.h; all of this breaks off, and is reported.
  */
 class CLabelXmlTokens
 {
@@ -58,7 +58,9 @@ public:
 private:
     void Open();
     void ReadAttributes();
+    bool CheckBounds();
     bool Break(const QString& what);
+    bool BreakAt(t_TextPlace place, const QString& what);
     void WalkTo(qint64 character);
 
     const QByteArray m_text; ///< without a byte order mark
@@ -66,6 +68,7 @@ private:
     QXmlStreamReader m_reader;
     bool m_isBroken = false;
     int m_depth = 0;
+    int m_elements = 0;
     std::string m_name;
     t_TextPlace m_place;
     std::vector<t_Attribute> m_attributes;

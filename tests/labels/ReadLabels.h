@@ -5,6 +5,13 @@
 
 #include <QStringList>
 #include <gtest/gtest.h>
+#include <ostream>
+
+/** Failures show texts, not the numbers of their characters. */
+inline void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 
 /** Reports as lines, without a file's name: "3:7: warning: text". */
 inline QStringList Lines(const std::vector<KW_LabelReport>& reports)

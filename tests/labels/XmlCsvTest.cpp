@@ -3,7 +3,6 @@
 #include "labels/ReadLabels.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 
 namespace
@@ -119,4 +118,133 @@ TEST(LabelCsv, LosesWhatItDoesNotName)
     const t_ReadLabels read = ReadLabels(text, kCsv);
     EXPECT_EQ(TextOfLabelList(read.list), TextOfLabelList(list));
     EXPECT_EQ(WriteLabels(read.list, kCsv), text);
+}
+
+TEST(LabelCsv, SpreadsheetOfAnotherCountryIsNotUnderstood)
+{
+    const t_ReadLabels read =
+        ReadLabels("\xEF\xBB\xBFLabelList 1.0;lin;Wiper;;;;;\r\n"
+                   "BitLength ;Signal;StartBit;Message;Length;Identifier;Labels;Fd\r\n"
+                   ";;;;;;;\r\n"
+                   ";;;Status;2;33;;NO\r\n"
+                   "3;Mode;0;;;;\"0=Off; 1=On, \"\"slow\"\";\";\r\n"
+                   "1;\"Blocked\";8;Status;;;;\r\n"
+                   ";;;Empty;0;0x22;;\r\n",
+                   kCsv);
+    EXPECT_EQ(read.reports, QStringList());
+    EXPECT_EQ(WriteLabels(read.list, kCsv).split('\n').mid(2).join('\n').toStdString(),
+              "Status,0x21,6,2,,,,,,,,,,,,,,,,,,,,\n"
+              "Status,,,,,,,,Mode,0,3,LITTLE_ENDIAN,ENUM,1,0,0,0,,\"0=Off;1=On, \"\"slow\"\"\","
+              ",,,,\n"
+              "Status,,,,,,,,Blocked,8,1,LITTLE_ENDIAN,UNSIGNED_INT,1,0,0,0,,,,,,,\n"
+              "Empty,0x22,6,0,,,,,,,,,,,,,,,,,,,,\n");
+}
+
+TEST(LabelFile, BadMessageTakesOthersWithIt)
+{
+    KW_LabelReadOptions options;
+    options.skipsBadMessages = true;
+    const t_ReadLabels csv =
+        ReadLabels("LabelList 1.0,CAN\n"
+                   "Message,Identifier,Length,Signal,StartBit,BitLength\n"
+                   "A,1,8\n,,,s,0,8\nB,2,8\n,,,s,0,65\n,,,t,0,x\nC,3,8\n,,,s,0,8\n",
+                   kCsv, options);
+    EXPECT_EQ(csv.reports,
+              QStringList({"7:8: error: BitLength: \"x\" is no whole number from 0 to 4294967295",
+                           "5:1: error: message \"B\" is left out"}));
+    const t_ReadLabels xml =
+        ReadLabels("<LabelList Version=\"1.0\" Protocol=\"CAN\">\n"
+                   "<Message Name=\"A\" Identifier=\"1\" Length=\"1\"/>"
+                   "<Message Name=\"B\" Identifier=\"2048\" Length=\"1\"/>"
+                   "<Message Name=\"C\" Identifier=\"3\" Length=\"1\"/></LabelList>",
+                   kXml, options);
+    EXPECT_EQ(xml.reports,
+              QStringList({"2:46: error: message \"B\": identifier 2048 has more than 11 bits",
+                           "2:46: error: message \"B\" is left out"}));
+    for (const t_ReadLabels& read : {csv, xml})
+    {
+        EXPECT_EQ(read.code, eKW_ACC_WARNING);
+        ASSERT_EQ(read.list.messages.size(), 2U);
+        EXPECT_EQ(read.list.messages.back().message.getName(), "C");
+    }
+}
+
+namespace
+{
+/** Of the size that a car has: 300 messages of eight signals, with labels. */
+KW_LabelList RealSized()
+{
+    KW_LabelList list;
+    for (UINT32 i = 0; i < 300; ++i)
+    {
+        KW_LabelEntry& entry = list.messages.emplace_back();
+        const std::string number = std::to_string(i);
+        entry.message.setParameters("Message" + number, "11", i, 8);
+        entry.details.comment = "What it is for " + number;
+        for (UINT32 bit = 0; bit < 64; bit += 8)
+        {
+            CLabelListSignal signal("Signal" + std::to_string(bit) + "of" + number, bit, 8,
+                                    eKW_ENDIANNESS_LITTLE_ENDIAN,
+                                    eKW_SIGNAL_TRANSLATION_VALUE_TYPE_ENUM, 0.01 * i + 1, -0.5, 0,
+                                    i,
+                                    "\xC2\xB0"
+                                    "C");
+            signal.addSignalEnumValue({1, "On or so"});
+            signal.addSignalEnumValue({0, "Off"});
+            KW_AddSignal(entry, signal);
+        }
+    }
+    return list;
+}
+
+/** What is left out of the reading of 1,000,000 signals in one message. */
+QStringList ReadMillion(const QByteArray& head, const QByteArray& signal, const QByteArray& end,
+                        KW_LABEL_FILE_FORMAT format)
+{
+    return ReadLabels(head + signal.repeated(1000000) + end, format).reports;
+}
+} // namespace
+
+TEST(LabelFile, CutOffFileIsHalfTaken)
+{
+    const KW_LabelList list = RealSized();
+    for (const KW_LABEL_FILE_FORMAT format : {kXml, kCsv})
+    {
+        const QByteArray whole = WriteLabels(list, format);
+        const std::string all = TextOfLabelList(list);
+        ASSERT_GT(whole.size(), 200000);
+        EXPECT_EQ(TextOfLabelList(ReadLabels(whole, format).list), all);
+        // Every place in the first messages, then some all over the file.
+        for (qsizetype size = 0; size < whole.size() - 1; size += size < 2000 ? 1 : 4999)
+        {
+            const QByteArray cut = whole.left(size);
+            const t_ReadLabels read = ReadLabels(cut, format);
+            if (KW_IsAccepted(read.code)) // of CSV, between two lines and within the last cell
+            {
+                EXPECT_EQ(format, kCsv);
+                const auto begin = cut.lastIndexOf('\n') + 1;
+                EXPECT_TRUE(begin == size || cut.mid(begin).count(',') == 23)
+                    << cut.mid(begin).toStdString();
+            }
+            else
+            {
+                EXPECT_EQ(read.reports.filter(QStringLiteral("error: ")).size(), 1) << size;
+                EXPECT_TRUE(read.list.messages.empty());
+            }
+        }
+    }
+}
+
+TEST(LabelFile, MillionSignalsTakeMemoryOfThem)
+{
+    const QStringList expected = {"16387:1: error: more than 16384 signals in a message"};
+    EXPECT_EQ(ReadMillion("<LabelList Version=\"1.0\" Protocol=\"CAN\">\n"
+                          "<Message Identifier=\"1\" Length=\"8\">\n",
+                          "<Signal StartBit=\"0\" BitLength=\"8\"/>\n", "</Message></LabelList>",
+                          kXml),
+              expected);
+    EXPECT_EQ(ReadMillion("LabelList 1.0,CAN\nMessage,Identifier,Length,Signal,StartBit,BitLength\n"
+                          ",1,8\n",
+                          ",,,,0,8\n", "", kCsv),
+              QStringList({"16388:1: error: more than 16384 signals in a message"}));
 }
