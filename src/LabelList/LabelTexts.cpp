@@ -44,7 +44,12 @@ bool IsHoldable(UINT32 character)
 /** Bytes of the character that a text begins with; 0 when no file can hold it. */
 std::size_t HoldableLength(std::string_view text)
 {
-    const t_Lead lead = LeadOf(static_cast<UINT8>(text.front()));
+    const auto first = static_cast<UINT8>(text.front());
+    if (first >= 0x20U && first < 0x80U) // most are
+    {
+        return 1;
+    }
+    const t_Lead lead = LeadOf(first);
     if (lead.length == 0 || lead.length > text.size())
     {
         return 0;

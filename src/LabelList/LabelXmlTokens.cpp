@@ -195,7 +195,9 @@ void CLabelXmlTokens::ReadAttributes()
     while (attribute != all.end() && walk.Next(next.name, next.place))
     {
         // Declarations of namespaces stand in the tag only.
-        if (attribute->qualifiedName() != QString::fromStdString(next.name))
+        const QLatin1String name(next.name.data(), static_cast<int>(next.name.size()));
+        if (attribute->qualifiedName() != name &&
+            attribute->qualifiedName() != QString::fromStdString(next.name))
         {
             continue;
         }
