@@ -19,7 +19,7 @@ for what in "$@"; do
         docs) packages+=(doxygen) ;;
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
-                doxygen valgrind)
+                doxygen valgrind can-utils python3-canmatrix)
             ;;
         *)
             echo "setup: knows no $what" >&2

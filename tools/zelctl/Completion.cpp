@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Completion.h"
 
+#include "LabelFile.h"
 #include "Script.h"
 #include "TreeWalk.h"
 
@@ -141,6 +142,38 @@ QStringList CompleteCommand(CSession& session, const std::vector<std::string>& w
     return names;
 }
 
+QStringList CompleteMessage(const std::string& list)
+{
+    QStringList names;
+    for (const KW_LabelEntry& entry : ReadQuietly(list).messages)
+    {
+        names.append(ToText(entry.message.getName()));
+    }
+    return Ended(names);
+}
+
+QStringList CompleteLabels(CSession& session, const std::vector<std::string>& words,
+                           const QString& word)
+{
+    if (words.size() < 2)
+    {
+        return CompleteCommand(session, words, false);
+    }
+    const std::string& last = words.back();
+    const auto list = std::find(words.begin(), words.end(), "--list");
+    if (last == "--bus")
+    {
+        return Ended({QStringLiteral("CAN"), QStringLiteral("I2C"), QStringLiteral("LIN"),
+                      QStringLiteral("SENT")});
+    }
+    if (last == "--message" && words.end() - list > 1)
+    {
+        return CompleteMessage(*std::next(list));
+    }
+    const bool isMessage = words[1] == "show" && words.size() > 2 && last.front() != '-';
+    return isMessage ? CompleteMessage(last) : CompleteFile(word);
+}
+
 bool TakesFile(const std::string& option)
 {
     return option == "--load" || option == "--save";
@@ -196,6 +229,10 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
     if (command == "calc")
     {
         return CompleteCommand(session, words, false);
+    }
+    if (command == "labels")
+    {
+        return CompleteLabels(session, words, word);
     }
     if (GetFileCommands().contains(ToText(command)))
     {

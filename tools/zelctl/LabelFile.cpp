@@ -17,6 +17,14 @@ QJsonObject ToJson(const QString& file, const KW_LabelReport& report)
 }
 } // namespace
 
+KW_LabelList ReadQuietly(const std::string& file)
+{
+    KW_LabelList list;
+    std::vector<KW_LabelReport> reports;
+    KW_ReadLabelFile(ToText(file), list, reports);
+    return list;
+}
+
 KW_ACCEPTANCE CLabelFindings::Read(const std::string& file, bool skipsBad, KW_LabelList& list)
 {
     std::vector<KW_LabelReport> reports;

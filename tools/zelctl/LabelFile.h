@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+/** The list of a file; an empty one where it can not be read. */
+KW_LabelList ReadQuietly(const std::string& file);
+
 /** What the files of label lists that a command reads and writes had to say. */
 class CLabelFindings
 {
