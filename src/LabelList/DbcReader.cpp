@@ -3,6 +3,7 @@
 
 #include "LabelList/DbcNames.h"
 #include "LabelList/DbcText.h"
+#include "LabelList/LabelBounds.h"
 #include "LabelList/LabelFiles.h"
 
 #include <QStringList>
@@ -13,10 +14,6 @@
 
 namespace
 {
-/** Names of nodes, labels, attributes and statements that a file may have in all: it takes no more
-    memory than for these, however short they are. */
-constexpr std::size_t kMaxRecords = 1000000;
-
 constexpr int kLongestShown = 40; ///< characters of a word that a report cites
 
 /** Words of NS_ that are no statements of their own. */
@@ -490,14 +487,14 @@ bool CDbcReader::ReadText(std::string& text, const char* what)
 
 bool CDbcReader::CountRecord()
 {
-    if (++m_recordCount <= kMaxRecords)
+    if (++m_recordCount <= NLabelBounds::kMaxItems)
     {
         return true;
     }
     m_isBroken = true;
     return Fail(m_lexer.Peek().place, QStringLiteral("more than %1 names, labels, attributes and "
                                                      "further statements")
-                                          .arg(kMaxRecords));
+                                          .arg(NLabelBounds::kMaxItems));
 }
 
 bool CDbcReader::Fail(t_TextPlace place, const QString& text)

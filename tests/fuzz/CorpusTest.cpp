@@ -17,6 +17,7 @@ constexpr t_Target kTargets[] = {
     {"Expressions", KW_TryExpressions},
     {"FrameLines", KW_TryFrameLines},
     {"LabelCsv", KW_TryLabelCsv},
+    {"LabelDbc", KW_TryLabelDbc},
     {"LabelXml", KW_TryLabelXml},
     {"Paths", KW_TryPaths},
     {"SettingsCsv", KW_TrySettingsCsv},

@@ -13,8 +13,9 @@
 void KW_TrySettingsXml(const QByteArray& text);
 void KW_TrySettingsCsv(const QByteArray& text);
 
-/** The bytes are a label list: a refusal says why, and what was read is written without loss and
-    read back the same. */
+/** The bytes are a label list: a refusal says why, and what was read is written and read back the
+    same; of XML and CSV without any loss. */
+void KW_TryLabelDbc(const QByteArray& text);
 void KW_TryLabelXml(const QByteArray& text);
 void KW_TryLabelCsv(const QByteArray& text);
 

@@ -14,7 +14,7 @@ TEST(DbcReader, LosesSignalOfMessage)
                            "BO_ 100 Engine: 8 A\n"
                            " SG_ Speed : 0|16@1+ (0.25,-10) [0|8000] \"rpm\" B\n"
                            "VAL_ 100 Speed 1 \"one\" ;\n");
-    EXPECT_EQ(read.reports, QStringList());
+    EXPECT_EQ(read.reports.join('\n').toStdString(), "");
     ASSERT_EQ(read.list.messages.size(), 1U);
     const CLabelListMessage& message = read.list.messages[0].message;
     EXPECT_EQ(message.getIdentifier(), 100U);
