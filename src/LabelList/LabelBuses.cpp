@@ -18,14 +18,11 @@ constexpr std::array<UINT32, 2> kStreamLengths = {0, 8};
 constexpr UINT32 kShortPayload = 8;
 constexpr UINT32 kLongPayload = 64;
 
-using NSignalBits::kByte;
-using NSignalBits::kNibble;
-
-constexpr NLabelBuses::t_Bus kCan = {kCanLengths, kByte, kLongPayload};
-constexpr NLabelBuses::t_Bus kLin = {kLinLengths, kByte, kShortPayload};
-constexpr NLabelBuses::t_Bus kI2c = {kI2cLengths, kByte, kLongPayload};
-constexpr NLabelBuses::t_Bus kSent = {kSentLengths, kNibble, kShortPayload};
-constexpr NLabelBuses::t_Bus kStream = {kStreamLengths, kByte, kLongPayload};
+constexpr NLabelBuses::t_Bus kCan = {kCanLengths, NSignalBits::kByte, kLongPayload};
+constexpr NLabelBuses::t_Bus kLin = {kLinLengths, NSignalBits::kByte, kShortPayload};
+constexpr NLabelBuses::t_Bus kI2c = {kI2cLengths, NSignalBits::kByte, kLongPayload};
+constexpr NLabelBuses::t_Bus kSent = {kSentLengths, NSignalBits::kNibble, kShortPayload};
+constexpr NLabelBuses::t_Bus kStream = {kStreamLengths, NSignalBits::kByte, kLongPayload};
 } // namespace
 
 const NLabelBuses::t_Bus& NLabelBuses::Of(KW_ZEL_SERIALBUS_PROTOCOL protocol)
