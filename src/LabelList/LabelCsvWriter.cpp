@@ -5,6 +5,7 @@
 #include "LabelList/LabelHead.h"
 #include "LabelList/LabelTexts.h"
 
+#include <QStringList>
 #include <algorithm>
 
 namespace
@@ -70,15 +71,28 @@ public:
         {
             m_attributes += node.attributes.size();
         }
-        WarnOf(m_attributes, QStringLiteral("attributes"));
-        WarnOf(database.nodes.size(), QStringLiteral("nodes"));
-        WarnOf(database.valueTables.size(), QStringLiteral("value tables with a name"));
-        WarnOf(database.attributeDefinitions.size(), QStringLiteral("definitions of attributes"));
-        WarnOf(database.otherStatements.size(),
-               QStringLiteral("other statements of the CAN database"));
-        WarnOf(database.version.empty() ? 0 : 1, QStringLiteral("version of the CAN database"));
-        WarnOf(m_emptyNames, QStringLiteral("empty names of senders and receivers"));
-        WarnOf(m_conditions, QStringLiteral("conditions of multiplexed signals"));
+        const std::pair<const char*, std::size_t> notHeld[] = {
+            {"attributes", m_attributes},
+            {"nodes", database.nodes.size()},
+            {"value tables", database.valueTables.size()},
+            {"definitions of attributes", database.attributeDefinitions.size()},
+            {"other statements", database.otherStatements.size()},
+            {"versions of databases", database.version.empty() ? 0 : 1},
+            {"empty names of nodes", m_emptyNames},
+            {"odd conditions", m_conditions}};
+        QStringList names;
+        for (const auto& [what, count] : notHeld)
+        {
+            if (count > 0)
+            {
+                names << QStringLiteral("%1 (%2)").arg(QLatin1String(what)).arg(count);
+            }
+        }
+        if (!names.isEmpty())
+        {
+            m_reports.Warning({}, QStringLiteral("CSV does not hold ") +
+                                      names.join(QStringLiteral(", ")));
+        }
         NLabelHead::WarnOfReplaced(m_replaced, m_reports);
     }
 
@@ -140,15 +154,6 @@ private:
             m_text += c;
         }
         m_text += '"';
-    }
-
-    void WarnOf(std::size_t count, const QString& what)
-    {
-        if (count > 0)
-        {
-            m_reports.Warning(
-                {}, QStringLiteral("CSV does not hold %1 %2: left out").arg(count).arg(what));
-        }
     }
 
     CLabelReports& m_reports;

@@ -241,8 +241,7 @@ QByteArray NLabelFiles::WriteXml(const KW_LabelList& list, CLabelReports& report
     xml.Close();
     if (!list.database.otherStatements.empty())
     {
-        reports.Warning({}, QStringLiteral("XML does not hold %1 other statements of the CAN "
-                                           "database: they are left out")
+        reports.Warning({}, QStringLiteral("XML does not hold other statements (%1)")
                                 .arg(list.database.otherStatements.size()));
     }
     NLabelHead::WarnOfReplaced(xml.Replaced(), reports);

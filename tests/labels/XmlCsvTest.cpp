@@ -94,13 +94,8 @@ TEST(LabelCsv, LosesWhatItDoesNotName)
     QStringList reports;
     const QByteArray text = WriteLabels(list, kCsv, &reports);
     const QStringList expected = {
-        "warning: CSV does not hold 10 attributes: left out",
-        "warning: CSV does not hold 3 nodes: left out",
-        "warning: CSV does not hold 1 value tables with a name: left out",
-        "warning: CSV does not hold 4 definitions of attributes: left out",
-        "warning: CSV does not hold 1 other statements of the CAN database: left out",
-        "warning: CSV does not hold 1 version of the CAN database: left out",
-        "warning: CSV does not hold 1 empty names of senders and receivers: left out",
+        "warning: CSV does not hold attributes (10), nodes (3), value tables (1), definitions of "
+        "attributes (4), other statements (1), versions of databases (1), empty names of nodes (1)",
         "warning: 3 characters that no file can hold, such as control characters, are written as "
         "U+FFFD"};
     EXPECT_EQ(reports, expected);

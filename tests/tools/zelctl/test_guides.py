@@ -87,14 +87,15 @@ class Guides(unittest.TestCase):
                     self.assertLessEqual(done.returncode, " diff " in example, done.stdout)
 
     def test_shell_answers_otherwise_than_the_guide_says(self):
-        calls = [call for block in read_blocks("use-from-a-shell.md", "console")
-                 for call in read_calls(block)]
-        self.assertGreater(len(calls), 15)
-        with tempfile.TemporaryDirectory() as folder:
-            for command, output in calls:
-                with self.subTest(command):
-                    done = self.run_as_written(command, folder)
-                    self.assertEqual(done.stdout.rstrip("\n"), output)
+        for guide in ["use-from-a-shell.md", "from-a-can-database-to-named-signals.md"]:
+            calls = [call for block in read_blocks(guide, "console") for call in read_calls(block)]
+            self.assertGreater(len(calls), 15)
+            with tempfile.TemporaryDirectory() as folder:
+                os.symlink(os.path.join(PROJECT, "examples"), os.path.join(folder, "examples"))
+                for command, output in calls:
+                    with self.subTest(f"{guide}: {command}"):
+                        done = self.run_as_written(command, folder)
+                        self.assertEqual(done.stdout.rstrip("\n"), output)
 
     def test_code_of_the_guide_is_not_what_is_compiled(self):
         source = textwrap.dedent(read("examples/client/guide.cpp"))
