@@ -9,6 +9,7 @@
 #include "IKWFunctionSpectrum.h"
 #include "IKWFunctionVertical.h"
 #include "IKWFunctionZEL.h"
+#include "LabelOperations.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -407,6 +408,13 @@ void KW_VisitOperations(TVisitor&& visit)
     visit("TreeSaveXml", kWholeTrees, [] { return COpSave(); });
     visit("BaselineXmlReader", kWholeTrees, [] { return COpXmlReader(); });
     visit("TreeRecallXml", kWholeTrees, [] { return COpRecall(); });
+    visit("BaselineDecodeByHand", kOften, [] { return COpDecodeByHand(); });
+    visit("LabelDecodeFrame", kOften, [] { return COpDecodeFrame(); });
+    visit("LabelFormatValue", kOften, [] { return COpFormatValue(); });
+    visit("BaselineScanLogLine", kOften, [] { return COpScanLogLine(); });
+    visit("LabelReadLogLine", kOften, [] { return COpReadLogLine(); });
+    visit("BaselineSplitDatabase", kWholeTrees, [] { return COpSplitDatabase(); });
+    visit("LabelReadDatabase", kWholeTrees, [] { return COpReadDatabase(); });
 }
 
 struct t_HeapOfTree

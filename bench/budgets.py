@@ -56,6 +56,10 @@ ROWS = [
     Row("recall the tree", "TreeRecallXml", 1.5, "BaselineXmlReader", True),
     Row("load 500 labels with 5,000 signals",
         "LabelsLoadIntoTree/messages:500/signals:10/history:1", 50 * MS, "BaselineLabelNodes"),
+    Row("decode a frame of eight signals", "LabelDecodeFrame", 100 * NS, "BaselineDecodeByHand"),
+    Row("the same, in decoders by hand", "LabelDecodeFrame", 3, "BaselineDecodeByHand", True),
+    Row("read a line of a log", "LabelReadLogLine", 1, "BaselineScanLogLine", True),
+    Row("read a database of 5,000 signals", "LabelReadDatabase", 20 * MS, "BaselineSplitDatabase"),
 ]
 
 
