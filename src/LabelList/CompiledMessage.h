@@ -3,8 +3,13 @@
 
 #include "LabelList/LabelConditions.h"
 #include "LabelList/LabelListDecoder.h"
+#include "LabelList/SignalBits.h"
 
+#include <QtEndian>
+#include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <span>
@@ -16,19 +21,21 @@
     mask, and how the number is made of them. */
 namespace NCompiled
 {
-/** In the order in which the bits of an eight-byte word are numbered. */
+/** In the order in which the bits of an eight-byte word are numbered. Little-endian signals of SENT
+    have nibbles in place of bytes, of which the upper one of a byte comes first. */
 enum class e_Order : UINT8
 {
     Little,
     Big,
-    LittleNibbles, ///< nibbles in place of bytes, of which the upper one of a byte comes first
 };
+
+constexpr UINT32 kWord = 64; ///< bits
 
 /** The bits of a signal in a payload of bytes. */
 struct t_Field
 {
     UINT64 mask;      ///< of the lowest bits, as many as the signal has
-    UINT16 firstByte; ///< < 64
+    UINT16 firstByte; ///< 0 of all that end within the first word
     UINT16 bitsUpTo;  ///< that a payload needs to hold the signal; ≤ 512
     UINT8 shift;      ///< of the word to the right; of nine bytes in the big order to the left
     e_Order order;
@@ -54,9 +61,14 @@ public:
     CLabels& operator=(const CLabels&) = delete;
 
     /** Null when the value has none. */
-    const std::string* Find(UINT64 raw) const noexcept;
+    const std::string* Find(UINT64 raw) const noexcept
+    {
+        return raw < m_dense.size() ? m_dense[static_cast<std::size_t>(raw)] : FindFar(raw);
+    }
 
 private:
+    const std::string* FindFar(UINT64 raw) const noexcept;
+
     std::vector<std::pair<UINT64, std::string>> m_labels; ///< by value
     std::vector<const std::string*> m_dense; ///< by value as index; empty where the values lie too
                                              ///< far apart
@@ -68,11 +80,12 @@ constexpr INT32 kAlways = -1;
 struct t_Step
 {
     t_Field field;
+    const CLabelListDecoder::t_Signal* signal;
     double factor;
     double offset;
     const CLabels* labels; ///< null without any
     INT32 condition;       ///< index in the message, or kAlways
-    UINT8 unusedBits;      ///< that a word has above a signed number; 0 without a sign
+    UINT64 signBit;        ///< of a signed integer; else 0
     e_Kind kind;
 };
 
@@ -83,34 +96,92 @@ struct t_Condition
     std::vector<KW_RawRange> ranges;
 };
 
-/** A payload, with zeros behind it so that words can be read wherever a signal begins. */
+/** Puts the upper nibble of each byte below the lower one. */
+constexpr UINT64 WithNibblesSwapped(UINT64 word)
+{
+    constexpr UINT64 kLower = 0x0f0f0f0f0f0f0f0fU;
+    return (word & kLower) << 4U | (word >> 4U & kLower);
+}
+
+/** The first eight bytes of a payload in each order. */
+using t_Words = std::array<UINT64, 2>;
+
+/** The raw value of a signal that ends within them. */
+inline UINT64 ReadWord(const t_Words& words, const t_Field& field) noexcept
+{
+    return words[static_cast<std::size_t>(field.order)] >> field.shift & field.mask;
+}
+
+/** A payload, as signals are read from it. */
 class CPayload
 {
 public:
     static constexpr std::size_t kLongest = 64; ///< in bytes; what is behind does not count
 
-    explicit CPayload(std::span<const UINT8> payload) noexcept;
-    /** Of so many bits, all of them 0. */
-    explicit CPayload(UINT32 bits) noexcept : m_bits(bits) {}
+    /** @param unit bits of what bytes are to the bus
+        @param bits that count of the payload */
+    CPayload(std::span<const UINT8> payload, UINT32 unit, UINT32 bits) noexcept
+        : m_payload(payload.first(std::min(payload.size(), kLongest))), m_unit(unit),
+          m_bits(bits), m_first{WordAt(0, e_Order::Little), WordAt(0, e_Order::Big)}
+    {
+    }
+    CPayload(std::span<const UINT8> payload, UINT32 unit) noexcept
+        : CPayload(payload, unit, static_cast<UINT32>(8 * std::min(payload.size(), kLongest)))
+    {
+    }
 
     bool Holds(const t_Field& field) const noexcept { return field.bitsUpTo <= m_bits; }
     /** The raw value of a signal that it holds. */
-    UINT64 Read(const t_Field& field) const noexcept;
-    /** Sets a bit by its place: the most significant one of the first byte is 0. */
-    void SetBit(UINT32 place) noexcept
+    UINT64 Read(const t_Field& field) const noexcept
     {
-        m_bytes[place / 8U] = static_cast<UINT8>(m_bytes[place / 8U] | 0x80U >> place % 8U);
+        return field.bitsUpTo <= kWord ? ReadWord(m_first, field) : ReadFar(field) & field.mask;
     }
 
 private:
-    UINT64 ReadNine(const t_Field& field, UINT64 word) const noexcept;
+    /** Eight bytes; zeros behind the payload. */
+    UINT64 WordAt(std::size_t firstByte, e_Order order) const noexcept
+    {
+        UINT64 little = 0;
+        if (m_payload.size() - firstByte >= sizeof little)
+        {
+            std::memcpy(&little, m_payload.data() + firstByte, sizeof little);
+        }
+        else
+        {
+            std::copy(m_payload.begin() + static_cast<std::ptrdiff_t>(firstByte), m_payload.end(),
+                      reinterpret_cast<UINT8*>(&little));
+        }
+        little = qFromLittleEndian(little);
+        return order == e_Order::Big          ? qbswap(little)
+               : m_unit == NSignalBits::kByte ? little
+                                              : WithNibblesSwapped(little);
+    }
+    UINT64 ReadFar(const t_Field& field) const noexcept;
 
+    std::span<const UINT8> m_payload;
+    UINT32 m_unit;
     UINT32 m_bits;
-    std::array<UINT8, kLongest + 16> m_bytes{};
+    t_Words m_first;
 };
 
+/** Physical value of an e_Kind::Integer. */
+inline double IntegerOf(const t_Step& step, UINT64 raw) noexcept
+{
+    const INT64 number = std::bit_cast<INT64>((raw ^ step.signBit) - step.signBit);
+    return step.offset + static_cast<double>(number) * step.factor;
+}
+
+double UncommonValueOf(const t_Step& step, UINT64 raw) noexcept;
+
 /** Physical value of a raw value: offset + number × factor. */
-double ValueOf(const t_Step& step, UINT64 raw) noexcept;
+inline double ValueOf(const t_Step& step, UINT64 raw) noexcept
+{
+    if (step.kind != e_Kind::Integer)
+    {
+        return UncommonValueOf(step, raw);
+    }
+    return IntegerOf(step, raw);
+}
 
 /** The label of a raw value; null when it has none. */
 inline const std::string* LabelOf(const t_Step& step, UINT64 raw) noexcept
@@ -124,6 +195,8 @@ struct CLabelListDecoder::t_Message
     std::string name;
     UINT32 length = 0;
     UINT32 unit = 8;                      ///< bits of what bytes are to the bus
+    bool isPlain = false;                 ///< integers of bytes that end within the first word and
+                                          ///< are always there: what most messages are
     std::vector<t_Signal> signalList;     ///< in the order of the list
     std::vector<NCompiled::t_Step> steps; ///< of each signal
     std::vector<NCompiled::t_Condition> conditions;

@@ -25,7 +25,8 @@ public:
     /** The next word, empty at the end. */
     std::string_view Next()
     {
-        const std::size_t length = std::min(m_rest.find_first_of(" \t"), m_rest.size());
+        const auto end = std::find_if(m_rest.begin(), m_rest.end(), IsBlank);
+        const auto length = static_cast<std::size_t>(end - m_rest.begin());
         const std::string_view word = m_rest.substr(0, length);
         m_rest.remove_prefix(length);
         SkipBlanks();
@@ -35,9 +36,12 @@ public:
     std::string_view Rest() const { return m_rest; }
 
 private:
+    static bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
     void SkipBlanks()
     {
-        m_rest.remove_prefix(std::min(m_rest.find_first_not_of(" \t"), m_rest.size()));
+        const auto end = std::find_if_not(m_rest.begin(), m_rest.end(), IsBlank);
+        m_rest.remove_prefix(static_cast<std::size_t>(end - m_rest.begin()));
     }
 
     std::string_view m_rest;

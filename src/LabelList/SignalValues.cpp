@@ -4,52 +4,66 @@
 #include "LabelList/CompiledMessage.h"
 
 #include <algorithm>
+#include <array>
 
 using namespace NCompiled;
 
 namespace
 {
-/** The bits of a payload, and which of them are known. */
-struct t_ReadBits
-{
-    CPayload bits;
-    CPayload known;
+using t_Bytes = std::array<UINT8, CPayload::kLongest>;
 
+/** The bits of a payload as text that are one of `characters`, as ones. */
+t_Bytes Pack(QStringView payload, QStringView characters)
+{
+    t_Bytes bytes{};
+    for (qsizetype place = 0; place < payload.size(); ++place)
+    {
+        if (characters.contains(payload[place]))
+        {
+            UINT8& byte = bytes[static_cast<std::size_t>(place) / 8U];
+            byte = static_cast<UINT8>(byte | 0x80U >> place % 8);
+        }
+    }
+    return bytes;
+}
+
+/** The bits of a payload, and which of them are known. */
+class CReadBits
+{
+public:
+    /** Of whole units only: the notation does not number the bits of others. */
+    CReadBits(QStringView payload, UINT32 unit)
+        : m_count(static_cast<UINT32>(std::min<qsizetype>(payload.size(), kLongest)) / unit * unit),
+          m_ones(Pack(payload.left(m_count), u"1")), m_digits(Pack(payload.left(m_count), u"01")),
+          m_bits(m_ones, unit, m_count), m_known(m_digits, unit, m_count)
+    {
+    }
+    CReadBits(const CReadBits&) = delete;
+    CReadBits& operator=(const CReadBits&) = delete;
+
+    bool Holds(const t_Field& field) const { return m_bits.Holds(field); }
     /** False where the payload does not hold the signal, or one of its bits is not known. */
     bool Read(const t_Field& field, UINT64& raw) const
     {
-        const bool isKnown = bits.Holds(field) && known.Read(field) == field.mask;
-        raw = isKnown ? bits.Read(field) : 0;
+        const bool isKnown = Holds(field) && m_known.Read(field) == field.mask;
+        raw = isKnown ? m_bits.Read(field) : 0;
         return isKnown;
     }
+
+private:
+    static constexpr auto kLongest = static_cast<qsizetype>(8 * CPayload::kLongest);
+
+    UINT32 m_count;
+    t_Bytes m_ones;
+    t_Bytes m_digits;
+    CPayload m_bits; ///< of the ones
+    CPayload m_known;
 };
 
-/** Of whole units only: the notation does not number the bits of others. */
-t_ReadBits ReadBits(QStringView payload, UINT32 unit)
-{
-    constexpr auto kLongest = static_cast<qsizetype>(8 * CPayload::kLongest);
-    const UINT32 count =
-        static_cast<UINT32>(std::min<qsizetype>(payload.size(), kLongest)) / unit * unit;
-    t_ReadBits read{CPayload(count), CPayload(count)};
-    for (UINT32 place = 0; place < count; ++place)
-    {
-        const QChar bit = payload[static_cast<int>(place)];
-        if (bit == QLatin1Char('1'))
-        {
-            read.bits.SetBit(place);
-        }
-        if (bit == QLatin1Char('1') || bit == QLatin1Char('0'))
-        {
-            read.known.SetBit(place);
-        }
-    }
-    return read;
-}
-
-QString TextOfSignal(const CLabelListDecoder::t_Signal& signal, const t_Step& step,
-                     const t_ReadBits& payload)
+QString TextOfSignal(const t_Step& step, const CReadBits& payload)
 {
     UINT64 raw = 0;
+    const CLabelListDecoder::t_Signal& signal = *step.signal;
     QString text = QString::fromStdString(signal.name) + QStringLiteral(" = ");
     if (!signal.isReadable || !payload.Read(step.field, raw))
     {
@@ -68,21 +82,21 @@ QString TextOfSignal(const CLabelListDecoder::t_Signal& signal, const t_Step& st
 }
 
 /** The signals that are there; nothing when the payload is too short for one of them. */
-std::optional<std::vector<std::size_t>> Present(const CLabelListDecoder::t_Message& message,
-                                                const t_ReadBits& payload)
+std::optional<std::vector<const t_Step*>> Present(const CLabelListDecoder::t_Message& message,
+                                                  const CReadBits& payload)
 {
     CSelection selection(message, [&payload](const t_Field& field, UINT64& raw)
                          { return payload.Read(field, raw); });
-    std::vector<std::size_t> present;
-    for (std::size_t i = 0; i < message.steps.size(); ++i)
+    std::vector<const t_Step*> present;
+    for (const t_Step& step : message.steps)
     {
-        if (selection.Has(message.steps[i]))
+        if (selection.Has(step))
         {
-            if (!payload.bits.Holds(message.steps[i].field))
+            if (!payload.Holds(step.field))
             {
                 return std::nullopt;
             }
-            present.push_back(i);
+            present.push_back(&step);
         }
     }
     return present;
@@ -94,18 +108,18 @@ std::optional<QString> NSignalValues::TextOf(const CLabelListDecoder::t_Message&
 {
     const QLatin1String rest("...");
     const QLatin1String between("; ");
-    const t_ReadBits bits = ReadBits(payload, message.unit);
+    const CReadBits bits(payload, message.unit);
     const auto present = Present(message, bits);
     if (!present)
     {
         return std::nullopt;
     }
     QString text = QStringLiteral("");
-    for (const std::size_t i : *present)
+    for (const t_Step* const step : *present)
     {
         const QString before = text.isEmpty() ? QString() : QString(between);
-        const QString part = before + TextOfSignal(message.signalList[i], message.steps[i], bits);
-        const auto behind = i == present->back() ? 0 : between.size() + rest.size();
+        const QString part = before + TextOfSignal(*step, bits);
+        const auto behind = step == present->back() ? 0 : between.size() + rest.size();
         if (text.size() + part.size() + behind > longest)
         {
             return text + before + rest;
