@@ -42,10 +42,29 @@ void CDbContainerBase::Adopt(CDbPropertyGroup& item, const QString& name, eWRITE
         root->GetDependencies().EnterItem(*this);
         return;
     }
+    SkipRecords(item);
     item.OnTreeCreated();
     root->GetDependencies().EnterItem(*this);
     item.OnFIMCreated();
     item.VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
+}
+
+/** What comes into being with a step leaves with it when that is undone, and comes back as it was:
+    records of its values would say nothing. */
+void CDbContainerBase::SkipRecords(CDbPropertyGroup& item) const
+{
+    const UINT32 step = IsRecording() ? GetDbRoot()->GetStepId() : 0;
+    const auto skip = [step](CDbPropertyGroup& group)
+    {
+        for (const auto& property : group.Properties())
+        {
+            property->SetRecordedStep(step);
+        }
+    };
+    if (step != 0)
+    {
+        item.VisitChildrenFirst(skip);
+    }
 }
 
 void CDbContainerBase::Detach(CDbPropertyGroup& item)

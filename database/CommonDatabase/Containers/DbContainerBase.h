@@ -78,6 +78,7 @@ protected:
 private:
     /** Null while nothing is recorded. */
     CDbUndoStep* RecordedStep() const;
+    void SkipRecords(CDbPropertyGroup& item) const;
 
     INT32 m_maxCount; ///< from the model; kUnlimited items still have to find room
     bool m_dynamic;   ///< clients may insert, remove, rename
