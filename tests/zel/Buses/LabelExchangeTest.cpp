@@ -316,6 +316,54 @@ TEST_F(LabelExchange, RefusedFileChangesTheList)
     EXPECT_EQ(FirstDifference(tree.State(), before), QString());
 }
 
+TEST_F(LabelExchange, ListComesBackOtherwiseFromItsFile)
+{
+    for (const char* const name : {"list.xml", "list.csv", "list.dbc"})
+    {
+        Put(Engine());
+        const auto before = tree.State();
+        tree.DoAll(Path("/File = ") + name);
+        EXPECT_EQ(tree.Do(Path("/Save")), eKW_ACC_OK) << tree.reports.Messages().toStdString();
+        EXPECT_TRUE(
+            QFile::exists(tree.folder.filePath(QStringLiteral("Labels/") + QLatin1String(name))));
+        tree.DoAll(Path("/Clear; ") + Path("/Name = other"));
+        tree.reports.Clear();
+        EXPECT_LE(tree.Do(Path("/Load")), eKW_ACC_WARNING);
+        EXPECT_EQ(tree.root->GetUndoText(), QStringLiteral("Load labels"));
+        KW_LabelList expected = Engine();
+        expected.name = Get().name;
+        EXPECT_EQ(Texts(Get()), Texts(expected)) << tree.reports.Messages().toStdString();
+    }
+}
+
+TEST_F(LabelExchange, LoadInABracketCanNotBeGivenUp)
+{
+    Put(Engine());
+    tree.DoAll(Path("/File = list.xml; ") + Path("/Save; ") + Path("/Clear"));
+    const auto before = tree.State();
+    {
+        const CKWTransaction bracket(tree.root, QStringLiteral("several"));
+        tree.DoAll(Path("/Load"));
+        EXPECT_EQ(Texts(Get()), Texts(Engine()));
+    }
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+}
+
+TEST_F(LabelExchange, ListOfAnotherBusIsACanDatabase)
+{
+    const QByteArray lin = "SerialBus/LINBusSettings/LabelListSettings";
+    tree.DoAll("+ " + lin + "/SerialBusLabelItem; " + lin + "/File = lin.dbc");
+    EXPECT_EQ(tree.Do(lin + "/Save"), eKW_ACC_WRONG_KIND);
+    EXPECT_FALSE(QFile::exists(tree.folder.filePath(QStringLiteral("Labels/lin.dbc"))));
+    Put(Engine());
+    tree.DoAll(Path("/File = list.xml; ") + Path("/Save; ") + lin + "/File = list.xml");
+    const auto before = tree.State();
+    tree.reports.Clear();
+    EXPECT_EQ(tree.Do(lin + "/Load"), eKW_ACC_WRONG_KIND);
+    EXPECT_TRUE(tree.reports.Messages().endsWith(QLatin1String("the list is one of another bus")));
+    EXPECT_EQ(FirstDifference(tree.State(), before), QString());
+}
+
 TEST_F(LabelExchange, LoadKeepsReadersOrWritersWaiting)
 {
     const auto state = Property(tree.root, "SerialBus/CANBusSettings/LabelListSettings/Name");
