@@ -45,6 +45,12 @@ t_TextPlace FirstReturn(std::string_view text)
     return {static_cast<UINT32>(line), static_cast<UINT32>(at - lineBegin) + 1};
 }
 
+/** Lists of names may go on in a further line, but not from its first column on. */
+bool BeginsLine(const t_DbcToken& token)
+{
+    return token.startsLine && token.place.column == 1;
+}
+
 bool IsUtf16(std::string_view text)
 {
     return text.substr(0, 2) == "\xff\xfe" || text.substr(0, 2) == "\xfe\xff";
@@ -141,8 +147,8 @@ bool CDbcReader::ReadStatement()
     return (this->*keyword->read)();
 }
 
-/** What is no statement: one of a kind that is not known, when it ends before the next that is; or
-    something behind a signal, which makes its message a bad one. */
+/** What is no statement: one of a kind that is not known, or something behind a signal, which makes
+    its message a bad one. */
 bool CDbcReader::ReadStray(const t_DbcToken& token)
 {
     if (m_lexer.TakeSign(';'))
@@ -150,30 +156,41 @@ bool CDbcReader::ReadStray(const t_DbcToken& token)
         Warn(token.place, QStringLiteral("a \";\" that ends nothing is left out"));
         return true;
     }
-    if (m_isMessage)
+    if (m_isMessage && !BeginsLine(token))
     {
         m_draft.messages.back().isBad = true;
         return Fail(token.place,
                     QStringLiteral("%1 does not belong to the message").arg(Shown(token.text)));
     }
-    CDbcLexer ahead = m_lexer;
-    while (!ahead.TakeSign(';'))
+    if (!IsUnknownStatement(token))
     {
-        const bool isEnd =
-            ahead.Peek().kind == e_DbcToken::End || ahead.Peek().kind == e_DbcToken::OpenText;
-        if (token.kind != e_DbcToken::Word || isEnd || StartsStatement(ahead.Peek()))
-        {
-            m_isBroken = true;
-            return Fail(
-                token.place,
-                QStringLiteral("%1 is no statement of CAN databases").arg(Shown(token.text)));
-        }
-        ahead.Take();
+        m_isBroken = true;
+        return Fail(token.place,
+                    QStringLiteral("%1 is no statement of CAN databases").arg(Shown(token.text)));
     }
     Warn(token.place,
          QStringLiteral("statement %1 is unknown; it is kept as it stands").arg(Shown(token.text)));
     m_lexer.Take();
     return KeepStatement();
+}
+
+/** One that ends before the next that is known. A text in several lines is one whose quotes are
+    those of others: what it holds may be anything. */
+bool CDbcReader::IsUnknownStatement(const t_DbcToken& token) const
+{
+    CDbcLexer ahead = m_lexer;
+    while (token.kind == e_DbcToken::Word && BeginsLine(token) && !ahead.TakeSign(';'))
+    {
+        const t_DbcToken next = ahead.Take();
+        const bool isEnd = next.kind == e_DbcToken::End || next.kind == e_DbcToken::OpenText;
+        const bool isLong =
+            next.kind == e_DbcToken::Text && next.text.find('\n') != std::string_view::npos;
+        if (isEnd || isLong || StartsStatement(next))
+        {
+            return false;
+        }
+    }
+    return token.kind == e_DbcToken::Word && BeginsLine(token);
 }
 
 /** Goes to the statement behind the one that could not be read. Signals and messages end with their
@@ -288,10 +305,11 @@ bool CDbcReader::ReadNodes()
     {
         Warn(m_lexer.Peek().place, QStringLiteral("the \":\" behind BU_ is missing"));
     }
-    while (!StartsStatement(m_lexer.Peek()) && m_lexer.Peek().kind != e_DbcToken::End)
+    while (!StartsStatement(m_lexer.Peek()) && m_lexer.Peek().kind != e_DbcToken::End &&
+           !BeginsLine(m_lexer.Peek()) && !m_lexer.TakeSign(';'))
     {
         const t_TextPlace place = m_lexer.Peek().place;
-        if (m_lexer.TakeSign(',') || m_lexer.TakeSign(';'))
+        if (m_lexer.TakeSign(','))
         {
             continue;
         }

@@ -43,6 +43,7 @@ private:
 
     bool ReadStatement();
     bool ReadStray(const t_DbcToken& token);
+    bool IsUnknownStatement(const t_DbcToken& token) const;
     bool Recover(const t_DbcToken& keyword);
     void WarnOfMissing();
 

@@ -348,7 +348,7 @@ bool CDbcReader::ReadAttributeValue(KW_LabelAttribute& attribute)
  */
 bool CDbcReader::ReadLabels()
 {
-    if (m_lexer.Peek().kind == e_DbcToken::Word)
+    if (m_lexer.Peek().kind == e_DbcToken::Word && !StartsStatement(m_lexer.Peek()))
     {
         return KeepStatement();
     }
