@@ -332,7 +332,7 @@ struct CLabelListDecoder::t_Compiled
     std::size_t PlaceOf(UINT64 key) const noexcept
     {
         constexpr UINT64 kGoldenRatio = 0x9e3779b97f4a7c15U;
-        std::size_t place = key * kGoldenRatio >> shift;
+        auto place = static_cast<std::size_t>(key * kGoldenRatio >> shift);
         while (places[place].message != nullptr && places[place].key != key)
         {
             place = (place + 1) & (places.size() - 1);
