@@ -5,9 +5,10 @@
 #include "Buses/PgmSerialBusLabelItem.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionLabelListSettings.h"
-#include "LabelList/LabelChecks.h"
+#include "KWErrorReport.h"
 #include "LabelList/LabelListTree.h"
 #include "LockManager.h"
+#include "Rules/FileRules.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -121,48 +122,13 @@ void CountMessage(const KW_LabelEntry& entry, bool isCan, t_Counts& counts)
     CountSignals(entry, counts);
 }
 
-/** Each signal once, in the order that the message says, and behind it what that leaves out. */
-KW_LabelEntry InOrder(KW_LabelEntry entry)
+void Tell(const QString& fileName, const std::vector<KW_LabelReport>& reports)
 {
-    std::set<QByteArray> left;
-    for (const auto& [key, signal] : entry.message.getSignals())
+    for (const KW_LabelReport& report : reports)
     {
-        left.insert(key);
+        _KW_ProcessErrorString(KW_FormatLabelReport(fileName, report), __LINE__,
+                               "Buses/LabelExchange", Q_FUNC_INFO, report.type);
     }
-    auto& order = entry.details.signalsInOrder;
-    std::erase_if(order, [&left](const QByteArray& key) { return left.erase(key) == 0; });
-    order.insert(order.end(), left.begin(), left.end());
-    return entry;
-}
-
-/** What a reader would have taken; the rest is reported, and left out. */
-KW_LabelList Checked(const KW_LabelList& list, CLabelReports& reports)
-{
-    KW_LabelList checked = list;
-    checked.messages.clear();
-    for (const KW_LabelEntry& given : list.messages)
-    {
-        KW_LabelEntry entry = InOrder(given);
-        CLabelReports found;
-        const bool isGood = NLabelChecks::Check(
-            list.protocol, entry, [](int) { return t_TextPlace(); }, found);
-        std::vector<KW_LabelReport> texts;
-        found.MoveTo(texts);
-        for (const KW_LabelReport& report : texts)
-        {
-            if (report.type == e_KW_MESSAGE_TYPE_ERROR)
-            {
-                reports.Error(
-                    {}, QStringLiteral("message \"%1\" left out: %2")
-                            .arg(QString::fromStdString(entry.message.getName()), report.text));
-            }
-        }
-        if (isGood)
-        {
-            checked.messages.push_back(std::move(entry));
-        }
-    }
-    return checked;
 }
 } // namespace
 
@@ -244,17 +210,54 @@ KW_ACCEPTANCE NLabelExchange::Get(const CPgLabelListSettingsBase& settings, KW_L
     return Answer(reports);
 }
 
+KW_ACCEPTANCE NLabelExchange::Load(CPgLabelListSettingsBase& settings)
+{
+    const QString fileName = NRules::PathOf(*settings.GetPrFile());
+    if (fileName.isEmpty())
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    KW_LabelList list;
+    std::vector<KW_LabelReport> reports;
+    KW_ACCEPTANCE code = KW_ReadLabelFile(fileName, list, reports);
+    if (code <= eKW_ACC_WARNING)
+    {
+        CLabelReports collected;
+        code = std::max(code, Put(settings, list, collected));
+        collected.MoveTo(reports);
+    }
+    Tell(fileName, reports);
+    return code;
+}
+
+KW_ACCEPTANCE NLabelExchange::Save(const CPgLabelListSettingsBase& settings)
+{
+    const QString fileName = NRules::PathOf(*settings.GetPrFile());
+    if (fileName.isEmpty())
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    KW_LabelList list;
+    CLabelReports collected;
+    std::vector<KW_LabelReport> reports;
+    KW_ACCEPTANCE code = Get(settings, list, collected);
+    collected.MoveTo(reports);
+    if (code <= eKW_ACC_WARNING)
+    {
+        NRules::MakeFolderOf(fileName);
+        code = std::max(code, KW_WriteLabelFile(fileName, list, reports));
+    }
+    Tell(fileName, reports);
+    return code;
+}
+
 KW_ACCEPTANCE KW_PutLabels(IKWFunctionLabelListSettings& settings, const KW_LabelList& list,
                            std::vector<KW_LabelReport>& reports)
 {
     const std::shared_ptr<IDbGroup> node = settings.GetDbObject();
-    auto& target = dynamic_cast<CPgLabelListSettingsBase&>(*node);
     CLabelReports collected;
-    KW_ACCEPTANCE code = CheckAccess(target, list.protocol, collected);
-    if (code <= eKW_ACC_WARNING)
-    {
-        code = NLabelExchange::Put(target, Checked(list, collected), collected);
-    }
+    const KW_ACCEPTANCE code =
+        NLabelExchange::Put(dynamic_cast<CPgLabelListSettingsBase&>(*node), list, collected);
     collected.MoveTo(reports);
     return code;
 }

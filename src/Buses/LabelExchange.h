@@ -10,7 +10,12 @@ class CPgLabelListSettingsBase;
 /** From lists to the tree and back: LabelListTree.h of nodes. Each takes the tree's lock. */
 namespace NLabelExchange
 {
-/** Of a list that has passed NLabelChecks. */
+/** The actions: with the file that the settings name, and reports to the error handler. Neither
+    keeps the lock while it reads or writes. eKW_ACC_BAD_NAME without a file name, else the codes of
+    both parts. */
+KW_ACCEPTANCE Load(CPgLabelListSettingsBase& settings);
+KW_ACCEPTANCE Save(const CPgLabelListSettingsBase& settings);
+
 KW_ACCEPTANCE Put(CPgLabelListSettingsBase& settings, const KW_LabelList& list,
                   CLabelReports& reports);
 

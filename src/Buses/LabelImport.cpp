@@ -6,9 +6,11 @@
 #include "Buses/PgmSignalTranslationEnumValues.h"
 #include "CheckedAccess.h"
 #include "CommonDatabase/Values/DbBounds.h"
+#include "LabelList/LabelChecks.h"
 #include "LabelList/LabelConditions.h"
 
 #include <algorithm>
+#include <set>
 
 namespace
 {
@@ -47,6 +49,29 @@ QString Saveable(const QString& text)
     return saveable;
 }
 
+bool IsInOrder(const KW_LabelEntry& entry)
+{
+    const auto& order = entry.details.signalsInOrder;
+    const std::set<QByteArray> keys(order.begin(), order.end());
+    return keys.size() == order.size() && keys.size() == entry.message.getSignals().size() &&
+           std::all_of(order.begin(), order.end(),
+                       [&entry](const QByteArray& key) { return entry.message.hasSignal(key); });
+}
+
+/** Each signal once, in the order that the message says, and behind it what that leaves out. */
+KW_LabelEntry InOrder(KW_LabelEntry entry)
+{
+    std::set<QByteArray> left;
+    for (const auto& [key, signal] : entry.message.getSignals())
+    {
+        left.insert(key);
+    }
+    auto& order = entry.details.signalsInOrder;
+    std::erase_if(order, [&left](const QByteArray& key) { return left.erase(key) == 0; });
+    order.insert(order.end(), left.begin(), left.end());
+    return entry;
+}
+
 /** The first characters; of a pair both or none. */
 QString Cut(const QString& text, INT32 length)
 {
@@ -63,9 +88,10 @@ void CLabelImport::Replace(const KW_LabelList& list)
         KW_CHECKED(m_settings.GetPgSerialBusLabelItem()->ProcessRemove(*name));
     }
     Write(*m_settings.GetPrName(), list.name, "the list\'s name");
+    m_protocol = list.protocol;
     for (const KW_LabelEntry& entry : list.messages)
     {
-        Add(entry);
+        IsInOrder(entry) ? Add(entry) : Add(InOrder(entry));
     }
     TellRest();
 }
@@ -74,6 +100,10 @@ void CLabelImport::Add(const KW_LabelEntry& entry)
 {
     m_message = QStringLiteral("message ") + Quoted(entry.message.getName());
     m_signal.clear();
+    if (!IsGood(entry))
+    {
+        return;
+    }
     CPgmSerialBusLabelItem& labels = *m_settings.GetPgSerialBusLabelItem();
     auto* const label = m_leftOut == 0 && !labels.IsMaxCountReached()
                             ? Insert<CPgSerialBusLabelItem>(labels, "Label", labels.GetCount() + 1)
@@ -91,6 +121,23 @@ void CLabelImport::Add(const KW_LabelEntry& entry)
         KW_CHECKED(labels.ProcessRemove(label->GetNodeName()));
         ++m_leftOut;
     }
+}
+
+bool CLabelImport::IsGood(const KW_LabelEntry& entry)
+{
+    CLabelReports found;
+    std::vector<KW_LabelReport> reports;
+    const bool isGood = NLabelChecks::Check(
+        m_protocol, entry, [](int) { return t_TextPlace(); }, found);
+    found.MoveTo(reports);
+    for (const KW_LabelReport& report : reports)
+    {
+        if (report.type == e_KW_MESSAGE_TYPE_ERROR)
+        {
+            m_reports.Error({}, m_message + QStringLiteral(" left out: ") + report.text);
+        }
+    }
+    return isGood;
 }
 
 void CLabelImport::WriteMessage(CPgSerialBusLabelItem& label, const KW_LabelEntry& entry)

@@ -29,6 +29,8 @@ public:
 
 private:
     void Add(const KW_LabelEntry& entry);
+    /** Whether a message is within the rules of lists; what is not is reported. */
+    bool IsGood(const KW_LabelEntry& entry);
     void WriteMessage(CPgSerialBusLabelItem& label, const KW_LabelEntry& entry);
     void AddSignals(CPgSerialBusLabelItem& label, const KW_LabelEntry& entry);
     void AddSignal(CPgSerialBusLabelItem& label, const CLabelListSignal& signal,
@@ -50,6 +52,7 @@ private:
     CLabelReports& m_reports;
     QString m_message; ///< names of what is written, for reports
     QString m_signal;
+    KW_ZEL_SERIALBUS_PROTOCOL m_protocol = eKW_ZEL_SERIALBUS_PROTOCOL_CAN;
     std::size_t m_nodes = 0;       ///< that came into being
     std::size_t m_leftOut = 0;     ///< messages without room
     std::size_t m_cutComments = 0; ///< of messages

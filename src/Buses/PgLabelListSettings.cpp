@@ -6,34 +6,19 @@
 #include "CheckedAccess.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
-#include "KWErrorReport.h"
 #include "LabelList/LabelList.h"
-#include "LabelList/LabelListFile.h"
 #include "Names/LabelListSettings.h"
-#include "Rules/FileRules.h"
 #include "Rules/NumberRules.h"
 
-#include <algorithm>
 #include <unordered_map>
 
 using namespace NNames;
 
 namespace
 {
-constexpr char kSource[] = "Buses/PgLabelListSettings";
-
 UINT64 Packed(const NRules::t_FrameKey& key)
 {
     return UINT64{key.length} << 32U | key.identifier;
-}
-
-void Report(const QString& fileName, const std::vector<KW_LabelReport>& reports)
-{
-    for (const KW_LabelReport& report : reports)
-    {
-        _KW_ProcessErrorString(KW_FormatLabelReport(fileName, report), __LINE__, kSource,
-                               Q_FUNC_INFO, report.type);
-    }
 }
 
 template <typename TVisit>
@@ -59,54 +44,13 @@ std::optional<KW_ACCEPTANCE> CPgLabelListSettings::OnFileFunction(const CDbFunct
 {
     if (function == m_pLoad)
     {
-        return Load();
+        return NLabelExchange::Load(*this);
     }
     if (function == m_pSave)
     {
-        return Save();
+        return NLabelExchange::Save(*this);
     }
     return CPgLabelListSettingsBase::OnFileFunction(function);
-}
-
-KW_ACCEPTANCE CPgLabelListSettings::Load()
-{
-    const QString fileName = NRules::PathOf(*m_pFile);
-    if (fileName.isEmpty())
-    {
-        return eKW_ACC_BAD_NAME;
-    }
-    KW_LabelList list;
-    std::vector<KW_LabelReport> reports;
-    KW_ACCEPTANCE code = KW_ReadLabelFile(fileName, list, reports);
-    if (code <= eKW_ACC_WARNING)
-    {
-        CLabelReports said;
-        code = std::max(code, NLabelExchange::Put(*this, list, said));
-        said.MoveTo(reports);
-    }
-    Report(fileName, reports);
-    return code;
-}
-
-KW_ACCEPTANCE CPgLabelListSettings::Save() const
-{
-    const QString fileName = NRules::PathOf(*m_pFile);
-    if (fileName.isEmpty())
-    {
-        return eKW_ACC_BAD_NAME;
-    }
-    KW_LabelList list;
-    CLabelReports said;
-    KW_ACCEPTANCE code = NLabelExchange::Get(*this, list, said);
-    std::vector<KW_LabelReport> reports;
-    said.MoveTo(reports);
-    if (code <= eKW_ACC_WARNING)
-    {
-        NRules::MakeFolderOf(fileName);
-        code = std::max(code, KW_WriteLabelFile(fileName, list, reports));
-    }
-    Report(fileName, reports);
-    return code;
 }
 
 void CPgLabelListSettings::Clear()

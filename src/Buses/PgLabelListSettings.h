@@ -25,10 +25,6 @@ public:
     void FitToBus() override;
 
 private:
-    /** eKW_ACC_BAD_NAME without a file name, as of Save; else the codes of KW_ReadLabelFile and
-        KW_PutLabels. Everything that is to be said is reported. */
-    KW_ACCEPTANCE Load();
-    KW_ACCEPTANCE Save() const;
     void Clear();
     void CountLabels();
     void KeepAllApart() { KeepApart(nullptr); }
