@@ -5,7 +5,9 @@
 #include "LabelCommands.h"
 
 #include <QJsonArray>
+#include <algorithm>
 #include <functional>
+#include <map>
 
 namespace
 {
@@ -77,7 +79,7 @@ t_Fields GetFields(const t_LabelSignal& shown)
                     {QStringLiteral("short name"), ToText(details.shortName)}};
     for (const auto& [raw, label] : GetLabels(shown))
     {
-        fields.emplace_back(QStringLiteral("label %1").arg(QString::number(raw)), label);
+        fields.emplace_back(QStringLiteral("label ") + raw, label);
     }
     AddAttributes(details.attributes, fields);
     return fields;

@@ -2,6 +2,7 @@
 #include "LabelDrawing.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {

@@ -127,7 +127,7 @@ QStringList GetSignalNotes(const t_LabelSignal& signal)
     QStringList labels;
     for (const auto& [raw, label] : GetLabels(signal))
     {
-        labels << QStringLiteral("%1 = %2").arg(QString::number(raw), label.simplified());
+        labels << QStringLiteral("%1 = %2").arg(raw, label.simplified());
     }
     return lines + Wrap(labels, kIndent, QStringLiteral("; "));
 }
@@ -283,7 +283,7 @@ t_Answer t_LabelShowOptions::Run(CSession& session) const
         AddTable(list, reply);
         for (const KW_LabelEntry& entry : list.messages)
         {
-            json.append(ToJson(entry, false));
+            json.append(ToJson(entry));
         }
     }
     else
@@ -293,10 +293,10 @@ t_Answer t_LabelShowOptions::Run(CSession& session) const
         for (const KW_LabelEntry* const entry : entries)
         {
             AddMessage(list, *entry, values, reply);
-            json.append(ToJson(*entry, true));
+            json.append(ToJson(*entry));
         }
     }
-    reply.Field("bus", GetEnumText(list.protocol)).Field("messages", json);
+    reply.Field("list", ToJson(list)).Field("messages", json);
     return findings.Send(reply);
 }
 } // namespace

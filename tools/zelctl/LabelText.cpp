@@ -5,6 +5,7 @@
 
 #include <QJsonArray>
 #include <QLocale>
+#include <map>
 
 namespace
 {
@@ -74,7 +75,7 @@ void AddDetails(const t_LabelSignal& signal, QJsonObject& json)
     QJsonObject labels;
     for (const auto& [raw, label] : GetLabels(signal))
     {
-        labels[QString::number(raw)] = label;
+        labels[raw] = label;
     }
     json[QLatin1String("labels")] = labels;
     json[QLatin1String("attributes")] = ToJson(details.attributes);
@@ -186,20 +187,28 @@ QString GetConditionText(const KW_LabelSignalDetails& details)
                                              GetRangesText(details.selectedBy);
 }
 
-std::map<INT64, QString> GetLabels(const t_LabelSignal& shown)
+std::vector<std::pair<QString, QString>> GetLabels(const t_LabelSignal& shown)
 {
     const CLabelListSignal& signal = *shown.signal;
     const bool isSigned = signal.getValueType() == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT;
     const auto number = [&](INT64 raw)
     { return isSigned ? SignedOf(raw, signal.getBitLength()) : raw; };
-    std::map<INT64, QString> labels;
+    std::map<INT64, QString> byNumber;
     for (const auto& [raw, label] : signal.getSignalEnumValues())
     {
-        labels[number(INT64{raw})] = QString::fromUtf8(label);
+        byNumber[number(INT64{raw})] = QString::fromUtf8(label);
     }
     for (const auto& [raw, label] : shown.details->furtherLabels)
     {
-        labels.emplace(number(raw), FromStd(label));
+        byNumber.emplace(number(raw), FromStd(label));
+    }
+    std::vector<std::pair<QString, QString>> labels;
+    for (const auto& [raw, label] : byNumber)
+    {
+        // What 64 bits without a sign have above the largest signed number is kept as their bits.
+        const bool isLarge = !isSigned && raw < 0 && signal.getBitLength() == kMaxBits;
+        labels.emplace_back(
+            isLarge ? QString::number(static_cast<UINT64>(raw)) : QString::number(raw), label);
     }
     return labels;
 }
@@ -226,7 +235,7 @@ QString GetSizeText(const KW_LabelList& list)
            GetCountText(CountSignals(list), QStringLiteral("signal"));
 }
 
-QJsonObject ToJson(const KW_LabelEntry& entry, bool withSignals)
+QJsonObject ToJson(const KW_LabelEntry& entry)
 {
     const CLabelListMessage& message = entry.message;
     QJsonObject json;
@@ -241,12 +250,6 @@ QJsonObject ToJson(const KW_LabelEntry& entry, bool withSignals)
     {
         json[QLatin1String("cycleTime")] = *entry.details.cycleTime;
     }
-    if (!withSignals)
-    {
-        json[QLatin1String("signalCount")] =
-            static_cast<qint64>(entry.details.signalsInOrder.size());
-        return json;
-    }
     json[QLatin1String("bitRateSwitch")] = entry.details.hasBitRateSwitch;
     json[QLatin1String("attributes")] = ToJson(entry.details.attributes);
     QJsonArray signals;
@@ -256,4 +259,28 @@ QJsonObject ToJson(const KW_LabelEntry& entry, bool withSignals)
     }
     json[QLatin1String("signals")] = signals;
     return json;
+}
+
+QJsonObject ToJson(const KW_LabelList& list)
+{
+    QJsonArray nodes;
+    for (const KW_LabelNode& node : list.database.nodes)
+    {
+        nodes.append(FromStd(node.name));
+    }
+    QJsonObject tables;
+    for (const KW_ValueTable& table : list.database.valueTables)
+    {
+        QJsonObject labels;
+        for (const auto& [raw, label] : table.labels)
+        {
+            labels[QString::number(raw)] = FromStd(label);
+        }
+        tables[FromStd(table.name)] = labels;
+    }
+    return {{QStringLiteral("bus"), GetEnumText(list.protocol)},
+            {QStringLiteral("name"), FromStd(list.name)},
+            {QStringLiteral("comment"), FromStd(list.comment)},
+            {QStringLiteral("nodes"), nodes},
+            {QStringLiteral("valueTables"), tables}};
 }

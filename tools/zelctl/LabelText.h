@@ -6,7 +6,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
-#include <map>
+#include <utility>
 #include <vector>
 
 /** A signal with what is known of it; both as long as the message. */
@@ -41,8 +41,8 @@ QString GetRangesText(const std::vector<KW_RawRange>& ranges);
 /** "Mode = 0-3, 7"; empty for a signal that is in every frame. */
 QString GetConditionText(const KW_LabelSignalDetails& details);
 
-/** Labels by raw value, those of signed signals by their signed one. */
-std::map<INT64, QString> GetLabels(const t_LabelSignal& signal);
+/** Raw values, as signed ones of signed signals, in their order, with their labels. */
+std::vector<std::pair<QString, QString>> GetLabels(const t_LabelSignal& signal);
 
 QString ToText(const std::vector<std::string>& names);
 
@@ -52,4 +52,6 @@ QString GetCountText(std::size_t count, const QString& what);
 /** "3 messages, 17 signals". */
 QString GetSizeText(const KW_LabelList& list);
 
-QJsonObject ToJson(const KW_LabelEntry& entry, bool withSignals);
+QJsonObject ToJson(const KW_LabelEntry& entry);
+/** What the list holds beside its messages: comment, nodes and named tables of labels. */
+QJsonObject ToJson(const KW_LabelList& list);
