@@ -56,7 +56,7 @@ IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
     "IKWProperties.h", "KWBrackets.h", "KWCouplings.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
-    "KWSettingsFile.h", "KWTexts.h",
+    "KWRemoteNames.h", "KWSettingsFile.h", "KWTexts.h",
 }
 
 # Folders of a room: which others each may include, the lower ones first. A name stands for itself;

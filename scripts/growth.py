@@ -35,9 +35,9 @@ brief = "Came later."
 properties = [ { name = "Size", type = "double", save = 0, brief = "Came later." } ]
 """
 NEW = {
-    "properties": '{ name = "Grown", type = "double", default = 5, min = 0, max = 10, step = 1, '
+    "properties": '{ name = "Grown", remote = "GROWN", type = "double", default = 5, min = 0, max = 10, step = 1, '
                   'brief = "Came later."%s }',
-    "children": '{ name = "Growth" }',
+    "children": '{ name = "Growth", remote = "GROWTH" }',
     "actions": '{ name = "Grow", brief = "Came later." }',
 }
 

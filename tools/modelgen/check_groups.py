@@ -30,7 +30,7 @@ def _child_kind(keys: CKeys) -> str:
 
 
 def _check_child(keys: CKeys) -> Child | None:
-    keys.allow("name", "group", "array", "map", "dynamic", "max", "pattern", "removed")
+    keys.allow("name", "group", "array", "map", "dynamic", "max", "pattern", "removed", "remote")
     if not keys.require("name"):
         return None
     name = keys.text("name")
@@ -49,11 +49,12 @@ def _check_child(keys: CKeys) -> Child | None:
     return Child(
         name=name, group=keys.text("group") or name, kind=kind, location=keys.location, size=size,
         dynamic=keys.flag("dynamic", size == 0), max_count=max_count, pattern=pattern,
+        remote=keys.text("remote"),
     )
 
 
 def _check_action(keys: CKeys) -> Action | None:
-    keys.allow("name", "brief", "kind", "removed")
+    keys.allow("name", "brief", "kind", "removed", "remote")
     if not keys.require("name", "brief"):
         return None
     name = keys.text("name")
@@ -62,7 +63,7 @@ def _check_action(keys: CKeys) -> Action | None:
     if not NODE_NAME.fullmatch(name):
         keys.fail(f"'{name}' is no name of a node")
     kind = keys.choice("kind", _ACTION_KINDS, "function")
-    return Action(name, keys.brief(), kind, keys.location)
+    return Action(name, keys.brief(), kind, keys.location, keys.text("remote"))
 
 
 class _GroupCheck:

@@ -30,7 +30,7 @@ SAVE_HIGHEST = 2
 _MODES_WITHOUT_STEP = ("factor", "ladder125", "ladder1245")
 
 _COMMON_KEYS = ("name", "type", "brief", "result", "measured", "save", "confirm",
-                "secret", "removed")
+                "secret", "removed", "remote")
 _NUMBER_KEYS = (
     "default", "item_defaults", "unit", "min", "max", "step", "step_mode", "step_factor", "step_behaviour",
     "resolution", "values", "format", "bits",
@@ -373,6 +373,6 @@ def check_property(keys: CKeys, group_save: int, enums: dict[str, EnumType]) -> 
     return Property(
         name=name, kind=kind, enum=enum, brief=keys.brief(), location=keys.location,
         result=result, save=save, confirm=confirm, secret=_secret(keys, save),
-        measured=_measured(keys, result),
+        measured=_measured(keys, result), remote=keys.text("remote"),
         **_facets(keys, kind, enum, enums),
     )

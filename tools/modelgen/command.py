@@ -11,6 +11,7 @@ from . import (
 from .check_enums import check_enums
 from .check_groups import check_groups
 from .check_released import check_released
+from .check_remote import check_remote
 from .diagnostics import Diagnostics
 from .model import Model
 from .output import update
@@ -32,6 +33,7 @@ def load(
         model.groups = check_groups(group_files, model.enums, diagnostics)
     if not diagnostics.found:
         check_released(model, released, diagnostics)
+        check_remote(model.groups, diagnostics)
     return model
 
 

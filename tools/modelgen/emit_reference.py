@@ -4,7 +4,7 @@
 import posixpath
 import re
 
-from . import facts
+from . import facts, remote
 from .cpptext import GENERATED
 from .model import Child, EnumType, EnumValue, Group, Model, Property
 
@@ -68,9 +68,8 @@ def _type_cell(prop: Property, group: Group) -> str:
 
 def _property_row(prop: Property, group: Group) -> list[str]:
     return [
-        f"`{prop.name}`", _type_cell(prop, group), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
-        _cell(facts.default(prop)), facts.kind(prop), facts.saved(prop),
-        _cell(prop.brief),
+        f"`{prop.name}`", f"`{remote.mnemonic(prop)}`", _type_cell(prop, group), _cell(facts.unit(prop)), _cell(facts.limits(prop)),
+        _cell(facts.default(prop)), facts.kind(prop), facts.saved(prop), _cell(prop.brief),
     ]
 
 
@@ -78,21 +77,23 @@ def _child_row(child: Child, group: Group, model: Model) -> list[str]:
     target = model.groups[child.group]
     kind = "group" if child.kind == "single" else child.kind
     link = f"[{_cell(child.name)}]({_link(group, _page(target))}#{_anchor(target.name)})"
-    return [link, kind, facts.count(child), _cell(target.brief)]
+    return [link, f"`{remote.mnemonic(child)}`", kind, facts.count(child), _cell(target.brief)]
 
 
 def _group(group: Group, places: list[str], model: Model) -> str:
     where = ", ".join(f"`{place}`" if place else "the root" for place in places)
     text = f"\n## {group.name}\n\n{facts.sentence(_cell(group.brief))}\n\nPath: {where}\n"
     if group.properties:
-        header = ["Property", "Type", "Unit", "Range", "Default", "Kind", "Saved with", "Meaning"]
+        header = ["Property", "Remote", "Type", "Unit", "Range", "Default", "Kind", "Saved with",
+                  "Meaning"]
         text += "\n" + _table(header, [_property_row(p, group) for p in group.properties])
     if group.children:
-        header = ["Child", "Kind", "Size", "Meaning"]
+        header = ["Child", "Remote", "Kind", "Size", "Meaning"]
         text += "\n" + _table(header, [_child_row(c, group, model) for c in group.children])
     if group.actions:
-        rows = [[f"`{a.name}`", a.kind, _cell(a.brief)] for a in group.actions]
-        text += "\n" + _table(["Action", "Kind", "Meaning"], rows)
+        rows = [[f"`{a.name}`", f"`{remote.mnemonic(a)}`", a.kind, _cell(a.brief)]
+                for a in group.actions]
+        text += "\n" + _table(["Action", "Remote", "Kind", "Meaning"], rows)
     return text
 
 
@@ -119,7 +120,8 @@ def _index(pages: dict[str, list[Group]]) -> str:
     ]
     return (
         f"{_HEAD}# Settings reference\n\nOne page per instrument function. Values of "
-        f"enumerations stand on a [page of their own](enumerations.md).\n\n"
+        f"enumerations stand on a [page of their own](enumerations.md), and so do all\n"
+        f"[commands of remote control](remote.md).\n\n"
         f"{_table(['Room', 'Function', 'Groups'], rows)}"
     )
 
@@ -135,6 +137,46 @@ def _couplings(groups: list[Group], places: dict[str, list[str]], model: Model) 
     return f"\nWhat moves what: {links}\n"
 
 
+_REMOTE = f"""{_HEAD}# Commands of remote control
+
+The header of every node, in the order of the tree. Capitals, digits and "_" are the short form, all
+letters the long one; both may be written in any case. `<n>` is the number of an item, from 1: place
+in an array, key in a map; without it the first is meant. A setting is written by its header and a
+value, and read by its header and "?"; results are only read, actions only run. Below `ITEM` stand
+the commands of an array or map itself: `COUNt?`, `CATalog?`, `INSert`, `REMove`, `REName`, `COPY`
+and `ACTive`.
+
+"""
+
+
+def _commands(model: Model) -> list[list[str]]:
+    """Header, path and kind of every node below the root."""
+    rows: list[list[str]] = []
+    suffix = {"single": ("", ""), "array": ("<n>", "[n]"), "map": ("<n>", "[name]")}
+
+    def add(header: str, path: str, text: str) -> None:
+        rows.append([f"`{header}`", f"`{path}`", _cell(text)])
+
+    def visit(group: Group, header: str, path: str) -> None:
+        for prop in group.properties:
+            kind = " ".join(filter(None, (prop.enum.name if prop.enum else prop.kind,
+                                          facts.unit(prop))))
+            add(header + remote.mnemonic(prop), path + prop.name, f"{facts.kind(prop)}, {kind}")
+        for action in group.actions:
+            add(header + remote.mnemonic(action), path + action.name, "action")
+        for child in group.children:
+            word, item = header + remote.mnemonic(child), path + child.name
+            if child.kind != "single":
+                add(f"{word}:{remote.ITEM_WORD}", item, child.kind)
+            of_header, of_path = suffix[child.kind]
+            visit(model.groups[child.group], f"{word}{of_header}:", f"{item}{of_path}/")
+
+    for group in model.groups.values():
+        if group.root:
+            visit(group, "", "")
+    return rows
+
+
 def emit(model: Model) -> dict[str, str]:
     """Pages of the reference: path below the output folder, and content."""
     of_page: dict[str, list[Group]] = {}
@@ -146,6 +188,7 @@ def emit(model: Model) -> dict[str, str]:
     pages = {"index.md": _index(of_page)}
     enumerations = "".join(_enumeration(enum) for enum in model.enums.values())
     pages["enumerations.md"] = f"{_HEAD}# Enumerations\n{enumerations}"
+    pages["remote.md"] = _REMOTE + _table(["Header", "Node", "Kind"], _commands(model))
     for page, groups in of_page.items():
         text = "".join(_group(group, places[group.name], model) for group in groups)
         # A title equal to a group's name would take that group's anchor.

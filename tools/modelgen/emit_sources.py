@@ -42,8 +42,13 @@ def _constructor(group: Group) -> str:
 
 
 def _meanings(group: Group) -> str:
-    texts = [group.brief, *(p.brief for p in group.properties), *(a.brief for a in group.actions)]
-    lines = "\n".join(f'           "{cpptext.escape(text)}\\0"' for text in texts)
+    """Behind the group's own text stand the words of remote control that names do not make."""
+    words = [m.remote for m in (*group.properties, *group.children, *group.actions) if m.remote]
+    brief = cpptext.escape(group.brief) + "".join(f"\\001{word}" for word in words)
+    texts = [*(p.brief for p in group.properties), *(a.brief for a in group.actions)]
+    lines = "\n".join(
+        f'           "{text}\\0"' for text in (brief, *(cpptext.escape(text) for text in texts))
+    )
     return (
         f"const char* {naming.generated_class(group)}::Meanings()\n{{\n"
         f"    return {lines.lstrip()};\n}}\n"

@@ -8,7 +8,7 @@ from .diagnostics import Location
 MAX_COUNT = 2147483647
 """Maximum count of a container without a practical limit."""
 
-RESERVED_PAGES = ("index", "enumerations")
+RESERVED_PAGES = ("index", "enumerations", "remote")
 """Pages of the settings reference that are no function's own."""
 
 UNIT_TYPE = "KW_UNIT"
@@ -109,6 +109,9 @@ class Property:
     secret: bool = False
     measured: str | None = None
     """What the acquisition delivers: a "reading", invalid until then, or a "count"."""
+    remote: str | None = None
+    """Word of remote control, the letters of its short form as capitals; None where the name's own
+    words make it."""
 
 
 @dataclass(frozen=True)
@@ -126,6 +129,8 @@ class Child:
     """Clients may insert and remove items."""
     max_count: int = MAX_COUNT
     pattern: str | None = None
+    remote: str | None = None
+    """As that of a property."""
 
 
 @dataclass(frozen=True)
@@ -136,6 +141,8 @@ class Action:
     brief: str
     kind: str
     location: Location
+    remote: str | None = None
+    """As that of a property."""
 
 
 @dataclass(frozen=True)

@@ -44,9 +44,9 @@ public:
     /** Takes ownership of a function or operation. */
     void AddObject(CDbFunction* object, const QString& name);
 
-    /** What the model says of the group, its properties and its actions, in their order: UTF-8
-        texts, each ended by a zero character, and an empty one behind the last. A generated class
-        has a table of its own; an array or map gives that of its items. */
+    /** What the model says of the group (with U+0001 before each word of KW_GetRemoteNames behind
+        it), its properties and its actions, in order: UTF-8, each ended by a zero character, an
+        empty one behind the last. A table for each class; arrays and maps give their items'. */
     virtual const char* GetMeanings() const { return Meanings(); }
     static const char* Meanings() { return ""; }
 

@@ -101,14 +101,15 @@ int PlaceOf(const CDbObject& node, const CDbPropertyGroup& group)
                            : properties + PlaceIn(group.Objects(), node));
 }
 
-/** Empty behind the last text, as for members that rules have added to those of the model. */
+/** Empty behind the last text, as for members that rules have added to those of the model. Words of
+    remote control that stand behind the first are left out. */
 QString TextAt(const char* texts, int place)
 {
     for (; *texts != '\0' && place > 0; --place)
     {
         texts += std::strlen(texts) + 1;
     }
-    return QString::fromUtf8(texts);
+    return QString::fromUtf8(texts, static_cast<int>(std::strcspn(texts, "\1")));
 }
 
 QString MeaningIn(const CDbPropertyGroup& group, const CDbObject& node)

@@ -95,6 +95,24 @@ _PROPERTIES = [
       for kind in ("int8", "enum")],
     ('{ name = "P", brief = "B.", type = "blob" }, { name = "P", brief = "B.", type = "blob" }',
      "duplicate name 'P' in Top, first at groups/G.toml:4"),
+    ('{ name = "Train", brief = "B.", type = "blob" },'
+     ' { name = "Trained", brief = "B.", type = "blob" }',
+     "remote name 'TRA' of 'Trained' is one of 'Train', too (groups/G.toml:4): the key 'remote' "
+     "must tell them apart"),
+    ('{ name = "Play", brief = "B.", type = "blob" },'
+     ' { name = "Playing", brief = "B.", type = "blob" }',
+     "remote name 'PLAY' of 'Playing' is one of 'Play', too (groups/G.toml:4): the key 'remote' "
+     "must tell them apart"),
+    ('{ name = "NumberOfFaultyFrames", brief = "B.", type = "blob" }',
+     "remote short form 'NUMBOFFAULFRAM' of 'NumberOfFaultyFrames' has more than 12 characters: "
+     "the key 'remote' must give another"),
+    ('{ name = "System", brief = "B.", type = "blob" }',
+     "remote name 'SYST' of 'System' is a command of remote control",
+     "remote name 'SYSTEM' of 'System' is a command of remote control"),
+    ('{ name = "State", brief = "B.", type = "blob", remote = "STATus" }',
+     "remote 'STATus' is not 'State' with the letters of its short form as capitals"),
+    ('{ name = "Y1", brief = "B.", type = "blob", remote = "y1" }',
+     "remote short form '1' begins with no letter"),
 ]
 
 # Type and facets of a property, and what is wrong with it.
@@ -193,6 +211,8 @@ _CHILDREN = [
     ('{ name = "Sub", map = true, dynamic = true }', "key 'dynamic' applies to array only"),
     ('{ name = "Sub", array = 1, pattern = "a%1" }', "key 'pattern' applies to map only"),
     ('{ name = "Sub", map = true, pattern = "a" }', "'pattern' must hold %1 once"),
+    ('{ name = "Sub", array = 2 }, { name = "Sub2", group = "Sub" }',
+     "remote name 'SUB2' of 'Sub2' is that of an item of 'Sub' (groups/G.toml:4)"),
     ('{ name = "Sub" }, { name = "Sub" }', "duplicate name 'Sub' in Top, first at groups/G.toml:4"),
 ]
 
@@ -227,6 +247,9 @@ _GROUP_FILES = [
      '  # a } and a "\n  { name = "A" } ]\nactions = [ { name = "A", brief = "B." } ]\n[A]\n'
      'brief = "B."\n', "7: duplicate name 'A' in Top, first at groups/G.toml:4",
      "8: duplicate name 'A' in Top, first at groups/G.toml:4"),
+    (_TOP + 'children = [ { name = "A", map = true } ]\n[A]\nbrief = "B."\n'
+     'actions = [ { name = "Item", brief = "B." } ]\n',
+     "7: remote name 'ITEM' of 'Item' is a command of remote control"),
     (_TOP + 'rules = true\nchildren = [ { name = "TopBase" } ]\n[TopBase]\nbrief = "B."\n',
      "6: the class CPgTopBase is taken by the rules of Top"),
     (_TOP.replace("\n", "\r\n") + 'properties = [\r\n  { name = "P" } ]\r\n',

@@ -120,7 +120,7 @@ std::shared_ptr<IKWFunctionDemo> CPgDemoBase::GetFIMPointer()
 
 const char* CPgDemoBase::Meanings()
 {
-    return "Root of the demonstration.\0"
+    return "Root of the demonstration.\001STATE\001STOp\0"
            "A selector with the frame's default.\0"
            "Sets the defaults\0"
            "Stops the acquisition.\0";
