@@ -40,6 +40,25 @@ private:
     std::shared_ptr<IKWFunctionRootBase> m_root;
 };
 
+/** Writes and actions of this thread count as coming from `origin` between start and end, which
+   nest with each other and with write brackets. Unlike these they keep nobody out, so that what
+   takes its time, such as an operation or a recall, can be asked for: use the guard. */
+///@{
+KW_EXPORT void KW_StartOrigin(KW_CLIENT_ORIGIN origin);
+KW_EXPORT void KW_EndOrigin();
+///@}
+
+/** Opens and closes an origin. */
+class CKWClientOrigin
+{
+public:
+    /** The destructor ends it. */
+    explicit CKWClientOrigin(KW_CLIENT_ORIGIN origin) { KW_StartOrigin(origin); }
+    ~CKWClientOrigin() { KW_EndOrigin(); }
+    CKWClientOrigin(const CKWClientOrigin&) = delete;
+    CKWClientOrigin& operator=(const CKWClientOrigin&) = delete;
+};
+
 /** Several writes as one step for undo; rolled back unless Commit was called. */
 class CKWTransaction
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DbPgRoot.h"
 
+#include "KWBrackets.h"
 #include "KWErrorReport.h"
 #include "LockManager.h"
 
@@ -277,11 +278,21 @@ void CDbPgRoot::EndReadAccess()
     Leave(eACCESS_READ);
 }
 
+void KW_StartOrigin(KW_CLIENT_ORIGIN origin)
+{
+    t_origins.areRemote = t_origins.areRemote << 1U | (origin == eCLIENT_REMOTE ? 1U : 0U);
+}
+
+void KW_EndOrigin()
+{
+    t_origins.areRemote >>= 1U;
+}
+
 void CDbPgRoot::StartWriteAccess(KW_CLIENT_ORIGIN origin)
 {
     Enter(eACCESS_WRITE);
     ++t_origins.depth;
-    t_origins.areRemote = t_origins.areRemote << 1U | (origin == eCLIENT_REMOTE ? 1U : 0U);
+    KW_StartOrigin(origin);
 }
 
 void CDbPgRoot::EndWriteAccess()
@@ -291,7 +302,7 @@ void CDbPgRoot::EndWriteAccess()
         return;
     }
     --t_origins.depth;
-    t_origins.areRemote >>= 1U;
+    KW_EndOrigin();
     Leave(eACCESS_WRITE);
 }
 
