@@ -79,6 +79,7 @@ FOLDERS_MAY_INCLUDE = {
         "Rules": {"Names"},
         "LabelList": set(),
         "MeterBase": set(),
+        "Streams": set(),
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
         "Channels": BELOW,
         "Analysis": {"Channels", *BELOW},  # the cursors hold a level
@@ -106,7 +107,7 @@ STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
 FURTHER_LIBRARIES = {
     "support": r"boost/.*|(fcntl|unistd|sys/stat)\.h",
     "frame": r"boost/.*",
-    "rules": r"boost/.*",
+    "rules": r"boost/.*|(poll|sys/eventfd|unistd)\.h",
     "name tables": None,
     "ifc": None,
     "all enumerations": None,

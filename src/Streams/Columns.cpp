@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+#include "Streams/Columns.h"
+
+#include "Streams/Curve.h"
+#include "Streams/Pyramid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace NStreams
+{
+namespace
+{
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+/** Physical values; a negative scale turns them round. */
+KW_MinMax Scaled(const KW_TraceInfo& info, double low, double high)
+{
+    const double a = low * info.scale + info.offset;
+    const double b = high * info.scale + info.offset;
+    return info.scale < 0 ? KW_MinMax{b, a} : KW_MinMax{a, b};
+}
+
+/** Each column with the points that lie in it, the one at or before its left edge and the one at
+    or before its right edge among them, unless that is the end of the picture. */
+template <class TPoints, class TColumn, class TEmpty, class TFound>
+void FindPoints(const t_Picture& picture, std::span<TColumn> columns, TEmpty empty, TFound found)
+{
+    using t_Entry = typename TPoints::t_Entry;
+    const CStretch<TPoints> stretch(picture.trace);
+    const double end = std::min<double>(std::ceil(picture.first + picture.count), picture.shown);
+    double left = picture.first;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+    {
+        const double right = picture.EdgeOf(i + 1, columns.size());
+        columns[i] = empty;
+        const double begin = std::max(left, 0.0);
+        if (right >= 0 && begin < end)
+        {
+            t_Entry low;
+            t_Entry high;
+            stretch.Find(static_cast<UINT32>(begin), static_cast<UINT32>(std::min(right + 1, end)),
+                         low, high);
+            columns[i] = found(low, high);
+        }
+        left = right;
+    }
+}
+
+template <class TPoints>
+void FindValues(const t_Picture& picture, std::span<KW_MinMax> columns)
+{
+    const KW_TraceInfo& info = picture.trace.info;
+    FindPoints<TPoints>(picture, columns, KW_MinMax{kNaN, kNaN},
+                        [&info](auto low, auto high)
+                        {
+                            return TPoints::IsValid(low, high)
+                                       ? Scaled(info, TPoints::LowValue(low), high)
+                                       : KW_MinMax{kNaN, kNaN};
+                        });
+}
+
+/** Writes the lowest value of the curve in each column to the minimum, the highest to the maximum,
+    or only one of both. */
+void FollowCurve(const t_Picture& picture, CCurve curve, std::span<KW_MinMax> columns, bool isLow,
+                 bool isHigh)
+{
+    const double last = picture.shown - 1.0;
+    double left = picture.first;
+    double known = kNaN; // position of `value`
+    double value = kNaN;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+    {
+        const double right = picture.EdgeOf(i + 1, columns.size());
+        double low = kNaN;
+        double high = kNaN;
+        const auto see = [&](double position)
+        {
+            value = position == known ? value : curve.At(position);
+            known = position;
+            low = std::fmin(low, value);
+            high = std::fmax(high, value);
+        };
+        if (right >= 0 && left <= last)
+        {
+            const double begin = std::max(left, 0.0);
+            const double end = std::min(right, last);
+            see(begin);
+            for (double point = static_cast<UINT32>(begin) + 1.0; point < end; point += 1.0)
+            {
+                see(point);
+            }
+            see(end);
+        }
+        columns[i].minimum = isLow ? low : columns[i].minimum;
+        columns[i].maximum = isHigh ? high : columns[i].maximum;
+        left = right;
+    }
+}
+
+void FindCurve(const t_Picture& picture, std::span<KW_MinMax> columns, bool isSinc)
+{
+    const KW_TraceInfo& info = picture.trace.info;
+    const bool isPair = picture.trace.format == eKW_SAMPLES_MINMAX;
+    FollowCurve(picture, CCurve(picture.trace, picture.shown, isSinc, false), columns, true,
+                !isPair);
+    if (isPair)
+    {
+        FollowCurve(picture, CCurve(picture.trace, picture.shown, isSinc, true), columns, false,
+                    true);
+    }
+    for (KW_MinMax& column : columns)
+    {
+        column = Scaled(info, column.minimum, column.maximum);
+    }
+}
+} // namespace
+
+void FindColumns(const t_Picture& picture, std::span<KW_MinMax> columns,
+                 KW_ZEL_INTERPOLATION_MODE interpolation)
+{
+    if (picture.shown == 0)
+    {
+        std::fill(columns.begin(), columns.end(), KW_MinMax{kNaN, kNaN});
+    }
+    else if (interpolation != eKW_ZEL_INTERPOLATION_MODE_SAMPLE_HOLD &&
+             picture.count < static_cast<double>(columns.size()))
+    {
+        FindCurve(picture, columns, interpolation == eKW_ZEL_INTERPOLATION_MODE_SINX);
+    }
+    else if (picture.trace.format == eKW_SAMPLES_FLOAT)
+    {
+        FindValues<t_FloatPoints>(picture, columns);
+    }
+    else if (picture.trace.format == eKW_SAMPLES_MINMAX)
+    {
+        FindValues<t_PairPoints>(picture, columns);
+    }
+    else
+    {
+        FindValues<t_Int16Points>(picture, columns);
+    }
+}
+
+void FindLines(const t_Picture& picture, std::span<KW_LineStates> columns)
+{
+    constexpr KW_LineStates kNone{t_LinePoints::kNoLow, t_LinePoints::kNoHigh};
+    FindPoints<t_LinePoints>(picture, columns, kNone,
+                             [](UINT8 low, UINT8 high) {
+                                 return KW_LineStates{low, high};
+                             });
+}
+} // namespace NStreams

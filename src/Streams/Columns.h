@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Streams/Slots.h"
+
+namespace NStreams
+{
+/** A stretch of a trace, arguments checked. */
+struct t_Picture
+{
+    const t_Trace& trace;
+    UINT32 shown; ///< points of the trace
+    double first; ///< position at the left edge
+    double count; ///< points from there to the right edge
+
+    /** Position of the left edge of a column of so many. */
+    double EdgeOf(std::size_t column, std::size_t columns) const
+    {
+        return first + count * static_cast<double>(column) / static_cast<double>(columns);
+    }
+};
+
+/** As CKWRecord has them. */
+///@{
+void FindColumns(const t_Picture& picture, std::span<KW_MinMax> columns,
+                 KW_ZEL_INTERPOLATION_MODE interpolation);
+void FindLines(const t_Picture& picture, std::span<KW_LineStates> columns);
+///@}
+} // namespace NStreams
