@@ -121,26 +121,31 @@ public:
             }
             return;
         }
-        UINT32 i = 0;
-        if (count >= 4 * kLanes)
-        {
-            CExtremes other; // two at once: neither waits for the other
-            for (; i + 2 * kLanes <= count; i += 2 * kLanes)
-            {
-                Add(Load<t_Vector>(entries + i));
-                other.Add(Load<t_Vector>(entries + i + kLanes));
-            }
-            m_low = TPoints::Low(other.m_low, m_low);
-            m_high = TPoints::High(other.m_high, m_high);
-        }
-        for (; i + kLanes <= count; i += kLanes)
-        {
-            Add(Load<t_Vector>(entries + i));
-        }
-        if (i < count)
+        const UINT32 whole = count / kLanes;
+        Vectors(entries, whole);
+        if (whole * kLanes < count)
         {
             Add(Load<t_Vector>(entries + count - kLanes));
         }
+    }
+
+    /** So many whole vectors of samples. */
+    void Vectors(const t_Entry* entries, UINT32 count)
+    {
+        const t_Entry* const end = entries + kLanes * count;
+        if (count % 2 != 0)
+        {
+            Add(Load<t_Vector>(entries));
+            entries += kLanes;
+        }
+        CExtremes other; // two at once: neither waits for the other
+        for (; entries != end; entries += 2 * kLanes)
+        {
+            Add(Load<t_Vector>(entries));
+            other.Add(Load<t_Vector>(entries + kLanes));
+        }
+        m_low = TPoints::Low(other.m_low, m_low);
+        m_high = TPoints::High(other.m_high, m_high);
     }
 
     /** What was seen of samples is made ready for Levels and Get. */

@@ -63,7 +63,8 @@ public:
         CExtremes<TPoints> extremes;
         if (end - first < 3 * kBlockPoints)
         {
-            Add(extremes, first, end);
+            extremes.Samples(m_samples + TPoints::kStride * first,
+                             TPoints::kStride * (end - first));
             extremes.EndSamples();
         }
         else
@@ -71,8 +72,10 @@ public:
             // Whole vectors at the edges reach into the next block, which is looked at anyway.
             const UINT32 begin = (first + kBlockPoints - 1) / kBlockPoints;
             const UINT32 stop = end / kBlockPoints;
-            Add(extremes, first, first + Rounded(begin * kBlockPoints - first));
-            Add(extremes, end - Rounded(end - stop * kBlockPoints), end);
+            const UINT32 before = VectorsFor(begin * kBlockPoints - first);
+            const UINT32 after = VectorsFor(end - stop * kBlockPoints);
+            extremes.Vectors(m_samples + TPoints::kStride * first, before);
+            extremes.Vectors(m_samples + TPoints::kStride * end - kLanes * after, after);
             extremes.EndSamples();
             AddBlocks(extremes, begin, stop);
         }
@@ -82,15 +85,9 @@ public:
 private:
     static constexpr UINT32 kLanes = CExtremes<TPoints>::kLanes;
 
-    static UINT32 Rounded(UINT32 points)
+    static UINT32 VectorsFor(UINT32 points)
     {
-        constexpr UINT32 kPoints = kLanes / TPoints::kStride;
-        return (points + kPoints - 1) / kPoints * kPoints;
-    }
-
-    void Add(CExtremes<TPoints>& extremes, UINT32 first, UINT32 end) const
-    {
-        extremes.Samples(m_samples + TPoints::kStride * first, TPoints::kStride * (end - first));
+        return (TPoints::kStride * points + kLanes - 1) / kLanes;
     }
 
     /** Blocks of 64 points; 16 of a level are one of the next. */

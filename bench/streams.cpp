@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+// Streams beside what they replace: what do publishing, fetching and a picture cost?
+
+#include "Streams/Stream.h"
+
+#include <algorithm>
+#include <atomic>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <thread>
+#include <vector>
+
+namespace
+{
+constexpr UINT32 kMillion = 1000000;
+constexpr std::size_t kColumns = 1250;
+
+std::vector<INT16> Noise(std::size_t count)
+{
+    std::mt19937 random(1);
+    std::vector<INT16> points(count);
+    for (INT16& point : points)
+    {
+        point = static_cast<INT16>(random() % 60000 - 30000);
+    }
+    return points;
+}
+
+/** A stream of records with one trace. */
+class CBenchStream
+{
+public:
+    CBenchStream(UINT32 points, UINT32 depth)
+        : m_info{.channel = eKW_ZEL_CHANNEL_C1, .count = points}
+    {
+        const KW_TraceLayout layout{eKW_SAMPLES_INT16, points};
+        m_writer->Configure({&layout, 1}, depth, eKW_STREAM_BYTES);
+    }
+
+    /** Filled in pieces that stay in the cache until they are advanced. */
+    void Write(const std::vector<INT16>& points)
+    {
+        constexpr std::size_t kPiece = 8192;
+        for (std::size_t done = 0; done < points.size(); done += kPiece)
+        {
+            const std::size_t piece = std::min(kPiece, points.size() - done);
+            std::memcpy(m_writer->Reserve(0).data(), &points[done], piece * sizeof(INT16));
+            m_writer->Advance(0, static_cast<UINT32>(piece));
+        }
+    }
+    void Publish() { m_writer->Publish({}, {&m_info, 1}); }
+
+    IKWStreamWriter& Writer() { return *m_writer; }
+    std::unique_ptr<IKWStreamReader> Reader() { return m_stream->MakeReader(); }
+
+private:
+    KW_TraceInfo m_info;
+    std::shared_ptr<IKWStream> m_stream = KW_MakeStream(16U << 20U);
+    std::unique_ptr<IKWStreamWriter> m_writer = m_stream->MakeWriter();
+};
+
+/** Lets copies of shared_ptr count as they do in every program with threads. */
+void UseThreads()
+{
+    std::thread([] {}).join();
+}
+} // namespace
+
+static void StreamPublish(benchmark::State& state)
+{
+    CBenchStream stream(200, 100);
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(stream.Writer().Reserve(0).data());
+        stream.Publish();
+    }
+}
+BENCHMARK(StreamPublish);
+
+static void StreamPublish200Points(benchmark::State& state)
+{
+    CBenchStream stream(200, 100);
+    const std::vector<INT16> points = Noise(200);
+    for (auto _ : state)
+    {
+        stream.Write(points);
+        stream.Publish();
+    }
+}
+BENCHMARK(StreamPublish200Points);
+
+/** A thousand records a second: what a record costs that meets a cold cache, the hundredth of it
+    that is the slowest left out. */
+static void StreamPublishAtOneKilohertz(benchmark::State& state)
+{
+    using t_Clock = std::chrono::steady_clock;
+    CBenchStream stream(200, 100);
+    std::vector<double> times;
+    for (auto _ : state)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        stream.Writer().Reserve(0);
+        const auto begin = t_Clock::now();
+        stream.Publish();
+        times.push_back(std::chrono::duration<double>(t_Clock::now() - begin).count());
+        state.SetIterationTime(times.back());
+    }
+    std::sort(times.begin(), times.end());
+    state.counters["p99_ns"] = 1e9 * times[times.size() * 99 / 100];
+}
+BENCHMARK(StreamPublishAtOneKilohertz)->Iterations(1000)->UseManualTime();
+
+static void StreamBaselineSharedPointer(benchmark::State& state)
+{
+    UseThreads();
+    const auto pointer = std::make_shared<int>(1);
+    for (auto _ : state)
+    {
+        auto copy = pointer;
+        benchmark::DoNotOptimize(copy.get());
+    }
+}
+BENCHMARK(StreamBaselineSharedPointer);
+
+static void StreamGetLatest(benchmark::State& state)
+{
+    CBenchStream stream(200, 100);
+    const auto reader = stream.Reader();
+    stream.Write(Noise(200));
+    stream.Publish();
+    for (auto _ : state)
+    {
+        const CKWRecord record = reader->GetLatest();
+        benchmark::DoNotOptimize(static_cast<bool>(record));
+    }
+}
+BENCHMARK(StreamGetLatest);
+
+static void StreamHasNew(benchmark::State& state)
+{
+    CBenchStream stream(200, 100);
+    const auto reader = stream.Reader();
+    stream.Write(Noise(200));
+    stream.Publish();
+    reader->GetLatest();
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(reader->HasNew());
+    }
+}
+BENCHMARK(StreamHasNew);
+
+static void StreamGetLatestBesideEightReaders(benchmark::State& state)
+{
+    CBenchStream stream(200, 100);
+    stream.Write(Noise(200));
+    stream.Publish();
+    std::atomic<bool> isEnd{false};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i)
+    {
+        threads.emplace_back(
+            [&isEnd, reader = std::shared_ptr<IKWStreamReader>(stream.Reader())]
+            {
+                while (!isEnd)
+                {
+                    benchmark::DoNotOptimize(static_cast<bool>(reader->GetLatest()));
+                }
+            });
+    }
+    const auto reader = stream.Reader();
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(static_cast<bool>(reader->GetLatest()));
+    }
+    isEnd = true;
+    for (std::thread& thread : threads)
+    {
+        thread.join();
+    }
+}
+BENCHMARK(StreamGetLatestBesideEightReaders);
+
+namespace
+{
+void Pass(const INT16* points, std::size_t count)
+{
+    INT16 low = INT16_MAX;
+    INT16 high = INT16_MIN;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        low = std::min(low, points[i]);
+        high = std::max(high, points[i]);
+    }
+    benchmark::DoNotOptimize(low);
+    benchmark::DoNotOptimize(high);
+}
+
+/** Throws out of the caches what is not asked for. */
+void Cool()
+{
+    static std::vector<char> other(64U << 20U);
+    std::memset(other.data(), 1, other.size());
+    benchmark::DoNotOptimize(other.data());
+}
+} // namespace
+
+static void StreamBaselinePass(benchmark::State& state)
+{
+    const std::vector<INT16> points = Noise(kMillion);
+    for (auto _ : state)
+    {
+        Pass(points.data(), points.size());
+    }
+}
+BENCHMARK(StreamBaselinePass);
+
+static void StreamBaselineColdPass(benchmark::State& state)
+{
+    const std::vector<INT16> points = Noise(kMillion);
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        Cool();
+        state.ResumeTiming();
+        Pass(points.data(), points.size());
+    }
+}
+BENCHMARK(StreamBaselineColdPass)->Iterations(20);
+
+static void StreamBaselineCopyAndPass(benchmark::State& state)
+{
+    const std::vector<INT16> points = Noise(kMillion);
+    std::vector<std::vector<INT16>> targets(6, points);
+    std::size_t turn = 0;
+    for (auto _ : state)
+    {
+        std::vector<INT16>& target = targets[turn++ % targets.size()];
+        std::memcpy(target.data(), points.data(), points.size() * sizeof(INT16));
+        Pass(target.data(), target.size());
+    }
+}
+BENCHMARK(StreamBaselineCopyAndPass);
+
+static void StreamFillAMillionPoints(benchmark::State& state)
+{
+    CBenchStream stream(kMillion, 4);
+    const std::vector<INT16> points = Noise(kMillion);
+    for (auto _ : state)
+    {
+        stream.Write(points);
+        stream.Publish();
+    }
+}
+BENCHMARK(StreamFillAMillionPoints);
+
+namespace
+{
+/** A picture of so many points, of a record with a million. */
+void Picture(benchmark::State& state, double count, KW_ZEL_INTERPOLATION_MODE mode, bool isCold)
+{
+    CBenchStream stream(kMillion, 2);
+    const auto reader = stream.Reader();
+    stream.Write(Noise(kMillion));
+    stream.Publish();
+    const CKWRecord record = reader->GetLatest();
+    std::vector<KW_MinMax> columns(kColumns);
+    for (auto _ : state)
+    {
+        if (isCold)
+        {
+            state.PauseTiming();
+            Cool();
+            state.ResumeTiming();
+        }
+        record.GetColumns(0, 0, count, columns, mode);
+        benchmark::DoNotOptimize(columns.data());
+    }
+}
+} // namespace
+
+static void StreamColumns(benchmark::State& state)
+{
+    Picture(state, kMillion, eKW_ZEL_INTERPOLATION_MODE_LINEAR, false);
+}
+BENCHMARK(StreamColumns);
+
+static void StreamColdColumns(benchmark::State& state)
+{
+    Picture(state, kMillion, eKW_ZEL_INTERPOLATION_MODE_LINEAR, true);
+}
+BENCHMARK(StreamColdColumns)->Iterations(20);
+
+static void StreamCurve(benchmark::State& state)
+{
+    Picture(state, static_cast<double>(state.range(1)),
+            static_cast<KW_ZEL_INTERPOLATION_MODE>(state.range(0)), false);
+}
+BENCHMARK(StreamCurve)
+    ->ArgNames({"mode", "points"})
+    ->Args({eKW_ZEL_INTERPOLATION_MODE_SINX, 100})
+    ->Args({eKW_ZEL_INTERPOLATION_MODE_SINX, 1249})
+    ->Args({eKW_ZEL_INTERPOLATION_MODE_LINEAR, 100})
+    ->Args({eKW_ZEL_INTERPOLATION_MODE_LINEAR, 1249})
+    ->Args({eKW_ZEL_INTERPOLATION_MODE_SAMPLE_HOLD, 100});
