@@ -12,7 +12,6 @@
  * - `Lowly`: what stands for entries where the lowest is looked for: invalid ones beyond all others
  * - `Low`, `High`: the lower and the higher one; only the first may be NaN
  * - `kNoLow`, `kNoHigh`: what is left where no point is valid
- * - `OnlyLows`, `OnlyHighs`: nothing but these in the lanes
  *
  * The pyramid holds lows and highs in this form. A point that is looked at twice changes nothing,
  * so that the end of a stretch is a vector that overlaps the one before.
@@ -38,20 +37,14 @@ struct t_Int16Points
     static t_Words Lowly(t_Words v) { return (t_Words)((t_UnsignedWords)v - 1); }
     static t_Words Low(t_Words a, t_Words b) { return a < b ? a : b; }
     static t_Words High(t_Words a, t_Words b) { return a > b ? a : b; }
-    static t_Words OnlyLows(t_Words v) { return v; }
-    static t_Words OnlyHighs(t_Words v) { return v; }
     static bool IsValid(INT16 low, INT16 high) { return low != kNoLow && high != kNoHigh; }
     static INT32 LowValue(INT16 low) { return low + 1; }
 };
 
-/** Minima in the even lanes, maxima in the odd ones. */
+/** A minimum is not above its maximum, so that the lowest of both is that of the minima. */
 struct t_PairPoints : t_Int16Points
 {
     static constexpr UINT32 kStride = 2;
-    static constexpr t_Words kOdd = {0, -1, 0, -1, 0, -1, 0, -1};
-
-    static t_Words OnlyLows(t_Words v) { return (v & ~kOdd) | (kOdd & (t_Words{} + kNoLow)); }
-    static t_Words OnlyHighs(t_Words v) { return (v & kOdd) | (~kOdd & (t_Words{} + kNoHigh)); }
 };
 
 /** NaN, which is invalid, is less and greater than nothing. */
@@ -66,8 +59,6 @@ struct t_FloatPoints
     static t_Floats Lowly(t_Floats v) { return v; }
     static t_Floats Low(t_Floats a, t_Floats b) { return a < b ? a : b; }
     static t_Floats High(t_Floats a, t_Floats b) { return a > b ? a : b; }
-    static t_Floats OnlyLows(t_Floats v) { return v; }
-    static t_Floats OnlyHighs(t_Floats v) { return v; }
     static bool IsValid(float low, float high) { return low <= high; }
     static float LowValue(float low) { return low; }
 };
@@ -84,8 +75,6 @@ struct t_LinePoints
     static t_Bytes Lowly(t_Bytes v) { return v; }
     static t_Bytes Low(t_Bytes a, t_Bytes b) { return a & b; }
     static t_Bytes High(t_Bytes a, t_Bytes b) { return a | b; }
-    static t_Bytes OnlyLows(t_Bytes v) { return v; }
-    static t_Bytes OnlyHighs(t_Bytes v) { return v; }
 };
 
 template <class TVector, class TEntry>
@@ -146,13 +135,6 @@ public:
         }
         m_low = TPoints::Low(other.m_low, m_low);
         m_high = TPoints::High(other.m_high, m_high);
-    }
-
-    /** What was seen of samples is made ready for Levels and Get. */
-    void EndSamples()
-    {
-        m_low = TPoints::OnlyLows(m_low);
-        m_high = TPoints::OnlyHighs(m_high);
     }
 
     /** Blocks of the pyramid. */

@@ -28,7 +28,6 @@ void Advance(const t_Trace& trace, UINT32 from, UINT32 to)
     {
         CExtremes<TPoints> extremes;
         extremes.Samples(samples + kEntries * block, kEntries);
-        extremes.EndSamples();
         extremes.Get(levels[0].lows[block], levels[0].highs[block]);
     }
     for (std::size_t i = 1; i < levels.size(); ++i)

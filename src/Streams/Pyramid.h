@@ -65,7 +65,6 @@ public:
         {
             extremes.Samples(m_samples + TPoints::kStride * first,
                              TPoints::kStride * (end - first));
-            extremes.EndSamples();
         }
         else
         {
@@ -76,7 +75,6 @@ public:
             const UINT32 after = VectorsFor(end - stop * kBlockPoints);
             extremes.Vectors(m_samples + TPoints::kStride * first, before);
             extremes.Vectors(m_samples + TPoints::kStride * end - kLanes * after, after);
-            extremes.EndSamples();
             AddBlocks(extremes, begin, stop);
         }
         extremes.Get(low, high);

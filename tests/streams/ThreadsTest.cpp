@@ -279,3 +279,36 @@ TEST(StreamThreads, ComeAndGoWhileStreamsEnd)
     }
     EXPECT_EQ(verdict.torn, 0U);
 }
+
+/** Each record is published when the one before was fetched: a reader that looks, arms and polls in
+    the wrong order misses one, and nothing else wakes it. */
+TEST(StreamThreads, AreWokenForEachRecord)
+{
+    CTestStream stream;
+    stream.Configure({{eKW_SAMPLES_INT16, 10}, {eKW_SAMPLES_INT16, 10}}, 5);
+    constexpr UINT64 kRecords = 20000;
+    std::atomic<UINT64> fetched{0};
+    std::atomic<bool> isLost{false};
+    std::thread thread(
+        [&, reader = std::shared_ptr<IKWStreamReader>(stream.Reader())]
+        {
+            for (UINT64 i = 0; i < kRecords && !isLost; ++i)
+            {
+                const auto begin = t_Clock::now();
+                reader->Wait(20000);
+                isLost = t_Clock::now() - begin > std::chrono::seconds(15);
+                fetched += reader->GetNext() ? 1 : 0;
+            }
+        });
+    for (UINT64 i = 1; i <= kRecords && !isLost; ++i)
+    {
+        WriteOne(stream.Writer(), i, 10, false);
+        while (fetched < i && !isLost)
+        {
+            std::this_thread::yield();
+        }
+    }
+    thread.join();
+    EXPECT_FALSE(isLost);
+    EXPECT_EQ(fetched, kRecords);
+}
