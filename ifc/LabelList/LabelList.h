@@ -78,7 +78,7 @@ struct KW_LabelEntry
 /** Files a signal behind all others.
     @return its key; `details` are left out where they say nothing */
 KW_EXPORT QByteArray KW_AddSignal(KW_LabelEntry& entry, const CLabelListSignal& signal,
-                                  const KW_LabelSignalDetails& details = {});
+                                  KW_LabelSignalDetails details = {});
 
 /** A node of the network. */
 struct KW_LabelNode

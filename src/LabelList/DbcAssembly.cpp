@@ -80,6 +80,7 @@ public:
         CompleteDefinitions();
         NameNodes();
         const CDbcFields fields(m_list.database.attributeDefinitions);
+        m_list.messages.reserve(m_draft.messages.size());
         for (t_DbcMessage& message : m_draft.messages)
         {
             if (!message.isBad)
@@ -245,7 +246,7 @@ private:
 
     void AddMessage(t_DbcMessage& draft, const CDbcFields& fields)
     {
-        KW_LabelEntry entry;
+        KW_LabelEntry& entry = m_list.messages.emplace_back();
         entry.details = std::move(draft.details);
         fields.Take(entry.details, draft.length);
         RenameNodes(entry.details.senders);
@@ -259,11 +260,12 @@ private:
         const auto placeOf = [&draft](int i)
         { return i < 0 ? draft.place : draft.signalList[static_cast<std::size_t>(i)].place; };
         draft.isBad = !NLabelChecks::Check(m_list.protocol, entry, placeOf, m_reports);
-        if (!draft.isBad)
+        if (draft.isBad)
         {
-            m_list.messages.push_back(std::move(entry));
-            m_places.push_back(draft.place);
+            m_list.messages.pop_back();
+            return;
         }
+        m_places.push_back(draft.place);
     }
 
     void AddSignals(t_DbcMessage& draft, KW_LabelEntry& entry)
@@ -287,7 +289,7 @@ private:
                                   signal.maximum, signal.unit);
             RenameNodes(signal.details.receivers);
             AddLabels(signal, made);
-            KW_AddSignal(entry, made, signal.details);
+            KW_AddSignal(entry, made, std::move(signal.details));
         }
     }
 

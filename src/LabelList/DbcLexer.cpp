@@ -2,40 +2,61 @@
 #include "LabelList/DbcLexer.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
 
 namespace
 {
-bool IsDigit(char c)
+/** What a byte can be; a table, as every byte of a file is asked. */
+enum e_Kind : UINT8
 {
-    return c >= '0' && c <= '9';
+    Digit = 1,
+    Letter = 2,
+    NumberPart = 4, ///< beside digits and letters
+    Blank = 8,      ///< also 0x1a, which ends files of old systems
+    NameEnd = 16,
+};
+
+constexpr std::array<UINT8, 256> Kinds()
+{
+    std::array<UINT8, 256> kinds{};
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+    {
+        const bool isLetter = (i >= 'a' && i <= 'z') || (i >= 'A' && i <= 'Z') || i == '_';
+        const bool isBlank = i == ' ' || (i >= '\t' && i <= '\r') || i == 0x1a;
+        const bool isEnd = i == ',' || i == ';' || i == ':' || i == '"';
+        kinds[i] = static_cast<UINT8>((i >= '0' && i <= '9' ? Digit : 0) |
+                                      (isLetter || i >= 0x80 ? Letter : 0) |
+                                      (i == '.' || i == '#' ? NumberPart : 0) |
+                                      (isBlank ? Blank | NameEnd : 0) | (isEnd ? NameEnd : 0));
+    }
+    return kinds;
 }
 
-bool IsLetter(char c)
+constexpr auto kKinds = Kinds();
+
+bool Is(char c, int kinds)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<UINT8>(c) >= 0x80;
+    return (kKinds[static_cast<UINT8>(c)] & kinds) != 0;
 }
 
-bool IsWordPart(char c)
+/** The first byte that is none of these kinds. */
+const char* SkipAll(const char* at, const char* end, int kinds)
 {
-    return IsLetter(c) || IsDigit(c);
+    while (at < end && Is(*at, kinds))
+    {
+        ++at;
+    }
+    return at;
 }
 
-bool IsNumberPart(char c)
+/** The first byte that is one of these kinds. */
+const char* SkipTo(const char* at, const char* end, int kinds)
 {
-    return IsWordPart(c) || c == '.' || c == '#';
-}
-
-/** The end of a file of old systems, 0x1a, is a blank, too. */
-bool IsBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1a';
-}
-
-bool EndsName(char c)
-{
-    return IsBlank(c) || c == ',' || c == ';' || c == ':' || c == '"';
+    while (at < end && !Is(*at, kinds))
+    {
+        ++at;
+    }
+    return at;
 }
 
 bool StartsNumber(const char* at, const char* end)
@@ -44,7 +65,7 @@ bool StartsNumber(const char* at, const char* end)
     at += isSigned ? 1 : 0;
     const bool isPoint = at < end && *at == '.';
     at += isPoint ? 1 : 0;
-    return at < end && IsDigit(*at);
+    return at < end && Is(*at, Digit);
 }
 
 const char* EndOfNumber(const char* at, const char* end)
@@ -52,7 +73,7 @@ const char* EndOfNumber(const char* at, const char* end)
     for (++at; at < end; ++at)
     {
         const bool isExponent = (*at == '+' || *at == '-') && (at[-1] == 'e' || at[-1] == 'E');
-        if (!IsNumberPart(*at) && !isExponent)
+        if (!Is(*at, Digit | Letter | NumberPart) && !isExponent)
         {
             break;
         }
@@ -88,7 +109,7 @@ std::string_view CDbcLexer::TakeDigits()
 {
     const char* const begin = m_token.begin;
     const char* const end =
-        m_token.kind == e_DbcToken::Number ? std::find_if_not(begin, m_end, IsDigit) : begin;
+        m_token.kind == e_DbcToken::Number ? SkipAll(begin, m_end, Digit) : begin;
     if (end != begin)
     {
         MoveTo(end);
@@ -110,7 +131,7 @@ std::string_view CDbcLexer::TakeCharacter(std::string_view characters)
 std::string_view CDbcLexer::TakeName()
 {
     const char* const begin = m_token.begin;
-    const char* const end = std::find_if(begin, m_end, EndsName);
+    const char* const end = SkipTo(begin, m_end, NameEnd);
     if (end != begin)
     {
         MoveTo(end);
@@ -128,7 +149,7 @@ std::string_view CDbcLexer::TakeToColon()
         return {};
     }
     const char* const colon = end;
-    while (end > begin && IsBlank(end[-1]))
+    while (end > begin && Is(end[-1], Blank))
     {
         --end;
     }
@@ -144,7 +165,7 @@ bool CDbcLexer::TakeExactly(std::string_view text)
     const auto left = static_cast<std::size_t>(m_end - m_token.begin);
     const bool isNext = left >= text.size() &&
                         std::string_view(m_token.begin, text.size()) == text &&
-                        (left == text.size() || EndsName(m_token.begin[text.size()]));
+                        (left == text.size() || Is(m_token.begin[text.size()], NameEnd));
     if (isNext)
     {
         MoveTo(m_token.begin + text.size());
@@ -182,7 +203,7 @@ void CDbcLexer::MoveTo(const char* to)
 
 void CDbcLexer::SkipBlanks()
 {
-    for (; m_at < m_end && IsBlank(*m_at); ++m_at)
+    for (; m_at < m_end && Is(*m_at, Blank); ++m_at)
     {
         if (*m_at == '\n')
         {
@@ -213,10 +234,10 @@ void CDbcLexer::Advance()
         return;
     }
     const char* const begin = m_at++;
-    if (IsLetter(*begin))
+    if (Is(*begin, Letter))
     {
         m_token.kind = e_DbcToken::Word;
-        m_at = std::find_if_not(m_at, m_end, IsWordPart);
+        m_at = SkipAll(m_at, m_end, Digit | Letter);
     }
     else if (StartsNumber(begin, m_end))
     {

@@ -321,7 +321,7 @@ bool CDbcReader::ReadAttribute()
     {
         return false;
     }
-    m_draft.used.emplace(name, place);
+    m_draft.used.try_emplace(name, place);
     object.attributes->insert_or_assign(std::move(name), std::move(value));
     return true;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace
 {
@@ -141,10 +142,30 @@ void RemoveEscapes(std::string& text)
 }
 } // namespace
 
+std::size_t NDbcText::AsciiLength(std::string_view bytes)
+{
+    constexpr UINT64 kUpperBits = 0x8080808080808080U;
+    UINT64 word = 0;
+    std::size_t at = 0;
+    for (; at + sizeof(word) <= bytes.size(); at += sizeof(word))
+    {
+        std::memcpy(&word, bytes.data() + at, sizeof(word));
+        if ((word & kUpperBits) != 0)
+        {
+            break;
+        }
+    }
+    while (at < bytes.size() && ByteAt(bytes, at) < kFirst)
+    {
+        ++at;
+    }
+    return at;
+}
+
 bool NDbcText::IsUtf8(std::string_view bytes)
 {
-    std::size_t at = 0;
-    while (at < bytes.size())
+    for (std::size_t at = AsciiLength(bytes); at < bytes.size();
+         at += AsciiLength(bytes.substr(at)))
     {
         const std::size_t length = LengthAt(bytes, at);
         if (length == 0)

@@ -8,6 +8,9 @@
 /** Texts of CAN databases: how they are encoded and quoted. Label lists have UTF-8. */
 namespace NDbcText
 {
+/** How many bytes come before the first above 127. */
+std::size_t AsciiLength(std::string_view bytes);
+
 /** Whether all bytes are well-formed UTF-8. */
 bool IsUtf8(std::string_view bytes);
 

@@ -24,14 +24,14 @@ QByteArray FreeKey(const KW_LabelEntry& entry, const QByteArray& key)
 } // namespace
 
 QByteArray KW_AddSignal(KW_LabelEntry& entry, const CLabelListSignal& signal,
-                        const KW_LabelSignalDetails& details)
+                        KW_LabelSignalDetails details)
 {
     const QByteArray key = FreeKey(entry, signal.getSignalKey());
     entry.message.addSignal({key, signal});
     entry.details.signalsInOrder.push_back(key);
     if (!SaysNothing(details))
     {
-        entry.details.signalDetails.insert_or_assign(key, details);
+        entry.details.signalDetails.insert_or_assign(key, std::move(details));
     }
     return key;
 }
