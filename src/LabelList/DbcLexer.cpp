@@ -39,6 +39,11 @@ bool Is(char c, int kinds)
     return (kKinds[static_cast<UINT8>(c)] & kinds) != 0;
 }
 
+bool IsControl(char c)
+{
+    return static_cast<UINT8>(c) < 0x20 && c != '\t';
+}
+
 /** The first byte that is none of these kinds. */
 const char* SkipAll(const char* at, const char* end, int kinds)
 {
@@ -128,6 +133,12 @@ std::string_view CDbcLexer::TakeCharacter(std::string_view characters)
     return {begin, isNext ? std::size_t{1} : std::size_t{0}};
 }
 
+bool CDbcLexer::StartsName(const t_DbcToken& token)
+{
+    return token.kind == e_DbcToken::Number ||
+           (token.kind == e_DbcToken::Word && token.text != "SG_" && token.text != "BO_");
+}
+
 std::string_view CDbcLexer::TakeName()
 {
     const char* const begin = m_token.begin;
@@ -142,8 +153,11 @@ std::string_view CDbcLexer::TakeName()
 std::string_view CDbcLexer::TakeToColon()
 {
     const char* const begin = m_token.begin;
-    const char* end = std::find_if(
-        begin, m_end, [](char c) { return c == ':' || c == '"' || c == ';' || c == '\n'; });
+    const char* end = begin;
+    while (end < m_end && *end != ':' && *end != '"' && *end != ';' && !IsControl(*end))
+    {
+        ++end;
+    }
     if (end == m_end || *end != ':')
     {
         return {};

@@ -42,6 +42,9 @@ public:
     std::string_view TakeDigits();
     /** Takes one of these characters, whatever stands right behind it; empty for another. */
     std::string_view TakeCharacter(std::string_view characters);
+    /** Whether a name in a list can begin with it: no sign, and no keyword that goes on behind a
+        list. */
+    static bool StartsName(const t_DbcToken& token);
     /** Takes what comes up to a blank or one of `,;:"`: names of any characters. */
     std::string_view TakeName();
     /** Takes what comes before a colon, without the blanks around it; empty, and nothing taken,

@@ -143,8 +143,8 @@ bool CDbcReader::ReadNames(std::vector<std::string>& names)
             isFirst = false;
             continue;
         }
-        const bool isName = !(next.startsLine && !isComma) && !StartsStatement(next) &&
-                            next.text != "SG_" && next.text != "BO_";
+        const bool isName =
+            !(next.startsLine && !isComma) && !StartsStatement(next) && CDbcLexer::StartsName(next);
         const std::string_view name = isName ? m_lexer.TakeName() : std::string_view();
         if (name.empty())
         {

@@ -313,7 +313,8 @@ bool CDbcReader::ReadNodes()
         {
             continue;
         }
-        const std::string_view name = m_lexer.TakeName();
+        const bool isName = CDbcLexer::StartsName(m_lexer.Peek());
+        const std::string_view name = isName ? m_lexer.TakeName() : std::string_view();
         if (name.empty())
         {
             return FailExpected(QStringLiteral("the name of a node"));

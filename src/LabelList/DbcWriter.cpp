@@ -325,7 +325,7 @@ std::string CDbcWriter::Listed(const std::string& name)
 {
     CDbcLexer lexer(name);
     const bool isOne =
-        !name.empty() && lexer.TakeName().size() == name.size() && name != "SG_" && name != "BO_";
+        CDbcLexer::StartsName(lexer.Peek()) && lexer.TakeName().size() == name.size();
     if (isOne)
     {
         return name;
