@@ -42,7 +42,8 @@ public:
 private:
     bool Head()
     {
-        const std::string_view first = m_lines.Next() ? std::string_view(HeadCell(0).text) : "";
+        const std::string cell = m_lines.Next() ? HeadCell(0).text : std::string();
+        const std::string_view first = cell;
         const std::string_view mark = NLabelCsv::kFirstCell;
         if (first.substr(0, mark.size()) != mark)
         {
