@@ -20,7 +20,7 @@ constexpr std::size_t kLongestPayload = 512; ///< bits, of all buses
 
 using t_Occupied = std::bitset<kLongestPayload>;
 
-QString Quoted(const std::string& name)
+QString InQuotes(const std::string& name)
 {
     return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
 }
@@ -31,12 +31,13 @@ QString MessageError(KW_ZEL_SERIALBUS_PROTOCOL protocol, const CLabelListMessage
     if (!length || !NLabelBuses::HasLength(protocol, *length))
     {
         return QStringLiteral("message %1: the bus has no identifiers of %2 bits")
-            .arg(Quoted(message.getName()), QString::fromStdString(message.getIdentifierFormat()));
+            .arg(InQuotes(message.getName()),
+                 QString::fromStdString(message.getIdentifierFormat()));
     }
     if (UINT64{message.getIdentifier()} >> *length != 0)
     {
         return QStringLiteral("message %1: identifier %2 has more than %3 bits")
-            .arg(Quoted(message.getName()))
+            .arg(InQuotes(message.getName()))
             .arg(message.getIdentifier())
             .arg(*length);
     }
@@ -44,7 +45,7 @@ QString MessageError(KW_ZEL_SERIALBUS_PROTOCOL protocol, const CLabelListMessage
     return message.getLength() <= longest
                ? QString()
                : QStringLiteral("message %1: %2 bytes, the longest payload has %3")
-                     .arg(Quoted(message.getName()))
+                     .arg(InQuotes(message.getName()))
                      .arg(message.getLength())
                      .arg(longest);
 }
@@ -128,7 +129,7 @@ private:
         if (!error.isEmpty())
         {
             m_reports.Error(m_place,
-                            QStringLiteral("signal %1: ").arg(Quoted(signal.getName())) + error);
+                            QStringLiteral("signal %1: ").arg(InQuotes(signal.getName())) + error);
             return false;
         }
         const auto found = m_entry.details.signalDetails.find(key);
@@ -143,7 +144,7 @@ private:
 
     void Warn(const std::string& name, const QString& text)
     {
-        m_reports.Warning(m_place, QStringLiteral("signal %1: ").arg(Quoted(name)) + text);
+        m_reports.Warning(m_place, QStringLiteral("signal %1: ").arg(InQuotes(name)) + text);
     }
 
     void CheckName(const std::string& name)
@@ -176,7 +177,7 @@ private:
         {
             Warn(signal.getName(),
                  QStringLiteral("the message has no signal %1 that could select it")
-                     .arg(Quoted(details.multiplexor)));
+                     .arg(InQuotes(details.multiplexor)));
         }
     }
 
@@ -251,8 +252,8 @@ void NLabelChecks::CheckIdentifiers(const KW_LabelList& list, const t_PlaceOf& p
         {
             reports.Warning(placeOf(static_cast<int>(i)),
                             QStringLiteral("message %1 has the identifier of %2, which comes first")
-                                .arg(Quoted(message.getName()),
-                                     Quoted(list.messages[found->second].message.getName())));
+                                .arg(InQuotes(message.getName()),
+                                     InQuotes(list.messages[found->second].message.getName())));
         }
     }
 }

@@ -12,7 +12,7 @@ using t_Read = bool (*)(const QByteArray&, KW_LabelList&, CLabelReports&,
                         const KW_LabelReadOptions&);
 using t_Write = QByteArray (*)(const KW_LabelList&, CLabelReports&);
 
-struct t_Format
+struct t_FileFormat
 {
     QLatin1String suffix;
     t_Read read;
@@ -20,7 +20,7 @@ struct t_Format
 };
 
 // By their numbers.
-const t_Format kFormats[] = {
+const t_FileFormat kFileFormats[] = {
     {QLatin1String(".dbc"), NLabelFiles::ReadDbc, NLabelFiles::WriteDbc},
     {QLatin1String(".xml"), NLabelFiles::ReadXml, NLabelFiles::WriteXml},
     {QLatin1String(".csv"), NLabelFiles::ReadCsv, NLabelFiles::WriteCsv},
@@ -59,7 +59,7 @@ KW_LABEL_FILE_FORMAT KW_GetLabelFileFormat(const QString& fileName)
 {
     INT32 format = 0;
     while (format < eKW_LABEL_FILE_FORMAT_UNKNOWN &&
-           !fileName.endsWith(kFormats[format].suffix, Qt::CaseInsensitive))
+           !fileName.endsWith(kFileFormats[format].suffix, Qt::CaseInsensitive))
     {
         ++format;
     }
@@ -80,7 +80,7 @@ KW_ACCEPTANCE KW_ReadLabelText(const QByteArray& text, KW_LABEL_FILE_FORMAT form
     }
     KW_LabelList read;
     CLabelReports collected;
-    const bool isRead = kFormats[format].read(text, read, collected, options);
+    const bool isRead = kFileFormats[format].read(text, read, collected, options);
     if (isRead)
     {
         list = std::move(read);
@@ -121,7 +121,7 @@ KW_ACCEPTANCE KW_WriteLabelText(const KW_LabelList& list, KW_LABEL_FILE_FORMAT f
                       reports);
     }
     CLabelReports collected;
-    text = kFormats[format].write(list, collected);
+    text = kFileFormats[format].write(list, collected);
     return Answer(eKW_ACC_OK, collected, reports);
 }
 
