@@ -85,6 +85,25 @@ TEST(LabelXml, LosesSomething)
     EXPECT_EQ(WriteLabels(read.list, kXml), text);
 }
 
+TEST(LabelXml, LosesSomethingOfDatabase)
+{
+    const QDir dir(QStringLiteral(KWI_DATABASES));
+    const QStringList names = dir.entryList({QStringLiteral("*.dbc")}, QDir::Files);
+    ASSERT_GE(names.size(), 10);
+    for (const QString& name : names)
+    {
+        SCOPED_TRACE(name.toStdString());
+        KW_LabelList list =
+            ReadLabels(Contents(dir.filePath(name)), eKW_LABEL_FILE_FORMAT_DBC).list;
+        list.database.otherStatements.clear();
+        EXPECT_FALSE(list.messages.empty());
+        const t_ReadLabels read = ReadLabels(WriteLabels(list, kXml), kXml);
+        EXPECT_EQ(TextOfLabelList(read.list), TextOfLabelList(list));
+        EXPECT_EQ(WriteLabels(read.list, eKW_LABEL_FILE_FORMAT_DBC),
+                  WriteLabels(list, eKW_LABEL_FILE_FORMAT_DBC));
+    }
+}
+
 TEST(LabelCsv, LosesWhatItDoesNotName)
 {
     KW_LabelList list = Everything();
