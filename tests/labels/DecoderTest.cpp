@@ -369,6 +369,32 @@ TEST(LabelListDecoder, TakesSignalsThatNoPayloadHolds)
     EXPECT_EQ(NamesOf(entry, t_Bytes(63)), "");
 }
 
+TEST(LabelListDecoder, OverrunsRoomOrReadsWhatHasNoValue)
+{
+    KW_LabelEntry entry;
+    KW_AddSignal(entry, MakeSignal("First", {kUnsigned, 0, 8, kLittle, 0.0}));
+    KW_AddSignal(entry, MakeSignal("Second", {kFloat, 0, 16}));
+    KW_AddSignal(entry, MakeSignal("Third", {kUnsigned}));
+    const CLabelListDecoder decoder(ListOf(entry));
+    t_Values values(3);
+    const t_Bytes payload = {7, 0, 0, 0, 0, 0, 0, 0};
+    const auto decode = [&](std::size_t room)
+    {
+        return CLabelListDecoder::Decode(*decoder.Find(11, kIdentifier), payload,
+                                         std::span(values).first(room));
+    };
+    EXPECT_EQ(decode(0), 0U);
+    EXPECT_EQ(decode(2), 2U);
+    EXPECT_EQ(values[2].signal, nullptr);
+    EXPECT_EQ(decode(3), 3U);
+    for (std::size_t i = 0; i < values.size(); ++i)
+    {
+        EXPECT_EQ(values[i].raw, 7U);
+        EXPECT_EQ(values[i].signal->isReadable, i == 2);
+        EXPECT_EQ(std::isnan(values[i].value), i < 2);
+    }
+}
+
 TEST(LabelListDecoder, FormatsOtherwiseThanPrintf)
 {
     std::mt19937_64 random(3);
