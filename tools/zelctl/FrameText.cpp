@@ -21,18 +21,8 @@ void AddWhole(TNumber number, std::string& text)
     text.append(digits, static_cast<std::size_t>(end - digits));
 }
 
-/** A value; whole numbers, which most are, without the way through decimal fractions. */
 void AddValue(double value, std::string& text)
 {
-    constexpr double kLargest = 1e15;
-    if (value > -kLargest && value < kLargest)
-    {
-        const auto whole = static_cast<INT64>(value);
-        if (static_cast<double>(whole) == value)
-        {
-            return AddWhole(whole, text);
-        }
-    }
     CLabelListDecoder::t_TextBuffer buffer;
     text += CLabelListDecoder::Format(value, buffer);
 }
