@@ -14,7 +14,8 @@ constexpr char kLabelsFooter[] =
     "\n"
     "Examples:\n"
     "  zelctl labels check examples/labels/vehicle.dbc\n"
-    "  zelctl labels show examples/labels/vehicle.dbc\n"
+    "  zelctl labels show examples/labels/vehicle.dbc EngineData\n"
+    "  zelctl labels decode --list examples/labels/vehicle.dbc examples/labels/drive.log\n"
     "\"zelctl labels COMMAND --help\" explains each.";
 
 constexpr char kLabelCheckFooter[] =
@@ -23,16 +24,16 @@ constexpr char kLabelCheckFooter[] =
     "line with the counts. Exit status 0: nothing; 1: the file can be used; 2: it can not.\n"
     "\n"
     "Examples:\n"
-    "  zelctl labels check vehicle.dbc\n"
-    "  zelctl labels check --skip-bad vehicle.dbc     what else is wrong, behind a bad message";
+    "  zelctl labels check examples/labels/vehicle.dbc\n"
+    "  zelctl labels check --skip-bad FILE     what else is wrong, beside a bad message";
 
 constexpr char kLabelConvertFooter[] =
     "The formats are those that the names end in. What the second one does not hold is reported\n"
     "and left out (status 1). An older file of the name stands until the new one is whole.\n"
     "\n"
     "Examples:\n"
-    "  zelctl labels convert vehicle.dbc vehicle.xml  holds everything but other statements\n"
-    "  zelctl labels convert vehicle.dbc vehicle.csv  a line for each signal, for a spreadsheet";
+    "  zelctl labels convert examples/labels/vehicle.dbc vehicle.xml\n"
+    "  zelctl labels convert examples/labels/engine-can.xml engine.dbc";
 
 struct t_LabelCheckOptions
 {

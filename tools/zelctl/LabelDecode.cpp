@@ -15,24 +15,25 @@
 namespace
 {
 constexpr char kLabelDecodeFooter[] =
-    "Takes frames as candump prints and logs them, and .asc, from a file or while they arrive. "
-    "Each\n"
-    "frame is a line of a table. With --csv each signal is a line, with the columns\n"
+    "Takes frames as candump logs and prints them, and .asc, from a file or while they arrive.\n"
+    "Each frame is a line of a table; with --csv each signal is a line, with the columns\n"
     "  time,bus,id,message,signal,raw,value,unit,text\n"
-    "and with --json each frame an object in a line:\n"
+    "and with --json each frame is an object in a line:\n"
     "  {\"time\", \"bus\", \"id\", \"extended\", \"message\",\n"
     "   \"signals\": [{\"name\", \"raw\", \"value\", \"unit\", \"text\"}]}\n"
-    "Time is in seconds with the digits of the log; raw is the number that the bits are, signed "
-    "or\n"
-    "not (of floats their bits); text is the label of the raw value. Frames that the list does "
-    "not\n"
-    "name, remote and error frames, and lines that are none, are counted on the standard error.\n"
-    "Exit status 0: decoded; 1: with reports on the list, or lines not understood; 2: refused.\n"
+    "Times are seconds with the digits of the log, null where it has none. Raw is the number that\n"
+    "the bits are, signed or not (of floats their bits), text its label; a value that is no "
+    "finite\n"
+    "number is null. In CSV an identifier is 0x with 3 digits, an extended one with 8.\n"
+    "What the list does not name, remote and error frames, and lines that are none are counted on\n"
+    "the standard error.\n"
+    "Exit status 0: decoded; 1: with reports on the list or lines not understood; 2: refused.\n"
     "\n"
     "Examples:\n"
     "  candump can0 | zelctl labels decode --list vehicle.dbc\n"
-    "  zelctl labels decode --list vehicle.dbc drive.log --csv --message EngineData\n"
-    "  zelctl --json labels decode --list vehicle.dbc drive.log --signal EngineSpeed";
+    "  zelctl labels decode --list examples/labels/vehicle.dbc examples/labels/drive.log\n"
+    "  zelctl labels decode --list vehicle.dbc FILE --csv --message EngineData\n"
+    "  zelctl --json labels decode --list vehicle.dbc FILE --signal EngineData/EngineSpeed";
 
 constexpr UINT32 kStandardBits = 11;
 constexpr UINT32 kExtendedBits = 29;

@@ -19,7 +19,7 @@ constexpr char kLabelDiffFooter[] =
     "first → second\"; 2: a file can not be used. Reports on the files go to the standard error.\n"
     "\n"
     "Example:\n"
-    "  zelctl labels diff before.dbc after.dbc";
+    "  zelctl labels diff examples/labels/engine-can.xml examples/labels/engine-can.xml";
 
 using t_Fields = std::vector<std::pair<QString, QString>>;
 
@@ -330,7 +330,10 @@ struct t_LabelDiffOptions
         }
         reply.Field("differences", json);
         findings.AddTo(reply);
-        findings.Show();
+        if (!reply.IsDocument())
+        {
+            findings.Show();
+        }
         if (json.isEmpty())
         {
             return reply.Line(QStringLiteral("no differences")).Send();

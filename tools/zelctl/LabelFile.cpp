@@ -67,7 +67,7 @@ void CLabelFindings::Add(const QString& file, const std::vector<KW_LabelReport>&
 CFailure CLabelFindings::Refuse(KW_ACCEPTANCE code, const QString& file) const
 {
     const bool isOne = m_lines.size() == 1;
-    if (!isOne)
+    if (!isOne && !m_session.GetStyle().json)
     {
         Show();
     }
@@ -103,8 +103,7 @@ void CLabelFindings::AddTo(CReply& reply) const
 
 void CLabelFindings::Show() const
 {
-    const QStringList shown = m_session.GetStyle().json ? QStringList() : m_lines;
-    for (const QString& line : shown)
+    for (const QString& line : m_lines)
     {
         m_session.GetOutput().Problem(line);
     }
@@ -119,6 +118,9 @@ t_Answer CLabelFindings::Send(CReply& reply) const
     }
     t_Answer answer = reply.Send(eKW_ACC_WARNING, eSTATUS_REFUSED);
     answer.isDone = true;
-    Show();
+    if (!reply.IsDocument())
+    {
+        Show();
+    }
     return answer;
 }

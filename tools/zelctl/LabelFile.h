@@ -33,10 +33,10 @@ public:
     QString GetCounts() const;
     /** A field of a document. */
     void AddTo(CReply& reply) const;
-    /** On the standard error, unless a document is answered. */
+    /** On the standard error. */
     void Show() const;
-    /** Sends an answer with the findings: status and code 1 where there are any. What the command
-        does is done all the same. */
+    /** Sends an answer with the findings, which are in the document or on the standard error:
+        status and code 1 where there are any. What the command does is done all the same. */
     t_Answer Send(CReply& reply) const;
 
 private:

@@ -14,14 +14,13 @@ constexpr char kLabelShowFooter[] =
     "signals\n"
     "and where they stand in the payload, a byte in a line, bit 7 first (of SENT a nibble, bit 3\n"
     "first). Each signal has its letters there, with \"^\" at its most and \"_\" at its least\n"
-    "significant bit; bits of no signal are dots. What is multiplexed is drawn once for each set "
-    "of\n"
-    "values that selects the same signals; with --mux what is there with these values.\n"
+    "significant bit; bits of no signal are dots. What is multiplexed is drawn once for each set\n"
+    "of values that selects the same signals; with --mux what is there with these values.\n"
     "\n"
     "Examples:\n"
-    "  zelctl labels show vehicle.dbc\n"
-    "  zelctl labels show vehicle.dbc 0x123\n"
-    "  zelctl labels show vehicle.dbc EngineData --mux Mode=3";
+    "  zelctl labels show examples/labels/vehicle.dbc\n"
+    "  zelctl labels show examples/labels/vehicle.dbc 0x124\n"
+    "  zelctl labels show examples/labels/vehicle.dbc EngineData --mux Mode=3";
 
 constexpr int kTextWidth = 80;
 constexpr std::size_t kMostPages = 16;

@@ -13,21 +13,21 @@
 
 namespace
 {
-constexpr char kLoadFooter[] =
+constexpr char kLabelLoadFooter[] =
     "Replaces the labels of the bus by those of the file, as one step for undo. What the settings\n"
     "have no room for is reported and left out (status 1). Without --bus it is the bus that the\n"
     "file is of.\n"
     "\n"
     "Examples:\n"
-    "  zelctl --save my.xml labels load vehicle.dbc --bus CAN\n"
-    "  zelctl --load my.xml labels load sensors.csv --bus SENT";
+    "  zelctl --save my.xml labels load examples/labels/vehicle.dbc --bus CAN\n"
+    "  zelctl --load my.xml labels load examples/labels/pressure-sent.csv";
 
-constexpr char kSaveFooter[] =
+constexpr char kLabelSaveFooter[] =
     "Writes the labels of the bus as the format of the file's name has them; an older file of the\n"
     "name stands until the new one is whole.\n"
     "\n"
     "Example:\n"
-    "  zelctl --load my.xml labels save vehicle.csv --bus CAN";
+    "  zelctl labels save labels.csv --bus CAN";
 
 std::shared_ptr<IKWFunctionLabelListSettings> FindLabels(CSession& session,
                                                          KW_ZEL_SERIALBUS_PROTOCOL protocol)
@@ -125,7 +125,7 @@ struct t_LabelSaveOptions
 void AddLabelTreeCommands(CLI::App& labels, t_Run& run)
 {
     AddSubcommand<t_LabelLoadOptions>(labels, run, "load", "Put a list in the settings of its bus",
-                                      kLoadFooter);
+                                      kLabelLoadFooter);
     AddSubcommand<t_LabelSaveOptions>(labels, run, "save", "Write the labels of a bus to a file",
-                                      kSaveFooter);
+                                      kLabelSaveFooter);
 }
