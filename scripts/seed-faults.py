@@ -105,7 +105,7 @@ def stages(file: str, root: Path) -> list[Stage]:
     if file.startswith("tools/modelgen"):
         return [Stage("", (sys.executable, "-B", "-m", "unittest", "discover", "--failfast", "-s",
                            "tests/tools/modelgen"))]
-    commands = [zelctl("zelctl"), zelctl("calc")]
+    commands = [zelctl("zelctl"), zelctl("calc"), zelctl("labels")]
     if file.startswith("tools/"):
         return [*commands, zelctl("shell"), zelctl("guides")]
     numbers = [gtest("test_helpers"), gtest("test_labels"), gtest("test_vectors")]

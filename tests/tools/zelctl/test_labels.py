@@ -94,7 +94,7 @@ CASES = [
      ["{damaged.dbc}:8:", "1 message, 1 signal; 1 error"], []),
     ("missing", ["check", "/nowhere/a.dbc"], 2, ["/nowhere/a.dbc: No such file"], []),
     ("folder", ["check", "{}"], 2, ["has to end in .dbc"], []),
-    ("no command", ["checkk", ENGINE], 2, [], ["did you mean check?"]),
+    ("no command", ["shew", ENGINE], 2, [], ["did you mean show?"]),
     ("messages", ["show", ENGINE], 0,
      ["0x18F00503  Gearbox           4      2        every 100 ms  TCM", "64 FD"], []),
     ("by name", ["show", ENGINE, "EngineData"], 0,
