@@ -180,9 +180,10 @@ TEST(Records, GrowWhileViewsStayAsTheyWere)
     EXPECT_EQ(some.GetTrace(0).count, 300U) << "both have got as far";
     EXPECT_EQ(some.GetTrace(1).count, 150U);
     EXPECT_EQ(writer.Reserve(0).size(), 1200U) << "what is left";
-    ASSERT_TRUE(stream.Fill(1, t_Points(350, 4)));
+    ASSERT_TRUE(stream.Fill(1, t_Points(300, 4)));
     ASSERT_EQ(writer.Publish({}, infos, true), eKW_ACC_OK);
     EXPECT_EQ(reader->GetNext().GetTrace(1).count, 200U) << "now the first one is behind";
+    ASSERT_TRUE(stream.Fill(1, t_Points(50, 4)));
     ASSERT_TRUE(stream.Fill(0, t_Points(600, 3)));
     infos[0].flags = eKW_TRACE_BELOW_RANGE;
     ASSERT_EQ(writer.Publish({}, infos), eKW_ACC_OK);

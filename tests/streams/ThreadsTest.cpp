@@ -302,10 +302,17 @@ TEST(StreamThreads, AreWokenForEachRecord)
         });
     for (UINT64 i = 1; i <= kRecords && !isLost; ++i)
     {
-        WriteOne(stream.Writer(), i, 10, false);
-        while (fetched < i && !isLost)
+        const auto begin = t_Clock::now(); // a little later each time, through all that Arm does
+        while (t_Clock::now() - begin < std::chrono::nanoseconds(i % 100 * 20))
         {
-            std::this_thread::yield();
+        }
+        WriteOne(stream.Writer(), i, 10, false);
+        for (UINT32 looks = 1; fetched < i && !isLost; ++looks)
+        {
+            if (looks % 1000 == 0)
+            {
+                std::this_thread::yield();
+            }
         }
     }
     thread.join();
