@@ -19,10 +19,12 @@ ROOMS = {
     "src": "rules",
     "ifc": "ifc",
     "tools": "tools",
+    "service": "service",
     "examples": "client",
     "tests": "tests",
     "tests/client": "client tests",
     "tests/abi": "client tests",
+    "tests/service": "service tests",
     "tests/Together.h": "test basics",
     "tests/TreeWalk.h": "test basics",
     "bench": "tests",
@@ -40,11 +42,15 @@ MAY_INCLUDE = {
     "ifc": {"ifc", "ifc basics", "ifc of the frame"},
     "all enumerations": {"ifc", "ifc of the frame"},
     "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
+    "service": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "client": {"client", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
     "client tests": {
         "client tests", "test basics", "ifc", "ifc basics", "ifc of the frame", "all enumerations",
     },
     "test basics": {"ifc basics", "ifc of the frame"},
+    "service tests": {
+        "service tests", "service", "test basics", "ifc", "ifc basics", "ifc of the frame",
+    },
     "tests": {
         "tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
         "all enumerations",
@@ -100,7 +106,7 @@ CIRCLES_IN = ("support/", "database/", "src/", "ifc/", "generated/")
 
 # Where the compiler looks for quoted names, after the folder of the including file.
 SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
-          "tools/zelctl")
+          "tools/zelctl", "service")
 
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
@@ -114,6 +120,8 @@ FURTHER_LIBRARIES = {
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "client": None,
     "test basics": None,
+    "service": r"boost/.*",
+    "service tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
 }
@@ -127,7 +135,8 @@ class CTree:
 
     def __init__(self, root: Path, generated: Path) -> None:
         folders = {name: root / name for name in
-                   ("support", "database", "src", "ifc", "tools", "examples", "tests", "bench")}
+                   ("support", "database", "src", "ifc", "tools", "service", "examples", "tests",
+                    "bench")}
         folders["generated"] = generated
         self.files = {
             (name / path.relative_to(folder)).as_posix(): path
