@@ -280,18 +280,18 @@ void CDbcWriter::WriteDefinitionsOf(bool isRelation)
     }
 }
 
-void CDbcWriter::WriteDefaults()
+void CDbcWriter::WriteDefaultValues()
 {
-    WriteDefaultsOf(false);
+    WriteDefaultValuesOf(false);
 }
 
 void CDbcWriter::WriteRelationDefaults()
 {
-    WriteDefaultsOf(true);
+    WriteDefaultValuesOf(true);
 }
 
 /** A default names no object: it is for all attributes of its name. */
-void CDbcWriter::WriteDefaultsOf(bool isRelation)
+void CDbcWriter::WriteDefaultValuesOf(bool isRelation)
 {
     std::unordered_set<std::string_view> written;
     for (const KW_AttributeDefinition& definition : m_definitions)

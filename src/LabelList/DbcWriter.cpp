@@ -74,7 +74,7 @@ const std::string& CDbcWriter::Write()
         {"CM_", &CDbcWriter::WriteComments},
         {"BA_DEF_", &CDbcWriter::WriteDefinitions},
         {"BA_DEF_REL_", &CDbcWriter::WriteRelationDefinitions},
-        {"BA_DEF_DEF_", &CDbcWriter::WriteDefaults},
+        {"BA_DEF_DEF_", &CDbcWriter::WriteDefaultValues},
         {"BA_DEF_DEF_REL_", &CDbcWriter::WriteRelationDefaults},
         {"BA_", &CDbcWriter::WriteAttributes},
         {"VAL_", &CDbcWriter::WriteLabels},

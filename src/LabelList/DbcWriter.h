@@ -57,7 +57,7 @@ private:
     void WriteComments();
     void WriteDefinitions();
     void WriteRelationDefinitions();
-    void WriteDefaults();
+    void WriteDefaultValues();
     void WriteRelationDefaults();
     void WriteAttributes();
     void WriteLabels();
@@ -67,7 +67,7 @@ private:
     void WriteOther(const std::string& statement);
 
     void WriteDefinitionsOf(bool isRelation);
-    void WriteDefaultsOf(bool isRelation);
+    void WriteDefaultValuesOf(bool isRelation);
     void WriteComment(const std::string& object, const std::string& comment);
     void WriteAttributesOf(const std::string& object, const KW_LabelAttributes& attributes);
     void WriteValue(const KW_LabelAttribute& value);
