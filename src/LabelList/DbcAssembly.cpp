@@ -92,6 +92,13 @@ public:
         m_list.name = CDbcFields::TakeText(CDbcFields::ListName, m_list.database.attributes);
         DefineFields();
         WarnOfNames();
+        for (auto& [message, statement] : m_draft.dependents)
+        {
+            if (!m_draft.messages[message].isBad)
+            {
+                m_list.database.otherStatements.push_back(std::move(statement));
+            }
+        }
         std::stable_sort(m_list.database.otherStatements.begin(),
                          m_list.database.otherStatements.end(), NDbcOrder::IsBefore);
         const auto placeOf = [this](int i) { return m_places[static_cast<std::size_t>(i)]; };

@@ -69,6 +69,8 @@ struct t_DbcDraft
     std::unordered_map<std::string_view, std::size_t> byNode; ///< places in the list's nodes
     std::map<std::string, t_DbcDefault> defaults;             ///< of attributes, by name
     std::map<std::string, t_DbcDefault> relationDefaults;
+    /** Statements that are kept as they stand, but go with their message; by its place. */
+    std::vector<std::pair<std::size_t, std::string>> dependents;
     std::map<std::string, t_TextPlace> used; ///< attributes by name, with their first value
     bool isUtf8 = false;
 };

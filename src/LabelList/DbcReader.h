@@ -89,7 +89,9 @@ private:
     bool ReadPage(std::vector<KW_RawRange>& ranges);
     bool TakePages(t_DbcSignal& signal, t_DbcSignal& multiplexor,
                    std::vector<KW_RawRange>&& ranges);
-    bool ReadSignalGroup();
+    bool ReadDependent();
+    bool ReadRelation();
+    bool KeepWithMessage();
     bool KeepStatement();
     ///@}
 

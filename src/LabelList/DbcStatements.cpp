@@ -67,8 +67,31 @@ bool CDbcReader::PassOver(bool isKept)
     return isKept ? KeepStatement() : SkipToEnd();
 }
 
-/** SIG_GROUP_ goes with its message. */
-bool CDbcReader::ReadSignalGroup()
+/** "SIG_GROUP_ number …;" and the like, which nobody but their readers need to understand. */
+bool CDbcReader::ReadDependent()
+{
+    return KeepWithMessage();
+}
+
+/** 'BA_REL_ "name" kind node number value;', with SG_ before the number of a signal's message. */
+bool CDbcReader::ReadRelation()
+{
+    std::string name;
+    if (!ReadText(name, "the name of an attribute"))
+    {
+        return false;
+    }
+    if (m_lexer.Peek().kind == e_DbcToken::Word)
+    {
+        m_lexer.Take();
+    }
+    m_lexer.TakeName();
+    m_lexer.TakeExactly("SG_");
+    return m_lexer.Peek().kind == e_DbcToken::Number ? KeepWithMessage() : KeepStatement();
+}
+
+/** Keeps a statement as long as there is the message whose number comes next. */
+bool CDbcReader::KeepWithMessage()
 {
     t_DbcMessage* message = nullptr;
     bool isKept = false;
@@ -76,7 +99,19 @@ bool CDbcReader::ReadSignalGroup()
     {
         return false;
     }
-    return PassOver(isKept || message != nullptr);
+    if (message == nullptr)
+    {
+        return PassOver(isKept);
+    }
+    if (!KeepStatement())
+    {
+        return false;
+    }
+    auto& kept = m_list.database.otherStatements;
+    m_draft.dependents.emplace_back(static_cast<std::size_t>(message - m_draft.messages.data()),
+                                    std::move(kept.back()));
+    kept.pop_back();
+    return true;
 }
 
 bool CDbcReader::FindMessage(t_DbcMessage*& message, bool& isKept)

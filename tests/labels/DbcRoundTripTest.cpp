@@ -44,6 +44,46 @@ TEST_P(Databases, WrittenListIsAnother)
     EXPECT_EQ(WriteLabels(again.list, kDbc), written);
 }
 
+/** What a list says, whatever encoding its file had. */
+std::string Said(KW_LabelList list)
+{
+    list.database.isUtf8 = false;
+    std::string text = TextOfLabelList(list);
+    for (const std::string& statement : list.database.otherStatements)
+    {
+        text += statement + '\n';
+    }
+    return text;
+}
+
+// Whatever is read, unless the writer says what it loses.
+TEST_P(Databases, SpoiltFileIsReadAsAnother)
+{
+    const QByteArray text = Text(GetParam());
+    for (int i = 0; i < text.size(); i += 3)
+    {
+        SCOPED_TRACE(i);
+        QByteArray spoilt = text;
+        spoilt.data()[i] = static_cast<char>(text.at(i) ^ (1 << i % 7));
+        const auto read = ReadLabels(spoilt, kDbc, {true});
+        QStringList lost;
+        const QByteArray written = WriteLabels(read.list, kDbc, &lost);
+        const auto again = ReadLabels(written, kDbc);
+        ASSERT_LE(again.code, eKW_ACC_WARNING) << again.reports.join('\n').toStdString();
+        EXPECT_EQ(WriteLabels(again.list, kDbc), written);
+        if (lost.isEmpty())
+        {
+            EXPECT_EQ(Said(again.list), Said(read.list));
+        }
+    }
+}
+
+TEST(DbcWriter, WritesOtherBytesThanStored)
+{
+    const QByteArray text = Databases::Text("canonical");
+    EXPECT_EQ(WriteLabels(ReadLabels(text, kDbc).list, kDbc), text);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, Databases, testing::ValuesIn(Databases::All()),
                          [](const auto& test) { return test.param; });
 } // namespace
