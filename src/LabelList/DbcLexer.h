@@ -24,6 +24,9 @@ struct t_DbcToken
     bool startsLine = false; ///< nothing but blanks stands before it in its line
     const char* begin = nullptr;
     const char* lineBegin = nullptr;
+
+    /** Whether it stands in the first column: lists may go on in a further line, but not so. */
+    bool BeginsLine() const { return startsLine && place.column == 1; }
 };
 
 /** Parts a CAN database into words, one ahead. A copy reads on by itself. */

@@ -45,12 +45,6 @@ t_TextPlace FirstReturn(std::string_view text)
     return {static_cast<UINT32>(line), static_cast<UINT32>(at - lineBegin) + 1};
 }
 
-/** Lists of names may go on in a further line, but not from its first column on. */
-bool BeginsLine(const t_DbcToken& token)
-{
-    return token.startsLine && token.place.column == 1;
-}
-
 bool IsUtf16(std::string_view text)
 {
     return text.substr(0, 2) == "\xff\xfe" || text.substr(0, 2) == "\xfe\xff";
@@ -156,7 +150,7 @@ bool CDbcReader::ReadStray(const t_DbcToken& token)
         Warn(token.place, QStringLiteral("a \";\" that ends nothing is left out"));
         return true;
     }
-    if (m_isMessage && !BeginsLine(token))
+    if (m_isMessage && !token.BeginsLine())
     {
         m_draft.messages.back().isBad = true;
         return Fail(token.place,
@@ -179,7 +173,7 @@ bool CDbcReader::ReadStray(const t_DbcToken& token)
 bool CDbcReader::IsUnknownStatement(const t_DbcToken& token) const
 {
     CDbcLexer ahead = m_lexer;
-    while (token.kind == e_DbcToken::Word && BeginsLine(token) && !ahead.TakeSign(';'))
+    while (token.kind == e_DbcToken::Word && token.BeginsLine() && !ahead.TakeSign(';'))
     {
         const t_DbcToken next = ahead.Take();
         const bool isEnd = next.kind == e_DbcToken::End || next.kind == e_DbcToken::OpenText;
@@ -190,7 +184,7 @@ bool CDbcReader::IsUnknownStatement(const t_DbcToken& token) const
             return false;
         }
     }
-    return token.kind == e_DbcToken::Word && BeginsLine(token);
+    return token.kind == e_DbcToken::Word && token.BeginsLine();
 }
 
 /** Goes to the statement behind the one that could not be read. Signals and messages end with their
@@ -306,7 +300,7 @@ bool CDbcReader::ReadNodes()
         Warn(m_lexer.Peek().place, QStringLiteral("the \":\" behind BU_ is missing"));
     }
     while (!StartsStatement(m_lexer.Peek()) && m_lexer.Peek().kind != e_DbcToken::End &&
-           !BeginsLine(m_lexer.Peek()) && !m_lexer.TakeSign(';'))
+           !m_lexer.Peek().BeginsLine() && !m_lexer.TakeSign(';'))
     {
         const t_TextPlace place = m_lexer.Peek().place;
         if (m_lexer.TakeSign(','))

@@ -45,7 +45,8 @@ bool CDbcReader::KeepSignalsWithoutMessage()
     {
         const t_DbcToken& next = m_lexer.Peek();
         const bool isSignal = next.text == "SG_";
-        if (next.text == "BO_" || (StartsStatement(next) && !isSignal))
+        const bool isOther = StartsStatement(next) || next.BeginsLine() || next.text == ";";
+        if (next.text == "BO_" || (isOther && !isSignal))
         {
             break;
         }
