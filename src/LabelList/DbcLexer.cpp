@@ -102,7 +102,7 @@ t_DbcToken CDbcLexer::Take()
 
 bool CDbcLexer::TakeSign(char sign)
 {
-    const bool isNext = m_token.kind == e_DbcToken::Sign && m_token.text.front() == sign;
+    const bool isNext = m_token.IsSign(sign);
     if (isNext)
     {
         Advance();

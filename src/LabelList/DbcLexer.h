@@ -25,6 +25,8 @@ struct t_DbcToken
     const char* begin = nullptr;
     const char* lineBegin = nullptr;
 
+    bool IsSign(char sign) const { return kind == e_DbcToken::Sign && text.front() == sign; }
+    bool IsWord(std::string_view word) const { return kind == e_DbcToken::Word && text == word; }
     /** Whether it stands in the first column: lists may go on in a further line, but not so. */
     bool BeginsLine() const { return startsLine && place.column == 1; }
 };

@@ -92,7 +92,7 @@ bool CDbcReader::ReadMessageHead(t_DbcMessage& message)
         return false;
     }
     const t_DbcToken next = m_lexer.Peek();
-    if (next.startsLine || next.kind == e_DbcToken::End || next.text == "SG_")
+    if (next.startsLine || next.kind == e_DbcToken::End || next.IsWord("SG_"))
     {
         Warn(next.place, QStringLiteral("message %1: the sender is missing; it is taken for nobody")
                              .arg(Shown(message.name)));
@@ -287,7 +287,7 @@ bool CDbcReader::ReadUnit(t_DbcSignal& signal)
 bool CDbcReader::ReadReceivers(t_DbcSignal& signal)
 {
     const t_DbcToken next = m_lexer.Peek();
-    if (next.startsLine || next.kind == e_DbcToken::End || next.text == "SG_")
+    if (next.startsLine || next.kind == e_DbcToken::End || next.IsWord("SG_"))
     {
         Warn(next.place, QStringLiteral("signal %1: the receivers are missing; nobody is taken")
                              .arg(Shown(signal.name)));

@@ -198,8 +198,7 @@ bool CDbcReader::Recover(const t_DbcToken& keyword)
     while (m_lexer.Peek().kind != e_DbcToken::End)
     {
         const t_DbcToken token = m_lexer.Peek();
-        const bool isNext = isLine && (token.text == "SG_" || token.text == "BO_") &&
-                            token.kind == e_DbcToken::Word;
+        const bool isNext = isLine && (token.IsWord("SG_") || token.IsWord("BO_"));
         if (isNext || StartsStatement(token))
         {
             return true;
@@ -277,8 +276,8 @@ bool CDbcReader::ReadBitTiming()
     const bool isColon = m_lexer.TakeSign(':');
     const t_DbcToken first = m_lexer.Peek();
     t_DbcToken last = first;
-    while (m_lexer.Peek().kind == e_DbcToken::Number || m_lexer.Peek().text == ":" ||
-           m_lexer.Peek().text == ",")
+    while (m_lexer.Peek().kind == e_DbcToken::Number || m_lexer.Peek().IsSign(':') ||
+           m_lexer.Peek().IsSign(','))
     {
         last = m_lexer.Take();
     }

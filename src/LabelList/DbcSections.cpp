@@ -68,8 +68,7 @@ bool IsType(const std::string& type)
     while (isType && lexer.Peek().kind != e_DbcToken::End)
     {
         const t_DbcToken token = lexer.Take();
-        isType = token.kind != e_DbcToken::OpenText && !token.startsLine &&
-                 !(token.kind == e_DbcToken::Sign && token.text == ";");
+        isType = token.kind != e_DbcToken::OpenText && !token.startsLine && !token.IsSign(';');
     }
     return isType;
 }
@@ -460,7 +459,7 @@ void CDbcWriter::WriteOther(const std::string& statement)
     while (isBlock && lexer.Peek().kind != e_DbcToken::End)
     {
         const t_DbcToken token = lexer.Take();
-        if (token.kind == e_DbcToken::Word && token.text == "SG_" && token.begin[-1] == ' ')
+        if (token.IsWord("SG_") && token.begin[-1] == ' ')
         {
             m_text.append(at, token.begin - 1);
             m_text += "\n ";

@@ -44,9 +44,9 @@ bool CDbcReader::KeepSignalsWithoutMessage()
     while (m_lexer.Peek().kind != e_DbcToken::End)
     {
         const t_DbcToken& next = m_lexer.Peek();
-        const bool isSignal = next.text == "SG_";
-        const bool isOther = StartsStatement(next) || next.BeginsLine() || next.text == ";";
-        if (next.text == "BO_" || (isOther && !isSignal))
+        const bool isSignal = next.IsWord("SG_");
+        const bool isOther = StartsStatement(next) || next.BeginsLine() || next.IsSign(';');
+        if (next.IsWord("BO_") || (isOther && !isSignal))
         {
             break;
         }
@@ -299,7 +299,7 @@ bool CDbcReader::DefineAttribute(std::string object)
     {
         return FailExpected(QStringLiteral("the type of an attribute"));
     }
-    while (m_lexer.Peek().text != ";" && m_lexer.Peek().kind != e_DbcToken::End &&
+    while (!m_lexer.Peek().IsSign(';') && m_lexer.Peek().kind != e_DbcToken::End &&
            !StartsStatement(m_lexer.Peek()))
     {
         if (m_lexer.Peek().kind == e_DbcToken::OpenText)

@@ -37,11 +37,11 @@ bool IsStatement(const std::string& text)
     while (isWord && lexer.Peek().kind != e_DbcToken::End)
     {
         const t_DbcToken token = lexer.Take();
-        if (token.kind == e_DbcToken::OpenText || (token.text == ";" && isBlock))
+        if (token.kind == e_DbcToken::OpenText || (isBlock && token.IsSign(';')))
         {
             return false;
         }
-        isEnded = isBlock || (token.kind == e_DbcToken::Sign && token.text == ";");
+        isEnded = isBlock || token.IsSign(';');
         if (isEnded && !isBlock && lexer.Peek().kind != e_DbcToken::End)
         {
             return false;

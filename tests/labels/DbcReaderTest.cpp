@@ -264,6 +264,23 @@ TEST(DbcReader, TruncatedFileIsHalfRead)
     }
 }
 
+TEST(DbcReader, TextIsTakenForWord)
+{
+    const QByteArray text =
+        kHead +
+        "BO_ 3221225472 None: 0 A\n SG_ S : 0|8@1+ (1,0) [0|0] \";\" A\n SG_ T : "
+        "0|8@1+ (1,0) [0|0] \"BO_\" A\n" +
+        kMessage + "CM_ \"x\\\"\\\\\"; BA_DEF_ \"X\" ENUM \";\",\"BA_\";\n";
+    const auto read = ReadLabels(text, kDbc);
+    EXPECT_EQ(read.reports.join('\n').toStdString(), "");
+    EXPECT_EQ(read.list.comment, "x\"\\");
+    const auto again = ReadLabels(WriteLabels(read.list, kDbc), kDbc);
+    EXPECT_EQ(TextOfLabelList(again.list), TextOfLabelList(read.list));
+    EXPECT_EQ(again.list.database.attributeDefinitions.at(0).type, "ENUM \";\",\"BA_\"");
+    EXPECT_EQ(again.list.database.otherStatements, read.list.database.otherStatements);
+    EXPECT_EQ(read.list.messages.size(), 1U);
+}
+
 TEST(DbcReader, EncodingIsMistaken)
 {
     const auto windows = ReadLabels(kHead + "CM_ \"\x80 \xfc \x81\";", kDbc);
