@@ -16,8 +16,8 @@ bool IsXmlBlank(char c)
 class CTagWalk
 {
 public:
-    CTagWalk(const QByteArray& text, qsizetype tag, t_TextPlace place)
-        : m_at(text.constData() + tag), m_end(text.constData() + text.size()), m_place(place)
+    CTagWalk(std::string_view tag, t_TextPlace place)
+        : m_at(tag.data()), m_end(tag.data() + tag.size()), m_place(place)
     {
         while (!IsEnd() && !IsXmlBlank(*m_at))
         {
@@ -73,7 +73,8 @@ private:
 } // namespace
 
 CLabelXmlTokens::CLabelXmlTokens(const QByteArray& text, CLabelReports& reports)
-    : m_text(text.startsWith("\xEF\xBB\xBF") ? text.mid(kByteOrderMark) : text), m_reports(reports),
+    : m_text(text.startsWith("\xEF\xBB\xBF") ? text.mid(kByteOrderMark) : text),
+      m_bytes(m_text.constData(), static_cast<std::size_t>(m_text.size())), m_reports(reports),
       m_reader(m_text)
 {
 }
@@ -189,7 +190,7 @@ void CLabelXmlTokens::ReadAttributes()
 {
     m_attributes.clear();
     const QXmlStreamAttributes all = m_reader.attributes();
-    CTagWalk walk(m_text, m_tag, m_place);
+    CTagWalk walk(m_bytes.substr(m_tag), m_place);
     auto attribute = all.begin();
     t_Attribute next;
     while (attribute != all.end() && walk.Next(next.name, next.place))
@@ -232,16 +233,16 @@ bool CLabelXmlTokens::BreakAt(t_TextPlace place, const QString& what)
 void CLabelXmlTokens::WalkTo(qint64 character)
 {
     constexpr UINT8 kFourBytes = 0xF0;
-    while (m_byte < m_text.size() && m_character < character)
+    while (m_byte < m_bytes.size() && m_character < character)
     {
-        const auto lead = static_cast<UINT8>(m_text[m_byte]);
+        const auto lead = static_cast<UINT8>(m_bytes[m_byte]);
         if (lead == '<')
         {
             m_tag = m_byte;
             m_tagPlace = {m_line, static_cast<UINT32>(m_byte - m_lineStart) + 1};
         }
         ++m_byte;
-        while (m_byte < m_text.size() && (static_cast<UINT8>(m_text[m_byte]) & 0xC0U) == 0x80U)
+        while (m_byte < m_bytes.size() && (static_cast<UINT8>(m_bytes[m_byte]) & 0xC0U) == 0x80U)
         {
             ++m_byte;
         }

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QXmlStreamReader>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /**
@@ -63,7 +64,8 @@ private:
     bool BreakAt(t_TextPlace place, const QString& what);
     void WalkTo(qint64 character);
 
-    const QByteArray m_text; ///< without a byte order mark
+    const QByteArray m_text;        ///< without a byte order mark
+    const std::string_view m_bytes; ///< of m_text
     CLabelReports& m_reports;
     QXmlStreamReader m_reader;
     bool m_isBroken = false;
@@ -74,10 +76,10 @@ private:
     std::vector<t_Attribute> m_attributes;
 
     // How far the text has been walked: to a byte, which is a character as Qt counts them.
-    qsizetype m_byte = 0;
+    std::size_t m_byte = 0;
     qint64 m_character = 0;
-    qsizetype m_lineStart = 0;
+    std::size_t m_lineStart = 0;
     UINT32 m_line = 1;
-    qsizetype m_tag = 0; ///< byte of the last "<": within a tag there is no other
+    std::size_t m_tag = 0; ///< byte of the last "<": within a tag there is no other
     t_TextPlace m_tagPlace;
 };
