@@ -230,7 +230,7 @@ TEST(LabelFile, CutOffFileIsHalfTaken)
         EXPECT_TRUE(TextOfLabelList(ReadLabels(whole, format).list) == all);
         // Every place in the first messages, then some all over the file.
         for (int size = 0; size < static_cast<int>(whole.size()) - 1;
-             size += size < 2000 ? 1 : 4999)
+             size += size < 1500 ? 1 : 19997)
         {
             const QByteArray cut = whole.left(size);
             const t_ReadLabels read = ReadLabels(cut, format);
