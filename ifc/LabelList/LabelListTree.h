@@ -45,10 +45,12 @@ KW_EXPORT KW_ACCEPTANCE KW_PutLabels(IKWFunctionLabelListSettings& settings,
 
 /**
  * Gives the list of a bus, with all its labels and as long as they were given, whatever the bus
- * lets them be now. A signal without a name has that of its place in the tree. `list` is replaced.
+ * lets them be now. A signal without a name has that of its place in the tree; one that lies in no
+ * such payload, as a float in two bytes, is left out. What this gives can be written and read
+ * again. `list` is replaced.
  *
- * @return eKW_ACC_OK; eKW_ACC_WARNING when labels are off, which lists can not say;
- *         eKW_ACC_DETACHED leaves `list` as it was
+ * @return eKW_ACC_OK; eKW_ACC_WARNING when signals were left out, or labels are off, which lists
+ * can not say; eKW_ACC_DETACHED leaves `list` as it was
  */
 KW_EXPORT KW_ACCEPTANCE KW_GetLabels(const IKWFunctionLabelListSettings& settings,
                                      KW_LabelList& list, std::vector<KW_LabelReport>& reports);

@@ -3,6 +3,7 @@
 
 #include "Buses/LabelImport.h"
 #include "Buses/PgmSerialBusLabelItem.h"
+#include "Buses/PgmSignalTranslation.h"
 #include "CommonDatabase/Nodes/DbPgRoot.h"
 #include "IKWFunctionLabelListSettings.h"
 #include "KWErrorReport.h"
@@ -122,6 +123,21 @@ void CountMessage(const KW_LabelEntry& entry, bool isCan, t_Counts& counts)
     CountSignals(entry, counts);
 }
 
+/** Signals of a type that the payload is too short for are in no list. */
+void TellUnplaced(const CPgSerialBusLabelItem& label, const KW_LabelEntry& entry,
+                  CLabelReports& reports)
+{
+    const auto all = static_cast<std::size_t>(label.GetPgSignalTranslation()->GetCount());
+    if (const auto left = all - entry.details.signalsInOrder.size(); left > 0)
+    {
+        reports.Warning({}, QStringLiteral("message \"%1\": %2 signals left out that lie in no "
+                                           "payload of %3 bytes")
+                                .arg(QString::fromStdString(entry.message.getName()))
+                                .arg(left)
+                                .arg(entry.message.getLength()));
+    }
+}
+
 void Tell(const QString& fileName, const std::vector<KW_LabelReport>& reports)
 {
     for (const KW_LabelReport& report : reports)
@@ -195,10 +211,11 @@ KW_ACCEPTANCE NLabelExchange::Get(const CPgLabelListSettingsBase& settings, KW_L
     got.name = settings.GetPrName()->Get().toStdString();
     int off = 0;
     settings.GetPgSerialBusLabelItem()->VisitItems(
-        [&got, &off](CDbPropertyGroup& item)
+        [&got, &off, &reports](CDbPropertyGroup& item)
         {
             const auto& label = static_cast<const CPgSerialBusLabelItem&>(item);
-            got.messages.push_back(label.Message(NRules::eEXTENT::AsGiven));
+            got.messages.push_back(label.GivenMessage());
+            TellUnplaced(label, got.messages.back(), reports);
             off += label.IsWanted() ? 0 : 1;
         });
     if (off > 0)

@@ -53,13 +53,6 @@ public:
     virtual void FitToBus() = 0;
 };
 
-/** How long payloads and signals are told to be. */
-enum class eEXTENT
-{
-    Now,     ///< as the bus lets them be
-    AsGiven, ///< as they were written, and will be where the bus lets them
-};
-
 /** A label, as its signals know it. */
 class ILabel
 {

@@ -5,6 +5,7 @@
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsOnOff.h"
 #include "LabelList/LabelList.h"
+#include "LabelList/SignalBits.h"
 #include "Names/SerialBusLabelItem.h"
 #include "Rules/NumberRules.h"
 
@@ -118,21 +119,43 @@ bool CPgSerialBusLabelItem::IsFd(UINT32 payloadLength)
     return payloadLength > kLongestClassical;
 }
 
-KW_LabelEntry CPgSerialBusLabelItem::Message(NRules::eEXTENT extent) const
+KW_LabelEntry CPgSerialBusLabelItem::MessageOf(UINT32 payloadLength) const
 {
     KW_LabelEntry entry;
-    const UINT32 length =
-        extent == NRules::eEXTENT::Now ? m_pPayloadLength->Get() : m_pPayloadLength->GetUserValue();
     entry.message.setParameters(m_pName->Get().toStdString(),
                                 std::to_string(m_pIdentifierLength->Get()), m_pIdentifier->Get(),
-                                length);
-    entry.details.isFd = Bus().Protocol() == eKW_ZEL_SERIALBUS_PROTOCOL_CAN && IsFd(length);
+                                payloadLength);
+    entry.details.isFd = Bus().Protocol() == eKW_ZEL_SERIALBUS_PROTOCOL_CAN && IsFd(payloadLength);
     entry.details.comment = m_pComment->Get().toStdString();
+    return entry;
+}
+
+KW_LabelEntry CPgSerialBusLabelItem::Message() const
+{
+    KW_LabelEntry entry = MessageOf(m_pPayloadLength->Get());
     m_pSignalTranslation->VisitItems(
-        [&entry, extent](CDbPropertyGroup& item)
+        [&entry](CDbPropertyGroup& item)
         {
             const auto& signal = static_cast<const CPgSignalTranslation&>(item);
-            KW_AddSignal(entry, signal.Signal(extent), signal.Details());
+            KW_AddSignal(entry, signal.Signal(), signal.Details());
+        });
+    MarkMultiplexors(entry);
+    return entry;
+}
+
+KW_LabelEntry CPgSerialBusLabelItem::GivenMessage() const
+{
+    const UINT32 length = std::min(m_pPayloadLength->GetUserValue(),
+                                   NLabelBuses::Of(Bus().Protocol()).longestPayload);
+    KW_LabelEntry entry = MessageOf(length);
+    m_pSignalTranslation->VisitItems(
+        [&entry, length](CDbPropertyGroup& item)
+        {
+            const auto& signal = static_cast<const CPgSignalTranslation&>(item);
+            if (const auto given = signal.SignalWithin(NSignalBits::kByte * length))
+            {
+                KW_AddSignal(entry, *given, signal.Details());
+            }
         });
     MarkMultiplexors(entry);
     return entry;

@@ -22,11 +22,15 @@ public:
     void LetMatch(bool isFree);
     INT32 PayloadBits() const override;
     /** With its signals, in their order in the tree. */
-    KW_LabelEntry Message(NRules::eEXTENT extent = NRules::eEXTENT::Now) const;
+    KW_LabelEntry Message() const;
+    /** The same as it was given, whatever the bus lets it be now; without signals that lie in no
+        such payload. */
+    KW_LabelEntry GivenMessage() const;
     /** Whether a CAN frame with so many bytes can only be one of CAN FD. */
     static bool IsFd(UINT32 payloadLength);
 
 private:
+    KW_LabelEntry MessageOf(UINT32 payloadLength) const;
     const NRules::ILabelledBus& Bus() const;
     /** Declares the lengths of the bus: a label never changes its bus. */
     void TakeLengthsOfBus();

@@ -89,15 +89,36 @@ void CPgSignalTranslation::TellList()
     NRules::LabelListAbove(*this).CountChange();
 }
 
-CLabelListSignal CPgSignalTranslation::Signal(NRules::eEXTENT extent) const
+CLabelListSignal CPgSignalTranslation::Signal() const
 {
-    const auto place = [extent](const CDbPropNum<UINT32>& number)
-    { return extent == NRules::eEXTENT::Now ? number.Get() : number.GetUserValue(); };
+    return SignalAt(m_pStartBit->Get(), m_pBitLength->Get());
+}
+
+std::optional<CLabelListSignal> CPgSignalTranslation::SignalWithin(UINT32 payloadBits) const
+{
+    const t_Bits allowed = BitsOf(m_pValueType->Get());
+    const UINT32 unit = NRules::LabelListAbove(*this).Bus().Unit();
+    for (const auto& [start, length] :
+         {std::pair(m_pStartBit->GetUserValue(), m_pBitLength->GetUserValue()),
+          std::pair(m_pStartBit->Get(), m_pBitLength->Get())})
+    {
+        const auto bits = static_cast<INT32>(length);
+        if (bits >= allowed.min && bits <= allowed.max &&
+            NSignalBits::BitsUpTo({start, length, m_pEndianness->Get(), unit}) <= payloadBits)
+        {
+            return SignalAt(start, length);
+        }
+    }
+    return std::nullopt;
+}
+
+CLabelListSignal CPgSignalTranslation::SignalAt(UINT32 startBit, UINT32 bitLength) const
+{
     const QString name = m_pName->Get();
-    CLabelListSignal signal((name.isEmpty() ? NodeName() : name).toStdString(), place(*m_pStartBit),
-                            place(*m_pBitLength), m_pEndianness->Get(), m_pValueType->Get(),
-                            m_pFactor->Get(), m_pOffset->Get(), m_pMinimum->Get(),
-                            m_pMaximum->Get(), m_pUnit->Get().toStdString());
+    CLabelListSignal signal((name.isEmpty() ? NodeName() : name).toStdString(), startBit, bitLength,
+                            m_pEndianness->Get(), m_pValueType->Get(), m_pFactor->Get(),
+                            m_pOffset->Get(), m_pMinimum->Get(), m_pMaximum->Get(),
+                            m_pUnit->Get().toStdString());
     m_pSignalTranslationEnumValues->VisitItems(
         [&signal](CDbPropertyGroup& item) {
             signal.addSignalEnumValue(

@@ -1,5 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "EnumNameInfo.h"
+#include "IKWFunctionCANBusSettings.h"
+#include "IKWFunctionLabelListSettings.h"
+#include "IKWFunctionSENTBusSettings.h"
+#include "IKWFunctionSerialBus.h"
+#include "LabelList/LabelListFile.h"
+#include "LabelList/LabelListTree.h"
 #include "zel/RuleTree.h"
 
 #include <algorithm>
@@ -301,6 +307,20 @@ void CheckSpi(const CRuleTree& tree, CFindings& findings)
     CheckLines(tree, lines, findings);
 }
 
+/** What is saved of a list can be loaded again. */
+void CheckList(const IKWFunctionLabelListSettings& labels, CFindings& findings)
+{
+    KW_LabelList list;
+    QByteArray text;
+    std::vector<KW_LabelReport> reports;
+    findings.Check(KW_IsAccepted(KW_GetLabels(labels, list, reports)), "list");
+    KW_WriteLabelText(list, eKW_LABEL_FILE_FORMAT_XML, text, reports);
+    reports.clear();
+    const bool isRead =
+        KW_IsAccepted(KW_ReadLabelText(text, eKW_LABEL_FILE_FORMAT_XML, list, reports));
+    findings.Check(isRead, isRead ? QByteArray() : reports[0].text.toUtf8());
+}
+
 void CheckBus(const CRuleTree& tree, CFindings& findings)
 {
     const QByteArray can = "SerialBus/CANBusSettings/";
@@ -316,6 +336,9 @@ void CheckBus(const CRuleTree& tree, CFindings& findings)
     CheckSignal(tree, findings);
     CheckLabels(tree, findings);
     CheckTrigger(tree, findings);
+    const auto bus = tree.root->GetPgSerialBus();
+    CheckList(*bus->GetPgCANBusSettings()->GetPgLabelListSettings(), findings);
+    CheckList(*bus->GetPgSENTBusSettings()->GetPgLabelListSettings(), findings);
     const int index = static_cast<int>(tree.Number("SerialBus/TrackInTable/SelectedIndex"));
     const QString frame = tree.Text("SerialBus/TrackInTable/SelectedFrame");
     findings.Check(index < 0 ? frame.isEmpty() : frame.endsWith(QStringLiteral("[%1]").arg(index)),
@@ -328,6 +351,8 @@ void CheckBus(const CRuleTree& tree, CFindings& findings)
 constexpr char kFrames[] = "+3 SerialBus/SPIBusResults/SPIBusFrame";
 constexpr char kSignalAndFrames[] =
     "SerialBus/CANBusSettings/Standard = CAN_FD; + .LabelListSettings/SerialBusLabelItem; "
+    "+ .SerialBusLabelItem[Label1]/SignalTranslation; "
+    "+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem; "
     "+ .SerialBusLabelItem[Label1]/SignalTranslation; +3 SerialBus/SPIBusResults/SPIBusFrame";
 } // namespace
 
@@ -339,6 +364,7 @@ INSTANTIATE_TEST_SUITE_P(
         "SerialBus SerialBus/SPIBusSettings SerialBus/I2CBusSettings "
         "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1] "
         "SerialBus/CANBusSettings/LabelListSettings SerialBus/SENTBusSettings "
+        "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1] "
         "SerialBus/TrackInTable Trigger/SPIBusTriggerSettings Trigger/CANBusTriggerSettings "
         "Trigger/UARTBusTriggerSettings Vertical/Channel[0] Vertical/Channel[2]",
         CheckBus, 12}));

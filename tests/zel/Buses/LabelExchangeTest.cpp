@@ -3,6 +3,7 @@
 #include "IKWFunctionLINBusSettings.h"
 #include "IKWFunctionLabelListSettings.h"
 #include "IKWFunctionSerialBus.h"
+#include "IKWFunctionSerialBusLabelItem.h"
 #include "KWBrackets.h"
 #include "LabelList/LabelListTree.h"
 #include "Together.h"
@@ -174,6 +175,20 @@ TEST_F(LabelExchange, WhatTheBusHasNoRoomForIsLost)
     tree.DoAll("SerialBus/CANBusSettings/Standard = CAN_FD");
     EXPECT_EQ(tree.Text(Path("/SerialBusLabelItem[Label1]/SignalTranslation[Signal1]/StartBit")),
               QStringLiteral("500"));
+}
+
+TEST_F(LabelExchange, SavedListCanNotBeLoaded)
+{
+    tree.DoAll("+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
+               ".SerialBusLabelItem[Label1]/Name = Short; .PayloadLength = 2; "
+               "+2 .SignalTranslation; .SignalTranslation[Signal1]/ValueType = FLOAT");
+    KW_LabelList list;
+    EXPECT_EQ(KW_GetLabels(*labels, list, reports), eKW_ACC_WARNING);
+    EXPECT_EQ(Said(), "message \"Short\": 1 signals left out that lie in no payload of 2 bytes");
+    EXPECT_EQ(Put(list), eKW_ACC_OK) << Said();
+    EXPECT_EQ(
+        labels->GetPgSerialBusLabelItem()->GetItem(0)->GetPgSignalTranslation()->GetNames().size(),
+        1);
 }
 
 TEST_F(LabelExchange, WhatTheTreeHasNoRoomForIsNotSaid)
