@@ -48,7 +48,7 @@ KW_ACCEPTANCE CheckAccess(const CPgLabelListSettingsBase& settings,
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE Answer(const CLabelReports& reports)
+KW_ACCEPTANCE CodeOf(const CLabelReports& reports)
 {
     return reports.IsEmpty() ? eKW_ACC_OK : eKW_ACC_WARNING;
 }
@@ -195,7 +195,7 @@ KW_ACCEPTANCE NLabelExchange::Put(CPgLabelListSettingsBase& settings, const KW_L
     }
     TellUnheld(list, reports);
     transaction.Commit();
-    return Answer(reports);
+    return CodeOf(reports);
 }
 
 KW_ACCEPTANCE NLabelExchange::Get(const CPgLabelListSettingsBase& settings, KW_LabelList& list,
@@ -224,7 +224,7 @@ KW_ACCEPTANCE NLabelExchange::Get(const CPgLabelListSettingsBase& settings, KW_L
                         QStringLiteral("%1 labels that are off: a list does not say so").arg(off));
     }
     list = std::move(got);
-    return Answer(reports);
+    return CodeOf(reports);
 }
 
 KW_ACCEPTANCE NLabelExchange::Load(CPgLabelListSettingsBase& settings)

@@ -16,7 +16,7 @@ namespace
 {
 constexpr auto kRecall = eWRITEKIND::Recall;
 
-QString Quoted(const std::string& name)
+QString ShownName(const std::string& name)
 {
     return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
 }
@@ -98,7 +98,7 @@ void CLabelImport::Replace(const KW_LabelList& list)
 
 void CLabelImport::Add(const KW_LabelEntry& entry)
 {
-    m_message = QStringLiteral("message ") + Quoted(entry.message.getName());
+    m_message = QStringLiteral("message ") + ShownName(entry.message.getName());
     m_signal.clear();
     if (!IsGood(entry))
     {
@@ -182,7 +182,7 @@ void CLabelImport::AddSignals(CPgSerialBusLabelItem& label, const KW_LabelEntry&
 void CLabelImport::AddSignal(CPgSerialBusLabelItem& label, const CLabelListSignal& signal,
                              const KW_LabelSignalDetails& details)
 {
-    m_signal = QStringLiteral(", signal ") + Quoted(signal.getName());
+    m_signal = QStringLiteral(", signal ") + ShownName(signal.getName());
     CPgmSignalTranslation& items = *label.GetPgSignalTranslation();
     auto* const item = Insert<CPgSignalTranslation>(items, "Signal", items.GetCount() + 1);
     if (item == nullptr)
