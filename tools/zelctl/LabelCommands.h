@@ -13,7 +13,8 @@ void AddLabelTreeCommands(CLI::App& labels, t_Run& run);
 void AddLabelDecode(CLI::App& labels, t_Run& run);
 ///@}
 
-/** The messages of a name, else those of an identifier ("0x123"); fails where there is none. */
+/** The messages of a name, else those of an identifier ("0x123"), all for an empty text; fails
+   where there is none. */
 std::vector<const KW_LabelEntry*> FindMessages(const KW_LabelList& list, const QString& wanted,
                                                const QString& file);
 

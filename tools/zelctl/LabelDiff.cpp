@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <map>
 
 namespace
@@ -322,19 +323,24 @@ struct t_LabelDiffOptions
         const KW_LabelList before = findings.Require(first, skipsBad);
         const KW_LabelList after = findings.Require(second, skipsBad);
         CReply reply(session, QStringLiteral("labels diff"));
-        QJsonArray json;
-        for (const t_LabelDifference& difference : Compare(before, after))
+        const auto differences = Compare(before, after);
+        if (reply.IsDocument())
         {
-            reply.Line(ShowDifference(difference));
-            json.append(ToJson(difference));
+            QJsonArray json;
+            std::transform(differences.begin(), differences.end(), std::back_inserter(json),
+                           [](const t_LabelDifference& difference) { return ToJson(difference); });
+            reply.Field("differences", json);
+            findings.AddTo(reply);
         }
-        reply.Field("differences", json);
-        findings.AddTo(reply);
-        if (!reply.IsDocument())
+        else
         {
+            for (const t_LabelDifference& difference : differences)
+            {
+                reply.Line(ShowDifference(difference));
+            }
             findings.Show();
         }
-        if (json.isEmpty())
+        if (differences.empty())
         {
             return reply.Line(QStringLiteral("no differences")).Send();
         }

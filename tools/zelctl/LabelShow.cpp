@@ -233,6 +233,10 @@ void AddTable(const KW_LabelList& list, CReply& reply)
 
 t_Multiplex t_LabelShowOptions::GetMultiplex(const std::vector<const KW_LabelEntry*>& entries) const
 {
+    if (multiplex.empty())
+    {
+        return {};
+    }
     QStringList names;
     for (const KW_LabelEntry* const entry : entries)
     {
@@ -273,29 +277,31 @@ t_Answer t_LabelShowOptions::Run(CSession& session) const
     }
     CLabelFindings findings(session);
     const KW_LabelList list = findings.Require(file, skipsBad);
+    const auto entries = FindMessages(list, ToText(message), ToText(file));
+    const t_Multiplex values = GetMultiplex(entries);
     CReply reply(session, QStringLiteral("labels show"));
-    QJsonArray json;
-    if (message.empty())
+    if (reply.IsDocument())
+    {
+        QJsonArray json;
+        for (const KW_LabelEntry* const entry : entries)
+        {
+            json.append(ToJson(*entry));
+        }
+        reply.Field("list", ToJson(list)).Field("messages", json);
+    }
+    else if (message.empty())
     {
         reply.Line(QStringLiteral("%1: %2, %3")
                        .arg(ToText(file), GetEnumText(list.protocol), GetSizeText(list)));
         AddTable(list, reply);
-        for (const KW_LabelEntry& entry : list.messages)
-        {
-            json.append(ToJson(entry));
-        }
     }
     else
     {
-        const auto entries = FindMessages(list, ToText(message), ToText(file));
-        const t_Multiplex values = GetMultiplex(entries);
         for (const KW_LabelEntry* const entry : entries)
         {
             AddMessage(list, *entry, values, reply);
-            json.append(ToJson(*entry));
         }
     }
-    reply.Field("list", ToJson(list)).Field("messages", json);
     return findings.Send(reply);
 }
 } // namespace
@@ -311,7 +317,7 @@ std::vector<const KW_LabelEntry*> FindMessages(const KW_LabelList& list, const Q
     for (const KW_LabelEntry& entry : list.messages)
     {
         names << ToText(entry.message.getName());
-        if (ToText(entry.message.getName()) == wanted)
+        if (wanted.isEmpty() || names.back() == wanted)
         {
             named.push_back(&entry);
         }
@@ -320,7 +326,7 @@ std::vector<const KW_LabelEntry*> FindMessages(const KW_LabelList& list, const Q
             numbered.push_back(&entry);
         }
     }
-    if (named.empty() && numbered.empty())
+    if (named.empty() && numbered.empty() && !wanted.isEmpty())
     {
         throw CFailure(eSTATUS_USAGE,
                        QStringLiteral("%1 has no message \"%2\"%3")
