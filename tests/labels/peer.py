@@ -35,7 +35,8 @@ SEED = 16
 EXPLAINED = [
     ("attributes: Status: cycle",
      "the peer has attributes of messages without the default of their definition"),
-    ("further: VECTOR__INDEPENDENT_SIG_MSG: message",
+    ("canonical: State: cycle", "the peer has cycle times of whole milliseconds"),
+    ("(further|canonical): VECTOR__INDEPENDENT_SIG_MSG: message",
      "a list of messages has none that only stores signals of no message; it is kept as a statement"),
     ("longnames: (nodes|.*: senders|.*: receivers)",
      "the peer gives nodes their long names in its list of nodes alone, and lists those that send "
