@@ -8,7 +8,8 @@
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
-    libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev libxml2-utils)
+    libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
+    libxml2-utils can-utils)
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;
@@ -19,7 +20,7 @@ for what in "$@"; do
         docs) packages+=(doxygen) ;;
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
-                doxygen valgrind can-utils python3-canmatrix)
+                doxygen valgrind python3-canmatrix)
             ;;
         *)
             echo "setup: knows no $what" >&2
