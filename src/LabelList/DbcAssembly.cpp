@@ -147,7 +147,8 @@ private:
         {
             if (names.count(" " + name) == 0)
             {
-                Warn(place, QStringLiteral("attribute %1 has no definition").arg(Quoted(name)));
+                Warn(place,
+                     QString::fromLatin1("attribute %1 has no definition").arg(Quoted(name)));
             }
         }
     }
@@ -160,7 +161,8 @@ private:
             if (names.count(kind + name) == 0)
             {
                 Warn(value.place,
-                     QStringLiteral("attribute %1 has a default but no definition; it is left out")
+                     QString::fromLatin1(
+                         "attribute %1 has a default but no definition; it is left out")
                          .arg(Quoted(name)));
             }
         }
@@ -195,8 +197,8 @@ private:
             return;
         }
         Warn(place,
-             QStringLiteral("%1 %2 is no identifier; it is written as %3, with its name in an "
-                            "attribute")
+             QString::fromLatin1("%1 %2 is no identifier; it is written as %3, with its name in an "
+                                 "attribute")
                  .arg(QLatin1String(what), Quoted(had), Quoted(inFile)));
     }
 
@@ -204,11 +206,11 @@ private:
     {
         if (m_longNames > 0)
         {
-            Warn(
-                m_firstLongName,
-                QStringLiteral("names of more than 32 characters: %1; they are written short, with "
-                               "their names in an attribute")
-                    .arg(m_longNames));
+            Warn(m_firstLongName,
+                 QString::fromLatin1(
+                     "names of more than 32 characters: %1; they are written short, with "
+                     "their names in an attribute")
+                     .arg(m_longNames));
         }
     }
 
@@ -333,7 +335,7 @@ private:
             m_used[CDbcFields::MessageName] |= !entry.details.shortName.empty();
             if (!seen.insert(entry.message.getName()).second)
             {
-                Warn(m_places[i], QStringLiteral("another message has the name %1")
+                Warn(m_places[i], QString::fromLatin1("another message has the name %1")
                                       .arg(Quoted(entry.message.getName())));
             }
         }
@@ -371,16 +373,17 @@ private:
         const QString name = Quoted(Name(signal.name));
         if (multiplexor.empty())
         {
-            Warn(signal.place, QStringLiteral("signal %1 is multiplexed, but the message has no "
-                                              "multiplexor; it is taken as always there")
-                                   .arg(name));
+            Warn(signal.place,
+                 QString::fromLatin1("signal %1 is multiplexed, but the message has no "
+                                     "multiplexor; it is taken as always there")
+                     .arg(name));
             return;
         }
         if (isAmbiguous)
         {
             Warn(signal.place,
-                 QStringLiteral("signal %1 is multiplexed, and the message has several "
-                                "multiplexors; %2 is taken")
+                 QString::fromLatin1("signal %1 is multiplexed, and the message has several "
+                                     "multiplexors; %2 is taken")
                      .arg(name, Quoted(multiplexor)));
         }
         signal.details.multiplexor = multiplexor;
@@ -413,19 +416,24 @@ private:
 
     void WarnOfLabels(const t_DbcSignal& signal, int foreign, int doubled)
     {
+        if (foreign == 0 && doubled == 0)
+        {
+            return;
+        }
         const QString name = Quoted(Name(signal.name));
         if (foreign > 0)
         {
             Warn(signal.place,
-                 QStringLiteral("signal %1: labels of values that it can not have are "
-                                "kept, and never shown: %2")
+                 QString::fromLatin1("signal %1: labels of values that it can not have are "
+                                     "kept, and never shown: %2")
                      .arg(name)
                      .arg(foreign));
         }
         if (doubled > 0)
         {
             Warn(signal.place,
-                 QStringLiteral("signal %1: values with two labels, the last of which counts: %2")
+                 QString::fromLatin1(
+                     "signal %1: values with two labels, the last of which counts: %2")
                      .arg(name)
                      .arg(doubled));
         }

@@ -45,8 +45,12 @@ t_DbcSignal* NDbcDraft::FindSignal(t_DbcMessage& message, std::string_view name)
         {
             order.push_back(i);
         }
-        std::stable_sort(order.begin(), order.end(),
-                         [&](UINT32 a, UINT32 b) { return nameOf(a) < nameOf(b); });
+        std::sort(order.begin(), order.end(),
+                  [&](UINT32 a, UINT32 b)
+                  {
+                      const int compared = nameOf(a).compare(nameOf(b));
+                      return compared < 0 || (compared == 0 && a < b);
+                  });
     }
     const auto found =
         std::lower_bound(order.begin(), order.end(), name,
@@ -60,7 +64,7 @@ bool CDbcReader::ReadMessage()
     {
         m_isBroken = true;
         return Fail(m_keyword.place,
-                    QStringLiteral("more than %1 messages").arg(NLabelBounds::kMaxMessages));
+                    QString::fromLatin1("more than %1 messages").arg(NLabelBounds::kMaxMessages));
     }
     if (CDbcLexer(m_lexer).TakeDigits() == "3221225472")
     {
@@ -85,7 +89,7 @@ bool CDbcReader::ReadMessageHead(t_DbcMessage& message)
     message.name = m_lexer.TakeToColon();
     if (message.name.empty())
     {
-        return FailExpected(QStringLiteral("the name of a message and a \":\""));
+        return FailExpected(QString::fromLatin1("the name of a message and a \":\""));
     }
     if (!ExpectSign(':') || !ReadInteger(message.length, "the length of a message"))
     {
@@ -94,8 +98,9 @@ bool CDbcReader::ReadMessageHead(t_DbcMessage& message)
     const t_DbcToken next = m_lexer.Peek();
     if (next.startsLine || next.kind == e_DbcToken::End || next.IsWord("SG_"))
     {
-        Warn(next.place, QStringLiteral("message %1: the sender is missing; it is taken for nobody")
-                             .arg(Shown(message.name)));
+        Warn(next.place,
+             QString::fromLatin1("message %1: the sender is missing; it is taken for nobody")
+                 .arg(Shown(message.name)));
         return true;
     }
     return ReadNames(message.details.senders);
@@ -113,12 +118,13 @@ bool CDbcReader::ReadNumber(t_DbcMessage& message)
     const UINT32 identifier = inFile & ~NDbcDraft::kExtended;
     if (identifier > NDbcDraft::kLastExtended)
     {
-        return Fail(place, QStringLiteral("identifier %1 has more than 29 bits").arg(identifier));
+        return Fail(place,
+                    QString::fromLatin1("identifier %1 has more than 29 bits").arg(identifier));
     }
     if (message.number != inFile)
     {
-        Warn(place, QStringLiteral("identifier %1 has more than 11 bits; it is taken for an "
-                                   "extended one, whose number is %2")
+        Warn(place, QString::fromLatin1("identifier %1 has more than 11 bits; it is taken for an "
+                                        "extended one, whose number is %2")
                         .arg(inFile)
                         .arg(message.number));
     }
@@ -137,7 +143,7 @@ bool CDbcReader::ReadNames(std::vector<std::string>& names)
         {
             if (isComma || isFirst)
             {
-                Warn(next.place, QStringLiteral("a name is missing before the \",\""));
+                Warn(next.place, QString::fromLatin1("a name is missing before the \",\""));
             }
             isComma = true;
             isFirst = false;
@@ -152,7 +158,8 @@ bool CDbcReader::ReadNames(std::vector<std::string>& names)
         }
         if (!isFirst && !isComma)
         {
-            Warn(next.place, QStringLiteral("the \",\" before %1 is missing").arg(Shown(name)));
+            Warn(next.place,
+                 QString::fromLatin1("the \",\" before %1 is missing").arg(Shown(name)));
         }
         isFirst = false;
         isComma = false;
@@ -179,7 +186,7 @@ bool CDbcReader::ReadSignal()
 {
     if (!m_isMessage)
     {
-        return Fail(m_keyword.place, QStringLiteral("a signal without a message before it"));
+        return Fail(m_keyword.place, QString::fromLatin1("a signal without a message before it"));
     }
     t_DbcMessage& message = m_draft.messages.back();
     t_DbcSignal signal;
@@ -197,7 +204,7 @@ bool CDbcReader::ReadSignalName(t_DbcSignal& signal)
     const std::string_view words = m_lexer.TakeToColon();
     if (words.empty())
     {
-        return FailExpected(QStringLiteral("the name of a signal and a \":\""));
+        return FailExpected(QString::fromLatin1("the name of a signal and a \":\""));
     }
     signal.name = words;
     const std::size_t blank = words.find_last_of(" \t");
@@ -224,14 +231,14 @@ bool CDbcReader::ReadMark(std::string_view mark, t_TextPlace place, t_DbcSignal&
     if (mark.empty())
     {
         Warn(place,
-             QStringLiteral("signal %1: the mark of a multiplexed signal has no number; 0 is "
-                            "taken")
+             QString::fromLatin1("signal %1: the mark of a multiplexed signal has no number; 0 is "
+                                 "taken")
                  .arg(Shown(signal.name)));
         return true;
     }
     const char* const end = mark.data() + mark.size();
     return std::from_chars(mark.data(), end, signal.page).ec == std::errc() ||
-           Fail(place, QStringLiteral("signal %1: multiplexor value %2 is out of range")
+           Fail(place, QString::fromLatin1("signal %1: multiplexor value %2 is out of range")
                            .arg(Shown(signal.name), Shown(mark)));
 }
 
@@ -250,15 +257,16 @@ bool CDbcReader::ReadBits(t_DbcSignal& signal)
     }
     if (order > 1)
     {
-        return Fail(token.place, QStringLiteral("byte order %1: it is 0 for big-endian or 1 for "
-                                                "little-endian signals")
-                                     .arg(order));
+        return Fail(token.place,
+                    QString::fromLatin1("byte order %1: it is 0 for big-endian or 1 for "
+                                        "little-endian signals")
+                        .arg(order));
     }
     signal.isBigEndian = order == 0;
     const std::string_view sign = m_lexer.TakeCharacter("+-");
     if (sign.empty())
     {
-        return FailExpected(QStringLiteral("\"+\" or \"-\" behind the byte order"));
+        return FailExpected(QString::fromLatin1("\"+\" or \"-\" behind the byte order"));
     }
     signal.isSigned = sign == "-";
     return true;
@@ -279,7 +287,7 @@ bool CDbcReader::ReadUnit(t_DbcSignal& signal)
     const bool isText = token.kind == e_DbcToken::Text || token.kind == e_DbcToken::OpenText;
     if (isText && token.text.find('\n') != std::string_view::npos)
     {
-        return Fail(token.place, QStringLiteral("a unit has no end in its line"));
+        return Fail(token.place, QString::fromLatin1("a unit has no end in its line"));
     }
     return ReadText(signal.unit, "a unit");
 }
@@ -289,8 +297,9 @@ bool CDbcReader::ReadReceivers(t_DbcSignal& signal)
     const t_DbcToken next = m_lexer.Peek();
     if (next.startsLine || next.kind == e_DbcToken::End || next.IsWord("SG_"))
     {
-        Warn(next.place, QStringLiteral("signal %1: the receivers are missing; nobody is taken")
-                             .arg(Shown(signal.name)));
+        Warn(next.place,
+             QString::fromLatin1("signal %1: the receivers are missing; nobody is taken")
+                 .arg(Shown(signal.name)));
         return true;
     }
     return ReadNames(signal.details.receivers);
@@ -304,16 +313,17 @@ bool CDbcReader::AddSignal(t_DbcMessage& message, t_DbcSignal&& signal)
     }
     if (message.signalList.size() >= NLabelBounds::kMaxSignalsPerMessage)
     {
-        message.signalList = {};
-        return Fail(signal.place, QStringLiteral("message %1: more than %2 signals")
+        std::vector<t_DbcSignal>().swap(message.signalList);
+        return Fail(signal.place, QString::fromLatin1("message %1: more than %2 signals")
                                       .arg(Shown(message.name))
                                       .arg(NLabelBounds::kMaxSignalsPerMessage));
     }
     if (++m_signalCount > NLabelBounds::kMaxSignals)
     {
         m_isBroken = true;
-        return Fail(signal.place,
-                    QStringLiteral("more than %1 signals in all").arg(NLabelBounds::kMaxSignals));
+        return Fail(
+            signal.place,
+            QString::fromLatin1("more than %1 signals in all").arg(NLabelBounds::kMaxSignals));
     }
     if (IsOdd(signal.name) && message.oddNames.size() < kMaxOddNames)
     {
@@ -376,9 +386,9 @@ bool CDbcReader::ReadValueType()
     }
     if (kind > 2)
     {
-        return Fail(
-            place,
-            QStringLiteral("%1 is no type: 0 is a whole number, 1 a float, 2 a double").arg(kind));
+        return Fail(place,
+                    QString::fromLatin1("%1 is no type: 0 is a whole number, 1 a float, 2 a double")
+                        .arg(kind));
     }
     signal->floatKind = kind;
     return ExpectEnd();
@@ -424,7 +434,7 @@ bool CDbcReader::ReadPage(std::vector<KW_RawRange>& ranges)
     KW_RawRange range;
     if (!read(first, range.first) || !read(last, range.last) || range.last < range.first)
     {
-        return Fail(place, QStringLiteral("values of a multiplexor expected, such as 0-3"));
+        return Fail(place, QString::fromLatin1("values of a multiplexor expected, such as 0-3"));
     }
     ranges.push_back(range);
     return true;
@@ -437,19 +447,20 @@ bool CDbcReader::TakePages(t_DbcSignal& signal, t_DbcSignal& multiplexor,
     if (ranges.empty() || isItself)
     {
         Warn(m_keyword.place,
-             (isItself
-                  ? QStringLiteral("signal %1 can not select itself; the statement is left out")
-                  : QStringLiteral("signal %1 has no values with which it is there; the "
-                                   "statement is left out"))
+             (isItself ? QString::fromLatin1(
+                             "signal %1 can not select itself; the statement is left out")
+                       : QString::fromLatin1("signal %1 has no values with which it is there; the "
+                                             "statement is left out"))
                  .arg(Shown(signal.name)));
         return true;
     }
     auto& selectedBy = signal.details.selectedBy;
     if (!signal.multiplexor.empty() && signal.multiplexor != multiplexor.name)
     {
-        Warn(m_keyword.place, QStringLiteral("signal %1 has another multiplexor already; this one "
-                                             "counts")
-                                  .arg(Shown(signal.name)));
+        Warn(m_keyword.place,
+             QString::fromLatin1("signal %1 has another multiplexor already; this one "
+                                 "counts")
+                 .arg(Shown(signal.name)));
         selectedBy.clear();
     }
     selectedBy.insert(selectedBy.end(), ranges.begin(), ranges.end());

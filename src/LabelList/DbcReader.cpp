@@ -52,7 +52,7 @@ bool IsUtf16(std::string_view text)
 } // namespace
 
 // In the order in which they are frequent.
-const CDbcReader::t_Keyword CDbcReader::kKeywords[] = {
+constinit const CDbcReader::t_Keyword CDbcReader::kKeywords[] = {
     {"SG_", &CDbcReader::ReadSignal},
     {"BA_", &CDbcReader::ReadAttribute},
     {"CM_", &CDbcReader::ReadComment},
@@ -114,8 +114,9 @@ bool CDbcReader::Read()
 {
     if (FindKeyword(m_lexer.Peek()) == nullptr)
     {
-        return Fail(m_lexer.Peek().place,
-                    QStringLiteral("no CAN database: it does not begin with a statement of one"));
+        return Fail(
+            m_lexer.Peek().place,
+            QString::fromLatin1("no CAN database: it does not begin with a statement of one"));
     }
     while (!m_isBroken && m_lexer.Peek().kind != e_DbcToken::End)
     {
@@ -147,23 +148,25 @@ bool CDbcReader::ReadStray(const t_DbcToken& token)
 {
     if (m_lexer.TakeSign(';'))
     {
-        Warn(token.place, QStringLiteral("a \";\" that ends nothing is left out"));
+        Warn(token.place, QString::fromLatin1("a \";\" that ends nothing is left out"));
         return true;
     }
     if (m_isMessage && !token.BeginsLine())
     {
         m_draft.messages.back().isBad = true;
-        return Fail(token.place,
-                    QStringLiteral("%1 does not belong to the message").arg(Shown(token.text)));
+        return Fail(
+            token.place,
+            QString::fromLatin1("%1 does not belong to the message").arg(Shown(token.text)));
     }
     if (!IsUnknownStatement(token))
     {
         m_isBroken = true;
-        return Fail(token.place,
-                    QStringLiteral("%1 is no statement of CAN databases").arg(Shown(token.text)));
+        return Fail(
+            token.place,
+            QString::fromLatin1("%1 is no statement of CAN databases").arg(Shown(token.text)));
     }
-    Warn(token.place,
-         QStringLiteral("statement %1 is unknown; it is kept as it stands").arg(Shown(token.text)));
+    Warn(token.place, QString::fromLatin1("statement %1 is unknown; it is kept as it stands")
+                          .arg(Shown(token.text)));
     m_lexer.Take();
     return KeepStatement();
 }
@@ -211,7 +214,7 @@ bool CDbcReader::Recover(const t_DbcToken& keyword)
         }
         if (token.kind == e_DbcToken::OpenText)
         {
-            return Fail(token.place, QStringLiteral("a text has no end"));
+            return Fail(token.place, QString::fromLatin1("a text has no end"));
         }
         m_lexer.Take();
     }
@@ -234,8 +237,8 @@ void CDbcReader::WarnOfMissing()
     }
     if (!m_isBroken && !missing.isEmpty())
     {
-        Warn({1, 1},
-             QStringLiteral("statements are missing: ") + missing.join(QStringLiteral(", ")));
+        Warn({1, 1}, QString::fromLatin1("statements are missing: ") +
+                         missing.join(QString::fromLatin1(", ")));
     }
 }
 
@@ -296,7 +299,7 @@ bool CDbcReader::ReadNodes()
     m_hasNodes = true;
     if (!m_lexer.TakeSign(':'))
     {
-        Warn(m_lexer.Peek().place, QStringLiteral("the \":\" behind BU_ is missing"));
+        Warn(m_lexer.Peek().place, QString::fromLatin1("the \":\" behind BU_ is missing"));
     }
     while (!StartsStatement(m_lexer.Peek()) && m_lexer.Peek().kind != e_DbcToken::End &&
            !m_lexer.Peek().BeginsLine() && !m_lexer.TakeSign(';'))
@@ -310,7 +313,7 @@ bool CDbcReader::ReadNodes()
         const std::string_view name = isName ? m_lexer.TakeName() : std::string_view();
         if (name.empty())
         {
-            return FailExpected(QStringLiteral("the name of a node"));
+            return FailExpected(QString::fromLatin1("the name of a node"));
         }
         if (name == NDbcNames::kNobody)
         {
@@ -318,7 +321,7 @@ bool CDbcReader::ReadNodes()
         }
         if (!m_draft.byNode.emplace(name, m_list.database.nodes.size()).second)
         {
-            Warn(place, QStringLiteral("node %1 is there already").arg(Shown(name)));
+            Warn(place, QString::fromLatin1("node %1 is there already").arg(Shown(name)));
             continue;
         }
         KW_LabelNode node;
@@ -338,7 +341,7 @@ bool CDbcReader::ReadValueTable()
     table.name = Name(m_lexer.TakeName());
     if (table.name.empty())
     {
-        return FailExpected(QStringLiteral("the name of a table"));
+        return FailExpected(QString::fromLatin1("the name of a table"));
     }
     std::vector<t_DbcLabel> labels;
     if (!ReadLabelList(labels) || !CountRecord())
@@ -365,7 +368,8 @@ bool CDbcReader::ExpectEnd()
     const t_DbcToken& next = m_lexer.Peek();
     if (next.kind == e_DbcToken::End || StartsStatement(next))
     {
-        Warn(next.place, QStringLiteral("the \";\" of %1 is missing").arg(Shown(m_keyword.text)));
+        Warn(next.place,
+             QString::fromLatin1("the \";\" of %1 is missing").arg(Shown(m_keyword.text)));
         return true;
     }
     return ExpectSign(';');
@@ -379,7 +383,7 @@ bool CDbcReader::SkipToEnd()
         const t_DbcToken& next = m_lexer.Peek();
         if (next.kind == e_DbcToken::OpenText)
         {
-            return Fail(next.place, QStringLiteral("a text has no end"));
+            return Fail(next.place, QString::fromLatin1("a text has no end"));
         }
         if (next.kind == e_DbcToken::End || StartsStatement(next))
         {
@@ -400,9 +404,8 @@ bool CDbcReader::ReadInteger(UINT32& number, const char* what)
     }
     if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
     {
-        return Fail(
-            token.place,
-            QStringLiteral("%1 is out of range: %2").arg(Shown(digits), QString::fromLatin1(what)));
+        return Fail(token.place, QString::fromLatin1("%1 is out of range: %2")
+                                     .arg(Shown(digits), QString::fromLatin1(what)));
     }
     return true;
 }
@@ -413,7 +416,7 @@ bool CDbcReader::ReadDouble(double& number)
     const bool isWord = token.kind == e_DbcToken::Word;
     if (token.kind != e_DbcToken::Number && !isWord)
     {
-        return FailExpected(QStringLiteral("a number"));
+        return FailExpected(QString::fromLatin1("a number"));
     }
     std::string_view digits = token.text;
     digits.remove_prefix(digits.front() == '+' ? 1 : 0);
@@ -423,8 +426,8 @@ bool CDbcReader::ReadDouble(double& number)
     const bool isNumber = read.ptr == end && read.ec == std::errc() && std::isfinite(number);
     if (!isNumber || isWord)
     {
-        return Fail(token.place, (isOutside ? QStringLiteral("%1 is out of range of numbers")
-                                            : QStringLiteral("%1 is no finite number"))
+        return Fail(token.place, (isOutside ? QString::fromLatin1("%1 is out of range of numbers")
+                                            : QString::fromLatin1("%1 is no finite number"))
                                      .arg(Shown(token.text)));
     }
     m_lexer.Take();
@@ -461,8 +464,8 @@ bool CDbcReader::ReadLabelValue(t_DbcLabel& label)
     constexpr double kMaxExact = 9007199254740992.0;
     if (std::trunc(number) != number || std::abs(number) > kMaxExact)
     {
-        return Fail(token.place, QStringLiteral("%1 labels no raw value: it has to be a whole "
-                                                "number of 64 bits")
+        return Fail(token.place, QString::fromLatin1("%1 labels no raw value: it has to be a whole "
+                                                     "number of 64 bits")
                                      .arg(Shown(token.text)));
     }
     label.value = static_cast<INT64>(number);
@@ -487,11 +490,11 @@ bool CDbcReader::ReadText(std::string& text, const char* what)
 {
     if (m_lexer.Peek().kind == e_DbcToken::OpenText)
     {
-        return Fail(m_lexer.Peek().place, QStringLiteral("a text has no end"));
+        return Fail(m_lexer.Peek().place, QString::fromLatin1("a text has no end"));
     }
     if (m_lexer.Peek().kind != e_DbcToken::Text)
     {
-        return FailExpected(QStringLiteral("%1 in quotes").arg(QString::fromLatin1(what)));
+        return FailExpected(QString::fromLatin1("%1 in quotes").arg(QString::fromLatin1(what)));
     }
     text = NDbcText::Unquoted(m_lexer.Take().text, m_draft.isUtf8);
     return true;
@@ -504,9 +507,10 @@ bool CDbcReader::CountRecord()
         return true;
     }
     m_isBroken = true;
-    return Fail(m_lexer.Peek().place, QStringLiteral("more than %1 names, labels, attributes and "
-                                                     "further statements")
-                                          .arg(NLabelBounds::kMaxItems));
+    return Fail(m_lexer.Peek().place,
+                QString::fromLatin1("more than %1 names, labels, attributes and "
+                                    "further statements")
+                    .arg(NLabelBounds::kMaxItems));
 }
 
 bool CDbcReader::Fail(t_TextPlace place, const QString& text)
@@ -518,9 +522,9 @@ bool CDbcReader::Fail(t_TextPlace place, const QString& text)
 bool CDbcReader::FailExpected(const QString& what)
 {
     const t_DbcToken& found = m_lexer.Peek();
-    const QString shown =
-        found.kind == e_DbcToken::End ? QStringLiteral("the end of the file") : Shown(found.text);
-    return Fail(found.place, QStringLiteral("%1 expected, found %2").arg(what, shown));
+    const QString shown = found.kind == e_DbcToken::End ? QString::fromLatin1("the end of the file")
+                                                        : Shown(found.text);
+    return Fail(found.place, QString::fromLatin1("%1 expected, found %2").arg(what, shown));
 }
 
 /** A word of the file for a report: in quotes, without line ends, and not too long. */
@@ -529,7 +533,7 @@ QString CDbcReader::Shown(std::string_view text) const
     QString shown = QString::fromStdString(Name(text.substr(0, 4 * kLongestShown))).simplified();
     if (shown.size() > kLongestShown)
     {
-        shown = shown.left(kLongestShown) + QStringLiteral("...");
+        shown = shown.left(kLongestShown) + QString::fromLatin1("...");
     }
     return QLatin1Char('"') + shown + QLatin1Char('"');
 }
@@ -551,8 +555,9 @@ bool NLabelFiles::ReadDbc(const QByteArray& text, KW_LabelList& list, CLabelRepo
     std::string_view bytes(text.constData(), static_cast<std::size_t>(text.size()));
     if (IsUtf16(bytes))
     {
-        reports.Error({1, 1}, QStringLiteral("encoded as UTF-16; CAN databases are Windows-1252 or "
-                                             "UTF-8"));
+        reports.Error({1, 1},
+                      QString::fromLatin1("encoded as UTF-16; CAN databases are Windows-1252 or "
+                                          "UTF-8"));
         return false;
     }
     const bool isMarked = bytes.substr(0, 3) == "\xef\xbb\xbf";
@@ -561,8 +566,9 @@ bool NLabelFiles::ReadDbc(const QByteArray& text, KW_LabelList& list, CLabelRepo
     const t_TextPlace firstReturn = FirstReturn(bytes);
     if (firstReturn.line > 0)
     {
-        reports.Warning(firstReturn, QStringLiteral("lines end with carriage return and line feed; "
-                                                    "they are written with a line feed"));
+        reports.Warning(firstReturn,
+                        QString::fromLatin1("lines end with carriage return and line feed; "
+                                            "they are written with a line feed"));
     }
     CDbcReader reader(bytes, isUtf8, list, reports);
     if (!reader.Read())

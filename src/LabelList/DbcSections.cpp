@@ -196,7 +196,7 @@ void CDbcWriter::WriteNumber(double number)
 {
     if (!std::isfinite(number))
     {
-        Warn(QStringLiteral("a number that is not finite is written as 0"));
+        Warn(QString::fromLatin1("a number that is not finite is written as 0"));
         number = 0.0;
     }
     char text[32];
@@ -271,9 +271,10 @@ void CDbcWriter::WriteDefinitionsOf(bool isRelation)
         NDbcText::AppendQuoted(m_text, definition.name);
         if (!IsType(definition.type))
         {
-            Warn(QStringLiteral("attribute %1: its type is no type of CAN databases; STRING is "
-                                "written")
-                     .arg(QString::fromStdString(definition.name)));
+            Warn(
+                QString::fromLatin1("attribute %1: its type is no type of CAN databases; STRING is "
+                                    "written")
+                    .arg(QString::fromStdString(definition.name)));
         }
         m_text += ' ' + (IsType(definition.type) ? definition.type : std::string("STRING")) + ";\n";
     }

@@ -53,7 +53,7 @@ bool CDbcReader::KeepSignalsWithoutMessage()
         if (next.kind == e_DbcToken::OpenText)
         {
             m_isBroken = true;
-            return Fail(next.place, QStringLiteral("a text has no end"));
+            return Fail(next.place, QString::fromLatin1("a text has no end"));
         }
         m_lexer.Take();
     }
@@ -131,7 +131,7 @@ bool CDbcReader::FindMessage(t_DbcMessage*& message, bool& isKept)
     }
     if (found == m_draft.byNumber.end())
     {
-        Warn(place, QStringLiteral("there is no message %1; what %2 says of it is left out")
+        Warn(place, QString::fromLatin1("there is no message %1; what %2 says of it is left out")
                         .arg(number)
                         .arg(Shown(m_keyword.text)));
         return true;
@@ -161,13 +161,14 @@ bool CDbcReader::FindSignal(t_DbcMessage& message, t_DbcSignal*& signal)
     const std::string_view name = TakeSignalName(message);
     if (name.empty())
     {
-        return FailExpected(QStringLiteral("the name of a signal"));
+        return FailExpected(QString::fromLatin1("the name of a signal"));
     }
     signal = NDbcDraft::FindSignal(message, name);
     if (signal == nullptr)
     {
-        Warn(place, QStringLiteral("message %1 has no signal %2; what %3 says of it is left out")
-                        .arg(Shown(message.name), Shown(name), Shown(m_keyword.text)));
+        Warn(place,
+             QString::fromLatin1("message %1 has no signal %2; what %3 says of it is left out")
+                 .arg(Shown(message.name), Shown(name), Shown(m_keyword.text)));
     }
     return true;
 }
@@ -197,12 +198,12 @@ bool CDbcReader::ReadNodeObject(t_Object& object)
     const std::string_view name = m_lexer.TakeName();
     if (name.empty())
     {
-        return FailExpected(QStringLiteral("the name of a node"));
+        return FailExpected(QString::fromLatin1("the name of a node"));
     }
     const auto found = m_draft.byNode.find(name);
     if (found == m_draft.byNode.end())
     {
-        Warn(place, QStringLiteral("there is no node %1; what %2 says of it is left out")
+        Warn(place, QString::fromLatin1("there is no node %1; what %2 says of it is left out")
                         .arg(Shown(name), Shown(m_keyword.text)));
         return true;
     }
@@ -254,7 +255,7 @@ bool CDbcReader::ReadComment()
     }
     if (!object.comment->empty())
     {
-        Warn(m_keyword.place, QStringLiteral("a second comment of the same; this one counts"));
+        Warn(m_keyword.place, QString::fromLatin1("a second comment of the same; this one counts"));
     }
     return ReadText(*object.comment, "a comment") && ExpectEnd();
 }
@@ -269,7 +270,7 @@ bool CDbcReader::ReadDefinition()
     }
     if (!IsKindOfObject(next.text))
     {
-        return FailExpected(QStringLiteral("BU_, BO_, SG_, EV_ or the name of an attribute"));
+        return FailExpected(QString::fromLatin1("BU_, BO_, SG_, EV_ or the name of an attribute"));
     }
     m_lexer.Take();
     return DefineAttribute(std::string(next.text));
@@ -280,7 +281,7 @@ bool CDbcReader::ReadRelationDefinition()
     const t_DbcToken next = m_lexer.Peek();
     if (next.kind != e_DbcToken::Word)
     {
-        return FailExpected(QStringLiteral("the kind of a relation"));
+        return FailExpected(QString::fromLatin1("the kind of a relation"));
     }
     m_lexer.Take();
     return DefineAttribute(std::string(kRelations) + Name(next.text));
@@ -297,14 +298,14 @@ bool CDbcReader::DefineAttribute(std::string object)
     const t_DbcToken type = m_lexer.Peek();
     if (type.kind != e_DbcToken::Word || StartsStatement(type))
     {
-        return FailExpected(QStringLiteral("the type of an attribute"));
+        return FailExpected(QString::fromLatin1("the type of an attribute"));
     }
     while (!m_lexer.Peek().IsSign(';') && m_lexer.Peek().kind != e_DbcToken::End &&
            !StartsStatement(m_lexer.Peek()))
     {
         if (m_lexer.Peek().kind == e_DbcToken::OpenText)
         {
-            return Fail(m_lexer.Peek().place, QStringLiteral("a text has no end"));
+            return Fail(m_lexer.Peek().place, QString::fromLatin1("a text has no end"));
         }
         m_lexer.Take();
     }
@@ -374,7 +375,7 @@ bool CDbcReader::ReadAttributeValue(KW_LabelAttribute& attribute)
     double number = 0.0;
     if (token.kind != e_DbcToken::Number)
     {
-        return FailExpected(QStringLiteral("a number or a text in quotes"));
+        return FailExpected(QString::fromLatin1("a number or a text in quotes"));
     }
     attribute.value = Name(token.text);
     return ReadDouble(number);

@@ -130,7 +130,7 @@ void CDbcWriter::Prepare()
         }
         else
         {
-            Warn(QStringLiteral("no statement of CAN databases, left out: %1")
+            Warn(QString::fromLatin1("no statement of CAN databases, left out: %1")
                      .arg(Quoted(statement)));
         }
     }
@@ -232,8 +232,9 @@ void CDbcWriter::PrepareMultiplexing(t_Message& message)
         message.isExtended = message.isExtended || !isMarked;
         if (!isMarked && !signal.isNamed)
         {
-            Warn(QStringLiteral("message %1, signal %2: when it is there is not kept, as another "
-                                "has its name or number")
+            Warn(QString::fromLatin1(
+                     "message %1, signal %2: when it is there is not kept, as another "
+                     "has its name or number")
                      .arg(Quoted(message.name), Quoted(signal.name)));
         }
     }
@@ -253,8 +254,8 @@ void CDbcWriter::SelectSignal(t_Message& message, t_Signal& signal,
     }
     else if (!name.empty())
     {
-        Warn(QStringLiteral("message %1, signal %2: nothing in the message selects it; it is "
-                            "written as always there")
+        Warn(QString::fromLatin1("message %1, signal %2: nothing in the message selects it; it is "
+                                 "written as always there")
                  .arg(Quoted(message.name), Quoted(signal.name)));
     }
 }
@@ -266,8 +267,9 @@ void CDbcWriter::WarnOfUnnamed(const t_Message& message)
         !message.attributes.empty() || !details.comment.empty() || details.senders.size() > 1;
     if (!message.isNamed && hasMore)
     {
-        Warn(QStringLiteral("message %1: its comment and attributes are not kept, as another has "
-                            "its identifier")
+        Warn(QString::fromLatin1(
+                 "message %1: its comment and attributes are not kept, as another has "
+                 "its identifier")
                  .arg(Quoted(message.name)));
     }
     for (const t_Signal& signal : message.all)
@@ -281,8 +283,9 @@ void CDbcWriter::WarnOfUnnamed(const t_Message& message)
                             !AttributesOf(signal).empty();
         if (!signal.isNamed && isMore)
         {
-            Warn(QStringLiteral("message %1, signal %2: its comment, attributes, labels and type "
-                                "are not kept, as another has its name or number")
+            Warn(QString::fromLatin1(
+                     "message %1, signal %2: its comment, attributes, labels and type "
+                     "are not kept, as another has its name or number")
                      .arg(Quoted(message.name), Quoted(signal.name)));
         }
     }
@@ -332,7 +335,7 @@ std::string CDbcWriter::Listed(const std::string& name)
     }
     const NDbcNames::t_Named named[] = {{name, {}}};
     std::string listed = NDbcNames::InFile(named).front();
-    Warn(QStringLiteral("name %1 is written as %2").arg(Quoted(name), Quoted(listed)));
+    Warn(QString::fromLatin1("name %1 is written as %2").arg(Quoted(name), Quoted(listed)));
     return listed;
 }
 
@@ -357,8 +360,9 @@ QByteArray NLabelFiles::WriteDbc(const KW_LabelList& list, CLabelReports& report
     }
     if (!list.database.isUtf8)
     {
-        reports.Warning({}, QStringLiteral("written as UTF-8: Windows-1252 lacks a character, or "
-                                           "could not be told from it"));
+        reports.Warning({},
+                        QString::fromLatin1("written as UTF-8: Windows-1252 lacks a character, or "
+                                            "could not be told from it"));
     }
     const QByteArray written = bytesOf(text);
     return NDbcText::IsUtf8(text) ? written : QString::fromUtf8(written).toUtf8();
