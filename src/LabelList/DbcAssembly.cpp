@@ -99,8 +99,7 @@ public:
                 m_list.database.otherStatements.push_back(std::move(statement));
             }
         }
-        std::stable_sort(m_list.database.otherStatements.begin(),
-                         m_list.database.otherStatements.end(), NDbcOrder::IsBefore);
+        NDbcOrder::Arrange(m_list.database.otherStatements);
         const auto placeOf = [this](int i) { return m_places[static_cast<std::size_t>(i)]; };
         NLabelChecks::CheckIdentifiers(m_list, placeOf, m_reports);
     }
@@ -126,21 +125,21 @@ private:
         as they will in the file that is written. */
     void CompleteDefinitions()
     {
-        auto& definitions = m_list.database.attributeDefinitions;
-        const auto relations = std::stable_partition(
-            definitions.begin(), definitions.end(),
-            [](const auto& definition) { return !NDbcOrder::IsRelation(definition); });
+        std::vector<KW_AttributeDefinition> ordered;
         std::unordered_set<std::string> names;
-        for (auto at = definitions.begin(); at != definitions.end(); ++at)
+        for (const bool isRelation : {false, true})
         {
-            const auto& defaults = at < relations ? m_draft.defaults : m_draft.relationDefaults;
-            const auto found = defaults.find(at->name);
-            if (found != defaults.end())
+            for (KW_AttributeDefinition& definition : m_list.database.attributeDefinitions)
             {
-                at->defaultValue = found->second.value;
+                if (NDbcOrder::IsRelation(definition) == isRelation)
+                {
+                    Complete(definition, isRelation ? m_draft.relationDefaults : m_draft.defaults);
+                    names.insert((isRelation ? "r" : " ") + definition.name);
+                    ordered.push_back(std::move(definition));
+                }
             }
-            names.insert((at < relations ? " " : "r") + at->name);
         }
+        m_list.database.attributeDefinitions = std::move(ordered);
         WarnOfUndefined(m_draft.defaults, " ", names);
         WarnOfUndefined(m_draft.relationDefaults, "r", names);
         for (const auto& [name, place] : m_draft.used)
@@ -150,6 +149,16 @@ private:
                 Warn(place,
                      QString::fromLatin1("attribute %1 has no definition").arg(Quoted(name)));
             }
+        }
+    }
+
+    static void Complete(KW_AttributeDefinition& definition,
+                         const std::map<std::string, t_DbcDefault>& defaults)
+    {
+        const auto found = defaults.find(definition.name);
+        if (found != defaults.end())
+        {
+            definition.defaultValue = found->second.value;
         }
     }
 

@@ -52,9 +52,25 @@ std::string_view NDbcOrder::KeywordOf(std::string_view statement)
     return statement.substr(0, statement.find_first_of(" :\"0123456789;"));
 }
 
-bool NDbcOrder::IsBefore(const std::string& statement, const std::string& other)
+void NDbcOrder::Arrange(std::vector<std::string>& statements)
 {
-    return RankOf(KeywordOf(statement)) < RankOf(KeywordOf(other));
+    std::vector<int> ranks;
+    for (const std::string& statement : statements)
+    {
+        ranks.push_back(RankOf(KeywordOf(statement)));
+    }
+    std::vector<std::string> arranged;
+    for (int rank = 0; arranged.size() < statements.size(); ++rank)
+    {
+        for (std::size_t i = 0; i < ranks.size(); ++i)
+        {
+            if (ranks[i] == rank)
+            {
+                arranged.push_back(std::move(statements[i]));
+            }
+        }
+    }
+    statements = std::move(arranged);
 }
 
 bool NDbcOrder::IsRelation(const KW_AttributeDefinition& definition)

@@ -12,8 +12,8 @@ namespace NDbcOrder
 /** By the order of the grammar; keywords that it has not come last. */
 int RankOf(std::string_view keyword);
 
-/** Whether one whole statement comes before another. */
-bool IsBefore(const std::string& statement, const std::string& other);
+/** Puts statements in that order; those of one keyword keep theirs. */
+void Arrange(std::vector<std::string>& statements);
 
 /** The keyword that a statement begins with. */
 std::string_view KeywordOf(std::string_view statement);

@@ -93,8 +93,8 @@ void CDbcWriter::WriteHead()
     }
     m_text += '\n';
     const bool hasTiming = std::any_of(m_others.begin(), m_others.end(),
-                                       [](const std::string* statement)
-                                       { return NDbcOrder::KeywordOf(*statement) == "BS_"; });
+                                       [](const std::string& statement)
+                                       { return NDbcOrder::KeywordOf(statement) == "BS_"; });
     m_text += hasTiming ? "" : "BS_:\n";
     WriteOthersBefore(NDbcOrder::RankOf("BU_"));
     m_text += "\nBU_:";
@@ -441,7 +441,7 @@ void CDbcWriter::WriteOthersBefore(int rank)
 {
     for (; m_nextOther < m_others.size(); ++m_nextOther)
     {
-        const std::string& statement = *m_others[m_nextOther];
+        const std::string& statement = m_others[m_nextOther];
         if (NDbcOrder::RankOf(NDbcOrder::KeywordOf(statement)) >= rank)
         {
             return;

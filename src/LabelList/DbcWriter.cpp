@@ -126,7 +126,7 @@ void CDbcWriter::Prepare()
     {
         if (IsStatement(statement))
         {
-            m_others.push_back(&statement);
+            m_others.push_back(statement);
         }
         else
         {
@@ -134,8 +134,7 @@ void CDbcWriter::Prepare()
                      .arg(Quoted(statement)));
         }
     }
-    std::stable_sort(m_others.begin(), m_others.end(),
-                     [](const auto* a, const auto* b) { return NDbcOrder::IsBefore(*a, *b); });
+    NDbcOrder::Arrange(m_others);
 }
 
 void CDbcWriter::PrepareNodes()

@@ -87,7 +87,7 @@ private:
     std::vector<std::string> m_nodes; ///< their names in the file
     std::unordered_map<std::string, std::string> m_nodeInFile;
     std::vector<t_Message> m_messages;
-    std::vector<const std::string*> m_others; ///< in their order in the file
+    std::vector<std::string> m_others; ///< in their order in the file
     std::size_t m_nextOther = 0;
     std::string m_text;
 };
