@@ -285,7 +285,7 @@ bool CDbcReader::ReadUnit(t_DbcSignal& signal)
 {
     const t_DbcToken token = m_lexer.Peek();
     const bool isText = token.kind == e_DbcToken::Text || token.kind == e_DbcToken::OpenText;
-    if (isText && token.text.find('\n') != std::string_view::npos)
+    if (isText && token.text.find_first_of("\r\n") != std::string_view::npos)
     {
         return Fail(token.place, QString::fromLatin1("a unit has no end in its line"));
     }

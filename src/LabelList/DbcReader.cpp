@@ -180,8 +180,8 @@ bool CDbcReader::IsUnknownStatement(const t_DbcToken& token) const
     {
         const t_DbcToken next = ahead.Take();
         const bool isEnd = next.kind == e_DbcToken::End || next.kind == e_DbcToken::OpenText;
-        const bool isLong =
-            next.kind == e_DbcToken::Text && next.text.find('\n') != std::string_view::npos;
+        const bool isLong = next.kind == e_DbcToken::Text &&
+                            next.text.find_first_of("\r\n") != std::string_view::npos;
         if (isEnd || isLong || StartsStatement(next))
         {
             return false;

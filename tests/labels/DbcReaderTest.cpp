@@ -200,7 +200,7 @@ TEST(DbcReader, SkippedMessageLeavesTraces)
             "BO_ 1 Bad: 8 A\n SG_ S : 0|8@1+ (oops,0) [0|0] \"\" B\n SG_ T : 8|8@1+ (1,0) [0|0] "
             "\"\" B\nBO_ 2 Good: 8 A\n SG_ S : 0|8@1+ (1,0) [0|0] \"\" B\nBO_ 3 Late: 1 A\n SG_ "
             "S : 0|9@1+ (1,0) [0|0] \"\" B\nBO_TX_BU_ 1 : A,B;\nCM_ SG_ 1 T \"x\";\nCM_ SG_ 2 S "
-            "\"kept\";\nVAL_ 1 S 0 \"x\";\nSIG_GROUP_ 1 G 1 : S T;\n",
+            "\"kept\";\nVAL_ 1 S 0 \"x\";\nSIG_GROUP_ 1 G 1 : S T;\nSIG_GROUP_ 3 H 1 : S;\n",
         kDbc, {true});
     EXPECT_EQ(read.code, eKW_ACC_WARNING);
     EXPECT_EQ(
