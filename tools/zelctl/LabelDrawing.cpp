@@ -32,7 +32,7 @@ public:
         const bool isBig = signal.getEndianness() == eKW_ENDIANNESS_BIG_ENDIAN;
         UINT32 bit = signal.getStartBit();
         const UINT32 last = signal.getBitLength() - 1;
-        for (UINT32 i = 0; i <= last && bit < m_cells.size(); ++i)
+        for (UINT32 i = 0; i < signal.getBitLength() && bit < m_cells.size(); ++i)
         {
             const bool isMost = i == (isBig ? 0 : last);
             const bool isLeast = i == (isBig ? last : 0);

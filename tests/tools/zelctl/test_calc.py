@@ -106,8 +106,10 @@ BAD = ["window HANN 1", "window HANN 65537", "window HANN many", "window NOTHING
 def read_functions():
     """Names of the functions that the headers of the calculations declare."""
     names = set()
-    for folder in ("IKWFunctionZELHelpers", "MeterBase", "LabelList"):
-        for header in glob.glob(os.path.join(PROJECT, "ifc", folder, "*.h")):
+    # Whole lists, their files and logs are for the commands "labels", not for calculations.
+    for headers in ("IKWFunctionZELHelpers/*.h", "MeterBase/*.h", "LabelList/LabelListConversion.h",
+                    "LabelList/LabelListMessage.h", "LabelList/LabelListSignal.h"):
+        for header in glob.glob(os.path.join(PROJECT, "ifc", headers)):
             with open(header, encoding="utf-8") as file:
                 text = re.sub(r"/\*.*?\*/|//[^\n]*", "", file.read(), flags=re.S)
             while re.search("<[^<>\n]*>", text):
