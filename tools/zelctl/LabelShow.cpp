@@ -299,6 +299,10 @@ t_Answer t_LabelShowOptions::Run(CSession& session) const
     {
         for (const KW_LabelEntry* const entry : entries)
         {
+            if (entry != entries.front())
+            {
+                reply.Line({});
+            }
             AddMessage(list, *entry, values, reply);
         }
     }

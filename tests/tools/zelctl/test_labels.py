@@ -291,7 +291,7 @@ class Labels(unittest.TestCase):
 
     def test_can_utils_write_what_is_not_read(self):
         if shutil.which("log2asc") is None or shutil.which("asc2log") is None:
-            self.skipTest("without can-utils: scripts/setup.sh ci installs them")
+            self.skipTest("without can-utils: scripts/setup.sh installs them")
         with open(self.path("a.asc"), "w", encoding="utf-8") as file:
             subprocess.run(["log2asc", "-I", self.path("a.log"), "can0", "vcan10"], stdout=file,
                            check=True, timeout=60)
