@@ -14,13 +14,21 @@ namespace
 {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/** Physical values; a negative scale turns them round. */
-KW_MinMax Scaled(const KW_TraceInfo& info, double low, double high)
+/** Physical values; a negative scale turns them round. A copy, which no column can change. */
+struct t_Scaling
 {
-    const double a = low * info.scale + info.offset;
-    const double b = high * info.scale + info.offset;
-    return info.scale < 0 ? KW_MinMax{b, a} : KW_MinMax{a, b};
-}
+    explicit t_Scaling(const KW_TraceInfo& info) : scale(info.scale), offset(info.offset) {}
+
+    KW_MinMax operator()(double low, double high) const
+    {
+        const double a = low * scale + offset;
+        const double b = high * scale + offset;
+        return scale < 0 ? KW_MinMax{b, a} : KW_MinMax{a, b};
+    }
+
+    double scale;
+    double offset;
+};
 
 /** Each column with the points that lie in it, the one at or before its left edge and the one at
     or before its right edge among them, unless that is the end of the picture. */
@@ -30,10 +38,13 @@ void FindPoints(const t_Picture& picture, std::span<TColumn> columns, TEmpty emp
     using t_Entry = typename TPoints::t_Entry;
     const CStretch<TPoints> stretch(picture.trace);
     const double end = std::min<double>(std::ceil(picture.first + picture.count), picture.shown);
+    const auto all = static_cast<double>(columns.size());
+    double number = 0.0;
     double left = picture.first;
     for (std::size_t i = 0; i < columns.size(); ++i)
     {
-        const double right = picture.EdgeOf(i + 1, columns.size());
+        number += 1.0;
+        const double right = picture.EdgeOf(number, all);
         columns[i] = empty;
         const double begin = std::max(left, 0.0);
         if (right >= 0 && begin < end)
@@ -51,12 +62,11 @@ void FindPoints(const t_Picture& picture, std::span<TColumn> columns, TEmpty emp
 template <class TPoints>
 void FindValues(const t_Picture& picture, std::span<KW_MinMax> columns)
 {
-    const KW_TraceInfo& info = picture.trace.info;
     FindPoints<TPoints>(picture, columns, KW_MinMax{kNaN, kNaN},
-                        [&info](auto low, auto high)
+                        [scaled = t_Scaling(picture.trace.info)](auto low, auto high)
                         {
                             return TPoints::IsValid(low, high)
-                                       ? Scaled(info, TPoints::LowValue(low), high)
+                                       ? scaled(TPoints::LowValue(low), high)
                                        : KW_MinMax{kNaN, kNaN};
                         });
 }
@@ -67,12 +77,15 @@ void FollowCurve(const t_Picture& picture, CCurve curve, std::span<KW_MinMax> co
                  bool isHigh)
 {
     const double last = picture.shown - 1.0;
+    const auto all = static_cast<double>(columns.size());
+    double number = 0.0;
     double left = picture.first;
     double known = kNaN; // position of `value`
     double value = kNaN;
     for (std::size_t i = 0; i < columns.size(); ++i)
     {
-        const double right = picture.EdgeOf(i + 1, columns.size());
+        number += 1.0;
+        const double right = picture.EdgeOf(number, all);
         double low = kNaN;
         double high = kNaN;
         const auto see = [&](double position)
@@ -101,7 +114,7 @@ void FollowCurve(const t_Picture& picture, CCurve curve, std::span<KW_MinMax> co
 
 void FindCurve(const t_Picture& picture, std::span<KW_MinMax> columns, bool isSinc)
 {
-    const KW_TraceInfo& info = picture.trace.info;
+    const t_Scaling scaled(picture.trace.info);
     const bool isPair = picture.trace.format == eKW_SAMPLES_MINMAX;
     FollowCurve(picture, CCurve(picture.trace, picture.shown, isSinc, false), columns, true,
                 !isPair);
@@ -112,7 +125,7 @@ void FindCurve(const t_Picture& picture, std::span<KW_MinMax> columns, bool isSi
     }
     for (KW_MinMax& column : columns)
     {
-        column = Scaled(info, column.minimum, column.maximum);
+        column = scaled(column.minimum, column.maximum);
     }
 }
 } // namespace

@@ -14,10 +14,7 @@ struct t_Picture
     double count; ///< points from there to the right edge
 
     /** Position of the left edge of a column of so many. */
-    double EdgeOf(std::size_t column, std::size_t columns) const
-    {
-        return first + count * static_cast<double>(column) / static_cast<double>(columns);
-    }
+    double EdgeOf(double column, double columns) const { return first + count * column / columns; }
 };
 
 /** As CKWRecord has them. */

@@ -37,7 +37,7 @@ struct t_Int16Points
     static t_Words Lowly(t_Words v) { return (t_Words)((t_UnsignedWords)v - 1); }
     static t_Words Low(t_Words a, t_Words b) { return a < b ? a : b; }
     static t_Words High(t_Words a, t_Words b) { return a > b ? a : b; }
-    static bool IsValid(INT16 low, INT16 high) { return low != kNoLow && high != kNoHigh; }
+    static bool IsValid(INT16 low, INT16 high) { return low < high; } // the low is less one
     static INT32 LowValue(INT16 low) { return low + 1; }
 };
 
@@ -127,14 +127,13 @@ public:
             Add(Load<t_Vector>(entries));
             entries += kLanes;
         }
-        CExtremes other; // two at once: neither waits for the other
         for (; entries != end; entries += 2 * kLanes)
         {
             Add(Load<t_Vector>(entries));
-            other.Add(Load<t_Vector>(entries + kLanes));
+            const auto other = Load<t_Vector>(entries + kLanes);
+            m_otherLow = TPoints::Low(TPoints::Lowly(other), m_otherLow);
+            m_otherHigh = TPoints::High(other, m_otherHigh);
         }
-        m_low = TPoints::Low(other.m_low, m_low);
-        m_high = TPoints::High(other.m_high, m_high);
     }
 
     /** Blocks of the pyramid. */
@@ -159,8 +158,8 @@ public:
 
     void Get(t_Entry& low, t_Entry& high) const
     {
-        t_Vector lows = m_low;
-        t_Vector highs = m_high;
+        t_Vector lows = TPoints::Low(m_otherLow, m_low);
+        t_Vector highs = TPoints::High(m_otherHigh, m_high);
         Meet<8>(lows, highs);
         Meet<4>(lows, highs);
         if constexpr (sizeof(t_Entry) <= 2)
@@ -220,5 +219,7 @@ private:
 
     t_Vector m_low = t_Vector{} + TPoints::kNoLow;
     t_Vector m_high = t_Vector{} + TPoints::kNoHigh;
+    t_Vector m_otherLow = m_low; // two at once: neither waits for the other
+    t_Vector m_otherHigh = m_high;
 };
 } // namespace NStreams
