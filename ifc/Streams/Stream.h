@@ -41,8 +41,9 @@ public:
     /** The newest record, again if it must be; those before it that were not fetched count as
         missed. None before the first one. */
     virtual CKWRecord GetLatest() = 0;
-    /** The oldest record of the history that this reader did not fetch, then the newest again
-        whenever it has grown; none when there is nothing new. */
+    /** The record that was fetched last again, if it has grown and is in the history; then the
+        oldest one that was not fetched; none when there is nothing new. So who fetches one after
+        the other gets the end of each. */
     virtual CKWRecord GetNext() = 0;
     /** A record of the history: 0 the newest, −1 the one before it, and so on; none where the
         history ends. Changes nothing of what is new. */

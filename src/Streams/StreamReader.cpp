@@ -24,7 +24,7 @@ CKWRecord RecordOf(t_Slot& slot)
 
 CStreamReader::CStreamReader(t_SharedPtr shared, t_Waiter& waiter)
     : m_shared(std::move(shared)), m_pool(m_shared->pool), m_waiter(waiter),
-      m_next(std::max<UINT64>(m_pool.Head(), 1)),
+      m_next(std::max(m_pool.Tail(), m_pool.Head())),
       m_droppedBefore(m_shared->dropped.load(std::memory_order_relaxed))
 {
 }
@@ -41,8 +41,13 @@ bool CStreamReader::HasNew()
     {
         return true;
     }
-    return head > 0 && m_pool.Tail() <= head &&
-           m_pool.SlotOf(head).progress.load(std::memory_order_acquire) != m_progress;
+    return m_last > 0 && m_pool.Tail() <= m_last && HasGrown(m_last);
+}
+
+/** Whether the last record that was fetched has more points now. */
+bool CStreamReader::HasGrown(UINT64 last) const
+{
+    return m_pool.SlotOf(last).progress.load(std::memory_order_acquire) != m_progress;
 }
 
 /** Publications before `next` are gone or not wanted. */
@@ -58,6 +63,7 @@ void CStreamReader::PassOver(UINT64 next)
 CKWRecord CStreamReader::Fetched(t_Slot& slot, UINT64 sequence)
 {
     CKWRecord record = RecordOf(slot);
+    m_last = sequence;
     m_next = sequence + 1;
     m_progress = CKWRecord::t_Access::ProgressOf(record);
     return record;
@@ -97,12 +103,13 @@ CKWRecord CStreamReader::GetNext()
         {
             return {};
         }
-        const UINT64 wanted = std::min(m_next, head);
-        t_Slot& slot = m_pool.SlotOf(wanted);
-        if (wanted < m_next && slot.progress.load(std::memory_order_acquire) == m_progress)
+        const bool hasGrown = m_last >= tail && m_last + 1 == m_next && HasGrown(m_last);
+        if (!hasGrown && m_next > head)
         {
             return {};
         }
+        const UINT64 wanted = hasGrown ? m_last : m_next;
+        t_Slot& slot = m_pool.SlotOf(wanted);
         if (Hold(slot, wanted))
         {
             return Fetched(slot, wanted);

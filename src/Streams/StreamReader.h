@@ -23,12 +23,14 @@ public:
 private:
     CKWRecord Fetched(t_Slot& slot, UINT64 sequence);
     void PassOver(UINT64 next);
+    bool HasGrown(UINT64 last) const;
 
     const t_SharedPtr m_shared;
     CPool& m_pool;
     t_Waiter& m_waiter;
     UINT64 m_next;           ///< the publication to fetch next
-    UINT32 m_progress = 0;   ///< that the one before it had when it was fetched
+    UINT64 m_last = 0;       ///< the publication that was fetched last; 0: none
+    UINT32 m_progress = 0;   ///< that it had then
     UINT64 m_passedOver = 0; ///< publications
     const UINT64 m_droppedBefore;
 };

@@ -200,6 +200,28 @@ TEST(Records, GrowWhileViewsStayAsTheyWere)
     EXPECT_EQ(reader->GetMissed(), 0U);
 }
 
+TEST(Records, ThatHaveGrownComeAgainBeforeTheNextOne)
+{
+    CTestStream stream;
+    const auto reader = stream.Reader();
+    stream.Configure({kShort}, 3);
+    const KW_TraceInfo info = CTestStream::Info(eKW_SAMPLES_INT16, 100);
+    ASSERT_TRUE(stream.Publish(Numbered(1)));
+    ASSERT_TRUE(stream.Fill(0, t_Points(40, 2)));
+    ASSERT_EQ(stream.Writer().Publish({}, {&info, 1}, true), eKW_ACC_OK);
+    EXPECT_EQ(stream.Reader()->GetNext().GetInfo().number, 2U) << "nothing older";
+    EXPECT_EQ(reader->GetNext().GetInfo().number, 1U);
+    EXPECT_EQ(reader->GetNext().GetTrace(0).count, 40U);
+    ASSERT_TRUE(stream.Fill(0, t_Points(60, 2)));
+    ASSERT_EQ(stream.Writer().Publish({}, {&info, 1}), eKW_ACC_OK);
+    ASSERT_TRUE(stream.Publish(Numbered(3)));
+    EXPECT_EQ(PointsOf(reader->GetNext()), Numbered(2)) << "its end";
+    EXPECT_EQ(PointsOf(reader->GetNext()), Numbered(3));
+    EXPECT_FALSE(reader->HasNew());
+    EXPECT_FALSE(reader->GetNext());
+    EXPECT_EQ(reader->GetMissed(), 0U);
+}
+
 TEST(Records, AreConfiguredAnewWhileSomeAreHeld)
 {
     CTestStream stream(64 * 1024);
