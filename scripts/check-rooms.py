@@ -120,8 +120,8 @@ FURTHER_LIBRARIES = {
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "client": None,
     "test basics": None,
-    "service": r"boost/.*",
-    "service tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
+    "service": r"boost/.*|CLI/.*",
+    "service tests": r"boost/.*|(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
 }

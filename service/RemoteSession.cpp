@@ -63,7 +63,7 @@ QByteArray CRemoteSession::TakeAnswers()
 
 bool CRemoteSession::WantsInput() const
 {
-    return static_cast<std::size_t>(m_answers.size()) < m_options.bounds.answers &&
+    return !m_hasMore && static_cast<std::size_t>(m_answers.size()) < m_options.bounds.answers &&
            m_reader.Waiting() < m_options.bounds.queued;
 }
 
@@ -76,8 +76,15 @@ void CRemoteSession::Continue()
 void CRemoteSession::Process()
 {
     const CKWClientOrigin remote(eCLIENT_REMOTE);
+    int commands = 0;
+    m_hasMore = false;
     while (!IsHeld() && static_cast<std::size_t>(m_answers.size()) < m_options.bounds.answers)
     {
+        if (++commands > m_options.bounds.commands)
+        {
+            m_hasMore = true;
+            return;
+        }
         if (m_parser && !m_parser->IsAtEnd())
         {
             ExecuteNext();

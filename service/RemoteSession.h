@@ -50,7 +50,9 @@ public:
     bool WantsInput() const;
     /** Whether it waits for something that was started. */
     bool IsWaiting() const { return m_held != nullptr || m_waitsForAll || !m_running.empty(); }
-    /** Goes on after `wake`. */
+    /** Whether it stopped only to let others have their turn: the transport calls Continue soon. */
+    bool HasMore() const { return m_hasMore; }
+    /** Goes on after `wake`, and after its turn was over. */
     void Continue();
 
 private:
@@ -139,4 +141,5 @@ private:
     bool m_answersCompletion = false; ///< what waits is *OPC?
     bool m_marksCompletion = false;   ///< *OPC came and waits for the operations
     bool m_lockedOut = false;         ///< this connection took the keys
+    bool m_hasMore = false;
 };

@@ -19,11 +19,17 @@ t_RemoteError Run(const std::function<t_RemoteError()>& work)
 }
 } // namespace
 
-CRemoteTasks::~CRemoteTasks()
+void CRemoteTasks::Join()
 {
-    for (t_Running& running : m_running)
+    std::list<t_Running> running;
     {
-        running.thread.join();
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_most = 0;
+        running.swap(m_running);
+    }
+    for (t_Running& task : running)
+    {
+        task.thread.join();
     }
 }
 

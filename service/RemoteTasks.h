@@ -19,9 +19,12 @@ class KW_EXPORT CRemoteTasks
 {
 public:
     explicit CRemoteTasks(std::size_t most = 64) : m_most(most) {}
-    ~CRemoteTasks();
+    ~CRemoteTasks() { Join(); }
     CRemoteTasks(const CRemoteTasks&) = delete;
     CRemoteTasks& operator=(const CRemoteTasks&) = delete;
+
+    /** Waits for all that runs; nothing is started any more. */
+    void Join();
 
     /** `error` can be read once `isDone` is true. */
     struct t_Task
@@ -42,7 +45,7 @@ private:
     };
     void JoinEnded();
 
-    const std::size_t m_most;
+    std::size_t m_most; ///< 0 behind Join
     std::mutex m_mutex;
     std::list<t_Running> m_running;
 };

@@ -9,9 +9,12 @@
 #include "KWBrackets.h"
 
 #include <QTemporaryDir>
+#include <array>
+#include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <ostream>
+#include <random>
 #include <thread>
 
 namespace
@@ -53,7 +56,7 @@ protected:
             {
                 session.Continue();
                 answers += session.TakeAnswers();
-                return !session.IsWaiting();
+                return !session.IsWaiting() && !session.HasMore();
             }))
             << message;
         return answers.toStdString();
@@ -384,6 +387,64 @@ TEST_F(RemoteSessions, OperationHoldsUpItsConnectionOrOthers)
     EXPECT_EQ(Ask("*ESR?\n"), "1;0.001\n17\n");
     EXPECT_EQ(Errors(), "-200");
     EXPECT_GT(m_woken, 0);
+}
+
+/** Pieces of messages, put together at random: what each means depends on those before it. */
+TEST_F(RemoteSessions, GarbageEndsTheSessionOrStaysInIt)
+{
+    constexpr std::array kPieces{"HOR",
+                                 ":",
+                                 "SCAL",
+                                 "?",
+                                 " ",
+                                 "1",
+                                 "e",
+                                 "-3",
+                                 "MS",
+                                 ";",
+                                 "\n",
+                                 "\r\n",
+                                 "'",
+                                 "\"",
+                                 "#",
+                                 "#12",
+                                 "#0",
+                                 "#9",
+                                 "#HFF",
+                                 ",",
+                                 "MAX",
+                                 "UP",
+                                 "*",
+                                 "*RST",
+                                 "*OPC?",
+                                 "*SAV 1",
+                                 "ITEM",
+                                 "INS",
+                                 "VERT:CHAN2",
+                                 ":",
+                                 "SETUP:DISP:USERINTLANG",
+                                 "REM 1",
+                                 "\xff",
+                                 "\x01",
+                                 "99999999999999999999",
+                                 "*LRN?",
+                                 "SYST:ERR?",
+                                 "DEF",
+                                 "PRES"};
+    std::mt19937 random(20261122);
+    for (int i = 0; i < 3000; ++i)
+    {
+        std::string message;
+        for (auto count = random() % 12; count > 0; --count)
+        {
+            message += kPieces[random() % kPieces.size()];
+        }
+        Ask(message);
+    }
+    // Out of whatever it stands in: quotes end with the line, a block takes what it was promised.
+    Ask(std::string(1000, '\n'));
+    m_session = Connect();
+    EXPECT_EQ(Ask("*RST;:HOR:SCAL?\n"), "1E-07\n");
 }
 
 TEST_F(RemoteSessions, ListedHeaderLeadsNowhere)
