@@ -1,0 +1,96 @@
+# SPDX-License-Identifier: MIT
+"""zelhost and clients that were not written here: what the guide shows is what happens."""
+
+import contextlib
+import io
+import re
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+GUIDE = Path(__file__).resolve().parents[2] / "docs/guides/use-remote-control.md"
+ZELHOST = sys.argv.pop(1)
+
+try:
+    import pyvisa  # noqa: F401
+except ImportError:
+    pyvisa = None
+
+
+def blocks(language: str) -> list[str]:
+    return re.findall(rf"^```{language}\n(.*?)^```$", GUIDE.read_text(encoding="utf-8"),
+                      flags=re.M | re.S)
+
+
+class CHost:
+    """A running zelhost."""
+
+    def __init__(self, *options: str) -> None:
+        self.process = subprocess.Popen([ZELHOST, "--port", "0", *options], text=True,
+                                        stdout=subprocess.PIPE)
+        self.port = int(self.process.stdout.readline().rsplit(":")[-1])
+
+    def ask(self, message: str) -> str:
+        with socket.create_connection(("127.0.0.1", self.port), timeout=20) as client:
+            client.sendall(f"{message}\n".encode())
+            return client.makefile().readline().rstrip("\n")
+
+    def end(self) -> int:
+        self.process.send_signal(signal.SIGTERM)
+        status = self.process.wait(20)
+        self.process.stdout.close()
+        return status
+
+
+class ClientsTest(unittest.TestCase):
+    def start(self, *options: str) -> CHost:
+        host = CHost(*options)
+        self.addCleanup(lambda: host.process.poll() is None and host.end())
+        return host
+
+    @unittest.skipUnless(pyvisa, "needs python3-pyvisa")
+    def test_guide_shows_other_answers(self) -> None:
+        port = self.start().port
+        for block in blocks("python"):
+            printed = io.StringIO()
+            with contextlib.redirect_stdout(printed):
+                exec(block.replace("5025", str(port)), {})
+            self.assertEqual(printed.getvalue().splitlines(),
+                             re.findall(r"^print\(.*\)\s+# (.*)$", block, flags=re.M))
+
+    @unittest.skipUnless(shutil.which("nc"), "needs netcat")
+    def test_shell_of_the_guide_shows_other_answers(self) -> None:
+        port = self.start().port
+        for block in blocks("console"):
+            command, _, answers = block.removeprefix("$ ").partition("\n")
+            shown = subprocess.run(command.replace("5025", str(port)), shell=True, text=True,
+                                   capture_output=True, timeout=20)
+            self.assertEqual(shown.stdout, answers)
+
+    def test_settings_end_with_the_host(self) -> None:
+        with tempfile.TemporaryDirectory() as folder:
+            host = self.start("--settings", folder)
+            self.assertEqual(host.ask("HOR:SCAL 1ms;*OPC?"), "1")
+            self.assertEqual(host.end(), 0)
+            self.assertEqual(self.start("--settings", folder).ask("HOR:SCAL?"), "0.001")
+
+    def test_port_is_served_twice(self) -> None:
+        first = self.start()
+        second = subprocess.run([ZELHOST, "--port", str(first.port)], text=True,
+                                capture_output=True, timeout=20)
+        self.assertEqual((second.returncode, second.stdout), (1, ""))
+        self.assertIn(f"zelhost: port {first.port}: ", second.stderr)
+
+    def test_read_only_host_takes_writes(self) -> None:
+        host = self.start("--read-only")
+        self.assertEqual(host.ask("HOR:SCAL 1ms;:SYST:ERR?;:HOR:SCAL?"),
+                         '-203,"Command protected;the service only reads";1E-07')
+
+
+if __name__ == "__main__":
+    unittest.main()
