@@ -21,6 +21,7 @@ void CRemoteConnection::Start(const std::shared_ptr<IKWFunctionRootBase>& root,
     boost::system::error_code ignored;
     m_socket.set_option(boost::asio::ip::tcp::no_delay(true), ignored);
     m_socket.set_option(boost::asio::socket_base::keep_alive(true), ignored);
+    m_socket.non_blocking(true, ignored);
     m_session = std::make_unique<CRemoteSession>(
         root, tasks, options,
         [&network = m_network, self = weak_from_this()]
@@ -85,7 +86,7 @@ void CRemoteConnection::GoOn()
 {
     Write();
     Read();
-    if (m_session && m_session->HasMore() && !std::exchange(m_isQueued, true))
+    if (m_session && !m_isWriting && m_session->HasMore() && !std::exchange(m_isQueued, true))
     {
         boost::asio::post(m_network,
                           [self = shared_from_this()]
@@ -123,6 +124,25 @@ void CRemoteConnection::Write()
     {
         return;
     }
+    // Mostly the system takes it at once.
+    boost::system::error_code refused;
+    const std::size_t taken = m_socket.write_some(
+        boost::asio::buffer(m_output.constData(), static_cast<std::size_t>(m_output.size())),
+        refused);
+    if (refused && refused != boost::asio::error::would_block)
+    {
+        Close();
+        return;
+    }
+    m_output.remove(0, static_cast<int>(taken));
+    if (!m_output.isEmpty())
+    {
+        WriteRest();
+    }
+}
+
+void CRemoteConnection::WriteRest()
+{
     m_isWriting = true;
     m_timer.expires_after(m_patience);
     m_timer.async_wait(

@@ -35,6 +35,7 @@ private:
     void Read();
     void OnRead(std::size_t count);
     void Write();
+    void WriteRest();
     void Continue();
     /** Writes and reads what can be, and goes on behind others if there is more to do. */
     void GoOn();

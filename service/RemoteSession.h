@@ -50,8 +50,9 @@ public:
     bool WantsInput() const;
     /** Whether it waits for something that was started. */
     bool IsWaiting() const { return m_held != nullptr || m_waitsForAll || !m_running.empty(); }
-    /** Whether it stopped only to let others have their turn: the transport calls Continue soon. */
-    bool HasMore() const { return m_hasMore; }
+    /** Whether it stopped only to let others have their turn, or has answers again: the transport
+        calls Continue soon. */
+    bool HasMore() const { return m_hasMore || !m_answers.isEmpty(); }
     /** Goes on after `wake`, and after its turn was over. */
     void Continue();
 

@@ -94,39 +94,39 @@ std::shared_ptr<IDbObject> CRemoteTree::NodeOf(const IDbGroup& group, const t_Me
     }
 }
 
-std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const QByteArray& word)
+std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const t_Members& members,
+                                                 const QByteArray& word)
 {
-    const t_Members& members = MembersOf(group);
     const auto found = members.constFind(word);
     auto node = found != members.constEnd() ? NodeOf(group, *found) : nullptr;
-    if (node ? node->GetNodeName() == found->name : false)
-    {
-        return node;
-    }
-    // A group of a class whose objects differ is looked at each time.
-    const t_Members own = Read(group);
-    const auto member = own.constFind(word);
-    return member != own.constEnd() ? NodeOf(group, *member) : nullptr;
+    return node && node->GetNodeName() == found->name ? node : nullptr;
 }
 
-std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const QByteArray& word,
-                                                 INT64& number)
+std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const t_Members& members,
+                                                 const QByteArray& word, INT64& number)
 {
     number = 0;
-    if (auto node = MemberOf(group, word))
+    if (auto node = MemberOf(group, members, word))
     {
         return node;
     }
     const int suffix = SuffixOf(word);
-    auto node = suffix < word.size() ? MemberOf(group, word.left(suffix)) : nullptr;
-    if (!node)
+    if (suffix == word.size())
     {
         return nullptr;
     }
     bool isNumber = false;
     number = word.mid(suffix).toLongLong(&isNumber);
     number = isNumber && number > 0 ? number : -1;
-    return node;
+    return MemberOf(group, members, word.left(suffix));
+}
+
+std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const QByteArray& word,
+                                                 INT64& number)
+{
+    auto node = MemberOf(group, MembersOf(group), word, number);
+    // A group of a class whose objects differ is looked at each time.
+    return node ? node : MemberOf(group, Read(group), word, number);
 }
 
 t_RemoteError CRemoteTree::Find(const std::shared_ptr<IDbGroup>& root,

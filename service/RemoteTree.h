@@ -51,10 +51,15 @@ private:
     const t_Members& MembersOf(const IDbGroup& group);
     static t_Members Read(const IDbGroup& group);
     static std::shared_ptr<IDbObject> NodeOf(const IDbGroup& group, const t_Member& member);
-    std::shared_ptr<IDbObject> MemberOf(const IDbGroup& group, const QByteArray& word);
+    static std::shared_ptr<IDbObject> MemberOf(const IDbGroup& group, const t_Members& members,
+                                               const QByteArray& word);
     /** A member, or a container with the number behind its word, 0 where there is none. */
+    ///@{
+    static std::shared_ptr<IDbObject> MemberOf(const IDbGroup& group, const t_Members& members,
+                                               const QByteArray& word, INT64& number);
     std::shared_ptr<IDbObject> MemberOf(const IDbGroup& group, const QByteArray& word,
                                         INT64& number);
+    ///@}
 
     std::unordered_map<std::type_index, t_Members> m_classes;
 };

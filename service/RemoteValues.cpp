@@ -64,9 +64,11 @@ bool IsPlainFileName(const QString& name)
            !name.contains(QLatin1String(".."));
 }
 
-bool IsNumber(const IDbProperty& property)
+/** Types of numbers are called as no other is. */
+bool IsNumber(const QString& type)
 {
-    return !property.GetMinText().isEmpty();
+    return type == QLatin1String("double") || type.startsWith(QLatin1String("int")) ||
+           type.startsWith(QLatin1String("uint"));
 }
 
 const CEnumNameInfo& SwitchNames()
@@ -266,22 +268,28 @@ QByteArray EnumText(const IDbProperty& property, const QString& serial)
 QByteArray TextOf(const IDbProperty& property, const QString& text)
 {
     return property.GetEnumNameInfo() != nullptr ? EnumText(property, text)
-           : IsNumber(property)                  ? NumberText(text)
+           : IsNumber(property.GetTypeName())    ? NumberText(text)
                                                  : NRemote::Quoted(text);
 }
 
 QByteArray ValueOf(IDbProperty& property)
 {
-    if (const auto handle = EnumHandle(property))
+    if (const CEnumNameInfo* const names = property.GetEnumNameInfo())
     {
-        return NameOf(handle->GetEnumNameInfo(), handle->GetAsInt());
+        return NameOf(*names, EnumHandle(property)->GetAsInt());
     }
-    if (const auto blob = std::dynamic_pointer_cast<IKWBlobProperty>(property.GetHandle()))
+    const QString type = property.GetTypeName();
+    if (IsNumber(type))
     {
-        return NRemote::Block(blob->Get());
+        const bool isValid = property.GetValidity() == eKW_VALIDITY_VALID;
+        return isValid ? NumberText(property.GetText()) : QByteArray(kNotANumber);
     }
-    const bool isInvalid = IsNumber(property) && property.GetValidity() == eKW_VALIDITY_INVALID;
-    return isInvalid ? QByteArray(kNotANumber) : TextOf(property, property.GetText());
+    if (type == QLatin1String("blob"))
+    {
+        return NRemote::Block(
+            std::dynamic_pointer_cast<IKWBlobProperty>(property.GetHandle())->Get());
+    }
+    return NRemote::Quoted(property.GetText());
 }
 
 t_RemoteError ReadLimit(IDbProperty& property, eWORD word, QByteArray& answer)
@@ -313,7 +321,7 @@ t_RemoteError NRemote::Write(IDbProperty& property, const t_RemoteData& data)
     {
         return WriteEnum(property, data);
     }
-    if (IsNumber(property))
+    if (IsNumber(property.GetTypeName()))
     {
         return WriteNumber(property, data);
     }
