@@ -3,7 +3,7 @@
 
 namespace
 {
-bool IsDigit(char c)
+bool IsLengthDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
@@ -61,7 +61,7 @@ void CRemoteReader::Take(char c)
 
 void CRemoteReader::EnterBlock(char c)
 {
-    if (!IsDigit(c))
+    if (!IsLengthDigit(c))
     {
         m_state = eSTATE::Plain; // "#H": digits of a number, or a mistake that the parser finds
     }

@@ -12,7 +12,7 @@
 
 namespace
 {
-t_RemoteError Fail(eREMOTE_ERROR number, const char* detail)
+t_RemoteError Refuse(eREMOTE_ERROR number, const char* detail)
 {
     return {number, QString::fromLatin1(detail)};
 }
@@ -200,7 +200,7 @@ t_RemoteError CRemoteSession::Execute(const t_RemoteUnit& unit)
     words.insert(words.end(), unit.words.begin(), unit.words.end());
     if (static_cast<int>(words.size()) > m_options.bounds.depth)
     {
-        return Fail(eREMOTE_UNDEFINED_HEADER, "too many words");
+        return Refuse(eREMOTE_UNDEFINED_HEADER, "too many words");
     }
     m_path.assign(words.begin(), words.end() - 1);
     const bool isSystem = words[0] == "SYST" || words[0] == "SYSTEM";
@@ -225,7 +225,7 @@ t_RemoteError CRemoteSession::ExecuteCommand(std::span<const t_Command> commands
         return error;
     }
     return found->writes && m_options.readOnly
-               ? Fail(eREMOTE_NO_WRITE_ACCESS, "the service only reads")
+               ? Refuse(eREMOTE_NO_WRITE_ACCESS, "the service only reads")
                : (this->*found->step)(unit);
 }
 
@@ -239,7 +239,7 @@ t_RemoteError CRemoteSession::ExecuteNode(const std::vector<QByteArray>& words,
     }
     if (m_options.readOnly && !unit.isQuery)
     {
-        return Fail(eREMOTE_NO_WRITE_ACCESS, "the service only reads");
+        return Refuse(eREMOTE_NO_WRITE_ACCESS, "the service only reads");
     }
     if (!target.command.isEmpty())
     {
@@ -280,7 +280,7 @@ t_RemoteError CRemoteSession::ExecuteAction(const std::shared_ptr<IDbAction>& ac
 {
     if (unit.isQuery)
     {
-        return Fail(eREMOTE_UNDEFINED_HEADER, "an action has no query");
+        return Refuse(eREMOTE_UNDEFINED_HEADER, "an action has no query");
     }
     if (const t_RemoteError error = CheckCount(unit.data, 0, 0))
     {
@@ -295,7 +295,7 @@ t_RemoteError CRemoteSession::ExecuteAction(const std::shared_ptr<IDbAction>& ac
     const auto task = isRoom ? Start(std::move(work)) : nullptr;
     if (!task)
     {
-        return Fail(eREMOTE_EXECUTION, "too many operations run");
+        return Refuse(eREMOTE_EXECUTION, "too many operations run");
     }
     m_running.push_back(task);
     return {};
@@ -323,5 +323,5 @@ t_RemoteError CRemoteSession::Hold(t_Work work, t_After after)
         }
     };
     m_held = Start(std::move(work));
-    return m_held ? t_RemoteError{} : Fail(eREMOTE_EXECUTION, "too many operations run");
+    return m_held ? t_RemoteError{} : Refuse(eREMOTE_EXECUTION, "too many operations run");
 }

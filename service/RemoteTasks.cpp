@@ -6,7 +6,7 @@
 
 namespace
 {
-t_RemoteError Run(const std::function<t_RemoteError()>& work)
+t_RemoteError RunWork(const std::function<t_RemoteError()>& work)
 {
     try
     {
@@ -63,7 +63,7 @@ std::shared_ptr<const CRemoteTasks::t_Task> CRemoteTasks::Start(std::function<t_
         running.thread = std::thread(
             [task, work = std::move(work), done = std::move(done)]
             {
-                task->error = Run(work);
+                task->error = RunWork(work);
                 task->isDone = true;
                 done();
             });

@@ -21,7 +21,7 @@ bool IsContainer(const IDbObject& node)
 }
 
 /** Digits at the end of a word: their place, the word's length where there are none. */
-int SuffixOf(const QByteArray& word)
+int BeginOfNumber(const QByteArray& word)
 {
     int begin = static_cast<int>(word.size());
     while (begin > 0 && word[begin - 1] >= '0' && word[begin - 1] <= '9')
@@ -110,7 +110,7 @@ std::shared_ptr<IDbObject> CRemoteTree::MemberOf(const IDbGroup& group, const t_
     {
         return node;
     }
-    const int suffix = SuffixOf(word);
+    const int suffix = BeginOfNumber(word);
     if (suffix == word.size())
     {
         return nullptr;
