@@ -39,6 +39,9 @@ bool Is(char c, int kinds)
     return (kKinds[static_cast<UINT8>(c)] & kinds) != 0;
 }
 
+/** Bytes that are looked through for a colon: many lines without one take no longer. */
+constexpr std::ptrdiff_t kLongestName = 1024;
+
 bool IsControl(char c)
 {
     return static_cast<UINT8>(c) < 0x20 && c != '\t';
@@ -153,12 +156,13 @@ std::string_view CDbcLexer::TakeName()
 std::string_view CDbcLexer::TakeToColon()
 {
     const char* const begin = m_token.begin;
+    const char* const last = begin + std::min<std::ptrdiff_t>(m_end - begin, kLongestName);
     const char* end = begin;
-    while (end < m_end && *end != ':' && *end != '"' && *end != ';' && !IsControl(*end))
+    while (end < last && *end != ':' && *end != '"' && *end != ';' && !IsControl(*end))
     {
         ++end;
     }
-    if (end == m_end || *end != ':')
+    if (end == last || *end != ':')
     {
         return {};
     }

@@ -53,7 +53,7 @@ public:
     /** Takes what comes up to a blank or one of `,;:"`: names of any characters. */
     std::string_view TakeName();
     /** Takes what comes before a colon, without the blanks around it; empty, and nothing taken,
-        when the line, a text or a statement ends before. */
+        when the line, a text or a statement ends before, or there is none within 1024 bytes. */
     std::string_view TakeToColon();
     /** Takes that very text where it comes next, as a whole word. */
     bool TakeExactly(std::string_view text);

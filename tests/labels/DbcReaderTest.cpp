@@ -3,8 +3,6 @@
 #include "labels/LabelListText.h"
 #include "labels/ReadLabels.h"
 
-#include <QElapsedTimer>
-
 namespace
 {
 constexpr auto kDbc = eKW_LABEL_FILE_FORMAT_DBC;
@@ -221,6 +219,13 @@ TEST(DbcReader, MillionSignalsTakeMemory)
         text += " SG_ S:0|8@1+(1,0)[0|0]\"\"B\n";
     }
     EXPECT_EQ(Reports(text), "16387:2: error: message \"M\": more than 16384 signals");
+}
+
+// A search to the end of the line for each would take hours.
+TEST(DbcReader, MillionSignalsWithoutColonTakeTime)
+{
+    const auto read = ReadLabels(kHead + kMessage + QByteArray("SG_ x ").repeated(1000000), kDbc);
+    EXPECT_EQ(read.reports.size(), 101);
 }
 
 /** A database of 200 messages that has a statement of every kind that repeats. */
