@@ -22,10 +22,12 @@ CFailure CanNotRead(const QString& fileName, int cause)
                                .arg(fileName, QString::fromLocal8Bit(std::strerror(cause)))};
 }
 
-bool HasInput(int descriptor)
+constexpr int kWithoutEnd = -1;
+
+bool HasInput(int descriptor, int milliseconds)
 {
     pollfd waiting{descriptor, POLLIN, 0};
-    return poll(&waiting, 1, 0) > 0;
+    return poll(&waiting, 1, milliseconds) > 0;
 }
 } // namespace
 
@@ -99,15 +101,17 @@ bool CLogInput::Fill(const std::function<void()>& onPause)
     std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
     m_end -= m_begin;
     m_begin = 0;
-    if (!HasInput(m_descriptor))
+    if (!HasInput(m_descriptor, 0))
     {
         onPause();
     }
     ssize_t count = 0;
     do
     {
+        // Who shares the descriptor may have made it one that does not wait.
+        HasInput(m_descriptor, kWithoutEnd);
         count = read(m_descriptor, m_buffer.data() + m_end, m_buffer.size() - m_end);
-    } while (count < 0 && errno == EINTR);
+    } while (count < 0 && (errno == EINTR || errno == EAGAIN));
     if (count < 0)
     {
         throw CanNotRead(m_fileName, errno);
