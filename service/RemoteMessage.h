@@ -17,7 +17,7 @@ struct t_RemoteBounds
     int depth = 32;                  ///< words of a header
     int parameters = 64;             ///< of one command
     int operations = 8;              ///< that run at once
-    int commands = 100;              ///< carried out in one go, before other connections' turn
+    int turn = 2;                    ///< milliseconds after which other connections have their turn
 };
 
 /**

@@ -8,10 +8,13 @@
 #include "RemoteValues.h"
 
 #include <algorithm>
+#include <chrono>
 #include <new>
 
 namespace
 {
+using t_Clock = std::chrono::steady_clock;
+
 t_RemoteError Refuse(eREMOTE_ERROR number, const char* detail)
 {
     return {number, QString::fromLatin1(detail)};
@@ -76,11 +79,11 @@ void CRemoteSession::Continue()
 void CRemoteSession::Process()
 {
     const CKWClientOrigin remote(eCLIENT_REMOTE);
-    int commands = 0;
+    const auto end = t_Clock::now() + std::chrono::milliseconds(m_options.bounds.turn);
     m_hasMore = false;
     while (!IsHeld() && static_cast<std::size_t>(m_answers.size()) < m_options.bounds.answers)
     {
-        if (++commands > m_options.bounds.commands)
+        if (t_Clock::now() > end)
         {
             m_hasMore = true;
             return;
