@@ -7,14 +7,14 @@
 #include "LabelList/SignalValues.h"
 
 #include <algorithm>
+#include <vector>
 
 void NRules::DeclareLengths(CDbPropNum<UINT32>& length, const ILabelledBus& bus)
 {
     const auto lengths = NLabelBuses::Of(bus.Protocol()).identifierLengths;
-    QVariantList values(lengths.begin(), lengths.end());
-    std::sort(values.begin(), values.end(),
-              [](const QVariant& a, const QVariant& b) { return a.toUInt() < b.toUInt(); });
-    length.DeclareValueList(values);
+    std::vector<UINT32> ordered(lengths.begin(), lengths.end());
+    std::sort(ordered.begin(), ordered.end());
+    length.DeclareValueList(QVariantList(ordered.begin(), ordered.end()));
     length.DbSetDefault(lengths.front());
 }
 

@@ -14,18 +14,13 @@ KW_ACCEPTANCE BeyondEnd(bool isNegative)
     return isNegative ? eKW_ACC_BELOW_MINIMUM : eKW_ACC_ABOVE_MAXIMUM;
 }
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 /** Digit by digit and of any length, so that what is too large is told from what is no number. */
 template <typename T>
 KW_ACCEPTANCE ParseInteger(QStringView text, T& value)
 {
     const bool isNegative = text.startsWith(u'-');
     const QStringView digits = text.mid(isNegative || text.startsWith(u'+') ? 1 : 0);
-    if (digits.isEmpty() || !std::all_of(digits.begin(), digits.end(), IsDigit))
+    if (digits.isEmpty() || !std::all_of(digits.begin(), digits.end(), KW_IsDigit))
     {
         return eKW_ACC_BAD_TEXT;
     }

@@ -6,6 +6,12 @@
 #include <QString>
 #include <QStringView>
 
+/** A decimal digit of ASCII; QChar::isDigit takes those of every script. */
+inline bool KW_IsDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
 /** Numbers as the tree's texts: the shortest decimal text that reads back to the same value, with
     "." and without regard to the locale. T is one of the seven number types. */
 template <typename T>

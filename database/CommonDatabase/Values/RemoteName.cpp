@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "RemoteName.h"
 
+#include "NumberText.h"
+
 #include <algorithm>
 
 namespace
@@ -22,11 +24,6 @@ bool IsLetter(QChar c)
     return IsLower(c) || IsUpper(c);
 }
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 bool IsVowel(QChar c)
 {
     return QStringView(u"aeiou").contains(c.toLower());
@@ -39,7 +36,7 @@ bool BeginsWord(const QString& name, int i)
     const QChar at = name[i];
     if (!IsLetter(before) || !IsLetter(at))
     {
-        return IsDigit(before) != IsDigit(at) || IsLetter(before) != IsLetter(at);
+        return KW_IsDigit(before) != KW_IsDigit(at) || IsLetter(before) != IsLetter(at);
     }
     return IsUpper(at) && (IsLower(before) || (i + 1 < name.size() && IsLower(name[i + 1])));
 }

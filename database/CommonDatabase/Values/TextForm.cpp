@@ -2,6 +2,7 @@
 #include "TextForm.h"
 
 #include "ConditionText.h"
+#include "NumberText.h"
 
 #include <algorithm>
 
@@ -9,14 +10,9 @@ namespace NTextForm
 {
 namespace
 {
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 bool IsHexDigit(QChar c)
 {
-    return IsDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+    return KW_IsDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
 bool IsPrintable(QChar c)
@@ -59,7 +55,7 @@ bool IsMask(UINT32 mask)
 std::optional<UINT32> ReadByte(QStringView text)
 {
     const bool isNumber = !text.isEmpty() && text.size() <= 3 &&
-                          std::all_of(text.begin(), text.end(), IsDigit) &&
+                          std::all_of(text.begin(), text.end(), KW_IsDigit) &&
                           (text.size() == 1 || text[0] != u'0');
     UINT32 number = 0;
     for (const QChar digit : isNumber ? text : QStringView())
