@@ -6,12 +6,13 @@
 
 namespace
 {
+// NS_DESC_ stands apart from NS_, which would take it for one of its words.
 constexpr std::string_view kOrder[] = {
     "VERSION",
-    "NS_DESC_",
     "NS_",
     "BS_",
     "BU_",
+    "NS_DESC_",
     "VAL_TABLE_",
     "BO_",
     "BO_TX_BU_",
