@@ -16,11 +16,6 @@ namespace
 {
 constexpr auto kRecall = eWRITEKIND::Recall;
 
-QString ShownName(const std::string& name)
-{
-    return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
-}
-
 /** A new item of a map that has the number in its name; null without room. */
 template <typename TItem, typename TMap>
 TItem* Insert(TMap& map, const char* pattern, INT32 number)
@@ -98,7 +93,7 @@ void CLabelImport::Replace(const KW_LabelList& list)
 
 void CLabelImport::Add(const KW_LabelEntry& entry)
 {
-    m_message = QStringLiteral("message ") + ShownName(entry.message.getName());
+    m_message = QStringLiteral("message ") + QuotedName(entry.message.getName());
     m_signal.clear();
     if (!IsGood(entry))
     {
@@ -182,7 +177,7 @@ void CLabelImport::AddSignals(CPgSerialBusLabelItem& label, const KW_LabelEntry&
 void CLabelImport::AddSignal(CPgSerialBusLabelItem& label, const CLabelListSignal& signal,
                              const KW_LabelSignalDetails& details)
 {
-    m_signal = QStringLiteral(", signal ") + ShownName(signal.getName());
+    m_signal = QStringLiteral(", signal ") + QuotedName(signal.getName());
     CPgmSignalTranslation& items = *label.GetPgSignalTranslation();
     auto* const item = Insert<CPgSignalTranslation>(items, "Signal", items.GetCount() + 1);
     if (item == nullptr)

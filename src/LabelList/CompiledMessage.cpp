@@ -50,7 +50,7 @@ UINT64 CPayload::ReadFar(const t_Field& field) const noexcept
     return word >> field.shift | next << (kWord - field.shift);
 }
 
-double NCompiled::UncommonValueOf(const t_Step& step, UINT64 raw) noexcept
+double NCompiled::UncommonValueOf(const t_SignalStep& step, UINT64 raw) noexcept
 {
     double number = 0.0;
     switch (step.kind)

@@ -77,7 +77,7 @@ private:
 constexpr INT32 kAlways = -1;
 
 /** A signal, as it is read. */
-struct t_Step
+struct t_SignalStep
 {
     t_Field field;
     const CLabelListDecoder::t_Signal* signal;
@@ -151,8 +151,8 @@ private:
             std::copy(m_payload.begin() + static_cast<std::ptrdiff_t>(firstByte), m_payload.end(),
                       reinterpret_cast<UINT8*>(&little));
         }
-        little = qFromLittleEndian(little);
-        return order == e_Order::Big          ? qbswap(little)
+        little = qFromLittleEndian<quint64>(little);
+        return order == e_Order::Big          ? qbswap<quint64>(little)
                : m_unit == NSignalBits::kByte ? little
                                               : WithNibblesSwapped(little);
     }
@@ -165,16 +165,16 @@ private:
 };
 
 /** Physical value of an e_Kind::Integer. */
-inline double IntegerOf(const t_Step& step, UINT64 raw) noexcept
+inline double IntegerOf(const t_SignalStep& step, UINT64 raw) noexcept
 {
     const INT64 number = std::bit_cast<INT64>((raw ^ step.signBit) - step.signBit);
     return step.offset + static_cast<double>(number) * step.factor;
 }
 
-double UncommonValueOf(const t_Step& step, UINT64 raw) noexcept;
+double UncommonValueOf(const t_SignalStep& step, UINT64 raw) noexcept;
 
 /** Physical value of a raw value: offset + number × factor. */
-inline double ValueOf(const t_Step& step, UINT64 raw) noexcept
+inline double ValueOf(const t_SignalStep& step, UINT64 raw) noexcept
 {
     if (step.kind != e_Kind::Integer)
     {
@@ -184,7 +184,7 @@ inline double ValueOf(const t_Step& step, UINT64 raw) noexcept
 }
 
 /** The label of a raw value; null when it has none. */
-inline const std::string* LabelOf(const t_Step& step, UINT64 raw) noexcept
+inline const std::string* LabelOf(const t_SignalStep& step, UINT64 raw) noexcept
 {
     return step.labels != nullptr ? step.labels->Find(raw) : nullptr;
 }
@@ -194,11 +194,11 @@ struct CLabelListDecoder::t_Message
 {
     std::string name;
     UINT32 length = 0;
-    UINT32 unit = 8;                      ///< bits of what bytes are to the bus
-    bool isPlain = false;                 ///< integers of bytes that end within the first word and
-                                          ///< are always there: what most messages are
-    std::vector<t_Signal> signalList;     ///< in the order of the list
-    std::vector<NCompiled::t_Step> steps; ///< of each signal
+    UINT32 unit = 8;                  ///< bits of what bytes are to the bus
+    bool isPlain = false;             ///< integers of bytes that end within the first word and
+                                      ///< are always there: what most messages are
+    std::vector<t_Signal> signalList; ///< in the order of the list
+    std::vector<NCompiled::t_SignalStep> steps; ///< of each signal
     std::vector<NCompiled::t_Condition> conditions;
     std::vector<std::unique_ptr<const NCompiled::CLabels>> labels;
 };
@@ -218,7 +218,7 @@ public:
     {
     }
 
-    bool Has(const t_Step& step) noexcept
+    bool Has(const t_SignalStep& step) noexcept
     {
         if (step.condition != m_condition)
         {
@@ -236,7 +236,7 @@ private:
         for (int depth = 0; condition != kAlways; ++depth)
         {
             const t_Condition& met = m_message.conditions[static_cast<std::size_t>(condition)];
-            const t_Step& multiplexor = m_message.steps[met.step];
+            const t_SignalStep& multiplexor = m_message.steps[met.step];
             UINT64 raw = 0;
             if (depth == kDeepest || !m_read(multiplexor.field, raw) ||
                 !NLabelConditions::Selects(met.ranges, raw))

@@ -16,11 +16,6 @@ namespace
 constexpr UINT32 kMostBits = 64;
 constexpr UINT64 kLastInTable = 0xffffffffU; ///< highest raw value that CLabelListSignal labels
 
-QString Quoted(const std::string& name)
-{
-    return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
-}
-
 UINT64 MaskOf(UINT32 bits)
 {
     return bits < kMostBits ? (UINT64{1} << bits) - 1 : ~UINT64{0};
@@ -147,7 +142,7 @@ private:
             if (names.count(" " + name) == 0)
             {
                 Warn(place,
-                     QString::fromLatin1("attribute %1 has no definition").arg(Quoted(name)));
+                     QString::fromLatin1("attribute %1 has no definition").arg(QuotedName(name)));
             }
         }
     }
@@ -172,7 +167,7 @@ private:
                 Warn(value.place,
                      QString::fromLatin1(
                          "attribute %1 has a default but no definition; it is left out")
-                         .arg(Quoted(name)));
+                         .arg(QuotedName(name)));
             }
         }
     }
@@ -208,7 +203,7 @@ private:
         Warn(place,
              QString::fromLatin1("%1 %2 is no identifier; it is written as %3, with its name in an "
                                  "attribute")
-                 .arg(QLatin1String(what), Quoted(had), Quoted(inFile)));
+                 .arg(QLatin1String(what), QuotedName(had), QuotedName(inFile)));
     }
 
     void WarnOfNames()
@@ -345,7 +340,7 @@ private:
             if (!seen.insert(entry.message.getName()).second)
             {
                 Warn(m_places[i], QString::fromLatin1("another message has the name %1")
-                                      .arg(Quoted(entry.message.getName())));
+                                      .arg(QuotedName(entry.message.getName())));
             }
         }
     }
@@ -379,7 +374,7 @@ private:
 
     void SelectByMark(t_DbcSignal& signal, const std::string& multiplexor, bool isAmbiguous)
     {
-        const QString name = Quoted(Name(signal.name));
+        const QString name = QuotedName(Name(signal.name));
         if (multiplexor.empty())
         {
             Warn(signal.place,
@@ -393,7 +388,7 @@ private:
             Warn(signal.place,
                  QString::fromLatin1("signal %1 is multiplexed, and the message has several "
                                      "multiplexors; %2 is taken")
-                     .arg(name, Quoted(multiplexor)));
+                     .arg(name, QuotedName(multiplexor)));
         }
         signal.details.multiplexor = multiplexor;
         signal.details.selectedBy = {{signal.page, signal.page}};
@@ -429,7 +424,7 @@ private:
         {
             return;
         }
-        const QString name = Quoted(Name(signal.name));
+        const QString name = QuotedName(Name(signal.name));
         if (foreign > 0)
         {
             Warn(signal.place,

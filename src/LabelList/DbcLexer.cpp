@@ -7,7 +7,7 @@
 namespace
 {
 /** What a byte can be; a table, as every byte of a file is asked. */
-enum e_Kind : UINT8
+enum e_Character : UINT8
 {
     Digit = 1,
     Letter = 2,

@@ -13,8 +13,6 @@
 
 namespace
 {
-constexpr std::string_view kRelations = "BA_DEF_REL_ "; ///< before the kind of a relation
-
 /** What tools tell each other that they may use. */
 constexpr std::string_view kSymbols[] = {
     "NS_DESC_",     "CM_",

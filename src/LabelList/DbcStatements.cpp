@@ -6,8 +6,6 @@
 
 namespace
 {
-constexpr std::string_view kRelations = "BA_DEF_REL_ "; ///< before the kind of a relation
-
 bool IsKindOfObject(std::string_view word)
 {
     return word == "BU_" || word == "BO_" || word == "SG_" || word == "EV_";
@@ -284,7 +282,7 @@ bool CDbcReader::ReadRelationDefinition()
         return FailExpected(QString::fromLatin1("the kind of a relation"));
     }
     m_lexer.Take();
-    return DefineAttribute(std::string(kRelations) + Name(next.text));
+    return DefineAttribute(std::string(NDbcText::kRelations) + Name(next.text));
 }
 
 bool CDbcReader::DefineAttribute(std::string object)

@@ -8,6 +8,9 @@
 /** Texts of CAN databases: how they are encoded and quoted. Label lists have UTF-8. */
 namespace NDbcText
 {
+/** In KW_AttributeDefinition::object, before the kind of a relation. */
+inline constexpr std::string_view kRelations = "BA_DEF_REL_ ";
+
 /** How many bytes come before the first above 127. */
 std::size_t AsciiLength(std::string_view bytes);
 

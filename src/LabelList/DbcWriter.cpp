@@ -16,11 +16,6 @@ namespace
 {
 const KW_LabelSignalDetails kNoDetails;
 
-QString Quoted(const std::string& name)
-{
-    return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
-}
-
 const KW_LabelSignalDetails& DetailsOf(const KW_LabelEntry& entry, const QByteArray& key)
 {
     const auto found = entry.details.signalDetails.find(key);
@@ -131,7 +126,7 @@ void CDbcWriter::Prepare()
         else
         {
             Warn(QString::fromLatin1("no statement of CAN databases, left out: %1")
-                     .arg(Quoted(statement)));
+                     .arg(QuotedName(statement)));
         }
     }
     NDbcOrder::Arrange(m_others);
@@ -234,7 +229,7 @@ void CDbcWriter::PrepareMultiplexing(t_Message& message)
             Warn(QString::fromLatin1(
                      "message %1, signal %2: when it is there is not kept, as another "
                      "has its name or number")
-                     .arg(Quoted(message.name), Quoted(signal.name)));
+                     .arg(QuotedName(message.name), QuotedName(signal.name)));
         }
     }
 }
@@ -255,7 +250,7 @@ void CDbcWriter::SelectSignal(t_Message& message, t_Signal& signal,
     {
         Warn(QString::fromLatin1("message %1, signal %2: nothing in the message selects it; it is "
                                  "written as always there")
-                 .arg(Quoted(message.name), Quoted(signal.name)));
+                 .arg(QuotedName(message.name), QuotedName(signal.name)));
     }
 }
 
@@ -269,7 +264,7 @@ void CDbcWriter::WarnOfUnnamed(const t_Message& message)
         Warn(QString::fromLatin1(
                  "message %1: its comment and attributes are not kept, as another has "
                  "its identifier")
-                 .arg(Quoted(message.name)));
+                 .arg(QuotedName(message.name)));
     }
     for (const t_Signal& signal : message.all)
     {
@@ -285,7 +280,7 @@ void CDbcWriter::WarnOfUnnamed(const t_Message& message)
             Warn(QString::fromLatin1(
                      "message %1, signal %2: its comment, attributes, labels and type "
                      "are not kept, as another has its name or number")
-                     .arg(Quoted(message.name), Quoted(signal.name)));
+                     .arg(QuotedName(message.name), QuotedName(signal.name)));
         }
     }
 }
@@ -334,7 +329,7 @@ std::string CDbcWriter::Listed(const std::string& name)
     }
     const NDbcNames::t_Named named[] = {{name, {}}};
     std::string listed = NDbcNames::InFile(named).front();
-    Warn(QString::fromLatin1("name %1 is written as %2").arg(Quoted(name), Quoted(listed)));
+    Warn(QString::fromLatin1("name %1 is written as %2").arg(QuotedName(name), QuotedName(listed)));
     return listed;
 }
 

@@ -20,24 +20,19 @@ constexpr std::size_t kLongestPayload = 512; ///< bits, of all buses
 
 using t_Occupied = std::bitset<kLongestPayload>;
 
-QString InQuotes(const std::string& name)
-{
-    return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
-}
-
 QString MessageError(KW_ZEL_SERIALBUS_PROTOCOL protocol, const CLabelListMessage& message)
 {
     const auto length = NLabelChecks::IdentifierLengthOf(message);
     if (!length || !NLabelBuses::HasLength(protocol, *length))
     {
         return QStringLiteral("message %1: the bus has no identifiers of %2 bits")
-            .arg(InQuotes(message.getName()),
+            .arg(QuotedName(message.getName()),
                  QString::fromStdString(message.getIdentifierFormat()));
     }
     if (UINT64{message.getIdentifier()} >> *length != 0)
     {
         return QStringLiteral("message %1: identifier %2 has more than %3 bits")
-            .arg(InQuotes(message.getName()))
+            .arg(QuotedName(message.getName()))
             .arg(message.getIdentifier())
             .arg(*length);
     }
@@ -45,7 +40,7 @@ QString MessageError(KW_ZEL_SERIALBUS_PROTOCOL protocol, const CLabelListMessage
     return message.getLength() <= longest
                ? QString()
                : QStringLiteral("message %1: %2 bytes, the longest payload has %3")
-                     .arg(InQuotes(message.getName()))
+                     .arg(QuotedName(message.getName()))
                      .arg(message.getLength())
                      .arg(longest);
 }
@@ -128,8 +123,8 @@ private:
         const QString error = SignalError(signal, m_unit, 8 * m_entry.message.getLength());
         if (!error.isEmpty())
         {
-            m_reports.Error(m_place,
-                            QStringLiteral("signal %1: ").arg(InQuotes(signal.getName())) + error);
+            m_reports.Error(
+                m_place, QStringLiteral("signal %1: ").arg(QuotedName(signal.getName())) + error);
             return false;
         }
         const auto found = m_entry.details.signalDetails.find(key);
@@ -144,7 +139,7 @@ private:
 
     void Warn(const std::string& name, const QString& text)
     {
-        m_reports.Warning(m_place, QStringLiteral("signal %1: ").arg(InQuotes(name)) + text);
+        m_reports.Warning(m_place, QStringLiteral("signal %1: ").arg(QuotedName(name)) + text);
     }
 
     void CheckName(const std::string& name)
@@ -177,7 +172,7 @@ private:
         {
             Warn(signal.getName(),
                  QStringLiteral("the message has no signal %1 that could select it")
-                     .arg(InQuotes(details.multiplexor)));
+                     .arg(QuotedName(details.multiplexor)));
         }
     }
 
@@ -252,8 +247,8 @@ void NLabelChecks::CheckIdentifiers(const KW_LabelList& list, const t_PlaceOf& p
         {
             reports.Warning(placeOf(static_cast<int>(i)),
                             QStringLiteral("message %1 has the identifier of %2, which comes first")
-                                .arg(InQuotes(message.getName()),
-                                     InQuotes(list.messages[found->second].message.getName())));
+                                .arg(QuotedName(message.getName()),
+                                     QuotedName(list.messages[found->second].message.getName())));
         }
     }
 }

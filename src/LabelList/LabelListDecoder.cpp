@@ -185,7 +185,7 @@ private:
                                    isSigned ? UINT64{1} << (bits.bitLength - 1) : 0, kind});
     }
 
-    void SumUp(const t_Step& step)
+    void SumUp(const t_SignalStep& step)
     {
         m_message.isPlain = m_message.isPlain && step.kind == e_Kind::Integer &&
                             step.condition == kAlways && step.field.bitsUpTo <= kWord;
@@ -247,8 +247,8 @@ private:
 std::size_t DecodePlain(const CLabelListDecoder::t_Message& message, UINT64 little,
                         CLabelListDecoder::t_Value* value)
 {
-    const t_Words words = {little, qbswap(little)};
-    for (const t_Step& step : message.steps)
+    const t_Words words = {little, qbswap<quint64>(little)};
+    for (const t_SignalStep& step : message.steps)
     {
         const UINT64 raw = ReadWord(words, step.field);
         *value++ = {step.signal, raw, IntegerOf(step, raw), LabelOf(step, raw)};

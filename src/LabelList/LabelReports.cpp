@@ -6,6 +6,11 @@
 #include <QStringList>
 #include <iterator>
 
+QString QuotedName(const std::string& name)
+{
+    return QLatin1Char('"') + QString::fromStdString(name) + QLatin1Char('"');
+}
+
 void CLabelReports::Error(t_TextPlace place, const QString& text)
 {
     ++m_errors;

@@ -4,6 +4,7 @@
 #include "LabelList/LabelListFile.h"
 
 #include <QString>
+#include <string>
 #include <vector>
 
 /** A place in a text: line and column from 1, the column in bytes; 0 for no place. */
@@ -12,6 +13,9 @@ struct t_TextPlace
     UINT32 line = 0;
     UINT32 column = 0;
 };
+
+/** A name as reports show it: in quotation marks. */
+QString QuotedName(const std::string& name);
 
 /** Collects what is to be said of a file: the first hundred of it, and how much more there was. */
 class CLabelReports

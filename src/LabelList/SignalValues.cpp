@@ -60,7 +60,7 @@ private:
     CPayload m_known;
 };
 
-QString TextOfSignal(const t_Step& step, const CReadBits& payload)
+QString TextOfSignal(const t_SignalStep& step, const CReadBits& payload)
 {
     UINT64 raw = 0;
     const CLabelListDecoder::t_Signal& signal = *step.signal;
@@ -82,13 +82,13 @@ QString TextOfSignal(const t_Step& step, const CReadBits& payload)
 }
 
 /** The signals that are there; nothing when the payload is too short for one of them. */
-std::optional<std::vector<const t_Step*>> Present(const CLabelListDecoder::t_Message& message,
-                                                  const CReadBits& payload)
+std::optional<std::vector<const t_SignalStep*>> Present(const CLabelListDecoder::t_Message& message,
+                                                        const CReadBits& payload)
 {
     CSelection selection(message, [&payload](const t_Field& field, UINT64& raw)
                          { return payload.Read(field, raw); });
-    std::vector<const t_Step*> present;
-    for (const t_Step& step : message.steps)
+    std::vector<const t_SignalStep*> present;
+    for (const t_SignalStep& step : message.steps)
     {
         if (selection.Has(step))
         {
@@ -115,7 +115,7 @@ std::optional<QString> NSignalValues::TextOf(const CLabelListDecoder::t_Message&
         return std::nullopt;
     }
     QString text = QStringLiteral("");
-    for (const t_Step* const step : *present)
+    for (const t_SignalStep* const step : *present)
     {
         const QString before = text.isEmpty() ? QString() : QString(between);
         const QString part = before + TextOfSignal(*step, bits);

@@ -5,7 +5,6 @@
 
 namespace
 {
-constexpr auto kDbc = eKW_LABEL_FILE_FORMAT_DBC;
 
 const QByteArray kHead = "VERSION \"\" NS_ : BS_: BU_: A B\n";
 const QByteArray kMessage = "BO_ 1 M: 8 A\n SG_ S : 0|8@1+ (1,0) [0|0] \"\" B\n";

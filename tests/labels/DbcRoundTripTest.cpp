@@ -7,7 +7,6 @@
 
 namespace
 {
-constexpr auto kDbc = eKW_LABEL_FILE_FORMAT_DBC;
 
 class Databases : public testing::TestWithParam<std::string>
 {

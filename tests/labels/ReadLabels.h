@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
+inline constexpr auto kDbc = eKW_LABEL_FILE_FORMAT_DBC;
+inline constexpr auto kXml = eKW_LABEL_FILE_FORMAT_XML;
+inline constexpr auto kCsv = eKW_LABEL_FILE_FORMAT_CSV;
+
 /** Failures show texts, not the numbers of their characters. */
 inline void PrintTo(const QString& text, std::ostream* out)
 {

@@ -5,8 +5,6 @@
 
 namespace
 {
-constexpr auto kXml = eKW_LABEL_FILE_FORMAT_XML;
-constexpr auto kCsv = eKW_LABEL_FILE_FORMAT_CSV;
 
 const QByteArray kXmlHead = "<LabelList Version=\"1.0\" Protocol=\"CAN\">\n";
 const QByteArray kXmlMessage = kXmlHead + "<Message Name=\"M\" Identifier=\"1\" Length=\"2\">";

@@ -7,8 +7,6 @@
 
 namespace
 {
-constexpr auto kXml = eKW_LABEL_FILE_FORMAT_XML;
-constexpr auto kCsv = eKW_LABEL_FILE_FORMAT_CSV;
 
 QByteArray Contents(const QString& path)
 {
@@ -186,7 +184,7 @@ TEST(LabelFile, BadMessageTakesOthersWithIt)
 namespace
 {
 /** Of the size that a car has: 300 messages of eight signals, with labels. */
-KW_LabelList RealSized()
+KW_LabelList LargeList()
 {
     KW_LabelList list;
     for (UINT32 i = 0; i < 300; ++i)
@@ -221,7 +219,7 @@ QStringList ReadMillion(const QByteArray& head, const QByteArray& signal, const 
 
 TEST(LabelFile, CutOffFileIsHalfTaken)
 {
-    const KW_LabelList list = RealSized();
+    const KW_LabelList list = LargeList();
     for (const KW_LABEL_FILE_FORMAT format : {kXml, kCsv})
     {
         const QByteArray whole = WriteLabels(list, format);
