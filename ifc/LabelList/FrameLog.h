@@ -10,19 +10,20 @@
 /** A frame of a log. */
 struct KW_LoggedFrame
 {
-    static constexpr std::size_t kLongest = 64;
+    static constexpr std::size_t kLongest = 64; ///< bytes of the longest payload
 
-    bool hasTime = false;
-    INT64 nanoseconds = 0; ///< since 1970, or since the log began; 0 without a time
-    std::string_view bus;  ///< name or number; good as long as the line
-    UINT32 identifier = 0; ///< of an error frame the kind of error
-    bool isExtended = false;
-    bool isFd = false;
-    bool isRemote = false;
-    bool isError = false;
+    bool hasTime = false;    ///< whether the line has a time
+    INT64 nanoseconds = 0;   ///< since 1970, or since the log began; 0 without a time
+    std::string_view bus;    ///< name or number; good as long as the line
+    UINT32 identifier = 0;   ///< of an error frame the kind of error
+    bool isExtended = false; ///< identifier of 29 bits, else 11
+    bool isFd = false;       ///< CAN FD frame
+    bool isRemote = false;   ///< remote frame: it has no data
+    bool isError = false;    ///< error frame: identifier and data say which
     UINT32 length = 0; ///< bytes of the payload; of a remote frame those that it asks for, ≤ 15
     std::array<UINT8, kLongest> bytes; ///< as many as `length` says; none of a remote frame
 
+    /** What the frame carries; nothing of a remote frame. Good as long as this object. */
     std::span<const UINT8> Payload() const
     {
         return std::span<const UINT8>(bytes).first(isRemote ? 0 : length);

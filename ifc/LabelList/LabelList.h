@@ -20,15 +20,15 @@
 /** Raw values, both ends included. */
 struct KW_RawRange
 {
-    UINT64 first = 0;
-    UINT64 last = 0; ///< ≥ first
+    UINT64 first = 0; ///< lowest of them
+    UINT64 last = 0;  ///< ≥ first
 };
 
 /** Value of an attribute, as it stands in a file: a number or the text of a quoted one. */
 struct KW_LabelAttribute
 {
-    std::string value;
-    bool isText = false;
+    std::string value;   ///< a number in decimal, or the text without its quotes
+    bool isText = false; ///< whether it stood in quotes
 };
 
 /** Attributes by their name. */
@@ -42,7 +42,7 @@ struct KW_LabelSignalDetails
                                          ///< in order and apart. Empty without a multiplexor.
     bool isMultiplexor = false;          ///< whether it may select others, even if it selects none
     std::vector<std::string> receivers;  ///< names of nodes
-    std::string comment;
+    std::string comment;                 ///< remark of the file
     std::string shortName; ///< name in CAN database files, whose names end at 32 characters; empty:
                            ///< the signal's own
     /** Labels that CLabelListSignal has no room for: of raw values above 32 bits, and as the file
@@ -54,8 +54,8 @@ struct KW_LabelSignalDetails
 /** What databases know of a message beyond CLabelListMessage. */
 struct KW_LabelMessageDetails
 {
-    std::vector<std::string> senders; ///< names of nodes, the usual one first
-    std::string comment;
+    std::vector<std::string> senders;       ///< names of nodes, the usual one first
+    std::string comment;                    ///< remark of the file
     std::string shortName;                  ///< as of a signal
     bool isFd = false;                      ///< CAN FD frame
     bool hasBitRateSwitch = false;          ///< data of a CAN FD frame at the data bit rate
@@ -71,8 +71,8 @@ struct KW_LabelMessageDetails
  */
 struct KW_LabelEntry
 {
-    CLabelListMessage message;
-    KW_LabelMessageDetails details;
+    CLabelListMessage message;      ///< its name, identifier, length and signals
+    KW_LabelMessageDetails details; ///< what only databases know
 };
 
 /** Files a signal behind all others.
@@ -83,17 +83,17 @@ KW_EXPORT QByteArray KW_AddSignal(KW_LabelEntry& entry, const CLabelListSignal& 
 /** A node of the network. */
 struct KW_LabelNode
 {
-    std::string name;
-    std::string shortName; ///< as of a signal
-    std::string comment;
-    KW_LabelAttributes attributes;
+    std::string name;              ///< as senders and receivers name it
+    std::string shortName;         ///< as of a signal
+    std::string comment;           ///< remark of the file
+    KW_LabelAttributes attributes; ///< but for those that fields stand for
 };
 
 /** A table of labels that has a name of its own. */
 struct KW_ValueTable
 {
-    std::string name;
-    std::map<INT64, std::string> labels;
+    std::string name;                    ///< as the file calls it
+    std::map<INT64, std::string> labels; ///< by value
 };
 
 /** What values an attribute can have. */
@@ -101,20 +101,20 @@ struct KW_AttributeDefinition
 {
     std::string object; ///< "BU_", "BO_", "SG_", "EV_", or empty for the list as a whole; behind
                         ///< "BA_DEF_REL_ " the kinds of relations
-    std::string name;
-    std::string type; ///< as CAN database files have it: "INT 0 100", "ENUM \"no\",\"yes\""
-    std::optional<KW_LabelAttribute> defaultValue;
+    std::string name;   ///< as attributes have it
+    std::string type;   ///< as CAN database files have it: "INT 0 100", "ENUM \"no\",\"yes\""
+    std::optional<KW_LabelAttribute> defaultValue; ///< of objects that have none of their own
 };
 
 /** What CAN database files hold beside messages; kept, so that a file that is read and written
     loses nothing. */
 struct KW_CanDatabase
 {
-    std::string version;
-    std::vector<KW_LabelNode> nodes;
-    std::vector<KW_ValueTable> valueTables;
-    std::vector<KW_AttributeDefinition> attributeDefinitions;
-    KW_LabelAttributes attributes; ///< of the list as a whole
+    std::string version;                                      ///< text of VERSION
+    std::vector<KW_LabelNode> nodes;                          ///< in the order of the file
+    std::vector<KW_ValueTable> valueTables;                   ///< in the order of the file
+    std::vector<KW_AttributeDefinition> attributeDefinitions; ///< in the order of the file
+    KW_LabelAttributes attributes;                            ///< of the list as a whole
     /** Statements that say nothing of messages and signals, environment variables and groups of
         signals among them: each as it stood, without line ends outside of quoted texts. */
     std::vector<std::string> otherStatements;
@@ -124,9 +124,10 @@ struct KW_CanDatabase
 /** A label list. */
 struct KW_LabelList
 {
-    KW_ZEL_SERIALBUS_PROTOCOL protocol = eKW_ZEL_SERIALBUS_PROTOCOL_CAN;
-    std::string name;
-    std::string comment;
+    KW_ZEL_SERIALBUS_PROTOCOL protocol =
+        eKW_ZEL_SERIALBUS_PROTOCOL_CAN;  ///< bus of the list: what identifiers and payloads can be
+    std::string name;                    ///< name of the list; of a CAN database its DBName
+    std::string comment;                 ///< remark to the list as a whole
     std::vector<KW_LabelEntry> messages; ///< in the order of the file
-    KW_CanDatabase database;
+    KW_CanDatabase database;             ///< of other protocols it stays empty
 };

@@ -24,12 +24,12 @@ public:
     /** A signal as a reader of values needs it. Good as long as the decoder. */
     struct t_Signal
     {
-        std::string name;
-        std::string unit; ///< empty when it has none
-        KW_SIGNAL_TRANSLATION_VALUE_TYPE valueType;
-        UINT32 bitLength;
-        double minimum; ///< lowest physical value, as the list says; not enforced
-        double maximum;
+        std::string name;                           ///< as the list has it
+        std::string unit;                           ///< empty when it has none
+        KW_SIGNAL_TRANSLATION_VALUE_TYPE valueType; ///< how the bits encode the raw value
+        UINT32 bitLength;                           ///< 1 to 64
+        double minimum;  ///< lowest physical value, as the list says; not enforced
+        double maximum;  ///< highest physical value, likewise
         bool isReadable; ///< false with a factor of 0, and for a float or double of another length
                          ///< than 32 and 64 bits: it has a raw value only
     };
@@ -37,7 +37,7 @@ public:
     /** A decoded signal. */
     struct t_Value
     {
-        const t_Signal* signal = nullptr;
+        const t_Signal* signal = nullptr;   ///< which one
         UINT64 raw = 0;                     ///< its bits, the highest not sign-extended
         double value = 0.0;                 ///< physical value; NaN of one that is not readable
         const std::string* label = nullptr; ///< of the raw value, for integers of every kind; null
@@ -55,13 +55,17 @@ public:
      */
     explicit CLabelListDecoder(const KW_LabelList& list);
     ~CLabelListDecoder();
+    /** What the other has found stays good; it may be assigned to or destroyed, nothing else. */
+    ///@{
     CLabelListDecoder(CLabelListDecoder&&) noexcept;
     CLabelListDecoder& operator=(CLabelListDecoder&&) noexcept;
+    ///@}
 
     /** The message of a frame, good as long as the decoder; null when the list has none.
         @param identifierLength in bits, as the bus has it: 11 or 29 for CAN */
     const t_Message* Find(UINT32 identifierLength, UINT32 identifier) const noexcept;
 
+    /** Name of the message, as the list says. */
     static const std::string& NameOf(const t_Message& message) noexcept;
     /** Bytes of the payload, as the list says; those of frames may be more or fewer. */
     static UINT32 LengthOf(const t_Message& message) noexcept;

@@ -51,15 +51,15 @@ enum KW_MASK_RESULT : INT32
 struct KW_TraceInfo
 {
     KW_ZEL_CHANNEL channel = eKW_ZEL_CHANNEL_NONE; ///< of digital lines the first, D0
-    KW_SAMPLE_FORMAT format = eKW_SAMPLES_INT16;
-    KW_UNIT unit = eKW_UNIT_NOT_DEFINED; ///< of physical values
-    UINT32 flags = 0;                    ///< KW_TRACE_FLAG
-    UINT32 count = 0;                    ///< points, settling ones included; 0: no trace
-    UINT32 settlingPoints = 0;           ///< at the beginning, which are not shown
-    double interval = 1.0;               ///< between two points, s; > 0
-    double start = 0.0;                  ///< of the first point against the trigger, s
-    double scale = 1.0;                  ///< of one count of a sample, in `unit`; not 0
-    double offset = 0.0;                 ///< of the sample 0, in `unit`
+    KW_SAMPLE_FORMAT format = eKW_SAMPLES_INT16;   ///< how its points stand in memory
+    KW_UNIT unit = eKW_UNIT_NOT_DEFINED;           ///< of physical values
+    UINT32 flags = 0;                              ///< KW_TRACE_FLAG
+    UINT32 count = 0;                              ///< points, settling ones included; 0: no trace
+    UINT32 settlingPoints = 0;                     ///< at the beginning, which are not shown
+    double interval = 1.0;                         ///< between two points, s; > 0
+    double start = 0.0;                            ///< of the first point against the trigger, s
+    double scale = 1.0;                            ///< of one count of a sample, in `unit`; not 0
+    double offset = 0.0;                           ///< of the sample 0, in `unit`
 };
 
 /** What is said of the whole record. */
@@ -68,14 +68,14 @@ struct KW_RecordInfo
     UINT64 number = 0;         ///< from 1, rising; a gap: acquisitions that found no room
     INT64 triggerTime = 0;     ///< ns since 1970-01-01 UTC
     INT64 settingsCounter = 0; ///< change counter of the tree when the acquisition was armed
-    KW_MASK_RESULT maskResult = eKW_MASK_NOT_TESTED;
+    KW_MASK_RESULT maskResult = eKW_MASK_NOT_TESTED; ///< of the test by the mask that stood then
 };
 
 /** Lowest and highest physical value of a stretch; both NaN where it has no valid point. */
 struct KW_MinMax
 {
-    double minimum = 0.0;
-    double maximum = 0.0;
+    double minimum = 0.0; ///< lowest, in the unit of the trace
+    double maximum = 0.0; ///< highest, likewise
 };
 
 /** Digital lines of a stretch, a bit each. `always` 1 and `once` 0 where it has no point. */
@@ -100,6 +100,8 @@ class KW_EXPORT CKWRecord
 {
 public:
     CKWRecord() noexcept = default;
+    /** Copies hold the record, too; moving leaves the other without one. */
+    ///@{
     CKWRecord(const CKWRecord& other) noexcept;
     CKWRecord(CKWRecord&& other) noexcept
         : m_slot(std::exchange(other.m_slot, nullptr)), m_progress(other.m_progress)
@@ -111,6 +113,7 @@ public:
         std::swap(m_progress, other.m_progress);
         return *this;
     }
+    ///@}
     ~CKWRecord()
     {
         if (m_slot != nullptr)
@@ -122,6 +125,7 @@ public:
     /** False: no record; infos are defaults, samples empty. */
     explicit operator bool() const noexcept { return m_slot != nullptr; }
 
+    /** What is said of the whole record; defaults without one. */
     KW_RecordInfo GetInfo() const noexcept;
     /** Traces, those without points included: a trace has the place that the writer gave it. */
     UINT32 GetTraceCount() const noexcept;

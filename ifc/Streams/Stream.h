@@ -15,8 +15,8 @@
 /** Room of one trace in each record. */
 struct KW_TraceLayout
 {
-    KW_SAMPLE_FORMAT format = eKW_SAMPLES_INT16;
-    UINT32 points = 0; ///< most points; 0: the place has no trace
+    KW_SAMPLE_FORMAT format = eKW_SAMPLES_INT16; ///< how its points stand in memory
+    UINT32 points = 0;                           ///< most points; 0: the place has no trace
 };
 
 /** Bounds of a stream. */
