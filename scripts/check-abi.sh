@@ -52,6 +52,7 @@ build_present() {
     abidw --no-corpus-path --no-comp-dir-path --no-show-locs --drop-private-types \
         --exported-interfaces-only --headers-dir ifc --headers-dir build/debian/generated/ifc \
         --out-file "$work/present.xml" "$library"
+    python3 -B "$scripts/define-enums.py" "$work/present.xml"
 }
 
 keep() {

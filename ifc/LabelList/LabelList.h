@@ -75,6 +75,17 @@ struct KW_LabelEntry
     KW_LabelMessageDetails details; ///< what only databases know
 };
 
+/** A signal of a message and what is known of it. Good as long as the entry stays as it is. */
+struct KW_LabelSignal
+{
+    const CLabelListSignal* signal;       ///< never null
+    const KW_LabelSignalDetails* details; ///< never null; of a signal without any they say nothing
+};
+
+/** All signals of a message, each once: those that signalsInOrder names in its order, then the
+    others in that of their keys. */
+KW_EXPORT std::vector<KW_LabelSignal> KW_GetSignals(const KW_LabelEntry& entry);
+
 /** Files a signal behind all others.
     @return its key; `details` are left out where they say nothing */
 KW_EXPORT QByteArray KW_AddSignal(KW_LabelEntry& entry, const CLabelListSignal& signal,

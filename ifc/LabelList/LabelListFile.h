@@ -72,7 +72,8 @@ KW_EXPORT KW_ACCEPTANCE KW_ReadLabelText(const QByteArray& text, KW_LABEL_FILE_F
  *
  * @param reports gets what the format does not hold, as warnings without a place
  * @return eKW_ACC_OK; eKW_ACC_WARNING when something was left out; refused with an error:
- *         eKW_ACC_FILE_NOT_WRITABLE, eKW_ACC_FILE_NOT_UNDERSTOOD (of no format),
+ *         eKW_ACC_FILE_NOT_WRITABLE, eKW_ACC_FILE_NOT_UNDERSTOOD (of no format, or a message that
+ *         a reader would refuse, such as one with a signal outside of the payload),
  *         eKW_ACC_WRONG_KIND (a list of another bus than CAN as a CAN database)
  */
 KW_EXPORT KW_ACCEPTANCE KW_WriteLabelFile(const QString& fileName, const KW_LabelList& list,

@@ -10,7 +10,6 @@
 #include "LabelList/LabelConditions.h"
 
 #include <algorithm>
-#include <set>
 
 namespace
 {
@@ -44,29 +43,6 @@ QString Saveable(const QString& text)
     return saveable;
 }
 
-bool IsInOrder(const KW_LabelEntry& entry)
-{
-    const auto& order = entry.details.signalsInOrder;
-    const std::set<QByteArray> keys(order.begin(), order.end());
-    return keys.size() == order.size() && keys.size() == entry.message.getSignals().size() &&
-           std::all_of(order.begin(), order.end(),
-                       [&entry](const QByteArray& key) { return entry.message.hasSignal(key); });
-}
-
-/** Each signal once, in the order that the message says, and behind it what that leaves out. */
-KW_LabelEntry InOrder(KW_LabelEntry entry)
-{
-    std::set<QByteArray> left;
-    for (const auto& [key, signal] : entry.message.getSignals())
-    {
-        left.insert(key);
-    }
-    auto& order = entry.details.signalsInOrder;
-    std::erase_if(order, [&left](const QByteArray& key) { return left.erase(key) == 0; });
-    order.insert(order.end(), left.begin(), left.end());
-    return entry;
-}
-
 /** The first characters; of a pair both or none. */
 QString Cut(const QString& text, INT32 length)
 {
@@ -86,7 +62,7 @@ void CLabelImport::Replace(const KW_LabelList& list)
     m_protocol = list.protocol;
     for (const KW_LabelEntry& entry : list.messages)
     {
-        IsInOrder(entry) ? Add(entry) : Add(InOrder(entry));
+        Add(entry);
     }
     TellRest();
 }
@@ -120,19 +96,12 @@ void CLabelImport::Add(const KW_LabelEntry& entry)
 
 bool CLabelImport::IsGood(const KW_LabelEntry& entry)
 {
-    CLabelReports found;
-    std::vector<KW_LabelReport> reports;
-    const bool isGood = NLabelChecks::Check(
-        m_protocol, entry, [](int) { return t_TextPlace(); }, found);
-    found.MoveTo(reports);
-    for (const KW_LabelReport& report : reports)
+    const QStringList errors = NLabelChecks::ErrorsOf(m_protocol, entry);
+    for (const QString& error : errors)
     {
-        if (report.type == e_KW_MESSAGE_TYPE_ERROR)
-        {
-            m_reports.Error({}, m_message + QStringLiteral(" left out: ") + report.text);
-        }
+        m_reports.Error({}, m_message + QStringLiteral(" left out: ") + error);
     }
-    return isGood;
+    return errors.isEmpty();
 }
 
 void CLabelImport::WriteMessage(CPgSerialBusLabelItem& label, const KW_LabelEntry& entry)
@@ -152,18 +121,15 @@ void CLabelImport::WriteMessage(CPgSerialBusLabelItem& label, const KW_LabelEntr
 
 void CLabelImport::AddSignals(CPgSerialBusLabelItem& label, const KW_LabelEntry& entry)
 {
-    const KW_LabelSignalDetails none;
     std::size_t leftOut = 0;
-    for (const QByteArray& key : entry.details.signalsInOrder)
+    for (const KW_LabelSignal& known : KW_GetSignals(entry))
     {
         if (label.GetPgSignalTranslation()->IsMaxCountReached())
         {
             ++leftOut;
             continue;
         }
-        const auto found = entry.details.signalDetails.find(key);
-        AddSignal(label, entry.message.getSignals().at(key),
-                  found != entry.details.signalDetails.end() ? found->second : none);
+        AddSignal(label, *known.signal, *known.details);
     }
     m_signal.clear();
     if (leftOut > 0)

@@ -14,14 +14,6 @@
 
 namespace
 {
-const KW_LabelSignalDetails kNoDetails;
-
-const KW_LabelSignalDetails& DetailsOf(const KW_LabelEntry& entry, const QByteArray& key)
-{
-    const auto found = entry.details.signalDetails.find(key);
-    return found != entry.details.signalDetails.end() ? found->second : kNoDetails;
-}
-
 /** Whether a text is one statement, so that it does not spoil those behind it. */
 bool IsStatement(const std::string& text)
 {
@@ -176,11 +168,11 @@ void CDbcWriter::PrepareSignals(t_Message& message)
 {
     const KW_LabelEntry& entry = *message.entry;
     std::vector<NDbcNames::t_Named> named;
-    for (const QByteArray& key : entry.details.signalsInOrder)
+    for (const KW_LabelSignal& known : KW_GetSignals(entry))
     {
         t_Signal signal;
-        signal.signal = &entry.message.getSignals().at(key);
-        signal.details = &DetailsOf(entry, key);
+        signal.signal = known.signal;
+        signal.details = known.details;
         named.push_back({signal.signal->getName(), signal.details->shortName});
         message.all.push_back(std::move(signal));
     }

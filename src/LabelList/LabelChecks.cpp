@@ -102,24 +102,23 @@ public:
 
     bool Check()
     {
-        const auto& keys = m_entry.details.signalsInOrder;
-        for (const QByteArray& key : keys)
+        const auto known = KW_GetSignals(m_entry);
+        for (const KW_LabelSignal& signal : known)
         {
-            m_names.insert(m_entry.message.getSignals().at(key).getName());
+            m_names.insert(signal.signal->getName());
         }
         bool isGood = true;
-        for (std::size_t i = 0; i < keys.size(); ++i)
+        for (std::size_t i = 0; i < known.size(); ++i)
         {
             m_place = m_placeOf(static_cast<int>(i));
-            isGood = CheckSignal(keys[i]) && isGood;
+            isGood = CheckSignal(*known[i].signal, *known[i].details) && isGood;
         }
         return isGood;
     }
 
 private:
-    bool CheckSignal(const QByteArray& key)
+    bool CheckSignal(const CLabelListSignal& signal, const KW_LabelSignalDetails& details)
     {
-        const CLabelListSignal& signal = m_entry.message.getSignals().at(key);
         const QString error = SignalError(signal, m_unit, 8 * m_entry.message.getLength());
         if (!error.isEmpty())
         {
@@ -127,9 +126,6 @@ private:
                 m_place, QStringLiteral("signal %1: ").arg(QuotedName(signal.getName())) + error);
             return false;
         }
-        const auto found = m_entry.details.signalDetails.find(key);
-        const KW_LabelSignalDetails none;
-        const auto& details = found != m_entry.details.signalDetails.end() ? found->second : none;
         CheckName(signal.getName());
         CheckNumbers(signal);
         CheckMultiplexor(signal, details);
@@ -231,6 +227,26 @@ bool NLabelChecks::Check(KW_ZEL_SERIALBUS_PROTOCOL protocol, const KW_LabelEntry
         reports.Warning(placeOf(-1), QStringLiteral("message without a name"));
     }
     return CMessageCheck(protocol, entry, placeOf, reports).Check();
+}
+
+QStringList NLabelChecks::ErrorsOf(KW_ZEL_SERIALBUS_PROTOCOL protocol, const KW_LabelEntry& entry)
+{
+    CLabelReports found;
+    QStringList errors;
+    if (!Check(
+            protocol, entry, [](int) { return t_TextPlace(); }, found))
+    {
+        std::vector<KW_LabelReport> reports;
+        found.MoveTo(reports);
+        for (const KW_LabelReport& report : reports)
+        {
+            if (report.type == e_KW_MESSAGE_TYPE_ERROR)
+            {
+                errors << report.text;
+            }
+        }
+    }
+    return errors;
 }
 
 void NLabelChecks::CheckIdentifiers(const KW_LabelList& list, const t_PlaceOf& placeOf,

@@ -4,6 +4,7 @@
 #include "LabelList/LabelList.h"
 #include "LabelList/LabelReports.h"
 
+#include <QStringList>
 #include <functional>
 #include <optional>
 
@@ -29,6 +30,10 @@ using t_PlaceOf = std::function<t_TextPlace(int signal)>;
  */
 bool Check(KW_ZEL_SERIALBUS_PROTOCOL protocol, const KW_LabelEntry& entry, const t_PlaceOf& placeOf,
            CLabelReports& reports);
+
+/** The errors of Check, as texts: what a list that comes from no file is refused or left out for.
+ */
+QStringList ErrorsOf(KW_ZEL_SERIALBUS_PROTOCOL protocol, const KW_LabelEntry& entry);
 
 /** Warns of messages with the same identifier of the same length. `placeOf` gives the place of a
     message by its number in the list. */

@@ -57,9 +57,9 @@ public:
         CellOf(line, eCOLUMN::Senders) = Names(entry.details.senders);
         Line(line);
         m_attributes += entry.details.attributes.size();
-        for (const auto& [signal, details] : NLabelFields::SignalsOf(entry))
+        for (const auto& [signal, details] : KW_GetSignals(entry))
         {
-            Signal(name, signal, details);
+            Signal(name, *signal, *details);
         }
     }
 

@@ -369,31 +369,3 @@ QString NLabelFields::NamesOf(const CEnumNameInfo& names)
     }
     return all.join(QStringLiteral(", "));
 }
-
-std::vector<NLabelFields::t_KnownSignal> NLabelFields::SignalsOf(const KW_LabelEntry& entry)
-{
-    static const KW_LabelSignalDetails nothing;
-    const auto& all = entry.message.getSignals();
-    std::vector<t_KnownSignal> known;
-    std::set<QByteArray> seen;
-    const auto add = [&](const QByteArray& key)
-    {
-        const auto signal = all.find(key);
-        if (signal != all.end() && seen.insert(key).second)
-        {
-            const auto details = entry.details.signalDetails.find(key);
-            known.push_back({signal->second, details != entry.details.signalDetails.end()
-                                                 ? details->second
-                                                 : nothing});
-        }
-    };
-    for (const QByteArray& key : entry.details.signalsInOrder)
-    {
-        add(key);
-    }
-    for (const auto& signal : all)
-    {
-        add(signal.first);
-    }
-    return known;
-}

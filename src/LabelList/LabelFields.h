@@ -110,14 +110,4 @@ void TakeTypeFromLabels(CLabelListSignal& signal);
 
 /** The serial names of an enumeration, with commas between them. */
 QString NamesOf(const CEnumNameInfo& names);
-
-/** A signal of a message with what is known of it. */
-struct t_KnownSignal
-{
-    const CLabelListSignal& signal;
-    const KW_LabelSignalDetails& details;
-};
-
-/** The signals of a message in the order of the file, and behind them those that it leaves out. */
-std::vector<t_KnownSignal> SignalsOf(const KW_LabelEntry& entry);
 } // namespace NLabelFields

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LabelList/LabelList.h"
 
+#include <set>
+
 namespace
 {
 bool SaysNothing(const KW_LabelSignalDetails& details)
@@ -22,6 +24,37 @@ QByteArray FreeKey(const KW_LabelEntry& entry, const QByteArray& key)
     return free;
 }
 } // namespace
+
+std::vector<KW_LabelSignal> KW_GetSignals(const KW_LabelEntry& entry)
+{
+    static const KW_LabelSignalDetails none;
+    const auto& all = entry.message.getSignals();
+    std::vector<KW_LabelSignal> known;
+    known.reserve(all.size());
+    std::set<const CLabelListSignal*> seen;
+    const auto add = [&](const QByteArray& key, const CLabelListSignal& signal)
+    {
+        if (seen.insert(&signal).second)
+        {
+            const auto details = entry.details.signalDetails.find(key);
+            const bool isKnown = details != entry.details.signalDetails.end();
+            known.push_back({&signal, isKnown ? &details->second : &none});
+        }
+    };
+    for (const QByteArray& key : entry.details.signalsInOrder)
+    {
+        const auto signal = all.find(key);
+        if (signal != all.end())
+        {
+            add(key, signal->second);
+        }
+    }
+    for (const auto& [key, signal] : all)
+    {
+        add(key, signal);
+    }
+    return known;
+}
 
 QByteArray KW_AddSignal(KW_LabelEntry& entry, const CLabelListSignal& signal,
                         KW_LabelSignalDetails details)

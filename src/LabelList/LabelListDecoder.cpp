@@ -101,32 +101,6 @@ std::map<UINT64, std::string> LabelsOf(const CLabelListSignal& signal,
     return labels;
 }
 
-/** Keys of the signals: those of the file in its order, then those that it does not name. */
-std::vector<QByteArray> KeysOf(const KW_LabelEntry& entry)
-{
-    std::vector<QByteArray> keys;
-    for (const QByteArray& key : entry.details.signalsInOrder)
-    {
-        if (entry.message.hasSignal(key))
-        {
-            keys.push_back(key);
-        }
-    }
-    if (keys.size() < entry.message.getSignals().size())
-    {
-        std::vector<QByteArray> named = keys;
-        std::sort(named.begin(), named.end());
-        for (const auto& [key, signal] : entry.message.getSignals())
-        {
-            if (!std::binary_search(named.begin(), named.end(), key))
-            {
-                keys.push_back(key);
-            }
-        }
-    }
-    return keys;
-}
-
 /** Makes one message. */
 class CMessageCompiler
 {
@@ -141,12 +115,12 @@ public:
 
     CLabelListDecoder::t_Message Compile()
     {
-        const auto keys = KeysOf(m_entry);
-        m_message.signalList.reserve(keys.size());
-        m_message.steps.reserve(keys.size());
-        for (const QByteArray& key : keys)
+        const auto known = KW_GetSignals(m_entry);
+        m_message.signalList.reserve(known.size());
+        m_message.steps.reserve(known.size());
+        for (const KW_LabelSignal& signal : known)
         {
-            AddSignal(m_entry.message.getSignals().at(key), DetailsOf(key));
+            AddSignal(*signal.signal, *signal.details);
         }
         for (std::size_t step = 0; step < m_details.size(); ++step)
         {
@@ -157,13 +131,6 @@ public:
     }
 
 private:
-    const KW_LabelSignalDetails& DetailsOf(const QByteArray& key) const
-    {
-        static const KW_LabelSignalDetails none;
-        const auto details = m_entry.details.signalDetails.find(key);
-        return details != m_entry.details.signalDetails.end() ? details->second : none;
-    }
-
     void AddSignal(const CLabelListSignal& signal, const KW_LabelSignalDetails& details)
     {
         const NSignalBits::t_Signal bits{signal.getStartBit(), signal.getBitLength(),

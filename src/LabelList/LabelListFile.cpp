@@ -2,6 +2,7 @@
 #include "LabelList/LabelListFile.h"
 
 #include "LabelList/LabelBounds.h"
+#include "LabelList/LabelChecks.h"
 #include "LabelList/LabelFiles.h"
 #include "LabelList/LabelReports.h"
 #include "WholeFile.h"
@@ -38,6 +39,21 @@ KW_ACCEPTANCE Answer(KW_ACCEPTANCE refusal, CLabelReports& collected,
     const KW_ACCEPTANCE taken = collected.IsEmpty() ? eKW_ACC_OK : eKW_ACC_WARNING;
     collected.MoveTo(reports);
     return refusal > eKW_ACC_WARNING ? refusal : taken;
+}
+
+/** Whether readers would take the messages: a list may come from elsewhere than a file. */
+bool IsReadable(const KW_LabelList& list, CLabelReports& collected)
+{
+    for (const KW_LabelEntry& entry : list.messages)
+    {
+        for (const QString& error : NLabelChecks::ErrorsOf(list.protocol, entry))
+        {
+            collected.Error({}, QStringLiteral("message %1 can not be written: ")
+                                        .arg(QuotedName(entry.message.getName())) +
+                                    error);
+        }
+    }
+    return collected.ErrorCount() == 0;
 }
 
 KW_ACCEPTANCE Refuse(KW_ACCEPTANCE code, const QString& text, std::vector<KW_LabelReport>& reports)
@@ -121,6 +137,10 @@ KW_ACCEPTANCE KW_WriteLabelText(const KW_LabelList& list, KW_LABEL_FILE_FORMAT f
                       reports);
     }
     CLabelReports collected;
+    if (!IsReadable(list, collected))
+    {
+        return Answer(eKW_ACC_FILE_NOT_UNDERSTOOD, collected, reports);
+    }
     text = kFileFormats[format].write(list, collected);
     return Answer(eKW_ACC_OK, collected, reports);
 }

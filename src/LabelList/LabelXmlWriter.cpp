@@ -210,13 +210,13 @@ void WriteMessage(CXmlText& xml, const KW_LabelEntry& entry)
     WriteFields(xml, NLabelFields::TextsOf(entry));
     WriteNames(xml, "Sender", entry.details.senders);
     WriteAttributes(xml, entry.details.attributes);
-    for (const auto& [signal, details] : NLabelFields::SignalsOf(entry))
+    for (const auto& [signal, details] : KW_GetSignals(entry))
     {
         xml.Open("Signal");
-        WriteFields(xml, NLabelFields::TextsOf(signal, details));
-        WriteLabels(xml, NLabelFields::LabelsOf(signal, details));
-        WriteNames(xml, "Receiver", details.receivers);
-        WriteAttributes(xml, details.attributes);
+        WriteFields(xml, NLabelFields::TextsOf(*signal, *details));
+        WriteLabels(xml, NLabelFields::LabelsOf(*signal, *details));
+        WriteNames(xml, "Receiver", details->receivers);
+        WriteAttributes(xml, details->attributes);
         xml.Close();
     }
     xml.Close();

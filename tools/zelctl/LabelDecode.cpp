@@ -110,7 +110,7 @@ CFrameFilter::CFrameFilter(const KW_LabelList& list, const std::vector<std::stri
     QSet<QString> known;
     for (const KW_LabelEntry& entry : list.messages)
     {
-        for (const t_LabelSignal& shown : GetSignals(entry))
+        for (const KW_LabelSignal& shown : KW_GetSignals(entry))
         {
             const QString name = ToText(shown.signal->getName());
             known << name << ToText(entry.message.getName()) + QLatin1Char('/') + name;

@@ -59,7 +59,7 @@ t_Fields GetFields(const KW_LabelEntry& entry)
     return fields;
 }
 
-t_Fields GetFields(const t_LabelSignal& shown)
+t_Fields GetFields(const KW_LabelSignal& shown)
 {
     const CLabelListSignal& signal = *shown.signal;
     const KW_LabelSignalDetails& details = *shown.details;
@@ -231,7 +231,7 @@ t_Pairs PairBy(const std::vector<TItem>& first, const std::vector<TItem>& second
     return pairs;
 }
 
-QString GetPlaceText(const t_LabelSignal& shown)
+QString GetPlaceText(const KW_LabelSignal& shown)
 {
     return QStringLiteral("%1|%2 %3 %4")
         .arg(shown.signal->getStartBit())
@@ -247,13 +247,14 @@ QString GetMessageName(const KW_LabelEntry& entry)
 void CompareSignals(const KW_LabelEntry& first, const KW_LabelEntry& second,
                     std::vector<t_LabelDifference>& differences)
 {
-    const auto before = GetSignals(first);
-    const auto after = GetSignals(second);
-    const auto getName = [](const t_LabelSignal& shown) { return ToText(shown.signal->getName()); };
+    const auto before = KW_GetSignals(first);
+    const auto after = KW_GetSignals(second);
+    const auto getName = [](const KW_LabelSignal& shown)
+    { return ToText(shown.signal->getName()); };
     const QString message = GetMessageName(first);
-    for (const auto& [i, j] : PairBy<t_LabelSignal>(before, after, {getName, GetPlaceText}))
+    for (const auto& [i, j] : PairBy<KW_LabelSignal>(before, after, {getName, GetPlaceText}))
     {
-        const t_LabelSignal& shown =
+        const KW_LabelSignal& shown =
             i < 0 ? after[static_cast<std::size_t>(j)] : before[static_cast<std::size_t>(i)];
         const t_LabelDifference place{message, getName(shown), {}, {}, {}, i < 0};
         if (i < 0 || j < 0)

@@ -114,7 +114,7 @@ bool Selects(const std::vector<KW_RawRange>& ranges, UINT64 raw)
 class CMultiplex
 {
 public:
-    explicit CMultiplex(const KW_LabelEntry& entry) : m_signals(::GetSignals(entry))
+    explicit CMultiplex(const KW_LabelEntry& entry) : m_signals(KW_GetSignals(entry))
     {
         for (std::size_t i = 0; i < m_signals.size(); ++i)
         {
@@ -246,7 +246,7 @@ private:
         auto found = m_numbers.find(multiplexor);
         for (std::size_t steps = 0; found != m_numbers.end() && steps < m_signals.size(); ++steps)
         {
-            const t_LabelSignal& selecting = m_signals[found->second];
+            const KW_LabelSignal& selecting = m_signals[found->second];
             page.signals.push_back(found->second);
             if (selecting.details->multiplexor.empty())
             {
@@ -282,7 +282,7 @@ private:
         return false;
     }
 
-    std::vector<t_LabelSignal> m_signals;
+    std::vector<KW_LabelSignal> m_signals;
     std::map<std::string, std::size_t> m_numbers; ///< by name
     std::vector<std::size_t> m_always;
     std::vector<std::string> m_multiplexors; ///< that select something, in the order of the file
@@ -309,7 +309,7 @@ QString GetLetters(std::size_t number)
 QStringList DrawPayload(const KW_LabelList& list, const KW_LabelEntry& entry,
                         const std::vector<std::size_t>& signals)
 {
-    const auto all = GetSignals(entry);
+    const auto all = KW_GetSignals(entry);
     CBits bits(kBitsOfByte * entry.message.getLength(), UnitOf(list));
     for (const std::size_t number : signals)
     {

@@ -101,7 +101,7 @@ QStringList WrapText(const std::string& text, int indent)
 }
 
 /** What stands below the line of a signal: when it is there, its comment and its labels. */
-QStringList GetSignalNotes(const t_LabelSignal& signal)
+QStringList GetSignalNotes(const KW_LabelSignal& signal)
 {
     constexpr int kIndent = 7;
     QStringList lines;
@@ -146,7 +146,7 @@ QStringList GetSignalLines(const KW_LabelEntry& entry)
                QStringLiteral("offset"),
                QStringLiteral("range"),
                QStringLiteral("unit")});
-    const auto all = GetSignals(entry);
+    const auto all = KW_GetSignals(entry);
     for (std::size_t i = 0; i < all.size(); ++i)
     {
         const CLabelListSignal& signal = *all[i].signal;
@@ -205,7 +205,7 @@ void AddMessage(const KW_LabelList& list, const KW_LabelEntry& entry, const t_Mu
     {
         reply.Lines(WrapText(entry.details.comment, 2));
     }
-    if (!entry.details.signalsInOrder.empty())
+    if (!entry.message.getSignals().empty())
     {
         reply.Line({}).Lines(GetSignalLines(entry));
     }
@@ -224,7 +224,7 @@ void AddTable(const KW_LabelList& list, CReply& reply)
         table.Add({GetIdentifierText(entry.message), ToText(entry.message.getName()),
                    QString::number(entry.message.getLength()) +
                        QLatin1String(entry.details.isFd ? " FD" : ""),
-                   QString::number(entry.details.signalsInOrder.size()),
+                   QString::number(entry.message.getSignals().size()),
                    entry.details.cycleTime ? GetCycleText(*entry.details.cycleTime) : QString(),
                    ToText(entry.details.senders)});
     }

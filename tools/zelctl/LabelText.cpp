@@ -58,7 +58,7 @@ QJsonArray ToJson(const std::vector<KW_RawRange>& ranges)
 }
 
 /** What most signals have not stands there only where they have it. */
-void AddDetails(const t_LabelSignal& signal, QJsonObject& json)
+void AddDetails(const KW_LabelSignal& signal, QJsonObject& json)
 {
     const KW_LabelSignalDetails& details = *signal.details;
     if (!details.multiplexor.empty())
@@ -81,7 +81,7 @@ void AddDetails(const t_LabelSignal& signal, QJsonObject& json)
     json[QLatin1String("attributes")] = ToJson(details.attributes);
 }
 
-QJsonObject ToJson(const t_LabelSignal& shown)
+QJsonObject ToJson(const KW_LabelSignal& shown)
 {
     const CLabelListSignal& signal = *shown.signal;
     QJsonObject json;
@@ -100,25 +100,12 @@ QJsonObject ToJson(const t_LabelSignal& shown)
 }
 } // namespace
 
-std::vector<t_LabelSignal> GetSignals(const KW_LabelEntry& entry)
-{
-    static const KW_LabelSignalDetails none;
-    std::vector<t_LabelSignal> signals;
-    for (const QByteArray& key : entry.details.signalsInOrder)
-    {
-        const auto known = entry.details.signalDetails.find(key);
-        signals.push_back({&entry.message.getSignals().at(key),
-                           known == entry.details.signalDetails.end() ? &none : &known->second});
-    }
-    return signals;
-}
-
 std::size_t CountSignals(const KW_LabelList& list)
 {
     std::size_t count = 0;
     for (const KW_LabelEntry& entry : list.messages)
     {
-        count += entry.details.signalsInOrder.size();
+        count += entry.message.getSignals().size();
     }
     return count;
 }
@@ -187,7 +174,7 @@ QString GetConditionText(const KW_LabelSignalDetails& details)
                                              GetRangesText(details.selectedBy);
 }
 
-std::vector<std::pair<QString, QString>> GetLabels(const t_LabelSignal& shown)
+std::vector<std::pair<QString, QString>> GetLabels(const KW_LabelSignal& shown)
 {
     const CLabelListSignal& signal = *shown.signal;
     const bool isSigned = signal.getValueType() == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_SIGNED_INT;
@@ -253,7 +240,7 @@ QJsonObject ToJson(const KW_LabelEntry& entry)
     json[QLatin1String("bitRateSwitch")] = entry.details.hasBitRateSwitch;
     json[QLatin1String("attributes")] = ToJson(entry.details.attributes);
     QJsonArray signals;
-    for (const t_LabelSignal& signal : GetSignals(entry))
+    for (const KW_LabelSignal& signal : KW_GetSignals(entry))
     {
         signals.append(ToJson(signal));
     }

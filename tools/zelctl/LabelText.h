@@ -9,15 +9,6 @@
 #include <utility>
 #include <vector>
 
-/** A signal with what is known of it; both as long as the message. */
-struct t_LabelSignal
-{
-    const CLabelListSignal* signal;
-    const KW_LabelSignalDetails* details; ///< never null
-};
-
-/** The signals of a message in the order of its file. */
-std::vector<t_LabelSignal> GetSignals(const KW_LabelEntry& entry);
 std::size_t CountSignals(const KW_LabelList& list);
 
 /** "0x123" with as many digits as the bus writes: 3 of 11 bits, 8 of 29; "–" of frames without. */
@@ -42,7 +33,7 @@ QString GetRangesText(const std::vector<KW_RawRange>& ranges);
 QString GetConditionText(const KW_LabelSignalDetails& details);
 
 /** Raw values, as signed ones of signed signals, in their order, with their labels. */
-std::vector<std::pair<QString, QString>> GetLabels(const t_LabelSignal& signal);
+std::vector<std::pair<QString, QString>> GetLabels(const KW_LabelSignal& signal);
 
 QString ToText(const std::vector<std::string>& names);
 
