@@ -48,12 +48,12 @@ std::string LabelValue(const CLabelListSignal& signal, UINT64 raw)
     others are what they are. */
 std::string FurtherValue(const CLabelListSignal& signal, INT64 value)
 {
-    constexpr INT64 kLastInTable = 0xffffffffU;
+    constexpr INT64 kHighest = 0xffffffffU;
     const UINT32 bits = signal.getBitLength();
     const auto type = signal.getValueType();
     const bool isFloating = type == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_FLOAT ||
                             type == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_DOUBLE;
-    const bool isRaw = !isFloating && (bits == 64 || (value > kLastInTable && bits < 64 &&
+    const bool isRaw = !isFloating && (bits == 64 || (value > kHighest && bits < 64 &&
                                                       static_cast<UINT64>(value) >> bits == 0));
     return isRaw ? LabelValue(signal, static_cast<UINT64>(value)) : std::to_string(value);
 }

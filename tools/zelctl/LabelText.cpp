@@ -210,7 +210,7 @@ QString ToText(const std::vector<std::string>& names)
     return texts.join(QStringLiteral(", "));
 }
 
-QString GetCountText(std::size_t count, const QString& what)
+QString GetCountText(UINT64 count, const QString& what)
 {
     return QStringLiteral("%1 %2%3").arg(count).arg(what,
                                                     count == 1 ? QString() : QStringLiteral("s"));

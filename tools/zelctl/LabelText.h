@@ -38,7 +38,7 @@ std::vector<std::pair<QString, QString>> GetLabels(const KW_LabelSignal& signal)
 QString ToText(const std::vector<std::string>& names);
 
 /** "1 message", "3 messages". */
-QString GetCountText(std::size_t count, const QString& what);
+QString GetCountText(UINT64 count, const QString& what);
 
 /** "3 messages, 17 signals". */
 QString GetSizeText(const KW_LabelList& list);
