@@ -53,8 +53,9 @@ std::string FurtherValue(const CLabelListSignal& signal, INT64 value)
     const auto type = signal.getValueType();
     const bool isFloating = type == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_FLOAT ||
                             type == eKW_SIGNAL_TRANSLATION_VALUE_TYPE_DOUBLE;
-    const bool isRaw = !isFloating && (bits == 64 || (value > kHighest && bits < 64 &&
-                                                      static_cast<UINT64>(value) >> bits == 0));
+    const bool isRaw =
+        !isFloating &&
+        (bits == 64 || (value > kHighest && bits < 64 && static_cast<UINT64>(value) >> bits == 0));
     return isRaw ? LabelValue(signal, static_cast<UINT64>(value)) : std::to_string(value);
 }
 
