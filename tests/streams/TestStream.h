@@ -72,6 +72,9 @@ inline std::vector<INT16> PointsOf(const CKWRecord& record, UINT32 trace = 0)
 {
     const auto bytes = record.GetSamples(trace);
     std::vector<INT16> points(bytes.size() / sizeof(INT16));
-    std::memcpy(points.data(), bytes.data(), bytes.size());
+    if (!bytes.empty())
+    {
+        std::memcpy(points.data(), bytes.data(), bytes.size());
+    }
     return points;
 }
