@@ -9,7 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace
 {
@@ -289,20 +289,31 @@ void CDbcWriter::WriteRelationDefaults()
     WriteDefaultValuesOf(true);
 }
 
-/** A default names no object: it is for all attributes of its name. */
+/** A default names no object: it is for all attributes of its name, and stands where the first of
+    them does, which it becomes the default of when it is read. */
 void CDbcWriter::WriteDefaultValuesOf(bool isRelation)
 {
-    std::unordered_set<std::string_view> written;
+    std::unordered_map<std::string_view, const KW_LabelAttribute*> defaults;
     for (const KW_AttributeDefinition& definition : m_definitions)
     {
-        if (NDbcOrder::IsRelation(definition) == isRelation && definition.defaultValue &&
-            written.insert(definition.name).second)
+        if (NDbcOrder::IsRelation(definition) == isRelation && definition.defaultValue)
+        {
+            defaults.emplace(definition.name, &*definition.defaultValue);
+        }
+    }
+    for (const KW_AttributeDefinition& definition : m_definitions)
+    {
+        const auto found = NDbcOrder::IsRelation(definition) == isRelation
+                               ? defaults.find(definition.name)
+                               : defaults.end();
+        if (found != defaults.end())
         {
             m_text += isRelation ? "BA_DEF_DEF_REL_ " : "BA_DEF_DEF_ ";
             NDbcText::AppendQuoted(m_text, definition.name);
             m_text += ' ';
-            WriteValue(*definition.defaultValue);
+            WriteValue(*found->second);
             m_text += ";\n";
+            defaults.erase(found);
         }
     }
 }
