@@ -25,6 +25,7 @@ TEST(Slots, AreHeldOnlyForTheRecordThatOneCameFor)
     EXPECT_EQ(slot.word, kPublished) << "who does not hold it is not counted";
     EXPECT_TRUE(Hold(slot, 5));
     EXPECT_EQ(slot.word, kPublished | 1U);
+    LetGo(slot);
 }
 
 TEST(Slots, AreTakenBackWhenNobodyHoldsThem)
