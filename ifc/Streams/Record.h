@@ -62,6 +62,13 @@ struct KW_TraceInfo
     double offset = 0.0;                           ///< of the sample 0, in `unit`
 };
 
+/** Bounds of a record. */
+enum KW_RECORD_BOUND : UINT32
+{
+    eKW_RECORD_TRACES = 16,                                      ///< traces
+    eKW_RECORD_BYTES = (sizeof(void*) > 4 ? 256U : 128U) << 20U, ///< memory
+};
+
 /** What is said of the whole record. */
 struct KW_RecordInfo
 {
@@ -163,7 +170,7 @@ public:
     KW_ACCEPTANCE GetLines(UINT32 trace, double first, double count,
                            std::span<KW_LineStates> columns) const noexcept;
 
-    struct t_Access; ///< of the library's own
+    struct t_Access; ///< of the library's own; public, as streams and files make records by it
 
 private:
     void Release() noexcept;
@@ -171,3 +178,55 @@ private:
     void* m_slot = nullptr;
     UINT32 m_progress = 0; ///< points of the longest trace
 };
+
+/**
+ * Makes a record of memory of its own, beside all streams: what a file holds, what was computed,
+ * what is kept as a reference. It takes memory once, in the constructor. For one thread at a time.
+ *
+ * Reserve each trace that has points, write them and Advance, as with a stream; then Make.
+ */
+class KW_EXPORT CKWRecordMaker
+{
+public:
+    /**
+     * @param info   stands as it is, its number too
+     * @param traces at most eKW_RECORD_TRACES, with the points of each; those without points have
+     *               a place only
+     */
+    CKWRecordMaker(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces) noexcept;
+
+    CKWRecordMaker(const CKWRecordMaker&) = delete;
+    CKWRecordMaker& operator=(const CKWRecordMaker&) = delete;
+
+    /** Whether the record can be made: eKW_ACC_BAD_INDEX for too many traces,
+        eKW_ACC_UNKNOWN_VALUE for a format, eKW_ACC_NOT_A_NUMBER where interval, start, scale or
+        offset are none, eKW_ACC_ABOVE_MAXIMUM for more than eKW_RECORD_BYTES,
+        eKW_ACC_OPERATION_FAILED when the system has no such memory. */
+    KW_ACCEPTANCE GetCode() const noexcept { return m_code; }
+
+    /** Room for the points of a trace that are not advanced yet, at 64 bytes in the beginning;
+        empty for a place without a trace, and when the record can not be made. */
+    std::span<std::byte> Reserve(UINT32 trace) noexcept;
+    /** The next points of a trace are written. eKW_ACC_BAD_INDEX for a place without a trace,
+        eKW_ACC_ABOVE_MAXIMUM for more points than there is room; then nothing changes. */
+    KW_ACCEPTANCE Advance(UINT32 trace, UINT32 points) noexcept;
+
+    /** The record, once; none while points are missing, and when it can not be made. */
+    CKWRecord Make() noexcept;
+
+private:
+    CKWRecord m_record;
+    KW_ACCEPTANCE m_code;
+};
+
+/**
+ * A record of its own memory from samples that stand somewhere; see CKWRecordMaker.
+ *
+ * @param samples for each trace as many bytes as its points are; copied
+ * @param code    answers CKWRecordMaker::GetCode, or eKW_ACC_BAD_INDEX when samples do not fit the
+ *                traces; may be null
+ * @return none when the code is not eKW_ACC_OK
+ */
+KW_EXPORT CKWRecord KW_MakeRecord(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces,
+                                  std::span<const std::span<const std::byte>> samples,
+                                  KW_ACCEPTANCE* code = nullptr) noexcept;

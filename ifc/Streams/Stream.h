@@ -22,9 +22,9 @@ struct KW_TraceLayout
 /** Bounds of a stream. */
 enum KW_STREAM_BOUND : UINT32
 {
-    eKW_STREAM_TRACES = 16,                                      ///< traces of a record
-    eKW_STREAM_RECORDS = 5000,                                   ///< records of the history
-    eKW_STREAM_BYTES = (sizeof(void*) > 4 ? 256U : 128U) << 20U, ///< memory of a stream
+    eKW_STREAM_TRACES = eKW_RECORD_TRACES, ///< traces of a record
+    eKW_STREAM_RECORDS = 5000,             ///< records of the history
+    eKW_STREAM_BYTES = eKW_RECORD_BYTES,   ///< memory of a stream
 };
 
 /**
@@ -120,9 +120,22 @@ public:
     virtual KW_ACCEPTANCE Publish(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces,
                                   bool keep = false) = 0;
 
+    /**
+     * The record that is being filled, as Publish would show it now: for the writer's own thread,
+     * which tests it before others see it. No reader has it, and it counts as fetched by nobody.
+     * Let it go before the next record; who keeps it holds its room. Arguments are those of
+     * Publish.
+     * @return none without a record, and for what Publish would refuse
+     */
+    virtual CKWRecord GetDraft(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces) = 0;
+
     /** Gives up the record that is being filled; it counts as dropped. One that was published
         already ends instead. */
     virtual void Discard() = 0;
+
+    /** Ends the history, for all readers; none of its records counts as lost. One that grows
+        stays. */
+    virtual void Clear() = 0;
 
     /** Wakes the readers that wait; costs them nothing who do not. After Publish, at leisure. */
     virtual void Wake() = 0;

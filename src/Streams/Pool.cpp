@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Streams/Pool.h"
 
-#include "Streams/Pyramid.h"
+#include "Streams/Traces.h"
 
 #include <algorithm>
 #include <new>
@@ -10,7 +10,6 @@ namespace NStreams
 {
 namespace
 {
-constexpr UINT32 kHeadBytes = (sizeof(t_Record) + 63) / 64 * 64;
 /** Held slots that are looked at for each record, while there is other room. */
 constexpr std::size_t kLooks = 64;
 
@@ -21,15 +20,6 @@ bool IsSame(std::span<const KW_TraceLayout> a, std::span<const KW_TraceLayout> b
                       { return one.format == other.format && one.points == other.points; });
 }
 
-UINT64 BytesOfRecord(std::span<const KW_TraceLayout> layout)
-{
-    UINT64 bytes = kHeadBytes;
-    for (const KW_TraceLayout& trace : layout)
-    {
-        bytes += BytesOfTrace(trace.format, trace.points);
-    }
-    return bytes;
-}
 } // namespace
 
 CPool::CPool(UINT32 bytes) : m_memory(new (std::nothrow) t_Memory((bytes + 63) / 64 * 64))
@@ -113,7 +103,25 @@ t_Slot* CPool::Take()
 
 void CPool::GiveBack(t_Slot& slot)
 {
-    m_free.Add(IndexOf(slot));
+    if ((slot.word.load(std::memory_order_relaxed) & kHolders) == 0)
+    {
+        m_free.Add(IndexOf(slot));
+        return;
+    }
+    // Somebody holds a draft: it waits like any other that is held, as a record that none asks for.
+    slot.sequence = 0;
+    slot.word.fetch_or(kPublished, std::memory_order_release);
+    m_held.Add(IndexOf(slot));
+}
+
+void CPool::Clear(bool keepsNewest)
+{
+    const UINT64 lost = Lost();
+    while (Tail() + (keepsNewest ? 1 : 0) <= Head())
+    {
+        RetireOldest();
+    }
+    m_lost.store(lost, std::memory_order_relaxed);
 }
 
 void CPool::Show(t_Slot& slot)
@@ -226,19 +234,9 @@ bool CPool::CutAt(UINT32 offset)
         return false;
     }
     t_Slot& slot = m_memory->slots[m_spare.TakeLast()];
-    slot.record = new (m_memory->begin + offset) t_Record;
+    slot.record = PlaceRecord(m_memory->begin + offset, std::span(m_layout).first(m_placeCount));
     slot.size = m_slotSize;
     slot.cut = m_cut;
-    slot.record->placeCount = m_placeCount;
-    std::byte* samples = m_memory->begin + offset + kHeadBytes;
-    for (UINT32 i = 0; i < m_placeCount; ++i)
-    {
-        t_Trace& trace = slot.record->traces[i];
-        trace.format = m_layout[i].format;
-        trace.room = m_layout[i].points;
-        trace.samples = samples;
-        samples += BytesOfTrace(trace.format, trace.room);
-    }
     m_free.Add(IndexOf(slot));
     ++m_cutSlots;
     return true;

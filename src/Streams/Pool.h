@@ -68,6 +68,8 @@ public:
     t_Slot* Take();
     /** Gives back a slot that was not published. */
     void GiveBack(t_Slot& slot);
+    /** Ends the history; what leaves it is not lost, it was not wanted. */
+    void Clear(bool keepsNewest);
     /** Shows a slot that Take gave, and lets the history's oldest go. */
     void Show(t_Slot& slot);
 

@@ -7,7 +7,8 @@
 namespace NStreams
 {
 t_Memory::t_Memory(UINT32 bytes)
-    : begin(static_cast<std::byte*>(std::aligned_alloc(alignof(t_Slot), bytes))), size(bytes)
+    : t_Owner([](t_Owner* owner) { delete static_cast<t_Memory*>(owner); }),
+      begin(static_cast<std::byte*>(std::aligned_alloc(alignof(t_Slot), bytes))), size(bytes)
 {
     if (begin != nullptr)
     {
@@ -16,7 +17,7 @@ t_Memory::t_Memory(UINT32 bytes)
     }
     for (t_Slot& slot : slots)
     {
-        slot.memory = this;
+        slot.owner = this;
     }
 }
 
@@ -25,11 +26,11 @@ t_Memory::~t_Memory()
     std::free(begin);
 }
 
-void CleanUp(t_Memory* memory)
+void CleanUp(t_Owner* owner)
 {
-    if (memory->users.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    if (owner->users.fetch_sub(1, std::memory_order_acq_rel) == 1)
     {
-        delete memory;
+        owner->go(owner);
     }
 }
 

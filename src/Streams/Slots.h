@@ -3,6 +3,7 @@
 
 #include "Streams/Stream.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <memory>
@@ -10,7 +11,7 @@
 /** Memory that records stand in, and the words by which writer, readers and holders share it. */
 namespace NStreams
 {
-struct t_Memory;
+struct t_Owner;
 
 /** A place for a trace in a record. Set when the record's room is cut, but for `info`, which is
     the writer's until the record is published. */
@@ -37,8 +38,9 @@ struct t_Record
     UINT32 CountOf(UINT32 trace, UINT32 progress) const
     {
         const UINT32 count = trace < traceCount ? traces[trace].info.count : 0;
-        return count == longest ? progress
-                                : static_cast<UINT32>(UINT64{progress} * count / longest);
+        return count == longest
+                   ? std::min(progress, count) // a draft may have been longer than its record
+                   : static_cast<UINT32>(UINT64{std::min(progress, longest)} * count / longest);
     }
 };
 
@@ -59,19 +61,28 @@ struct alignas(64) t_Slot
     std::atomic<bool> isFetched{false}; ///< since it was published
     std::atomic<UINT32> progress{0};    ///< points of the longest trace that are shown
     UINT64 sequence = 0;                ///< which publication; changes only while unpublished
-    t_Memory* memory = nullptr;
+    t_Owner* owner = nullptr;
     t_Record* record = nullptr; ///< null: a place without room
     UINT32 size = 0;            ///< bytes of its room, `record` included
     UINT32 cut = 0;             ///< which configuration it was cut for
+};
+
+/** The memory that slots stand in. Goes with the last who uses it. */
+struct t_Owner
+{
+    explicit t_Owner(void (*goes)(t_Owner*)) : go(goes) {}
+
+    void (*const go)(t_Owner*);
+    std::atomic<UINT32> users{1};
 };
 
 /** Records of the history, and some that are being filled or held beyond it. */
 constexpr UINT32 kSpareSlots = 8;
 constexpr UINT32 kSlotCount = eKW_STREAM_RECORDS + kSpareSlots;
 
-/** One block for samples, and the places in it. Goes with the last who holds a record, or with the
-    stream. */
-struct t_Memory
+/** One block for samples, and the places in it. Used by the stream, and once it is gone by each
+   slot that is held. */
+struct t_Memory : t_Owner
 {
     explicit t_Memory(UINT32 bytes);
     ~t_Memory();
@@ -81,7 +92,6 @@ struct t_Memory
     std::byte* const begin; ///< null: the system has no such block
     const UINT32 size;
     std::array<t_Slot, kSlotCount> slots;
-    std::atomic<UINT32> users{1}; ///< the stream, and once it is gone each slot that is held
 };
 
 /** Counts one more holder of a slot that the caller holds. */
@@ -90,15 +100,15 @@ inline void Share(t_Slot& slot)
     slot.word.fetch_add(1, std::memory_order_relaxed);
 }
 
-void CleanUp(t_Memory* memory);
+void CleanUp(t_Owner* owner);
 
 inline void LetGo(t_Slot& slot)
 {
-    t_Memory* const memory = slot.memory; // of others as soon as it is let go
+    t_Owner* const owner = slot.owner; // of others as soon as it is let go
     const UINT32 before = slot.word.fetch_sub(1, std::memory_order_acq_rel);
     if ((before & ~kPublished) == (kClosed | 1U))
     {
-        CleanUp(memory);
+        CleanUp(owner);
     }
 }
 
@@ -144,4 +154,8 @@ struct CKWRecord::t_Access
         return record;
     }
     static UINT32 ProgressOf(const CKWRecord& record) { return record.m_progress; }
+    static NStreams::t_Slot* SlotOf(const CKWRecord& record)
+    {
+        return static_cast<NStreams::t_Slot*>(record.m_slot);
+    }
 };

@@ -36,12 +36,13 @@ CStreamReader::~CStreamReader()
 
 bool CStreamReader::HasNew()
 {
+    const UINT64 tail = m_pool.Tail();
     const UINT64 head = m_pool.Head();
     if (head >= m_next)
     {
-        return true;
+        return tail <= head; // or the history was cleared
     }
-    return m_last > 0 && m_pool.Tail() <= m_last && HasGrown(m_last);
+    return m_last > 0 && tail <= m_last && HasGrown(m_last);
 }
 
 /** Whether the last record that was fetched has more points now. */

@@ -2,39 +2,14 @@
 #include "Streams/StreamWriter.h"
 
 #include "Streams/Pyramid.h"
+#include "Streams/Traces.h"
 
 #include <algorithm>
-#include <cmath>
 
 IKWStreamWriter::~IKWStreamWriter() = default;
 
 namespace NStreams
 {
-namespace
-{
-/** Points of the longest trace to which all traces have got. */
-UINT32 ProgressOf(const t_Record& record)
-{
-    UINT32 progress = record.longest;
-    for (UINT32 i = 0; i < record.traceCount; ++i)
-    {
-        const t_Trace& trace = record.traces[i];
-        if (trace.advanced < trace.info.count)
-        {
-            const UINT64 share = UINT64{trace.advanced} * record.longest / trace.info.count;
-            progress = std::min(progress, static_cast<UINT32>(share));
-        }
-    }
-    return progress;
-}
-
-bool HasNumbers(const KW_TraceInfo& info)
-{
-    return std::isfinite(info.interval) && info.interval > 0 && std::isfinite(info.start) &&
-           std::isfinite(info.scale) && info.scale != 0 && std::isfinite(info.offset);
-}
-} // namespace
-
 CStreamWriter::CStreamWriter(t_SharedPtr shared)
     : m_shared(std::move(shared)), m_pool(m_shared->pool)
 {
@@ -119,10 +94,7 @@ std::span<std::byte> CStreamWriter::Reserve(UINT32 trace)
         m_refused |= bit;
         return {};
     }
-    const t_Trace& place = m_slot->record->traces[trace];
-    const UINT32 size = KW_GetPointSize(place.format);
-    return {place.samples + std::size_t{place.advanced} * size,
-            std::size_t{place.room - place.advanced} * size};
+    return RoomOf(m_slot->record->traces[trace]);
 }
 
 KW_ACCEPTANCE CStreamWriter::Advance(UINT32 trace, UINT32 points)
@@ -144,49 +116,25 @@ KW_ACCEPTANCE CStreamWriter::Advance(UINT32 trace, UINT32 points)
     return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CStreamWriter::Check(std::span<const KW_TraceInfo> traces) const
+KW_ACCEPTANCE CStreamWriter::Describe(const KW_RecordInfo& info,
+                                      std::span<const KW_TraceInfo> traces)
 {
-    const t_Record& record = *m_slot->record;
-    if (traces.size() > record.placeCount)
+    const KW_ACCEPTANCE code = CheckTraces(*m_slot->record, traces);
+    if (KW_IsAccepted(code))
     {
-        return eKW_ACC_BAD_INDEX;
+        DescribeRecord(*m_slot->record, info, traces);
     }
-    for (std::size_t i = 0; i < traces.size(); ++i)
-    {
-        if (traces[i].count == 0)
-        {
-            continue;
-        }
-        if (traces[i].format != record.traces[i].format)
-        {
-            return eKW_ACC_WRONG_KIND;
-        }
-        if (traces[i].count > record.traces[i].room)
-        {
-            return eKW_ACC_ABOVE_MAXIMUM;
-        }
-        if (!HasNumbers(traces[i]))
-        {
-            return eKW_ACC_NOT_A_NUMBER;
-        }
-    }
-    return eKW_ACC_OK;
+    return code;
 }
 
-void CStreamWriter::Describe(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces)
+CKWRecord CStreamWriter::GetDraft(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces)
 {
-    t_Record& record = *m_slot->record;
-    const UINT64 number = record.info.number;
-    record.info = info;
-    record.info.number = number;
-    record.traceCount = static_cast<UINT32>(traces.size());
-    record.longest = 0;
-    for (std::size_t i = 0; i < traces.size(); ++i)
+    if (m_slot == nullptr || (!m_isShown && !KW_IsAccepted(Describe(info, traces))))
     {
-        record.traces[i].info = traces[i];
-        record.traces[i].flags.store(traces[i].flags, std::memory_order_relaxed);
-        record.longest = std::max(record.longest, traces[i].count);
+        return {};
     }
+    Share(*m_slot);
+    return CKWRecord::t_Access::Make(*m_slot, ProgressOf(*m_slot->record));
 }
 
 void CStreamWriter::AddFlags(std::span<const KW_TraceInfo> traces)
@@ -209,13 +157,9 @@ KW_ACCEPTANCE CStreamWriter::Publish(const KW_RecordInfo& info,
     {
         AddFlags(traces);
     }
-    else if (const KW_ACCEPTANCE code = Check(traces); code != eKW_ACC_OK)
+    else if (const KW_ACCEPTANCE code = Describe(info, traces); !KW_IsAccepted(code))
     {
         return code;
-    }
-    else
-    {
-        Describe(info, traces);
     }
     const t_Record& record = *m_slot->record;
     const UINT32 progress = ProgressOf(record);
@@ -243,6 +187,11 @@ void CStreamWriter::Discard()
     m_slot = nullptr;
     m_isShown = false;
     m_isDropped = false;
+}
+
+void CStreamWriter::Clear()
+{
+    m_pool.Clear(m_isShown);
 }
 
 void CStreamWriter::Wake()

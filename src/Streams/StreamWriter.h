@@ -17,7 +17,9 @@ public:
     KW_ACCEPTANCE Advance(UINT32 trace, UINT32 points) override;
     KW_ACCEPTANCE Publish(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces,
                           bool keep) override;
+    CKWRecord GetDraft(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces) override;
     void Discard() override;
+    void Clear() override;
     void Wake() override;
     UINT64 GetDropped() const override;
     UINT64 GetLost() const override;
@@ -25,8 +27,7 @@ public:
 private:
     bool Begin();
     void Drop();
-    KW_ACCEPTANCE Check(std::span<const KW_TraceInfo> traces) const;
-    void Describe(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces);
+    KW_ACCEPTANCE Describe(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces);
     void AddFlags(std::span<const KW_TraceInfo> traces);
 
     const t_SharedPtr m_shared;
