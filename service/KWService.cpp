@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "KWService.h"
 
+#include "AccessToken.h"
 #include "IKWProperties.h"
 #include "KWEnumerationsOnOff.h"
+#include "Listener.h"
 #include "RemoteConnection.h"
+#include "ServiceLimits.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 #include <boost/asio/post.hpp>
 #include <new>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -19,14 +25,16 @@ class CKWService::CServer
 public:
     CServer(std::shared_ptr<IKWFunctionRootBase> root, const KW_ServiceOptions& options)
         : m_root(std::move(root)), m_patience(options.writeSeconds),
-          m_most(static_cast<std::size_t>(options.connections)), m_acceptor(m_network),
-          m_tasks(std::make_shared<CRemoteTasks>())
+          m_most(static_cast<std::size_t>(options.connections)),
+          m_listener(m_network, [this](tcp::socket socket) { Welcome(std::move(socket)); }),
+          m_tasks(std::make_shared<CRemoteTasks>(NServiceLimits::kTasks))
     {
         m_options.readOnly = options.readOnly;
         m_options.manufacturer = options.manufacturer;
-        if (Listen(options.port))
+        if (ReadToken(options) && AllowNetworks(options) &&
+            m_listener.Listen(options.addresses, options.port, m_error))
         {
-            Accept();
+            m_listener.Start();
             m_thread = std::thread([this] { Run(); });
         }
     }
@@ -42,33 +50,43 @@ public:
         m_tasks->Join();
     }
 
-    UINT16 GetPort() const { return m_port; }
+    UINT16 GetPort() const { return m_listener.GetPort(); }
     QString GetError() const { return m_error; }
 
 private:
-    bool Listen(UINT16 port)
+    bool ReadToken(const KW_ServiceOptions& options)
     {
-        const tcp::endpoint endpoint(boost::asio::ip::address_v4::loopback(), port);
-        boost::system::error_code error;
-        m_acceptor.open(endpoint.protocol(), error);
-        if (!error)
+        if (options.tokenFile.isEmpty())
         {
-            m_acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+            return true;
         }
-        if (!error)
+        const QString folder = QDir(m_root->GetSettingsFolder()).canonicalPath();
+        const QString file = QFileInfo(options.tokenFile).canonicalFilePath();
+        if (!folder.isEmpty() && file.startsWith(folder + QLatin1Char('/')))
         {
-            m_acceptor.bind(endpoint, error);
-        }
-        if (!error)
-        {
-            m_acceptor.listen(tcp::acceptor::max_listen_connections, error);
-        }
-        if (error)
-        {
-            m_error = QString::fromLocal8Bit(error.message().c_str());
+            m_error = QStringLiteral("token file %1: it lies in the settings folder, where clients "
+                                     "read and write files")
+                          .arg(options.tokenFile);
             return false;
         }
-        m_port = m_acceptor.local_endpoint().port();
+        m_token = CAccessToken::Read(options.tokenFile, m_error);
+        return m_token.has_value();
+    }
+
+    bool AllowNetworks(const KW_ServiceOptions& options)
+    {
+        CNetworks networks;
+        if (!networks.Add(options.networks, m_error))
+        {
+            return false;
+        }
+        if (networks.IsEmpty() && !CListener::IsLocal(options.addresses))
+        {
+            m_error = QStringLiteral("remote control at other addresses than loopback needs the "
+                                     "networks that may use it, such as 192.168.1.0/24");
+            return false;
+        }
+        m_listener.Allow(std::move(networks));
         return true;
     }
 
@@ -90,48 +108,12 @@ private:
 
     void Stop()
     {
-        boost::system::error_code ignored;
-        m_acceptor.close(ignored);
-        m_pause.cancel();
+        m_listener.Stop();
         for (const auto& connection : m_connections)
         {
             connection->Close();
         }
         m_connections.clear();
-    }
-
-    void Accept()
-    {
-        m_acceptor.async_accept(
-            [this](const boost::system::error_code& error, tcp::socket socket)
-            {
-                if (!m_acceptor.is_open())
-                {
-                    return;
-                }
-                if (error)
-                {
-                    AcceptLater();
-                    return;
-                }
-                Welcome(std::move(socket));
-                Accept();
-            });
-    }
-
-    /** The process has no file descriptor left, or the like: trying at once would take all its
-        time. */
-    void AcceptLater()
-    {
-        m_pause.expires_after(std::chrono::milliseconds(100));
-        m_pause.async_wait(
-            [this](const boost::system::error_code& error)
-            {
-                if (!error && m_acceptor.is_open())
-                {
-                    Accept();
-                }
-            });
     }
 
     void Welcome(tcp::socket socket)
@@ -171,12 +153,11 @@ private:
     const std::size_t m_most;
     t_RemoteOptions m_options;
     boost::asio::io_context m_network;
-    tcp::acceptor m_acceptor;
-    boost::asio::steady_timer m_pause{m_network};
+    CListener m_listener;
+    std::optional<CAccessToken> m_token; ///< of clients of HTTP
     const std::shared_ptr<CRemoteTasks> m_tasks;
     std::vector<std::shared_ptr<CRemoteConnection>> m_connections;
     std::thread m_thread;
-    UINT16 m_port = 0;
     QString m_error;
 };
 

@@ -3,13 +3,22 @@
 
 #include "IKWFunctionRootBase.h"
 
-#include <QString>
+#include <QStringList>
 #include <memory>
 
-/** How a tree is served. */
+/** How a tree is served: to this machine alone unless something else is said. */
 struct KW_ServiceOptions
 {
-    UINT16 port = 5025;    ///< of remote control; 0 takes any free one
+    /** IPv4 or IPv6 addresses that remote control listens at, "0.0.0.0" and "::" for all. Others
+        than loopback need `networks`. */
+    QStringList addresses{QStringLiteral("127.0.0.1")};
+    UINT16 port = 5025; ///< of remote control; 0 takes any free one
+    /** Whose hosts may use remote control, beside this machine: "192.168.1.0/24", "fd00::/8" or one
+        address. */
+    QStringList networks;
+    /** File with the token that clients of HTTP must show; none is wanted where it is empty. Mode
+        0600, of the user that the service runs as, outside of the settings folder. */
+    QString tokenFile;
     int connections = 64;  ///< that are open at once; further ones are closed
     int writeSeconds = 30; ///< for which a client may leave answers unread
     bool readOnly = false; ///< clients can write nothing and run no action
@@ -17,9 +26,9 @@ struct KW_ServiceOptions
 };
 
 /**
- * Serves a tree to other processes of this machine: remote control by TCP, on the loopback address
- * alone. Runs from its construction to its destruction on a thread of its own, beside whatever the
- * application does; clients get at the tree as any other thread does.
+ * Serves a tree to other processes: remote control by TCP. Runs from its construction to its
+ * destruction on a thread of its own, beside whatever the application does; clients get at the tree
+ * as any other thread does. Files that they name lie in the tree's settings folder.
  *
  *     CKWService service(GetZELRoot(), {});
  *     if (service.GetPort() == 0) … service.GetError()
@@ -35,7 +44,7 @@ public:
 
     /** The port that it listens to; 0 when it could not. */
     UINT16 GetPort() const;
-    /** Why it does not listen; empty when it does. */
+    /** Why it does not listen, and what to do about it; empty when it does. */
     QString GetError() const;
 
 private:

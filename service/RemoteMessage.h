@@ -2,23 +2,11 @@
 #pragma once
 
 #include "RemoteErrors.h"
+#include "ServiceLimits.h"
 
 #include <QByteArray>
 #include <deque>
 #include <vector>
-
-/** How far one connection may go. */
-struct t_RemoteBounds
-{
-    std::size_t message = 4U << 20U; ///< bytes of one message
-    std::size_t answers = 4U << 20U; ///< bytes waiting to be sent, from which on nothing is read
-    std::size_t queued = 1U << 20U;  ///< bytes of whole messages waiting for an operation to end
-    std::size_t errors = 32;         ///< entries of the error queue
-    int depth = 32;                  ///< words of a header
-    int parameters = 64;             ///< of one command
-    int operations = 8;              ///< that run at once
-    int turn = 2;                    ///< milliseconds after which other connections have their turn
-};
 
 /**
  * Cuts a stream of bytes into messages, which end in LF or CR LF. A line feed inside of a block of

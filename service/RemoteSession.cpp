@@ -267,7 +267,9 @@ t_RemoteError CRemoteSession::ExecuteProperty(IDbProperty& property, const t_Rem
     if (!unit.isQuery)
     {
         const t_RemoteError error = CheckCount(unit.data, 1, 1);
-        return error ? error : NRemote::Write(property, unit.data[0]);
+        return error ? error
+                     : NRemote::Write(property, unit.data[0],
+                                      CFilesFolder(m_root->GetSettingsFolder()));
     }
     QByteArray answer;
     const t_RemoteError error = NRemote::Read(property, unit.data, answer);

@@ -32,7 +32,7 @@ struct t_RemoteOptions
  * To be used by one thread at a time. `wake` is called from other threads when something that the
  * session waits for has ended: the transport then calls Continue. It may come after the session.
  */
-class KW_EXPORT CRemoteSession
+class CRemoteSession
 {
 public:
     CRemoteSession(std::shared_ptr<IKWFunctionRootBase> root, std::shared_ptr<CRemoteTasks> tasks,

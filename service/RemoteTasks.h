@@ -15,7 +15,7 @@
  * of its own, so that no connection waits for another's. Shared by all connections of a server;
  * its end waits for what runs.
  */
-class KW_EXPORT CRemoteTasks
+class CRemoteTasks
 {
 public:
     explicit CRemoteTasks(std::size_t most = 64) : m_most(most) {}

@@ -57,11 +57,17 @@ t_RemoteError Fail(eREMOTE_ERROR number, const QByteArray& detail)
     return {number, QString::fromUtf8(detail)};
 }
 
-/** Text of a file path as a client may name it: never a way out of the property's folder. */
-bool IsPlainFileName(const QString& name)
+/** A file as a client may name it: in the property's folder, which lies in that of settings. */
+t_RemoteError WriteFile(IDbProperty& property, const QString& name, const CFilesFolder& files)
 {
-    return !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('\\')) &&
-           !name.contains(QLatin1String(".."));
+    const auto handle = std::dynamic_pointer_cast<IKWFilePathProperty>(property.GetHandle());
+    QString problem;
+    if (!name.isEmpty())
+    {
+        files.PathOf(name, handle->GetFolder(), problem);
+    }
+    return problem.isEmpty() ? NRemote::ErrorOf(property.SetText(name))
+                             : t_RemoteError{eREMOTE_ILLEGAL_VALUE, problem};
 }
 
 /** Types of numbers are called as no other is. */
@@ -226,7 +232,7 @@ t_RemoteError WriteBytes(IDbProperty& property, const t_RemoteData& data)
                                      : Fail(eREMOTE_DATA_TYPE, "a block is wanted");
 }
 
-t_RemoteError WriteText(IDbProperty& property, const t_RemoteData& data)
+t_RemoteError WriteText(IDbProperty& property, const t_RemoteData& data, const CFilesFolder& files)
 {
     if (WordOf(data) == eWORD::Default)
     {
@@ -237,11 +243,9 @@ t_RemoteError WriteText(IDbProperty& property, const t_RemoteData& data)
     {
         return error;
     }
-    if (property.GetTypeName() == QLatin1String("filepath") && !IsPlainFileName(text))
-    {
-        return Fail(eREMOTE_ILLEGAL_VALUE, "a file name without a path is wanted");
-    }
-    return NRemote::ErrorOf(property.SetText(text));
+    return property.GetTypeName() == QLatin1String("filepath")
+               ? WriteFile(property, text, files)
+               : NRemote::ErrorOf(property.SetText(text));
 }
 
 QByteArray NumberText(const QString& text)
@@ -311,7 +315,8 @@ t_RemoteError ReadLimit(IDbProperty& property, eWORD word, QByteArray& answer)
 }
 } // namespace
 
-t_RemoteError NRemote::Write(IDbProperty& property, const t_RemoteData& data)
+t_RemoteError NRemote::Write(IDbProperty& property, const t_RemoteData& data,
+                             const CFilesFolder& files)
 {
     if (property.GetObjectType() == eOBJECTTYPE_RESULT)
     {
@@ -326,7 +331,7 @@ t_RemoteError NRemote::Write(IDbProperty& property, const t_RemoteData& data)
         return WriteNumber(property, data);
     }
     return property.GetTypeName() == QLatin1String("blob") ? WriteBytes(property, data)
-                                                           : WriteText(property, data);
+                                                           : WriteText(property, data, files);
 }
 
 t_RemoteError NRemote::Read(IDbProperty& property, const std::vector<t_RemoteData>& data,

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "FilesFolder.h"
 #include "IDbObject.h"
 #include "RemoteMessage.h"
 
 /** Parameters and answers of properties, as IEEE 488.2 and SCPI-1999 write them. */
 namespace NRemote
 {
-/** Writes a parameter as a client: a value of the property's kind, or MIN, MAX, DEF, UP, DOWN. */
-t_RemoteError Write(IDbProperty& property, const t_RemoteData& data);
+/** Writes a parameter as a client: a value of the property's kind, or MIN, MAX, DEF, UP, DOWN.
+    A file is one of those that clients may name. */
+t_RemoteError Write(IDbProperty& property, const t_RemoteData& data, const CFilesFolder& files);
 
 /** Reads the value, or with one of these words behind the query the limit, the default or the step.
     A number that is not valid reads as 9.91E37. Refused for secrets. */

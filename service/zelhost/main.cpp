@@ -8,23 +8,71 @@
 #include <QDir>
 #include <csignal>
 #include <cstdio>
+#include <string>
+#include <vector>
 
 namespace
 {
 struct t_Arguments
 {
     std::string folder;
+    std::vector<std::string> addresses;
+    std::vector<std::string> networks;
+    std::string tokenFile;
     KW_ServiceOptions service;
 };
+
+constexpr char kAbout[] =
+    "Holds the instrument's settings and serves them to other programs: remote control (IEEE "
+    "488.2, "
+    "SCPI-1999) by TCP.\n\n"
+    "Serves this machine alone. At other addresses (--listen) remote control needs the networks "
+    "that may use it (--allow): it knows no passwords and no encryption. Files that clients name "
+    "lie in the folder of settings.";
 
 void Declare(CLI::App& app, t_Arguments& arguments)
 {
     app.add_option("--port", arguments.service.port, "port of remote control, 0 for any free one")
         ->capture_default_str();
+    app.add_option("--listen", arguments.addresses,
+                   "address to serve at, 0.0.0.0 or :: for all; may be repeated (127.0.0.1)")
+        ->type_name("ADDRESS");
+    app.add_option("--allow", arguments.networks,
+                   "network whose hosts may use remote control, such as 192.168.1.0/24; may be "
+                   "repeated; this machine always may")
+        ->type_name("NETWORK");
+    app.add_option("--token-file", arguments.tokenFile,
+                   "file with the token that clients of HTTP must show: mode 0600, of the user who "
+                   "runs this, outside of the folder of settings")
+        ->type_name("FILE");
     app.add_option("--settings", arguments.folder,
                    "folder of settings: recalled at the start, saved at the end")
         ->check(CLI::ExistingDirectory);
     app.add_flag("--read-only", arguments.service.readOnly, "clients can change nothing");
+    app.add_option("--connections", arguments.service.connections,
+                   "that are open at once; further ones are closed")
+        ->check(CLI::Range(1, 65535))
+        ->capture_default_str();
+}
+
+QStringList ListOf(const std::vector<std::string>& texts)
+{
+    QStringList list;
+    for (const std::string& text : texts)
+    {
+        list.append(QString::fromStdString(text));
+    }
+    return list;
+}
+
+void Complete(t_Arguments& arguments)
+{
+    if (!arguments.addresses.empty())
+    {
+        arguments.service.addresses = ListOf(arguments.addresses);
+    }
+    arguments.service.networks = ListOf(arguments.networks);
+    arguments.service.tokenFile = QString::fromStdString(arguments.tokenFile);
 }
 
 /** Signals that end it, blocked in all threads. */
@@ -53,11 +101,15 @@ int Serve(const t_Arguments& arguments, const sigset_t& signals)
         const CKWService service(root, arguments.service);
         if (service.GetPort() == 0)
         {
-            std::fprintf(stderr, "zelhost: port %d: %s\n", arguments.service.port,
-                         service.GetError().toLocal8Bit().constData());
+            std::fprintf(stderr, "zelhost: %s\n", service.GetError().toLocal8Bit().constData());
             return 1;
         }
-        std::printf("zelhost: 127.0.0.1:%d\n", service.GetPort());
+        for (const QString& address : arguments.service.addresses)
+        {
+            std::printf(address.contains(QLatin1Char(':')) ? "zelhost: [%s]:%d\n"
+                                                           : "zelhost: %s:%d\n",
+                        address.toLatin1().constData(), service.GetPort());
+        }
         std::fflush(stdout);
         int signal = 0;
         sigwait(&signals, &signal);
@@ -70,10 +122,10 @@ int Serve(const t_Arguments& arguments, const sigset_t& signals)
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Holds the instrument's settings and serves them on this machine alone.",
-                 "zelhost");
+    CLI::App app(kAbout, "zelhost");
     t_Arguments arguments;
     Declare(app, arguments);
     CLI11_PARSE(app, argc, argv);
+    Complete(arguments);
     return Serve(arguments, BlockSignals());
 }

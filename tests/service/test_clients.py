@@ -84,7 +84,7 @@ class ClientsTest(unittest.TestCase):
         second = subprocess.run([ZELHOST, "--port", str(first.port)], text=True,
                                 capture_output=True, timeout=20)
         self.assertEqual((second.returncode, second.stdout), (1, ""))
-        self.assertIn(f"zelhost: port {first.port}: ", second.stderr)
+        self.assertIn(f"zelhost: address 127.0.0.1, port {first.port}: ", second.stderr)
 
     def test_read_only_host_takes_writes(self) -> None:
         host = self.start("--read-only")

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+
+/** How far one connection of remote control may go. */
+struct t_RemoteBounds
+{
+    std::size_t message = 4U << 20U; ///< bytes of one message
+    std::size_t answers = 4U << 20U; ///< bytes waiting to be sent, from which on nothing is read
+    std::size_t queued = 1U << 20U;  ///< bytes of whole messages waiting for an operation to end
+    std::size_t errors = 32;         ///< entries of the error queue
+    int depth = 32;                  ///< words of a header
+    int parameters = 64;             ///< of one command
+    int operations = 8;              ///< that run at once
+    int turn = 2;                    ///< milliseconds after which other connections have their turn
+};
+
+/** How far all clients together may go, and the service itself. */
+namespace NServiceLimits
+{
+constexpr std::size_t kTasks = 64;          ///< operations and functions that run at once
+constexpr int kAddresses = 16;              ///< to listen at
+constexpr int kNetworks = 64;               ///< that are allowed
+constexpr std::size_t kShortestToken = 16;  ///< characters
+constexpr std::size_t kLongestToken = 1024; ///< characters
+constexpr int kLongestFileName = 255;       ///< bytes of a name that a client gives
+constexpr int kPauseMilliseconds = 100;     ///< before accepting again when the system refused
+} // namespace NServiceLimits
