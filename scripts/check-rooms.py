@@ -84,6 +84,7 @@ FOLDERS_MAY_INCLUDE = {
         "Names": set(),  # generated
         "Rules": {"Names"},
         "LabelList": set(),
+        "Masks": {"LabelList", "Streams"},
         "MeterBase": set(),
         "Streams": set(),
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},

@@ -59,16 +59,29 @@ void FindPoints(const t_Picture& picture, std::span<TColumn> columns, TEmpty emp
     }
 }
 
+/** Entries as CStretch finds them. */
+template <class TPoints, class TEntry>
+KW_MinMax ValuesOf(const t_Scaling& scaled, TEntry low, TEntry high)
+{
+    return TPoints::IsValid(low, high) ? scaled(TPoints::LowValue(low), high)
+                                       : KW_MinMax{kNaN, kNaN};
+}
+
 template <class TPoints>
 void FindValues(const t_Picture& picture, std::span<KW_MinMax> columns)
 {
     FindPoints<TPoints>(picture, columns, KW_MinMax{kNaN, kNaN},
                         [scaled = t_Scaling(picture.trace.info)](auto low, auto high)
-                        {
-                            return TPoints::IsValid(low, high)
-                                       ? scaled(TPoints::LowValue(low), high)
-                                       : KW_MinMax{kNaN, kNaN};
-                        });
+                        { return ValuesOf<TPoints>(scaled, low, high); });
+}
+
+template <class TPoints>
+KW_MinMax FindStretch(const t_Trace& trace, UINT32 first, UINT32 end)
+{
+    typename TPoints::t_Entry low;
+    typename TPoints::t_Entry high;
+    CStretch<TPoints>(trace).Find(first, end, low, high);
+    return ValuesOf<TPoints>(t_Scaling(trace.info), low, high);
 }
 
 /** Writes the lowest value of the curve in each column to the minimum, the highest to the maximum,
@@ -129,6 +142,19 @@ void FindCurve(const t_Picture& picture, std::span<KW_MinMax> columns, bool isSi
     }
 }
 } // namespace
+
+KW_MinMax FindExtremes(const t_Trace& trace, UINT32 first, UINT32 end)
+{
+    switch (trace.format)
+    {
+    case eKW_SAMPLES_FLOAT:
+        return FindStretch<t_FloatPoints>(trace, first, end);
+    case eKW_SAMPLES_MINMAX:
+        return FindStretch<t_PairPoints>(trace, first, end);
+    default:
+        return FindStretch<t_Int16Points>(trace, first, end);
+    }
+}
 
 void FindColumns(const t_Picture& picture, std::span<KW_MinMax> columns,
                  KW_ZEL_INTERPOLATION_MODE interpolation)

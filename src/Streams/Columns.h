@@ -17,6 +17,10 @@ struct t_Picture
     double EdgeOf(double column, double columns) const { return first + count * column / columns; }
 };
 
+/** Lowest and highest physical value of the points from `first` to before `end`, which are all
+    shown; > 0. Of no digital lines. */
+KW_MinMax FindExtremes(const t_Trace& trace, UINT32 first, UINT32 end);
+
 /** As CKWRecord has them. */
 ///@{
 void FindColumns(const t_Picture& picture, std::span<KW_MinMax> columns,
