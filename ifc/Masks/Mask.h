@@ -71,13 +71,15 @@ KW_EXPORT KW_ACCEPTANCE KW_CheckMaskLine(const KW_MaskLine& line);
 /**
  * Lays a mask around what a screen shows of a trace, settling points and invalid ones left out: at
  * least `widthX` and `widthY` divisions away from it, at most 0.04 divisions more to the left and
- * right. Lines are made of at most 501 points each, 0.02 divisions apart. The trace itself always
- * passes. Where it has no points within `widthX` there is a gap.
+ * right. What lies outside of the screen counts as far as it could move into it. Lines are made of
+ * at most 501 points each, 0.02 divisions apart. The trace itself always passes. Where it has no
+ * points within `widthX` there is a gap.
  *
  * @param mask gets the mask, with `frame`
  * @return eKW_ACC_BAD_INDEX for a place without a trace, eKW_ACC_WRONG_KIND for digital lines or a
  *         frame of another unit, eKW_ACC_NOT_A_NUMBER for a frame that is none,
- *         eKW_ACC_OUTSIDE_DECLARED for a width below 0 or beyond the bounds,
+ *         eKW_ACC_OUTSIDE_DECLARED for a width below 0, a `widthX` above 10 or a `widthY`
+ *         beyond the bounds,
  *         eKW_ACC_NOTHING_TO_ACT_ON when the screen shows no valid point
  */
 KW_EXPORT KW_ACCEPTANCE KW_MakeMask(const CKWRecord& record, UINT32 trace,

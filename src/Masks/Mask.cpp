@@ -89,9 +89,9 @@ KW_ACCEPTANCE KW_CheckMaskLine(const KW_MaskLine& line)
     {
         return eKW_ACC_OUTSIDE_DECLARED;
     }
-    const auto wrong =
-        std::adjacent_find(line.begin(), line.end(), [](const auto& left, const auto& right)
-                           { return !IsOrdered(left, right); });
+    const auto wrong = std::adjacent_find(line.begin(), line.end(),
+                                          [](const auto& left, const auto& right)
+                                          { return !IsOrdered(left, right); });
     return wrong == line.end() ? eKW_ACC_OK : eKW_ACC_LIMITS_CROSSED;
 }
 

@@ -13,9 +13,7 @@ namespace NMasks
 class CGeometry
 {
 public:
-    CGeometry(const KW_TraceInfo& info, const KW_MaskFrame& frame) : m_info(info), m_frame(frame)
-    {
-    }
+    CGeometry(const KW_TraceInfo& info, const KW_MaskFrame& frame) : m_info(info), m_frame(frame) {}
 
     UINT32 Count() const { return m_info.count; }
     double X(UINT32 point) const
@@ -44,7 +42,7 @@ private:
         const double time = x * m_frame.timeScale + m_frame.left;
         const double index = (time - m_info.start) / m_info.interval;
         const UINT32 guess = std::min(KWMath::ToInteger<UINT32>(index), m_info.count);
-        UINT32 begin = guess > 0 ? guess - 1 : 0;      // none before it is there
+        UINT32 begin = guess > 0 ? guess - 1 : 0;       // none before it is there
         UINT32 end = std::min(guess + 2, m_info.count); // is there, or the end
         begin = begin > 0 && isThere(X(begin - 1), x) ? 0 : begin;
         end = end < m_info.count && !isThere(X(end), x) ? m_info.count : end;

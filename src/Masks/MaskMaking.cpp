@@ -15,6 +15,8 @@ constexpr INT32 kColumnCount = 500;  ///< across the screen
 constexpr double kColumnsOfOne = 50; ///< division
 
 using t_Columns = std::array<KW_MinMax, kColumnCount>;
+/** And as many on either side of the screen: what may move into it. */
+using t_AllColumns = std::array<KW_MinMax, 3 * kColumnCount>;
 
 double EdgeOf(INT32 column)
 {
@@ -27,8 +29,8 @@ void Widen(KW_MinMax& column, const KW_MinMax& by)
     column.maximum = std::max(column.maximum, by.maximum);
 }
 
-/** Columns of the screen with what the trace has in them: minimum above maximum where that is
-    nothing. A point at an edge is in both columns. */
+/** Columns with what the trace has in them: minimum above maximum where that is nothing. A point at
+    an edge is in both columns. */
 class CShown
 {
 public:
@@ -37,25 +39,35 @@ public:
         m_columns.fill({kInfinite, -kInfinite});
     }
 
-    const t_Columns& Find()
+    /** @param width columns on either side of the screen that count, too */
+    const t_AllColumns& Find(INT32 width)
     {
         const CGeometry& geometry = m_trace.Geometry();
-        for (INT32 i = 0; i < kColumnCount; ++i)
+        for (INT32 i = -width; i < kColumnCount + width; ++i)
         {
-            const UINT32 begin = std::max(geometry.FirstAt(EdgeOf(i)), m_trace.First());
+            const UINT32 begin = FirstAt(i);
             const UINT32 end = geometry.FirstBehind(EdgeOf(i + 1));
             if (begin < end)
             {
-                const KW_MinMax levels = m_trace.LevelsOf(begin, end);
-                Widen(m_columns[static_cast<std::size_t>(i)], levels); // NaN changes nothing
+                Widen(At(i), m_trace.LevelsOf(begin, end)); // NaN changes nothing
             }
             AddEdge(i, begin);
         }
-        AddEdge(kColumnCount, std::max(geometry.FirstAt(EdgeOf(kColumnCount)), m_trace.First()));
+        AddEdge(kColumnCount + width, FirstAt(kColumnCount + width));
         return m_columns;
     }
 
 private:
+    UINT32 FirstAt(INT32 edge) const
+    {
+        return std::max(m_trace.Geometry().FirstAt(EdgeOf(edge)), m_trace.First());
+    }
+
+    KW_MinMax& At(INT32 column)
+    {
+        return m_columns[static_cast<std::size_t>(kColumnCount + column)];
+    }
+
     /** The trace between two points goes through both columns at an edge. */
     void AddEdge(INT32 edge, UINT32 point)
     {
@@ -70,31 +82,28 @@ private:
         const double part = right > left ? (EdgeOf(edge) - left) / (right - left) : 0.0;
         const KW_MinMax levels{from.minimum + (to.minimum - from.minimum) * part,
                                from.maximum + (to.maximum - from.maximum) * part};
-        for (const INT32 column : {edge - 1, edge})
+        for (INT32 column = std::max(edge - 1, -kColumnCount);
+             column <= std::min(edge, 2 * kColumnCount - 1); ++column)
         {
-            if (column >= 0 && column < kColumnCount)
-            {
-                Widen(m_columns[static_cast<std::size_t>(column)], levels);
-            }
+            Widen(At(column), levels);
         }
     }
 
     const CMaskedTrace& m_trace;
-    t_Columns m_columns;
+    t_AllColumns m_columns;
 };
 
-/** The columns with all that is in those up to `width` columns away. */
-t_Columns Widened(const t_Columns& columns, INT32 width)
+/** The columns of the screen with all that is in those up to `width` columns away. */
+t_Columns Widened(const t_AllColumns& columns, INT32 width)
 {
     t_Columns widened;
     for (INT32 i = 0; i < kColumnCount; ++i)
     {
         KW_MinMax& column = widened[static_cast<std::size_t>(i)];
         column = {kInfinite, -kInfinite};
-        const INT32 last = std::min(i + width, kColumnCount - 1);
-        for (INT32 j = std::max(i - width, 0); j <= last; ++j)
+        for (INT32 j = i - width; j <= i + width; ++j)
         {
-            Widen(column, columns[static_cast<std::size_t>(j)]);
+            Widen(column, columns[static_cast<std::size_t>(kColumnCount + j)]);
         }
     }
     return widened;
@@ -133,8 +142,8 @@ KW_MaskLine LineAround(const t_Columns& columns, TLevelOf levelOf, TFarther fart
         const bool isBehind = std::abs(behind) <= kFarthest;
         if (isBefore || isBehind)
         {
-            const double most = isBefore && isBehind ? farther(before, behind)
-                                                     : (isBefore ? before : behind);
+            const double most =
+                isBefore && isBehind ? farther(before, behind) : (isBefore ? before : behind);
             Append(line, {EdgeOf(edge), most, !isBehind && edge < kColumnCount});
         }
     }
@@ -155,14 +164,15 @@ KW_ACCEPTANCE KW_MakeMask(const CKWRecord& record, UINT32 trace, const KW_MaskFr
     {
         return code;
     }
-    const bool isWidth = widthX >= 0 && widthX <= kFarthest && widthY >= 0 && widthY <= kFarthest;
+    const bool isWidth =
+        widthX >= 0 && widthX <= kColumnCount / kColumnsOfOne && widthY >= 0 && widthY <= kFarthest;
     if (!isWidth)
     {
         return eKW_ACC_OUTSIDE_DECLARED;
     }
     const CMaskedTrace masked(record, trace, frame);
-    const double columns = std::min<double>(std::ceil(widthX * kColumnsOfOne), kColumnCount);
-    const t_Columns wide = Widened(CShown(masked).Find(), KWMath::ToInteger<INT32>(columns));
+    const auto columns = KWMath::ToInteger<INT32>(std::ceil(widthX * kColumnsOfOne));
+    const t_Columns wide = Widened(CShown(masked).Find(columns), columns);
     KW_Mask made;
     made.frame = frame;
     made.upper = LineAround(

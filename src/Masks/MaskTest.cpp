@@ -13,7 +13,8 @@ namespace
 {
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
-/** Where a stretch is parted that can not be judged as a whole: blocks of the pyramid stay whole. */
+/** Where a stretch is parted that can not be judged as a whole: blocks of the pyramid stay whole.
+ */
 UINT32 MiddleOf(UINT32 begin, UINT32 end)
 {
     constexpr UINT32 kBlock = 64;
@@ -61,8 +62,8 @@ public:
             }
             first = end;
         }
-        const KW_ZEL_LIMIT under = m_isOver ? eKW_ZEL_LIMIT_OVER_AND_UNDERFLOW
-                                            : eKW_ZEL_LIMIT_UNDERFLOW;
+        const KW_ZEL_LIMIT under =
+            m_isOver ? eKW_ZEL_LIMIT_OVER_AND_UNDERFLOW : eKW_ZEL_LIMIT_UNDERFLOW;
         return m_isUnder ? under : (m_isOver ? eKW_ZEL_LIMIT_OVERFLOW : eKW_ZEL_LIMIT_INSIDE);
     }
 
@@ -144,8 +145,7 @@ private:
         const KW_MinMax levels = m_trace.LevelsOf(begin, end);
         const CLimit limit(walk, m_trace.Geometry().X(begin), m_trace.Geometry().X(end - 1));
         // Without a valid point both are NaN.
-        return m_isUpper ? !(levels.maximum > limit.Lowest())
-                         : !(levels.minimum < limit.Highest());
+        return m_isUpper ? !(levels.maximum > limit.Lowest()) : !(levels.minimum < limit.Highest());
     }
 
     void LookAt(const CWalk& walk, UINT32 point)

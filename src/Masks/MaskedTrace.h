@@ -14,7 +14,7 @@ class CMaskedTrace
 {
 public:
     CMaskedTrace(const CKWRecord& record, UINT32 trace, const KW_MaskFrame& frame)
-        : m_trace(CKWRecord::t_Access::RecordOf(record).traces[trace]),
+        : m_trace(CKWRecord::t_Access::SlotOf(record)->record->traces[trace]),
           m_geometry(record.GetTrace(trace), frame)
     {
     }
