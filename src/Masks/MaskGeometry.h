@@ -34,18 +34,27 @@ public:
     }
 
 private:
-    /** Looks near where it should be by calculation; with intervals that vanish beside times, which
-        no calculation finds, everywhere. */
+    /** Looks where it should be by calculation, then, as with intervals that vanish beside times,
+        everywhere. */
     template <class TIsThere>
     UINT32 First(double x, TIsThere isThere) const
     {
         const double time = x * m_frame.timeScale + m_frame.left;
         const double index = (time - m_info.start) / m_info.interval;
-        const UINT32 guess = std::min(KWMath::ToInteger<UINT32>(index), m_info.count);
-        UINT32 begin = guess > 0 ? guess - 1 : 0;       // none before it is there
-        UINT32 end = std::min(guess + 2, m_info.count); // is there, or the end
-        begin = begin > 0 && isThere(X(begin - 1), x) ? 0 : begin;
-        end = end < m_info.count && !isThere(X(end), x) ? m_info.count : end;
+        UINT32 begin = 0;
+        UINT32 end = m_info.count;
+        if (const auto guess = KWMath::ToInteger<UINT32>(index); guess < end)
+        {
+            const bool isBehind = !isThere(X(guess), x);
+            const UINT32 next = isBehind ? guess + 1 : guess;
+            const bool isNext = isBehind ? next == end || isThere(X(next), x)
+                                         : next == 0 || !isThere(X(next - 1), x);
+            if (isNext)
+            {
+                return next;
+            }
+            (isBehind ? begin : end) = next;
+        }
         while (begin < end)
         {
             const UINT32 middle = begin + (end - begin) / 2;

@@ -72,6 +72,15 @@ private:
     void Test(UINT32 begin, UINT32 end)
     {
         const KW_MinMax levels = m_trace.LevelsOf(begin, end);
+        const bool isNear = levels.maximum > m_upper.Lowest() || levels.minimum < m_lower.Highest();
+        if (isNear) // no reason to calculate where most traces run
+        {
+            Compare(levels, begin, end);
+        }
+    }
+
+    void Compare(const KW_MinMax& levels, UINT32 begin, UINT32 end)
+    {
         const double left = m_trace.Geometry().X(begin);
         const double right = m_trace.Geometry().X(end - 1);
         const CLimit upper(m_upper, left, right);

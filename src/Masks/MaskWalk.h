@@ -21,6 +21,11 @@ public:
     void GoTo(UINT32 point);
     /** Level in this part. */
     double At(double x) const { return m_to == nullptr ? m_level : LevelAt(m_to[-1], *m_to, x); }
+    /** The level in all of this part is not below the first, nor above the second one. */
+    ///@{
+    double Lowest() const { return m_to == nullptr ? m_level : std::min(m_to[-1].y, m_to->y); }
+    double Highest() const { return m_to == nullptr ? m_level : std::max(m_to[-1].y, m_to->y); }
+    ///@}
     bool IsLimited() const { return m_to != nullptr || m_level != m_none; }
 
 private:
