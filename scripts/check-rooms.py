@@ -67,7 +67,7 @@ IFC_OF_THE_FRAME = {
 
 # Folders of a room: which others each may include, the lower ones first. A name stands for itself;
 # generated files belong to the folder of their model file.
-BELOW = {"Names", "Rules"}
+BELOW = {"Names", "Rules", "Mathematics"}
 NODES = {"Values", "Couplings", "History", "Nodes"}
 FOLDERS_MAY_INCLUDE = {
     "database/CommonDatabase": {
@@ -82,9 +82,10 @@ FOLDERS_MAY_INCLUDE = {
     },
     "src": {
         "Names": set(),  # generated
-        "Rules": {"Names"},
+        "Rules": {"Names", "Mathematics"},
         "LabelList": set(),
         "Masks": {"LabelList", "Streams"},
+        "Mathematics": {"Streams"},
         "MeterBase": set(),
         "Streams": set(),
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/MeasurementRules.h"
 
-#include "Rules/UnitRules.h"
+#include "Mathematics/UnitRules.h"
 
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsUnits.h"
@@ -55,12 +55,12 @@ KW_UNIT NMeasurementRules::UnitOfQuantity(KW_ZEL_MEASUREMENT_TYPE type, KW_UNIT 
         return eKW_UNIT_NONE;
     case eKW_ZEL_MEASUREMENT_TYPE_AREA:
     case eKW_ZEL_MEASUREMENT_TYPE_CYCLE_AREA:
-        return NRules::UnitTimesSecond(level);
+        return NUnits::TimesSecond(level);
     case eKW_ZEL_MEASUREMENT_TYPE_FREQUENCY:
         return eKW_UNIT_FREQ_HZ;
     case eKW_ZEL_MEASUREMENT_TYPE_POS_SLEWRATE:
     case eKW_ZEL_MEASUREMENT_TYPE_NEG_SLEWRATE:
-        return NRules::UnitPerSecond(level);
+        return NUnits::PerSecond(level);
     case eKW_ZEL_MEASUREMENT_TYPE_PHASE:
         return eKW_UNIT_ANGLE_DEG;
     case eKW_ZEL_MEASUREMENT_TYPE_ACTIVE_POWER:

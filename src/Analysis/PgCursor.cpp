@@ -7,12 +7,12 @@
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsReadings.h"
 #include "KWEnumerationsUnits.h"
+#include "Mathematics/UnitRules.h"
 #include "Names/Cursor.h"
 #include "Names/Horizontal.h"
 #include "Names/XY.h"
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
-#include "Rules/UnitRules.h"
 
 #include <cmath>
 
@@ -164,7 +164,7 @@ void CPgCursor::UpdateUnits(bool hasDifference)
     const KW_UNIT level = hasDifference ? m_pY1->GetUnit() : eKW_UNIT_NOT_DEFINED;
     KW_CHECKED(m_pDeltaY->SetUnit(level));
     KW_CHECKED(m_pReferenceY->SetUnit(level));
-    KW_CHECKED(m_pSlope->SetUnit(NRules::UnitPerSecond(level)));
+    KW_CHECKED(m_pSlope->SetUnit(NUnits::PerSecond(level)));
     KW_CHECKED(m_pDeltaLevelX->SetUnit(m_pLevelX1->GetUnit()));
 }
 

@@ -6,6 +6,7 @@
 #include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
+#include "Mathematics/UnitRules.h"
 #include "Names/Channel.h"
 #include "Names/Mathematics.h"
 #include "Names/ReferenceCurve.h"
@@ -14,22 +15,33 @@
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/SourceDependencies.h"
-#include "Rules/UnitRules.h"
 
+#include <array>
 #include <cmath>
+#include <optional>
 
-using namespace NMathExpression;
 using namespace NNames;
 
 namespace
 {
 constexpr UINT32 kSources = NRules::eSOURCES_ANALOG | NRules::eSOURCES_REFERENCE;
 
-KW_UNIT UnitOfRoot(KW_UNIT unit)
+/** The elements of a text; nothing where it holds anything else. */
+std::optional<KW_MathElements> Read(const QString& text)
 {
-    return unit == eKW_UNIT_LEVEL_V_SQUARE ? eKW_UNIT_LEVEL_V
-           : unit == eKW_UNIT_NONE         ? eKW_UNIT_NONE
-                                           : eKW_UNIT_NOT_DEFINED;
+    KW_MathElements elements;
+    KW_MathError error;
+    const KW_ACCEPTANCE code = KW_ReadMathElements(text, elements, error);
+    return KW_IsAccepted(code) ? std::optional(std::move(elements)) : std::nullopt;
+}
+
+/** None where the text can not be computed. */
+CKWMathExpression ExpressionOf(const QString& text)
+{
+    CKWMathExpression expression;
+    KW_MathError error;
+    expression.Read(text, error);
+    return expression;
 }
 } // namespace
 
@@ -65,10 +77,9 @@ void CPgMathematics::OfferSources()
 
 void CPgMathematics::UpdateExpression()
 {
-    const std::optional<t_Elements> elements = Read(m_pExpression->Get());
+    const std::optional<KW_MathElements> elements = Read(m_pExpression->Get());
     const auto count = static_cast<UINT32>(elements ? elements->size() : 0);
-    const bool isValid = elements && UnitOf(*elements, [this](KW_ZEL_CHANNEL source)
-                                            { return UnitOfSource(source); });
+    const bool isValid = static_cast<bool>(ExpressionOf(m_pExpression->Get()));
     KW_CHECKED(m_pExpressionValid->DbSet(isValid ? eKW_ONOFF_ON : eKW_ONOFF_OFF));
     KW_CHECKED(m_pElementCount->DbSet(count));
     // One place behind the last element, so that the expression can grow at its end.
@@ -80,8 +91,8 @@ void CPgMathematics::UpdateUnit()
     const bool usesExpression = m_pUseExpression->Get() == eKW_ONOFF_ON;
     NRules::WriteResult(*m_pUnit, usesExpression ? UnitOfExpression() : UnitOfOperation(),
                         CSourceActivity(eSOURCE_ACTIVITY_SWITCHED_ON, this).IsMathematicsFed());
-    KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(m_pUnit->Get())));
-    KW_CHECKED(m_pIntegralStart->SetUnit(NRules::UnitTimesSecond(UnitOfSource(m_pSourceA->Get()))));
+    KW_CHECKED(m_pScale->SetUnit(NUnits::PerDivision(m_pUnit->Get())));
+    KW_CHECKED(m_pIntegralStart->SetUnit(NUnits::TimesSecond(UnitOfSource(m_pSourceA->Get()))));
 }
 
 KW_UNIT CPgMathematics::UnitOfSource(KW_ZEL_CHANNEL channel) const
@@ -91,46 +102,24 @@ KW_UNIT CPgMathematics::UnitOfSource(KW_ZEL_CHANNEL channel) const
 
 KW_UNIT CPgMathematics::UnitOfOperation() const
 {
-    const KW_UNIT a = UnitOfSource(m_pSourceA->Get());
-    const KW_UNIT b = UnitOfSource(m_pSourceB->Get());
-    switch (m_pType->Get())
-    {
-    case eKW_ZEL_MATHEMATICS_TYPE_ADD:
-    case eKW_ZEL_MATHEMATICS_TYPE_SUBTRACT:
-        return a == b ? a : eKW_UNIT_NOT_DEFINED;
-    case eKW_ZEL_MATHEMATICS_TYPE_MULTIPLY:
-        return NRules::UnitProduct(a, b);
-    case eKW_ZEL_MATHEMATICS_TYPE_DIVIDE:
-        return NRules::UnitQuotient(a, b);
-    case eKW_ZEL_MATHEMATICS_TYPE_RECIPROCAL:
-        return NRules::UnitQuotient(eKW_UNIT_NONE, a);
-    case eKW_ZEL_MATHEMATICS_TYPE_SQUARE:
-        return NRules::UnitProduct(a, a);
-    case eKW_ZEL_MATHEMATICS_TYPE_SQRT:
-        return UnitOfRoot(a);
-    case eKW_ZEL_MATHEMATICS_TYPE_LOG10:
-    case eKW_ZEL_MATHEMATICS_TYPE_LN:
-        return eKW_UNIT_NONE;
-    case eKW_ZEL_MATHEMATICS_TYPE_DERIVATIVE:
-        return NRules::UnitPerSecond(a);
-    case eKW_ZEL_MATHEMATICS_TYPE_INTEGRAL:
-        return NRules::UnitTimesSecond(a);
-    default:
-        return a;
-    }
+    return NUnits::OfOperation(m_pType->Get(), UnitOfSource(m_pSourceA->Get()),
+                               UnitOfSource(m_pSourceB->Get()));
 }
 
 KW_UNIT CPgMathematics::UnitOfExpression() const
 {
-    const std::optional<t_Elements> elements = Read(m_pExpression->Get());
-    const auto unitOfSource = [this](KW_ZEL_CHANNEL source) { return UnitOfSource(source); };
-    const std::optional<KW_UNIT> unit = elements ? UnitOf(*elements, unitOfSource) : std::nullopt;
-    return unit.value_or(eKW_UNIT_NOT_DEFINED);
+    const CKWMathExpression expression = ExpressionOf(m_pExpression->Get());
+    std::array<KW_UNIT, eKW_MATH_CHANNELS> units{};
+    for (const KW_ZEL_CHANNEL source : expression.GetSources())
+    {
+        units[source] = UnitOfSource(source);
+    }
+    return expression.GetUnit(units);
 }
 
-t_Element CPgMathematics::ShownElement() const
+KW_MathElement CPgMathematics::ShownElement() const
 {
-    t_Element element;
+    KW_MathElement element;
     element.type = m_pElementType->Get();
     switch (element.type)
     {
@@ -159,9 +148,10 @@ t_Element CPgMathematics::ShownElement() const
 
 void CPgMathematics::ShowSelectedElement()
 {
-    const t_Elements elements = Read(m_pExpression->Get()).value_or(t_Elements{});
+    const KW_MathElements elements = Read(m_pExpression->Get()).value_or(KW_MathElements{});
     const UINT32 selected = m_pSelectedElement->Get();
-    const t_Element element = selected < elements.size() ? elements[selected] : t_Element{};
+    const KW_MathElement element =
+        selected < elements.size() ? elements[selected] : KW_MathElement{};
     KW_CHECKED(m_pElementType->DbSet(element.type));
     switch (element.type)
     {
@@ -187,12 +177,12 @@ void CPgMathematics::ShowSelectedElement()
 
 KW_ACCEPTANCE CPgMathematics::InsertElement()
 {
-    std::optional<t_Elements> elements = Read(m_pExpression->Get());
+    std::optional<KW_MathElements> elements = Read(m_pExpression->Get());
     if (!elements)
     {
         return eKW_ACC_BAD_TEXT;
     }
-    const t_Element element = ShownElement();
+    const KW_MathElement element = ShownElement();
     if (element.type == eKW_ZEL_MATH_ELEMENT_TYPE_NONE)
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
@@ -204,7 +194,7 @@ KW_ACCEPTANCE CPgMathematics::InsertElement()
 
 KW_ACCEPTANCE CPgMathematics::RemoveElement()
 {
-    std::optional<t_Elements> elements = Read(m_pExpression->Get());
+    std::optional<KW_MathElements> elements = Read(m_pExpression->Get());
     if (!elements)
     {
         return eKW_ACC_BAD_TEXT;
@@ -219,10 +209,10 @@ KW_ACCEPTANCE CPgMathematics::RemoveElement()
     return Rewrite(*elements, behind);
 }
 
-KW_ACCEPTANCE CPgMathematics::Rewrite(const t_Elements& elements, UINT32 behind)
+KW_ACCEPTANCE CPgMathematics::Rewrite(const KW_MathElements& elements, UINT32 behind)
 {
-    const QString text = Write(elements);
-    const std::optional<t_Elements> readBack = Read(text);
+    const QString text = KW_WriteMathElements(elements);
+    const std::optional<KW_MathElements> readBack = Read(text);
     if (!readBack)
     {
         return eKW_ACC_CONTAINER_FULL;

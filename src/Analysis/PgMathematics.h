@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Analysis/PgMathematicsBase.h"
-#include "Rules/MathExpression.h"
+#include "Mathematics/MathExpression.h"
 
 enum KW_UNIT : INT32;
 enum KW_ZEL_CHANNEL : INT32;
@@ -34,7 +34,7 @@ private:
     KW_UNIT UnitOfExpression() const;
 
     /** What the element properties say, selected or not. */
-    NMathExpression::t_Element ShownElement() const;
+    KW_MathElement ShownElement() const;
     /** Type "none" behind the last element; properties of other types keep their values. */
     void ShowSelectedElement();
     /** In front of the selected element; eKW_ACC_NOTHING_TO_ACT_ON for type "none". */
@@ -43,6 +43,6 @@ private:
     KW_ACCEPTANCE RemoveElement();
     /** Writes the edited expression and selects the element that so many stand behind, itself
         included. */
-    KW_ACCEPTANCE Rewrite(const NMathExpression::t_Elements& elements, UINT32 behind);
+    KW_ACCEPTANCE Rewrite(const KW_MathElements& elements, UINT32 behind);
     void ClearExpression();
 };

@@ -9,6 +9,7 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
+#include "Mathematics/UnitRules.h"
 #include "Names/Channel.h"
 #include "Names/EdgeTriggerLevel.h"
 #include "Names/HysteresisLevel.h"
@@ -16,7 +17,6 @@
 #include "Names/Simulation.h"
 #include "Names/ZEL.h"
 #include "Rules/NumberRules.h"
-#include "Rules/UnitRules.h"
 
 using namespace NNames;
 using namespace NVerticalHardware;
@@ -85,7 +85,7 @@ void CPgChannel::UpdateProbe()
 void CPgChannel::UpdateUnits()
 {
     const KW_UNIT unit = m_pProbeUnit->Get();
-    KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
+    KW_CHECKED(m_pScale->SetUnit(NUnits::PerDivision(unit)));
     for (CDbPropNumDouble* const level : {m_pOffset, m_pRange, m_pTop, m_pBottom})
     {
         KW_CHECKED(level->SetUnit(unit));

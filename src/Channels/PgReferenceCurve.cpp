@@ -6,10 +6,10 @@
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
 #include "KWEnumerationsUnits.h"
+#include "Mathematics/UnitRules.h"
 #include "Names/ReferenceCurve.h"
 #include "Names/ReferenceCurveAttributes.h"
 #include "Rules/ChannelRules.h"
-#include "Rules/UnitRules.h"
 
 #include <algorithm>
 
@@ -59,10 +59,10 @@ void CPgReferenceCurve::OfferSources()
 void CPgReferenceCurve::UpdateUnits()
 {
     const KW_UNIT unit = m_pReferenceCurveAttributes->GetPrUnit()->Get();
-    KW_CHECKED(m_pScale->SetUnit(NRules::UnitPerDivision(unit)));
+    KW_CHECKED(m_pScale->SetUnit(NUnits::PerDivision(unit)));
     KW_CHECKED(m_pTimePosition->SetStep(NRules::StepOf(m_pTimeScale->Get())));
     KW_CHECKED(
-        m_pReferenceCurveAttributes->GetPrOriginalScale()->SetUnit(NRules::UnitPerDivision(unit)));
+        m_pReferenceCurveAttributes->GetPrOriginalScale()->SetUnit(NUnits::PerDivision(unit)));
 }
 
 KW_ACCEPTANCE CPgReferenceCurve::SetToOriginal()

@@ -7,6 +7,7 @@
 #include "IKWFunctionZELHelpers/ApplicationDefinitions.h"
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsOnOff.h"
+#include "Mathematics/MathExpression.h"
 #include "Names/Channel.h"
 #include "Names/FFT.h"
 #include "Names/Logic.h"
@@ -17,7 +18,6 @@
 #include "Names/Vertical.h"
 #include "Names/XY.h"
 #include "Names/ZEL.h"
-#include "Rules/MathExpression.h"
 
 #include <algorithm>
 #include <array>
@@ -79,9 +79,15 @@ bool CSourceActivity::IsMathematicsFed() const
     const auto isOn = [this](KW_ZEL_CHANNEL channel) { return IsSwitchedOn(channel); };
     if (m_group->At(ZEL::Mathematics / Mathematics::UseExpression)->Get() == eKW_ONOFF_ON)
     {
-        const auto sources = NMathExpression::SourcesOf(
-            m_group->At(ZEL::Mathematics / Mathematics::Expression)->Get());
-        return std::all_of(sources.begin(), sources.end(), isOn);
+        KW_MathElements elements; // also of an expression that is not complete
+        KW_MathError error;
+        KW_ReadMathElements(m_group->At(ZEL::Mathematics / Mathematics::Expression)->Get(),
+                            elements, error);
+        return std::all_of(elements.begin(), elements.end(),
+                           [isOn](const KW_MathElement& element) {
+                               return element.type != eKW_ZEL_MATH_ELEMENT_TYPE_SOURCE ||
+                                      isOn(element.source);
+                           });
     }
     // The sources of an operation are among those that are on, if there is any.
     constexpr std::array kSources{eKW_ZEL_CHANNEL_C1, eKW_ZEL_CHANNEL_C2, eKW_ZEL_CHANNEL_C3,

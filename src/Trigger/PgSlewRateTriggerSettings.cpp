@@ -5,11 +5,11 @@
 #include "KWEnumerationsChannels.h"
 #include "KWEnumerationsTrigger.h"
 #include "KWEnumerationsUnits.h"
+#include "Mathematics/UnitRules.h"
 #include "Names/SlewRateTriggerSettings.h"
 #include "Names/TimeRange.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/TriggerLevels.h"
-#include "Rules/UnitRules.h"
 #include "Trigger/PgTimeRange.h"
 #include "Trigger/PgaTimeRange.h"
 
@@ -34,7 +34,7 @@ void CPgSlewRateTriggerSettings::UpdateSlewRates()
     const KW_ZEL_CHANNEL source = At(ZEL::Trigger / Trigger::Source)->Get();
     const auto levels = NTriggerLevels::InUse(*this, eKW_ZEL_TRIGGER_TYPE_SLEWRATE, source);
     const CPgTimeRange& range = *m_pTimeRange->ItemDirect(0);
-    const KW_UNIT unit = NRules::UnitPerSecond(NRules::UnitOf(*this, source));
+    const KW_UNIT unit = NUnits::PerSecond(NRules::UnitOf(*this, source));
     for (const auto& [rate, time] : {std::pair{m_pUpperSlewRate, range.GetPrLowerLimit()},
                                      {m_pLowerSlewRate, range.GetPrUpperLimit()}})
     {

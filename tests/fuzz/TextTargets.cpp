@@ -3,7 +3,7 @@
 #include "KWMath.h"
 #include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListMessage.h"
-#include "Rules/MathExpression.h"
+#include "Mathematics/MathExpression.h"
 #include "fuzz/Targets.h"
 
 #include <QList>
@@ -135,11 +135,6 @@ double Number(const QList<QByteArray>& words, int index)
     KW_TextToNumber(QStringView(QString::fromUtf8(words.value(index))), value);
     return value;
 }
-
-KW_UNIT UnitOfSource(KW_ZEL_CHANNEL source)
-{
-    return source == eKW_ZEL_CHANNEL_C1 ? eKW_UNIT_LEVEL_V : eKW_UNIT_LEVEL_A;
-}
 } // namespace
 
 void KW_FuzzRequire(bool holds, const char* what, const QByteArray& detail)
@@ -162,25 +157,54 @@ void KW_TrySignals(const QByteArray& words)
     TryLabels(list.mid(6));
 }
 
+namespace
+{
+/** What an expression is computed to, as bytes. */
+QByteArray ResultOf(const CKWMathExpression& expression)
+{
+    constexpr KW_UNIT kUnits[eKW_MATH_CHANNELS] = {eKW_UNIT_LEVEL_V, eKW_UNIT_LEVEL_A,
+                                                   eKW_UNIT_NONE};
+    constexpr double kValues[eKW_MATH_CHANNELS] = {0.0, -3.25, 1e300, 0.5, 1.0, 1e-300};
+    const double value = expression.Evaluate(kValues);
+    KW_FuzzRequire(!std::isinf(value), "an infinite result", "");
+    return std::isnan(value) ? QByteArray("nan")
+                             : QByteArray::number(value, 'e', 17) + ' ' +
+                                   QByteArray::number(expression.GetUnit(kUnits));
+}
+} // namespace
+
 void KW_TryExpressions(const QByteArray& text)
 {
-    const auto elements = NMathExpression::Read(QString::fromUtf8(text));
-    if (!elements)
+    KW_MathElements elements;
+    KW_MathError error;
+    CKWMathExpression expression;
+    const QString source = QString::fromUtf8(text);
+    const KW_ACCEPTANCE code = expression.Read(source, error);
+    KW_FuzzRequire(KW_IsAccepted(code) == static_cast<bool>(expression) &&
+                       KW_IsAccepted(code) == error.text.isEmpty(),
+                   "a refusal without a reason", text);
+    KW_FuzzRequire(KW_IsAccepted(code) ||
+                       (error.column >= 1 && error.column <= UINT32(source.size()) + 1),
+                   "a refusal without a place", text);
+    if (!KW_IsAccepted(KW_ReadMathElements(source, elements, error)))
     {
         return;
     }
-    const QString written = NMathExpression::Write(*elements);
-    const auto again = NMathExpression::Read(written);
-    KW_FuzzRequire(again && again->size() == elements->size(), "own text not read", text);
-    KW_FuzzRequire(NMathExpression::Write(*again) == written, "own text reads differently", text);
-    for (std::size_t i = 0; i < elements->size(); ++i)
+    const QString written = KW_WriteMathElements(elements);
+    KW_MathElements again;
+    const KW_ACCEPTANCE codeAgain = KW_ReadMathElements(written, again, error);
+    KW_FuzzRequire(KW_IsAccepted(codeAgain) && again.size() == elements.size(), "own text not read",
+                   text);
+    KW_FuzzRequire(KW_WriteMathElements(again) == written, "own text reads differently", text);
+    for (std::size_t i = 0; i < elements.size(); ++i)
     {
-        KW_FuzzRequire((*again)[i].type == (*elements)[i].type &&
-                           (*again)[i].constant == (*elements)[i].constant &&
-                           (*again)[i].unit == (*elements)[i].unit,
+        KW_FuzzRequire(again[i].type == elements[i].type &&
+                           again[i].constant == elements[i].constant &&
+                           again[i].unit == elements[i].unit,
                        "an element reads differently", text);
     }
-    KW_FuzzRequire(NMathExpression::UnitOf(*again, UnitOfSource) ==
-                       NMathExpression::UnitOf(*elements, UnitOfSource),
-                   "another unit", text);
+    CKWMathExpression second;
+    KW_FuzzRequire(KW_IsAccepted(second.Read(written, error)) == KW_IsAccepted(code) &&
+                       ResultOf(second) == ResultOf(expression),
+                   "own text is computed differently", text);
 }

@@ -8,9 +8,9 @@
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperCommon.h"
 #include "IKWFunctionZELHelpers/ZELDatabaseHelperVertical.h"
 #include "LabelList/LabelListConversion.h"
+#include "Mathematics/UnitRules.h"
 #include "MeterBase/MeterMeasurementBaseData.h"
 #include "Numbers.h"
-#include "Rules/UnitRules.h"
 
 #include <boost/numeric/conversion/cast.hpp>
 #include <limits>
@@ -334,15 +334,14 @@ void AddUnits(t_Lines& lines)
     {
         const auto ofTime = [&](const std::string&)
         {
-            return std::tuple{name(NRules::UnitTimesSecond(a)), name(NRules::UnitPerSecond(a)),
-                              name(NRules::UnitPerDivision(a))};
+            return std::tuple{name(NUnits::TimesSecond(a)), name(NUnits::PerSecond(a)),
+                              name(NUnits::PerDivision(a))};
         };
         Add(lines, "Unit.OfTime", kExact, ofTime, name(a));
         for (const KW_UNIT b : units)
         {
             const auto ofTwo = [&](const std::string&, const std::string&) {
-                return std::tuple{name(NRules::UnitProduct(a, b)),
-                                  name(NRules::UnitQuotient(a, b))};
+                return std::tuple{name(NUnits::Product(a, b)), name(NUnits::Quotient(a, b))};
             };
             Add(lines, "Unit.ProductAndQuotient", kExact, ofTwo, name(a), name(b));
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Rules/UnitRules.h"
+#include "Mathematics/UnitRules.h"
 
+#include "KWEnumerationsMathematics.h"
 #include "KWEnumerationsUnits.h"
 
 #include <cstddef>
@@ -25,11 +26,18 @@ KW_UNIT Lookup(const t_UnitPair (&table)[N], KW_UNIT unit)
     }
     return eKW_UNIT_NOT_DEFINED;
 }
+
+KW_UNIT RootOf(KW_UNIT unit)
+{
+    return unit == eKW_UNIT_LEVEL_V_SQUARE ? eKW_UNIT_LEVEL_V
+           : unit == eKW_UNIT_NONE         ? eKW_UNIT_NONE
+                                           : eKW_UNIT_NOT_DEFINED;
+}
 } // namespace
 
-namespace NRules
+namespace NUnits
 {
-KW_UNIT UnitPerSecond(KW_UNIT unit)
+KW_UNIT PerSecond(KW_UNIT unit)
 {
     constexpr t_UnitPair kTable[] = {{eKW_UNIT_LEVEL_V, eKW_UNIT_LEVEL_V_PER_S},
                                      {eKW_UNIT_LEVEL_A, eKW_UNIT_LEVEL_A_PER_S},
@@ -39,7 +47,7 @@ KW_UNIT UnitPerSecond(KW_UNIT unit)
     return Lookup(kTable, unit);
 }
 
-KW_UNIT UnitPerDivision(KW_UNIT unit)
+KW_UNIT PerDivision(KW_UNIT unit)
 {
     constexpr t_UnitPair kTable[] = {{eKW_UNIT_LEVEL_V, eKW_UNIT_LEVEL_V_DIV},
                                      {eKW_UNIT_LEVEL_A, eKW_UNIT_LEVEL_A_DIV},
@@ -47,7 +55,7 @@ KW_UNIT UnitPerDivision(KW_UNIT unit)
     return Lookup(kTable, unit);
 }
 
-KW_UNIT UnitTimesSecond(KW_UNIT unit)
+KW_UNIT TimesSecond(KW_UNIT unit)
 {
     constexpr t_UnitPair kTable[] = {
         {eKW_UNIT_LEVEL_V, eKW_UNIT_V_S},           {eKW_UNIT_LEVEL_A, eKW_UNIT_A_S},
@@ -56,7 +64,7 @@ KW_UNIT UnitTimesSecond(KW_UNIT unit)
     return Lookup(kTable, unit);
 }
 
-KW_UNIT UnitProduct(KW_UNIT a, KW_UNIT b)
+KW_UNIT Product(KW_UNIT a, KW_UNIT b)
 {
     if (a == eKW_UNIT_NONE || b == eKW_UNIT_NONE)
     {
@@ -77,12 +85,12 @@ KW_UNIT UnitProduct(KW_UNIT a, KW_UNIT b)
         return eKW_UNIT_LEVEL_V;
     }
     return areTogether(eKW_UNIT_FREQ_SEC, eKW_UNIT_FREQ_HZ) ? eKW_UNIT_NONE
-           : a == eKW_UNIT_FREQ_SEC                         ? UnitTimesSecond(b)
-           : b == eKW_UNIT_FREQ_SEC                         ? UnitTimesSecond(a)
+           : a == eKW_UNIT_FREQ_SEC                         ? TimesSecond(b)
+           : b == eKW_UNIT_FREQ_SEC                         ? TimesSecond(a)
                                                             : eKW_UNIT_NOT_DEFINED;
 }
 
-KW_UNIT UnitQuotient(KW_UNIT a, KW_UNIT b)
+KW_UNIT Quotient(KW_UNIT a, KW_UNIT b)
 {
     struct t_Row
     {
@@ -113,8 +121,35 @@ KW_UNIT UnitQuotient(KW_UNIT a, KW_UNIT b)
             return row.quotient;
         }
     }
-    return b == eKW_UNIT_NONE       ? a
-           : b == eKW_UNIT_FREQ_SEC ? UnitPerSecond(a)
-                                    : eKW_UNIT_NOT_DEFINED;
+    return b == eKW_UNIT_NONE ? a : b == eKW_UNIT_FREQ_SEC ? PerSecond(a) : eKW_UNIT_NOT_DEFINED;
 }
-} // namespace NRules
+
+KW_UNIT OfOperation(KW_ZEL_MATHEMATICS_TYPE type, KW_UNIT a, KW_UNIT b)
+{
+    switch (type)
+    {
+    case eKW_ZEL_MATHEMATICS_TYPE_ADD:
+    case eKW_ZEL_MATHEMATICS_TYPE_SUBTRACT:
+        return a == b ? a : eKW_UNIT_NOT_DEFINED;
+    case eKW_ZEL_MATHEMATICS_TYPE_MULTIPLY:
+        return Product(a, b);
+    case eKW_ZEL_MATHEMATICS_TYPE_DIVIDE:
+        return Quotient(a, b);
+    case eKW_ZEL_MATHEMATICS_TYPE_RECIPROCAL:
+        return Quotient(eKW_UNIT_NONE, a);
+    case eKW_ZEL_MATHEMATICS_TYPE_SQUARE:
+        return Product(a, a);
+    case eKW_ZEL_MATHEMATICS_TYPE_SQRT:
+        return RootOf(a);
+    case eKW_ZEL_MATHEMATICS_TYPE_LOG10:
+    case eKW_ZEL_MATHEMATICS_TYPE_LN:
+        return eKW_UNIT_NONE;
+    case eKW_ZEL_MATHEMATICS_TYPE_DERIVATIVE:
+        return PerSecond(a);
+    case eKW_ZEL_MATHEMATICS_TYPE_INTEGRAL:
+        return TimesSecond(a);
+    default:
+        return a;
+    }
+}
+} // namespace NUnits
