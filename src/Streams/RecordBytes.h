@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Streams/Record.h"
+
+#include <QtEndian>
+#include <bit>
+#include <cstring>
+#include <string_view>
+
+/** The bytes of record files: little-endian on every machine. */
+namespace NRecordBytes
+{
+/** The first byte is no text, the last two are what a change of line ends spoils. */
+constexpr std::string_view kMagic = "\x89KWREC\r\n";
+constexpr UINT16 kMajor = 1; ///< another one can not be read by those who know this one
+constexpr UINT16 kMinor = 0; ///< grows with fields behind those that there are
+constexpr UINT64 kHeadSize = 64;
+constexpr UINT64 kEntrySize = 64; ///< of a trace in the table
+constexpr UINT64 kAlignment = 64; ///< of samples
+constexpr UINT64 kDigestSize = 32;
+constexpr bool kIsLittle = std::endian::native == std::endian::little;
+
+template <class T>
+T GetLittle(const char* place)
+{
+    return qFromLittleEndian<T>(place);
+}
+template <>
+inline double GetLittle<double>(const char* place)
+{
+    return std::bit_cast<double>(qFromLittleEndian<UINT64>(place));
+}
+
+template <class T>
+void PutLittle(char* place, T value)
+{
+    qToLittleEndian(value, place);
+}
+inline void PutLittle(char* place, double value)
+{
+    qToLittleEndian(std::bit_cast<UINT64>(value), place);
+}
+
+/** Samples from one order of bytes to the other: each entry turned round, or as it is. */
+inline void ConvertSamples(const char* from, char* to, std::size_t size, KW_SAMPLE_FORMAT format)
+{
+    if (kIsLittle || format == eKW_SAMPLES_LINES)
+    {
+        if (size > 0)
+        {
+            std::memcpy(to, from, size);
+        }
+        return;
+    }
+    const std::size_t entry = format == eKW_SAMPLES_FLOAT ? 4 : 2;
+    for (std::size_t i = 0; i < size; ++i)
+    {
+        to[i] = from[i - i % entry + entry - 1 - i % entry];
+    }
+}
+} // namespace NRecordBytes
