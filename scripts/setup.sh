@@ -9,7 +9,7 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
-    libxml2-utils can-utils)
+    libxml2-utils can-utils libsndfile1-dev)
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;

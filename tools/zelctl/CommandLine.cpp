@@ -69,6 +69,7 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place, const std::string& o
     AddCouplingCommands(m_app, m_run);
     AddCalcCommand(m_app, m_run);
     AddLabelsCommand(m_app, m_run);
+    AddWaveCommand(m_app, m_run);
     if (place == ePLACE::Process)
     {
         AddCompleteCommand(m_app, m_run);

@@ -63,6 +63,8 @@ void AddEditCommands(CLI::App& app, t_Run& run);
 void AddCalcCommand(CLI::App& app, t_Run& run);
 /** "labels", which consists of several. */
 void AddLabelsCommand(CLI::App& app, t_Run& run);
+/** "wave", which consists of several. */
+void AddWaveCommand(CLI::App& app, t_Run& run);
 /** "couplings" and "why". */
 void AddCouplingCommands(CLI::App& app, t_Run& run);
 /** "complete", which no help lists. */
