@@ -32,6 +32,10 @@ KW_EXPORT bool KW_IsSecret(const IDbObject& node);
 /** What stands for the value of a secret: as long for every value, the empty one included. */
 KW_EXPORT QString KW_GetSecretText();
 
+/** How programs call a code (KWAcceptance.h): its constant without "eKW_ACC_", such as
+    "ABOVE_MAXIMUM"; the number for any other code. */
+KW_EXPORT QString KW_GetAcceptanceName(KW_ACCEPTANCE code);
+
 /** The display name of a unit, such as "V/div"; empty for bare numbers. */
 KW_EXPORT QString KW_GetUnitText(KW_UNIT unit);
 

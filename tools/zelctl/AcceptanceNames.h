@@ -5,10 +5,6 @@
 
 #include <QString>
 
-/** Name of a code as in the library's enumeration without its prefix, such as "ABOVE_MAXIMUM";
-    the number for any other code. */
-QString GetAcceptanceName(KW_ACCEPTANCE code);
-
 /** "code 3 ABOVE_MAXIMUM, above the maximum". */
 QString DescribeAcceptance(KW_ACCEPTANCE code);
 

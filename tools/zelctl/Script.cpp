@@ -3,6 +3,7 @@
 
 #include "AcceptanceNames.h"
 #include "CommandLine.h"
+#include "KWTexts.h"
 #include "Secrets.h"
 
 #include <QFile>
@@ -79,7 +80,7 @@ QJsonObject ToJson(const CFailure& failure)
     if (failure.GetCode())
     {
         error[QStringLiteral("code")] = static_cast<int>(*failure.GetCode());
-        error[QStringLiteral("name")] = GetAcceptanceName(*failure.GetCode());
+        error[QStringLiteral("name")] = KW_GetAcceptanceName(*failure.GetCode());
     }
     return error;
 }
