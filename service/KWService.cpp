@@ -2,6 +2,7 @@
 #include "KWService.h"
 
 #include "AccessToken.h"
+#include "HttpServer.h"
 #include "IKWProperties.h"
 #include "KWEnumerationsOnOff.h"
 #include "Listener.h"
@@ -32,9 +33,13 @@ public:
         m_options.readOnly = options.readOnly;
         m_options.manufacturer = options.manufacturer;
         if (ReadToken(options) && AllowNetworks(options) &&
-            m_listener.Listen(options.addresses, options.port, m_error))
+            m_listener.Listen(options.addresses, options.port, m_error) && ListenToHttp(options))
         {
             m_listener.Start();
+            if (m_http)
+            {
+                m_http->Start();
+            }
             m_thread = std::thread([this] { Run(); });
         }
     }
@@ -48,9 +53,17 @@ public:
         }
         // What runs still tells the network that it has ended.
         m_tasks->Join();
+        if (m_http)
+        {
+            m_http->Join();
+        }
     }
 
-    UINT16 GetPort() const { return m_listener.GetPort(); }
+    UINT16 GetPort() const { return m_error.isEmpty() ? m_listener.GetPort() : UINT16{0}; }
+    UINT16 GetHttpPort() const
+    {
+        return m_error.isEmpty() && m_http ? m_http->GetPort() : UINT16{0};
+    }
     QString GetError() const { return m_error; }
 
 private:
@@ -90,6 +103,22 @@ private:
         return true;
     }
 
+    bool ListenToHttp(const KW_ServiceOptions& options)
+    {
+        if (!options.http)
+        {
+            return true;
+        }
+        t_JsonOptions json;
+        json.readOnly = options.readOnly;
+        json.bounds.connections = m_most;
+        json.bounds.answer = m_patience;
+        m_http =
+            std::make_unique<CHttpServer>(m_network, m_root, json, m_token ? &*m_token : nullptr);
+        const QStringList local{QStringLiteral("127.0.0.1")};
+        return m_http->Listen(m_token ? options.addresses : local, options.httpPort, m_error);
+    }
+
     void Run()
     {
         for (bool isDone = false; !isDone;)
@@ -109,6 +138,10 @@ private:
     void Stop()
     {
         m_listener.Stop();
+        if (m_http)
+        {
+            m_http->Stop();
+        }
         for (const auto& connection : m_connections)
         {
             connection->Close();
@@ -155,6 +188,7 @@ private:
     boost::asio::io_context m_network;
     CListener m_listener;
     std::optional<CAccessToken> m_token; ///< of clients of HTTP
+    std::unique_ptr<CHttpServer> m_http; ///< null where it is not wanted
     const std::shared_ptr<CRemoteTasks> m_tasks;
     std::vector<std::shared_ptr<CRemoteConnection>> m_connections;
     std::thread m_thread;
@@ -171,6 +205,11 @@ CKWService::~CKWService() = default;
 UINT16 CKWService::GetPort() const
 {
     return m_server->GetPort();
+}
+
+UINT16 CKWService::GetHttpPort() const
+{
+    return m_server->GetHttpPort();
 }
 
 QString CKWService::GetError() const

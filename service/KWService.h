@@ -9,26 +9,30 @@
 /** How a tree is served: to this machine alone unless something else is said. */
 struct KW_ServiceOptions
 {
-    /** IPv4 or IPv6 addresses that remote control listens at, "0.0.0.0" and "::" for all. Others
+    /** IPv4 or IPv6 addresses to listen at, "0.0.0.0" and "::" for all. Others
         than loopback need `networks`. */
     QStringList addresses{QStringLiteral("127.0.0.1")};
     UINT16 port = 5025; ///< of remote control; 0 takes any free one
     /** Whose hosts may use remote control, beside this machine: "192.168.1.0/24", "fd00::/8" or one
         address. */
     QStringList networks;
-    /** File with the token that clients of HTTP must show; none is wanted where it is empty. Mode
-        0600, of the user that the service runs as, outside of the settings folder. */
+    /** File with the token that clients of HTTP must show; where it is empty none is wanted, and
+        HTTP listens at 127.0.0.1 alone, whatever `addresses` are. Mode 0600, of the user that the
+        service runs as, outside of the settings folder. */
     QString tokenFile;
-    int connections = 64;  ///< that are open at once; further ones are closed
-    int writeSeconds = 30; ///< for which a client may leave answers unread
-    bool readOnly = false; ///< clients can write nothing and run no action
+    bool http = true;       ///< the tree is served in JSON by HTTP and WebSocket, too
+    UINT16 httpPort = 5026; ///< of HTTP; 0 takes any free one
+    int connections = 64;   ///< of each kind that are open at once; further ones are closed
+    int writeSeconds = 30;  ///< for which a client may leave answers unread
+    bool readOnly = false;  ///< clients can write nothing and run no action
     QString manufacturer = QStringLiteral("KWI"); ///< first field of *IDN?
 };
 
 /**
- * Serves a tree to other processes: remote control by TCP. Runs from its construction to its
- * destruction on a thread of its own, beside whatever the application does; clients get at the tree
- * as any other thread does. Files that they name lie in the tree's settings folder.
+ * Serves a tree to other processes: remote control by TCP, JSON by HTTP and WebSocket. Runs from
+ * its construction to its destruction on a thread of its own, beside whatever the application does;
+ * clients get at the tree as any other thread does. Files that they name lie in the tree's settings
+ * folder.
  *
  *     CKWService service(GetZELRoot(), {});
  *     if (service.GetPort() == 0) … service.GetError()
@@ -44,6 +48,8 @@ public:
 
     /** The port that it listens to; 0 when it could not. */
     UINT16 GetPort() const;
+    /** The port of HTTP; 0 when it does not listen. */
+    UINT16 GetHttpPort() const;
     /** Why it does not listen, and what to do about it; empty when it does. */
     QString GetError() const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 
 /** How far one connection of remote control may go. */
@@ -14,6 +15,23 @@ struct t_RemoteBounds
     int parameters = 64;             ///< of one command
     int operations = 8;              ///< that run at once
     int turn = 2;                    ///< milliseconds after which other connections have their turn
+};
+
+/** How far clients of HTTP and WebSocket may go. */
+struct t_HttpBounds
+{
+    std::size_t header = 16U << 10U;    ///< bytes of a request's head
+    std::size_t body = 1U << 20U;       ///< bytes of a request's body
+    std::size_t connections = 256;      ///< that are open at once; further ones are closed
+    std::size_t tasks = 64;             ///< requests that take their time, at once
+    std::chrono::seconds request{30};   ///< in which a whole request must have come
+    std::chrono::seconds answer{30};    ///< for which a client may leave answers unread
+    std::chrono::seconds linger{2};     ///< for what a refused client still sends
+    int writes = 256;                   ///< of one request, which may be one transaction
+    int paths = 64;                     ///< of one subscription
+    std::size_t message = 64U << 10U;   ///< bytes of a message of a subscriber
+    std::size_t backlog = 8U << 20U;    ///< bytes of changes that can be asked for again
+    std::chrono::milliseconds poll{50}; ///< between two looks at the change counters
 };
 
 /** How far all clients together may go, and the service itself. */

@@ -34,6 +34,10 @@ void Declare(CLI::App& app, t_Arguments& arguments)
 {
     app.add_option("--port", arguments.service.port, "port of remote control, 0 for any free one")
         ->capture_default_str();
+    app.add_option("--http-port", arguments.service.httpPort,
+                   "port of JSON by HTTP and WebSocket, 0 for any free one")
+        ->capture_default_str();
+    app.add_flag("!--no-http", arguments.service.http, "serve remote control alone");
     app.add_option("--listen", arguments.addresses,
                    "address to serve at, 0.0.0.0 or :: for all; may be repeated (127.0.0.1)")
         ->type_name("ADDRESS");
@@ -109,6 +113,10 @@ int Serve(const t_Arguments& arguments, const sigset_t& signals)
             std::printf(address.contains(QLatin1Char(':')) ? "zelhost: [%s]:%d\n"
                                                            : "zelhost: %s:%d\n",
                         address.toLatin1().constData(), service.GetPort());
+        }
+        if (service.GetHttpPort() != 0)
+        {
+            std::printf("zelhost: http://127.0.0.1:%d\n", service.GetHttpPort());
         }
         std::fflush(stdout);
         int signal = 0;

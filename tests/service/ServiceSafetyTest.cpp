@@ -166,6 +166,7 @@ TEST_F(ServiceFiles, NameLeadsOutOfTheFolder)
 std::string ErrorOf(KW_ServiceOptions options, const QString& settings = QString())
 {
     options.port = 0;
+    options.httpPort = 0;
     const auto root = GetZELRoot();
     if (!settings.isEmpty())
     {
@@ -202,6 +203,7 @@ TEST(ServiceSafety, AllowedHostIsTurnedAway)
 {
     KW_ServiceOptions options;
     options.port = 0;
+    options.httpPort = 0;
     options.addresses = {QStringLiteral("0.0.0.0")};
     options.networks = {QStringLiteral("192.0.2.0/24")};
     const CKWService service(GetZELRoot(), options);

@@ -23,6 +23,7 @@ protected:
     {
         KW_ServiceOptions options;
         options.port = 0;
+        options.httpPort = 0;
         options.connections = 8;
         return options;
     }
@@ -141,6 +142,7 @@ TEST_F(Service, EndsWhileClientsAreConnectedOrPortIsTaken)
 {
     KW_ServiceOptions options;
     options.port = m_service.GetPort();
+    options.httpPort = 0;
     const CKWService second(m_root, options);
     EXPECT_EQ(second.GetPort(), 0);
     EXPECT_FALSE(second.GetError().isEmpty());

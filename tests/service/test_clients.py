@@ -31,7 +31,7 @@ class CHost:
     """A running zelhost."""
 
     def __init__(self, *options: str) -> None:
-        self.process = subprocess.Popen([ZELHOST, "--port", "0", *options], text=True,
+        self.process = subprocess.Popen([ZELHOST, "--port", "0", "--http-port", "0", *options], text=True,
                                         stdout=subprocess.PIPE)
         self.port = int(self.process.stdout.readline().rsplit(":")[-1])
 
@@ -81,7 +81,7 @@ class ClientsTest(unittest.TestCase):
 
     def test_port_is_served_twice(self) -> None:
         first = self.start()
-        second = subprocess.run([ZELHOST, "--port", str(first.port)], text=True,
+        second = subprocess.run([ZELHOST, "--port", str(first.port), "--http-port", "0"], text=True,
                                 capture_output=True, timeout=20)
         self.assertEqual((second.returncode, second.stdout), (1, ""))
         self.assertIn(f"zelhost: address 127.0.0.1, port {first.port}: ", second.stderr)

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "HttpServer.h"
+
+#include "HttpConnection.h"
+
+#include <algorithm>
+
+CHttpClient::~CHttpClient() = default;
+
+CHttpServer::CHttpServer(boost::asio::io_context& network,
+                         std::shared_ptr<IKWFunctionRootBase> root, const t_JsonOptions& options,
+                         const CAccessToken* token)
+    : m_shared(std::make_shared<t_HttpShared>(
+          t_HttpShared{network,
+                       std::make_shared<CJsonService>(std::move(root), options),
+                       std::make_shared<CRemoteTasks>(options.bounds.tasks),
+                       token,
+                       options.bounds,
+                       {}})),
+      m_listener(network,
+                 [this](boost::asio::ip::tcp::socket socket) { Welcome(std::move(socket)); })
+{
+}
+
+void CHttpServer::Stop()
+{
+    m_listener.Stop();
+    for (const auto& client : std::exchange(m_shared->clients, {}))
+    {
+        client->Close();
+    }
+}
+
+void CHttpServer::Welcome(boost::asio::ip::tcp::socket socket)
+{
+    auto& clients = m_shared->clients;
+    clients.erase(std::remove_if(clients.begin(), clients.end(),
+                                 [](const auto& client) { return !client->IsOpen(); }),
+                  clients.end());
+    if (clients.size() < m_shared->bounds.connections)
+    {
+        StartHttp(m_shared, std::move(socket)); // otherwise it is closed
+    }
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "AccessToken.h"
+#include "JsonService.h"
+#include "Listener.h"
+#include "RemoteTasks.h"
+
+#include <memory>
+#include <vector>
+
+/** A client of the server, on the network thread. */
+class CHttpClient
+{
+public:
+    virtual ~CHttpClient();
+    virtual bool IsOpen() const = 0;
+    virtual void Close() = 0;
+};
+
+/** What all connections of the server share. Outlives them. */
+struct t_HttpShared
+{
+    boost::asio::io_context& network;
+    std::shared_ptr<const CJsonService> service;
+    std::shared_ptr<CRemoteTasks> tasks; ///< for requests that take their time
+    const CAccessToken* token = nullptr; ///< that clients must show; none is wanted without it
+    t_HttpBounds bounds;
+    std::vector<std::shared_ptr<CHttpClient>> clients;
+};
+
+/** Serves the tree in JSON by HTTP and WebSocket. All but Join on the network thread. */
+class CHttpServer
+{
+public:
+    /** The token is kept by the caller; null where none is wanted. */
+    CHttpServer(boost::asio::io_context& network, std::shared_ptr<IKWFunctionRootBase> root,
+                const t_JsonOptions& options, const CAccessToken* token);
+
+    /** As CListener::Listen. */
+    bool Listen(const QStringList& addresses, unsigned short port, QString& error)
+    {
+        return m_listener.Listen(addresses, port, error);
+    }
+    void Start() { m_listener.Start(); }
+    /** Closes all connections. */
+    void Stop();
+    /** Waits for the requests that run. */
+    void Join() { m_shared->tasks->Join(); }
+    unsigned short GetPort() const { return m_listener.GetPort(); }
+
+private:
+    void Welcome(boost::asio::ip::tcp::socket socket);
+
+    const std::shared_ptr<t_HttpShared> m_shared;
+    CListener m_listener;
+};

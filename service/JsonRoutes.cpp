@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+// The table of all requests, and the OpenAPI document that it makes.
+
+#include "JsonSchemas.h"
+#include "JsonService.h"
+
+std::span<const CJsonService::t_Route> CJsonService::Routes()
+{
+    static constexpr t_Route kRoutes[] = {
+        {"GET", "/openapi.json", false, true, &CJsonService::GetDescription, "This description", "",
+         nullptr, "Description"},
+        {"GET", "/tree", false, false, &CJsonService::GetNode,
+         "A node with all that is below it. The settings of one group are read together.",
+         "path depth detail", nullptr, "Node"},
+        {"GET", "/history", false, true, &CJsonService::GetHistory,
+         "The next step to undo and to redo", "", nullptr, "History"},
+        {"GET", "/couplings", false, false, &CJsonService::GetCouplings,
+         "The rows of rules of a group and of all below it", "path", nullptr, "Couplings"},
+        {"GET", "/why", false, false, &CJsonService::GetReasons,
+         "A node with the rows of rules that it starts, and those of its group", "path", nullptr,
+         "Reasons"},
+        {"POST", "/write", true, false, &CJsonService::Write,
+         "Writes settings, all or nothing unless \"together\" is false", "", "Writes", "Written"},
+        {"POST", "/trial", false, false, &CJsonService::Try,
+         "What would move if these settings were written: carried out on a private copy of the "
+         "tree, which is thrown away",
+         "", "Trial", "Tried"},
+        {"POST", "/run", true, false, &CJsonService::Run,
+         "Runs an action; an operation is answered when it has ended", "", "Path", "Code"},
+        {"POST", "/items", true, false, &CJsonService::ChangeItems,
+         "Inserts, removes, renames or copies an item of an array or map, or makes it the active "
+         "one",
+         "", "ItemChange", "Code"},
+        {"POST", "/undo", true, false, &CJsonService::Undo, "One step back", "", nullptr, "Code"},
+        {"POST", "/redo", true, false, &CJsonService::Redo, "One step forward", "", nullptr,
+         "Code"},
+        {"POST", "/preset", true, false, &CJsonService::Preset,
+         "Sets the defaults: of the user's settings, or of everything that is saved", "", "Preset",
+         "Code"},
+        {"POST", "/save", true, false, &CJsonService::Save,
+         "Saves the user's settings in the settings folder", "", "File", "Code"},
+        {"POST", "/recall", true, false, &CJsonService::Recall,
+         "Recalls the user's settings from the settings folder", "", "File", "Code"},
+    };
+    return kRoutes;
+}
+
+namespace
+{
+QByteArray Reference(const char* schema)
+{
+    return QByteArray(R"({"$ref":"#/components/schemas/)") + schema + "\"}";
+}
+
+void AddContent(CJsonWriter& json, const char* schema)
+{
+    json.Key("content").BeginObject();
+    json.Key("application/json").BeginObject();
+    json.Key("schema").Raw(Reference(schema));
+    json.EndObject();
+    json.EndObject();
+}
+
+void AddResponse(CJsonWriter& json, const char* status, const char* description, const char* schema)
+{
+    json.Key(status).BeginObject();
+    json.Key("description").Text(QLatin1String(description));
+    AddContent(json, schema);
+    json.EndObject();
+}
+} // namespace
+
+void CJsonService::DescribeRoute(CJsonWriter& json, const t_Route& route)
+{
+    json.Key(QString::fromLatin1(route.method).toLower()).BeginObject();
+    json.Key("summary").Text(QLatin1String(route.summary));
+    if (*route.parameters != '\0')
+    {
+        json.Key("parameters").BeginArray();
+        for (const QByteArray& name : QByteArray(route.parameters).split(' '))
+        {
+            json.Raw("{\"$ref\":\"#/components/parameters/" + name + "\"}");
+        }
+        json.EndArray();
+    }
+    if (route.body != nullptr)
+    {
+        json.Key("requestBody").BeginObject();
+        json.Key("required").Bool(true);
+        AddContent(json, route.body);
+        json.EndObject();
+    }
+    json.Key("responses").BeginObject();
+    AddResponse(json, "200", "Taken", route.answer);
+    const bool isReported = QByteArray(route.answer) == "Written";
+    AddResponse(json, "default", "Refused", isReported ? "WrittenOrRefused" : "Code");
+    json.EndObject();
+    json.EndObject();
+}
+
+QByteArray CJsonService::Describe()
+{
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("openapi").Text(QStringLiteral("3.1.0"));
+    json.Key("info").BeginObject();
+    json.Key("title").Text(QStringLiteral("The instrument's settings and results"));
+    json.Key("version").Text(QStringLiteral("1"));
+    json.EndObject();
+    json.Key("paths").BeginObject();
+    for (const t_Route& route : Routes())
+    {
+        json.Key(route.path).BeginObject();
+        DescribeRoute(json, route);
+        json.EndObject();
+    }
+    json.EndObject();
+    json.Key("components").Raw(NJson::Components());
+    json.EndObject();
+    return json.GetText();
+}

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "JsonSchemas.h"
+
+#include <initializer_list>
+
+namespace
+{
+constexpr char kParameters[] = R"({
+"path":{"name":"path","in":"query","schema":{"type":"string"},
+ "description":"Way from the root, such as Vertical/Channel[1]/State; the root itself when left out"},
+"depth":{"name":"depth","in":"query","schema":{"type":"integer","minimum":0},
+ "description":"Levels of members; all when left out"},
+"detail":{"name":"detail","in":"query","schema":{"enum":["state","full"]},
+ "description":"full adds what seldom changes: meaning, default, names, values"}})";
+
+/** Values: whole numbers beyond 2^53 are texts, numbers that are not finite are null. */
+constexpr char kValue[] = R"({"type":["number","string","null"],
+ "description":"Whole numbers beyond 9007199254740991 are texts, what is no finite number is null"})";
+
+constexpr char kAvailability[] = R"({"enum":["available","read only","not available"]})";
+
+#define KW_HEAD                                                                                    \
+    R"("path":{"type":"string"},"availability":{"$ref":"#/components/schemas/Availability"},)"     \
+    R"("name":{"type":"string"},"meaning":{"type":"string"},)"                                     \
+    R"("remote":{"type":"string","description":"Its word in a header of remote control"},)"        \
+    R"("saved":{"type":"array","items":{"enum":["settings","system"]}})"
+#define KW_VALUE R"({"$ref":"#/components/schemas/Value"})"
+#define KW_TEXT R"({"type":"string"})"
+#define KW_FLAG R"({"type":"boolean"})"
+#define KW_LIMITS                                                                                  \
+    R"("minimum":)" KW_VALUE R"(,"maximum":)" KW_VALUE R"(,"step":)" KW_VALUE                      \
+    R"(,"selectable":{"type":"array","items":)" KW_VALUE                                           \
+    R"(,"description":"What can be selected now"},"form":)" KW_TEXT                                \
+    R"(,"maximumLength":{"type":"integer"},"unit":)" KW_TEXT
+
+constexpr char kProperty[] =
+    R"({"type":"object","additionalProperties":false,"required":["path","kind","type","value","text",)"
+    R"("shown","unit","result","valid","secret","availability","minimum","maximum","step","selectable"],)"
+    R"("properties":{"kind":{"const":"property"},"type":)" KW_TEXT R"(,"value":)" KW_VALUE
+    R"(,"text":{"type":"string","description":"As the tree and its files write it"},)"
+    R"("shown":{"type":"string","description":"As a user reads it, such as 1.5 MHz"},)"
+    R"("result":)" KW_FLAG R"(,"valid":)" KW_FLAG R"(,"secret":)" KW_FLAG R"(,"default":)" KW_VALUE
+    R"(,"isDefault":)" KW_FLAG R"(,"userValue":)" KW_VALUE
+    R"(,"values":{"type":"array","items":{"type":"object","additionalProperties":false,)"
+    R"("required":["value","shown","remote","selectable"],"properties":{"value":)" KW_TEXT
+    R"(,"shown":)" KW_TEXT R"(,"remote":)" KW_TEXT R"(,"selectable":)" KW_FLAG "}}}," KW_LIMITS
+    "," KW_HEAD "}}";
+
+constexpr char kAction[] =
+    R"({"type":"object","additionalProperties":false,"required":["path","kind","availability"],)"
+    R"("properties":{"kind":{"enum":["function","operation"]},)" KW_HEAD "}}";
+
+constexpr char kGroup[] =
+    R"({"type":"object","additionalProperties":false,"required":["path","kind","availability"],)"
+    R"("properties":{"kind":{"enum":["group","array","map"]},"count":{"type":"integer"},)"
+    R"("maximumCount":{"type":"integer"},"dynamic":)" KW_FLAG R"(,"active":)" KW_TEXT
+    R"(,"properties":{"type":"object","additionalProperties":{"$ref":"#/components/schemas/Property"}},)"
+    R"("actions":{"type":"object","additionalProperties":{"$ref":"#/components/schemas/Action"}},)"
+    R"("groups":{"type":"object","additionalProperties":{"$ref":"#/components/schemas/Group"}},)"
+    R"("items":{"type":"array","items":{"$ref":"#/components/schemas/Group"}},)" KW_HEAD "}}";
+
+constexpr char kNode[] = R"({"oneOf":[{"$ref":"#/components/schemas/Property"},
+ {"$ref":"#/components/schemas/Group"},{"$ref":"#/components/schemas/Action"}]})";
+
+#define KW_CODE                                                                                    \
+    R"("code":{"type":"integer","description":"0 and 1 are taken, all others refused"},)"          \
+    R"("name":)" KW_TEXT R"(,"text":)" KW_TEXT R"(,"detail":)" KW_TEXT
+
+constexpr char kCode[] =
+    R"({"type":"object","additionalProperties":false,"required":["code","name","text"],)"
+    R"("properties":{)" KW_CODE "}}";
+
+constexpr char kReport[] =
+    R"({"type":"object","additionalProperties":false,"required":["path","code","name","text"],)"
+    R"("properties":{"path":)" KW_TEXT R"(,"form":)" KW_TEXT
+    R"(,"maximumLength":{"type":"integer"},"now":{"$ref":"#/components/schemas/Property"},)" KW_CODE
+    "}}";
+
+constexpr char kWritten[] =
+    R"({"type":"object","additionalProperties":false,"required":["code","name","text","kept","writes"],)"
+    R"("properties":{"kept":)" KW_FLAG
+    R"(,"writes":{"type":"array","items":{"$ref":"#/components/schemas/Report"}},)" KW_CODE "}}";
+
+constexpr char kWrittenOrRefused[] = R"({"oneOf":[{"$ref":"#/components/schemas/Written"},
+ {"$ref":"#/components/schemas/Code"}]})";
+
+constexpr char kTried[] =
+    R"({"type":"object","additionalProperties":false,)"
+    R"("required":["code","name","text","writes","changes","unlike"],)"
+    R"("properties":{"writes":{"type":"array","items":{"$ref":"#/components/schemas/Report"}},)"
+    R"("unlike":{"type":"array","items":)" KW_TEXT
+    R"(,"description":"Nodes in which the copy differed from the tree"},)"
+    R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}},)" KW_CODE "}}";
+
+constexpr char kChange[] =
+    R"({"type":"object","additionalProperties":false,"required":["path"],"properties":{)"
+    R"("path":)" KW_TEXT R"(,"before":{"$ref":"#/components/schemas/Node"},)"
+    R"("now":{"$ref":"#/components/schemas/Node"},"removed":)" KW_FLAG "}}";
+
+constexpr char kWrite[] =
+    R"({"type":"object","additionalProperties":false,"required":["path"],"minProperties":2,)"
+    R"("maxProperties":2,"properties":{"path":)" KW_TEXT
+    R"(,"value":{"type":["number","string","boolean"],"description":)"
+    R"("A number in the property's unit, or a text as a user writes it, such as 1.5 MHz"},)"
+    R"("default":{"const":true},"steps":{"type":"integer"}}})";
+
+#define KW_WRITES                                                                                  \
+    R"("writes":{"type":"array","minItems":1,"maxItems":256,)"                                     \
+    R"("items":{"$ref":"#/components/schemas/Write"}})"
+
+constexpr char kWrites[] =
+    R"({"type":"object","required":["writes"],"properties":{)" KW_WRITES
+    R"(,"together":{"type":"boolean","default":true},"text":{"type":"string",)"
+    R"("description":"Name of the step for undo"}}})";
+
+constexpr char kTrial[] = R"({"type":"object","required":["writes"],"properties":{)" KW_WRITES "}}";
+
+constexpr char kItemChange[] =
+    R"({"type":"object","required":["path","do"],"properties":{"path":)" KW_TEXT
+    R"(,"do":{"enum":["insert","remove","rename","copy","activate"]},)"
+    R"("key":{"type":"string","description":"Index in arrays, name in maps"},"to":)" KW_TEXT "}}";
+
+constexpr char kHistory[] =
+    R"({"type":"object","additionalProperties":false,"required":["canUndo","undo","canRedo","redo"],)"
+    R"("properties":{"canUndo":)" KW_FLAG R"(,"undo":)" KW_TEXT R"(,"canRedo":)" KW_FLAG
+    R"(,"redo":)" KW_TEXT "}}";
+
+constexpr char kRow[] =
+    R"({"type":"object","additionalProperties":false,)"
+    R"("required":["group","row","when","word","sources","what","steps"],"properties":{)"
+    R"("group":)" KW_TEXT R"(,"row":{"type":"integer"},"when":)" KW_TEXT R"(,"word":)" KW_TEXT
+    R"(,"what":)" KW_TEXT R"(,"sources":{"type":"array","items":)" KW_TEXT
+    R"(},"steps":{"type":"array","items":)" KW_TEXT "}}}";
+
+#define KW_ROWS R"({"type":"array","items":{"$ref":"#/components/schemas/Row"}})"
+
+constexpr char kCouplings[] =
+    R"({"type":"object","required":["rows"],"properties":{"rows":)" KW_ROWS "}}";
+
+constexpr char kReasons[] =
+    R"({"type":"object","required":["node","starts","rows"],"properties":{)"
+    R"("node":{"$ref":"#/components/schemas/Node"},"starts":)" KW_ROWS R"(,"rows":)" KW_ROWS "}}";
+
+constexpr char kPath[] =
+    R"({"type":"object","required":["path"],"properties":{"path":)" KW_TEXT "}}";
+constexpr char kPreset[] = R"({"type":"object","properties":{"factory":)" KW_FLAG "}}";
+constexpr char kFile[] =
+    R"({"type":"object","required":["file"],"properties":{"file":{"type":"string",)"
+    R"("description":"A name without a path that ends in .xml or .csv"}}})";
+constexpr char kDescription[] = R"({"type":"object","required":["openapi","paths"]})";
+
+struct t_Schema
+{
+    const char* name;
+    const char* json;
+};
+} // namespace
+
+QByteArray NJson::Components()
+{
+    QByteArray schemas;
+    for (const t_Schema& schema : std::initializer_list<t_Schema>{
+             {"Value", kValue},         {"Availability", kAvailability},
+             {"Property", kProperty},   {"Action", kAction},
+             {"Group", kGroup},         {"Node", kNode},
+             {"Code", kCode},           {"Report", kReport},
+             {"Written", kWritten},     {"WrittenOrRefused", kWrittenOrRefused},
+             {"Tried", kTried},         {"Change", kChange},
+             {"Write", kWrite},         {"Writes", kWrites},
+             {"Trial", kTrial},         {"ItemChange", kItemChange},
+             {"History", kHistory},     {"Row", kRow},
+             {"Couplings", kCouplings}, {"Reasons", kReasons},
+             {"Path", kPath},           {"Preset", kPreset},
+             {"File", kFile},           {"Description", kDescription}})
+    {
+        schemas +=
+            (schemas.isEmpty() ? "\"" : ",\"") + QByteArray(schema.name) + "\":" + schema.json;
+    }
+    return "{\"parameters\":" + QByteArray(kParameters) + ",\"schemas\":{" + schemas + "}}";
+}
