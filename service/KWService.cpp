@@ -25,7 +25,8 @@ class CKWService::CServer
 {
 public:
     CServer(std::shared_ptr<IKWFunctionRootBase> root, const KW_ServiceOptions& options)
-        : m_root(std::move(root)), m_patience(options.writeSeconds),
+        : m_root(std::move(root)), m_patience{std::chrono::seconds(options.writeSeconds),
+                                              std::chrono::seconds(options.messageSeconds)},
           m_most(static_cast<std::size_t>(options.connections)),
           m_listener(m_network, [this](tcp::socket socket) { Welcome(std::move(socket)); }),
           m_tasks(std::make_shared<CRemoteTasks>(NServiceLimits::kTasks))
@@ -142,6 +143,7 @@ private:
         {
             m_http->Stop();
         }
+        m_poll.cancel();
         for (const auto& connection : m_connections)
         {
             connection->Close();
@@ -151,18 +153,55 @@ private:
 
     void Welcome(tcp::socket socket)
     {
-        m_connections.erase(std::remove_if(m_connections.begin(), m_connections.end(),
-                                           [](const auto& connection)
-                                           { return !connection->IsOpen(); }),
-                            m_connections.end());
+        ForgetClosed();
         if (m_connections.size() >= m_most)
         {
             return; // closes it
+        }
+        if (m_connections.empty())
+        {
+            Poll();
         }
         m_connections.push_back(std::make_shared<CRemoteConnection>(
             m_network, std::move(socket), m_patience, [this] { ShowConnected(); }));
         m_connections.back()->Start(m_root, m_tasks, m_options);
         ShowConnected();
+    }
+
+    void ForgetClosed()
+    {
+        m_connections.erase(std::remove_if(m_connections.begin(), m_connections.end(),
+                                           [](const auto& connection)
+                                           { return !connection->IsOpen(); }),
+                            m_connections.end());
+    }
+
+    /** What is the case for a moment alone would be seen by nobody who asks later. */
+    void Poll()
+    {
+        m_poll.expires_after(std::chrono::milliseconds(NServiceLimits::kPollMilliseconds));
+        m_poll.async_wait(
+            [this](const boost::system::error_code& error)
+            {
+                if (error)
+                {
+                    return;
+                }
+                ForgetClosed();
+                if (m_connections.empty())
+                {
+                    return; // until the next one comes
+                }
+                if (m_top->HasChanged(m_seen))
+                {
+                    const t_RemoteConditions conditions = m_conditions.Read();
+                    for (const auto& connection : m_connections)
+                    {
+                        connection->Observe(conditions);
+                    }
+                }
+                Poll();
+            });
     }
 
     void ShowConnected()
@@ -182,7 +221,7 @@ private:
     }
 
     const std::shared_ptr<IKWFunctionRootBase> m_root;
-    const std::chrono::seconds m_patience;
+    const CRemoteConnection::t_Patience m_patience;
     const std::size_t m_most;
     t_RemoteOptions m_options;
     boost::asio::io_context m_network;
@@ -190,6 +229,10 @@ private:
     std::optional<CAccessToken> m_token; ///< of clients of HTTP
     std::unique_ptr<CHttpServer> m_http; ///< null where it is not wanted
     const std::shared_ptr<CRemoteTasks> m_tasks;
+    const std::shared_ptr<IDbGroup> m_top = m_root->GetDbObject();
+    const CRemoteConditions m_conditions{*m_top};
+    boost::asio::steady_timer m_poll{m_network};
+    long long m_seen = 0;
     std::vector<std::shared_ptr<CRemoteConnection>> m_connections;
     std::thread m_thread;
     QString m_error;

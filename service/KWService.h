@@ -20,11 +20,12 @@ struct KW_ServiceOptions
         HTTP listens at 127.0.0.1 alone, whatever `addresses` are. Mode 0600, of the user that the
         service runs as, outside of the settings folder. */
     QString tokenFile;
-    bool http = true;       ///< the tree is served in JSON by HTTP and WebSocket, too
-    UINT16 httpPort = 5026; ///< of HTTP; 0 takes any free one
-    int connections = 64;   ///< of each kind that are open at once; further ones are closed
-    int writeSeconds = 30;  ///< for which a client may leave answers unread
-    bool readOnly = false;  ///< clients can write nothing and run no action
+    bool http = true;        ///< the tree is served in JSON by HTTP and WebSocket, too
+    UINT16 httpPort = 5026;  ///< of HTTP; 0 takes any free one
+    int connections = 64;    ///< of each kind that are open at once; further ones are closed
+    int writeSeconds = 30;   ///< for which a client may leave answers unread
+    int messageSeconds = 60; ///< in which a message must end once it has begun
+    bool readOnly = false;   ///< clients can write nothing and run no action
     QString manufacturer = QStringLiteral("KWI"); ///< first field of *IDN?
 };
 

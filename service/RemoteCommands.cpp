@@ -57,12 +57,12 @@ t_RemoteError ReadMask(const t_RemoteUnit& unit, UINT8& mask)
     return {};
 }
 
-/** Fields of *IDN? are separated by commas. */
-QByteArray Field(QString text)
+/** Fields of *IDN? are separated by commas; one that the instrument does not say is `otherwise`. */
+QByteArray Field(QString text, const char* otherwise)
 {
     text.replace(QLatin1Char(','), QLatin1Char(' ')).replace(QLatin1Char(';'), QLatin1Char(' '));
-    const QByteArray field = text.simplified().toLatin1();
-    return field.isEmpty() ? QByteArray("0") : field;
+    const QByteArray field = NRemote::Plain(text.simplified());
+    return field.isEmpty() ? QByteArray(otherwise) : field;
 }
 
 /** Only the tree's own files hold all settings in their right order: one is made for the purpose,
@@ -130,6 +130,7 @@ std::span<const CRemoteSession::t_Command> CRemoteSession::SystemCommands()
         {"SYSTem:RWLock", false, 0, 0, true, &CRemoteSession::LockOut},
         {"SYSTem:SET", false, 1, 1, true, &CRemoteSession::SetAll},
         {"SYSTem:VERSion", true, 0, 0, false, &CRemoteSession::GetVersion},
+        {"SYSTem:WARNing", true, 0, 0, false, &CRemoteSession::TakeWarning},
     };
     return kCommands;
 }
@@ -166,9 +167,10 @@ QString CRemoteSession::TextAt(const char* path) const
 
 t_RemoteError CRemoteSession::Identify(const t_RemoteUnit&)
 {
-    Answer(Field(m_options.manufacturer) + ',' + Field(TextAt("Setup/SystemConstants/ModelName")) +
-           ',' + Field(TextAt("Setup/SystemConstants/SerialNumber")) + ',' +
-           Field(TextAt("Setup/SystemConstants/SoftwareVersion")));
+    Answer(Field(m_options.manufacturer, "KWI") + ',' +
+           Field(TextAt("Setup/SystemConstants/ModelName"), "KWIFunctionZEL") + ',' +
+           Field(TextAt("Setup/SystemConstants/SerialNumber"), "0") + ',' +
+           Field(TextAt("Setup/SystemConstants/SoftwareVersion"), KWI_SERVICE_VERSION));
     return {};
 }
 
@@ -221,6 +223,7 @@ t_RemoteError CRemoteSession::GetServiceMask(const t_RemoteUnit&)
 
 t_RemoteError CRemoteSession::GetStatusByte(const t_RemoteUnit&)
 {
+    ObserveNow();
     Answer(QByteArray::number(m_status.StatusByte(m_hasAnswer)));
     return {};
 }
@@ -356,6 +359,22 @@ t_RemoteError CRemoteSession::LockOut(const t_RemoteUnit&)
 
 t_RemoteError CRemoteSession::ListHeaders(const t_RemoteUnit&)
 {
-    Answer(NRemote::Block(NRemote::ListHeaders(Top())));
+    QByteArray lines;
+    for (const auto& commands : {CommonCommands(), SystemCommands(), StatusCommands()})
+    {
+        const char* const begin = commands.data() == CommonCommands().data() ? "*" : ":";
+        for (auto command = commands.begin(); command != commands.end(); ++command)
+        {
+            const auto next = command + 1;
+            const bool isBoth =
+                next != commands.end() && qstrcmp(command->header, next->header) == 0;
+            lines += begin + QByteArray(command->header) +
+                     (isBoth             ? "\n"
+                      : command->isQuery ? "/qonly/\n"
+                                         : "/nquery/\n");
+            command += isBoth ? 1 : 0;
+        }
+    }
+    Answer(NRemote::Block(lines + NRemote::ListHeaders(Top())));
     return {};
 }

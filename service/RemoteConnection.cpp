@@ -1,17 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include "RemoteConnection.h"
 
-#include <algorithm>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/write.hpp>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 
 namespace
 {
-constexpr std::array kMethods{"GET ",     "HEAD ",    "POST ",  "PUT ",   "DELETE ",
-                              "CONNECT ", "OPTIONS ", "TRACE ", "PATCH ", "PRI "};
-constexpr int kLongestMethod = 8;
+/** A client whose machine was switched off, or whose cable was pulled, says nothing more. */
+void KeepAlive(boost::asio::ip::tcp::socket& socket)
+{
+    struct t_Option
+    {
+        int name;
+        int value;
+    };
+    constexpr t_Option kOptions[] = {{TCP_KEEPIDLE, NServiceLimits::kAliveAfterSeconds},
+                                     {TCP_KEEPINTVL, NServiceLimits::kAliveEverySeconds},
+                                     {TCP_KEEPCNT, NServiceLimits::kAliveTries}};
+    boost::system::error_code ignored;
+    socket.set_option(boost::asio::socket_base::keep_alive(true), ignored);
+    for (const t_Option& option : kOptions)
+    {
+        ::setsockopt(socket.native_handle(), IPPROTO_TCP, option.name, &option.value,
+                     sizeof option.value);
+    }
+}
 } // namespace
 
 void CRemoteConnection::Start(const std::shared_ptr<IKWFunctionRootBase>& root,
@@ -20,7 +37,7 @@ void CRemoteConnection::Start(const std::shared_ptr<IKWFunctionRootBase>& root,
 {
     boost::system::error_code ignored;
     m_socket.set_option(boost::asio::ip::tcp::no_delay(true), ignored);
-    m_socket.set_option(boost::asio::socket_base::keep_alive(true), ignored);
+    KeepAlive(m_socket);
     m_socket.non_blocking(true, ignored);
     m_session = std::make_unique<CRemoteSession>(
         root, tasks, options,
@@ -41,7 +58,8 @@ void CRemoteConnection::Start(const std::shared_ptr<IKWFunctionRootBase>& root,
 void CRemoteConnection::Close()
 {
     boost::system::error_code ignored;
-    m_timer.cancel();
+    m_writeTimer.cancel();
+    m_messageTimer.cancel();
     m_socket.close(ignored);
     if (std::exchange(m_session, nullptr))
     {
@@ -67,19 +85,68 @@ void CRemoteConnection::Read()
                 self->GoOn();
                 return;
             }
-            if (error || !self->m_session || self->IsHttp(self->m_input.data(), count))
+            if (error || !self->m_session || self->Pass(count) == CRemoteGuard::eVERDICT::Http)
             {
                 self->Close();
                 return;
             }
-            self->OnRead(count);
+            self->WatchMessage();
+            self->GoOn();
         });
 }
 
-void CRemoteConnection::OnRead(std::size_t count)
+CRemoteGuard::eVERDICT CRemoteConnection::Pass(std::size_t count)
 {
-    m_session->Receive(m_input.data(), count);
-    GoOn();
+    if (!m_guard)
+    {
+        m_session->Receive(m_input.data(), count);
+        return CRemoteGuard::eVERDICT::Remote;
+    }
+    const CRemoteGuard::eVERDICT verdict = m_guard->Look(m_input.data(), count);
+    if (verdict == CRemoteGuard::eVERDICT::Remote)
+    {
+        const QByteArray bytes = m_guard->Take();
+        m_guard.reset();
+        m_session->Receive(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    }
+    return verdict;
+}
+
+void CRemoteConnection::WatchMessage()
+{
+    const std::size_t begun =
+        m_guard || m_session->IsInMessage() ? m_session->EndedMessages() + 1 : 0;
+    if (begun != std::exchange(m_watched, begun))
+    {
+        m_messageTimer.cancel();
+        if (begun != 0)
+        {
+            AwaitMessage();
+        }
+    }
+}
+
+void CRemoteConnection::AwaitMessage()
+{
+    m_messageTimer.expires_after(m_patience.message);
+    m_messageTimer.async_wait(
+        [self = shared_from_this()](const boost::system::error_code& error)
+        {
+            if (error || self->m_watched == 0 || !self->m_session)
+            {
+                return;
+            }
+            // What the service itself does not read is not the client's fault.
+            self->m_isReading ? self->Close() : self->AwaitMessage();
+        });
+}
+
+void CRemoteConnection::Observe(const t_RemoteConditions& conditions)
+{
+    if (m_session)
+    {
+        m_session->Observe(conditions);
+    }
 }
 
 void CRemoteConnection::GoOn()
@@ -99,18 +166,6 @@ void CRemoteConnection::GoOn()
     {
         Close();
     }
-}
-
-bool CRemoteConnection::IsHttp(const char* bytes, std::size_t count)
-{
-    if (m_begin.size() < kLongestMethod)
-    {
-        const auto missing = static_cast<std::size_t>(kLongestMethod - m_begin.size());
-        m_begin.append(bytes, static_cast<int>(std::min(count, missing)));
-        return std::any_of(kMethods.begin(), kMethods.end(),
-                           [this](const char* method) { return m_begin.startsWith(method); });
-    }
-    return false;
 }
 
 void CRemoteConnection::Write()
@@ -144,8 +199,8 @@ void CRemoteConnection::Write()
 void CRemoteConnection::WriteRest()
 {
     m_isWriting = true;
-    m_timer.expires_after(m_patience);
-    m_timer.async_wait(
+    m_writeTimer.expires_after(m_patience.write);
+    m_writeTimer.async_wait(
         [self = shared_from_this()](const boost::system::error_code& error)
         {
             if (!error)
@@ -159,7 +214,7 @@ void CRemoteConnection::WriteRest()
         [self = shared_from_this()](const boost::system::error_code& error, std::size_t)
         {
             self->m_isWriting = false;
-            self->m_timer.cancel();
+            self->m_writeTimer.cancel();
             if (error)
             {
                 self->Close();

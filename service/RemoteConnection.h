@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "RemoteGuard.h"
 #include "RemoteSession.h"
 
 #include <array>
@@ -13,16 +14,22 @@
 /**
  * One client's socket and session, on the network thread. Reads while the session wants input,
  * writes one piece of answers after the other, and ends with the first failure, with a client that
- * reads nothing for too long, and with one that speaks HTTP: a web page must not be able to send
- * commands.
+ * reads nothing or leaves a message unfinished for too long, with one that has gone without a word,
+ * and with one that speaks HTTP.
  */
 class CRemoteConnection : public std::enable_shared_from_this<CRemoteConnection>
 {
 public:
+    struct t_Patience
+    {
+        std::chrono::seconds write;   ///< for which answers may stay unread
+        std::chrono::seconds message; ///< in which a message that has begun must end
+    };
+
     CRemoteConnection(boost::asio::io_context& network, boost::asio::ip::tcp::socket socket,
-                      std::chrono::seconds patience, std::function<void()> closed)
-        : m_network(network), m_socket(std::move(socket)), m_timer(network), m_patience(patience),
-          m_closed(std::move(closed))
+                      const t_Patience& patience, std::function<void()> closed)
+        : m_network(network), m_socket(std::move(socket)), m_writeTimer(network),
+          m_messageTimer(network), m_patience(patience), m_closed(std::move(closed))
     {
     }
 
@@ -30,6 +37,7 @@ public:
                const std::shared_ptr<CRemoteTasks>& tasks, const t_RemoteOptions& options);
     void Close();
     bool IsOpen() const { return m_socket.is_open(); }
+    void Observe(const t_RemoteConditions& conditions);
 
 private:
     void Read();
@@ -39,17 +47,21 @@ private:
     void Continue();
     /** Writes and reads what can be, and goes on behind others if there is more to do. */
     void GoOn();
-    /** Whether the first bytes of the connection are those of an HTTP request. */
-    bool IsHttp(const char* bytes, std::size_t count);
+    /** Hands the bytes to the session unless they are, or may be, those of an HTTP request. */
+    CRemoteGuard::eVERDICT Pass(std::size_t count);
+    void WatchMessage();
+    void AwaitMessage();
 
     boost::asio::io_context& m_network;
     boost::asio::ip::tcp::socket m_socket;
-    boost::asio::steady_timer m_timer;
-    const std::chrono::seconds m_patience;
+    boost::asio::steady_timer m_writeTimer;
+    boost::asio::steady_timer m_messageTimer;
+    const t_Patience m_patience;
     const std::function<void()> m_closed;
     std::unique_ptr<CRemoteSession> m_session;
     std::array<char, 16384> m_input{};
-    QByteArray m_begin; ///< the first bytes
+    std::optional<CRemoteGuard> m_guard{std::in_place}; ///< until it has decided
+    std::size_t m_watched = 0; ///< number of the message that the timer runs for; 0 for none
     QByteArray m_output;
     bool m_isReading = false;
     bool m_hasEnded = false; ///< the client sends no more, and may still read

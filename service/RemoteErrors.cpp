@@ -109,9 +109,15 @@ eREMOTE_ERROR NumberOf(KW_ACCEPTANCE code)
         return eREMOTE_EXECUTION;
     }
 }
+} // namespace
 
-/** Printable ASCII alone: a client may read no other, and a line feed would end the answer. */
-QByteArray Plain(const QString& text)
+t_RemoteError NRemote::ErrorOf(KW_ACCEPTANCE code)
+{
+    const eREMOTE_ERROR number = NumberOf(code);
+    return {number, code == eKW_ACC_OK ? QString() : KW_GetAcceptanceText(code)};
+}
+
+QByteArray NRemote::Plain(const QString& text)
 {
     QByteArray plain;
     for (const QChar c : text)
@@ -120,13 +126,6 @@ QByteArray Plain(const QString& text)
         plain += letter == '"' ? '\'' : letter;
     }
     return plain;
-}
-} // namespace
-
-t_RemoteError NRemote::ErrorOf(KW_ACCEPTANCE code)
-{
-    const eREMOTE_ERROR number = NumberOf(code);
-    return {number, number == eREMOTE_NO_ERROR ? QString() : KW_GetAcceptanceText(code)};
 }
 
 QByteArray NRemote::Format(const t_RemoteError& error)

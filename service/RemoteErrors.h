@@ -60,8 +60,13 @@ struct t_RemoteError
 
 namespace NRemote
 {
-/** The error that a code of the tree is; none for what was taken, with a warning or without. */
+/** The error that a code of the tree is; none for what was taken, with the tree's own text as
+   detail where it was taken with a warning. */
 t_RemoteError ErrorOf(KW_ACCEPTANCE code);
+
+/** Printable ASCII alone, without quotes: a client may read no other, and a line feed would end the
+    answer. */
+QByteArray Plain(const QString& text);
 
 /** `−222,"Data out of range;above the maximum"`: at most 255 characters in the quotes. */
 QByteArray Format(const t_RemoteError& error);

@@ -27,6 +27,9 @@ public:
     };
     bool HasMessage() const { return !m_messages.empty(); }
     t_Message Take();
+    /** Whether a message has begun whose end has not come. */
+    bool IsInMessage() const { return m_isTooLong || !m_bytes.isEmpty(); }
+    std::size_t EndedMessages() const { return m_ended; }
     /** Bytes of the messages that wait. */
     std::size_t Waiting() const { return m_waiting; }
 
@@ -45,7 +48,9 @@ private:
     void Take(char c);
     void EnterBlock(char c);
     void End();
-    void Keep(char c);
+    void Keep(const char* bytes, std::size_t count);
+    /** How many bytes leave the state as it is. */
+    std::size_t CountPlain(const char* bytes, std::size_t count) const;
 
     const t_RemoteBounds m_bounds;
     eSTATE m_state = eSTATE::Plain;
@@ -55,6 +60,7 @@ private:
     QByteArray m_bytes;
     std::deque<t_Message> m_messages;
     std::size_t m_waiting = 0;
+    std::size_t m_ended = 0;
 };
 
 /** A parameter as it was written. */

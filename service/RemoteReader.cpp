@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "RemoteMessage.h"
 
+#include <algorithm>
+
 namespace
 {
 bool IsLengthDigit(char c)
@@ -11,9 +13,37 @@ bool IsLengthDigit(char c)
 
 void CRemoteReader::Add(const char* bytes, std::size_t count)
 {
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count;)
     {
-        Take(bytes[i]);
+        const std::size_t plain = CountPlain(bytes + i, count - i);
+        Keep(bytes + i, plain);
+        m_block -= m_state == eSTATE::Block ? plain : 0;
+        i += plain;
+        if (i < count)
+        {
+            Take(bytes[i++]);
+        }
+    }
+}
+
+std::size_t CRemoteReader::CountPlain(const char* bytes, std::size_t count) const
+{
+    const auto until = [&](auto isSpecial)
+    { return static_cast<std::size_t>(std::find_if(bytes, bytes + count, isSpecial) - bytes); };
+    switch (m_state)
+    {
+    case eSTATE::Plain:
+        return until([](char c) { return c == '\n' || c == '"' || c == '\'' || c == '#'; });
+    case eSTATE::Quotes:
+        return until([](char c) { return c == '\n' || c == '"'; });
+    case eSTATE::Apostrophes:
+        return until([](char c) { return c == '\n' || c == '\''; });
+    case eSTATE::Indefinite:
+        return until([](char c) { return c == '\n'; });
+    case eSTATE::Block:
+        return std::min(count, m_block - 1); // its last byte ends it
+    default:
+        return 0;
     }
 }
 
@@ -32,7 +62,7 @@ void CRemoteReader::Take(char c)
         End();
         return;
     }
-    Keep(c);
+    Keep(&c, 1);
     switch (m_state)
     {
     case eSTATE::Plain:
@@ -81,9 +111,10 @@ void CRemoteReader::EnterBlock(char c)
     }
 }
 
-void CRemoteReader::Keep(char c)
+void CRemoteReader::Keep(const char* bytes, std::size_t count)
 {
-    m_isTooLong = m_isTooLong || static_cast<std::size_t>(m_bytes.size()) >= m_bounds.message;
+    const std::size_t room = m_bounds.message - static_cast<std::size_t>(m_bytes.size());
+    m_isTooLong = m_isTooLong || count > room;
     if (m_isTooLong)
     {
         m_bytes.clear();
@@ -91,7 +122,7 @@ void CRemoteReader::Keep(char c)
     }
     else
     {
-        m_bytes += c;
+        m_bytes.append(bytes, static_cast<int>(count));
     }
 }
 
@@ -106,4 +137,5 @@ void CRemoteReader::End()
     m_bytes = QByteArray();
     m_isTooLong = false;
     m_state = eSTATE::Plain;
+    ++m_ended;
 }

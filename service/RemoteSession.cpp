@@ -3,6 +3,7 @@
 
 #include "IKWProperties.h"
 #include "KWBrackets.h"
+#include "KWTexts.h"
 #include "RemoteContainers.h"
 #include "RemoteHeaders.h"
 #include "RemoteValues.h"
@@ -136,10 +137,6 @@ void CRemoteSession::ExecuteNext()
     {
         error = {eREMOTE_OUT_OF_MEMORY, QString()};
     }
-    if (!error)
-    {
-        return;
-    }
     Report(error);
     if (EndsMessage(error.number))
     {
@@ -149,6 +146,14 @@ void CRemoteSession::ExecuteNext()
 
 void CRemoteSession::Report(const t_RemoteError& error)
 {
+    if (!error)
+    {
+        if (!error.detail.isEmpty())
+        {
+            m_status.Warn(error.detail);
+        }
+        return;
+    }
     m_status.Report(error);
     const auto newest = Top()->Find(QStringLiteral("Setup/RemoteControl/LastError"));
     const auto property = std::dynamic_pointer_cast<IDbProperty>(newest);
@@ -171,10 +176,7 @@ void CRemoteSession::Reap()
                                              [](const auto& task) { return !task->isDone; });
     for (auto task = ended; task != m_running.end(); ++task)
     {
-        if ((*task)->error)
-        {
-            Report((*task)->error);
-        }
+        Report((*task)->error);
     }
     m_running.erase(ended, m_running.end());
     if (m_running.empty() && std::exchange(m_marksCompletion, false))
@@ -206,8 +208,13 @@ t_RemoteError CRemoteSession::Execute(const t_RemoteUnit& unit)
         return Refuse(eREMOTE_UNDEFINED_HEADER, "too many words");
     }
     m_path.assign(words.begin(), words.end() - 1);
-    const bool isSystem = words[0] == "SYST" || words[0] == "SYSTEM";
-    return isSystem ? ExecuteCommand(SystemCommands(), words, unit) : ExecuteNode(words, unit);
+    if (words[0] == "SYST" || words[0] == "SYSTEM")
+    {
+        return ExecuteCommand(SystemCommands(), words, unit);
+    }
+    return words[0] == "STAT" || words[0] == "STATUS"
+               ? ExecuteCommand(StatusCommands(), words, unit)
+               : ExecuteNode(words, unit);
 }
 
 t_RemoteError CRemoteSession::ExecuteCommand(std::span<const t_Command> commands,
@@ -266,10 +273,19 @@ t_RemoteError CRemoteSession::ExecuteProperty(IDbProperty& property, const t_Rem
 {
     if (!unit.isQuery)
     {
-        const t_RemoteError error = CheckCount(unit.data, 1, 1);
-        return error ? error
-                     : NRemote::Write(property, unit.data[0],
-                                      CFilesFolder(m_root->GetSettingsFolder()));
+        if (const t_RemoteError error = CheckCount(unit.data, 1, 1))
+        {
+            return error;
+        }
+        t_RemoteError error =
+            NRemote::Write(property, unit.data[0], CFilesFolder(m_root->GetSettingsFolder()));
+        if (!error && !error.detail.isEmpty())
+        {
+            error.detail = property.GetPath() + QStringLiteral(": ") + error.detail +
+                           QStringLiteral("; it stands at ") +
+                           KW_FormatValue(KW_GetValueText(property));
+        }
+        return error;
     }
     QByteArray answer;
     const t_RemoteError error = NRemote::Read(property, unit.data, answer);
@@ -319,14 +335,7 @@ std::shared_ptr<const CRemoteTasks::t_Task> CRemoteSession::Start(t_Work work)
 
 t_RemoteError CRemoteSession::Hold(t_Work work, t_After after)
 {
-    m_after = after ? std::move(after)
-                    : [this](const t_RemoteError& error)
-    {
-        if (error)
-        {
-            Report(error);
-        }
-    };
+    m_after = after ? std::move(after) : [this](const t_RemoteError& error) { Report(error); };
     m_held = Start(std::move(work));
     return m_held ? t_RemoteError{} : Refuse(eREMOTE_EXECUTION, "too many operations run");
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "IKWFunctionRootBase.h"
+#include "RemoteConditions.h"
 #include "RemoteMessage.h"
 #include "RemoteStatus.h"
 #include "RemoteTasks.h"
@@ -55,6 +56,12 @@ public:
     bool HasMore() const { return m_hasMore || !m_answers.isEmpty(); }
     /** Goes on after `wake`, and after its turn was over. */
     void Continue();
+    /** Whether a message has begun whose end has not come. */
+    bool IsInMessage() const { return m_reader.IsInMessage(); }
+    /** Messages that have ended so far, carried out or not. */
+    std::size_t EndedMessages() const { return m_reader.EndedMessages(); }
+    /** Notes the conditions of the tree, so that none that has gone again is missed. */
+    void Observe(const t_RemoteConditions& conditions);
 
 private:
     using t_Work = std::function<t_RemoteError()>;
@@ -71,6 +78,7 @@ private:
     };
     static std::span<const t_Command> CommonCommands();
     static std::span<const t_Command> SystemCommands();
+    static std::span<const t_Command> StatusCommands();
 
     void Process();
     void BeginMessage();
@@ -114,6 +122,18 @@ private:
     t_RemoteError UseSlot(const t_RemoteUnit& unit, const char* action);
     t_RemoteError Learn(const t_RemoteUnit& unit);
 
+    template <t_RemoteRegister CRemoteStatus::*Register>
+    t_RemoteError TakeEvent(const t_RemoteUnit& unit);
+    template <t_RemoteRegister CRemoteStatus::*Register>
+    t_RemoteError GetCondition(const t_RemoteUnit& unit);
+    template <t_RemoteRegister CRemoteStatus::*Register>
+    t_RemoteError SetEnable(const t_RemoteUnit& unit);
+    template <t_RemoteRegister CRemoteStatus::*Register>
+    t_RemoteError GetEnable(const t_RemoteUnit& unit);
+    t_RemoteError PresetStatus(const t_RemoteUnit& unit);
+    t_RemoteError TakeWarning(const t_RemoteUnit& unit);
+    void ObserveNow();
+
     t_RemoteError NextError(const t_RemoteUnit& unit);
     t_RemoteError AllErrors(const t_RemoteUnit& unit);
     t_RemoteError CountErrors(const t_RemoteUnit& unit);
@@ -131,8 +151,9 @@ private:
     CRemoteReader m_reader;
     CRemoteStatus m_status;
     CRemoteTree m_tree;
-    std::optional<CRemoteParser> m_parser; ///< of the message that is being carried out
-    std::vector<QByteArray> m_path;        ///< where a header without ":" begins
+    std::optional<CRemoteConditions> m_conditions; ///< once something asked for them
+    std::optional<CRemoteParser> m_parser;         ///< of the message that is being carried out
+    std::vector<QByteArray> m_path;                ///< where a header without ":" begins
     QByteArray m_answers;
     bool m_hasAnswer = false; ///< of the present message
     std::shared_ptr<const CRemoteTasks::t_Task> m_held;

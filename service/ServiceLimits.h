@@ -44,4 +44,12 @@ constexpr std::size_t kShortestToken = 16;  ///< characters
 constexpr std::size_t kLongestToken = 1024; ///< characters
 constexpr int kLongestFileName = 255;       ///< bytes of a name that a client gives
 constexpr int kPauseMilliseconds = 100;     ///< before accepting again when the system refused
+constexpr int kPollMilliseconds = 50;       ///< between two looks at what has changed
+/** A connection that is silent is asked whether it lives: after how long, how often, how many times
+    in vain. */
+///@{
+constexpr int kAliveAfterSeconds = 60;
+constexpr int kAliveEverySeconds = 10;
+constexpr int kAliveTries = 6;
+///@}
 } // namespace NServiceLimits

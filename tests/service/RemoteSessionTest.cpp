@@ -5,8 +5,11 @@
 #include "IKWFunctionControl.h"
 #include "IKWFunctionSMScope.h"
 #include "IKWFunctionSpectrum.h"
+#include "IKWFunctionTrigger.h"
 #include "IKWFunctionZEL.h"
+#include "IKWProperties.h"
 #include "KWBrackets.h"
+#include "RemoteGuard.h"
 
 #include <QTemporaryDir>
 #include <array>
@@ -44,6 +47,18 @@ protected:
     std::unique_ptr<CRemoteSession> Connect(const t_RemoteOptions& options = {})
     {
         return std::make_unique<CRemoteSession>(m_root, m_tasks, options, [this] { ++m_woken; });
+    }
+
+    /** What can be answered before anything else ends, however slow the machine is. */
+    static QByteArray TakeAll(CRemoteSession& session)
+    {
+        QByteArray answers = session.TakeAnswers();
+        while (session.HasMore())
+        {
+            session.Continue();
+            answers += session.TakeAnswers();
+        }
+        return answers;
     }
 
     /** What a message answers when everything that it started has ended. */
@@ -228,6 +243,15 @@ const t_Row kCommon[] = {
     {"Completion", "*CLS;*OPC;*ESR?;*OPC?;*WAI", "1;1"},
     {"OperationIsWaitedFor", "*CLS;:CONT:SMSCOP:STAR;*OPC;*WAI;*ESR?;*OPC?", "1;1"},
     {"NoSuchCommand", "*ABC", "", "-113"},
+    {"InstrumentSaysNothingOfItself", "*IDN?", "KWI,KWIFunctionZEL,0," KWI_VERSION},
+    {"StatusEnabled", "STAT:OPER:ENAB 48;ENAB?;:STATUS:PRESET;:STAT:OPER:ENAB?", "48;0"},
+    {"HighestBitIsNeverSet", "STAT:QUES:ENAB 65535;ENAB?;ENAB #H10000", "32767", "-222"},
+    {"NoSuchRegister", "STAT:INST?", "", "-113"},
+    {"WarningIsNoError",
+     "*CLS;:STAT:QUES:ENAB 16384;:HOR:ACQTIME 1.3ms;:SYST:WARN?;WARN?;*STB?;:STAT:QUES?;QUES?",
+     "1,\"Horizontal/AcquisitionTime: taken, but limited, rounded or moved by a rule; it stands at "
+     "2 "
+     "ms\";0,\"No warning\";24;16384;0"},
     {"SystemVersion", "SYST:VERS?", "1999.0"},
     {"ErrorCount", "NONE\nSYST:ERR:COUN?;:SYST:ERR?;:SYST:ERR:NEXT?",
      "1;-113,\"Undefined header;NONE\";0,\"No error\""},
@@ -265,6 +289,104 @@ TEST_F(RemoteSessions, BytesInOtherPiecesMeanSomethingElse)
         pieces += Ask(std::string(1, c));
     }
     EXPECT_EQ(pieces, whole);
+}
+
+TEST_F(RemoteSessions, ConditionIsForgottenWhenItHasGone)
+{
+    Ask("*CLS;:STAT:OPER:ENAB 32\n");
+    const auto state = m_root->GetPgTrigger()->GetPrState();
+    state->SetResult(eKW_ZEL_TRIGGER_STATE_READY);
+    EXPECT_EQ(Ask("STAT:OPER:COND?;COND?;:STAT:QUES:COND?\n"), "32;32;0\n");
+    state->SetResult(eKW_ZEL_TRIGGER_STATE_STOPPED);
+    EXPECT_EQ(Ask("*STB?;:STAT:OPER:COND?;EVEN?;:STAT:OPER?;*STB?\n"), "128;0;32;0;16\n");
+}
+
+TEST_F(RemoteSessions, LearntSettingsTellASecret)
+{
+    Ask("SETUP:WIR:WIRCLI:PASS 'geheim-geheim'\n");
+    EXPECT_EQ(Errors(), "0");
+    const QByteArray learnt = QByteArray::fromStdString(Ask("*LRN?\n"));
+    const QByteArray settings = QByteArray::fromBase64(learnt.split('"').value(1));
+    EXPECT_GT(settings.size(), 1000);
+    EXPECT_FALSE(settings.contains("geheim"));
+}
+
+struct t_Code
+{
+    KW_ACCEPTANCE code;
+    eREMOTE_ERROR number;
+};
+
+TEST(RemoteErrors, RefusalHasAnotherNumber)
+{
+    constexpr t_Code kCodes[] = {
+        {eKW_ACC_OK, eREMOTE_NO_ERROR},
+        {eKW_ACC_WARNING, eREMOTE_NO_ERROR},
+        {eKW_ACC_BELOW_MINIMUM, eREMOTE_OUT_OF_RANGE},
+        {eKW_ACC_ABOVE_MAXIMUM, eREMOTE_OUT_OF_RANGE},
+        {eKW_ACC_NOT_IN_VALUE_LIST, eREMOTE_ILLEGAL_VALUE},
+        {eKW_ACC_UNKNOWN_VALUE, eREMOTE_ILLEGAL_VALUE},
+        {eKW_ACC_AMBIGUOUS_NAME, eREMOTE_ILLEGAL_VALUE},
+        {eKW_ACC_BAD_TEXT, eREMOTE_ILLEGAL_VALUE},
+        {eKW_ACC_NOT_ENABLED, eREMOTE_SETTINGS_CONFLICT},
+        {eKW_ACC_NOT_AVAILABLE, eREMOTE_SETTINGS_CONFLICT},
+        {eKW_ACC_IN_TRANSACTION, eREMOTE_SETTINGS_CONFLICT},
+        {eKW_ACC_TOO_LONG, eREMOTE_TOO_MUCH_DATA},
+        {eKW_ACC_READ_ONLY, eREMOTE_UNDEFINED_HEADER},
+        {eKW_ACC_NO_WRITE_ACCESS, eREMOTE_NO_WRITE_ACCESS},
+        {eKW_ACC_BAD_INDEX, eREMOTE_HEADER_SUFFIX},
+        {eKW_ACC_NOT_FOUND, eREMOTE_ITEM_NOT_FOUND},
+        {eKW_ACC_NAME_IN_USE, eREMOTE_NAME_IN_USE},
+        {eKW_ACC_WRONG_KIND, eREMOTE_WRONG_KIND},
+        {eKW_ACC_CONTAINER_FULL, eREMOTE_OUT_OF_MEMORY},
+        {eKW_ACC_FILE_NOT_READABLE, eREMOTE_FILE_NOT_FOUND},
+        {eKW_ACC_FILE_NOT_WRITABLE, eREMOTE_MASS_STORAGE},
+        {eKW_ACC_FILE_NOT_UNDERSTOOD, eREMOTE_CORRUPT_FILE},
+        {eKW_ACC_TIMEOUT, eREMOTE_TIMEOUT},
+        {eKW_ACC_OPERATION_FAILED, eREMOTE_EXECUTION},
+        {eKW_ACC_DETACHED, eREMOTE_SYSTEM},
+    };
+    for (const t_Code& row : kCodes)
+    {
+        const t_RemoteError error = NRemote::ErrorOf(row.code);
+        EXPECT_EQ(error.number, row.number) << row.code;
+        EXPECT_EQ(error.detail,
+                  row.code == eKW_ACC_OK ? QString() : KW_GetAcceptanceText(row.code));
+    }
+}
+
+struct t_First
+{
+    const char* bytes;
+    CRemoteGuard::eVERDICT verdict;
+};
+
+TEST(RemoteGuard, RequestOfAPageIsTakenForCommands)
+{
+    using eVERDICT = CRemoteGuard::eVERDICT;
+    const std::string longest(65, 'A');
+    const t_First rows[] = {
+        {"GET / HTTP/1.1", eVERDICT::Http},   {"CONNECT a:1 HTTP/1.1", eVERDICT::Http},
+        {"PRES /x HTTP/1.1", eVERDICT::Http}, {"pres-a /", eVERDICT::Http},
+        {longest.c_str(), eVERDICT::Http},    {"PRES ", eVERDICT::Undecided},
+        {"PRES", eVERDICT::Undecided},        {"", eVERDICT::Undecided},
+        {"*RST\n", eVERDICT::Remote},         {"PRES\nGET / HTTP/1.1", eVERDICT::Remote},
+        {"HOR:SCAL 1", eVERDICT::Remote},     {" PRES", eVERDICT::Remote},
+        {"*SAV 1", eVERDICT::Remote},         {"\n", eVERDICT::Remote},
+    };
+    for (const t_First& row : rows)
+    {
+        const std::size_t count = std::strlen(row.bytes);
+        EXPECT_EQ(CRemoteGuard().Look(row.bytes, count), row.verdict) << row.bytes;
+        CRemoteGuard pieces;
+        auto verdict = eVERDICT::Undecided;
+        for (std::size_t i = 0; i < count && verdict == eVERDICT::Undecided; ++i)
+        {
+            verdict = pieces.Look(row.bytes + i, 1);
+        }
+        EXPECT_EQ(verdict, row.verdict) << row.bytes;
+        EXPECT_TRUE(QByteArray(row.bytes).startsWith(pieces.Take()));
+    }
 }
 
 TEST_F(RemoteSessions, LearntSettingsAreNotThoseThatWere)
@@ -379,7 +501,7 @@ TEST_F(RemoteSessions, OperationHoldsUpItsConnectionOrOthers)
     operation->AttachExecutor(true);
     const std::string start = ":CONT:SMSCOP:STAR;:HOR:SCAL?;*OPC;*ESR?\n*OPC?;:HOR:SCAL?\n";
     m_session->Receive(start.data(), start.size());
-    EXPECT_EQ(m_session->TakeAnswers().toStdString(), "1E-07;128\n");
+    EXPECT_EQ(TakeAll(*m_session).toStdString(), "1E-07;128\n");
     const auto other = Connect();
     EXPECT_EQ(Ask(*other, "HOR:SCAL 1e-3;SCAL?;*OPC?\n"), "0.001;1\n");
     ASSERT_TRUE(Within([&] { return operation->TakeEvent() == eKW_OP_EVENT_START; }));

@@ -146,6 +146,31 @@ value, and read by its header and "?"; results are only read, actions only run. 
 the commands of an array or map itself: `COUNt?`, `CATalog?`, `INSert`, `REMove`, `REName`, `COPY`
 and `ACTive`.
 
+## Commands of every instrument
+
+| Command | What it does |
+| --- | --- |
+| `*CLS` | empties the queue of errors and all event registers |
+| `*ESE mask`, `*ESE?`, `*ESR?` | enables and reads standard events |
+| `*IDN?` | manufacturer, model, serial number (0 where it is unknown), version |
+| `*LRN?` | all settings, as one command to send back |
+| `*OPC`, `*OPC?`, `*WAI` | tells, answers or waits until the operations of this connection have ended |
+| `*RST` | sets the defaults of the user's settings |
+| `*SAV n`, `*RCL n` | saves settings to a slot of the instrument, 1 to 10, and recalls them |
+| `*SRE mask`, `*SRE?`, `*STB?` | enables service requests, reads the status byte |
+| `*TST?` | runs the self-test: 0 when it passed |
+| `SYSTem:ERRor[:NEXT]?`, `:ALL?`, `:COUNt?` | the oldest error, all of them, their number |
+| `SYSTem:WARNing?` | what the newest write was limited or moved to; 0 when there was none |
+| `SYSTem:REMote`, `SYSTem:LOCal`, `SYSTem:RWLock` | remote state, local state, remote state with locked keys |
+| `SYSTem:SET settings` | takes the answer of `*LRN?` |
+| `SYSTem:HELP:HEADers?` | all headers |
+| `SYSTem:VERSion?` | 1999.0 |
+| `STATus:OPERation[:EVENt]?`, `:CONDition?`, `:ENABle mask`, `:ENABle?` | 1 aligning, 16 measuring, 32 waiting for a trigger, 16384 a sequence runs |
+| `STATus:QUEStionable[:EVENt]?`, `:CONDition?`, `:ENABle mask`, `:ENABle?` | 1 overload, 16 temperature, 256 alignment, 16384 a warning |
+| `STATus:PRESet` | disables both |
+
+## Commands of this instrument
+
 """
 
 
