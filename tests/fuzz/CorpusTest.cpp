@@ -14,11 +14,17 @@ struct t_Target
 };
 
 constexpr t_Target kTargets[] = {
-    {"Expressions", KW_TryExpressions}, {"FrameLines", KW_TryFrameLines},
-    {"LabelCsv", KW_TryLabelCsv},       {"LabelDbc", KW_TryLabelDbc},
-    {"LabelXml", KW_TryLabelXml},       {"Paths", KW_TryPaths},
-    {"SettingsCsv", KW_TrySettingsCsv}, {"SettingsXml", KW_TrySettingsXml},
-    {"Signals", KW_TrySignals},         {"Texts", KW_TryTexts},
+    {"Expressions", KW_TryExpressions},
+    {"FrameLines", KW_TryFrameLines},
+    {"LabelCsv", KW_TryLabelCsv},
+    {"LabelDbc", KW_TryLabelDbc},
+    {"LabelXml", KW_TryLabelXml},
+    {"MaskFiles", KW_TryMaskFiles},
+    {"Paths", KW_TryPaths},
+    {"SettingsCsv", KW_TrySettingsCsv},
+    {"SettingsXml", KW_TrySettingsXml},
+    {"Signals", KW_TrySignals},
+    {"Texts", KW_TryTexts},
 };
 
 /** Path and content of each file of a folder of the corpus. */
