@@ -89,6 +89,7 @@ FOLDERS_MAY_INCLUDE = {
         "MeterBase": set(),
         "Streams": set(),
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
+        "Samples": {"IKWFunctionZELHelpers", "Masks", "Streams", *BELOW},
         "Channels": BELOW,
         "Analysis": {"Channels", *BELOW},  # the cursors hold a level
         "Buses": {"LabelList", *BELOW},
