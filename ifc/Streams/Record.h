@@ -192,8 +192,11 @@ public:
      * @param info   stands as it is, its number too
      * @param traces at most eKW_RECORD_TRACES, with the points of each; those without points have
      *               a place only
+     * @param memory a record whose memory is taken for the new one, when it was made so, is large
+     *               enough and nobody else holds it: to make one after the other takes none
      */
-    CKWRecordMaker(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces) noexcept;
+    CKWRecordMaker(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces,
+                   CKWRecord memory = {}) noexcept;
 
     CKWRecordMaker(const CKWRecordMaker&) = delete;
     CKWRecordMaker& operator=(const CKWRecordMaker&) = delete;

@@ -71,7 +71,7 @@ template <class TValue, class TCompute, class TConstant>
 TValue Run(const t_Program& program, std::span<const TValue, eKW_MATH_CHANNELS> sources,
            const TCompute& compute, const TConstant& constant)
 {
-    std::array<TValue, eKW_MATH_ELEMENTS> registers{};
+    std::array<TValue, eKW_MATH_ELEMENTS> registers; // each is written before it is read
     const auto value = [&](t_Operand operand) -> TValue
     {
         switch (operand.kind)

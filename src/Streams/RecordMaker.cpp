@@ -14,22 +14,31 @@ namespace
    closed from the beginning, and goes with its last holder. */
 struct t_Single : t_Owner
 {
-    t_Single()
-        : t_Owner(
-              [](t_Owner* owner)
-              {
-                  auto* const single = static_cast<t_Single*>(owner);
-                  single->~t_Single();
-                  std::free(single);
-              })
+    t_Single() : t_Owner(Go)
     {
         slot.owner = this;
         slot.word.store(kPublished | kClosed | 1U, std::memory_order_relaxed);
     }
 
+    static void Go(t_Owner* owner)
+    {
+        auto* const single = static_cast<t_Single*>(owner);
+        single->~t_Single();
+        std::free(single);
+    }
+
     t_Slot slot;
 };
-static_assert(sizeof(t_Single) % 64 == 0, "the record behind it would not be aligned");
+constexpr UINT64 kSingleBytes = sizeof(t_Single);
+static_assert(kSingleBytes % 64 == 0, "the record behind it would not be aligned");
+
+/** Whether a record was made so, nobody else holds it, and it has so many bytes. */
+bool HasMemory(const CKWRecord& record, UINT64 bytes)
+{
+    const t_Slot* const slot = CKWRecord::t_Access::SlotOf(record);
+    return slot != nullptr && slot->owner->go == t_Single::Go && HasOneHolder(record) &&
+           slot->size >= bytes;
+}
 
 struct t_Layout
 {
@@ -66,19 +75,26 @@ KW_ACCEPTANCE MakeSingle(const KW_RecordInfo& info, std::span<const KW_TraceInfo
                          CKWRecord& made)
 {
     const t_Layout layout(traces);
-    const UINT64 bytes = sizeof(t_Single) + BytesOfRecord(layout.All());
+    const UINT64 bytes = kSingleBytes + BytesOfRecord(layout.All());
     if (bytes > eKW_RECORD_BYTES)
     {
         return eKW_ACC_ABOVE_MAXIMUM;
     }
-    void* const block = std::aligned_alloc(alignof(t_Single), bytes);
-    if (block == nullptr)
+    if (!HasMemory(made, bytes))
     {
-        return eKW_ACC_OPERATION_FAILED;
+        made = {}; // first: both together may be more than there is
+        void* const block = std::aligned_alloc(alignof(t_Single), bytes);
+        if (block == nullptr)
+        {
+            return eKW_ACC_OPERATION_FAILED;
+        }
+        made = CKWRecord::t_Access::Make((new (block) t_Single)->slot, 0);
+        CKWRecord::t_Access::SlotOf(made)->size = static_cast<UINT32>(bytes);
     }
-    t_Slot& slot = (new (block) t_Single)->slot;
-    made = CKWRecord::t_Access::Make(slot, 0);
-    slot.record = PlaceRecord(static_cast<std::byte*>(block) + sizeof(t_Single), layout.All());
+    t_Slot& slot = *CKWRecord::t_Access::SlotOf(made);
+    slot.record =
+        PlaceRecord(reinterpret_cast<std::byte*>(static_cast<t_Single*>(slot.owner)) + kSingleBytes,
+                    layout.All());
     const KW_ACCEPTANCE code = CheckTraces(*slot.record, traces);
     if (KW_IsAccepted(code))
     {
@@ -95,9 +111,9 @@ t_Record* RecordOf(const CKWRecord& record)
 }
 } // namespace
 
-CKWRecordMaker::CKWRecordMaker(const KW_RecordInfo& info,
-                               std::span<const KW_TraceInfo> traces) noexcept
-    : m_code(CheckLayout(traces))
+CKWRecordMaker::CKWRecordMaker(const KW_RecordInfo& info, std::span<const KW_TraceInfo> traces,
+                               CKWRecord memory) noexcept
+    : m_record(std::move(memory)), m_code(CheckLayout(traces))
 {
     m_code = KW_IsAccepted(m_code) ? MakeSingle(info, traces, m_record) : m_code;
     if (!KW_IsAccepted(m_code))

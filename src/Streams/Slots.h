@@ -159,3 +159,13 @@ struct CKWRecord::t_Access
         return static_cast<NStreams::t_Slot*>(record.m_slot);
     }
 };
+
+namespace NStreams
+{
+/** Whether this value alone holds its record. What others read of it stands before. */
+inline bool HasOneHolder(const CKWRecord& record)
+{
+    const t_Slot* const slot = CKWRecord::t_Access::SlotOf(record);
+    return slot != nullptr && (slot->word.load(std::memory_order_acquire) & kHolders) == 1;
+}
+} // namespace NStreams
