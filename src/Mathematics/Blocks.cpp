@@ -244,7 +244,7 @@ void ComputeBlock(KW_ZEL_MATHEMATICS_TYPE type, const t_Input& a, const t_Input&
 }
 
 CQuantizer::CQuantizer(double scale, double offset)
-    : m_factor(1.0 / scale), m_summand(-offset / scale)
+    : m_factor(1.0 / scale), m_summand(-offset / scale), m_most(kMostWord)
 {
 }
 
@@ -253,23 +253,14 @@ namespace
 /** Added and taken away again, it leaves whole numbers. */
 constexpr float kWhole = 12582912.0F; // 1.5 × 2^23
 
-struct t_Cut
+/** Cut and rounded; INT16_MIN where there is no number. */
+t_Longs Words(t_Floats exact, t_Floats most)
 {
-    t_Longs numbers;
-    t_Longs above;
-    t_Longs below;
-};
-
-t_Cut Whole(t_Floats values, t_Floats factor, t_Floats summand)
-{
-    const t_Floats exact = values * factor + summand;
-    const t_Longs above = exact > kMostWord;
-    const t_Longs below = exact < -kMostWord;
-    const t_Longs isNone = ((t_Longs)values & kExponent) == kExponent;
-    const t_Floats most = t_Floats{} + kMostWord;
-    const t_Floats cut = above ? most : (below ? -most : exact);
+    const t_Floats notAbove = exact < most ? exact : most;
+    const t_Floats cut = notAbove > -most ? notAbove : -most;
     const t_Longs whole = (t_Longs)(cut + kWhole) - std::bit_cast<INT32>(kWhole);
-    return {isNone ? t_Longs{} + kNoWord : whole, above & ~isNone, below & ~isNone};
+    const t_Longs isNone = exact != exact;
+    return whole ^ ((whole ^ kNoWord) & isNone);
 }
 
 bool IsAny(t_Longs v)
@@ -312,19 +303,22 @@ void CQuantizer::Steps(const float* values, INT16* target, UINT32 count)
 {
     const t_Floats factor = t_Floats{} + static_cast<float>(m_factor);
     const t_Floats summand = t_Floats{} + static_cast<float>(m_summand);
-    t_Longs above{};
-    t_Longs below{};
+    const t_Floats most = t_Floats{} + m_most;
+    t_Floats highest{};
+    t_Floats lowest{};
     for (UINT32 i = 0; i < count; i += kStep)
     {
-        const t_Cut low = Whole(Load<t_Floats>(values + i), factor, summand);
-        const t_Cut high = Whole(Load<t_Floats>(values + i + 4), factor, summand);
-        above |= low.above | high.above;
-        below |= low.below | high.below;
-        const t_Words words = Narrow(low.numbers, high.numbers);
+        const t_Floats low = Load<t_Floats>(values + i) * factor + summand;
+        const t_Floats high = Load<t_Floats>(values + i + 4) * factor + summand;
+        highest = low > highest ? low : highest;
+        lowest = low < lowest ? low : lowest;
+        highest = high > highest ? high : highest;
+        lowest = high < lowest ? high : lowest;
+        const t_Words words = Narrow(Words(low, most), Words(high, most));
         std::memcpy(target + i, &words, sizeof words);
     }
-    m_flags |= (IsAny(above) ? UINT32{eKW_TRACE_ABOVE_RANGE} : 0U) |
-               (IsAny(below) ? UINT32{eKW_TRACE_BELOW_RANGE} : 0U);
+    m_flags |= (IsAny(highest > kMostWord) ? UINT32{eKW_TRACE_ABOVE_RANGE} : 0U) |
+               (IsAny(lowest < -kMostWord) ? UINT32{eKW_TRACE_BELOW_RANGE} : 0U);
 }
 
 INT16 CQuantizer::Convert(double value)

@@ -32,6 +32,7 @@ private:
 
     double m_factor;
     double m_summand;
+    float m_most; ///< no constant: for these, GCC knows no minimum and maximum of vectors
     UINT32 m_flags = 0;
 };
 } // namespace NMathematics
