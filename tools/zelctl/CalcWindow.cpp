@@ -6,7 +6,6 @@
 #include "KWEnumerationsUnits.h"
 #include "WindowSpectrum.h"
 
-#include <QSaveFile>
 #include <cmath>
 
 namespace
@@ -80,16 +79,6 @@ t_Diagram MakeSpectrumDiagram(const CWindowSpectrum& spectrum, std::size_t lengt
                                   spectrum.GetLevels()[static_cast<std::size_t>(std::abs(i))]});
     }
     return diagram;
-}
-
-void WriteWhole(const QString& name, const QByteArray& bytes)
-{
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-    {
-        throw CFailure(eSTATUS_USAGE,
-                       QStringLiteral("%1 can not be written: %2").arg(name, file.errorString()));
-    }
 }
 
 void AddSpectrum(const CWindowSpectrum& spectrum, CFigures& out)

@@ -13,6 +13,9 @@ constexpr char kWaveFooter[] =
     "(.rec), sounds (.wav) or tables (.csv, .tsv, .txt); what is read is known by its first "
     "bytes.\n"
     "\n"
+    "Example:\n"
+    "  zelctl wave show examples/waves/burst.csv\n"
+    "\n"
     "Exit status 0: done; 1: done, with something to report; 2: refused.\n"
     "\"zelctl wave COMMAND --help\" explains each.";
 
@@ -21,9 +24,9 @@ constexpr char kWaveConvertFooter[] =
     "older file of the name stands until the new one is whole.\n"
     "\n"
     "Examples:\n"
-    "  zelctl wave convert capture.rec capture.csv\n"
-    "  zelctl wave convert capture.rec capture.wav --channel C1,C2\n"
-    "  zelctl wave convert list.csv list.rec --interval 1us";
+    "  zelctl wave convert examples/waves/burst.csv burst.rec\n"
+    "  zelctl wave convert examples/waves/burst.csv burst.wav --channel C1\n"
+    "  zelctl wave convert examples/waves/burst.csv fast.rec --interval 1us";
 
 /** The record with some of its traces only. */
 CKWRecord Choose(const CKWRecord& record, const std::vector<std::string>& channels,
@@ -56,9 +59,7 @@ struct t_WaveConvertOptions
     {
         command.add_option("file", from, "File to read")->required();
         command.add_option("file2", to, "File to write")->required();
-        command.add_option("--channel", channels, "Only these traces, such as C1,M1")
-            ->delimiter(',')
-            ->type_name("CHANNEL");
+        DeclareChannels(command, channels);
         DeclareInterval(command, interval);
     }
 
@@ -75,6 +76,14 @@ struct t_WaveConvertOptions
     }
 };
 } // namespace
+
+void DeclareChannels(CLI::App& command, std::vector<std::string>& channels)
+{
+    command.add_option("--channel", channels, "Only these traces, such as C1,M1")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("CHANNEL");
+}
 
 void DeclareInterval(CLI::App& command, std::string& interval)
 {
@@ -129,6 +138,7 @@ void AddWaveCommand(CLI::App& app, t_Run& run)
     CLI::App& wave = *app.add_subcommand("wave", "Show and convert records of samples");
     wave.footer(kWaveFooter);
     wave.require_subcommand(1);
+    AddWaveShow(wave, run);
     AddSubcommand<t_WaveConvertOptions>(wave, run, "convert", "Write a record in another format",
                                         kWaveConvertFooter);
 }

@@ -234,6 +234,10 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
     {
         return CompleteLabels(session, words, word);
     }
+    if (command == "wave")
+    {
+        return words.size() < 2 ? CompleteCommand(session, words, false) : CompleteFile(word);
+    }
     if (GetFileCommands().contains(ToText(command)))
     {
         return CompleteFile(word);

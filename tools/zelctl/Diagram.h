@@ -3,9 +3,17 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
-/** A curve with its axes: what a diagram shows, whatever draws it. */
+/** Extent of a curve within one column of a drawing; NaN where it has a gap. */
+struct t_Extent
+{
+    double least;
+    double most;
+};
+
+/** Curves with their axes: what a diagram shows, whatever draws it. */
 struct t_Diagram
 {
     struct t_Point
@@ -24,19 +32,20 @@ struct t_Diagram
     QString title;
     t_Axis x;
     t_Axis y;
-    std::vector<t_Point> points; ///< x ascends; y outside the axis is drawn at its end
+    std::vector<t_Point> points{}; ///< x ascends; y outside the axis is drawn at its end
+
+    /** A curve that says itself what it is in so many columns of equal width, which share the
+        point between them. */
+    using t_Curve = std::function<std::vector<t_Extent>(int columns)>;
+    std::vector<t_Curve> curves{}; ///< in place of the points
 };
 
-/** Extent of a curve within one column of a drawing. */
-struct t_Extent
-{
-    double least;
-    double most;
-};
-
-/** The curve in so many columns of equal width, such that no peak between two columns is lost.
+/** Each curve in so many columns of equal width, such that no peak between two columns is lost.
     Columns without a point lie on the line between their neighbours. */
-std::vector<t_Extent> GetExtents(const t_Diagram& diagram, int columns);
+std::vector<std::vector<t_Extent>> GetCurves(const t_Diagram& diagram, int columns);
+
+/** Steps of 1, 2 or 5 times a power of ten between grid lines, about so many of them. */
+double GetGridStep(double length, int lines);
 
 /** Places of the grid lines of an axis, both ends included where the step meets them. */
 std::vector<double> GetGrid(const t_Diagram::t_Axis& axis);

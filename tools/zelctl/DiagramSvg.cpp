@@ -2,6 +2,7 @@
 #include "Diagram.h"
 
 #include <QByteArray>
+#include <cmath>
 
 namespace
 {
@@ -74,30 +75,62 @@ QString DrawGrid(const t_Diagram& diagram)
     return svg;
 }
 
-QString DrawCurve(const t_Diagram& diagram)
+QString Polyline(const QStringList& places)
+{
+    return places.isEmpty() ? QString()
+                            : QStringLiteral("<polyline class=\"curve\" points=\"%1\"/>\n")
+                                  .arg(places.join(QLatin1Char(' ')));
+}
+
+QString Place(double x, const t_Diagram& diagram, double y)
+{
+    return Number(x) + QLatin1Char(',') + Number(GetY(diagram, y));
+}
+
+QString DrawPoints(const t_Diagram& diagram)
 {
     QStringList places;
-    const auto place = [&](double x, double y)
-    { places.append(Number(x) + QLatin1Char(',') + Number(GetY(diagram, y))); };
-    if (diagram.points.size() <= kPlotWidth)
+    for (const t_Diagram::t_Point& point : diagram.points)
     {
-        for (const t_Diagram::t_Point& point : diagram.points)
-        {
-            place(GetX(diagram, point.x), point.y);
-        }
+        places.append(Place(GetX(diagram, point.x), diagram, point.y));
     }
-    else
+    return Polyline(places);
+}
+
+QString DrawExtents(const t_Diagram& diagram, const std::vector<t_Extent>& extents)
+{
+    QString svg;
+    QStringList places;
+    double x = kLeft + 0.5;
+    for (const t_Extent& extent : extents)
     {
-        double x = kLeft + 0.5;
-        for (const t_Extent& extent : GetExtents(diagram, kPlotWidth))
+        if (std::isnan(extent.least))
         {
-            place(x, extent.least);
-            place(x, extent.most);
-            ++x;
+            svg += Polyline(places);
+            places.clear();
         }
+        else
+        {
+            places.append(Place(x, diagram, extent.least));
+            places.append(Place(x, diagram, extent.most));
+        }
+        ++x;
     }
-    return QStringLiteral("<polyline class=\"curve\" points=\"%1\"/>\n")
-        .arg(places.join(QLatin1Char(' ')));
+    return svg + Polyline(places);
+}
+
+QString DrawCurves(const t_Diagram& diagram)
+{
+    if (diagram.curves.empty() && diagram.points.size() <= kPlotWidth)
+    {
+        return DrawPoints(diagram);
+    }
+    QString svg;
+    for (const auto& extents : GetCurves(diagram, kPlotWidth))
+    {
+        svg += DrawExtents(diagram, extents);
+    }
+    return svg;
 }
 
 QString DrawPanel(const t_Diagram& diagram, int top)
@@ -109,7 +142,7 @@ QString DrawPanel(const t_Diagram& diagram, int top)
             .arg(kPlotWidth)
             .arg(kPlotHeight);
     return QStringLiteral("<g transform=\"translate(0 %1)\">\n").arg(top) + DrawGrid(diagram) +
-           frame + DrawCurve(diagram) + Text(kLeft, kTop - 12, "start", diagram.title) +
+           frame + DrawCurves(diagram) + Text(kLeft, kTop - 12, "start", diagram.title) +
            Text(kLeft + kPlotWidth, kTop - 12, "end", diagram.y.label) +
            Text(kLeft + kPlotWidth / 2.0, kHeight - 10, "middle", diagram.x.label) +
            QStringLiteral("</g>\n");

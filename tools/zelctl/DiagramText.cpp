@@ -55,23 +55,30 @@ int GetHeight(const t_Diagram::t_Axis& axis, double value)
     return static_cast<int>(std::lround(GetFraction(axis, value) * (kRows * kDotsDown - 1)));
 }
 
-void DrawCurve(const t_Diagram& diagram, int columns, CDots& dots)
+void DrawCurve(const t_Diagram& diagram, const std::vector<t_Extent>& extents, CDots& dots)
 {
-    const auto extents = GetExtents(diagram, columns * kDotsAcross);
-    int bottomBefore = GetHeight(diagram.y, extents.front().least);
-    int topBefore = GetHeight(diagram.y, extents.front().most);
-    for (int x = 0; x < columns * kDotsAcross; ++x)
+    // Up or down to the neighbour, so that steep slopes have no gaps.
+    const t_Extent* before = nullptr;
+    for (std::size_t x = 0; x < extents.size(); ++x)
     {
-        const t_Extent& extent = extents[static_cast<std::size_t>(x)];
-        // Up or down to the neighbour, so that steep slopes have no gaps.
-        const int bottom = std::min(GetHeight(diagram.y, extent.least), topBefore + 1);
-        const int top = std::max(GetHeight(diagram.y, extent.most), bottomBefore - 1);
+        const t_Extent& extent = extents[x];
+        if (std::isnan(extent.least))
+        {
+            before = nullptr;
+            continue;
+        }
+        int bottom = GetHeight(diagram.y, extent.least);
+        int top = GetHeight(diagram.y, extent.most);
+        if (before != nullptr)
+        {
+            bottom = std::min(bottom, GetHeight(diagram.y, before->most) + 1);
+            top = std::max(top, GetHeight(diagram.y, before->least) - 1);
+        }
         for (int y = bottom; y <= top; ++y)
         {
-            dots.Set(x, y);
+            dots.Set(static_cast<int>(x), y);
         }
-        bottomBefore = GetHeight(diagram.y, extent.least);
-        topBefore = GetHeight(diagram.y, extent.most);
+        before = &extent;
     }
 }
 
@@ -116,7 +123,10 @@ QStringList DrawInText(const t_Diagram& diagram, int width)
 {
     const int columns = std::max(width, 24) - kLabelWidth - 2;
     CDots dots(columns);
-    DrawCurve(diagram, columns, dots);
+    for (const auto& extents : GetCurves(diagram, columns * kDotsAcross))
+    {
+        DrawCurve(diagram, extents, dots);
+    }
     QStringList lines{QString(kLabelWidth + 1, QLatin1Char(' ')) + diagram.y.label};
     for (int row = 0; row < kRows; ++row)
     {

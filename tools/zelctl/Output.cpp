@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Output.h"
 
+#include "Failure.h"
+
 #include <QJsonDocument>
+#include <QSaveFile>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -209,4 +212,15 @@ QStringList CTable::GetLines(int width) const
         lines.append(line);
     }
     return lines;
+}
+
+void WriteWhole(const QString& fileName, const QByteArray& bytes)
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    {
+        throw CFailure(
+            eSTATUS_USAGE,
+            QStringLiteral("%1 can not be written: %2").arg(fileName, file.errorString()));
+    }
 }

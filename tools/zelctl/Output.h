@@ -76,6 +76,9 @@ private:
     out between them. */
 QString Shortened(const QString& text);
 
+/** Writes a file, whole or not at all; fails where it can not be written. */
+void WriteWhole(const QString& fileName, const QByteArray& bytes);
+
 /** Columns of the terminal that shows the answers; 0 (unlimited) when they go elsewhere. */
 int GetTerminalWidth();
 

@@ -6,11 +6,12 @@
 
 /** Words that commands with files of samples share. */
 ///@{
+void DeclareChannels(CLI::App& command, std::vector<std::string>& channels);
 void DeclareInterval(CLI::App& command, std::string& interval);
 t_WaveOptions ReadWaveOptions(const std::string& interval);
 /** The answer with what there was to say of the files: status and code 1 where there is any. */
 t_Answer SendWithNotes(CSession& session, CReply& reply, const QStringList& notes);
 ///@}
 
-/** A command below "wave". */
+/** "show" and "info" below "wave". */
 void AddWaveShow(CLI::App& wave, t_Run& run);
