@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 using namespace NNames;
 
@@ -104,6 +105,15 @@ KW_ACCEPTANCE CPgZEL::AutosetLogger()
     m_pLogger->WriteDefaults(eSAVERECALL_SETTINGS);
     m_pLogger->VisitChildrenFirst([](CDbPropertyGroup& group) { group.UpdateGroup(); });
     return eKW_ACC_OK;
+}
+
+KW_ACCEPTANCE CPgZEL::TakeOver(const CPgZEL& other)
+{
+    // In a folder that nobody else reads: it holds secrets.
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(kRestorationFile);
+    const KW_ACCEPTANCE code = other.SaveToFile(file, eSAVERECALL_ALL);
+    return KW_IsAccepted(code) ? RecallPattern(file, eSAVERECALL_ALL) : code;
 }
 
 KW_ACCEPTANCE CPgZEL::Recall(QString fileName)

@@ -25,6 +25,9 @@ public:
     /** Recomputes what every measuring function derives from its settings. */
     void UpdateAllMeasSettings() override;
 
+    /** For a copy: everything that is saved of another tree. */
+    KW_ACCEPTANCE TakeOver(const CPgZEL& other);
+
     t_Couplings Rules() const override;
     std::optional<KW_ACCEPTANCE> OnFileFunction(const CDbFunction* function) override;
 
