@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QUrlQuery>
 #include <memory>
+#include <mutex>
 #include <span>
 
 /** A request without its transport. */
@@ -104,4 +105,5 @@ private:
 
     const std::shared_ptr<IKWFunctionRootBase> m_root;
     const t_JsonOptions m_options;
+    mutable std::timed_mutex m_trial; ///< there is one copy at a time
 };

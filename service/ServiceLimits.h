@@ -31,6 +31,7 @@ struct t_HttpBounds
     int paths = 64;                     ///< of one subscription
     std::size_t message = 64U << 10U;   ///< bytes of a message of a subscriber
     std::size_t backlog = 8U << 20U;    ///< bytes of changes that can be asked for again
+    std::chrono::seconds trial{2};      ///< for which a trial waits for others
     std::chrono::milliseconds poll{50}; ///< between two looks at the change counters
 };
 
