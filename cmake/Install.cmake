@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
-# What an application needs to build against the library and to run with it, in four components:
-# Library to run it, Development to build against it, Tools, Documents.
+# What an application needs to build against the library and to run with it, in components: Library
+# to run it, Development to build against it, Tools, Documents; Service, ServiceDevelopment and Host
+# where the service is built.
 
 include(CMakePackageConfigHelpers)
 
@@ -51,6 +52,31 @@ if(TARGET zelctl)
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
     if(NOT KWI_DEBIAN_PACKAGES) # they compress it
         install(FILES docs/zelctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
+    endif()
+endif()
+
+if(TARGET KWIFunctionZELService)
+    set_target_properties(KWIFunctionZELService PROPERTIES INSTALL_RPATH "\$ORIGIN")
+    install(TARGETS KWIFunctionZELService EXPORT KWIFunctionZELServiceTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+                    COMPONENT Service NAMELINK_COMPONENT ServiceDevelopment)
+    install(FILES service/KWService.h DESTINATION ${installedHeaders}
+            COMPONENT ServiceDevelopment)
+    install(EXPORT KWIFunctionZELServiceTargets NAMESPACE KWIFunctionZEL::
+            DESTINATION ${packageDir} COMPONENT ServiceDevelopment)
+    configure_file(cmake/KWIFunctionZELService.pc.in KWIFunctionZELService.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KWIFunctionZELService.pc
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ServiceDevelopment)
+
+    file(RELATIVE_PATH libraryFromProgram ${CMAKE_INSTALL_FULL_BINDIR}
+         ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(zelhost PROPERTIES INSTALL_RPATH "\$ORIGIN/${libraryFromProgram}")
+    install(TARGETS zelhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Host)
+    configure_file(service/zelhost/zelhost.service.in zelhost.service @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zelhost.service DESTINATION lib/systemd/system
+            COMPONENT Host)
+    if(NOT KWI_DEBIAN_PACKAGES)
+        install(FILES docs/zelhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Host)
     endif()
 endif()
 

@@ -44,6 +44,20 @@ scripts, by the rules of libKWIFunctionZEL.")
 kwi_compress(docs/zelctl.1 zelctl.1.gz)
 install(FILES ${CMAKE_BINARY_DIR}/packages/zelctl.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT Tools)
+kwi_package(Service libkwifunctionzel-service${PROJECT_VERSION_MAJOR} libs
+            "remote control of a measuring instrument's settings
+Serves a tree of libKWIFunctionZEL to other processes: remote control by TCP as
+instruments have it (IEEE 488.2, SCPI-1999).")
+kwi_package(ServiceDevelopment libkwifunctionzel-service-dev libdevel
+            "header of the remote control of a measuring instrument's settings
+Header, CMake component and pkg-config file of libKWIFunctionZELService.")
+kwi_package(Host zelhost utils "measuring instrument's settings as a service
+Holds a tree of libKWIFunctionZEL and serves it by remote control, to this
+machine alone unless something else is said. The unit is not enabled: systemctl
+enable --now zelhost does so.")
+kwi_compress(docs/zelhost.1 zelhost.1.gz)
+install(FILES ${CMAKE_BINARY_DIR}/packages/zelhost.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+        COMPONENT Host)
 kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuring instrument
 Every setting of libKWIFunctionZEL with type, unit, limits and default, guides
 and examples, as Markdown and source.")
@@ -54,7 +68,7 @@ set(CPACK_PACKAGE_NAME kwifunctionzel)
 set(CPACK_PACKAGE_VENDOR "libKWIFunctionZEL developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would stand before each description
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
-set(CPACK_COMPONENTS_ALL Library Development Tools Documents)
+set(CPACK_COMPONENTS_ALL Library Development Service ServiceDevelopment Host Tools Documents)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 # Folders have the same rights whatever the umask of whoever packs.
@@ -71,6 +85,9 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 file(WRITE ${CMAKE_BINARY_DIR}/packages/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/packages/triggers)
+set(CPACK_DEBIAN_SERVICE_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_SERVICE_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/packages/triggers)
+set(CPACK_DEBIAN_SERVICE_PACKAGE_DEPENDS ${sameRuntime})
 if(KWI_PACK_RELOCATIONS AND KWI_HAS_PACKED_RELOCATIONS)
     # No symbol tells of packed relocations, so dpkg-shlibdeps does not see what they need.
     set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "libc6 (>= 2.36)")
@@ -84,14 +101,23 @@ endif()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${sameRuntime}, ${qtDevelopment}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libkwifunctionzel-doc)
 
+set(sameService
+    "libkwifunctionzel-service${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${release})")
+set(CPACK_DEBIAN_SERVICEDEVELOPMENT_PACKAGE_DEPENDS
+    "${sameService}, libkwifunctionzel-dev (= ${PROJECT_VERSION}-${release})")
+set(CPACK_DEBIAN_HOST_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "${sameService}, ${sameRuntime}")
+
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR})
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/service)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS ${sameRuntime})
 
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
 
 # What a core dump of the instrument needs to be read: the debug information of this very build.
 set(CPACK_DEBIAN_LIBRARY_DEBUGINFO_PACKAGE ON)
+set(CPACK_DEBIAN_SERVICE_DEBUGINFO_PACKAGE ON)
+set(CPACK_DEBIAN_HOST_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_TOOLS_DEBUGINFO_PACKAGE ON)
 
 include(CPack)

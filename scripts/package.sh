@@ -73,6 +73,49 @@ check_client() {
         fail "the pkg-config client answers otherwise"
 }
 
+# The example is served its tree by the packages, and a client changes it.
+check_service() {
+    local libraries=$unpacked/usr/lib/$multiarch flags port line
+    quietly cmake -S examples/service -B "$work/served" -G Ninja -DCMAKE_PREFIX_PATH="$unpacked/usr"
+    quietly cmake --build "$work/served"
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs KWIFunctionZELService)
+    # shellcheck disable=SC2086
+    g++ -std=c++20 examples/service/main.cpp -o "$work/served-direct" $flags
+    for program in "$work/served/served" "$work/served-direct"; do
+        coproc served { LD_LIBRARY_PATH=$libraries "$program" 0; }
+        local input=${served[1]} output=${served[0]} process=$served_PID
+        read -r _ port <&"$output"
+        exec {client}<>"/dev/tcp/127.0.0.1/$port"
+        printf 'HOR:SCAL 2ms;*IDN?\n' >&"$client"
+        read -r line <&"$client"
+        [[ $line == KWI,*,"$upstream" ]] || fail "$program answers $line"
+        exec {client}>&- {input}>&-
+        read -r line <&"$output"
+        [ "$line" = "Time scale 0.002 s/div" ] || fail "$program ends with $line"
+        wait "$process"
+    done
+}
+
+# Nothing but the class of its header.
+check_service_symbols() {
+    local others
+    others=$(nm -DC --defined-only "$unpacked/usr/lib/$multiarch/$service_library.$major" |
+        grep -v ' CKWService::' || true)
+    [ -z "$others" ] || fail "$service_library exports $others"
+}
+
+# As systemd sees it, with what the package holds.
+check_unit() {
+    local unit=lib/systemd/system/zelhost.service
+    grep -qx 'ExecStart=/usr/bin/zelhost --settings %S/zelhost $ZELHOST_OPTIONS' \
+        "$unpacked/usr/$unit" || fail "zelhost.service starts something else"
+    LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelhost" --help >"$work/log"
+    command -v systemd-analyze >/dev/null || return 0
+    sed "s|/usr/bin/zelhost|$unpacked/usr/bin/zelhost|" "$unpacked/usr/$unit" >"$work/zelhost.service"
+    quietly systemd-analyze verify --man=no "$work/zelhost.service"
+    quietly systemd-analyze security --offline=yes --threshold=20 "$work/zelhost.service"
+}
+
 "$scripts/setup.sh" package
 multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
 make_packages
@@ -82,6 +125,8 @@ major=${upstream%%.*}
 runtime=libkwifunctionzel$major
 documents=share/doc/KWIFunctionZEL
 library=libKWIFunctionZEL.so
+service=libkwifunctionzel-service$major
+service_library=libKWIFunctionZELService.so
 
 recorded=$(dpkg-parsechangelog -l docs/changelog.Debian -S Version)
 [ "$recorded" = "$version" ] ||
@@ -94,6 +139,12 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets-release.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELTargets.cmake \
 lib/$library lib/pkgconfig/KWIFunctionZEL.pc"
 check_content zelctl "bin/zelctl share/bash-completion/completions/zelctl share/man/man1/zelctl.1.gz"
+check_content "$service" "lib/$service_library.$major lib/$service_library.$upstream"
+check_content libkwifunctionzel-service-dev "include/KWIFunctionZEL/*.h \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELServiceTargets-release.cmake \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELServiceTargets.cmake \
+lib/$service_library lib/pkgconfig/KWIFunctionZELService.pc"
+check_content zelhost "bin/zelhost lib/systemd/system/zelhost.service share/man/man1/zelhost.1.gz"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
 $documents/docs/guides/*.md $documents/docs/settings/*.md $documents/docs/settings/*.svg \
@@ -101,17 +152,25 @@ $documents/examples/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"
+check_depends "$service" "$runtime (= $version)"
+check_depends libkwifunctionzel-service-dev "$service (= $version)"
+check_depends libkwifunctionzel-service-dev "libkwifunctionzel-dev (= $version)"
+check_depends zelhost "$service (= $version)"
 check_depends "$runtime" "libc6 (>= 2.36)"
 [ "$(dpkg-deb --info "$(package "$runtime")" shlibs)" = \
     "libKWIFunctionZEL $major $runtime (>= $version)" ] || fail "$runtime: wrong shlibs"
 dpkg-deb --info "$(package "$runtime")" triggers | grep -qxF 'activate-noawait ldconfig' ||
     fail "$runtime: no trigger"
 
-for name in "$runtime" libkwifunctionzel-dev zelctl libkwifunctionzel-doc; do
+for name in "$runtime" libkwifunctionzel-dev "$service" libkwifunctionzel-service-dev zelhost \
+    zelctl libkwifunctionzel-doc; do
     dpkg-deb --extract "$(package "$name")" "$unpacked"
 done
 LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelctl" --version
 python3 -B scripts/check-links.py "$unpacked/usr/$documents" || fail "a document links to nowhere"
 check_client
+check_service
+check_service_symbols
+check_unit
 cd "$packages"
 sha256sum -- *.deb
