@@ -65,6 +65,8 @@ check_client() {
     quietly cmake -S examples/client -B "$work/client" -G Ninja -DCMAKE_PREFIX_PATH="$unpacked/usr"
     quietly cmake --build "$work/client"
     [ "$("$work/client/client")" = "$expected" ] || fail "the CMake client answers otherwise"
+    "$work/client/show" | diff -q examples/client/show.expected - ||
+        fail "records are shown otherwise"
 
     flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs KWIFunctionZEL)
     # shellcheck disable=SC2086

@@ -95,6 +95,8 @@ public:
     ///@{
     virtual std::span<std::byte> Reserve(UINT32 place) = 0;
     virtual KW_ACCEPTANCE Advance(UINT32 place, UINT32 points) = 0;
+    /** Points of the record being filled that are advanced: where the next block goes on. */
+    virtual UINT32 GetAdvanced(UINT32 place) const = 0;
     ///@}
     /**
      * Shows the record to readers and wakes them, with what was armed. In slow and roll mode the

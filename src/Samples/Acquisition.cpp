@@ -40,6 +40,10 @@ public:
     const KW_ArmedAcquisition& GetArmed() const override { return m_settings.armed; }
     std::span<std::byte> Reserve(UINT32 place) override;
     KW_ACCEPTANCE Advance(UINT32 place, UINT32 points) override;
+    UINT32 GetAdvanced(UINT32 place) const override
+    {
+        return m_isBegun && place < eKW_PLACE_COUNT ? m_advanced[place] : 0;
+    }
     KW_ACCEPTANCE Publish(const KW_AcquiredInfo& info) override;
     void SetTest(IKWRecordTest* test) override { m_test = test; }
 

@@ -112,12 +112,14 @@ bool CDelivery::IsOwnMove(long long now, long long seen) const
 void CDelivery::Deliver(UINT64 lost, IKWStreamReader& reader)
 {
     NoticeRun();
+    m_now = {m_progress.completed.load(std::memory_order_relaxed),
+             m_progress.blocks.load(std::memory_order_relaxed), lost};
     long long before = 0;
     m_root.HasChanged(before);
     const KW_ZEL_RUNSTOP_STATE asked = m_root.At(kScope / SMScope::RunStop)->Get();
     {
         const CDbRootScope scope(&m_root, eWRITEKIND::Internal);
-        DeliverCounts(lost);
+        DeliverCounts();
         DeliverSamples();
         DeliverHistory(reader);
         DeliverClipping();
@@ -136,10 +138,8 @@ void CDelivery::Deliver(UINT64 lost, IKWStreamReader& reader)
     }
 }
 
-void CDelivery::DeliverCounts(UINT64 lost)
+void CDelivery::DeliverCounts()
 {
-    const UINT64 completed = m_progress.completed.load(std::memory_order_relaxed);
-    const UINT64 blocks = m_progress.blocks.load(std::memory_order_relaxed);
     const auto counter = m_root.Find(kCounter);
     const UINT64 resets = m_root.At(kCounter / SampleCounter::ResetCounters)->GetRunCount();
     if (resets != m_resets)
@@ -148,12 +148,13 @@ void CDelivery::DeliverCounts(UINT64 lost)
         m_resets = resets;
         m_base = m_told;
     }
-    m_told = {completed, blocks, lost};
-    Tell(*counter.At(SampleCounter::Acquisitions), completed - m_base.completed);
-    Tell(*counter.At(SampleCounter::AcquiredBlocks), static_cast<UINT32>(blocks - m_base.blocks));
-    Tell(*counter.At(SampleCounter::LostAcquisitions), lost - m_base.lost);
+    m_told = m_now;
+    Tell(*counter.At(SampleCounter::Acquisitions), m_now.completed - m_base.completed);
+    Tell(*counter.At(SampleCounter::AcquiredBlocks),
+         static_cast<UINT32>(m_now.blocks - m_base.blocks));
+    Tell(*counter.At(SampleCounter::LostAcquisitions), m_now.lost - m_base.lost);
     Tell(*counter.At(SampleCounter::ActiveBuffer),
-         completed % 2 == 0 ? eKW_ZEL_DBLBUFFER_BUFFER_A : eKW_ZEL_DBLBUFFER_BUFFER_B);
+         m_now.completed % 2 == 0 ? eKW_ZEL_DBLBUFFER_BUFFER_A : eKW_ZEL_DBLBUFFER_BUFFER_B);
 }
 
 void CDelivery::DeliverSamples()
@@ -201,7 +202,7 @@ void CDelivery::DeliverClipping()
     static constexpr KW_ZEL_LIMIT kLimits[] = {eKW_ZEL_LIMIT_INSIDE, eKW_ZEL_LIMIT_OVERFLOW,
                                                eKW_ZEL_LIMIT_UNDERFLOW,
                                                eKW_ZEL_LIMIT_OVER_AND_UNDERFLOW};
-    if (m_progress.completed.load(std::memory_order_relaxed) == m_runBegin)
+    if (m_now.completed == m_runBegin)
     {
         return;
     }
@@ -226,7 +227,7 @@ void CDelivery::DeliverRun()
     }
     m_wasAcquiring = isAcquiring;
     const auto run = m_root.Find(kRun);
-    const UINT64 count = m_progress.completed.load(std::memory_order_relaxed) - m_runBegin;
+    const UINT64 count = m_now.completed - m_runBegin;
     const INT64 now = Now();
     Tell(*run.At(CurrentRun::OperationState),
          isAcquiring ? eKW_ZEL_OPSTATE_ACTIVE : eKW_ZEL_OPSTATE_DONE);
@@ -247,8 +248,8 @@ void CDelivery::DeliverRun()
 void CDelivery::CountDown()
 {
     const auto scope = m_root.Find(kScope);
-    const UINT64 uncounted = GetUncounted();
-    m_counted += uncounted;
+    const UINT64 uncounted = m_now.completed - m_counted;
+    m_counted = m_now.completed;
     if (scope.At(SMScope::RunStop)->Get() == eKW_ZEL_RUNSTOP_STATE_SINGLE)
     {
         auto& left = *scope.At(SMScope::AcquisitionsLeft);

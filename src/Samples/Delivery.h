@@ -48,7 +48,7 @@ public:
     UINT64 GetClears() const;
 
 private:
-    void DeliverCounts(UINT64 lost);
+    void DeliverCounts();
     void DeliverSamples();
     void DeliverHistory(IKWStreamReader& reader);
     void DeliverRun();
@@ -68,6 +68,7 @@ private:
         UINT64 blocks = 0;
         UINT64 lost = 0;
     };
+    t_Counts m_now;      ///< one moment, so that a run ends with all that it acquired
     t_Counts m_base;     ///< where SampleCounter begins
     t_Counts m_told;     ///< that were delivered last
     UINT64 m_resets = 0; ///< runs of ResetCounters that are carried out

@@ -103,7 +103,8 @@ class Guides(unittest.TestCase):
                         self.assertEqual(done.stdout.rstrip("\n"), output)
 
     def test_code_of_the_guide_is_not_what_is_compiled(self):
-        source = textwrap.dedent(read("examples/client/guide.cpp"))
+        source = "".join(textwrap.dedent(read("examples/client", name))
+                         for name in ("guide.cpp", "acquire.cpp", "show.cpp"))
         flat = re.sub(r"^[ ]+", "", source, flags=re.M)
         blocks = read_blocks("use-from-cpp.md", "cpp")
         self.assertGreaterEqual(len(blocks), 9)
