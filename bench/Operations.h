@@ -10,6 +10,7 @@
 #include "IKWFunctionVertical.h"
 #include "IKWFunctionZEL.h"
 #include "LabelOperations.h"
+#include "StreamOperations.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -408,6 +409,12 @@ void KW_VisitOperations(TVisitor&& visit)
     visit("TreeSaveXml", kWholeTrees, [] { return COpSave(); });
     visit("BaselineXmlReader", kWholeTrees, [] { return COpXmlReader(); });
     visit("TreeRecallXml", kWholeTrees, [] { return COpRecall(); });
+    visit("StreamPublish", kOften, [] { return COpPublish(); });
+    visit("StreamPublish200Points", kOften, [] { return COpPublishPoints(); });
+    visit("StreamGetLatest", kOften, [] { return COpGetLatest(); });
+    visit("StreamHasNew", kOften, [] { return COpHasNew(); });
+    visit("StreamColumns", kWholeTrees, [] { return COpColumns(); });
+    visit("AcquisitionArm", kOften, [] { return COpArm(); });
     visit("BaselineDecodeByHand", kOften, [] { return COpDecodeByHand(); });
     visit("LabelDecodeFrame", kOften, [] { return COpDecodeFrame(); });
     visit("LabelFormatValue", kOften, [] { return COpFormatValue(); });

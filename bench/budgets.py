@@ -71,6 +71,7 @@ ROWS = [
     Row("the same beside eight readers at full speed", "StreamGetLatestBesideEightReaders",
         150 * NS, "StreamGetLatest"),
     Row("ask for a new record", "StreamHasNew", 5 * NS, "BaselineAtomicLoad"),
+    Row("arm an acquisition, settings standing", "AcquisitionArm", 50 * NS, "BaselineAtomicLoad"),
     Row("fill a million points", "StreamFillAMillionPoints", 1.25, "StreamBaselineCopyAndPass",
         True),
     Row("1,250 columns of a million points", "StreamColumns", 0.35, "StreamBaselinePass", True),

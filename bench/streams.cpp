@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Streams beside what they replace: what do publishing, fetching and a picture cost?
 
-#include "Streams/Stream.h"
+#include "StreamOperations.h"
 
 #include <algorithm>
 #include <atomic>
@@ -18,50 +18,6 @@ namespace
 constexpr UINT32 kMillion = 1000000;
 constexpr std::size_t kColumns = 1250;
 
-std::vector<INT16> Noise(std::size_t count)
-{
-    std::mt19937 random(1);
-    std::vector<INT16> points(count);
-    for (INT16& point : points)
-    {
-        point = static_cast<INT16>(random() % 60000 - 30000);
-    }
-    return points;
-}
-
-/** A stream of records with one trace. */
-class CBenchStream
-{
-public:
-    CBenchStream(UINT32 points, UINT32 depth)
-        : m_info{.channel = eKW_ZEL_CHANNEL_C1, .count = points}
-    {
-        const KW_TraceLayout layout{eKW_SAMPLES_INT16, points};
-        m_writer->Configure({&layout, 1}, depth, eKW_STREAM_BYTES);
-    }
-
-    /** Filled in pieces that stay in the cache until they are advanced. */
-    void Write(const std::vector<INT16>& points)
-    {
-        constexpr std::size_t kPiece = 8192;
-        for (std::size_t done = 0; done < points.size(); done += kPiece)
-        {
-            const std::size_t piece = std::min(kPiece, points.size() - done);
-            std::memcpy(m_writer->Reserve(0).data(), &points[done], piece * sizeof(INT16));
-            m_writer->Advance(0, static_cast<UINT32>(piece));
-        }
-    }
-    void Publish() { m_writer->Publish({}, {&m_info, 1}); }
-
-    IKWStreamWriter& Writer() { return *m_writer; }
-    std::unique_ptr<IKWStreamReader> Reader() { return m_stream->MakeReader(); }
-
-private:
-    KW_TraceInfo m_info;
-    std::shared_ptr<IKWStream> m_stream = KW_MakeStream(16U << 20U);
-    std::unique_ptr<IKWStreamWriter> m_writer = m_stream->MakeWriter();
-};
-
 /** Lets copies of shared_ptr count as they do in every program with threads. */
 void UseThreads()
 {
@@ -71,23 +27,20 @@ void UseThreads()
 
 static void StreamPublish(benchmark::State& state)
 {
-    CBenchStream stream(200, 100);
+    COpPublish operation;
     for (auto _ : state)
     {
-        benchmark::DoNotOptimize(stream.Writer().Reserve(0).data());
-        stream.Publish();
+        benchmark::DoNotOptimize(operation());
     }
 }
 BENCHMARK(StreamPublish);
 
 static void StreamPublish200Points(benchmark::State& state)
 {
-    CBenchStream stream(200, 100);
-    const std::vector<INT16> points = Noise(200);
+    COpPublishPoints operation;
     for (auto _ : state)
     {
-        stream.Write(points);
-        stream.Publish();
+        benchmark::DoNotOptimize(operation());
     }
 }
 BENCHMARK(StreamPublish200Points);
@@ -127,31 +80,33 @@ BENCHMARK(StreamBaselineSharedPointer);
 
 static void StreamGetLatest(benchmark::State& state)
 {
-    CBenchStream stream(200, 100);
-    const auto reader = stream.Reader();
-    stream.Write(Noise(200));
-    stream.Publish();
+    COpGetLatest operation;
     for (auto _ : state)
     {
-        const CKWRecord record = reader->GetLatest();
-        benchmark::DoNotOptimize(static_cast<bool>(record));
+        benchmark::DoNotOptimize(operation());
     }
 }
 BENCHMARK(StreamGetLatest);
 
 static void StreamHasNew(benchmark::State& state)
 {
-    CBenchStream stream(200, 100);
-    const auto reader = stream.Reader();
-    stream.Write(Noise(200));
-    stream.Publish();
-    reader->GetLatest();
+    COpHasNew operation;
     for (auto _ : state)
     {
-        benchmark::DoNotOptimize(reader->HasNew());
+        benchmark::DoNotOptimize(operation());
     }
 }
 BENCHMARK(StreamHasNew);
+
+static void AcquisitionArm(benchmark::State& state)
+{
+    COpArm operation;
+    for (auto _ : state)
+    {
+        benchmark::DoNotOptimize(operation());
+    }
+}
+BENCHMARK(AcquisitionArm);
 
 static void StreamGetLatestBesideEightReaders(benchmark::State& state)
 {

@@ -27,7 +27,7 @@ if [ "${1:-}" = --instructions ]; then
 fi
 
 prepare kwi_bench
-filter=${1:-^(Frame|Tree|Baseline|HorizontalChain|SpanChange|Stream)}
+filter=${1:-^(Frame|Tree|Baseline|HorizontalChain|SpanChange|Stream|Acquisition)}
 shown=/dev/null
 [ $# -eq 0 ] || shown=/dev/stdout
 # Repetitions of all take turns, so that a disturbance does not hit one and its baseline alone.

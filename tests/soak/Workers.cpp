@@ -4,12 +4,15 @@
 #include "IKWFunctionCANBusFrame.h"
 #include "IKWFunctionCANBusResults.h"
 #include "IKWFunctionCANBusSettings.h"
+#include "IKWFunctionHistoryViewer.h"
 #include "IKWFunctionLabelListSettings.h"
 #include "IKWFunctionSerialBus.h"
 #include "IKWFunctionSerialBusLabelItem.h"
 #include "KWBrackets.h"
+#include "Streams/Acquisition.h"
 
 #include <QFile>
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -185,11 +188,66 @@ t_Worker Poller(const t_Root& root, CVerdict& verdict)
                 std::this_thread::yield();
             }};
 }
+/** Acquires whatever the settings ask for by now, not all of long records. */
+t_Worker Acquirer(const std::shared_ptr<IKWAcquisition>& acquisition)
+{
+    return {"acquires", [acquisition](t_Random& random)
+            {
+                constexpr std::size_t kMostPoints = 20000;
+                if (!KW_IsAccepted(acquisition->Arm()))
+                {
+                    return;
+                }
+                for (UINT32 place = 0; place < eKW_PLACE_COUNT; ++place)
+                {
+                    const auto room = acquisition->Reserve(place);
+                    const UINT32 size =
+                        KW_GetPointSize(acquisition->GetArmed().traces[place].format);
+                    const std::size_t points = std::min(room.size() / size, kMostPoints);
+                    std::fill_n(room.begin(), points * size, static_cast<std::byte>(random()));
+                    acquisition->Advance(place, static_cast<UINT32>(points));
+                }
+                KW_AcquiredInfo info;
+                info.triggerTime = static_cast<INT64>(random());
+                acquisition->Publish(info);
+            }};
+}
+
+/** Delivers and draws; what it sees is whole, and clears the history now and then. */
+t_Worker Display(const t_Root& root, const std::shared_ptr<IKWAcquisition>& acquisition,
+                 CVerdict& verdict)
+{
+    return {"delivers and draws",
+            [root, acquisition, &verdict, columns = std::vector<KW_MinMax>(200),
+             reader = std::shared_ptr<IKWStreamReader>(acquisition->GetStream()->MakeReader())](
+                t_Random& random) mutable
+            {
+                acquisition->Deliver();
+                const CKWRecord shown = acquisition->GetShown(*reader);
+                for (UINT32 place = 0; place < eKW_PLACE_LINES && shown; ++place)
+                {
+                    const KW_TraceInfo trace = shown.GetTrace(place);
+                    const KW_ACCEPTANCE code = shown.GetColumns(place, 0, 1000, columns);
+                    if (!KW_IsAccepted(code) && trace.count > 0)
+                    {
+                        verdict.Violated(
+                            QStringLiteral("a trace that can not be drawn: code %1").arg(code));
+                    }
+                }
+                if (random() % 100 == 0)
+                {
+                    root->GetPgHistoryViewer()->GetPrClear()->Set();
+                }
+            }};
+}
 } // namespace
 
 std::vector<t_Worker> MakeWorkers(const t_Root& root, const QString& folder, CVerdict& verdict)
 {
-    return {Writer("writes to even functions", root, 0),
+    const auto acquisition = KW_MakeAcquisition(root, 64U << 20U);
+    return {Acquirer(acquisition),
+            Display(root, acquisition, verdict),
+            Writer("writes to even functions", root, 0),
             Writer("writes to odd functions", root, 1),
             Reader("reads of a function", root, verdict),
             Reader("reads of another function", root, verdict),

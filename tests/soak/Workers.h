@@ -15,8 +15,8 @@ struct t_Worker
     UINT64 rounds = 0;
 };
 
-/** Eight: two writers of different functions, two readers, containers, undo, files, poller. The
-    files are kept in `folder`. */
+/** Ten: one that acquires and one that delivers, two writers of different functions, two readers,
+    containers, undo, files, poller. The files are kept in `folder`. */
 std::vector<t_Worker> MakeWorkers(const t_Root& root, const QString& folder, CVerdict& verdict);
 
 /** Runs all at once for some seconds and counts their rounds. `seed` makes all random choices, the
