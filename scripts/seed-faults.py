@@ -110,6 +110,8 @@ def stages(file: str, root: Path) -> list[Stage]:
         return [*commands, zelctl("shell"), zelctl("guides")]
     if file.startswith(("src/Streams/", "ifc/Streams/")):
         return [gtest("test_streams")]
+    if file.startswith("src/Samples/"):
+        return [gtest("test_client")]
     numbers = [gtest("test_helpers"), gtest("test_labels"), gtest("test_vectors")]
     if not file.startswith("src/"):
         return [gtest("test_support"), gtest("test_database"), *numbers, gtest("test_zel"),
