@@ -7,6 +7,7 @@
 #include "IKWFunctionHistoryViewer.h"
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionLogic.h"
+#include "IKWFunctionMask.h"
 #include "IKWFunctionReferenceCurve.h"
 #include "IKWFunctionReferenceCurveAttributes.h"
 #include "IKWFunctionRuns.h"
@@ -331,4 +332,17 @@ TEST_F(ClientAcquisition, TestsRecordsBeforeOthersSeeThem)
                   i < 3 ? eKW_MASK_PASSED : eKW_MASK_FAILED);
     }
     EXPECT_EQ(mask.tested, 3U);
+    m_root->GetPgMask()->GetPrHistoryMode()->Set(eKW_ZEL_MASK_HISTORY_MODES_FAILED);
+    ASSERT_EQ(Acquire(), eKW_ACC_OK);
+    EXPECT_TRUE(m_reader->GetNext()) << "no test runs";
+    m_root->GetPgMask()->GetPrStart()->Set();
+    for (UINT32 i = 5; i <= 9; ++i)
+    {
+        ASSERT_EQ(Acquire(), eKW_ACC_OK);
+    }
+    EXPECT_EQ(m_reader->GetNext().GetInfo().number, 6U);
+    EXPECT_EQ(m_reader->GetNext().GetInfo().number, 9U);
+    EXPECT_FALSE(m_reader->HasNew());
+    m_acquisition->Deliver();
+    EXPECT_EQ(m_counter->GetPrAcquisitions()->Get(), 9U) << "all were acquired";
 }

@@ -12,7 +12,7 @@
 
 namespace
 {
-constexpr KW_TraceLayout kShort{eKW_SAMPLES_INT16, 100};
+constexpr KW_TraceLayout kHundredPoints{eKW_SAMPLES_INT16, 100};
 
 template <class T>
 std::span<const std::byte> BytesOf(const std::vector<T>& points)
@@ -140,7 +140,7 @@ TEST(Drafts, ShowWhatIsBeingFilledToNobodyElse)
 {
     CTestStream stream;
     const auto reader = stream.Reader();
-    stream.Configure({kShort}, 2);
+    stream.Configure({kHundredPoints}, 2);
     KW_TraceInfo info = CTestStream::Info(eKW_SAMPLES_INT16, 100);
     EXPECT_FALSE(stream.Writer().GetDraft({}, {&info, 1})) << "nothing is being filled";
     for (INT16 i = 0; i < 30; ++i)
@@ -167,7 +167,7 @@ TEST(Drafts, ThatAreKeptHoldTheirRoom)
 {
     CTestStream stream(32768);
     const auto reader = stream.Reader();
-    stream.Configure({kShort}, 100);
+    stream.Configure({kHundredPoints}, 100);
     const KW_TraceInfo info = CTestStream::Info(eKW_SAMPLES_INT16, 100);
     ASSERT_TRUE(stream.Fill(0, Ramp(1000, 100)));
     const CKWRecord discarded = stream.Writer().GetDraft({}, {&info, 1});
@@ -192,7 +192,7 @@ TEST(Histories, EndForAllReadersWhenTheyAreCleared)
 {
     CTestStream stream;
     const auto reader = stream.Reader();
-    stream.Configure({kShort}, 4);
+    stream.Configure({kHundredPoints}, 4);
     for (INT16 i = 0; i < 3; ++i)
     {
         ASSERT_TRUE(stream.Publish(Ramp(i, 100)));
