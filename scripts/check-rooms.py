@@ -89,9 +89,9 @@ FOLDERS_MAY_INCLUDE = {
         "MeterBase": set(),
         "Streams": set(),
         "IKWFunctionZELHelpers": {"MeterBase", *BELOW},
-        "Samples": {"IKWFunctionZELHelpers", "Masks", "Streams", *BELOW},
+        "Samples": {"Analysis", "IKWFunctionZELHelpers", "Masks", "Streams", *BELOW},
         "Channels": BELOW,
-        "Analysis": {"Channels", *BELOW},  # the cursors hold a level
+        "Analysis": {"Channels", "Masks", *BELOW},  # the cursors hold a level
         "Buses": {"LabelList", *BELOW},
         "Trigger": {"Buses", *BELOW},  # it holds the conditions of each bus
         "Harmonic": BELOW,

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Analysis/PgMask.h"
 
+#include "Analysis/MaskExchange.h"
 #include "Analysis/PgMaskChannelSetup.h"
+#include "Analysis/PgMaskSettings.h"
 #include "Analysis/PgaMaskChannelSetup.h"
 #include "CommonDatabase/Couplings/DbRules.h"
 #include "KWEnumerationsAcquisition.h"
@@ -31,7 +33,8 @@ t_Couplings CPgMask::Rules() const
         On(Names::Stop) >> Do<&M::Stop>, On(Names::ClearCounts) >> Do<&M::ClearCounts>,
         On(Names::ClearCounts, Names::AllowedViolations) >> Do<&M::JudgeEnded>,
         On(Names::MaskSettings / MaskSettings::ClearMask) >> Do<&M::ClearMask>,
-        Changed(kScope) >> Derive<&M::WaitForScope>,
+        On(Names::MaskSettings / MaskSettings::LockToScreen) >> Do<&M::KeepPlaces>,
+        Delivered(Names::State) >> Do<&M::JudgeEnded>, Changed(kScope) >> Derive<&M::WaitForScope>,
         Changed(ZEL::Runs / Runs::NumberOfRuns) >> Do<&M::GoOn>);
     return rows;
 }
@@ -137,4 +140,22 @@ void CPgMask::ClearCounts()
 void CPgMask::ClearMask()
 {
     m_pMaskChannelSetup->ItemDirect(m_pSelectedChannel->GetAsInt())->ClearMask();
+}
+
+void CPgMask::KeepPlaces()
+{
+    const bool isLocked = m_pMaskSettings->GetPrLockToScreen()->Get() == eKW_ONOFF_ON;
+    for (INT32 i = 0; i < m_pMaskChannelSetup->GetCount(); ++i)
+    {
+        CPgMaskChannelSetup& setup = *m_pMaskChannelSetup->ItemDirect(i);
+        KW_Mask mask = *setup.GetMask();
+        const KW_MaskFrame frame =
+            NMaskExchange::FrameOf(*this, static_cast<KW_ZEL_CHANNEL>(setup.GetPrChannel()->Get()));
+        // One that is too far away, or of another unit, comes to the screen as it is.
+        if (!isLocked || !KW_IsAccepted(KW_MoveMaskToFrame(mask, frame)))
+        {
+            mask.frame = frame;
+        }
+        KW_CHECKED(setup.SetMask(mask));
+    }
 }

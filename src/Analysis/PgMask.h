@@ -27,7 +27,7 @@ private:
     KW_ACCEPTANCE Pause();
     KW_ACCEPTANCE Stop();
     void ClearCounts();
-    /** Of a test that has ended. */
+    /** Of a test that has ended, by itself too: who counts says that, not how. */
     void JudgeEnded();
     KW_ZEL_MASK_TESTSTATE Verdict() const;
     bool IsScopeRunning() const;
@@ -36,6 +36,8 @@ private:
     void GoOn();
     /** The mask of the selected channel is gone, its results with it. */
     void ClearMask();
+    /** Neither locking masks to the screen nor letting go of it moves one. */
+    void KeepPlaces();
     /** Running or paused. */
     bool IsUnderWay() const;
 };

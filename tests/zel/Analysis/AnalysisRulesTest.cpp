@@ -125,9 +125,18 @@ INSTANTIATE_TEST_SUITE_P(Analysis, Walks,
 TEST(MaskRules, ClearedMaskLeavesResultsOrAnotherMaskGoes)
 {
     const CRuleTree tree;
-    tree.DoAll("@Mask/MaskChannelSetup[1]/MaskDefined = ON; @.FailedAcquisitions = 3; "
-               "@Mask/MaskChannelSetup[2]/MaskDefined = ON; @Mask/FailedAcquisitions = 3; "
+    const QByteArray lines =
+        QByteArrayLiteral(
+            "<Mask Version='1.0' Unit='LEVEL_V' Left='0' TimeScale='1' Middle='0' LevelScale='1'>"
+            "<Upper><Point X='0' Y='1'/></Upper></Mask>")
+            .toBase64();
+    tree.DoAll("@Mask/MaskChannelSetup[1]/MaskLines = " + lines +
+               "; @.FailedAcquisitions = 3; "
+               "@Mask/MaskChannelSetup[2]/MaskLines = " +
+               lines +
+               "; @Mask/FailedAcquisitions = 3; "
                ".Start; .SelectedChannel = C2");
+    EXPECT_EQ(tree.State("Mask/MaskChannelSetup[1]/MaskPoints"), QStringLiteral("1"));
     EXPECT_EQ(tree.State("Mask/FailedAcquisitions"), QStringLiteral("0"));
     EXPECT_EQ(tree.State("Mask/MaskChannelSetup[1]/FailedAcquisitions"), QStringLiteral("0"));
     tree.DoAll("@Mask/FailedAcquisitions = 3; .Stop");

@@ -42,8 +42,7 @@ constexpr const char* kSituations[] = {
     "Harmonic/HarmonicStandard/Standard = MIL_STD_1399; .RatedPower = 500; "
     "Harmonic/Fundamental = F_400_HZ; .UserFundamental = 400; .Fundamental = USER; "
     ".UserFundamental = 60",
-    "Horizontal/Scale = 1e-8; Preset",
-    "Horizontal/Scale = 1e-8; PresetFactory",
+    "Horizontal/Scale = 1e-8; Preset", "Horizontal/Scale = 1e-8; PresetFactory",
     "Logger/HorizontalScale = 1_MIN; AutosetLogger",
     "@Logger/LoggerAttributes/LoggerChannel[0]/Minimum = 1; @.Maximum = 2; "
     "Logger/LoggerAttributes/LoggerChannel[0]/FindScale",
@@ -51,6 +50,15 @@ constexpr const char* kSituations[] = {
     "Meter/MeterType = OHM; .MeterChannel[4]/Range = 10_MEGA",
     "Meter/MeterChannel[0]/Reference = 5; Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
     "Mask/Start; Control/SMScope/Stop",
+    // A point of an upper line.
+    "@Mask/MaskChannelSetup[0]/MaskLines = "
+    "PE1hc2sgVmVyc2lvbj0nMScgVW5pdD0nTEVWRUxfVicgTGVmdD0nMCcgVGltZVNjYWxlPS"
+    "cxJyBNaWRkbGU9JzAnIExldmVsU2NhbGU9JzEnPjxVcHBlcj48UG9pbnQgWD0nMCcgWT0n"
+    "MScvPjwvVXBwZXI+PC9NYXNrPg=="
+    "; Mask/MaskSettings/LockToScreen = OFF; .ClearMask",
+    "@Measurements/Measurement[0]/Actual = 1; "
+    "@Cursor/CursorMeasurements/CursorMeasurement[0]/Result = 1; "
+    "Vertical/Channel[0]/ProbeType = CURRENT_1_V_PER_A",
     "@Setup/Selftest/State = RUNNING; Setup/Selftest/Abort",
     "Setup/Selfalignment/ADConverter/ADCModeManual = ONE_CHANNEL; .ADCModeMode = MANUAL",
     "@Setup/Selfalignment/Result = RUNNING; Setup/Selfalignment/Abort",
@@ -79,8 +87,7 @@ constexpr const char* kSituations[] = {
     "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
     ".SerialBusLabelItem[Label2]/Identifier = 5; .Identifier = 0; .Identifier = 5",
     "Trigger/SENTBusTriggerSettings/Status = 1; .ClearPatterns",
-    "Trigger/CANBusTriggerSettings/Type = IDENTIFIER",
-    "Logic/Enabled = ON; Trigger/Type = RUNT",
+    "Trigger/CANBusTriggerSettings/Type = IDENTIFIER", "Logic/Enabled = ON; Trigger/Type = RUNT",
     "SerialBus/UARTBusSettings/DataLength = 9_BIT",
     "Trigger/TvTriggerSettings/Polarity = POSITIVE; .Standard = NTSC",
     "FFT/AverageLength = 2; @FFT/AveragesDone = 2; Vertical/Channel[0]/ProbeType = VOLTAGE_1_TO_1",

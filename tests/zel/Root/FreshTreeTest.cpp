@@ -28,7 +28,7 @@ constexpr const char* kKnown[] = {
     "^SerialBus/BusResults/Protocol$",
     // States, which say themselves that nothing happened yet.
     "/(State|OperationState|Result|Dialog|TemperatureDialog|Used|Overload|Complete|Progress)$",
-    "^(Mask/(State|ElapsedTime|MaskChannelSetup/MaskDefined)|Logger/Recording)$",
+    "^(Mask/(State|ElapsedTime|MaskChannelSetup/Mask(Defined|Lines))|Logger/Recording)$",
     "^Spectrum/(AverageComplete|Clipping[^/]+)$",
     "^(Control|Runs|SaveRecall|Export|Print|Debug)/",
     "^(Counter/(ReferenceLocked|CounterChannel/SignalPresent))$",
