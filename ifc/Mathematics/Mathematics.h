@@ -14,7 +14,7 @@
  * that an expression names; of an expression without sources those of the record's first trace that
  * is not digital. Another source is taken at the same times: its own points, when they are nearer
  * than 1/1024 of their distance throughout; else the straight line between two of them, which an
- * invalid one makes invalid. Outside of its time it is invalid.
+ * invalid one makes invalid, or a point itself within a millionth of that distance. Outside of its time it is invalid.
  *
  * A point is invalid where a source is, and where a step has no finite result: dividing by 0, roots
  * of less than 0, logarithms of 0 and less, numbers beyond what a float holds. Results with 16 bit

@@ -11,6 +11,9 @@ namespace
 {
 /** How far points may lie apart, in their distance, to be the same. */
 constexpr double kNear = 1.0 / 1024.0;
+/** The same where points fall on those of the trace now and then: rounding does not decide whether
+    an invalid neighbour counts. */
+constexpr double kOn = 1e-6;
 } // namespace
 
 CSource::CSource(std::span<const std::byte> samples, const KW_TraceInfo& trace,
@@ -48,11 +51,15 @@ double CSource::ValueAt(UINT32 point) const
         return PointValue(m_shift + point);
     }
     const double place = m_first + point * m_ratio;
+    const double nearest = std::round(place);
+    if (std::abs(place - nearest) <= kOn)
+    {
+        return PointValue(KWMath::ToInteger<INT64>(nearest));
+    }
     const double before = std::floor(place);
-    const double part = place - before;
     const auto index = KWMath::ToInteger<INT64>(before);
     const double left = PointValue(index);
-    return part == 0.0 ? left : left + part * (PointValue(index + 1) - left);
+    return left + (place - before) * (PointValue(index + 1) - left);
 }
 
 t_Interval CSource::IntervalAt(UINT32 point) const
