@@ -14,12 +14,14 @@
  * that an expression names; of an expression without sources those of the record's first trace that
  * is not digital. Another source is taken at the same times: its own points, when they are nearer
  * than 1/1024 of their distance throughout; else the straight line between two of them, which an
- * invalid one makes invalid, or a point itself within a millionth of that distance. Outside of its time it is invalid.
+ * invalid one makes invalid, or a point itself within a millionth of that distance. Outside of its
+ * time it is invalid.
  *
  * A point is invalid where a source is, and where a step has no finite result: dividing by 0, roots
  * of less than 0, logarithms of 0 and less, numbers beyond what a float holds. Results with 16 bit
- * end at ± 32767, and the trace says that it was above or below its range, as it does when a source
- * was.
+ * have KW_COUNTS_PER_DIVISION from the middle of the screen (Streams/Acquisition.h), as samples of
+ * the inputs have. They end at ± 32767, and the trace says that it was above or below its range, as
+ * it does when a source was.
  *
  * Pairs of minimum and maximum give pairs: a result encloses whatever lies between those of its
  * sources, so that C1 - C1 of pairs is not 0; it is invalid where one of the values in between has
@@ -30,15 +32,13 @@
  * filters with doubles.
  */
 
-/** Numbers of 16 bit for one division of the screen: its eight divisions, and a good one beyond it
-    on both sides. */
-constexpr double KW_MATH_COUNTS_PER_DIVISION = 6400.0;
-
 /** How a curve lies on the screen. */
 struct KW_MathScale
 {
     double scale = 1.0;    ///< in the unit of the curve per division, 1e-12 to 1e12
     double position = 0.0; ///< of the zero line above the middle, divisions, -4 to 4
+
+    bool operator==(const KW_MathScale&) const = default;
 };
 
 /**
@@ -64,6 +64,8 @@ struct KW_MathSettings
     KW_SAMPLE_FORMAT format = eKW_SAMPLES_INT16;                 ///< or eKW_SAMPLES_FLOAT
     bool autoScale = true; ///< of 16 bit: KW_FindMathScale of each curve instead of `scale`
     KW_MathScale scale;    ///< of 16 bit
+
+    bool operator==(const KW_MathSettings&) const = default;
 };
 
 /**

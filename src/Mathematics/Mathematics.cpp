@@ -3,6 +3,7 @@
 
 #include "Mathematics/Evaluation.h"
 #include "Mathematics/UnitRules.h"
+#include "Streams/Acquisition.h"
 #include "Streams/Extremes.h"
 #include "Streams/Slots.h"
 
@@ -249,7 +250,7 @@ KW_TraceInfo CKWMathematics::t_Data::DescribeTrace() const
     trace.offset = 0.0;
     if (trace.format != eKW_SAMPLES_FLOAT)
     {
-        trace.scale = scale.scale / KW_MATH_COUNTS_PER_DIVISION;
+        trace.scale = scale.scale / KW_COUNTS_PER_DIVISION;
         trace.offset = -scale.position * scale.scale;
     }
     trace.flags = 0;
