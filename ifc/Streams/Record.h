@@ -22,13 +22,31 @@ enum KW_SAMPLE_FORMAT : INT32
     eKW_SAMPLES_FLOAT,  ///< float; NaN is an invalid point
     eKW_SAMPLES_MINMAX, ///< two INT16, minimum and maximum; both INT16_MIN: an invalid point
     eKW_SAMPLES_LINES,  ///< UINT8 of eight digital lines, D0 its lowest bit
+    eKW_SAMPLES_FRAMES, ///< KW_Frame of a bus (Streams/Frames.h), each with a time of its own
     eKW_SAMPLES_COUNT   ///< Number of formats.
 };
 
 /** Bytes of one point. */
 constexpr UINT32 KW_GetPointSize(KW_SAMPLE_FORMAT format)
 {
-    return format == eKW_SAMPLES_LINES ? 1 : (format == eKW_SAMPLES_INT16 ? 2 : 4);
+    switch (format)
+    {
+    case eKW_SAMPLES_INT16:
+        return 2;
+    case eKW_SAMPLES_LINES:
+        return 1;
+    case eKW_SAMPLES_FRAMES:
+        return 96;
+    default:
+        return 4;
+    }
+}
+
+/** Whether the points are values of a curve; digital lines and frames of a bus are none. */
+constexpr bool KW_IsCurve(KW_SAMPLE_FORMAT format)
+{
+    return format == eKW_SAMPLES_INT16 || format == eKW_SAMPLES_FLOAT ||
+           format == eKW_SAMPLES_MINMAX;
 }
 
 /** Flags of a trace. */
@@ -47,7 +65,7 @@ enum KW_MASK_RESULT : INT32
 };
 
 /** What is said of one trace. Physical value = sample × scale + offset; of digital lines neither
-    counts. */
+    counts, and of frames interval and start do not, either. */
 struct KW_TraceInfo
 {
     KW_ZEL_CHANNEL channel = eKW_ZEL_CHANNEL_NONE; ///< of digital lines the first, D0
@@ -76,6 +94,8 @@ struct KW_RecordInfo
     INT64 triggerTime = 0;     ///< ns since 1970-01-01 UTC
     INT64 settingsCounter = 0; ///< change counter of the tree when the acquisition was armed
     KW_MASK_RESULT maskResult = eKW_MASK_NOT_TESTED; ///< of the test by the mask that stood then
+    UINT64 source = 0; ///< number of the record that this one was made from, as frames are decoded
+                       ///< from samples; 0: from none
 };
 
 /** Lowest and highest physical value of a stretch; both NaN where it has no valid point. */
@@ -157,8 +177,8 @@ public:
      *
      * @param first  position of the left edge; may lie outside of the record
      * @param count  points that the picture shows; > 0
-     * @return eKW_ACC_BAD_INDEX for a place without a trace, eKW_ACC_WRONG_KIND for digital lines,
-     *         eKW_ACC_NOT_A_NUMBER for a stretch that is none or begins or ends beyond ± 10^15
+     * @return eKW_ACC_BAD_INDEX for a place without a trace, eKW_ACC_WRONG_KIND for digital lines
+     * and frames, eKW_ACC_NOT_A_NUMBER for a stretch that is none or begins or ends beyond ± 10^15
      *         points, eKW_ACC_UNKNOWN_VALUE for another interpolation; then nothing is written.
      */
     KW_ACCEPTANCE GetColumns(

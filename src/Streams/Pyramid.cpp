@@ -40,10 +40,11 @@ void Advance(const t_Trace& trace, UINT32 from, UINT32 to)
 UINT64 BytesOfTrace(KW_SAMPLE_FORMAT format, UINT32 points)
 {
     UINT64 entries = points;
+    // Frames have no lowest and highest one.
     for (const UINT32 shift : kLevelShifts)
     {
         // A pair's lows and highs are half a point each.
-        const UINT32 blocks = points >> shift;
+        const UINT32 blocks = format == eKW_SAMPLES_FRAMES ? 0 : points >> shift;
         entries += format == eKW_SAMPLES_MINMAX ? blocks : 2 * blocks;
     }
     return (entries * KW_GetPointSize(format) + 63) / 64 * 64;
@@ -63,6 +64,8 @@ void AdvanceTrace(t_Trace& trace, UINT32 points)
         break;
     case eKW_SAMPLES_LINES:
         Advance<t_LinePoints>(trace, from, to);
+        break;
+    case eKW_SAMPLES_FRAMES:
         break;
     default:
         Advance<t_Int16Points>(trace, from, to);

@@ -83,7 +83,7 @@ KW_ACCEPTANCE CKWRecord::GetColumns(UINT32 trace, double first, double count,
     {
         return eKW_ACC_BAD_INDEX;
     }
-    if (info.format == eKW_SAMPLES_LINES)
+    if (!KW_IsCurve(info.format))
     {
         return eKW_ACC_WRONG_KIND;
     }

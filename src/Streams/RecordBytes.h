@@ -15,7 +15,7 @@ namespace NRecordBytes
 constexpr std::string_view kMagic = "\x89KWREC\r\n";
 constexpr UINT16 kMajor = 1; ///< another one can not be read by those who know this one
 constexpr UINT16 kMinor = 0; ///< grows with fields behind those that there are
-constexpr UINT64 kHeadSize = 64;
+constexpr UINT64 kHeadSize = 72;
 constexpr UINT64 kEntrySize = 64; ///< of a trace in the table
 constexpr UINT64 kAlignment = 64; ///< of samples
 constexpr UINT64 kDigestSize = 32;
@@ -42,10 +42,26 @@ inline void PutLittle(char* place, double value)
     qToLittleEndian(std::bit_cast<UINT64>(value), place);
 }
 
-/** Samples from one order of bytes to the other: each entry turned round, or as it is. */
+/** Bytes of the number that a byte of a point belongs to. */
+constexpr std::size_t EntrySize(KW_SAMPLE_FORMAT format, std::size_t byte)
+{
+    switch (format)
+    {
+    case eKW_SAMPLES_FLOAT:
+        return 4;
+    case eKW_SAMPLES_LINES:
+        return 1;
+    case eKW_SAMPLES_FRAMES: // two doubles, three numbers of 32 bits, and bytes
+        return byte < 16 ? 8 : (byte < 28 ? 4 : 1);
+    default:
+        return 2;
+    }
+}
+
+/** Samples from one order of bytes to the other: each number turned round, or as it is. */
 inline void ConvertSamples(const char* from, char* to, std::size_t size, KW_SAMPLE_FORMAT format)
 {
-    if (kIsLittle || format == eKW_SAMPLES_LINES)
+    if (kIsLittle)
     {
         if (size > 0)
         {
@@ -53,10 +69,12 @@ inline void ConvertSamples(const char* from, char* to, std::size_t size, KW_SAMP
         }
         return;
     }
-    const std::size_t entry = format == eKW_SAMPLES_FLOAT ? 4 : 2;
+    const std::size_t point = KW_GetPointSize(format);
     for (std::size_t i = 0; i < size; ++i)
     {
-        to[i] = from[i - i % entry + entry - 1 - i % entry];
+        const std::size_t entry = EntrySize(format, i % point);
+        const std::size_t begin = i - i % point % entry;
+        to[i] = from[begin + entry - 1 - (i - begin)];
     }
 }
 } // namespace NRecordBytes

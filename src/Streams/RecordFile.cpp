@@ -45,6 +45,7 @@ enum e_HeadField : UINT32
     eHEAD_TRIGGER_TIME = 40,
     eHEAD_SETTINGS_COUNTER = 48,
     eHEAD_MASK_RESULT = 56,
+    eHEAD_SOURCE = 64,
 };
 
 QByteArray DigestOf(const char* bytes, std::size_t size)
@@ -152,7 +153,8 @@ private:
                         QStringLiteral("a mask test has no result %1").arg(result));
         }
         m_info = {Get<UINT64>(eHEAD_NUMBER), Get<INT64>(eHEAD_TRIGGER_TIME),
-                  Get<INT64>(eHEAD_SETTINGS_COUNTER), static_cast<KW_MASK_RESULT>(result)};
+                  Get<INT64>(eHEAD_SETTINGS_COUNTER), static_cast<KW_MASK_RESULT>(result),
+                  Get<UINT64>(eHEAD_SOURCE)};
         m_traces.resize(traces);
         m_copies.resize(traces);
         m_samples.resize(traces);
@@ -276,6 +278,7 @@ void PutHead(const KW_RecordInfo& info, UINT32 traces, UINT64 fileSize, char* he
     PutLittle(head + eHEAD_TRIGGER_TIME, info.triggerTime);
     PutLittle(head + eHEAD_SETTINGS_COUNTER, info.settingsCounter);
     PutLittle(head + eHEAD_MASK_RESULT, static_cast<INT32>(info.maskResult));
+    PutLittle(head + eHEAD_SOURCE, info.source);
 }
 
 void PutEntry(const KW_TraceInfo& info, UINT64 samples, char* entry)

@@ -33,7 +33,7 @@ std::vector<std::byte> RandomBytes(std::mt19937& random, std::size_t size)
 CKWRecord MakeRandom(UINT32 seed, UINT32 points)
 {
     std::mt19937 random(seed);
-    std::array<KW_TraceInfo, 5> traces;
+    std::array<KW_TraceInfo, 6> traces;
     std::vector<std::vector<std::byte>> samples;
     std::vector<std::span<const std::byte>> spans;
     for (UINT32 i = 0; i < traces.size(); ++i)
@@ -42,9 +42,9 @@ CKWRecord MakeRandom(UINT32 seed, UINT32 points)
         traces[i].format = static_cast<KW_SAMPLE_FORMAT>(i % eKW_SAMPLES_COUNT);
         traces[i].unit = i == 2 ? eKW_UNIT_COUNT_TICKS : eKW_UNIT_LEVEL_A;
         traces[i].flags = i;
-        traces[i].count = i == 4 ? 0 : points + i;
+        traces[i].count = i == 5 ? 0 : points + i;
         traces[i].settlingPoints = i;
-        traces[i].interval = i == 4 ? std::numeric_limits<double>::quiet_NaN() : 1e-9 * (i + 1);
+        traces[i].interval = i == 5 ? std::numeric_limits<double>::quiet_NaN() : 1e-9 * (i + 1);
         traces[i].start = -1e-3 / (i + 1);
         traces[i].scale = -0.1;
         traces[i].offset = 1e300;
@@ -55,7 +55,7 @@ CKWRecord MakeRandom(UINT32 seed, UINT32 points)
         spans.emplace_back(bytes);
     }
     const KW_RecordInfo info{0xFEDCBA9876543210U, -1, std::numeric_limits<INT64>::min(),
-                             eKW_MASK_FAILED};
+                             eKW_MASK_FAILED, 77};
     return KW_MakeRecord(info, traces, spans);
 }
 
@@ -106,24 +106,24 @@ const t_Wrong kWrong[] = {
     {"NewerMajor", 8, 2, 2, 8},
     {"NoTrace", 16, 0, 4, 16},
     {"TooManyTraces", 16, 17, 4, 16},
-    {"ShortHead", 12, 63, 4, 12},
+    {"ShortHead", 12, 71, 4, 12},
     {"HeadBeyondTheFile", 12, 0xFFFFFFC0U, 4, 12},
     {"ShortEntries", 20, 32, 4, 12},
     {"EntriesBeyondTheFile", 20, 0x40000000U, 4, 12},
     {"MaskResult", 56, 3, 4, 56},
-    {"Channel", 64, 1000, 4, 64},
-    {"NegativeChannel", 64, 0xFFFFFFFFU, 4, 64},
-    {"Format", 68, 4, 4, 68},
-    {"Unit", 72, 0x7FFFFFFFU, 4, 72},
-    {"CountBeyondTheFile", 80, 0x80000000U, 4, 120},
-    {"IntervalZero", 88, 0, 8, 88},
-    {"IntervalNotANumber", 88, BitsOf(NAN), 8, 88},
-    {"StartInfinite", 96, BitsOf(INFINITY), 8, 96},
-    {"ScaleZero", 104, BitsOf(-0.0), 8, 104},
-    {"OffsetNotANumber", 112, BitsOf(NAN), 8, 112},
-    {"SamplesInTheTable", 120, 64, 8, 120},
-    {"SamplesBeyondTheFile", 120, 0xFFFFFFFFFFFFFFC0U, 8, 120},
-    {"SamplesOfTwoTracesOverlap", 128 + 56, 384, 8, 128 + 56},
+    {"Channel", 72, 1000, 4, 72},
+    {"NegativeChannel", 72, 0xFFFFFFFFU, 4, 72},
+    {"Format", 76, 5, 4, 76},
+    {"Unit", 80, 0x7FFFFFFFU, 4, 80},
+    {"CountBeyondTheFile", 88, 0x80000000U, 4, 128},
+    {"IntervalZero", 96, 0, 8, 96},
+    {"IntervalNotANumber", 96, BitsOf(NAN), 8, 96},
+    {"StartInfinite", 104, BitsOf(INFINITY), 8, 104},
+    {"ScaleZero", 112, BitsOf(-0.0), 8, 112},
+    {"OffsetNotANumber", 120, BitsOf(NAN), 8, 120},
+    {"SamplesInTheTable", 128, 64, 8, 128},
+    {"SamplesBeyondTheFile", 128, 0xFFFFFFFFFFFFFFC0U, 8, 128},
+    {"SamplesOfTwoTracesOverlap", 136 + 56, 512, 8, 136 + 56},
 };
 } // namespace
 
@@ -141,8 +141,9 @@ TEST(RecordFile, EveryFormatComesBackBitForBit)
         EXPECT_EQ(read.GetInfo().triggerTime, -1);
         EXPECT_EQ(read.GetInfo().settingsCounter, std::numeric_limits<INT64>::min());
         EXPECT_EQ(read.GetInfo().maskResult, eKW_MASK_FAILED);
+        EXPECT_EQ(read.GetInfo().source, 77U);
         ASSERT_EQ(read.GetTraceCount(), record.GetTraceCount());
-        for (UINT32 i = 0; i < 4; ++i)
+        for (UINT32 i = 0; i < 5; ++i)
         {
             const KW_TraceInfo trace = read.GetTrace(i);
             const auto samples = read.GetSamples(i);
@@ -171,31 +172,32 @@ TEST(RecordFile, BytesAreThoseThatTheDocumentDescribes)
     trace.count = 2;
     const std::span<const std::byte> samples = std::as_bytes(std::span(points));
     const QByteArray bytes =
-        BytesOf(KW_MakeRecord({3, 4, 5, eKW_MASK_PASSED}, {&trace, 1}, {&samples, 1}));
-    const QByteArray expected = QByteArray::fromHex("894b575245430d0a"
-                                                    "0100"
-                                                    "0000"
-                                                    "40000000"
-                                                    "01000000"
-                                                    "40000000"
-                                                    "a400000000000000"
-                                                    "0300000000000000"
-                                                    "0400000000000000"
-                                                    "0500000000000000"
-                                                    "01000000"
-                                                    "00000000"
-                                                    "01000000"
-                                                    "00000000"
-                                                    "1c000000"
-                                                    "00000000"
-                                                    "02000000"
-                                                    "00000000"
-                                                    "000000000000f03f"
-                                                    "0000000000000000"
-                                                    "000000000000f03f"
-                                                    "0000000000000000"
-                                                    "8000000000000000"
-                                                    "0100feff");
+        BytesOf(KW_MakeRecord({3, 4, 5, eKW_MASK_PASSED, 6}, {&trace, 1}, {&samples, 1}));
+    QByteArray expected = QByteArray::fromHex("894b575245430d0a"
+                                              "0100"
+                                              "0000"
+                                              "48000000"
+                                              "01000000"
+                                              "40000000"
+                                              "e400000000000000"
+                                              "0300000000000000"
+                                              "0400000000000000"
+                                              "0500000000000000"
+                                              "01000000"
+                                              "00000000"
+                                              "0600000000000000"
+                                              "01000000"
+                                              "00000000"
+                                              "1c000000"
+                                              "00000000"
+                                              "02000000"
+                                              "00000000"
+                                              "000000000000f03f"
+                                              "0000000000000000"
+                                              "000000000000f03f"
+                                              "0000000000000000"
+                                              "c000000000000000");
+    expected += QByteArray(192 - expected.size(), '\0') + QByteArray::fromHex("0100feff");
     EXPECT_EQ(bytes.left(bytes.size() - 32).toHex(), expected.toHex());
     EXPECT_EQ(bytes.right(32), QCryptographicHash::hash(expected, QCryptographicHash::Sha256));
 }
@@ -237,17 +239,17 @@ TEST(RecordFile, NewerMinorVersionWithLongerHeadAndEntriesIsRead)
 {
     QByteArray bytes = BytesOf(MakeRandom(1, 5));
     bytes.data()[10] = 1;
-    bytes.data()[12] = 72;
+    bytes.data()[12] = 80;
     bytes.data()[20] = 80;
-    for (int i = 4; i >= 0; --i)
+    for (int i = 5; i >= 0; --i)
     {
-        bytes.insert(128 + 64 * i, QByteArray(16, 'e'));
+        bytes.insert(136 + 64 * i, QByteArray(16, 'e'));
     }
-    bytes.insert(64, QByteArray(8, 'h'));
-    for (int i = 0; i < 5; ++i)
+    bytes.insert(72, QByteArray(8, 'h'));
+    for (int i = 0; i < 6; ++i)
     {
-        char* const place = bytes.data() + 72 + 80 * i + 56;
-        NRecordBytes::PutLittle(place, NRecordBytes::GetLittle<UINT64>(place) + 88);
+        char* const place = bytes.data() + 80 + 80 * i + 56;
+        NRecordBytes::PutLittle(place, NRecordBytes::GetLittle<UINT64>(place) + 104);
     }
     CKWRecord read;
     KW_RecordReport report;
