@@ -3,16 +3,19 @@
 
 #include "HttpGuard.h"
 #include "KWBrackets.h"
+#include "WebSocketConnection.h"
 
 #include <array>
 #include <boost/asio/post.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http.hpp>
+#include <boost/beast/websocket/rfc6455.hpp>
 #include <optional>
 
 namespace beast = boost::beast;
 namespace http = beast::http;
+namespace websocket = beast::websocket;
 
 namespace
 {
@@ -115,6 +118,12 @@ void CHttpConnection::OnHead(const t_Error& error)
                                      : "the request comes from another host's page");
         return;
     }
+    if (websocket::is_upgrade(m_parser->get()) && m_parser->get().target() == "/changes")
+    {
+        m_stream.expires_never();
+        StartWebSocket(m_shared, m_stream.release_socket(), m_parser->release());
+        return;
+    }
     if (Header(http::field::expect) == "100-continue")
     {
         static constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
@@ -208,6 +217,10 @@ void CHttpConnection::Send(const t_JsonAnswer& answer)
     m_response.set(http::field::content_type, "application/json");
     m_response.set(http::field::cache_control, "no-store");
     m_response.set("X-Content-Type-Options", "nosniff");
+    if (answer.status == 426)
+    {
+        m_response.set(http::field::upgrade, "websocket");
+    }
     if (answer.status == 401)
     {
         m_response.set(http::field::www_authenticate, "Bearer");

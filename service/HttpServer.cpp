@@ -7,16 +7,19 @@
 
 CHttpClient::~CHttpClient() = default;
 
+t_HttpShared::t_HttpShared(boost::asio::io_context& usedNetwork,
+                           const std::shared_ptr<IKWFunctionRootBase>& root,
+                           const t_JsonOptions& options, const CAccessToken* usedToken)
+    : network(usedNetwork), service(std::make_shared<CJsonService>(root, options)),
+      tasks(std::make_shared<CRemoteTasks>(options.bounds.tasks)), token(usedToken),
+      bounds(options.bounds), hub(usedNetwork, root, options.bounds)
+{
+}
+
 CHttpServer::CHttpServer(boost::asio::io_context& network,
-                         std::shared_ptr<IKWFunctionRootBase> root, const t_JsonOptions& options,
-                         const CAccessToken* token)
-    : m_shared(std::make_shared<t_HttpShared>(
-          t_HttpShared{network,
-                       std::make_shared<CJsonService>(std::move(root), options),
-                       std::make_shared<CRemoteTasks>(options.bounds.tasks),
-                       token,
-                       options.bounds,
-                       {}})),
+                         const std::shared_ptr<IKWFunctionRootBase>& root,
+                         const t_JsonOptions& options, const CAccessToken* token)
+    : m_shared(std::make_shared<t_HttpShared>(network, root, options, token)),
       m_listener(network,
                  [this](boost::asio::ip::tcp::socket socket) { Welcome(std::move(socket)); })
 {
@@ -25,6 +28,7 @@ CHttpServer::CHttpServer(boost::asio::io_context& network,
 void CHttpServer::Stop()
 {
     m_listener.Stop();
+    m_shared->hub.Stop();
     for (const auto& client : std::exchange(m_shared->clients, {}))
     {
         client->Close();

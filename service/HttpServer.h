@@ -2,6 +2,7 @@
 #pragma once
 
 #include "AccessToken.h"
+#include "JsonHub.h"
 #include "JsonService.h"
 #include "Listener.h"
 #include "RemoteTasks.h"
@@ -21,11 +22,16 @@ public:
 /** What all connections of the server share. Outlives them. */
 struct t_HttpShared
 {
+    t_HttpShared(boost::asio::io_context& usedNetwork,
+                 const std::shared_ptr<IKWFunctionRootBase>& root, const t_JsonOptions& options,
+                 const CAccessToken* usedToken);
+
     boost::asio::io_context& network;
     std::shared_ptr<const CJsonService> service;
     std::shared_ptr<CRemoteTasks> tasks; ///< for requests that take their time
-    const CAccessToken* token = nullptr; ///< that clients must show; none is wanted without it
+    const CAccessToken* token;           ///< that clients must show; none is wanted without it
     t_HttpBounds bounds;
+    CJsonHub hub;
     std::vector<std::shared_ptr<CHttpClient>> clients;
 };
 
@@ -34,7 +40,7 @@ class CHttpServer
 {
 public:
     /** The token is kept by the caller; null where none is wanted. */
-    CHttpServer(boost::asio::io_context& network, std::shared_ptr<IKWFunctionRootBase> root,
+    CHttpServer(boost::asio::io_context& network, const std::shared_ptr<IKWFunctionRootBase>& root,
                 const t_JsonOptions& options, const CAccessToken* token);
 
     /** As CListener::Listen. */

@@ -19,6 +19,10 @@ std::span<const CJsonService::t_Route> CJsonService::Routes()
         {"GET", "/why", false, false, &CJsonService::GetReasons,
          "A node with the rows of rules that it starts, and those of its group", "path", nullptr,
          "Reasons"},
+        {"GET", "/changes", false, true, &CJsonService::GetChanges,
+         "A WebSocket of changes: a client sends Subscribe and is answered by Standing, and by "
+         "Changes from then on, each numbered. Without a WebSocket it is refused.",
+         "", nullptr, "Changes"},
         {"POST", "/write", true, false, &CJsonService::Write,
          "Writes settings, all or nothing unless \"together\" is false", "", "Writes", "Written"},
         {"POST", "/trial", false, false, &CJsonService::Try,

@@ -97,6 +97,25 @@ constexpr char kChange[] =
     R"("path":)" KW_TEXT R"(,"before":{"$ref":"#/components/schemas/Node"},)"
     R"("now":{"$ref":"#/components/schemas/Node"},"removed":)" KW_FLAG "}}";
 
+constexpr char kSubscribe[] =
+    R"({"type":"object","required":["subscribe"],"properties":{)"
+    R"("subscribe":{"type":"array","maxItems":64,"items":)" KW_TEXT
+    R"(,"description":"Paths of nodes, each with all that is below it; empty for none"},)"
+    R"("stream":{"type":"string","description":"To go on where another connection stopped"},)"
+    R"("number":{"type":"integer","description":"The last that it has seen"}}})";
+
+constexpr char kStanding[] =
+    R"({"type":"object","additionalProperties":false,)"
+    R"("required":["stream","number","subscribed","resync"],"properties":{"stream":)" KW_TEXT
+    R"(,"number":{"type":"integer"},"subscribed":{"type":"array","items":)" KW_TEXT
+    R"(},"resync":{"type":"boolean","description":)"
+    R"("Changes were missed: the tree must be read again"}}})";
+
+constexpr char kChanges[] =
+    R"({"type":"object","additionalProperties":false,"required":["number","changes"],)"
+    R"("properties":{"number":{"type":"integer"},)"
+    R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}}}})";
+
 constexpr char kWrite[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"minProperties":2,)"
     R"("maxProperties":2,"properties":{"path":)" KW_TEXT
@@ -159,19 +178,34 @@ struct t_Schema
 QByteArray NJson::Components()
 {
     QByteArray schemas;
-    for (const t_Schema& schema : std::initializer_list<t_Schema>{
-             {"Value", kValue},         {"Availability", kAvailability},
-             {"Property", kProperty},   {"Action", kAction},
-             {"Group", kGroup},         {"Node", kNode},
-             {"Code", kCode},           {"Report", kReport},
-             {"Written", kWritten},     {"WrittenOrRefused", kWrittenOrRefused},
-             {"Tried", kTried},         {"Change", kChange},
-             {"Write", kWrite},         {"Writes", kWrites},
-             {"Trial", kTrial},         {"ItemChange", kItemChange},
-             {"History", kHistory},     {"Row", kRow},
-             {"Couplings", kCouplings}, {"Reasons", kReasons},
-             {"Path", kPath},           {"Preset", kPreset},
-             {"File", kFile},           {"Description", kDescription}})
+    for (const t_Schema& schema :
+         std::initializer_list<t_Schema>{{"Value", kValue},
+                                         {"Availability", kAvailability},
+                                         {"Property", kProperty},
+                                         {"Action", kAction},
+                                         {"Group", kGroup},
+                                         {"Node", kNode},
+                                         {"Code", kCode},
+                                         {"Report", kReport},
+                                         {"Written", kWritten},
+                                         {"WrittenOrRefused", kWrittenOrRefused},
+                                         {"Tried", kTried},
+                                         {"Change", kChange},
+                                         {"Subscribe", kSubscribe},
+                                         {"Standing", kStanding},
+                                         {"Changes", kChanges},
+                                         {"Write", kWrite},
+                                         {"Writes", kWrites},
+                                         {"Trial", kTrial},
+                                         {"ItemChange", kItemChange},
+                                         {"History", kHistory},
+                                         {"Row", kRow},
+                                         {"Couplings", kCouplings},
+                                         {"Reasons", kReasons},
+                                         {"Path", kPath},
+                                         {"Preset", kPreset},
+                                         {"File", kFile},
+                                         {"Description", kDescription}})
     {
         schemas +=
             (schemas.isEmpty() ? "\"" : ",\"") + QByteArray(schema.name) + "\":" + schema.json;

@@ -216,6 +216,11 @@ t_JsonAnswer CJsonService::GetNode(const t_Call& call) const
     return {200, json.GetText()};
 }
 
+t_JsonAnswer CJsonService::GetChanges(const t_Call&) const
+{
+    return Refuse(426, eKW_ACC_WRONG_KIND, QStringLiteral("a WebSocket is wanted"));
+}
+
 t_JsonAnswer CJsonService::GetHistory(const t_Call&) const
 {
     CJsonWriter json;

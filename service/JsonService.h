@@ -52,6 +52,8 @@ public:
     /** Whether a request is answered in less time than it takes to hand it to another thread. */
     bool IsQuick(const t_JsonRequest& request) const;
 
+    bool IsNode(const QString& path) const { return Top()->Find(path) != nullptr; }
+
     /** The description of all requests (OpenAPI 3.1). */
     static QByteArray Describe();
     /** The answer to what could not be understood. */
@@ -89,6 +91,7 @@ private:
     t_JsonAnswer GetHistory(const t_Call& call) const;
     t_JsonAnswer GetCouplings(const t_Call& call) const;
     t_JsonAnswer GetReasons(const t_Call& call) const;
+    t_JsonAnswer GetChanges(const t_Call& call) const;
     t_JsonAnswer Write(const t_Call& call) const;
     t_JsonAnswer Try(const t_Call& call) const;
     t_JsonAnswer Run(const t_Call& call) const;

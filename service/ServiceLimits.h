@@ -32,6 +32,8 @@ struct t_HttpBounds
     std::size_t message = 64U << 10U;   ///< bytes of a message of a subscriber
     std::size_t backlog = 8U << 20U;    ///< bytes of changes that can be asked for again
     std::chrono::seconds trial{2};      ///< for which a trial waits for others
+    std::chrono::seconds memory{60};    ///< for which changes are kept without a subscriber
+    std::chrono::seconds silence{60};   ///< after which a subscriber must have answered a ping
     std::chrono::milliseconds poll{50}; ///< between two looks at the change counters
 };
 

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "JsonChanges.h"
+
+#include <QSet>
+#include <QUuid>
+#include <algorithm>
+
+namespace
+{
+constexpr std::size_t kEntryBytes = 128; // beside its texts
+
+bool IsBelow(const QString& path, const QString& top)
+{
+    return top.isEmpty() || (path.startsWith(top) &&
+                             (path.size() == top.size() || path[top.size()] == QLatin1Char('/') ||
+                              path[top.size()] == QLatin1Char('[')));
+}
+
+bool IsWanted(const QString& path, const QStringList& paths)
+{
+    return std::any_of(paths.begin(), paths.end(),
+                       [&path](const QString& top) { return IsBelow(path, top); });
+}
+
+QByteArray ElementOf(const t_TreeChange& change)
+{
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("path").Text(change.path);
+    if (change.now.isEmpty())
+    {
+        json.Key("removed").Bool(true);
+    }
+    else
+    {
+        json.Key("now").Raw(change.now);
+    }
+    json.EndObject();
+    return json.GetText();
+}
+} // namespace
+
+CJsonChanges::CJsonChanges(std::shared_ptr<IKWFunctionRootBase> root, std::size_t backlog)
+    : m_root(std::move(root)), m_most(backlog)
+{
+}
+
+CJsonChanges::~CJsonChanges() = default;
+
+void CJsonChanges::Rest()
+{
+    m_differ.reset();
+    m_entries.clear();
+    m_bytes = 0;
+    m_forgotten = m_number;
+    m_made = {};
+}
+
+bool CJsonChanges::Look()
+{
+    if (!m_differ)
+    {
+        m_differ = std::make_unique<CTreeDiffer>(m_root);
+        m_stream = QUuid::createUuid().toString(QUuid::WithoutBraces);
+        return false;
+    }
+    const std::vector<t_TreeChange> changes = m_differ->Look();
+    m_number += changes.empty() ? 0 : 1;
+    for (const t_TreeChange& change : changes)
+    {
+        Keep(change);
+    }
+    return !changes.empty();
+}
+
+void CJsonChanges::Keep(const t_TreeChange& change)
+{
+    m_entries.push_back({m_number, change.path, ElementOf(change)});
+    const auto bytesOf = [](const t_Entry& entry)
+    { return static_cast<std::size_t>(entry.json.size() + 2 * entry.path.size()) + kEntryBytes; };
+    m_bytes += bytesOf(m_entries.back());
+    // Those of one look go together: half of them would be worth nothing.
+    while (m_bytes > m_most)
+    {
+        m_forgotten = m_entries.front().number;
+        while (!m_entries.empty() && m_entries.front().number == m_forgotten)
+        {
+            m_bytes -= bytesOf(m_entries.front());
+            m_entries.pop_front();
+        }
+    }
+}
+
+bool CJsonChanges::IsKept(UINT64 number) const
+{
+    return number >= m_forgotten && number <= m_number;
+}
+
+void CJsonChanges::Begin(t_Subscription& subscription, const QString& stream, UINT64 number) const
+{
+    subscription.isTooLate = !stream.isEmpty() && (stream != m_stream || !IsKept(number));
+    subscription.number = stream.isEmpty() || subscription.isTooLate ? m_number : number;
+}
+
+std::shared_ptr<const QByteArray> CJsonChanges::Make(const t_Subscription& subscription) const
+{
+    QSet<QString> seen;
+    std::vector<const t_Entry*> wanted;
+    for (auto entry = m_entries.rbegin();
+         entry != m_entries.rend() && entry->number > subscription.number; ++entry)
+    {
+        if (!seen.contains(entry->path) && IsWanted(entry->path, subscription.paths))
+        {
+            seen.insert(entry->path);
+            wanted.push_back(&*entry);
+        }
+    }
+    if (wanted.empty())
+    {
+        return nullptr;
+    }
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("number").Whole(static_cast<INT64>(m_number));
+    json.Key("changes").BeginArray();
+    std::for_each(wanted.rbegin(), wanted.rend(),
+                  [&json](const t_Entry* entry) { json.Raw(entry->json); });
+    json.EndArray();
+    json.EndObject();
+    return std::make_shared<const QByteArray>(json.GetText());
+}
+
+std::shared_ptr<const QByteArray> CJsonChanges::Take(t_Subscription& subscription)
+{
+    if (subscription.paths.isEmpty() || subscription.number == m_number)
+    {
+        return nullptr;
+    }
+    if (!IsKept(subscription.number))
+    {
+        subscription.isTooLate = true;
+        subscription.number = m_number;
+        return nullptr;
+    }
+    const bool isMade = m_made.paths == subscription.paths && m_made.from == subscription.number &&
+                        m_made.to == m_number;
+    if (!isMade)
+    {
+        m_made = {subscription.paths, subscription.number, m_number, Make(subscription)};
+    }
+    subscription.number = m_number;
+    return m_made.message;
+}

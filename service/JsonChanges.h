@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ServiceLimits.h"
+#include "TreeDiffer.h"
+
+#include <deque>
+#include <memory>
+
+/** What a subscriber wants, and how far it has come. */
+struct t_Subscription
+{
+    QStringList paths;      ///< nodes with all that is below them; empty while it wants nothing
+    UINT64 number = 0;      ///< the last change that it has seen
+    bool isTooLate = false; ///< it must read the tree again: told once
+};
+
+/**
+ * The changes of a tree, numbered, as far back as the bounds let it. One for all subscribers: each
+ * has only a number, so that one that reads slowly costs nothing, and takes what has come meanwhile
+ * at once: of every node only the last. Which subscribers there are, and when to look, is decided
+ * elsewhere. To be used by one thread at a time.
+ */
+class CJsonChanges
+{
+public:
+    CJsonChanges(std::shared_ptr<IKWFunctionRootBase> root, std::size_t backlog);
+    ~CJsonChanges();
+
+    /** Looks at the tree; whether anything has changed. The first look finds nothing: numbers begin
+        there. */
+    bool Look();
+    /** Forgets the changes until the next look: nobody wants them. */
+    void Rest();
+
+    /** The stream of numbers: another one after a rest. */
+    const QString& Stream() const { return m_stream; }
+    /** The number of the last change. */
+    UINT64 Number() const { return m_number; }
+
+    /** Begins where a client has stopped, or now: then `isTooLate` says that it has missed
+     * something.
+     */
+    void Begin(t_Subscription& subscription, const QString& stream, UINT64 number) const;
+
+    /** The message that a subscriber has not seen, which counts as seen then; empty when there is
+        none. Subscribers that want the same share it. */
+    std::shared_ptr<const QByteArray> Take(t_Subscription& subscription);
+
+private:
+    struct t_Entry
+    {
+        UINT64 number;
+        QString path;
+        QByteArray json; ///< an element of a message
+    };
+    /** The last message that was made, and for whom. */
+    struct t_Made
+    {
+        QStringList paths;
+        UINT64 from = 0;
+        UINT64 to = 0;
+        std::shared_ptr<const QByteArray> message;
+    };
+    bool IsKept(UINT64 number) const;
+    void Keep(const t_TreeChange& change);
+    std::shared_ptr<const QByteArray> Make(const t_Subscription& subscription) const;
+
+    const std::shared_ptr<IKWFunctionRootBase> m_root;
+    const std::size_t m_most; ///< bytes of the backlog
+    std::unique_ptr<CTreeDiffer> m_differ;
+    QString m_stream;
+    UINT64 m_number = 0;
+    UINT64 m_forgotten = 0; ///< the last number that is not kept
+    std::deque<t_Entry> m_entries;
+    std::size_t m_bytes = 0;
+    t_Made m_made;
+};

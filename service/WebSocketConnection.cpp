@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+#include "WebSocketConnection.h"
+
+#include "JsonHub.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <boost/beast/websocket.hpp>
+
+namespace beast = boost::beast;
+namespace websocket = beast::websocket;
+
+namespace
+{
+/**
+ * A subscriber. A message of its client is answered before the next one is read; changes go out
+ * while nothing else does. So nothing waits here: what a slow client has not seen is what the
+ * changes have behind its number. Who takes nothing for too long is dropped.
+ */
+class CWebSocketConnection : public CHttpClient,
+                             public CJsonSubscriber,
+                             public std::enable_shared_from_this<CWebSocketConnection>
+{
+public:
+    using t_Request = beast::http::request<beast::http::string_body>;
+
+    CWebSocketConnection(std::shared_ptr<t_HttpShared> shared, boost::asio::ip::tcp::socket socket,
+                         t_Request request)
+        : m_shared(std::move(shared)), m_stream(std::move(socket)), m_timer(m_shared->network),
+          m_request(std::move(request))
+    {
+    }
+
+    void Start();
+    bool IsOpen() const override { return beast::get_lowest_layer(m_stream).socket().is_open(); }
+    void Close() override;
+    bool IsListening() const override { return IsOpen(); }
+    void Wake() override { Pump(); }
+
+private:
+    void Read();
+    void OnMessage();
+    QByteArray Subscribe(const QJsonObject& message);
+    QByteArray Standing(bool isTooLate) const;
+    /** Sends what there is to send, one message after the other. */
+    void Pump();
+    void Send(std::shared_ptr<const QByteArray> message);
+    void OnSent(const beast::error_code& error);
+
+    const std::shared_ptr<t_HttpShared> m_shared;
+    websocket::stream<beast::tcp_stream> m_stream;
+    boost::asio::steady_timer m_timer;
+    const t_Request m_request;
+    beast::flat_buffer m_input;
+    t_Subscription m_subscription;
+    QByteArray m_reply; ///< to the last message, while it is not sent
+    std::shared_ptr<const QByteArray> m_sending;
+};
+
+QByteArray RefusalOf(const char* detail)
+{
+    return CJsonService::Refuse(400, eKW_ACC_BAD_TEXT, QString::fromLatin1(detail)).body;
+}
+
+void CWebSocketConnection::Start()
+{
+    websocket::stream_base::timeout times{};
+    times.handshake_timeout = m_shared->bounds.request;
+    times.idle_timeout = m_shared->bounds.silence;
+    times.keep_alive_pings = true;
+    m_stream.set_option(times);
+    m_stream.read_message_max(m_shared->bounds.message);
+    m_stream.text(true);
+    m_stream.async_accept(m_request,
+                          [self = shared_from_this()](const beast::error_code& error)
+                          {
+                              if (error)
+                              {
+                                  self->Close();
+                                  return;
+                              }
+                              self->m_shared->hub.Add(self);
+                              self->Read();
+                          });
+}
+
+void CWebSocketConnection::Close()
+{
+    m_timer.cancel();
+    beast::get_lowest_layer(m_stream).close();
+}
+
+void CWebSocketConnection::Read()
+{
+    m_stream.async_read(m_input,
+                        [self = shared_from_this()](const beast::error_code& error, std::size_t)
+                        {
+                            if (error)
+                            {
+                                self->Close();
+                                return;
+                            }
+                            self->OnMessage();
+                        });
+}
+
+void CWebSocketConnection::OnMessage()
+{
+    const auto bytes = m_input.cdata();
+    const QByteArray text(static_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()));
+    m_input.consume(m_input.size());
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    m_reply = document.isObject() ? Subscribe(document.object())
+                                  : RefusalOf("an object in JSON is wanted");
+    Pump();
+}
+
+QByteArray CWebSocketConnection::Standing(bool isTooLate) const
+{
+    const CJsonChanges& changes = m_shared->hub.Changes();
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("stream").Text(changes.Stream());
+    json.Key("number").Whole(static_cast<INT64>(m_subscription.number));
+    json.Key("subscribed").Texts(m_subscription.paths);
+    json.Key("resync").Bool(isTooLate);
+    json.EndObject();
+    return json.GetText();
+}
+
+QByteArray CWebSocketConnection::Subscribe(const QJsonObject& message)
+{
+    const QJsonValue wanted = message[QStringLiteral("subscribe")];
+    const QJsonArray paths = wanted.toArray();
+    if (!wanted.isArray() || paths.size() > m_shared->bounds.paths)
+    {
+        return RefusalOf("a list \"subscribe\" of at most 64 paths is wanted");
+    }
+    QStringList list;
+    for (const QJsonValue& path : paths)
+    {
+        if (!path.isString() || !m_shared->service->IsNode(path.toString()))
+        {
+            return RefusalOf("a path leads to no node");
+        }
+        list.append(path.toString());
+    }
+    m_subscription.paths = list;
+    m_shared->hub.Changes().Begin(
+        m_subscription, message[QStringLiteral("stream")].toString(),
+        static_cast<UINT64>(message[QStringLiteral("number")].toDouble(0)));
+    return Standing(std::exchange(m_subscription.isTooLate, false));
+}
+
+void CWebSocketConnection::Pump()
+{
+    if (m_sending || !IsOpen())
+    {
+        return;
+    }
+    if (!m_reply.isEmpty())
+    {
+        Send(std::make_shared<const QByteArray>(std::exchange(m_reply, QByteArray())));
+        Read();
+        return;
+    }
+    auto changes = m_shared->hub.Changes().Take(m_subscription);
+    if (std::exchange(m_subscription.isTooLate, false))
+    {
+        changes = std::make_shared<const QByteArray>(Standing(true));
+    }
+    if (changes)
+    {
+        Send(std::move(changes));
+    }
+}
+
+void CWebSocketConnection::Send(std::shared_ptr<const QByteArray> message)
+{
+    m_sending = std::move(message);
+    m_timer.expires_after(m_shared->bounds.answer);
+    m_timer.async_wait(
+        [self = weak_from_this()](const beast::error_code& error)
+        {
+            const auto connection = error ? nullptr : self.lock();
+            if (connection)
+            {
+                connection->Close();
+            }
+        });
+    m_stream.async_write(
+        boost::asio::buffer(m_sending->constData(), static_cast<std::size_t>(m_sending->size())),
+        [self = shared_from_this()](const beast::error_code& error, std::size_t)
+        { self->OnSent(error); });
+}
+
+void CWebSocketConnection::OnSent(const beast::error_code& error)
+{
+    m_sending = nullptr;
+    m_timer.cancel();
+    if (error)
+    {
+        Close();
+        return;
+    }
+    Pump();
+}
+} // namespace
+
+void StartWebSocket(const std::shared_ptr<t_HttpShared>& shared,
+                    boost::asio::ip::tcp::socket socket, CWebSocketConnection::t_Request request)
+{
+    const auto connection =
+        std::make_shared<CWebSocketConnection>(shared, std::move(socket), std::move(request));
+    shared->clients.push_back(connection);
+    connection->Start();
+}
