@@ -52,7 +52,7 @@ MAY_INCLUDE = {
         "service tests", "service", "test basics", "ifc", "ifc basics", "ifc of the frame",
     },
     "tests": {
-        "tests", "test basics", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
+        "tests", "test basics", "service tests", "rules", "frame", "support", "ifc", "ifc basics", "ifc of the frame",
         "all enumerations",
     },
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Runs every fuzzer for some seconds, 20 if nothing is said: scripts/fuzz.sh [SECONDS]. Every folder
-# of tests/fuzz/corpus is the fuzzer of that name; the model of the generator has one of its own. A
+# of tests/fuzz/corpus and tests/service/corpus is the fuzzer of that name; the model of the generator has one of its own. A
 # file that breaks something is left in build/fuzz/findings; give it a telling name in the corpus.
 set -euo pipefail
 
@@ -13,7 +13,8 @@ fi
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 findings=build/fuzz/findings
 scripts/setup.sh fuzz
-mapfile -t targets < <(ls tests/fuzz/corpus)
+corpora=(tests/fuzz/corpus tests/service/corpus)
+mapfile -t targets < <(find "${corpora[@]}" -mindepth 1 -maxdepth 1 -printf '%f\n' | LC_ALL=C sort)
 scripts/build.sh fuzz "${targets[@]/#/Fuzz}"
 mkdir -p "$findings"
 
@@ -33,7 +34,7 @@ fuzz() {
     local seeds=build/fuzz/seeds/$1
     mkdir -p "$seeds"
     run "$1" "build/fuzz/tests/Fuzz$1" -max_total_time="$seconds" -max_len=4096 \
-        -timeout=10 -artifact_prefix="$findings/" "$seeds" "tests/fuzz/corpus/$1"
+        -timeout=10 -artifact_prefix="$findings/" "$seeds" tests/*/corpus/"$1"
 }
 
 fuzz_model() {

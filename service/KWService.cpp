@@ -158,12 +158,9 @@ private:
         {
             return; // closes it
         }
-        if (m_connections.empty())
-        {
-            Poll();
-        }
         m_connections.push_back(std::make_shared<CRemoteConnection>(
-            m_network, std::move(socket), m_patience, [this] { ShowConnected(); }));
+            m_network, std::move(socket), m_patience,
+            CRemoteConnection::t_Events{[this] { ShowConnected(); }, [this] { Watch(); }}));
         m_connections.back()->Start(m_root, m_tasks, m_options);
         ShowConnected();
     }
@@ -177,31 +174,37 @@ private:
     }
 
     /** What is the case for a moment alone would be seen by nobody who asks later. */
+    void Watch()
+    {
+        if (!std::exchange(m_isWatching, true))
+        {
+            Poll();
+        }
+    }
+
     void Poll()
     {
         m_poll.expires_after(std::chrono::milliseconds(NServiceLimits::kPollMilliseconds));
-        m_poll.async_wait(
-            [this](const boost::system::error_code& error)
+        m_poll.async_wait([this](const boost::system::error_code& error)
+                          { error || !Observe() ? void(m_isWatching = false) : Poll(); });
+    }
+
+    /** Whether somebody still watches. */
+    bool Observe()
+    {
+        const bool hasChanged = m_top->HasChanged(m_seen);
+        const t_RemoteConditions conditions =
+            hasChanged ? m_conditions.Read() : t_RemoteConditions{};
+        bool isWatched = false;
+        for (const auto& connection : m_connections)
+        {
+            if (connection->Watches())
             {
-                if (error)
-                {
-                    return;
-                }
-                ForgetClosed();
-                if (m_connections.empty())
-                {
-                    return; // until the next one comes
-                }
-                if (m_top->HasChanged(m_seen))
-                {
-                    const t_RemoteConditions conditions = m_conditions.Read();
-                    for (const auto& connection : m_connections)
-                    {
-                        connection->Observe(conditions);
-                    }
-                }
-                Poll();
-            });
+                isWatched = true;
+                hasChanged ? connection->Observe(conditions) : void();
+            }
+        }
+        return isWatched;
     }
 
     void ShowConnected()
@@ -233,6 +236,7 @@ private:
     const CRemoteConditions m_conditions{*m_top};
     boost::asio::steady_timer m_poll{m_network};
     long long m_seen = 0;
+    bool m_isWatching = false;
     std::vector<std::shared_ptr<CRemoteConnection>> m_connections;
     std::thread m_thread;
     QString m_error;

@@ -223,7 +223,10 @@ t_RemoteError CRemoteSession::GetServiceMask(const t_RemoteUnit&)
 
 t_RemoteError CRemoteSession::GetStatusByte(const t_RemoteUnit&)
 {
-    ObserveNow();
+    if (m_status.operation.enable != 0 || m_status.questionable.enable != 0)
+    {
+        ObserveNow();
+    }
     Answer(QByteArray::number(m_status.StatusByte(m_hasAnswer)));
     return {};
 }

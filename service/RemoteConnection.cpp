@@ -63,7 +63,7 @@ void CRemoteConnection::Close()
     m_socket.close(ignored);
     if (std::exchange(m_session, nullptr))
     {
-        m_closed();
+        m_events.closed();
     }
 }
 
@@ -151,6 +151,10 @@ void CRemoteConnection::Observe(const t_RemoteConditions& conditions)
 
 void CRemoteConnection::GoOn()
 {
+    if (m_session && m_session->WantsConditions() && !std::exchange(m_watches, true))
+    {
+        m_events.watches();
+    }
     Write();
     Read();
     if (m_session && !m_isWriting && m_session->HasMore() && !std::exchange(m_isQueued, true))

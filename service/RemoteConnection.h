@@ -26,10 +26,17 @@ public:
         std::chrono::seconds message; ///< in which a message that has begun must end
     };
 
+    /** What it tells its server. */
+    struct t_Events
+    {
+        std::function<void()> closed;
+        std::function<void()> watches; ///< conditions from now on
+    };
+
     CRemoteConnection(boost::asio::io_context& network, boost::asio::ip::tcp::socket socket,
-                      const t_Patience& patience, std::function<void()> closed)
+                      const t_Patience& patience, t_Events events)
         : m_network(network), m_socket(std::move(socket)), m_writeTimer(network),
-          m_messageTimer(network), m_patience(patience), m_closed(std::move(closed))
+          m_messageTimer(network), m_patience(patience), m_events(std::move(events))
     {
     }
 
@@ -37,6 +44,8 @@ public:
                const std::shared_ptr<CRemoteTasks>& tasks, const t_RemoteOptions& options);
     void Close();
     bool IsOpen() const { return m_socket.is_open(); }
+    /** Whether Observe is to be called. */
+    bool Watches() const { return m_watches && m_session; }
     void Observe(const t_RemoteConditions& conditions);
 
 private:
@@ -57,7 +66,8 @@ private:
     boost::asio::steady_timer m_writeTimer;
     boost::asio::steady_timer m_messageTimer;
     const t_Patience m_patience;
-    const std::function<void()> m_closed;
+    const t_Events m_events;
+    bool m_watches = false;
     std::unique_ptr<CRemoteSession> m_session;
     std::array<char, 16384> m_input{};
     std::optional<CRemoteGuard> m_guard{std::in_place}; ///< until it has decided

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "RemoteGuard.h"
 
+#include "ServiceLimits.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
 
 namespace
 {
-constexpr int kLongestWord = 64; ///< of remote control
-
 /** Whose target need not begin with "/". */
 constexpr std::array kMethods{"GET",     "HEAD",    "POST",  "PUT",   "DELETE",
                               "CONNECT", "OPTIONS", "TRACE", "PATCH", "PRI"};
@@ -29,7 +29,7 @@ CRemoteGuard::eVERDICT CRemoteGuard::Look(const char* bytes, std::size_t count)
     const int length = static_cast<int>(end - m_bytes.constBegin());
     if (end == m_bytes.constEnd())
     {
-        return length > kLongestWord ? eVERDICT::Http : eVERDICT::Undecided;
+        return length > NServiceLimits::kLongestWord ? eVERDICT::Http : eVERDICT::Undecided;
     }
     if (*end != ' ' || length == 0)
     {

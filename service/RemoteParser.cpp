@@ -6,7 +6,7 @@
 
 namespace
 {
-constexpr int kLongestWord = 64; ///< long forms are names of nodes, and longer than 12
+using NServiceLimits::kLongestWord;
 constexpr int kMostDigits = 255;
 constexpr int kLargestExponent = 32000;
 

@@ -60,6 +60,8 @@ public:
     bool IsInMessage() const { return m_reader.IsInMessage(); }
     /** Messages that have ended so far, carried out or not. */
     std::size_t EndedMessages() const { return m_reader.EndedMessages(); }
+    /** Whether something has asked for conditions, so that they are to be observed. */
+    bool WantsConditions() const { return m_conditions.has_value(); }
     /** Notes the conditions of the tree, so that none that has gone again is missed. */
     void Observe(const t_RemoteConditions& conditions);
 

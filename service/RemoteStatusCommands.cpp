@@ -13,19 +13,19 @@ constexpr UINT16 kUsed = 0x7FFF; ///< bit 15 is never used, so that clients may 
 std::span<const CRemoteSession::t_Command> CRemoteSession::StatusCommands()
 {
     using T = CRemoteSession;
-    constexpr auto kOperation = &CRemoteStatus::operation;
-    constexpr auto kQuestionable = &CRemoteStatus::questionable;
+    constexpr auto kOfOperation = &CRemoteStatus::operation;
+    constexpr auto kOfQuestionable = &CRemoteStatus::questionable;
     static constexpr t_Command kCommands[] = {
-        {"STATus:OPERation", true, 0, 0, false, &T::TakeEvent<kOperation>},
-        {"STATus:OPERation:EVENt", true, 0, 0, false, &T::TakeEvent<kOperation>},
-        {"STATus:OPERation:CONDition", true, 0, 0, false, &T::GetCondition<kOperation>},
-        {"STATus:OPERation:ENABle", false, 1, 1, false, &T::SetEnable<kOperation>},
-        {"STATus:OPERation:ENABle", true, 0, 0, false, &T::GetEnable<kOperation>},
-        {"STATus:QUEStionable", true, 0, 0, false, &T::TakeEvent<kQuestionable>},
-        {"STATus:QUEStionable:EVENt", true, 0, 0, false, &T::TakeEvent<kQuestionable>},
-        {"STATus:QUEStionable:CONDition", true, 0, 0, false, &T::GetCondition<kQuestionable>},
-        {"STATus:QUEStionable:ENABle", false, 1, 1, false, &T::SetEnable<kQuestionable>},
-        {"STATus:QUEStionable:ENABle", true, 0, 0, false, &T::GetEnable<kQuestionable>},
+        {"STATus:OPERation", true, 0, 0, false, &T::TakeEvent<kOfOperation>},
+        {"STATus:OPERation:EVENt", true, 0, 0, false, &T::TakeEvent<kOfOperation>},
+        {"STATus:OPERation:CONDition", true, 0, 0, false, &T::GetCondition<kOfOperation>},
+        {"STATus:OPERation:ENABle", false, 1, 1, false, &T::SetEnable<kOfOperation>},
+        {"STATus:OPERation:ENABle", true, 0, 0, false, &T::GetEnable<kOfOperation>},
+        {"STATus:QUEStionable", true, 0, 0, false, &T::TakeEvent<kOfQuestionable>},
+        {"STATus:QUEStionable:EVENt", true, 0, 0, false, &T::TakeEvent<kOfQuestionable>},
+        {"STATus:QUEStionable:CONDition", true, 0, 0, false, &T::GetCondition<kOfQuestionable>},
+        {"STATus:QUEStionable:ENABle", false, 1, 1, false, &T::SetEnable<kOfQuestionable>},
+        {"STATus:QUEStionable:ENABle", true, 0, 0, false, &T::GetEnable<kOfQuestionable>},
         {"STATus:PRESet", false, 0, 0, false, &T::PresetStatus},
     };
     return kCommands;
@@ -74,6 +74,7 @@ t_RemoteError CRemoteSession::SetEnable(const t_RemoteUnit& unit)
     {
         return {eREMOTE_OUT_OF_RANGE, QStringLiteral("0 to 65535 are wanted")};
     }
+    ObserveNow();
     (m_status.*Register).enable = static_cast<UINT16>(number & kUsed);
     return {};
 }

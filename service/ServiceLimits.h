@@ -40,6 +40,7 @@ struct t_HttpBounds
 /** How far all clients together may go, and the service itself. */
 namespace NServiceLimits
 {
+constexpr int kLongestWord = 64;            ///< of a header: long forms are names of nodes
 constexpr std::size_t kTasks = 64;          ///< operations and functions that run at once
 constexpr int kAddresses = 16;              ///< to listen at
 constexpr int kNetworks = 64;               ///< that are allowed

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Compiled once for each fuzzer; KWI_FUZZ_TARGET names the function of Targets.h.
-#include "fuzz/Targets.h"
-
+// Compiled once for each fuzzer; KWI_FUZZ_TARGET names its function.
+#include <QByteArray>
 #include <cstddef>
 #include <cstdint>
+
+void KWI_FUZZ_TARGET(const QByteArray& bytes);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

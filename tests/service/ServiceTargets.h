@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "IKWFunctionRootBase.h"
+
+#include <QByteArray>
+
+/**
+ * What the fuzzers of the service try, one function for each folder of tests/service/corpus:
+ * KW_Try<folder>. Each takes any bytes and ends the program when what it promises does not hold.
+ */
+
+/** The bytes are what a client of remote control sends: messages are cut at the same places however
+    the bytes come, every command leads to a bounded number of answers, and another client is
+    answered afterwards. */
+void KW_TryRemoteMessages(const QByteArray& bytes);
+
+/** A tree for one try, with a settings folder of its own; made by the program that tries. */
+std::shared_ptr<IKWFunctionRootBase> KW_MakeServedTree();
