@@ -113,7 +113,7 @@ private:
         t_JsonOptions json;
         json.readOnly = options.readOnly;
         json.bounds.connections = m_most;
-        json.bounds.answer = std::chrono::seconds(options.writeSeconds);
+        json.bounds.answer = m_patience.write;
         m_http =
             std::make_unique<CHttpServer>(m_network, m_root, json, m_token ? &*m_token : nullptr);
         const QStringList local{QStringLiteral("127.0.0.1")};
