@@ -20,7 +20,8 @@ for what in "$@"; do
         docs) packages+=(doxygen) ;;
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
-                doxygen valgrind python3-canmatrix)
+                doxygen valgrind python3-canmatrix curl lxi-tools netcat-openbsd python3-pyvisa
+                python3-pyvisa-py)
             ;;
         *)
             echo "setup: knows no $what" >&2

@@ -3,6 +3,7 @@
 
 import contextlib
 import io
+import os
 import re
 import shutil
 import signal
@@ -14,7 +15,7 @@ import time
 import unittest
 from pathlib import Path
 
-GUIDE = Path(__file__).resolve().parents[2] / "docs/guides/use-remote-control.md"
+GUIDES = Path(__file__).resolve().parents[2] / "docs/guides"
 ZELHOST = sys.argv.pop(1)
 
 try:
@@ -23,9 +24,14 @@ except ImportError:
     pyvisa = None
 
 
-def blocks(language: str) -> list[str]:
-    return re.findall(rf"^```{language}\n(.*?)^```$", GUIDE.read_text(encoding="utf-8"),
+def blocks(language: str, guide: str = "use-remote-control.md") -> list[str]:
+    return re.findall(rf"^```{language}\n(.*?)^```$", (GUIDES / guide).read_text(encoding="utf-8"),
                       flags=re.M | re.S)
+
+
+def free_port() -> int:
+    with socket.create_server(("127.0.0.1", 0)) as server:
+        return server.getsockname()[1]
 
 
 class CHost:
@@ -64,7 +70,7 @@ class ClientsTest(unittest.TestCase):
             self.assertEqual(printed.getvalue().splitlines(),
                              re.findall(r"^print\(.*\)\s+# (.*)$", block, flags=re.M))
 
-    @unittest.skipUnless(shutil.which("nc"), "needs netcat")
+    @unittest.skipUnless(shutil.which("nc") and shutil.which("lxi"), "needs netcat and lxi-tools")
     def test_shell_of_the_guide_shows_other_answers(self) -> None:
         port = self.start().port
         for block in blocks("console"):
@@ -72,6 +78,28 @@ class ClientsTest(unittest.TestCase):
             shown = subprocess.run(command.replace("5025", str(port)), shell=True, text=True,
                                    capture_output=True, timeout=20)
             self.assertEqual(shown.stdout, answers)
+
+    @unittest.skipUnless(shutil.which("curl"), "needs curl")
+    def test_guide_of_serving_shows_other_answers(self) -> None:
+        ports = {"5025": str(free_port()), "5026": str(free_port())}
+        commands = 0
+        with tempfile.TemporaryDirectory() as programs, tempfile.TemporaryDirectory() as folder:
+            program = Path(programs) / "zelhost"
+            program.write_text(f"#!/bin/sh\nexec {Path(ZELHOST).resolve()} --port {ports['5025']} "
+                               f"--http-port {ports['5026']} \"$@\"\n")
+            program.chmod(0o755)
+            environment = dict(os.environ, PATH=f"{programs}:{os.environ['PATH']}")
+            for block in blocks("console", "serve-your-tree.md"):
+                for part in re.findall(r"^\$ (.*\n(?:[^$].*\n)*)", block, flags=re.M):
+                    for port, free in ports.items():
+                        part = part.replace(port, free)
+                    command, _, answers = part.partition("\n")
+                    shown = subprocess.run(["bash", "-c", command], text=True, cwd=folder,
+                                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                           env=environment, timeout=60)
+                    self.assertEqual(shown.stdout, answers, command)
+                    commands += 1
+        self.assertEqual(commands, 6)
 
     @unittest.skipUnless(shutil.which("lxi"), "needs lxi-tools")
     def test_lxi_tools_read_other_answers(self) -> None:
