@@ -108,6 +108,10 @@ def stages(file: str, root: Path) -> list[Stage]:
     commands = [zelctl("zelctl"), zelctl("calc"), zelctl("labels")]
     if file.startswith("tools/"):
         return [*commands, zelctl("shell"), zelctl("guides")]
+    if file.startswith("service/"):
+        return [gtest("test_service"),
+                Stage("zelhost", (sys.executable, "-B", "tests/service/test_clients.py",
+                                  str(BUILD / "service/zelhost")))]
     if file.startswith(("src/Streams/", "ifc/Streams/")):
         return [gtest("test_streams")]
     if file.startswith("src/Samples/"):
@@ -141,8 +145,8 @@ class CCopy:
         self.scratch.mkdir()
         copy_project(self.root)
         configured = subprocess.run(
-            ["cmake", "--preset", "release"], cwd=self.root, stdin=subprocess.DEVNULL,
-            capture_output=True, text=True, check=False)
+            ["cmake", "--preset", "release", "-DKWI_BUILD_SERVICE=ON"], cwd=self.root,
+            stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         if configured.returncode != 0:
             raise RuntimeError(configured.stdout + configured.stderr)
 
