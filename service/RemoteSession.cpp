@@ -254,7 +254,7 @@ t_RemoteError CRemoteSession::ExecuteNode(const std::vector<QByteArray>& words,
     if (!target.command.isEmpty())
     {
         QByteArray answer;
-        const t_RemoteError error = NRemote::ExecuteContainer(dynamic_cast<IDbGroup&>(*target.node),
+        const t_RemoteError error = NRemote::ExecuteContainer(static_cast<IDbGroup&>(*target.node),
                                                               target.command, unit, answer);
         if (!error && unit.isQuery)
         {
@@ -262,11 +262,9 @@ t_RemoteError CRemoteSession::ExecuteNode(const std::vector<QByteArray>& words,
         }
         return error;
     }
-    if (const auto action = std::dynamic_pointer_cast<IDbAction>(target.node))
-    {
-        return ExecuteAction(action, unit);
-    }
-    return ExecuteProperty(dynamic_cast<IDbProperty&>(*target.node), unit);
+    return target.node->GetKind() == eKW_NODE_PROPERTY
+               ? ExecuteProperty(static_cast<IDbProperty&>(*target.node), unit)
+               : ExecuteAction(std::static_pointer_cast<IDbAction>(target.node), unit);
 }
 
 t_RemoteError CRemoteSession::ExecuteProperty(IDbProperty& property, const t_RemoteUnit& unit)

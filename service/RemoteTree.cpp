@@ -20,6 +20,14 @@ bool IsContainer(const IDbObject& node)
     return node.GetKind() == eKW_NODE_ARRAY || node.GetKind() == eKW_NODE_MAP;
 }
 
+/** The node as a group, null where it is none. A node's kind says what it can be asked: a cast that
+    looks at its class costs more than all else of finding it. */
+std::shared_ptr<IDbGroup> AsGroup(const std::shared_ptr<IDbObject>& node)
+{
+    const bool isGroup = node->GetKind() == eKW_NODE_GROUP || IsContainer(*node);
+    return isGroup ? std::static_pointer_cast<IDbGroup>(node) : nullptr;
+}
+
 /** Digits at the end of a word: their place, the word's length where there are none. */
 int BeginOfNumber(const QByteArray& word)
 {
@@ -146,7 +154,7 @@ t_RemoteError CRemoteTree::Find(const std::shared_ptr<IDbGroup>& root,
         {
             return {eREMOTE_HEADER_SUFFIX, QString::fromLatin1(words[i])};
         }
-        group = std::dynamic_pointer_cast<IDbGroup>(target.node);
+        group = AsGroup(target.node);
         if (!group || isLast)
         {
             return group || !isLast ? Undefined(words[group ? i : i + 1]) : t_RemoteError{};
