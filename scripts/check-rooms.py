@@ -21,6 +21,7 @@ ROOMS = {
     "tools": "tools",
     "service": "service",
     "examples": "client",
+    "examples/service": "service client",
     "tests": "tests",
     "tests/client": "client tests",
     "tests/abi": "client tests",
@@ -44,6 +45,7 @@ MAY_INCLUDE = {
     "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
     "service": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "client": {"client", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
+    "service client": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "client tests": {
         "client tests", "test basics", "ifc", "ifc basics", "ifc of the frame", "all enumerations",
     },
@@ -123,8 +125,9 @@ FURTHER_LIBRARIES = {
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "client": None,
     "test basics": None,
-    "service": r"boost/.*|CLI/.*",
-    "service tests": r"boost/.*|(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
+    "service": r"boost/.*|CLI/.*|(sys/|netinet/)?[a-z]+\.h",
+    "service client": None,
+    "service tests": r"boost/.*|(gtest|gmock|rapidcheck)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
     "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
 }
