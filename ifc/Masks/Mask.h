@@ -18,7 +18,7 @@ struct KW_MaskPoint
     double y = 0.0;     ///< divisions above the middle of the screen, whose edges are ± 4
     bool isEnd = false; ///< a gap follows: no line from here to the next point
 
-    bool operator==(const KW_MaskPoint& other) const = default;
+    bool operator==(const KW_MaskPoint& other) const = default; ///< all fields
 };
 
 /**
@@ -37,7 +37,7 @@ struct KW_MaskFrame
     double middle = 0.0;                 ///< level at y = 0
     double levelScale = 1.0;             ///< of a division; > 0
 
-    bool operator==(const KW_MaskFrame& other) const = default;
+    bool operator==(const KW_MaskFrame& other) const = default; ///< all fields
 };
 
 /** The mask of one channel; one without points limits nothing. */
@@ -47,8 +47,9 @@ struct KW_Mask
     KW_MaskLine upper;  ///< a trace may touch it
     KW_MaskLine lower;  ///< likewise
 
+    /** Neither line has a point. */
     bool IsEmpty() const { return upper.empty() && lower.empty(); }
-    bool operator==(const KW_Mask& other) const = default;
+    bool operator==(const KW_Mask& other) const = default; ///< all fields
 };
 
 /** Bounds of masks. */

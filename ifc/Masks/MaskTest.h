@@ -23,12 +23,12 @@
 struct KW_MaskViolation
 {
     KW_ZEL_LIMIT line = eKW_ZEL_LIMIT_INSIDE; ///< overflow: the upper one, underflow: the lower one
-    UINT32 first = 0;                         ///< its points in the trace
-    UINT32 last = 0;
-    UINT32 worst = 0;    ///< the first of those that are farthest beyond
-    double excess = 0.0; ///< how far this is, in divisions; > 0
+    UINT32 first = 0;                         ///< its first point in the trace
+    UINT32 last = 0;                          ///< and its last one
+    UINT32 worst = 0;                         ///< the first of those that are farthest beyond
+    double excess = 0.0;                      ///< how far this is, in divisions; > 0
 
-    bool operator==(const KW_MaskViolation& other) const = default;
+    bool operator==(const KW_MaskViolation& other) const = default; ///< all fields
 };
 
 /**

@@ -37,8 +37,8 @@ struct KW_PlacedMask
 /** The masks of all channels at one moment. Stays as it is. */
 struct KW_MaskSet
 {
-    UINT64 number = 0; ///< rises whenever one of them changes
-    std::array<KW_PlacedMask, 4> channels{};
+    UINT64 number = 0;                       ///< rises whenever one of them changes
+    std::array<KW_PlacedMask, 4> channels{}; ///< C1 to C4
 };
 
 /** What a client is to do because of violations. */

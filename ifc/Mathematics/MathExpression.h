@@ -71,8 +71,11 @@ class KW_EXPORT CKWMathExpression
 public:
     /** None. */
     CKWMathExpression();
+    /** Copies share what was read. */
+    ///@{
     CKWMathExpression(const CKWMathExpression& other);
     CKWMathExpression& operator=(const CKWMathExpression& other);
+    ///@}
     ~CKWMathExpression();
 
     /** Becomes the expression of a text, or stays as it is. The codes of KW_ReadMathElements, and

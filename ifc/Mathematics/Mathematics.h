@@ -38,7 +38,7 @@ struct KW_MathScale
     double scale = 1.0;    ///< in the unit of the curve per division, 1e-12 to 1e12
     double position = 0.0; ///< of the zero line above the middle, divisions, -4 to 4
 
-    bool operator==(const KW_MathScale&) const = default;
+    bool operator==(const KW_MathScale&) const = default; ///< all fields
 };
 
 /**
@@ -65,7 +65,7 @@ struct KW_MathSettings
     bool autoScale = true; ///< of 16 bit: KW_FindMathScale of each curve instead of `scale`
     KW_MathScale scale;    ///< of 16 bit
 
-    bool operator==(const KW_MathSettings&) const = default;
+    bool operator==(const KW_MathSettings&) const = default; ///< all fields
 };
 
 /**
