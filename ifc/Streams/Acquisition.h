@@ -42,7 +42,7 @@ struct KW_ArmedAcquisition
         is taken off. `scale` is negative for an inverted channel. Flags are the client's. */
     std::array<KW_TraceInfo, eKW_PLACE_COUNT> traces{};
     UINT32 blockSize = 0; ///< points that slow and roll mode show at a time; 0: whole records
-    KW_ZEL_DSP_MODE mode = eKW_ZEL_DSP_MODE_NORMAL; ///< whole records, or blocks of them
+    KW_ZEL_DSP_MODE mode = eKW_ZEL_DSP_MODE_NORMAL; ///< whether it is slow or roll mode
     UINT32 historyDepth = 0;                        ///< records that the history is to keep
     UINT32 left = 0;           ///< acquisitions that a single run still makes; 0: no end
     INT64 settingsCounter = 0; ///< change counter of the tree

@@ -26,11 +26,11 @@ using namespace NSamples;
 class CAcquisition final : public IKWAcquisition
 {
 public:
-    CAcquisition(std::shared_ptr<IDbGroup> node, CDbPgRoot& root, std::shared_ptr<IKWStream> stream,
-                 UINT64 bytes)
-        : m_node(std::move(node)), m_root(root), m_stream(std::move(stream)),
-          m_writer(m_stream->MakeWriter()), m_reader(m_stream->MakeReader()), m_bytes(bytes),
-          m_delivery(root, m_progress), m_reference(root)
+    CAcquisition(std::shared_ptr<IKWFunctionZEL> handle, CDbPgRoot& root,
+                 std::shared_ptr<IKWStream> stream, UINT64 bytes)
+        : m_root(root), m_stream(std::move(stream)), m_writer(m_stream->MakeWriter()),
+          m_reader(m_stream->MakeReader()), m_bytes(bytes), m_delivery(root, m_progress),
+          m_reference(root, std::move(handle))
     {
         m_progress.clears = m_delivery.GetClears();
     }
@@ -66,7 +66,6 @@ private:
     KW_ACCEPTANCE Show(const KW_AcquiredInfo& info, bool keep);
     void Count(const KW_AcquiredInfo& info);
 
-    const std::shared_ptr<IDbGroup> m_node; ///< keeps the tree
     CDbPgRoot& m_root;
     const std::shared_ptr<IKWStream> m_stream;
     const std::unique_ptr<IKWStreamWriter> m_writer;
@@ -74,7 +73,7 @@ private:
     const UINT64 m_bytes;
     t_Progress m_progress;
     CDelivery m_delivery;
-    CReferenceStore m_reference;
+    CReferenceStore m_reference; ///< keeps the tree
 
     // Of the thread that acquires.
     long long m_seen = -1; ///< change counter that the settings are of
@@ -314,8 +313,7 @@ std::shared_ptr<IKWAcquisition> KW_MakeAcquisition(std::shared_ptr<IKWFunctionZE
     {
         return nullptr;
     }
-    std::shared_ptr<IDbGroup> node = root->GetDbObject();
-    auto* const top = dynamic_cast<CDbPgRoot*>(node.get());
+    auto* const top = dynamic_cast<CDbPgRoot*>(root->GetDbObject().get());
     std::shared_ptr<IKWStream> stream = top != nullptr ? KW_MakeStream(bytes) : nullptr;
     if (stream == nullptr)
     {
@@ -323,6 +321,6 @@ std::shared_ptr<IKWAcquisition> KW_MakeAcquisition(std::shared_ptr<IKWFunctionZE
     }
     const CLockGuard lock;
     auto acquisition =
-        std::make_shared<CAcquisition>(std::move(node), *top, std::move(stream), bytes);
+        std::make_shared<CAcquisition>(std::move(root), *top, std::move(stream), bytes);
     return acquisition->IsGood() ? acquisition : nullptr;
 }

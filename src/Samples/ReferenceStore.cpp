@@ -79,8 +79,9 @@ KW_ZEL_CHANNEL_DATA_GENERATION GenerationOf(const CDbPgRoot& root, KW_ZEL_CHANNE
 }
 } // namespace
 
-CReferenceStore::CReferenceStore(CDbPgRoot& root)
-    : m_root(root), m_updates(root.At(kCurve / ReferenceCurve::Update)->GetRunCount())
+CReferenceStore::CReferenceStore(CDbPgRoot& root, std::shared_ptr<IKWFunctionZEL> handle)
+    : m_root(root), m_handle(std::move(handle)),
+      m_updates(root.At(kCurve / ReferenceCurve::Update)->GetRunCount())
 {
 }
 
@@ -102,11 +103,20 @@ CKWRecord CReferenceStore::Get() const
     return isIt ? m_curve : CKWRecord{};
 }
 
+/** The mathematics channel, or none. */
+CKWRecord CReferenceStore::Computed(const CKWRecord& shown)
+{
+    CKWRecord curve;
+    KW_MakeMathematicsCurve(m_handle, 1)->Compute(shown, curve, Get());
+    return curve;
+}
+
 void CReferenceStore::Update(const CKWRecord& shown)
 {
     m_updates = m_root.At(kCurve / ReferenceCurve::Update)->GetRunCount();
     const KW_ZEL_CHANNEL source = m_root.At(kCurve / ReferenceCurve::Source)->Get();
-    if (const KW_ACCEPTANCE code = Set(shown, PlaceOf(shown, source)); !KW_IsAccepted(code))
+    const CKWRecord record = source == eKW_ZEL_CHANNEL_M1 ? Computed(shown) : shown;
+    if (const KW_ACCEPTANCE code = Set(record, PlaceOf(record, source)); !KW_IsAccepted(code))
     {
         KW_REPORT_ERROR(QStringLiteral("Reference curve: the source has no trace to store (%1)")
                             .arg(KW_GetAcceptanceText(code)),

@@ -8,6 +8,7 @@
 #include "IKWFunctionHorizontal.h"
 #include "IKWFunctionLogic.h"
 #include "IKWFunctionMask.h"
+#include "IKWFunctionMathematics.h"
 #include "IKWFunctionReferenceCurve.h"
 #include "IKWFunctionReferenceCurveAttributes.h"
 #include "IKWFunctionRuns.h"
@@ -318,6 +319,12 @@ TEST_F(ClientAcquisition, StoresAReferenceCurveThatStays)
     EXPECT_EQ(m_acquisition->SetReference(reference, 1), eKW_ACC_BAD_INDEX);
     EXPECT_EQ(m_acquisition->SetReference(reference, 0), eKW_ACC_OK);
     EXPECT_EQ(m_acquisition->GetReference().GetSamples(0).size(), 2 * 1378U);
+    m_root->GetPgMathematics()->GetPrEnabled()->Set(eKW_ONOFF_ON);
+    ASSERT_EQ(curve->GetPrSource()->Set(eKW_ZEL_CHANNEL_M1), eKW_ACC_OK);
+    curve->GetPrUpdate()->Set();
+    m_acquisition->Deliver();
+    EXPECT_EQ(taken->GetPrSource()->Get(), eKW_ZEL_CHANNEL_M1);
+    EXPECT_EQ(taken->GetPrDataGeneration()->Get(), eKW_ZEL_CHANNEL_DATA_GENERATION_CALCULATED);
 }
 
 TEST_F(ClientAcquisition, TestsRecordsBeforeOthersSeeThem)
