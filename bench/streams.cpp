@@ -2,6 +2,7 @@
 // Streams beside what they replace: what do publishing, fetching and a picture cost?
 
 #include "StreamOperations.h"
+#include "Streams/Frames.h"
 
 #include <algorithm>
 #include <atomic>
@@ -261,3 +262,57 @@ BENCHMARK(StreamCurve)
     ->Args({eKW_ZEL_INTERPOLATION_MODE_LINEAR, 100})
     ->Args({eKW_ZEL_INTERPOLATION_MODE_LINEAR, 1249})
     ->Args({eKW_ZEL_INTERPOLATION_MODE_SAMPLE_HOLD, 100});
+
+namespace
+{
+constexpr UINT32 kFrames = 1000;
+
+std::vector<KW_Frame> SomeFrames()
+{
+    std::vector<KW_Frame> frames(kFrames);
+    for (UINT32 i = 0; i < kFrames; ++i)
+    {
+        frames[i].time = i * 1e-4;
+        frames[i].identifier = i;
+        frames[i].length = 8;
+        frames[i].bytes.fill(static_cast<UINT8>(i));
+    }
+    return frames;
+}
+} // namespace
+
+/** A thousand frames of a bus to a reader. */
+static void StreamFrames(benchmark::State& state)
+{
+    const std::vector<KW_Frame> frames = SomeFrames();
+    const auto stream = KW_MakeStream(4U << 20U);
+    const auto writer = stream->MakeWriter();
+    const auto reader = stream->MakeReader();
+    const KW_TraceLayout layout{eKW_SAMPLES_FRAMES, kFrames};
+    const KW_TraceInfo trace{.format = eKW_SAMPLES_FRAMES, .count = kFrames};
+    writer->Configure({&layout, 1}, 10, eKW_STREAM_BYTES);
+    for (auto _ : state)
+    {
+        std::memcpy(writer->Reserve(0).data(), frames.data(), kFrames * sizeof(KW_Frame));
+        writer->Advance(0, kFrames);
+        writer->Publish({}, {&trace, 1});
+        const CKWRecord record = reader->GetNext();
+        benchmark::DoNotOptimize(KW_GetFrames(record).data());
+    }
+}
+BENCHMARK(StreamFrames);
+
+/** What it is measured beside: their copy, into as many places in turn. */
+static void StreamBaselineFrames(benchmark::State& state)
+{
+    const std::vector<KW_Frame> frames = SomeFrames();
+    std::vector<std::vector<KW_Frame>> places(12, std::vector<KW_Frame>(kFrames));
+    std::size_t place = 0;
+    for (auto _ : state)
+    {
+        place = (place + 1) % places.size();
+        std::memcpy(places[place].data(), frames.data(), kFrames * sizeof(KW_Frame));
+        benchmark::DoNotOptimize(places[place].data());
+    }
+}
+BENCHMARK(StreamBaselineFrames);

@@ -66,7 +66,7 @@ KW_ACCEPTANCE NMasks::CheckTrace(const CKWRecord& record, UINT32 trace, const KW
         return eKW_ACC_BAD_INDEX;
     }
     const bool isOtherUnit = frame.unit != eKW_UNIT_NOT_DEFINED && info.unit != frame.unit;
-    if (info.format == eKW_SAMPLES_LINES || isOtherUnit)
+    if (!KW_IsCurve(info.format) || isOtherUnit)
     {
         return eKW_ACC_WRONG_KIND;
     }

@@ -144,10 +144,9 @@ KW_ACCEPTANCE CKWMathematics::t_Data::Bind(const CKWRecord& record, const CKWRec
             return eKW_ACC_NOT_FOUND;
         }
     }
-    const t_Place first = program->sources.empty()
-                              ? FindTrace(record, [](const KW_TraceInfo& info)
-                                          { return info.format != eKW_SAMPLES_LINES; })
-                              : places[program->sources.front()];
+    const t_Place first = program->sources.empty() ? FindTrace(record, [](const KW_TraceInfo& info)
+                                                               { return KW_IsCurve(info.format); })
+                                                   : places[program->sources.front()];
     if (first.record == nullptr)
     {
         return eKW_ACC_NOT_FOUND;
@@ -170,7 +169,7 @@ KW_ACCEPTANCE CKWMathematics::t_Data::CheckSources() const
     for (const KW_ZEL_CHANNEL channel : program->sources)
     {
         const CSource& source = task.sources[channel];
-        if (source.Trace().format == eKW_SAMPLES_LINES ||
+        if (!KW_IsCurve(source.Trace().format) ||
             (source.HasPairs() && (!seesPairs || !source.IsAligned())))
         {
             return eKW_ACC_WRONG_KIND;

@@ -131,7 +131,7 @@ KW_ACCEPTANCE CReferenceStore::Set(const CKWRecord& record, UINT32 trace)
     {
         return eKW_ACC_BAD_INDEX;
     }
-    if (info.format == eKW_SAMPLES_LINES)
+    if (!KW_IsCurve(info.format))
     {
         return eKW_ACC_WRONG_KIND;
     }
