@@ -21,6 +21,7 @@ constexpr t_Target kTargets[] = {
     {"LabelXml", KW_TryLabelXml},
     {"MaskFiles", KW_TryMaskFiles},
     {"Paths", KW_TryPaths},
+    {"RecordFiles", KW_TryRecordFiles},
     {"SettingsCsv", KW_TrySettingsCsv},
     {"SettingsXml", KW_TrySettingsXml},
     {"Signals", KW_TrySignals},

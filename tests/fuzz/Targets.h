@@ -44,5 +44,9 @@ void KW_TryExpressions(const QByteArray& text);
     written as candump logs it, it is read back the same. */
 void KW_TryFrameLines(const QByteArray& lines);
 
+/** The bytes are a record file, as they are and with a digest that fits: a refusal says why and
+    where, and what was read is written and read back the same. */
+void KW_TryRecordFiles(const QByteArray& bytes);
+
 /** Ends the program with a message unless `holds`. */
 void KW_FuzzRequire(bool holds, const char* what, const QByteArray& detail);
