@@ -145,6 +145,12 @@ private:
                name == QLatin1String("t") || name == QLatin1String("x");
     }
 
+    /** By a power of ten, of which only those from 1 on are exact: 10 µs are 10 / 10^6 s. */
+    static double Scale(double number, double factor)
+    {
+        return factor < 1.0 ? number / std::round(1.0 / factor) : number * factor;
+    }
+
     void ReadRow()
     {
         if (m_cells.size() != m_columns.size())
@@ -160,7 +166,7 @@ private:
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i)
         {
-            const double number = ReadCell(m_cells[i]) * m_columns[i].factor;
+            const double number = Scale(ReadCell(m_cells[i]), m_columns[i].factor);
             if (i == 0 && m_hasTime)
             {
                 m_times.push_back(number);

@@ -161,6 +161,10 @@ t_WaveView GetWholeView(const CKWRecord& record, const std::vector<UINT32>& trac
     for (const UINT32 trace : traces)
     {
         const KW_TraceInfo info = record.GetTrace(trace);
+        if (info.format == eKW_SAMPLES_FRAMES)
+        {
+            continue;
+        }
         const UINT32 settling = std::min(info.settlingPoints, info.count - 1);
         const double from = info.start + settling * info.interval;
         const double to = info.start + std::max(info.count - 1, settling + 1) * info.interval;
@@ -168,6 +172,7 @@ t_WaveView GetWholeView(const CKWRecord& record, const std::vector<UINT32>& trac
         view.to = isFirst ? to : std::max(view.to, to);
         isFirst = false;
     }
+    view.to = isFirst ? 1.0 : view.to;
     return view;
 }
 
@@ -187,9 +192,15 @@ std::vector<t_Diagram> DrawWave(const CKWRecord& record, const std::vector<UINT3
     std::vector<t_Diagram> diagrams;
     for (const UINT32 trace : traces)
     {
-        diagrams.push_back(record.GetTrace(trace).format == eKW_SAMPLES_LINES
-                               ? DrawLines(record, trace, view)
-                               : DrawTrace(record, trace, view));
+        const KW_SAMPLE_FORMAT format = record.GetTrace(trace).format;
+        if (KW_IsCurve(format))
+        {
+            diagrams.push_back(DrawTrace(record, trace, view));
+        }
+        else if (format == eKW_SAMPLES_LINES)
+        {
+            diagrams.push_back(DrawLines(record, trace, view));
+        }
     }
     return diagrams;
 }
@@ -198,7 +209,7 @@ t_WaveFigures GetWaveFigures(const CKWRecord& record, UINT32 trace)
 {
     t_WaveFigures figures{record.GetTrace(trace), 0, {kNone, kNone}};
     const KW_TraceInfo& info = figures.info;
-    if (info.count == 0 || info.format == eKW_SAMPLES_LINES)
+    if (info.count == 0 || !KW_IsCurve(info.format))
     {
         return figures;
     }

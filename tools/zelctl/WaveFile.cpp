@@ -155,6 +155,13 @@ t_TimeBase RequireTimeBase(const CKWRecord& record, const QString& fileName, boo
         {
             continue;
         }
+        if (trace.format == eKW_SAMPLES_FRAMES)
+        {
+            throw BadWave(fileName, QStringLiteral("%1 has frames of a bus, which such a file does "
+                                                   "not hold; choose others by --channel, or write "
+                                                   "a .rec")
+                                        .arg(GetTraceName(record, i)));
+        }
         if (base.traces.empty())
         {
             base = {{}, trace.count, trace.interval, trace.start};

@@ -48,7 +48,7 @@ QString FlagsText(UINT32 flags)
 
 const char* FormatText(KW_SAMPLE_FORMAT format)
 {
-    static constexpr const char* kTexts[] = {"16 bit", "float", "min/max", "lines"};
+    static constexpr const char* kTexts[] = {"16 bit", "float", "min/max", "lines", "frames"};
     static_assert(std::size(kTexts) == eKW_SAMPLES_COUNT);
     return kTexts[format];
 }
@@ -278,8 +278,8 @@ private:
             const KW_TraceInfo info = record.GetTrace(trace);
             const double first = (view.from - info.start) / info.interval;
             const double count = (view.to - view.from) / info.interval;
-            const bool isLines = info.format == eKW_SAMPLES_LINES;
-            if (!isLines && !KW_IsAccepted(record.GetColumns(trace, first, count, tried)))
+            if (KW_IsCurve(info.format) &&
+                !KW_IsAccepted(record.GetColumns(trace, first, count, tried)))
             {
                 throw CFailure(eSTATUS_USAGE,
                                QStringLiteral("from %1 to %2 is no stretch of %3")
@@ -288,7 +288,7 @@ private:
                                         GetTraceName(record, trace)));
             }
         }
-        if (!(view.to > view.from))
+        if (!(view.to > view.from) || std::isinf(view.to - view.from))
         {
             throw CFailure(eSTATUS_USAGE, QStringLiteral("--to has to lie behind --from"));
         }
