@@ -1,0 +1,465 @@
+// SPDX-License-Identifier: MIT
+// The tree in JSON without a network: requests, what they answer, and what they leave.
+
+#include "JsonService.h"
+#include "HttpGuard.h"
+#include "IKWFunctionChannel.h"
+#include "IKWFunctionHorizontal.h"
+#include "IKWFunctionMask.h"
+#include "IKWFunctionSpectrum.h"
+#include "IKWFunctionVertical.h"
+#include "IKWFunctionZEL.h"
+#include "JsonChanges.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <ostream>
+#include <random>
+
+namespace
+{
+constexpr char kSecret[] = "correct horse";
+const QString kPassphrase = QStringLiteral("Setup/Wireless/WirelessClient/Passphrase");
+
+/** A value of a document by the names and numbers that lead to it, as compact JSON. */
+std::string Pick(const QByteArray& document, const QString& way)
+{
+    QJsonValue value = QJsonDocument::fromJson(document).object();
+    for (const QString& name : way.split(QLatin1Char('.'), Qt::SkipEmptyParts))
+    {
+        value = value.isArray() ? value.toArray().at(name.toInt()) : value[name];
+    }
+    const QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return json.mid(1, json.size() - 2).toStdString();
+}
+
+class JsonRequests : public testing::Test
+{
+protected:
+    void SetUp() override { m_root->SetSettingsFolder(m_folder.path()); }
+
+    /** "METHOD /path {body}". */
+    t_JsonAnswer Ask(const QByteArray& request) const
+    {
+        const auto method = request.indexOf(' ');
+        const QByteArray rest = request.mid(method + 1);
+        const auto target = rest.indexOf(' ');
+        return m_service.Answer({request.left(method), target < 0 ? rest : rest.left(target),
+                                 target < 0 ? QByteArray() : rest.mid(target + 1)});
+    }
+    static QByteArray Write(const QByteArray& path, const QByteArray& value)
+    {
+        return R"(POST /write {"writes":[{"path":")" + path + R"(","value":)" + value + "}]}";
+    }
+
+    QTemporaryDir m_folder;
+    std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
+    CJsonService m_service{m_root, {}};
+};
+
+struct t_Row
+{
+    const char* name;
+    const char* request;
+    int status;
+    const char* way;              ///< to a value of the answer
+    const char* value;            ///< of it, in JSON
+    const char* before = nullptr; ///< a request that comes first
+};
+
+std::ostream& operator<<(std::ostream& out, const t_Row& row)
+{
+    return out << row.request;
+}
+
+class JsonRows : public JsonRequests, public testing::WithParamInterface<t_Row>
+{
+public:
+    static std::string Name(const testing::TestParamInfo<t_Row>& info) { return info.param.name; }
+};
+
+TEST_P(JsonRows, AnswerOtherwise)
+{
+    const t_Row& row = GetParam();
+    if (row.before != nullptr)
+    {
+        EXPECT_EQ(Ask(row.before).status, 200);
+    }
+    const t_JsonAnswer answer = Ask(row.request);
+    EXPECT_EQ(answer.status, row.status) << answer.body.toStdString();
+    EXPECT_EQ(Pick(answer.body, QString::fromLatin1(row.way)), row.value)
+        << answer.body.left(2000).toStdString();
+}
+
+const t_Row kReads[] = {
+    {"Value", "GET /tree?path=Horizontal/Scale", 200, "value", "1e-07"},
+    {"Text", "GET /tree?path=Horizontal/Scale", 200, "shown", "\"100 ns/div\""},
+    {"Escaped", "GET /tree?path=Vertical%2FChannel%5B1%5D%2FOffset", 200, "path",
+     "\"Vertical/Channel[1]/Offset\""},
+    {"SlashAtTheEnd", "GET /tree?path=Horizontal/&depth=0", 200, "kind", "\"group\""},
+    {"Missing", "GET /tree?path=Horizontal/Nothing", 404, "name", "\"NOT_FOUND\""},
+    {"DepthZero", "GET /tree?path=Horizontal&depth=0", 200, "properties", "null"},
+    {"DepthOne", "GET /tree?path=Horizontal&depth=1", 200, "properties.Scale.unit", "\"s/div\""},
+    {"Items", "GET /tree?path=Vertical/Channel&depth=1", 200, "items.3.path",
+     "\"Vertical/Channel[3]\""},
+    {"NotSelectable", "GET /tree?path=Horizontal/ZELMode&detail=full", 200, "values.0.selectable",
+     "true"},
+    {"DiffersFromDefault", "GET /tree?path=Horizontal/Scale&detail=full", 200, "isDefault", "false",
+     R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":"1 ms"}]})"},
+    {"History", "GET /history", 200, "undo", "\"Faster\"",
+     R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":1e-6}],"text":"Faster"})"},
+    {"Why", "GET /why?path=Vertical/Channel[2]/Enabled", 200, "starts.0.sources.1",
+     "\"Vertical/Channel[each]/Enabled\""},
+    {"OtherPath", "GET /trees", 404, "code", "20"},
+    {"OtherMethod", "POST /tree", 405, "code", "29"},
+    {"Changes", "GET /changes", 426, "code", "29"},
+};
+
+const t_Row kWrites[] = {
+    {"Number", R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":0.002}]})", 200,
+     "writes.0.now.value", "0.002"},
+    {"WithUnit", R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":"2 ms"}]})", 200,
+     "writes.0.now.value", "0.002"},
+    {"Default", R"(POST /write {"writes":[{"path":"Horizontal/Scale","default":true}]})", 200,
+     "writes.0.now.value", "1e-07",
+     R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":1}]})"},
+    {"Steps", R"(POST /write {"writes":[{"path":"Horizontal/Scale","steps":-1}]})", 200,
+     "writes.0.now.value", "5e-08"},
+    {"Switch", R"(POST /write {"writes":[{"path":"Vertical/Channel[1]/Enabled","value":true}]})",
+     200, "writes.0.now.value", "\"ON\""},
+    {"AboveMaximum", R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":1e99}]})", 422,
+     "writes.0.now.maximum", "500"},
+    {"UnknownName", R"(POST /write {"writes":[{"path":"Horizontal/ZELMode","value":"x"}]})", 422,
+     "writes.0.name", "\"UNKNOWN_VALUE\""},
+    {"Result", R"(POST /write {"writes":[{"path":"Mask/TestedAcquisitions","value":1}]})", 403,
+     "writes.0.name", "\"READ_ONLY\""},
+    {"Group", R"(POST /write {"writes":[{"path":"Horizontal","value":1}]})", 422, "writes.0.name",
+     "\"WRONG_KIND\""},
+    {"OneByOne",
+     R"(POST /write {"writes":[{"path":"x","value":1},{"path":"Horizontal/Scale","value":1}],
+        "together":false})",
+     200, "writes.1.code", "0"},
+    {"RoundedWhole",
+     R"(POST /write {"writes":[{"path":"Setup/SetupDateTime/RequestedTime","value":9007199254740993}]})",
+     422, "writes.0.name", "\"BAD_TEXT\""},
+    {"WholeAsText",
+     R"(POST /write {"writes":[{"path":"Setup/SetupDateTime/RequestedTime","value":"9007199254740993"}]})",
+     200, "writes.0.now.value", "\"9007199254740993\""},
+    {"FileElsewhere", R"(POST /write {"writes":[{"path":"SaveRecall/File","value":"../x.xml"}]})",
+     422, "writes.0.name", "\"BAD_NAME\""},
+    {"NoWay", R"(POST /write {"writes":[{"path":"Horizontal/Scale"}]})", 400, "code", "9"},
+    {"TwoWays", R"(POST /write {"writes":[{"path":"x","value":1,"steps":1}]})", 400, "code", "9"},
+    {"NoJson", R"(POST /write {"writes":)", 400, "name", "\"BAD_TEXT\""},
+    {"NoObject", "POST /write []", 400, "detail", "\"the body is no object\""},
+    {"Insert", R"(POST /items {"path":"Spectrum/SpectrumMarkers/SpectrumMarker","do":"insert"})",
+     200, "code", "0"},
+    {"RemoveNone",
+     R"(POST /items {"path":"Spectrum/SpectrumMarkers/SpectrumMarker","do":"remove","key":"7"})",
+     422, "name", "\"BAD_INDEX\""},
+    {"ItemsOfGroup", R"(POST /items {"path":"Horizontal","do":"insert"})", 422, "name",
+     "\"WRONG_KIND\""},
+    {"Undo", "POST /undo", 200, "code", "0",
+     R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":1}]})"},
+    {"Redo", "POST /redo", 409, "name", "\"NOTHING_TO_DO\""},
+    {"Run", R"(POST /run {"path":"Preset"})", 200, "code", "0"},
+    {"RunSetting", R"(POST /run {"path":"Horizontal/Scale"})", 422, "name", "\"WRONG_KIND\""},
+    {"Preset", "POST /preset {}", 200, "code", "0"},
+    {"Save", R"(POST /save {"file":"a.xml"})", 200, "code", "0"},
+    {"SaveElsewhere", R"(POST /save {"file":"../a.xml"})", 422, "name", "\"BAD_NAME\""},
+    {"SaveOther", R"(POST /save {"file":"a.sh"})", 422, "name", "\"BAD_NAME\""},
+    {"Recall", R"(POST /recall {"file":"a.xml"})", 200, "code", "0",
+     R"(POST /save {"file":"a.xml"})"},
+    {"RecallNone", R"(POST /recall {"file":"b.xml"})", 404, "name", "\"FILE_NOT_READABLE\""},
+    {"TrialMoves", R"(POST /trial {"writes":[{"path":"Horizontal/Scale","value":"1 s"}]})", 200,
+     "changes.0.before.value", "1e-07"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Reads, JsonRows, testing::ValuesIn(kReads), JsonRows::Name);
+INSTANTIATE_TEST_SUITE_P(Writes, JsonRows, testing::ValuesIn(kWrites), JsonRows::Name);
+
+TEST_F(JsonRequests, RefusedTransactionLeavesATrace)
+{
+    const t_JsonAnswer answer = Ask(R"(POST /write {"writes":[{"path":"Horizontal/Scale",)"
+                                    R"("value":1},{"path":"Horizontal/Scale","value":-1}]})");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("kept")), "false");
+    EXPECT_EQ(m_root->GetPgHorizontal()->GetPrScale()->Get(), 1e-7);
+    EXPECT_FALSE(m_root->CanUndo());
+}
+
+TEST_F(JsonRequests, DoubleReadsBackAsAnother)
+{
+    const auto span = m_root->GetPgSpectrum()->GetPrHorizontalSpan();
+    for (const double value : {0.1, 1.0 / 3, 123456.789012345678, 5e-324, 1.7976931348623157e308})
+    {
+        static_cast<void>(span->SetLimited(value));
+        const double present = span->Get();
+        const std::string read =
+            Pick(Ask("GET /tree?path=Spectrum/HorizontalSpan").body, QStringLiteral("value"));
+        EXPECT_EQ(std::stod(read), present);
+        EXPECT_LE(Ask(Write("Spectrum/HorizontalSpan", QByteArray::fromStdString(read))).status,
+                  200);
+        EXPECT_EQ(span->Get(), present);
+    }
+}
+
+TEST_F(JsonRequests, LargeOrInfiniteNumberLosesItsValue)
+{
+    m_root->GetPgMask()->GetPrTestedAcquisitions()->SetResult(UINT64{18446744073709551615U});
+    EXPECT_EQ(Pick(Ask("GET /tree?path=Mask/TestedAcquisitions").body, QStringLiteral("value")),
+              "\"18446744073709551615\"");
+    for (const char* const number : {"nan", "inf", "-inf"})
+    {
+        CJsonWriter json;
+        NJson::WriteValue(json, QString::fromLatin1(number), QStringLiteral("double"));
+        EXPECT_EQ(json.GetText(), "null");
+    }
+}
+
+TEST_F(JsonRequests, SecretLeaves)
+{
+    const QByteArray path = kPassphrase.toLatin1();
+    CTreeDiffer differ(m_root, true);
+    QByteArray shown = Ask(Write(path, QByteArray("\"") + kSecret + '"')).body;
+    EXPECT_EQ(std::dynamic_pointer_cast<IDbProperty>(m_root->GetDbObject()->Find(kPassphrase))
+                  ->GetText()
+                  .toStdString(),
+              kSecret);
+    shown += Ask("GET /tree?detail=full").body + Ask("GET /why?path=" + path).body;
+    shown +=
+        Ask(R"(POST /trial {"writes":[{"path":")" + path + R"(","value":"battery staple"}]})").body;
+    shown += Ask(Write(path, "\"short\"")).body + Ask("GET /history").body;
+    for (const t_TreeChange& change : differ.Look())
+    {
+        shown += change.before + change.now;
+    }
+    for (const char* const secret : {kSecret, "battery staple", "\"short\""})
+    {
+        EXPECT_FALSE(shown.contains(secret)) << secret;
+    }
+}
+
+TEST_F(JsonRequests, TrialTouchesTheTreeOrForgetsWhatIsInNoFile)
+{
+    EXPECT_EQ(Ask(Write("Horizontal/Scale", "0.002")).status, 200);
+    long long counter = 0;
+    m_root->HasChanged(counter);
+    const t_JsonAnswer answer =
+        Ask(R"(POST /trial {"writes":[{"path":"Horizontal/Scale","value":0.005},)"
+            R"({"path":"Horizontal/Scale","value":1e99}]})");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.0.before.value")), "0.002");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.0.now.value")), "0.005");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("writes.1.name")), "\"ABOVE_MAXIMUM\"");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("unlike")), "[]");
+    EXPECT_FALSE(m_root->HasChanged(counter));
+    EXPECT_EQ(GetZELRoot(), m_root);
+}
+
+TEST_F(JsonRequests, ReadOnlyServiceWrites)
+{
+    t_JsonOptions options;
+    options.readOnly = true;
+    const CJsonService reader(m_root, options);
+    const QJsonObject paths = QJsonDocument::fromJson(CJsonService::Describe())
+                                  .object()[QStringLiteral("paths")]
+                                  .toObject();
+    int refused = 0;
+    for (const QString& path : paths.keys())
+    {
+        if (paths[path].toObject().contains(QStringLiteral("post")) &&
+            path != QLatin1String("/trial"))
+        {
+            EXPECT_EQ(reader.Answer({"POST", path.toLatin1(), "{}"}).status, 403)
+                << path.toStdString();
+            ++refused;
+        }
+    }
+    EXPECT_EQ(refused, 8);
+}
+
+TEST_F(JsonRequests, GarbageEndsTheService)
+{
+    constexpr std::array kPieces{"{",
+                                 "}",
+                                 "[",
+                                 "]",
+                                 ":",
+                                 ",",
+                                 "\"",
+                                 "path",
+                                 "writes",
+                                 "value",
+                                 "\"path\"",
+                                 "\"writes\"",
+                                 "1e9",
+                                 "-",
+                                 "null",
+                                 "true",
+                                 "Horizontal/Scale",
+                                 "\\u0",
+                                 "\xff",
+                                 "[[[[[[[",
+                                 "9e999",
+                                 "\"default\":true",
+                                 "do",
+                                 "insert",
+                                 "key",
+                                 "file"};
+    constexpr std::array kTargets{"/write", "/trial?",      "/items",          "/run",
+                                  "/save",  "/tree?path=%", "/why?path=[[%00", "/preset"};
+    std::mt19937 random(20261122);
+    for (int i = 0; i < 4000; ++i)
+    {
+        QByteArray body = "{\"writes\":";
+        for (auto count = random() % 10; count > 0; --count)
+        {
+            body += kPieces[random() % kPieces.size()];
+        }
+        const char* const target = kTargets[random() % kTargets.size()];
+        const int status = m_service.Answer({i % 3 ? "POST" : "GET", target, body}).status;
+        EXPECT_TRUE(status == 200 || (status >= 400 && status < 500)) << body.toStdString();
+    }
+    EXPECT_EQ(m_service.Answer({"POST", "/write", QByteArray(1 << 20, '[')}).status, 400);
+}
+
+struct t_Sender
+{
+    const char* name;
+    t_HttpSender sender;
+    int status;
+};
+
+TEST(HttpGuard, LetsInAPageOfAnotherHost)
+{
+    const t_Sender kSenders[] = {
+        {"Address", {"127.0.0.1:5026", "", ""}, 200},
+        {"Localhost", {"LocalHost:5026", "", ""}, 200},
+        {"IPv6", {"[::1]:5026", "", ""}, 200},
+        {"OwnPage", {"127.0.0.1:5026", "http://127.0.0.1:5026", ""}, 200},
+        {"Rebound", {"evil.example:5026", "", ""}, 421},
+        {"NoHost", {"", "", ""}, 421},
+        {"Prefix", {"127.0.0.1.evil.example", "", ""}, 421},
+        {"OtherPage", {"127.0.0.1:5026", "http://evil.example", ""}, 403},
+        {"OtherPort", {"127.0.0.1:5026", "http://127.0.0.1:80", ""}, 403},
+        {"Sandbox", {"127.0.0.1:5026", "null", ""}, 403},
+    };
+    for (const t_Sender& row : kSenders)
+    {
+        EXPECT_EQ(NHttp::Check(row.sender, nullptr), row.status) << row.name;
+    }
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("token")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("0123456789abcdef\n");
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    file.close();
+    QString error;
+    const auto token = CAccessToken::Read(file.fileName(), error);
+    ASSERT_TRUE(token) << error.toStdString();
+    for (const auto& [shown, status] :
+         {std::pair{"Bearer 0123456789abcdef", 200}, std::pair{"bearer 0123456789abcdef", 200},
+          std::pair{"Bearer 0123456789abcdeX", 401}, std::pair{"Bearer ", 401},
+          std::pair{"0123456789abcdef", 401}, std::pair{"", 401}})
+    {
+        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", shown}, &*token), status) << shown;
+    }
+}
+
+class JsonChanges : public testing::Test
+{
+protected:
+    void SetUp() override { m_changes.Look(); }
+
+    void Offset(double value) const
+    {
+        m_root->GetPgVertical()->GetPgChannel()->GetItem(0)->GetPrOffset()->Set(value);
+    }
+    /** The next message; empty when there is none. */
+    std::string Take(t_Subscription& subscription, const char* way)
+    {
+        m_changes.Look();
+        const auto message = m_changes.Take(subscription);
+        return message ? Pick(*message, QString::fromLatin1(way)) : std::string();
+    }
+
+    std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
+    CJsonChanges m_changes{m_root, 1U << 20U};
+    t_Subscription m_all{{QStringLiteral("Vertical/Channel[0]/Offset")}, 0, false};
+};
+
+TEST_F(JsonChanges, SlowSubscriberIsToldMoreThanTheLast)
+{
+    EXPECT_EQ(Take(m_all, "number"), "");
+    for (const double offset : {0.1, 0.2, 0.3})
+    {
+        Offset(offset);
+        m_changes.Look();
+    }
+    t_Subscription quick = m_all;
+    const auto message = m_changes.Take(m_all);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(Pick(*message, QStringLiteral("changes.0.now.value")), "0.3");
+    EXPECT_EQ(Pick(*message, QStringLiteral("changes.1")), "null");
+    EXPECT_EQ(Pick(*message, QStringLiteral("number")), "3");
+    EXPECT_EQ(m_changes.Take(quick), message) << "made for each";
+    EXPECT_EQ(Take(m_all, "number"), "");
+}
+
+TEST_F(JsonChanges, SubscriberIsToldOfOthersOrMissesWhatItLost)
+{
+    m_root->GetPgHorizontal()->GetPrScale()->Set(0.002);
+    EXPECT_EQ(Take(m_all, "number"), "");
+    Offset(0.5);
+    m_changes.Look();
+    t_Subscription again{m_all.paths, 0, false};
+    m_changes.Begin(again, m_changes.Stream(), 1);
+    EXPECT_FALSE(again.isTooLate);
+    EXPECT_EQ(Take(again, "changes.0.now.value"), "0.5");
+    m_changes.Begin(again, QStringLiteral("another"), 1);
+    EXPECT_TRUE(again.isTooLate);
+    m_changes.Begin(again, m_changes.Stream(), 99);
+    EXPECT_TRUE(again.isTooLate) << "a number that never was";
+}
+
+TEST_F(JsonChanges, BacklogGrowsOrIsForgottenInSilence)
+{
+    CJsonChanges small(m_root, 4096);
+    small.Look();
+    for (int i = 1; i < 50; ++i)
+    {
+        Offset(0.01 * i);
+        small.Look();
+    }
+    EXPECT_EQ(small.Take(m_all), nullptr);
+    EXPECT_TRUE(m_all.isTooLate);
+    const QString stream = small.Stream();
+    small.Rest();
+    small.Look();
+    EXPECT_NE(small.Stream(), stream) << "what moved during a rest is lost";
+}
+
+TEST_F(JsonChanges, ItemsComeAndGoInSilence)
+{
+    t_Subscription markers{{QStringLiteral("Spectrum/SpectrumMarkers")}, 0, false};
+    IDbContainer* const array =
+        std::dynamic_pointer_cast<IDbGroup>(
+            m_root->GetDbObject()->Find(QStringLiteral("Spectrum/SpectrumMarkers/SpectrumMarker")))
+            ->AsContainer();
+    const std::string count = std::to_string(array->GetCount());
+    ASSERT_EQ(array->InsertItem(QString()), eKW_ACC_OK);
+    const QString path = QStringLiteral("Spectrum/SpectrumMarkers/SpectrumMarker[%1]");
+    m_changes.Look();
+    const auto came = m_changes.Take(markers);
+    ASSERT_TRUE(came);
+    EXPECT_TRUE(came->contains((path.arg(array->GetCount() - 1) + "/").toLatin1()));
+    ASSERT_EQ(array->RemoveItem(QString::fromStdString(count)), eKW_ACC_OK);
+    m_changes.Look();
+    const auto gone = m_changes.Take(markers);
+    ASSERT_TRUE(gone);
+    EXPECT_TRUE(gone->contains(
+        ("{\"path\":\"" + path.arg(array->GetCount()) + "\",\"removed\":true}").toLatin1()));
+}
+} // namespace
