@@ -21,7 +21,7 @@ for what in "$@"; do
         ci)
             packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
                 doxygen valgrind python3-canmatrix curl lxi-tools netcat-openbsd python3-pyvisa
-                python3-pyvisa-py)
+                python3-pyvisa-py python3-jsonschema nodejs node-ws jq)
             ;;
         *)
             echo "setup: knows no $what" >&2
