@@ -23,12 +23,12 @@ struct t_Arguments
 };
 
 constexpr char kAbout[] =
-    "Holds the instrument's settings and serves them to other programs: remote control (IEEE "
-    "488.2, "
-    "SCPI-1999) by TCP.\n\n"
+    "Holds the instrument's settings and serves them to other programs: by remote control (IEEE "
+    "488.2, SCPI-1999 by TCP), and in JSON by HTTP and WebSocket.\n\n"
     "Serves this machine alone. At other addresses (--listen) remote control needs the networks "
-    "that may use it (--allow): it knows no passwords and no encryption. Files that clients name "
-    "lie in the folder of settings.";
+    "that may use it (--allow), as it knows no passwords, and JSON a token (--token-file); without "
+    "one it stays on this machine. Nothing is encrypted: put a proxy with TLS or a tunnel in "
+    "front. Files that clients name lie in the folder of settings.";
 
 void Declare(CLI::App& app, t_Arguments& arguments)
 {

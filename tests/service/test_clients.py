@@ -151,6 +151,12 @@ class ClientsTest(unittest.TestCase):
             self.assertEqual(host.end(), 0)
             self.assertEqual(self.start("--settings", folder).ask("HOR:SCAL?"), "0.001")
 
+    def test_manual_page_knows_other_options(self) -> None:
+        shown = subprocess.run([ZELHOST, "--help"], text=True, capture_output=True, timeout=20)
+        page = (GUIDES.parent / "zelhost.1").read_text(encoding="utf-8").replace("\\-", "-")
+        self.assertEqual(set(re.findall(r"^  (?:-\w,)?(--[\w-]+)", shown.stdout, flags=re.M)),
+                         set(re.findall(r"^\.BI? (--[\w-]+)", page, flags=re.M)) | {"--help"})
+
     def test_port_is_served_twice(self) -> None:
         first = self.start()
         second = subprocess.run([ZELHOST, "--port", str(first.port), "--http-port", "0"], text=True,
