@@ -83,7 +83,7 @@ KW_ACCEPTANCE MakeSingle(const KW_RecordInfo& info, std::span<const KW_TraceInfo
     if (!HasMemory(made, bytes))
     {
         made = {}; // first: both together may be more than there is
-        void* const block = std::aligned_alloc(alignof(t_Single), bytes);
+        void* const block = std::aligned_alloc(alignof(t_Single), static_cast<std::size_t>(bytes));
         if (block == nullptr)
         {
             return eKW_ACC_OPERATION_FAILED;
