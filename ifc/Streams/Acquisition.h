@@ -119,8 +119,9 @@ public:
     /**
      * Delivers to the tree, in one go: Horizontal/SampleCounter; what HistoryViewer has and the
      * time of what it shows; Runs/CurrentRun; clipping of the channels; and ends a single run.
-     * Carries out Vertical/ReferenceCurve/Update. Not for the thread that acquires: it takes the
-     * tree's lock. One thread at a time, at the rate of a display.
+     * Carries out Update, Load and Save of Vertical/ReferenceCurve, with record files
+     * (Streams/RecordFile.h); what fails is reported. Not for the thread that acquires: it takes
+     * the tree's lock. One thread at a time, at the rate of a display.
      */
     virtual void Deliver() = 0;
 
@@ -134,8 +135,8 @@ public:
     /**
      * Takes a trace as the reference curve, as from a file, and delivers its attributes; the curve
      * outlives stream and history. Takes the tree's lock.
-     * @return eKW_ACC_BAD_INDEX for a place without a trace, eKW_ACC_WRONG_KIND for digital lines,
-     *         eKW_ACC_OPERATION_FAILED without memory
+     * @return eKW_ACC_BAD_INDEX for a place without a trace, eKW_ACC_WRONG_KIND for one without
+     * levels, eKW_ACC_OPERATION_FAILED without memory
      */
     virtual KW_ACCEPTANCE SetReference(const CKWRecord& record, UINT32 trace) = 0;
 };

@@ -287,7 +287,7 @@ void CAcquisition::Deliver()
 {
     if (m_reference.IsAsked())
     {
-        m_reference.Update(GetShown(*m_reader));
+        m_reference.CarryOut(GetShown(*m_reader));
     }
     const CLockGuard lock;
     m_delivery.Deliver(m_writer->GetLost(), *m_reader);

@@ -15,11 +15,15 @@
 #include "Names/Vertical.h"
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
+#include "Rules/FileRules.h"
 #include "Samples/Results.h"
 #include "Streams/Acquisition.h"
+#include "Streams/RecordFile.h"
 
 #include <QDateTime>
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace NNames;
 
@@ -77,17 +81,30 @@ KW_ZEL_CHANNEL_DATA_GENERATION GenerationOf(const CDbPgRoot& root, KW_ZEL_CHANNE
         return eKW_ZEL_CHANNEL_DATA_GENERATION_RECALLED;
     }
 }
+bool IsCurve(const KW_TraceInfo& trace)
+{
+    return trace.count > 0 && KW_IsCurve(trace.format);
+}
+
+void Tell(const QString& fileName, const KW_RecordReport& report)
+{
+    if (!report.text.isEmpty())
+    {
+        KW_REPORT_ERROR(KW_FormatRecordReport(fileName, report), __FILE__);
+    }
+}
 } // namespace
 
 CReferenceStore::CReferenceStore(CDbPgRoot& root, std::shared_ptr<IKWFunctionZEL> handle)
-    : m_root(root), m_handle(std::move(handle)),
-      m_updates(root.At(kCurve / ReferenceCurve::Update)->GetRunCount())
+    : m_root(root), m_handle(std::move(handle)), m_done(AskedFor())
 {
 }
 
-bool CReferenceStore::IsAsked() const
+CReferenceStore::t_Runs CReferenceStore::AskedFor() const
 {
-    return m_root.At(kCurve / ReferenceCurve::Update)->GetRunCount() != m_updates;
+    return {m_root.At(kCurve / ReferenceCurve::Update)->GetRunCount(),
+            m_root.At(kCurve / ReferenceCurve::Load)->GetRunCount(),
+            m_root.At(kCurve / ReferenceCurve::Save)->GetRunCount()};
 }
 
 CKWRecord CReferenceStore::Get() const
@@ -111,17 +128,70 @@ CKWRecord CReferenceStore::Computed(const CKWRecord& shown)
     return curve;
 }
 
-void CReferenceStore::Update(const CKWRecord& shown)
+void CReferenceStore::CarryOut(const CKWRecord& shown)
 {
-    m_updates = m_root.At(kCurve / ReferenceCurve::Update)->GetRunCount();
-    const KW_ZEL_CHANNEL source = m_root.At(kCurve / ReferenceCurve::Source)->Get();
-    const CKWRecord record = source == eKW_ZEL_CHANNEL_M1 ? Computed(shown) : shown;
-    if (const KW_ACCEPTANCE code = Set(record, PlaceOf(record, source)); !KW_IsAccepted(code))
+    const t_Runs before = std::exchange(m_done, AskedFor());
+    KW_ACCEPTANCE code = m_done.update != before.update ? Update(shown) : KW_ACCEPTANCE{eKW_ACC_OK};
+    if (!KW_IsAccepted(code))
     {
         KW_REPORT_ERROR(QStringLiteral("Reference curve: the source has no trace to store (%1)")
                             .arg(KW_GetAcceptanceText(code)),
                         __FILE__);
     }
+    code = m_done.load != before.load ? Load() : KW_ACCEPTANCE{eKW_ACC_OK};
+    code = std::max(code, m_done.save != before.save ? Save() : KW_ACCEPTANCE{eKW_ACC_OK});
+    if (!KW_IsAccepted(code))
+    {
+        KW_REPORT_ERROR(QStringLiteral("Reference curve: not loaded or saved (%1)")
+                            .arg(KW_GetAcceptanceText(code)),
+                        __FILE__);
+    }
+}
+
+KW_ACCEPTANCE CReferenceStore::Update(const CKWRecord& shown)
+{
+    const KW_ZEL_CHANNEL source = m_root.At(kCurve / ReferenceCurve::Source)->Get();
+    const CKWRecord record = source == eKW_ZEL_CHANNEL_M1 ? Computed(shown) : shown;
+    return Set(record, PlaceOf(record, source));
+}
+
+/** The first trace of a record file that can be a curve. */
+KW_ACCEPTANCE CReferenceStore::Load()
+{
+    const QString fileName = NRules::PathOf(*m_root.At(kCurve / ReferenceCurve::File));
+    CKWRecord record;
+    KW_RecordReport report;
+    const KW_ACCEPTANCE code = fileName.isEmpty() ? KW_ACCEPTANCE{eKW_ACC_BAD_NAME}
+                                                  : KW_ReadRecordFile(fileName, record, report);
+    if (!KW_IsAccepted(code))
+    {
+        Tell(fileName, report);
+        return code;
+    }
+    UINT32 trace = 0;
+    while (trace < record.GetTraceCount() && !IsCurve(record.GetTrace(trace)))
+    {
+        ++trace;
+    }
+    return Set(record, trace);
+}
+
+/** A file of another kind is made of it by zelctl. */
+KW_ACCEPTANCE CReferenceStore::Save() const
+{
+    const QString fileName = NRules::PathOf(*m_root.At(kCurve / ReferenceCurve::File));
+    if (fileName.isEmpty() || !fileName.endsWith(QLatin1String(".ref")))
+    {
+        return eKW_ACC_BAD_NAME;
+    }
+    NRules::MakeFolderOf(fileName);
+    KW_RecordReport report;
+    const KW_ACCEPTANCE code = KW_WriteRecordFile(fileName, Get(), report);
+    if (!KW_IsAccepted(code))
+    {
+        Tell(fileName, report);
+    }
+    return code;
 }
 
 KW_ACCEPTANCE CReferenceStore::Set(const CKWRecord& record, UINT32 trace)

@@ -22,12 +22,26 @@ public:
     CKWRecord Get() const;
     /** As IKWAcquisition::SetReference. Takes the tree's lock. */
     KW_ACCEPTANCE Set(const CKWRecord& record, UINT32 trace);
-    /** Stores the source from the record that is shown, where Update was asked for. */
-    void Update(const CKWRecord& shown);
-    /** Whether it was. Never blocks. */
-    bool IsAsked() const;
+    /** Whether one of the curve's actions was asked for and is not carried out yet. Never blocks.
+     */
+    bool IsAsked() const { return AskedFor() != m_done; }
+    /** Carries them out: stores the source from the record that is shown, loads or saves. Without
+        the tree's lock; failures are reported. */
+    void CarryOut(const CKWRecord& shown);
 
 private:
+    /** Runs of each action. */
+    struct t_Runs
+    {
+        UINT64 update;
+        UINT64 load;
+        UINT64 save;
+        bool operator==(const t_Runs&) const = default;
+    };
+    t_Runs AskedFor() const;
+    KW_ACCEPTANCE Update(const CKWRecord& shown);
+    KW_ACCEPTANCE Load();
+    KW_ACCEPTANCE Save() const;
     CKWRecord Computed(const CKWRecord& shown);
     void DeliverAttributes(const CKWRecord& curve, KW_ZEL_CHANNEL source);
 
@@ -35,6 +49,6 @@ private:
     const std::shared_ptr<IKWFunctionZEL> m_handle;
     mutable std::mutex m_mutex;
     CKWRecord m_curve;
-    UINT64 m_updates = 0; ///< runs of Update that are carried out
+    t_Runs m_done; ///< carried out
 };
 } // namespace NSamples

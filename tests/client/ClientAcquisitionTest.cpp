@@ -18,6 +18,7 @@
 #include "IKWFunctionZEL.h"
 #include "Streams/Acquisition.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -319,6 +320,16 @@ TEST_F(ClientAcquisition, StoresAReferenceCurveThatStays)
     EXPECT_EQ(m_acquisition->SetReference(reference, 1), eKW_ACC_BAD_INDEX);
     EXPECT_EQ(m_acquisition->SetReference(reference, 0), eKW_ACC_OK);
     EXPECT_EQ(m_acquisition->GetReference().GetSamples(0).size(), 2 * 1378U);
+    const QTemporaryDir folder;
+    ASSERT_EQ(curve->GetPrFile()->Set(folder.filePath(QStringLiteral("kept.ref"))), eKW_ACC_OK);
+    curve->GetPrSave()->Set();
+    m_acquisition->Deliver();
+    curve->GetPrClear()->Set();
+    curve->GetPrLoad()->Set();
+    m_acquisition->Deliver();
+    EXPECT_EQ(m_acquisition->GetReference().GetSamples(0).size(), 2 * 1378U);
+    EXPECT_EQ(taken->GetPrOriginalScale()->Get(), 0.2);
+    EXPECT_EQ(taken->GetPrDataGeneration()->Get(), eKW_ZEL_CHANNEL_DATA_GENERATION_RECALLED);
     m_root->GetPgMathematics()->GetPrEnabled()->Set(eKW_ONOFF_ON);
     ASSERT_EQ(curve->GetPrSource()->Set(eKW_ZEL_CHANNEL_M1), eKW_ACC_OK);
     curve->GetPrUpdate()->Set();
