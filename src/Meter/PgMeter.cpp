@@ -18,6 +18,8 @@
 #include "Rules/NumberRules.h"
 #include "Rules/ReadingRules.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 using namespace NNames;
@@ -72,16 +74,21 @@ bool HasCoupling(const t_Function& function)
            function.gui == eKW_ZEL_METER_MEAS_TYPE_GUI_CURRENT;
 }
 
-/** The function of a group of the user interface, with `coupling` where it has a choice. */
+/** The function of a group of the user interface, with `coupling` where it has a choice: the first
+    one when that is none of a voltage. */
 KW_ZEL_DMM_METER_TYPE MeterTypeOf(KW_ZEL_METER_MEAS_TYPE_GUI gui, KW_ZEL_DMM_MEAS_TYPE coupling)
 {
-    INT32 type = 0;
-    while (kFunctions[type].gui != gui ||
-           (HasCoupling(kFunctions[type]) && kFunctions[type].measType != coupling))
+    const auto find = [gui](auto fits)
     {
-        ++type;
-    }
-    return static_cast<KW_ZEL_DMM_METER_TYPE>(type);
+        return std::find_if(std::begin(kFunctions), std::end(kFunctions),
+                            [gui, fits](const t_Function& function)
+                            { return function.gui == gui && fits(function); });
+    };
+    const t_Function* found =
+        find([coupling](const t_Function& function)
+             { return !HasCoupling(function) || function.measType == coupling; });
+    found = found != std::end(kFunctions) ? found : find([](const t_Function&) { return true; });
+    return static_cast<KW_ZEL_DMM_METER_TYPE>(found - std::begin(kFunctions));
 }
 
 KW_ZEL_DMM_PROBE_TYPE KindOf(KW_PROBE_TYPE probe)

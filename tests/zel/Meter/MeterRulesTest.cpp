@@ -16,6 +16,8 @@ const t_Rule kMeterRules[] = {
      ".MeterType = AD_CURR; .MeasType = AD_VOLT; .AdcPath = AC; .ProbeType = CURRENT_100_V_PER_A; "
      ".ProbeKind = CURRENT; .ProbeFactor = 0.01; .ProbeUserUnit = LEVEL_A; "
      ".MeterChannel[4]/MeterMeasurement[0]/Unit = AMPERE; ..RangeUpperLimit = 0.1"},
+    {"CouplingThatIsNoneEndsTheProgram", "Meter/MeterType = OHM; @.Coupling = CAPACITY",
+     ".MeasTypeGUI = CURRENT", ".MeterType = AC_CURR"},
     {"GroupOfTheSameCouplingStays", "Meter/MeterType = AC_CURR", ".MeasTypeGUI = VOLTAGE",
      ".MeterType = AC_VOLT; .ProbeType = VOLTAGE_1_TO_1; .MeterChannel[4]/RangeLowerLimit = 0"},
     {"LargeResistanceNeedsLittleCurrent", "Meter/MeterType = OHM",

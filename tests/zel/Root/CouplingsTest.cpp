@@ -93,6 +93,7 @@ constexpr const char* kSituations[] = {
     "FFT/AverageLength = 2; @FFT/AveragesDone = 2; Vertical/Channel[0]/ProbeType = VOLTAGE_1_TO_1",
     "Vertical/Channel[1]/Enabled = OFF; ..Channel[2]/Enabled = OFF; ..Channel[3]/Enabled = OFF; "
     "Spectrum/Mode = FFT; Horizontal/ZELMode = ZEL_C",
+    "@FFT/AveragesDone = 3; Spectrum/ResetNextRun",
     "Spectrum/HorizontalScaling = LOGARITHMIC; .SpectrumMarkers/SpectrumMarker[0]/Frequency = 1e6; "
     "..SelectedMarker = Spectrum/SpectrumMarkers/SpectrumMarker[0]; "
     "@.SpectrumMarker[0]/Magnitude = -7; ..SetReference"};
