@@ -65,6 +65,8 @@ void AddCalcCommand(CLI::App& app, t_Run& run);
 void AddLabelsCommand(CLI::App& app, t_Run& run);
 /** "wave", which consists of several. */
 void AddWaveCommand(CLI::App& app, t_Run& run);
+/** "mask", which consists of several. */
+void AddMaskCommand(CLI::App& app, t_Run& run);
 /** "couplings" and "why". */
 void AddCouplingCommands(CLI::App& app, t_Run& run);
 /** "complete", which no help lists. */

@@ -234,7 +234,7 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
     {
         return CompleteLabels(session, words, word);
     }
-    if (command == "wave")
+    if (command == "wave" || command == "mask")
     {
         return words.size() < 2 ? CompleteCommand(session, words, false) : CompleteFile(word);
     }
