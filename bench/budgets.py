@@ -79,6 +79,8 @@ ROWS = [
         "StreamBaselineColdPass/iterations:20", True),
     Row("1,250 columns of 1,249 points by sin x / x", "StreamCurve/mode:0/points:1249", 3,
         "StreamColumns", True),
+    Row("a curve of a million points, float", "MathFloat", 1.2, "MathBaselineFloat", True),
+    Row("the same with 16 bit", "MathWords", 0.6, "MathBaselineWords", True),
     Row("mask test of a million points that pass", "MaskTestSinePasses", 0.5, "MaskBaselinePass",
         True),
     Row("the same, found out that they do not", "MaskTestFails", 0.5, "MaskBaselinePass", True),

@@ -71,6 +71,7 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place, const std::string& o
     AddLabelsCommand(m_app, m_run);
     AddWaveCommand(m_app, m_run);
     AddMaskCommand(m_app, m_run);
+    AddMathCommand(m_app, m_run);
     if (place == ePLACE::Process)
     {
         AddCompleteCommand(m_app, m_run);

@@ -67,6 +67,7 @@ void AddLabelsCommand(CLI::App& app, t_Run& run);
 void AddWaveCommand(CLI::App& app, t_Run& run);
 /** "mask", which consists of several. */
 void AddMaskCommand(CLI::App& app, t_Run& run);
+void AddMathCommand(CLI::App& app, t_Run& run);
 /** "couplings" and "why". */
 void AddCouplingCommands(CLI::App& app, t_Run& run);
 /** "complete", which no help lists. */

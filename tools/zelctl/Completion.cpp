@@ -238,6 +238,10 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
     {
         return words.size() < 2 ? CompleteCommand(session, words, false) : CompleteFile(word);
     }
+    if (command == "math")
+    {
+        return words.size() < 2 ? QStringList() : CompleteFile(word);
+    }
     if (GetFileCommands().contains(ToText(command)))
     {
         return CompleteFile(word);

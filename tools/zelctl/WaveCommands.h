@@ -13,5 +13,8 @@ t_WaveOptions ReadWaveOptions(const std::string& interval);
 t_Answer SendWithNotes(CSession& session, CReply& reply, const QStringList& notes);
 ///@}
 
+/** What a record is, and a drawing of it: lines, or a file where it has a name. */
+void AddWavePicture(CSession& session, const CKWRecord& record, const QString& svg, CReply& reply);
+
 /** "show" and "info" below "wave". */
 void AddWaveShow(CLI::App& wave, t_Run& run);
