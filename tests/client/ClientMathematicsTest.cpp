@@ -82,7 +82,7 @@ TEST_F(ClientMathematics, ScaleFollowsTheCurveOnlyWhenItMust)
     EXPECT_EQ(m_group->GetPrScale()->Get(), 2.0);
     EXPECT_EQ(m_group->GetPrPosition()->Get(), -1.5);
     EXPECT_EQ(m_group->GetPrAutoScale()->Get(), eKW_ONOFF_ON);
-    First(RecordOf(-900, 2900));
+    First(RecordOf(-950, 2900));
     m_curve->Deliver();
     EXPECT_EQ(m_group->GetPrPosition()->Get(), -1.5); // it trembles
     First(RecordOf(-400, 400));

@@ -51,6 +51,7 @@ const t_Result kResults[] = {
     {"C1/C2/C2", 0.1875, eKW_UNIT_NOT_DEFINED},
     {"- C1", -3, eKW_UNIT_LEVEL_V},
     {"--C1*-2", -6, eKW_UNIT_LEVEL_V},
+    {"- C1 + C2*2", 5, eKW_UNIT_NOT_DEFINED},
     {"sqr(R1)/50Ohm", 0.5, eKW_UNIT_LEVEL_W},
     {"abs(R1)+1V", 6, eKW_UNIT_LEVEL_V},
     {"C1/C3", kNaN, eKW_UNIT_NONE},

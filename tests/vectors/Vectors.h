@@ -165,4 +165,5 @@ void AddHarmonics(t_Lines& lines);
 void AddLabels(t_Lines& lines);
 void AddNumberTexts(t_Lines& lines);
 void AddLimitsAndSteps(t_Lines& lines);
+void AddCurves(t_Lines& lines);
 } // namespace NVectors

@@ -94,7 +94,8 @@ t_Lines AllLines()
     t_Lines lines;
     for (const auto add :
          {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC, AddProbesAndMeter,
-          AddApplication, AddUnits, AddHarmonics, AddLabels, AddNumberTexts, AddLimitsAndSteps})
+          AddApplication, AddUnits, AddHarmonics, AddLabels, AddNumberTexts, AddLimitsAndSteps,
+          AddCurves})
     {
         add(lines);
     }
