@@ -31,7 +31,6 @@ CKWRecord Sources()
     words[6] = 0;
     reals[9] = std::numeric_limits<float>::quiet_NaN();
     reals[10] = 0.0F;
-    reals[11] = 3e38F;
     const KW_TraceInfo infos[] = {{eKW_ZEL_CHANNEL_C1, eKW_SAMPLES_INT16, eKW_UNIT_LEVEL_V, 0,
                                    kPoints, 2, 1e-3, -0.1, 3e-4, 0.7},
                                   {eKW_ZEL_CHANNEL_C2, eKW_SAMPLES_FLOAT, eKW_UNIT_LEVEL_A, 0,
