@@ -49,8 +49,11 @@ std::shared_ptr<const KW_Mask> CPgMaskChannelSetup::GetMask() const
     if (m_mask == nullptr || lines != m_read)
     {
         KW_Mask mask;
-        std::vector<KW_LabelReport> reports;
-        KW_ReadMaskText(lines, mask, reports); // what is none, and nothing, leave it empty
+        if (!lines.isEmpty())
+        {
+            std::vector<KW_LabelReport> reports;
+            KW_ReadMaskText(lines, mask, reports); // what is none leaves it empty
+        }
         m_mask = std::make_shared<const KW_Mask>(std::move(mask));
         m_read = lines;
     }

@@ -86,7 +86,7 @@ TEST(FrameStream, FramesOfALogAreDecodedByWhoeverReadsThem)
     };
     EXPECT_EQ(valueOf("EngineSpeed", 10), 212.5);
     EXPECT_EQ(valueOf("EngineSpeed", 50), 1204.0);
-    EXPECT_EQ(valueOf("BoostPressure", 50), 104.32);
+    EXPECT_DOUBLE_EQ(valueOf("BoostPressure", 50), 104.32);
     EXPECT_EQ(valueOf("Distance", 4), 48213.25);
     EXPECT_EQ(valueOf("Gear", 63), -1.0);
 }

@@ -3,6 +3,7 @@
 #include "ValueText.h"
 #include "WaveCommands.h"
 #include "WaveDrawing.h"
+#include "WaveFrames.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -15,7 +16,7 @@ constexpr char kWaveShowFooter[] =
     "Draws each trace, and says how many points it has and between which values they lie. Times\n"
     "are against the trigger. A column of the drawing goes from the lowest to the highest value "
     "in\n"
-    "it, so that no peak is lost; invalid points are gaps.\n"
+    "it, so that no peak is lost; invalid points are gaps. Frames of a bus are listed.\n"
     "\n"
     "Examples:\n"
     "  zelctl wave show examples/waves/burst.csv\n"
@@ -177,23 +178,6 @@ std::vector<UINT32> ChooseTraces(const CKWRecord& record, const std::vector<std:
     return traces;
 }
 
-/** As lines, or to a file where it has a name. */
-void AddDrawing(const std::vector<t_Diagram>& diagrams, const QString& svg, CReply& reply)
-{
-    if (!svg.isEmpty())
-    {
-        WriteWhole(svg, DrawAsSvg(diagrams));
-        reply.Line(QStringLiteral("wrote %1").arg(svg)).Field("svg", svg);
-        return;
-    }
-    constexpr int kWidthElsewhere = 80;
-    const int width = GetTerminalWidth() > 0 ? GetTerminalWidth() : kWidthElsewhere;
-    for (const t_Diagram& diagram : diagrams)
-    {
-        reply.Line({}).Line(diagram.title).Lines(DrawInText(diagram, width));
-    }
-}
-
 struct t_WaveInfoOptions
 {
     std::string file;
@@ -255,9 +239,20 @@ struct t_WaveShowOptions
         {
             AddColumns(record, traces, view, reply);
         }
-        if (columns == 0 || !svg.empty())
+        else if (svg.empty())
         {
-            AddDrawing(DrawWave(record, traces, view), ToText(svg), reply);
+            constexpr int kWidthElsewhere = 80;
+            const int width = GetTerminalWidth() > 0 ? GetTerminalWidth() : kWidthElsewhere;
+            for (const t_Diagram& diagram : DrawWave(record, traces, view))
+            {
+                reply.Line({}).Line(diagram.title).Lines(DrawInText(diagram, width));
+            }
+        }
+        AddFrames(record, traces, reply);
+        if (!svg.empty())
+        {
+            WriteWhole(ToText(svg), DrawAsSvg(DrawWave(record, traces, view)));
+            reply.Line(QStringLiteral("wrote %1").arg(ToText(svg))).Field("svg", ToText(svg));
         }
         return SendWithNotes(session, reply, notes);
     }
@@ -302,6 +297,19 @@ private:
         return view;
     }
 
+    static void AddFrames(const CKWRecord& record, const std::vector<UINT32>& traces, CReply& reply)
+    {
+        for (const UINT32 trace : traces)
+        {
+            if (record.GetTrace(trace).format == eKW_SAMPLES_FRAMES)
+            {
+                reply.Line({}).Line(GetTraceName(record, trace));
+                reply.Lines(GetFrameLines(record, trace));
+                reply.Field("frames", GetFrameObjects(record, trace));
+            }
+        }
+    }
+
     void AddColumns(const CKWRecord& record, const std::vector<UINT32>& traces,
                     const t_WaveView& view, CReply& reply) const
     {
@@ -338,13 +346,6 @@ private:
     }
 };
 } // namespace
-
-void AddWavePicture(CSession& session, const CKWRecord& record, const QString& svg, CReply& reply)
-{
-    const std::vector<UINT32> traces = ChooseTraces(record, {}, {});
-    CWaveInfo(session, record).AddTo(reply, traces);
-    AddDrawing(DrawWave(record, traces, GetWholeView(record, traces)), svg, reply);
-}
 
 void AddWaveShow(CLI::App& wave, t_Run& run)
 {

@@ -287,6 +287,15 @@ class Wave(unittest.TestCase):
         curves = root.findall(".//{http://www.w3.org/2000/svg}polyline")
         self.assertEqual([len(curve.get("points").split()) for curve in curves], [2 * 636] * 2)
 
+    def test_frames_are_not_listed(self):
+        file = os.path.join(CORPUS, "frames")
+        shown = run("wave", "show", file)
+        self.assertEqual(shown.stdout.splitlines()[3:],
+                         ["", "S1", "500 ms  CAN  0x123  00 01 02 03 04 05 06 07  FD"])
+        frames = json.loads(run("wave", "show", file, "--json").stdout)["frames"]
+        self.assertEqual(frames, [{"bus": "CAN", "data": "00 01 02 03 04 05 06 07", "flags": "FD",
+                                   "id": "0x123", "time": 0.5}])
+
     def test_stretch_that_is_none_is_drawn(self):
         for words in [["--from", "1s", "--to", "0"], ["--from", "nan"], ["--to", "inf"],
                       ["--columns", "-1"], ["--columns", "1000000"], ["--from", "x"],
