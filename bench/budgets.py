@@ -71,6 +71,7 @@ ROWS = [
     Row("the same beside eight readers at full speed", "StreamGetLatestBesideEightReaders",
         150 * NS, "StreamGetLatest"),
     Row("ask for a new record", "StreamHasNew", 5 * NS, "BaselineAtomicLoad"),
+    Row("a thousand frames of a bus to a reader", "StreamFrames", 1.2, "StreamBaselineFrames", True),
     Row("arm an acquisition, settings standing", "AcquisitionArm", 50 * NS, "BaselineAtomicLoad"),
     Row("fill a million points", "StreamFillAMillionPoints", 1.25, "StreamBaselineCopyAndPass",
         True),

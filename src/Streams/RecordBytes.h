@@ -58,23 +58,28 @@ constexpr std::size_t EntrySize(KW_SAMPLE_FORMAT format, std::size_t byte)
     }
 }
 
-/** Samples from one order of bytes to the other: each number turned round, or as it is. */
-inline void ConvertSamples(const char* from, char* to, std::size_t size, KW_SAMPLE_FORMAT format)
+/** Turns each number of the points round. */
+inline void SwapSamples(const char* from, char* to, std::size_t size, KW_SAMPLE_FORMAT format)
 {
-    if (kIsLittle)
-    {
-        if (size > 0)
-        {
-            std::memcpy(to, from, size);
-        }
-        return;
-    }
     const std::size_t point = KW_GetPointSize(format);
     for (std::size_t i = 0; i < size; ++i)
     {
         const std::size_t entry = EntrySize(format, i % point);
         const std::size_t begin = i - i % point % entry;
         to[i] = from[begin + entry - 1 - (i - begin)];
+    }
+}
+
+/** Points between a file and memory, either way. */
+inline void ConvertSamples(const char* from, char* to, std::size_t size, KW_SAMPLE_FORMAT format)
+{
+    if constexpr (!kIsLittle)
+    {
+        SwapSamples(from, to, size, format);
+    }
+    else if (size > 0)
+    {
+        std::memcpy(to, from, size);
     }
 }
 } // namespace NRecordBytes

@@ -8,7 +8,6 @@
 #include <QCryptographicHash>
 #include <array>
 #include <cmath>
-#include <vector>
 
 using namespace NRecordBytes;
 
@@ -72,7 +71,19 @@ public:
     {
         return CheckKind() && CheckSize() && CheckDigest() && ReadHead() && ReadTraces();
     }
-    CKWRecord Make() const { return KW_MakeRecord(m_info, m_traces, m_samples); }
+    /** None where there is no memory for it. */
+    CKWRecord Make() const
+    {
+        CKWRecordMaker maker(m_info, {m_traces.data(), m_count});
+        for (UINT32 i = 0; i < m_count; ++i)
+        {
+            const std::span<std::byte> room = maker.Reserve(i);
+            ConvertSamples(m_bytes + m_places[i], reinterpret_cast<char*>(room.data()), room.size(),
+                           m_traces[i].format);
+            maker.Advance(i, m_traces[i].count);
+        }
+        return maker.Make();
+    }
 
 private:
     bool Fail(UINT64 place, const QString& text)
@@ -155,16 +166,14 @@ private:
         m_info = {Get<UINT64>(eHEAD_NUMBER), Get<INT64>(eHEAD_TRIGGER_TIME),
                   Get<INT64>(eHEAD_SETTINGS_COUNTER), static_cast<KW_MASK_RESULT>(result),
                   Get<UINT64>(eHEAD_SOURCE)};
-        m_traces.resize(traces);
-        m_copies.resize(traces);
-        m_samples.resize(traces);
+        m_count = traces;
         m_behind = UINT64{m_headSize} + UINT64{m_entrySize} * traces;
         return true;
     }
 
     bool ReadTraces()
     {
-        for (std::size_t i = 0; i < m_traces.size(); ++i)
+        for (UINT32 i = 0; i < m_count; ++i)
         {
             const UINT64 entry = m_headSize + UINT64{m_entrySize} * i;
             if (!ReadKinds(entry, m_traces[i]) || !ReadNumbers(entry, m_traces[i]) ||
@@ -226,9 +235,13 @@ private:
     }
 
     /** Samples follow each other in the order of the traces. */
-    bool ReadSamples(UINT64 entry, std::size_t trace)
+    bool ReadSamples(UINT64 entry, UINT32 trace)
     {
         const KW_TraceInfo& info = m_traces[trace];
+        if (info.count == 0)
+        {
+            return true;
+        }
         const UINT64 begin = Get<UINT64>(entry + eENTRY_SAMPLES);
         const UINT64 size = UINT64{info.count} * KW_GetPointSize(info.format);
         const UINT64 end = m_size - kDigestSize;
@@ -239,17 +252,7 @@ private:
                 QStringLiteral("%1 points at byte %2 do not fit").arg(info.count).arg(begin));
         }
         m_behind = begin + size;
-        const char* const samples = m_bytes + begin;
-        if constexpr (kIsLittle)
-        {
-            m_samples[trace] = {reinterpret_cast<const std::byte*>(samples), size};
-        }
-        else
-        {
-            m_copies[trace].resize(size);
-            ConvertSamples(samples, m_copies[trace].data(), size, info.format);
-            m_samples[trace] = {reinterpret_cast<const std::byte*>(m_copies[trace].data()), size};
-        }
+        m_places[trace] = begin;
         return true;
     }
 
@@ -260,9 +263,9 @@ private:
     UINT32 m_entrySize = 0;
     UINT64 m_behind = 0; ///< what stood before the next samples
     KW_RecordInfo m_info;
-    std::vector<KW_TraceInfo> m_traces;
-    std::vector<std::vector<char>> m_copies; ///< where the machine has another order of bytes
-    std::vector<std::span<const std::byte>> m_samples;
+    UINT32 m_count = 0; ///< traces
+    std::array<KW_TraceInfo, eKW_RECORD_TRACES> m_traces;
+    std::array<UINT64, eKW_RECORD_TRACES> m_places{}; ///< of their samples
 };
 
 void PutHead(const KW_RecordInfo& info, UINT32 traces, UINT64 fileSize, char* head)

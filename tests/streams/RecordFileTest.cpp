@@ -298,3 +298,23 @@ TEST(RecordFile, GrowingRecordIsWrittenAsItsValueShowsIt)
     ASSERT_EQ(KW_ReadRecordBytes(bytes, read, report), eKW_ACC_OK) << report.text.toStdString();
     EXPECT_EQ(read.GetTrace(0).count, 10U);
 }
+
+TEST(RecordFile, MachineOfTheOtherOrderOfBytesTurnsEachNumberRound)
+{
+    const auto swapped = [](const QByteArray& hex, KW_SAMPLE_FORMAT format)
+    {
+        const QByteArray bytes = QByteArray::fromHex(hex);
+        QByteArray turned(bytes.size(), '\0');
+        NRecordBytes::SwapSamples(bytes.constData(), turned.data(),
+                                  static_cast<std::size_t>(bytes.size()), format);
+        return turned.toHex();
+    };
+    EXPECT_EQ(swapped("01020304", eKW_SAMPLES_INT16), "02010403");
+    EXPECT_EQ(swapped("01020304", eKW_SAMPLES_MINMAX), "02010403");
+    EXPECT_EQ(swapped("0102030405060708", eKW_SAMPLES_FLOAT), "0403020108070605");
+    EXPECT_EQ(swapped("010203", eKW_SAMPLES_LINES), "010203");
+    const QByteArray payload(2 * 68, '7'); // the four bytes before it stay, too
+    const QByteArray frame = "01020304050607081112131415161718212223243132333441424344" + payload;
+    const QByteArray turned = "08070605040302011817161514131211242322213433323144434241" + payload;
+    EXPECT_EQ(swapped(frame + frame, eKW_SAMPLES_FRAMES), turned + turned);
+}

@@ -84,6 +84,7 @@ QByteArray MakeSoundText(const t_SoundText& text)
         {QStringLiteral("triggerTime"), QString::number(text.info.triggerTime)},
         {QStringLiteral("settingsCounter"), QString::number(text.info.settingsCounter)},
         {QStringLiteral("maskResult"), static_cast<int>(text.info.maskResult)},
+        {QStringLiteral("source"), QString::number(text.info.source)},
         {QStringLiteral("traces"), traces}};
     return QJsonDocument(json).toJson(QJsonDocument::Compact);
 }
@@ -97,7 +98,8 @@ bool ParseSoundText(const QByteArray& comment, t_SoundText& text)
         !TakeText(json, "number", text.info.number) ||
         !TakeText(json, "triggerTime", text.info.triggerTime) ||
         !TakeText(json, "settingsCounter", text.info.settingsCounter) ||
-        result < eKW_MASK_NOT_TESTED || result > eKW_MASK_FAILED)
+        !TakeText(json, "source", text.info.source) || result < eKW_MASK_NOT_TESTED ||
+        result > eKW_MASK_FAILED)
     {
         return false;
     }

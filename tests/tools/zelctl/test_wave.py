@@ -153,8 +153,8 @@ class Wave(unittest.TestCase):
         self.require_sound()
         self.convert(self.convert(source, "a.wav"), "back.rec")
         back = READ_RECORD(self.path("back.rec"))
-        self.assertEqual((back["number"], back["time"], back["counter"], back["mask"]),
-                         (3, 1700000000000000000, 42, 1))
+        self.assertEqual([back[name] for name in ["number", "time", "counter", "mask", "source"]],
+                         [3, 1700000000000000000, 42, 1, 2])
         self.assertEqual(back["traces"], record["traces"])
 
     def test_wave_module_of_python_hears_something_else(self):
