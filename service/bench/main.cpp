@@ -277,6 +277,7 @@ int main(int argc, char** argv)
     const auto root = GetZELRoot();
     KW_ServiceOptions options;
     options.port = 0;
+    options.httpPort = 0;
     const CKWService service(root, options);
     CompareRoundTrips(service.GetPort(), seconds);
     CountPipelined(service.GetPort(), seconds);
