@@ -150,9 +150,11 @@ QByteArray CWebSocketConnection::Subscribe(const QJsonObject& message)
         list.append(path.toString());
     }
     m_subscription.paths = list;
-    m_shared->hub.Changes().Begin(
-        m_subscription, message[QStringLiteral("stream")].toString(),
-        static_cast<UINT64>(message[QStringLiteral("number")].toDouble(0)));
+    constexpr double kLargest = 9007199254740991.0;
+    const double number = message[QStringLiteral("number")].toDouble(-1);
+    const bool isNumber = number >= 0 && number <= kLargest;
+    m_shared->hub.Changes().Begin(m_subscription, message[QStringLiteral("stream")].toString(),
+                                  isNumber ? static_cast<UINT64>(number) : ~UINT64{0});
     return Standing(std::exchange(m_subscription.isTooLate, false));
 }
 
