@@ -68,13 +68,12 @@ private:
     {
         if (m_xml.Name() != "Mask")
         {
-            return Refuse(QStringLiteral("no mask: its element is %1")
-                              .arg(QString::fromStdString(m_xml.Name())));
+            return Refuse("no mask: its element is ", m_xml.Name());
         }
         const auto* const version = m_xml.Take("Version");
         if (version == nullptr)
         {
-            return Refuse(QStringLiteral("Version is missing"));
+            return Refuse("Version is missing");
         }
         if (const QString error = NLabelHead::ReadVersion(version->text); !error.isEmpty())
         {
@@ -89,8 +88,8 @@ private:
         }
         if (!KW_IsMaskFrame(m_mask.frame))
         {
-            m_reports.Error(m_xml.Place(), QStringLiteral("TimeScale and LevelScale have to be "
-                                                          "above 0"));
+            Wrong(m_xml.Place(), "TimeScale and LevelScale have to be "
+                                 "above 0");
         }
         return true;
     }
@@ -100,13 +99,13 @@ private:
         const auto* const unit = m_xml.Take("Unit");
         if (unit == nullptr)
         {
-            return m_reports.Error(m_xml.Place(), QStringLiteral("Unit is missing"));
+            return Wrong(m_xml.Place(), "Unit is missing");
         }
         const QString text = QString::fromStdString(unit->text);
         const auto found = GetStaticEnumNameInfo<KW_UNIT>().ConvertName(text);
         if (found.match != CEnumNameInfo::eMATCH::One)
         {
-            return m_reports.Error(unit->place, QStringLiteral("Unit: \"%1\" is none").arg(text));
+            return Wrong(unit->place, "Unit: \"", unit->text, "\" is none");
         }
         m_mask.frame.unit = static_cast<KW_UNIT>(found.value);
     }
@@ -115,9 +114,7 @@ private:
     {
         if (m_isDigest)
         {
-            m_reports.Error(
-                m_xml.Place(),
-                QStringLiteral("%1 follows the digest").arg(QString::fromStdString(m_xml.Name())));
+            Wrong(m_xml.Place(), "", m_xml.Name(), " follows the digest");
         }
         if (m_xml.Name() == "Upper")
         {
@@ -141,9 +138,7 @@ private:
     {
         if (std::exchange(isThere, true))
         {
-            m_reports.Error(
-                m_xml.Place(),
-                QStringLiteral("%1 stands here already").arg(QString::fromStdString(m_xml.Name())));
+            Wrong(m_xml.Place(), "", m_xml.Name(), " stands here already");
         }
         m_xml.WarnOfRest();
         while (m_xml.Next())
@@ -169,7 +164,7 @@ private:
         const auto isEnd = gap != nullptr ? NLabelTexts::ReadFlag(gap->text) : false;
         if (!isEnd)
         {
-            m_reports.Error(gap->place, QStringLiteral("Gap is neither true nor false"));
+            Wrong(gap->place, "Gap is neither true nor false");
         }
         if (x && y && isEnd)
         {
@@ -186,19 +181,16 @@ private:
         const KW_MaskLine last(line.begin() + static_cast<std::ptrdiff_t>(first), line.end());
         if (line.size() > eKW_MASK_POINTS)
         {
-            m_reports.Error(
-                place,
-                QStringLiteral("more than %1 points in a line").arg(UINT32{eKW_MASK_POINTS}));
+            Wrong(place, "more than 4096 points in a line");
             return m_xml.BreakOff();
         }
         switch (KW_CheckMaskLine(last))
         {
         case eKW_ACC_OUTSIDE_DECLARED:
-            m_reports.Error(place, QStringLiteral("a point more than %1 divisions away")
-                                       .arg(UINT32{eKW_MASK_FARTHEST}));
+            Wrong(place, "a point more than 1000000 divisions away");
             break;
         case eKW_ACC_LIMITS_CROSSED:
-            m_reports.Error(place, QStringLiteral("a point to the left of the one before it"));
+            Wrong(place, "a point to the left of the one before it");
             break;
         default:
             return;
@@ -213,8 +205,8 @@ private:
         const auto at = static_cast<int>(m_text.lastIndexOf(kDigestBegin));
         if (value == nullptr || at < 0 || value->text != DigestOf(m_text, at))
         {
-            m_reports.Error(m_xml.Place(), QStringLiteral("it is not what was saved: its digest "
-                                                          "does not fit"));
+            Wrong(m_xml.Place(), "it is not what was saved: its digest "
+                                 "does not fit");
         }
         m_xml.EndLeaf();
     }
@@ -224,26 +216,31 @@ private:
         const auto* const attribute = m_xml.Take(name);
         if (attribute == nullptr)
         {
-            m_reports.Error(m_xml.Place(),
-                            QStringLiteral("%1 is missing").arg(QLatin1String(name)));
+            Wrong(m_xml.Place(), name, {}, " is missing");
             return std::nullopt;
         }
         const auto value = NLabelTexts::ReadReal(attribute->text);
         const bool isOne = value && *value - *value == 0; // neither infinite nor NaN
         if (!isOne)
         {
-            m_reports.Error(attribute->place,
-                            QStringLiteral("%1: \"%2\" is no number")
-                                .arg(QLatin1String(name), QString::fromStdString(attribute->text)));
+            Wrong(attribute->place, (std::string(name) + ": \"").c_str(), attribute->text,
+                  "\" is no number");
         }
         return isOne ? value : std::nullopt;
     }
 
-    bool Refuse(const QString& text)
+    bool Refuse(const char* text, const std::string& what = {})
     {
-        m_reports.Error(m_xml.Place(), text);
+        Wrong(m_xml.Place(), text, what);
         m_xml.BreakOff();
         return false;
+    }
+
+    void Wrong(t_TextPlace place, const char* text, const std::string& what = {},
+               const char* rest = "")
+    {
+        m_reports.Error(place,
+                        QLatin1String(text) + QString::fromStdString(what) + QLatin1String(rest));
     }
 
     const QByteArray& m_text;
@@ -255,28 +252,26 @@ private:
     bool m_isDigest = false;
 };
 
-void AppendNumber(std::string& text, const char* name, double value)
+void AppendNumber(QByteArray& text, const char* name, double value)
 {
-    text += ' ';
-    text += name;
-    text += "=\"" + NLabelTexts::TextOf(value) + '"';
+    text.append(name).append("=\"").append(NLabelTexts::TextOf(value).c_str()).append('"');
 }
 
-void AppendLine(std::string& text, const std::string& name, const KW_MaskLine& line)
+void AppendLine(QByteArray& text, const char* name, const KW_MaskLine& line)
 {
     if (line.empty())
     {
         return;
     }
-    text += "    <" + name + ">\n";
+    text.append("    <").append(name).append(">\n");
     for (const KW_MaskPoint& point : line)
     {
-        text += "        <Point";
-        AppendNumber(text, "X", point.x);
-        AppendNumber(text, "Y", point.y);
-        text += point.isEnd ? " Gap=\"true\"/>\n" : "/>\n";
+        text.append("        <Point");
+        AppendNumber(text, " X", point.x);
+        AppendNumber(text, " Y", point.y);
+        text.append(point.isEnd ? " Gap=\"true\"/>\n" : "/>\n");
     }
-    text += "    </" + name + ">\n";
+    text.append("    </").append(name).append(">\n");
 }
 
 KW_ACCEPTANCE Refuse(KW_ACCEPTANCE code, const QString& text, std::vector<KW_LabelReport>& reports)
@@ -352,18 +347,18 @@ KW_ACCEPTANCE KW_WriteMaskText(const KW_Mask& mask, QByteArray& text,
         return Refuse(eKW_ACC_UNKNOWN_VALUE, QStringLiteral("the mask has an unknown unit"),
                       reports);
     }
-    std::string written = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Mask Version=\"1.0\"";
-    written += " Unit=\"" + unit.toStdString() + '"';
+    QByteArray written("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Mask Version=\"1.0\" Unit=\"");
+    written.append(unit.toLatin1()).append('"');
     for (const t_FrameNumber& number : kFrameNumbers)
     {
+        written.append(' ');
         AppendNumber(written, number.name, mask.frame.*number.value);
     }
-    written += ">\n";
+    written.append(">\n");
     AppendLine(written, "Upper", mask.upper);
     AppendLine(written, "Lower", mask.lower);
-    text = QByteArray(written.data(), static_cast<int>(written.size()));
-    text += kDigestBegin + QByteArray::fromStdString(DigestOf(text, static_cast<int>(text.size())));
-    text += "\"/>\n</Mask>\n";
+    const std::string digest = DigestOf(written, static_cast<int>(written.size()));
+    text = written.append(kDigestBegin).append(digest.c_str()).append("\"/>\n</Mask>\n");
     return eKW_ACC_OK;
 }
 

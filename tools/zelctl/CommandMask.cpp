@@ -36,7 +36,7 @@ constexpr char kMaskTestFooter[] = "Lists the places where a trace of the record
                                    "passes; 1: it does not; 2: refused.\n"
                                    "\n"
                                    "Example:\n"
-                                   "  zelctl mask test examples/masks/pulse.xml WAVE --channel C1";
+                                   "  zelctl mask test examples/masks/pulse.xml FILE --channel C1";
 
 constexpr char kMaskMakeFooter[] =
     "The mask is laid around the whole trace, which fills the screen: ten divisions in time, six\n"
