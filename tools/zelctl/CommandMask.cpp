@@ -146,8 +146,9 @@ void RequireDone(KW_ACCEPTANCE code, const QString& text)
 {
     if (!KW_IsAccepted(code))
     {
+        const bool isSaid = code == eKW_ACC_WRONG_KIND; // by the text
         throw CFailure(eSTATUS_USAGE, code,
-                       text + QStringLiteral(": ") + KW_GetAcceptanceText(code));
+                       isSaid ? text : text + QStringLiteral(": ") + KW_GetAcceptanceText(code));
     }
 }
 
