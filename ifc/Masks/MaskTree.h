@@ -66,8 +66,8 @@ public:
      * takes the lock of the tree and memory when they changed. After the last acquisition that is
      * to be tested, and after a violation that stops the acquisition, no other one is.
      *
-     * @return eKW_MASK_NOT_TESTED while no test runs, and for a record of settings that have been
-     *         replaced since it was armed
+     * @return eKW_MASK_NOT_TESTED while no test runs, and for the record at which changed settings
+     *         are noticed, unless its `settingsCounter` says that it was armed by them
      */
     KW_MASK_RESULT Test(const CKWRecord& draft) override = 0;
 

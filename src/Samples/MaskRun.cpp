@@ -6,6 +6,7 @@
 #include "IKWFunctionZEL.h"
 #include "LockManager.h"
 #include "Masks/MaskSource.h"
+#include "Mathematics/MathematicsTree.h"
 #include "Names/Control.h"
 #include "Names/Mask.h"
 #include "Names/MaskChannelSetup.h"
@@ -16,6 +17,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <utility>
 
 IKWMaskRun::~IKWMaskRun() = default;
 
@@ -46,8 +48,9 @@ UINT32 PlaceOf(const CKWRecord& record, KW_ZEL_CHANNEL channel)
 class CShownTraces final : public IMaskSource
 {
 public:
-    explicit CShownTraces(std::shared_ptr<IKWAcquisition> acquisition)
-        : m_acquisition(std::move(acquisition)), m_reader(m_acquisition->GetStream()->MakeReader())
+    CShownTraces(std::shared_ptr<IKWFunctionZEL> root, std::shared_ptr<IKWAcquisition> acquisition)
+        : m_root(std::move(root)), m_acquisition(std::move(acquisition)),
+          m_reader(m_acquisition->GetStream()->MakeReader())
     {
     }
 
@@ -63,12 +66,19 @@ public:
         {
             record = m_acquisition->GetShown(*m_reader);
         }
+        if (channel == eKW_ZEL_CHANNEL_M1)
+        {
+            const CKWRecord shown = std::exchange(record, {});
+            KW_MakeMathematicsCurve(m_root, 1)->Compute(shown, record,
+                                                        m_acquisition->GetReference());
+        }
         trace = PlaceOf(record, channel);
         return trace < record.GetTraceCount() ? record : CKWRecord();
     }
 
 private:
     std::mutex m_mutex; ///< of the reader
+    const std::shared_ptr<IKWFunctionZEL> m_root;
     const std::shared_ptr<IKWAcquisition> m_acquisition;
     const std::unique_ptr<IKWStreamReader> m_reader;
 };
@@ -76,8 +86,8 @@ private:
 class CMaskRun final : public IKWMaskRun
 {
 public:
-    CMaskRun(std::shared_ptr<IDbGroup> node, CDbPgRoot& root,
-             std::shared_ptr<IKWAcquisition> acquisition);
+    /** `source` may be null. */
+    CMaskRun(std::shared_ptr<IDbGroup> node, CDbPgRoot& root, std::shared_ptr<IMaskSource> source);
 
     KW_MASK_RESULT Test(const CKWRecord& draft) override;
     KW_MaskEvent Deliver() override;
@@ -117,10 +127,8 @@ private:
 };
 
 CMaskRun::CMaskRun(std::shared_ptr<IDbGroup> node, CDbPgRoot& root,
-                   std::shared_ptr<IKWAcquisition> acquisition)
-    : m_node(std::move(node)), m_root(root),
-      m_source(acquisition != nullptr ? std::make_shared<CShownTraces>(std::move(acquisition))
-                                      : nullptr)
+                   std::shared_ptr<IMaskSource> source)
+    : m_node(std::move(node)), m_root(root), m_source(std::move(source))
 {
     if (m_source != nullptr)
     {
@@ -144,7 +152,8 @@ CMaskRun::CMaskRun(std::shared_ptr<IDbGroup> node, CDbPgRoot& root,
     m_shared.Write(m_counts);
 }
 
-/** False for a record that was armed by settings of another picture or another mask. */
+/** False for a record that may have been armed by settings of another picture or another mask:
+   these are new, and it was not armed since. */
 bool CMaskRun::Follow(INT64 armed)
 {
     long long now = m_seen;
@@ -152,7 +161,7 @@ bool CMaskRun::Follow(INT64 armed)
     {
         return true;
     }
-    const long long before = std::exchange(m_seen, now);
+    m_seen = now;
     if (ReadMaskValues(m_root) == m_values)
     {
         return true; // deliveries, and settings that do not matter here
@@ -172,7 +181,7 @@ bool CMaskRun::Follow(INT64 armed)
         m_counts.stopped = 0;
     }
     m_values = values;
-    return isSame || armed > before;
+    return isSame || armed >= m_seen;
 }
 
 KW_ZEL_LIMIT CMaskRun::LineOf(const CKWRecord& draft, std::size_t channel) const
@@ -340,6 +349,11 @@ std::shared_ptr<IKWMaskRun> KW_MakeMaskRun(std::shared_ptr<IKWFunctionZEL> root,
     {
         return nullptr;
     }
+    std::shared_ptr<IMaskSource> source;
+    if (acquisition != nullptr)
+    {
+        source = std::make_shared<CShownTraces>(std::move(root), std::move(acquisition));
+    }
     const CLockGuard lock;
-    return std::make_shared<CMaskRun>(std::move(node), *top, std::move(acquisition));
+    return std::make_shared<CMaskRun>(std::move(node), *top, std::move(source));
 }

@@ -6,6 +6,7 @@
 #include "IKWFunctionMask.h"
 #include "IKWFunctionMaskChannelSetup.h"
 #include "IKWFunctionMaskSettings.h"
+#include "IKWFunctionMathematics.h"
 #include "IKWFunctionRuns.h"
 #include "IKWFunctionSMScope.h"
 #include "IKWFunctionVertical.h"
@@ -210,6 +211,13 @@ TEST_F(ClientMask, CreateMaskTakesNoTrace)
     Acquire(kDivision);
     EXPECT_EQ(m_settings->GetPrCreateMask()->Set(), eKW_ACC_OK);
     EXPECT_NEAR(KW_GetMask(*Setup(0)).upper.front().y, 1.2, 1e-12);
+    // C1 + C2, a trace that is computed.
+    m_root->GetPgMathematics()->GetPrEnabled()->Set(eKW_ONOFF_ON);
+    m_root->GetPgMathematics()->GetPrAutoScale()->Set(eKW_ONOFF_OFF);
+    m_settings->GetPrSource()->Set(eKW_ZEL_CHANNEL_M1);
+    EXPECT_EQ(m_settings->GetPrCreateMask()->Set(), eKW_ACC_OK);
+    EXPECT_NEAR(KW_GetMask(*Setup(0)).upper.front().y, 2.2, 1e-3);
+    EXPECT_EQ(KW_GetMask(*Setup(0)).frame, Frame());
     m_run = nullptr;
     m_acquisition->SetTest(nullptr);
     EXPECT_EQ(m_settings->GetPrCreateMask()->Set(), eKW_ACC_NOTHING_TO_ACT_ON);
