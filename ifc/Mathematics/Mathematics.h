@@ -12,7 +12,7 @@
  *
  * What is computed stands on the points of the first source: the one of an operation, the first
  * that an expression names; of an expression without sources those of the record's first trace that
- * is not digital. Another source is taken at the same times: its own points, when they are nearer
+ * is a curve. Another source is taken at the same times: its own points, when they are nearer
  * than 1/1024 of their distance throughout; else the straight line between two of them, which an
  * invalid one makes invalid, or a point itself within a millionth of that distance. Outside of its
  * time it is invalid.
@@ -26,7 +26,7 @@
  * Pairs of minimum and maximum give pairs: a result encloses whatever lies between those of its
  * sources, so that C1 - C1 of pairs is not 0; it is invalid where one of the values in between has
  * none. Derivative and filters know nothing of what lies between, and refuse them; so do sources at
- * other times. Digital lines have no levels.
+ * other times. Digital lines and frames of buses are no curves.
  *
  * Steps are computed with float numbers (24 bits), one after the other; derivative, integral and
  * filters with doubles.

@@ -35,12 +35,6 @@ constexpr std::array<KW_ZEL_CHANNEL, 5> kChannels{eKW_ZEL_CHANNEL_C1, eKW_ZEL_CH
                                                   eKW_ZEL_CHANNEL_R1};
 constexpr const char* kNames[] = {"C1", "C2", "C3", "C4", "R1"};
 
-bool IsCurve(KW_SAMPLE_FORMAT format)
-{
-    return format == eKW_SAMPLES_INT16 || format == eKW_SAMPLES_FLOAT ||
-           format == eKW_SAMPLES_MINMAX;
-}
-
 /** The traces of several files as those of one record. */
 class CSources
 {
@@ -52,7 +46,7 @@ public:
         for (UINT32 i = 0; i < record.GetTraceCount(); ++i)
         {
             KW_TraceInfo trace = record.GetTrace(i);
-            if (trace.count == 0 || !IsCurve(trace.format))
+            if (trace.count == 0 || !KW_IsCurve(trace.format))
             {
                 continue;
             }
