@@ -19,7 +19,8 @@ void KW_TryLabelDbc(const QByteArray& text);
 void KW_TryLabelXml(const QByteArray& text);
 void KW_TryLabelCsv(const QByteArray& text);
 
-/** The bytes are a mask: a refusal says why, and what was read is written and read back the same. */
+/** The bytes are a mask: a refusal says why, and what was read is written and read back the same.
+ */
 void KW_TryMaskFiles(const QByteArray& text);
 
 /** Lines "Property=text" are client writes to a tree that has every kind of property: a refused one

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Masks in the tree: made, loaded, saved, kept at their place, and brought back by undo.
-#include "Masks/MaskSource.h"
 #include "Analysis/PgMask.h"
 #include "Analysis/PgMaskChannelSetup.h"
 #include "Analysis/PgMaskSettings.h"
 #include "FileText.h"
 #include "LockManager.h"
+#include "Masks/MaskSource.h"
 #include "zel/RuleTree.h"
 
 namespace
