@@ -68,6 +68,11 @@ struct KW_MathSettings
     bool operator==(const KW_MathSettings&) const = default; ///< all fields
 };
 
+namespace NMathematics
+{
+struct t_Curve;
+}
+
 /**
  * Computes. For one thread at a time.
  *
@@ -120,6 +125,5 @@ public:
     KW_MathScale GetScale() const;
 
 private:
-    struct t_Data;
-    std::unique_ptr<t_Data> m_data;
+    std::unique_ptr<NMathematics::t_Curve> m_curve;
 };

@@ -97,9 +97,9 @@ t_Place FindSource(KW_ZEL_CHANNEL channel, const CKWRecord& record, const CKWRec
 } // namespace
 
 /** What is computed, and the memory that it is computed in. */
-struct CKWMathematics::t_Data
+struct NMathematics::t_Curve
 {
-    explicit t_Data(UINT32 count) : records(count) {}
+    explicit t_Curve(UINT32 count) : records(count) {}
 
     std::shared_ptr<const t_Program> program;
     KW_MathSettings settings;
@@ -131,7 +131,7 @@ struct CKWMathematics::t_Data
 };
 
 /** Finds the traces, and on which points the result stands. */
-KW_ACCEPTANCE CKWMathematics::t_Data::Bind(const CKWRecord& record, const CKWRecord& reference)
+KW_ACCEPTANCE t_Curve::Bind(const CKWRecord& record, const CKWRecord& reference)
 {
     task.program = program.get();
     task.grid = {};
@@ -163,7 +163,7 @@ KW_ACCEPTANCE CKWMathematics::t_Data::Bind(const CKWRecord& record, const CKWRec
     return CheckSources();
 }
 
-KW_ACCEPTANCE CKWMathematics::t_Data::CheckSources() const
+KW_ACCEPTANCE t_Curve::CheckSources() const
 {
     const bool seesPairs = !task.IsOverTime() || settings.type == eKW_ZEL_MATHEMATICS_TYPE_INTEGRAL;
     for (const KW_ZEL_CHANNEL channel : program->sources)
@@ -178,13 +178,13 @@ KW_ACCEPTANCE CKWMathematics::t_Data::CheckSources() const
     return eKW_ACC_OK;
 }
 
-bool CKWMathematics::t_Data::HasPairs() const
+bool t_Curve::HasPairs() const
 {
     return std::any_of(program->sources.begin(), program->sources.end(),
                        [this](KW_ZEL_CHANNEL channel) { return task.sources[channel].HasPairs(); });
 }
 
-void CKWMathematics::t_Data::FindScale()
+void t_Curve::FindScale()
 {
     scale = settings.scale;
     if (settings.autoScale)
@@ -195,7 +195,7 @@ void CKWMathematics::t_Data::FindScale()
 }
 
 /** Of the points that are shown. */
-KW_MinMax CKWMathematics::t_Data::Range()
+KW_MinMax t_Curve::Range()
 {
     CEvaluation evaluation(task, scratch.data());
     NStreams::CExtremes<NStreams::t_FloatPoints> extremes;
@@ -213,7 +213,7 @@ KW_MinMax CKWMathematics::t_Data::Range()
     return {low, high};
 }
 
-KW_MinMax CKWMathematics::t_Data::RangeOfPairs() const
+KW_MinMax t_Curve::RangeOfPairs() const
 {
     constexpr double kInfinite = std::numeric_limits<double>::infinity();
     CPairEvaluation evaluation(task);
@@ -229,7 +229,7 @@ KW_MinMax CKWMathematics::t_Data::RangeOfPairs() const
     return range;
 }
 
-KW_UNIT CKWMathematics::t_Data::Unit() const
+KW_UNIT t_Curve::Unit() const
 {
     std::array<KW_UNIT, eKW_MATH_CHANNELS> units{};
     for (const KW_ZEL_CHANNEL channel : program->sources)
@@ -239,7 +239,7 @@ KW_UNIT CKWMathematics::t_Data::Unit() const
     return UnitOf(*program, units);
 }
 
-KW_TraceInfo CKWMathematics::t_Data::DescribeTrace() const
+KW_TraceInfo t_Curve::DescribeTrace() const
 {
     KW_TraceInfo trace = task.grid;
     trace.channel = eKW_ZEL_CHANNEL_M1;
@@ -260,7 +260,7 @@ KW_TraceInfo CKWMathematics::t_Data::DescribeTrace() const
     return trace;
 }
 
-UINT32 CKWMathematics::t_Data::FillReals(CKWRecordMaker& maker)
+UINT32 t_Curve::FillReals(CKWRecordMaker& maker)
 {
     CEvaluation evaluation(task, scratch.data());
     EachBlock(
@@ -279,7 +279,7 @@ UINT32 CKWMathematics::t_Data::FillReals(CKWRecordMaker& maker)
     return 0;
 }
 
-UINT32 CKWMathematics::t_Data::FillWords(CKWRecordMaker& maker, CQuantizer quantizer)
+UINT32 t_Curve::FillWords(CKWRecordMaker& maker, CQuantizer quantizer)
 {
     CEvaluation evaluation(task, scratch.data());
     EachBlock(
@@ -292,7 +292,7 @@ UINT32 CKWMathematics::t_Data::FillWords(CKWRecordMaker& maker, CQuantizer quant
     return quantizer.Flags();
 }
 
-UINT32 CKWMathematics::t_Data::FillPairs(CKWRecordMaker& maker, CQuantizer quantizer) const
+UINT32 t_Curve::FillPairs(CKWRecordMaker& maker, CQuantizer quantizer) const
 {
     CPairEvaluation evaluation(task);
     EachBlock(
@@ -311,7 +311,7 @@ UINT32 CKWMathematics::t_Data::FillPairs(CKWRecordMaker& maker, CQuantizer quant
 }
 
 CKWMathematics::CKWMathematics(UINT32 records)
-    : m_data(std::make_unique<t_Data>(std::clamp(records, 1U, kMostRecords)))
+    : m_curve(std::make_unique<t_Curve>(std::clamp(records, 1U, kMostRecords)))
 {
     KW_MathError error;
     Configure({}, error);
@@ -335,15 +335,15 @@ KW_ACCEPTANCE CKWMathematics::Configure(const KW_MathSettings& settings, KW_Math
         {
             return code;
         }
-        m_data->program = CKWMathExpression::t_Access::ProgramOf(expression);
+        m_curve->program = CKWMathExpression::t_Access::ProgramOf(expression);
     }
     else
     {
-        m_data->program = std::make_shared<const t_Program>(
+        m_curve->program = std::make_shared<const t_Program>(
             CompileOperation(settings.type, settings.sourceA, settings.sourceB));
     }
-    m_data->settings = settings;
-    m_data->scratch.resize(CEvaluation::ScratchSize(*m_data->program));
+    m_curve->settings = settings;
+    m_curve->scratch.resize(CEvaluation::ScratchSize(*m_curve->program));
     return code;
 }
 
@@ -354,7 +354,7 @@ KW_ACCEPTANCE CKWMathematics::Compute(const CKWRecord& record, CKWRecord& result
     {
         return eKW_ACC_NOTHING_TO_ACT_ON;
     }
-    t_Data& data = *m_data;
+    t_Curve& data = *m_curve;
     if (const KW_ACCEPTANCE code = data.Bind(record, reference); !KW_IsAccepted(code))
     {
         return code;
@@ -391,5 +391,5 @@ KW_ACCEPTANCE CKWMathematics::Compute(const CKWRecord& record, CKWRecord& result
 
 KW_MathScale CKWMathematics::GetScale() const
 {
-    return m_data->scale;
+    return m_curve->scale;
 }
