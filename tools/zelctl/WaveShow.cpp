@@ -178,6 +178,23 @@ std::vector<UINT32> ChooseTraces(const CKWRecord& record, const std::vector<std:
     return traces;
 }
 
+/** As lines, or to a file where it has a name. */
+void AddDrawing(const std::vector<t_Diagram>& diagrams, const QString& svg, CReply& reply)
+{
+    if (!svg.isEmpty())
+    {
+        WriteWhole(svg, DrawAsSvg(diagrams));
+        reply.Line(QStringLiteral("wrote %1").arg(svg)).Field("svg", svg);
+        return;
+    }
+    constexpr int kWidthElsewhere = 80;
+    const int width = GetTerminalWidth() > 0 ? GetTerminalWidth() : kWidthElsewhere;
+    for (const t_Diagram& diagram : diagrams)
+    {
+        reply.Line({}).Line(diagram.title).Lines(DrawInText(diagram, width));
+    }
+}
+
 struct t_WaveInfoOptions
 {
     std::string file;
@@ -241,18 +258,12 @@ struct t_WaveShowOptions
         }
         else if (svg.empty())
         {
-            constexpr int kWidthElsewhere = 80;
-            const int width = GetTerminalWidth() > 0 ? GetTerminalWidth() : kWidthElsewhere;
-            for (const t_Diagram& diagram : DrawWave(record, traces, view))
-            {
-                reply.Line({}).Line(diagram.title).Lines(DrawInText(diagram, width));
-            }
+            AddDrawing(DrawWave(record, traces, view), {}, reply);
         }
         AddFrames(record, traces, reply);
         if (!svg.empty())
         {
-            WriteWhole(ToText(svg), DrawAsSvg(DrawWave(record, traces, view)));
-            reply.Line(QStringLiteral("wrote %1").arg(ToText(svg))).Field("svg", ToText(svg));
+            AddDrawing(DrawWave(record, traces, view), ToText(svg), reply);
         }
         return SendWithNotes(session, reply, notes);
     }
@@ -346,6 +357,13 @@ private:
     }
 };
 } // namespace
+
+void AddWavePicture(CSession& session, const CKWRecord& record, const QString& svg, CReply& reply)
+{
+    const std::vector<UINT32> traces = ChooseTraces(record, {}, {});
+    CWaveInfo(session, record).AddTo(reply, traces);
+    AddDrawing(DrawWave(record, traces, GetWholeView(record, traces)), svg, reply);
+}
 
 void AddWaveShow(CLI::App& wave, t_Run& run)
 {
