@@ -8,6 +8,7 @@
 #include <QCryptographicHash>
 #include <array>
 #include <cmath>
+#include <cstdarg>
 
 using namespace NRecordBytes;
 
@@ -86,9 +87,13 @@ public:
     }
 
 private:
-    bool Fail(UINT64 place, const QString& text)
+    /** The text as printf has it: literals of 16 bits a character are many times the code. */
+    [[gnu::format(printf, 3, 4)]] bool Fail(UINT64 place, const char* text, ...)
     {
-        m_report = {true, place, text};
+        std::va_list arguments;
+        va_start(arguments, text);
+        m_report = {true, place, QString::vasprintf(text, arguments)};
+        va_end(arguments);
         return false;
     }
     template <class T>
@@ -102,22 +107,19 @@ private:
         if (!KW_IsRecordFile(QByteArray::fromRawData(
                 m_bytes, static_cast<int>(std::min<UINT64>(m_size, kMagic.size())))))
         {
-            return Fail(0, QStringLiteral("this is no record file, or it was changed as if it "
-                                          "were a text"));
+            return Fail(0, "this is no record file, or it was changed as if it were a text");
         }
         if (m_size < kHeadSize + kDigestSize)
         {
-            return Fail(m_size, QStringLiteral("the file is cut off within its head; copy it "
-                                               "again from where it is whole"));
+            return Fail(m_size, "the file is cut off within its head; copy it again from where it "
+                                "is whole");
         }
         const UINT32 major = Get<UINT16>(eHEAD_MAJOR);
         return major == kMajor ||
                Fail(eHEAD_MAJOR,
-                    QStringLiteral("the file is of version %1.%2, and %3.x can be read here; "
-                                   "convert it where it was written")
-                        .arg(major)
-                        .arg(Get<UINT16>(eHEAD_MINOR))
-                        .arg(kMajor));
+                    "the file is of version %u.%u, and %u.x can be read here; convert it where it "
+                    "was written",
+                    major, UINT32{Get<UINT16>(eHEAD_MINOR)}, UINT32{kMajor});
     }
 
     bool CheckSize()
@@ -125,11 +127,10 @@ private:
         const UINT64 size = Get<UINT64>(eHEAD_FILE_SIZE);
         return size == m_size ||
                Fail(std::min(size, m_size),
-                    (size > m_size ? QStringLiteral("the file is cut off: it has %1 of %2 bytes; "
-                                                    "copy it again from where it is whole")
-                                   : QStringLiteral("the file has %1 bytes, and %2 belong to it"))
-                        .arg(m_size)
-                        .arg(size));
+                    size > m_size ? "the file is cut off: it has %llu of %llu bytes; copy it again "
+                                    "from where it is whole"
+                                  : "the file has %llu bytes, and %llu belong to it",
+                    quint64{m_size}, quint64{size});
     }
 
     bool CheckDigest()
@@ -137,8 +138,8 @@ private:
         const UINT64 end = m_size - kDigestSize;
         return DigestOf(m_bytes, end) ==
                    QByteArray::fromRawData(m_bytes + end, static_cast<int>(kDigestSize)) ||
-               Fail(end, QStringLiteral("the file is damaged: its digest is another; copy it "
-                                        "again from where it is whole"));
+               Fail(end, "the file is damaged: its digest is another; copy it again from where it "
+                         "is whole");
     }
 
     bool ReadHead()
@@ -149,19 +150,17 @@ private:
         const INT32 result = Get<INT32>(eHEAD_MASK_RESULT);
         if (traces == 0 || traces > eKW_RECORD_TRACES)
         {
-            return Fail(eHEAD_TRACES, QStringLiteral("a record has 1 to %1 traces, not %2")
-                                          .arg(UINT32{eKW_RECORD_TRACES})
-                                          .arg(traces));
+            return Fail(eHEAD_TRACES, "a record has 1 to %u traces, not %u",
+                        UINT32{eKW_RECORD_TRACES}, traces);
         }
         if (m_headSize < kHeadSize || m_entrySize < kEntrySize ||
             UINT64{m_headSize} + UINT64{m_entrySize} * traces > m_size - kDigestSize)
         {
-            return Fail(eHEAD_SIZE, QStringLiteral("head and table of traces do not fit"));
+            return Fail(eHEAD_SIZE, "head and table of traces do not fit");
         }
         if (result < eKW_MASK_NOT_TESTED || result > eKW_MASK_FAILED)
         {
-            return Fail(eHEAD_MASK_RESULT,
-                        QStringLiteral("a mask test has no result %1").arg(result));
+            return Fail(eHEAD_MASK_RESULT, "a mask test has no result %d", result);
         }
         m_info = {Get<UINT64>(eHEAD_NUMBER), Get<INT64>(eHEAD_TRIGGER_TIME),
                   Get<INT64>(eHEAD_SETTINGS_COUNTER), static_cast<KW_MASK_RESULT>(result),
@@ -190,19 +189,22 @@ private:
         const INT32 channel = Get<INT32>(entry + eENTRY_CHANNEL);
         const INT32 format = Get<INT32>(entry + eENTRY_FORMAT);
         const INT32 unit = Get<INT32>(entry + eENTRY_UNIT);
-        const QString unknown = QStringLiteral("no %1 has the number %2; a newer version may know "
-                                               "it");
+        const auto unknown = [&](e_EntryField field, const char* what, INT32 number)
+        {
+            return Fail(entry + field, "no %s has the number %d; a newer version may know it", what,
+                        number);
+        };
         if (!GetStaticEnumNameInfo<KW_ZEL_CHANNEL>().IsValue(channel))
         {
-            return Fail(entry + eENTRY_CHANNEL, unknown.arg(QLatin1String("channel")).arg(channel));
+            return unknown(eENTRY_CHANNEL, "channel", channel);
         }
         if (format < 0 || format >= eKW_SAMPLES_COUNT)
         {
-            return Fail(entry + eENTRY_FORMAT, unknown.arg(QLatin1String("format")).arg(format));
+            return unknown(eENTRY_FORMAT, "format", format);
         }
         if (!GetStaticEnumNameInfo<KW_UNIT>().IsValue(unit))
         {
-            return Fail(entry + eENTRY_UNIT, unknown.arg(QLatin1String("unit")).arg(unit));
+            return unknown(eENTRY_UNIT, "unit", unit);
         }
         trace.channel = static_cast<KW_ZEL_CHANNEL>(channel);
         trace.format = static_cast<KW_SAMPLE_FORMAT>(format);
@@ -223,15 +225,13 @@ private:
         {
             // A place without a trace may say what it likes.
             return isGood || trace.count == 0 ||
-                   Fail(entry + field, QStringLiteral("%1 of a trace is no number that "
-                                                      "it can be")
-                                           .arg(QLatin1String(what)));
+                   Fail(entry + field, "the %s of a trace is no number that it can be", what);
         };
         return check(std::isfinite(trace.interval) && trace.interval > 0, eENTRY_INTERVAL,
-                     "the interval") &&
-               check(std::isfinite(trace.start), eENTRY_START, "the start") &&
-               check(std::isfinite(trace.scale) && trace.scale != 0, eENTRY_SCALE, "the scale") &&
-               check(std::isfinite(trace.offset), eENTRY_OFFSET, "the offset");
+                     "interval") &&
+               check(std::isfinite(trace.start), eENTRY_START, "start") &&
+               check(std::isfinite(trace.scale) && trace.scale != 0, eENTRY_SCALE, "scale") &&
+               check(std::isfinite(trace.offset), eENTRY_OFFSET, "offset");
     }
 
     /** Samples follow each other in the order of the traces. */
@@ -247,9 +247,8 @@ private:
         const UINT64 end = m_size - kDigestSize;
         if (begin < m_behind || begin > end || size > end - begin)
         {
-            return Fail(
-                entry + eENTRY_SAMPLES,
-                QStringLiteral("%1 points at byte %2 do not fit").arg(info.count).arg(begin));
+            return Fail(entry + eENTRY_SAMPLES, "%u points at byte %llu do not fit", info.count,
+                        quint64{begin});
         }
         m_behind = begin + size;
         m_places[trace] = begin;
