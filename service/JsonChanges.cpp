@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "JsonChanges.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
@@ -20,6 +23,23 @@ bool IsWanted(const QString& path, const QStringList& paths)
 {
     return std::any_of(paths.begin(), paths.end(),
                        [&path](const QString& top) { return IsBelow(path, top); });
+}
+
+QByteArray Refusal(const QString& detail)
+{
+    CJsonWriter json;
+    json.BeginObject();
+    NJson::AddCode(json, eKW_ACC_BAD_TEXT, detail);
+    json.EndObject();
+    return json.GetText();
+}
+
+/** The number of a change; one that never comes for what is none. */
+UINT64 NumberOf(const QJsonValue& value)
+{
+    constexpr double kLargest = 9007199254740991.0;
+    const double number = value.toDouble(-1);
+    return number >= 0 && number <= kLargest ? static_cast<UINT64>(number) : ~UINT64{0};
 }
 
 QByteArray ElementOf(const t_TreeChange& change)
@@ -96,10 +116,43 @@ bool CJsonChanges::IsKept(UINT64 number) const
     return number >= m_forgotten && number <= m_number;
 }
 
-void CJsonChanges::Begin(t_Subscription& subscription, const QString& stream, UINT64 number) const
+QByteArray CJsonChanges::Standing(const t_Subscription& subscription, bool isTooLate) const
 {
-    subscription.isTooLate = !stream.isEmpty() && (stream != m_stream || !IsKept(number));
-    subscription.number = stream.isEmpty() || subscription.isTooLate ? m_number : number;
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("stream").Text(m_stream);
+    json.Key("number").Whole(static_cast<INT64>(subscription.number));
+    json.Key("subscribed").Texts(subscription.paths);
+    json.Key("resync").Bool(isTooLate);
+    json.EndObject();
+    return json.GetText();
+}
+
+QByteArray CJsonChanges::Subscribe(t_Subscription& subscription, const QByteArray& message,
+                                   int mostPaths) const
+{
+    const QJsonObject wish = QJsonDocument::fromJson(message).object();
+    const QJsonValue wanted = wish[QStringLiteral("subscribe")];
+    const QJsonArray paths = wanted.toArray();
+    if (!wanted.isArray() || paths.size() > mostPaths)
+    {
+        return Refusal(
+            QStringLiteral("a list \"subscribe\" of at most %1 paths is wanted").arg(mostPaths));
+    }
+    QStringList list;
+    for (const QJsonValue& path : paths)
+    {
+        if (!path.isString() || !m_root->GetDbObject()->Find(path.toString()))
+        {
+            return Refusal(QStringLiteral("a path leads to no node"));
+        }
+        list.append(path.toString());
+    }
+    const QString stream = wish[QStringLiteral("stream")].toString();
+    const UINT64 number = NumberOf(wish[QStringLiteral("number")]);
+    const bool goesOn = !stream.isEmpty() && stream == m_stream && IsKept(number);
+    subscription = {list, goesOn ? number : m_number};
+    return Standing(subscription, !stream.isEmpty() && !goesOn);
 }
 
 std::shared_ptr<const QByteArray> CJsonChanges::Make(const t_Subscription& subscription) const
@@ -138,9 +191,8 @@ std::shared_ptr<const QByteArray> CJsonChanges::Take(t_Subscription& subscriptio
     }
     if (!IsKept(subscription.number))
     {
-        subscription.isTooLate = true;
         subscription.number = m_number;
-        return nullptr;
+        return std::make_shared<const QByteArray>(Standing(subscription, true));
     }
     const bool isMade = m_made.paths == subscription.paths && m_made.from == subscription.number &&
                         m_made.to == m_number;

@@ -10,9 +10,8 @@
 /** What a subscriber wants, and how far it has come. */
 struct t_Subscription
 {
-    QStringList paths;      ///< nodes with all that is below them; empty while it wants nothing
-    UINT64 number = 0;      ///< the last change that it has seen
-    bool isTooLate = false; ///< it must read the tree again: told once
+    QStringList paths; ///< nodes with all that is below them; empty while it wants nothing
+    UINT64 number = 0; ///< the last change that it has seen
 };
 
 /**
@@ -38,13 +37,17 @@ public:
     /** The number of the last change. */
     UINT64 Number() const { return m_number; }
 
-    /** Begins where a client has stopped, or now: then `isTooLate` says that it has missed
-     * something.
+    /**
+     * Carries out what a subscriber sends, and answers it: how it stands then, or what is wrong
+     * with the message, which changes nothing. It begins where another connection stopped, as far
+     * as that is known, or now.
      */
-    void Begin(t_Subscription& subscription, const QString& stream, UINT64 number) const;
+    QByteArray Subscribe(t_Subscription& subscription, const QByteArray& message,
+                         int mostPaths) const;
 
-    /** The message that a subscriber has not seen, which counts as seen then; empty when there is
-        none. Subscribers that want the same share it. */
+    /** The message that a subscriber has not seen, which counts as seen then; null when there is
+        none. Where changes were forgotten it is told how it stands instead. Subscribers that want
+       the same share it. */
     std::shared_ptr<const QByteArray> Take(t_Subscription& subscription);
 
 private:
@@ -62,7 +65,9 @@ private:
         UINT64 to = 0;
         std::shared_ptr<const QByteArray> message;
     };
+    /** Whether all that came behind the number is kept. */
     bool IsKept(UINT64 number) const;
+    QByteArray Standing(const t_Subscription& subscription, bool isTooLate) const;
     void Keep(const t_TreeChange& change);
     std::shared_ptr<const QByteArray> Make(const t_Subscription& subscription) const;
 

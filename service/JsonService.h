@@ -52,8 +52,6 @@ public:
     /** Whether a request is answered in less time than it takes to hand it to another thread. */
     bool IsQuick(const t_JsonRequest& request) const;
 
-    bool IsNode(const QString& path) const { return Top()->Find(path) != nullptr; }
-
     /** The description of all requests (OpenAPI 3.1). */
     static QByteArray Describe();
     /** The answer to what could not be understood. */

@@ -3,8 +3,6 @@
 
 #include "JsonHub.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
@@ -44,8 +42,6 @@ public:
 private:
     void Read();
     void OnMessage();
-    QByteArray Subscribe(const QJsonObject& message);
-    QByteArray Standing(bool isTooLate) const;
     /** Sends what there is to send, one message after the other. */
     void Pump();
     void Send(std::shared_ptr<const QByteArray> message);
@@ -60,11 +56,6 @@ private:
     QByteArray m_reply; ///< to the last message, while it is not sent
     std::shared_ptr<const QByteArray> m_sending;
 };
-
-QByteArray RefusalOf(const char* detail)
-{
-    return CJsonService::Refuse(400, eKW_ACC_BAD_TEXT, QString::fromLatin1(detail)).body;
-}
 
 void CWebSocketConnection::Start()
 {
@@ -111,51 +102,11 @@ void CWebSocketConnection::Read()
 void CWebSocketConnection::OnMessage()
 {
     const auto bytes = m_input.cdata();
-    const QByteArray text(static_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()));
+    const QByteArray message(static_cast<const char*>(bytes.data()),
+                             static_cast<int>(bytes.size()));
     m_input.consume(m_input.size());
-    const QJsonDocument document = QJsonDocument::fromJson(text);
-    m_reply = document.isObject() ? Subscribe(document.object())
-                                  : RefusalOf("an object in JSON is wanted");
+    m_reply = m_shared->hub.Changes().Subscribe(m_subscription, message, m_shared->bounds.paths);
     Pump();
-}
-
-QByteArray CWebSocketConnection::Standing(bool isTooLate) const
-{
-    const CJsonChanges& changes = m_shared->hub.Changes();
-    CJsonWriter json;
-    json.BeginObject();
-    json.Key("stream").Text(changes.Stream());
-    json.Key("number").Whole(static_cast<INT64>(m_subscription.number));
-    json.Key("subscribed").Texts(m_subscription.paths);
-    json.Key("resync").Bool(isTooLate);
-    json.EndObject();
-    return json.GetText();
-}
-
-QByteArray CWebSocketConnection::Subscribe(const QJsonObject& message)
-{
-    const QJsonValue wanted = message[QStringLiteral("subscribe")];
-    const QJsonArray paths = wanted.toArray();
-    if (!wanted.isArray() || paths.size() > m_shared->bounds.paths)
-    {
-        return RefusalOf("a list \"subscribe\" of at most 64 paths is wanted");
-    }
-    QStringList list;
-    for (const QJsonValue& path : paths)
-    {
-        if (!path.isString() || !m_shared->service->IsNode(path.toString()))
-        {
-            return RefusalOf("a path leads to no node");
-        }
-        list.append(path.toString());
-    }
-    m_subscription.paths = list;
-    constexpr double kLargest = 9007199254740991.0;
-    const double number = message[QStringLiteral("number")].toDouble(-1);
-    const bool isNumber = number >= 0 && number <= kLargest;
-    m_shared->hub.Changes().Begin(m_subscription, message[QStringLiteral("stream")].toString(),
-                                  isNumber ? static_cast<UINT64>(number) : ~UINT64{0});
-    return Standing(std::exchange(m_subscription.isTooLate, false));
 }
 
 void CWebSocketConnection::Pump()
@@ -170,12 +121,7 @@ void CWebSocketConnection::Pump()
         Read();
         return;
     }
-    auto changes = m_shared->hub.Changes().Take(m_subscription);
-    if (std::exchange(m_subscription.isTooLate, false))
-    {
-        changes = std::make_shared<const QByteArray>(Standing(true));
-    }
-    if (changes)
+    if (auto changes = m_shared->hub.Changes().Take(m_subscription))
     {
         Send(std::move(changes));
     }

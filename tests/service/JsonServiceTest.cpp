@@ -387,7 +387,7 @@ protected:
 
     std::shared_ptr<IKWFunctionZEL> m_root = GetZELRoot();
     CJsonChanges m_changes{m_root, 1U << 20U};
-    t_Subscription m_all{{QStringLiteral("Vertical/Channel[0]/Offset")}, 0, false};
+    t_Subscription m_all{{QStringLiteral("Vertical/Channel[0]/Offset")}, 0};
 };
 
 TEST_F(JsonChanges, SlowSubscriberIsToldMoreThanTheLast)
@@ -414,14 +414,37 @@ TEST_F(JsonChanges, SubscriberIsToldOfOthersOrMissesWhatItLost)
     EXPECT_EQ(Take(m_all, "number"), "");
     Offset(0.5);
     m_changes.Look();
-    t_Subscription again{m_all.paths, 0, false};
-    m_changes.Begin(again, m_changes.Stream(), 1);
-    EXPECT_FALSE(again.isTooLate);
+    t_Subscription again;
+    const auto begin = [&](const QString& stream, const char* number)
+    {
+        const QString message =
+            QStringLiteral(
+                R"({"subscribe":["Vertical/Channel[0]/Offset"],"stream":"%1","number":%2})")
+                .arg(stream, QLatin1String(number));
+        return Pick(m_changes.Subscribe(again, message.toUtf8(), 1), QStringLiteral("resync"));
+    };
+    EXPECT_EQ(begin(m_changes.Stream(), "1"), "false");
     EXPECT_EQ(Take(again, "changes.0.now.value"), "0.5");
-    m_changes.Begin(again, QStringLiteral("another"), 1);
-    EXPECT_TRUE(again.isTooLate);
-    m_changes.Begin(again, m_changes.Stream(), 99);
-    EXPECT_TRUE(again.isTooLate) << "a number that never was";
+    EXPECT_EQ(begin(QStringLiteral("another"), "1"), "true");
+    for (const char* const never : {"99", "-1", "1e300", "null", "\"1\""})
+    {
+        EXPECT_EQ(begin(m_changes.Stream(), never), "true") << never;
+        EXPECT_EQ(Take(again, "number"), "");
+    }
+}
+
+TEST_F(JsonChanges, WrongMessageChangesTheSubscription)
+{
+    for (const char* const wrong :
+         {"", "[]", "{}", R"({"subscribe":"Vertical"})", R"({"subscribe":["none"]})",
+          R"({"subscribe":[1]})", R"({"subscribe":["",""]})"})
+    {
+        t_Subscription subscription = m_all;
+        EXPECT_EQ(Pick(m_changes.Subscribe(subscription, wrong, 1), QStringLiteral("name")),
+                  "\"BAD_TEXT\"")
+            << wrong;
+        EXPECT_EQ(subscription.paths, m_all.paths);
+    }
 }
 
 TEST_F(JsonChanges, BacklogGrowsOrIsForgottenInSilence)
@@ -433,8 +456,10 @@ TEST_F(JsonChanges, BacklogGrowsOrIsForgottenInSilence)
         Offset(0.01 * i);
         small.Look();
     }
-    EXPECT_EQ(small.Take(m_all), nullptr);
-    EXPECT_TRUE(m_all.isTooLate);
+    const auto message = small.Take(m_all);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(Pick(*message, QStringLiteral("resync")), "true");
+    EXPECT_EQ(small.Take(m_all), nullptr) << "told twice";
     const QString stream = small.Stream();
     small.Rest();
     small.Look();
@@ -443,7 +468,7 @@ TEST_F(JsonChanges, BacklogGrowsOrIsForgottenInSilence)
 
 TEST_F(JsonChanges, ItemsComeAndGoInSilence)
 {
-    t_Subscription markers{{QStringLiteral("Spectrum/SpectrumMarkers")}, 0, false};
+    t_Subscription markers{{QStringLiteral("Spectrum/SpectrumMarkers")}, 0};
     IDbContainer* const array =
         std::dynamic_pointer_cast<IDbGroup>(
             m_root->GetDbObject()->Find(QStringLiteral("Spectrum/SpectrumMarkers/SpectrumMarker")))

@@ -15,7 +15,8 @@ struct t_Target
     void (*run)(const QByteArray&);
 };
 
-constexpr t_Target kTargets[] = {{"RemoteMessages", KW_TryRemoteMessages}};
+constexpr t_Target kTargets[] = {{"JsonRequests", KW_TryJsonRequests},
+                                 {"RemoteMessages", KW_TryRemoteMessages}};
 } // namespace
 
 std::shared_ptr<IKWFunctionRootBase> KW_MakeServedTree()

@@ -15,5 +15,9 @@
     answered afterwards. */
 void KW_TryRemoteMessages(const QByteArray& bytes);
 
+/** The bytes are lines, each a request in JSON and a message of a subscriber: every one is answered
+   by an object, changes are told once, and no bracket stays open. */
+void KW_TryJsonRequests(const QByteArray& bytes);
+
 /** A tree for one try, with a settings folder of its own; made by the program that tries. */
 std::shared_ptr<IKWFunctionRootBase> KW_MakeServedTree();

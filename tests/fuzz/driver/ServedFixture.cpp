@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What fuzzers of the service reach: the small tree that has every kind of node.
+#include "KWTreeCopy.h"
 #include "database/FixtureTree.h"
 #include "service/ServiceTargets.h"
 
@@ -33,4 +34,10 @@ std::shared_ptr<IKWFunctionRootBase> KW_MakeServedTree()
     const auto root = BuildTree<CPgServed>();
     root->SetSettingsFolder(folder.path());
     return std::dynamic_pointer_cast<IKWFunctionRootBase>(root->GetHandle());
+}
+
+/** As of every tree that is not the instrument's. */
+std::shared_ptr<IKWFunctionRootBase> KW_CopyTree(const IKWFunctionRootBase& /*tree*/)
+{
+    return nullptr;
 }
