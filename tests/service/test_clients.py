@@ -17,6 +17,7 @@ from pathlib import Path
 
 GUIDES = Path(__file__).resolve().parents[2] / "docs/guides"
 ZELHOST = sys.argv.pop(1)
+ZELCTL = sys.argv.pop(1) if sys.argv[1:] else None
 
 try:
     import pyvisa  # noqa: F401
@@ -79,7 +80,7 @@ class ClientsTest(unittest.TestCase):
                                    capture_output=True, timeout=20)
             self.assertEqual(shown.stdout, answers)
 
-    @unittest.skipUnless(shutil.which("curl"), "needs curl")
+    @unittest.skipUnless(shutil.which("curl") and ZELCTL, "needs curl and zelctl")
     def test_guide_of_serving_shows_other_answers(self) -> None:
         ports = {"5025": str(free_port()), "5026": str(free_port())}
         commands = 0
@@ -88,6 +89,7 @@ class ClientsTest(unittest.TestCase):
             program.write_text(f"#!/bin/sh\nexec {Path(ZELHOST).resolve()} --port {ports['5025']} "
                                f"--http-port {ports['5026']} \"$@\"\n")
             program.chmod(0o755)
+            (Path(programs) / "zelctl").symlink_to(Path(ZELCTL).resolve())
             environment = dict(os.environ, PATH=f"{programs}:{os.environ['PATH']}")
             for block in blocks("console", "serve-your-tree.md"):
                 for part in re.findall(r"^\$ (.*\n(?:[^$].*\n)*)", block, flags=re.M):
@@ -99,7 +101,7 @@ class ClientsTest(unittest.TestCase):
                                            env=environment, timeout=60)
                     self.assertEqual(shown.stdout, answers, command)
                     commands += 1
-        self.assertEqual(commands, 6)
+        self.assertEqual(commands, 7)
 
     @unittest.skipUnless(shutil.which("lxi"), "needs lxi-tools")
     def test_lxi_tools_read_other_answers(self) -> None:

@@ -23,6 +23,7 @@ constexpr char kFooter[] =
     "  zelctl set Horizontal/Scale 20us --trace   write, and see what moves with it\n"
     "  zelctl --save my.xml set Trigger/Type RUNT   keep the result\n"
     "  zelctl --load my.xml shell              go on from there, line by line\n"
+    "  zelctl --connect localhost get Horizontal  the living tree of another process\n"
     "\n"
     "Exit status: 0 done; 1 a write was refused, states differ, a script failed; 2 the command\n"
     "line, a path or a value is wrong.\n"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
+#include "Connect.h"
 #include "Script.h"
 
 #include <QCoreApplication>
@@ -57,11 +58,18 @@ eSTATUS Run(CSession& session, const std::vector<std::string>& words)
     try
     {
         RequireUtf8(words);
+        if (IsConnected(words))
+        {
+            return RunConnected(session, words).status;
+        }
         return line.Parse(words) ? RunProcess(session, line, files).status : eSTATUS_OK;
     }
     catch (const CFailure& failure)
     {
-        session.SetStyle(line.GetStyle());
+        if (!IsConnected(words))
+        {
+            session.SetStyle(line.GetStyle());
+        }
         ShowFailure(session, failure);
         return failure.GetStatus();
     }

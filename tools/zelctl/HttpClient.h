@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+
+/** Asks a service for the tree that it serves, one request after the other. */
+class CHttpClient
+{
+public:
+    /** `place` is "HOST" or "HOST:PORT" ("[::1]:5026" for IPv6), the port 5026 where none is said.
+     */
+    CHttpClient(const QString& place, QByteArray token);
+
+    /** The document that answers; fails where none comes, or the service refuses to answer. What
+       the tree refuses is a document with a code. */
+    QJsonObject Get(const QString& path, const QString& detail = {}) const;
+    QJsonObject Post(const char* target, const QJsonObject& body = {}) const;
+
+private:
+    QJsonObject Ask(const QByteArray& method, const QByteArray& target,
+                    const QByteArray& body) const;
+    QByteArray Exchange(const QByteArray& request) const;
+
+    QByteArray m_host;
+    QByteArray m_port;
+    QByteArray m_token;
+};
