@@ -13,6 +13,7 @@
 #include "Names/SMScope.h"
 #include "Names/ZEL.h"
 #include "Samples/MaskCounts.h"
+#include "Samples/Places.h"
 #include "Samples/Results.h"
 
 #include <chrono>
@@ -26,23 +27,6 @@ namespace
 using namespace NNames;
 using namespace NSamples;
 using t_Clock = std::chrono::steady_clock;
-
-/** The place of a channel's trace; the count of traces when there is none. */
-UINT32 PlaceOf(const CKWRecord& record, KW_ZEL_CHANNEL channel)
-{
-    const UINT32 count = record.GetTraceCount();
-    UINT32 place = 0;
-    while (place < count)
-    {
-        const KW_TraceInfo trace = record.GetTrace(place);
-        if (trace.channel == channel && trace.count > 0)
-        {
-            break;
-        }
-        ++place;
-    }
-    return place;
-}
 
 /** What an acquisition shows, to lay masks around. */
 class CShownTraces final : public IMaskSource

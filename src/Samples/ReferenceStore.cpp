@@ -16,6 +16,7 @@
 #include "Names/ZEL.h"
 #include "Rules/ChannelRules.h"
 #include "Rules/FileRules.h"
+#include "Samples/Places.h"
 #include "Samples/Results.h"
 #include "Streams/Acquisition.h"
 #include "Streams/RecordFile.h"
@@ -33,18 +34,6 @@ namespace
 {
 constexpr auto kCurve = ZEL::Vertical / Vertical::ReferenceCurve;
 constexpr auto kAttributes = kCurve / ReferenceCurve::ReferenceCurveAttributes;
-
-/** Where a channel has its trace in a record; the count of traces when it has none. */
-UINT32 PlaceOf(const CKWRecord& record, KW_ZEL_CHANNEL channel)
-{
-    UINT32 place = 0;
-    while (place < record.GetTraceCount() &&
-           (record.GetTrace(place).channel != channel || record.GetTrace(place).count == 0))
-    {
-        ++place;
-    }
-    return place;
-}
 
 /** V or what the unit is per division; negative scales are of inverted channels. */
 double DivisionOf(const KW_TraceInfo& trace)
