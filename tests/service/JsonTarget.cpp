@@ -4,20 +4,9 @@
 #include "ServiceTargets.h"
 
 #include <QJsonDocument>
-#include <cstdio>
-#include <cstdlib>
 
 namespace
 {
-void Require(bool holds, const char* what, const QByteArray& bytes)
-{
-    if (!holds)
-    {
-        std::fprintf(stderr, "%s: %s\n", what, bytes.toPercentEncoding().constData());
-        std::abort();
-    }
-}
-
 /** Requests of a line each: method, target, body. The last one is answered as every other. */
 void TryRequest(const CJsonService& service, const QByteArray& line)
 {
@@ -25,9 +14,10 @@ void TryRequest(const CJsonService& service, const QByteArray& line)
     const QByteArray rest = line.mid(method.size() + 1);
     const QByteArray target = rest.left(rest.indexOf(' '));
     const t_JsonAnswer answer = service.Answer({method, target, rest.mid(target.size() + 1)});
-    Require(answer.status >= 200 && answer.status < 600, "no status", line);
-    Require(QJsonDocument::fromJson(answer.body).isObject(), "an answer that is no object", line);
-    Require(answer.body.size() < 1000000 + 100 * line.size(), "an answer without end", line);
+    KW_Require(answer.status >= 200 && answer.status < 600, "no status", line);
+    KW_Require(QJsonDocument::fromJson(answer.body).isObject(), "an answer that is no object",
+               line);
+    KW_Require(answer.body.size() < 1000000 + 100 * line.size(), "an answer without end", line);
 }
 } // namespace
 
@@ -44,14 +34,14 @@ void KW_TryJsonRequests(const QByteArray& bytes)
     {
         TryRequest(service, line);
         const QByteArray reply = changes.Subscribe(subscription, line, 4);
-        Require(QJsonDocument::fromJson(reply).isObject(), "a reply that is no object", line);
+        KW_Require(QJsonDocument::fromJson(reply).isObject(), "a reply that is no object", line);
         changes.Look();
         const auto message = changes.Take(subscription);
-        Require(!message || QJsonDocument::fromJson(*message).isObject(),
-                "a message that is no object", line);
-        Require(changes.Take(subscription) == nullptr, "a message that comes twice", line);
+        KW_Require(!message || QJsonDocument::fromJson(*message).isObject(),
+                   "a message that is no object", line);
+        KW_Require(changes.Take(subscription) == nullptr, "a message that comes twice", line);
     }
     root->StartTransaction(QString());
-    Require(root->EndTransaction(true) <= eKW_ACC_WARNING, "a bracket stays open", sent);
-    Require(root->EndTransaction(true) == eKW_ACC_NOTHING_TO_DO, "a bracket stays open", sent);
+    KW_Require(root->EndTransaction(true) <= eKW_ACC_WARNING, "a bracket stays open", sent);
+    KW_Require(root->EndTransaction(true) == eKW_ACC_NOTHING_TO_DO, "a bracket stays open", sent);
 }

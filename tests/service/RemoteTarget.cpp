@@ -3,21 +3,10 @@
 #include "ServiceTargets.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <thread>
 
 namespace
 {
-void Require(bool holds, const char* what, const QByteArray& bytes)
-{
-    if (!holds)
-    {
-        std::fprintf(stderr, "%s: %s\n", what, bytes.toPercentEncoding().constData());
-        std::abort();
-    }
-}
-
 /** Small, so that every bound is met; turns do not end, as a try must not depend on the time. */
 t_RemoteOptions SmallOptions()
 {
@@ -58,8 +47,8 @@ void TryReader(const QByteArray& bytes, const t_RemoteBounds& bounds)
                         whole.IsInMessage() == pieces.IsInMessage() &&
                         whole.EndedMessages() == pieces.EndedMessages();
     const QList<QByteArray> messages = Messages(whole);
-    Require(isSame && messages == Messages(pieces), "pieces read differently", bytes);
-    Require(whole.Waiting() == 0, "messages that were taken wait", bytes);
+    KW_Require(isSame && messages == Messages(pieces), "pieces read differently", bytes);
+    KW_Require(whole.Waiting() == 0, "messages that were taken wait", bytes);
     for (const QByteArray& message : messages)
     {
         CRemoteParser parser(message.mid(1), bounds);
@@ -67,9 +56,9 @@ void TryReader(const QByteArray& bytes, const t_RemoteBounds& bounds)
         {
             t_RemoteUnit unit;
             const t_RemoteError error = parser.Next(unit);
-            Require(i <= message.size(), "a command without bytes", bytes);
-            Require(error || !unit.words.empty(), "a command without words", bytes);
-            Require(!error || parser.IsAtEnd(), "something behind a mistake", bytes);
+            KW_Require(i <= message.size(), "a command without bytes", bytes);
+            KW_Require(error || !unit.words.empty(), "a command without words", bytes);
+            KW_Require(!error || parser.IsAtEnd(), "something behind a mistake", bytes);
         }
     }
 }
@@ -82,11 +71,11 @@ QByteArray Settle(CRemoteSession& session, const QByteArray& bytes)
     {
         session.Continue();
         const QByteArray answers = session.TakeAnswers();
-        Require(answers.size() < 1000000, "an answer beyond its bound", bytes);
+        KW_Require(answers.size() < 1000000, "an answer beyond its bound", bytes);
         all += answers;
         if (session.IsWaiting())
         {
-            Require(waits < 100000, "waits for ever", bytes);
+            KW_Require(waits < 100000, "waits for ever", bytes);
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
     }
@@ -112,8 +101,8 @@ void KW_TryRemoteMessages(const QByteArray& bytes)
         CRemoteSession session(root, tasks, options, [] {});
         Ask(session, sent);
     }
-    Require(root->GetControlMode() != eCONTROL_LOCAL_LOCKOUT, "keys stay locked", sent);
+    KW_Require(root->GetControlMode() != eCONTROL_LOCAL_LOCKOUT, "keys stay locked", sent);
     CRemoteSession other(root, tasks, options, [] {});
-    Require(Ask(other, "*CLS;SYST:ERR?;:*OPC?\n*OPC?\n") == "0,\"No error\"\n1\n",
-            "another client is not answered", sent);
+    KW_Require(Ask(other, "*CLS;SYST:ERR?;:*OPC?\n*OPC?\n") == "0,\"No error\"\n1\n",
+               "another client is not answered", sent);
 }
