@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr char kParameters[] = R"({
+constexpr char kSchemaParameters[] = R"({
 "path":{"name":"path","in":"query","schema":{"type":"string"},
  "description":"Way from the root, such as Vertical/Channel[1]/State; the root itself when left out"},
 "depth":{"name":"depth","in":"query","schema":{"type":"integer","minimum":0},
@@ -14,10 +14,10 @@ constexpr char kParameters[] = R"({
  "description":"full adds what seldom changes: meaning, default, names, values"}})";
 
 /** Values: whole numbers beyond 2^53 are texts, numbers that are not finite are null. */
-constexpr char kValue[] = R"({"type":["number","string","null"],
+constexpr char kSchemaValue[] = R"({"type":["number","string","null"],
  "description":"Whole numbers beyond 9007199254740991 are texts, what is no finite number is null"})";
 
-constexpr char kAvailability[] = R"({"enum":["available","read only","not available"]})";
+constexpr char kSchemaAvailability[] = R"({"enum":["available","read only","not available"]})";
 
 #define KW_HEAD                                                                                    \
     R"("path":{"type":"string"},"availability":{"$ref":"#/components/schemas/Availability"},)"     \
@@ -33,7 +33,7 @@ constexpr char kAvailability[] = R"({"enum":["available","read only","not availa
     R"(,"description":"What can be selected now"},"form":)" KW_TEXT                                \
     R"(,"maximumLength":{"type":"integer"},"unit":)" KW_TEXT
 
-constexpr char kProperty[] =
+constexpr char kSchemaProperty[] =
     R"({"type":"object","additionalProperties":false,"required":["path","kind","type","value","text",)"
     R"("shown","unit","result","valid","secret","availability","minimum","maximum","step","selectable"],)"
     R"("properties":{"kind":{"const":"property"},"type":)" KW_TEXT R"(,"value":)" KW_VALUE
@@ -46,11 +46,11 @@ constexpr char kProperty[] =
     R"(,"shown":)" KW_TEXT R"(,"remote":)" KW_TEXT R"(,"selectable":)" KW_FLAG "}}}," KW_LIMITS
     "," KW_HEAD "}}";
 
-constexpr char kAction[] =
+constexpr char kSchemaAction[] =
     R"({"type":"object","additionalProperties":false,"required":["path","kind","availability"],)"
     R"("properties":{"kind":{"enum":["function","operation"]},)" KW_HEAD "}}";
 
-constexpr char kGroup[] =
+constexpr char kSchemaGroup[] =
     R"({"type":"object","additionalProperties":false,"required":["path","kind","availability"],)"
     R"("properties":{"kind":{"enum":["group","array","map"]},"count":{"type":"integer"},)"
     R"("maximumCount":{"type":"integer"},"dynamic":)" KW_FLAG R"(,"active":)" KW_TEXT
@@ -59,32 +59,32 @@ constexpr char kGroup[] =
     R"("groups":{"type":"object","additionalProperties":{"$ref":"#/components/schemas/Group"}},)"
     R"("items":{"type":"array","items":{"$ref":"#/components/schemas/Group"}},)" KW_HEAD "}}";
 
-constexpr char kNode[] = R"({"oneOf":[{"$ref":"#/components/schemas/Property"},
+constexpr char kSchemaNode[] = R"({"oneOf":[{"$ref":"#/components/schemas/Property"},
  {"$ref":"#/components/schemas/Group"},{"$ref":"#/components/schemas/Action"}]})";
 
 #define KW_CODE                                                                                    \
     R"("code":{"type":"integer","description":"0 and 1 are taken, all others refused"},)"          \
     R"("name":)" KW_TEXT R"(,"text":)" KW_TEXT R"(,"detail":)" KW_TEXT
 
-constexpr char kCode[] =
+constexpr char kSchemaCode[] =
     R"({"type":"object","additionalProperties":false,"required":["code","name","text"],)"
     R"("properties":{)" KW_CODE "}}";
 
-constexpr char kReport[] =
+constexpr char kSchemaReport[] =
     R"({"type":"object","additionalProperties":false,"required":["path","code","name","text"],)"
     R"("properties":{"path":)" KW_TEXT R"(,"form":)" KW_TEXT
     R"(,"maximumLength":{"type":"integer"},"now":{"$ref":"#/components/schemas/Property"},)" KW_CODE
     "}}";
 
-constexpr char kWritten[] =
+constexpr char kSchemaWritten[] =
     R"({"type":"object","additionalProperties":false,"required":["code","name","text","kept","writes"],)"
     R"("properties":{"kept":)" KW_FLAG
     R"(,"writes":{"type":"array","items":{"$ref":"#/components/schemas/Report"}},)" KW_CODE "}}";
 
-constexpr char kWrittenOrRefused[] = R"({"oneOf":[{"$ref":"#/components/schemas/Written"},
+constexpr char kSchemaWrittenOrRefused[] = R"({"oneOf":[{"$ref":"#/components/schemas/Written"},
  {"$ref":"#/components/schemas/Code"}]})";
 
-constexpr char kTried[] =
+constexpr char kSchemaTried[] =
     R"({"type":"object","additionalProperties":false,)"
     R"("required":["code","name","text","writes","changes","unlike"],)"
     R"("properties":{"writes":{"type":"array","items":{"$ref":"#/components/schemas/Report"}},)"
@@ -92,31 +92,31 @@ constexpr char kTried[] =
     R"(,"description":"Nodes in which the copy differed from the tree"},)"
     R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}},)" KW_CODE "}}";
 
-constexpr char kChange[] =
+constexpr char kSchemaChange[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"properties":{)"
     R"("path":)" KW_TEXT R"(,"before":{"$ref":"#/components/schemas/Node"},)"
     R"("now":{"$ref":"#/components/schemas/Node"},"removed":)" KW_FLAG "}}";
 
-constexpr char kSubscribe[] =
+constexpr char kSchemaSubscribe[] =
     R"({"type":"object","required":["subscribe"],"properties":{)"
     R"("subscribe":{"type":"array","maxItems":64,"items":)" KW_TEXT
     R"(,"description":"Paths of nodes, each with all that is below it; empty for none"},)"
     R"("stream":{"type":"string","description":"To go on where another connection stopped"},)"
     R"("number":{"type":"integer","description":"The last that it has seen"}}})";
 
-constexpr char kStanding[] =
+constexpr char kSchemaStanding[] =
     R"({"type":"object","additionalProperties":false,)"
     R"("required":["stream","number","subscribed","resync"],"properties":{"stream":)" KW_TEXT
     R"(,"number":{"type":"integer"},"subscribed":{"type":"array","items":)" KW_TEXT
     R"(},"resync":{"type":"boolean","description":)"
     R"("Changes were missed: the tree must be read again"}}})";
 
-constexpr char kChanges[] =
+constexpr char kSchemaChanges[] =
     R"({"type":"object","additionalProperties":false,"required":["number","changes"],)"
     R"("properties":{"number":{"type":"integer"},)"
     R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}}}})";
 
-constexpr char kWrite[] =
+constexpr char kSchemaWrite[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"minProperties":2,)"
     R"("maxProperties":2,"properties":{"path":)" KW_TEXT
     R"(,"value":{"type":["number","string","boolean"],"description":)"
@@ -127,24 +127,25 @@ constexpr char kWrite[] =
     R"("writes":{"type":"array","minItems":1,"maxItems":256,)"                                     \
     R"("items":{"$ref":"#/components/schemas/Write"}})"
 
-constexpr char kWrites[] =
+constexpr char kSchemaWrites[] =
     R"({"type":"object","required":["writes"],"properties":{)" KW_WRITES
     R"(,"together":{"type":"boolean","default":true},"text":{"type":"string",)"
     R"("description":"Name of the step for undo"}}})";
 
-constexpr char kTrial[] = R"({"type":"object","required":["writes"],"properties":{)" KW_WRITES "}}";
+constexpr char kSchemaTrial[] =
+    R"({"type":"object","required":["writes"],"properties":{)" KW_WRITES "}}";
 
-constexpr char kItemChange[] =
+constexpr char kSchemaItemChange[] =
     R"({"type":"object","required":["path","do"],"properties":{"path":)" KW_TEXT
     R"(,"do":{"enum":["insert","remove","rename","copy","activate"]},)"
     R"("key":{"type":"string","description":"Index in arrays, name in maps"},"to":)" KW_TEXT "}}";
 
-constexpr char kHistory[] =
+constexpr char kSchemaHistory[] =
     R"({"type":"object","additionalProperties":false,"required":["canUndo","undo","canRedo","redo"],)"
     R"("properties":{"canUndo":)" KW_FLAG R"(,"undo":)" KW_TEXT R"(,"canRedo":)" KW_FLAG
     R"(,"redo":)" KW_TEXT "}}";
 
-constexpr char kRow[] =
+constexpr char kSchemaRow[] =
     R"({"type":"object","additionalProperties":false,)"
     R"("required":["group","row","when","word","sources","what","steps"],"properties":{)"
     R"("group":)" KW_TEXT R"(,"row":{"type":"integer"},"when":)" KW_TEXT R"(,"word":)" KW_TEXT
@@ -153,20 +154,20 @@ constexpr char kRow[] =
 
 #define KW_ROWS R"({"type":"array","items":{"$ref":"#/components/schemas/Row"}})"
 
-constexpr char kCouplings[] =
+constexpr char kSchemaCouplings[] =
     R"({"type":"object","required":["rows"],"properties":{"rows":)" KW_ROWS "}}";
 
-constexpr char kReasons[] =
+constexpr char kSchemaReasons[] =
     R"({"type":"object","required":["node","starts","rows"],"properties":{)"
     R"("node":{"$ref":"#/components/schemas/Node"},"starts":)" KW_ROWS R"(,"rows":)" KW_ROWS "}}";
 
-constexpr char kPath[] =
+constexpr char kSchemaPath[] =
     R"({"type":"object","required":["path"],"properties":{"path":)" KW_TEXT "}}";
-constexpr char kPreset[] = R"({"type":"object","properties":{"factory":)" KW_FLAG "}}";
-constexpr char kFile[] =
+constexpr char kSchemaPreset[] = R"({"type":"object","properties":{"factory":)" KW_FLAG "}}";
+constexpr char kSchemaFile[] =
     R"({"type":"object","required":["file"],"properties":{"file":{"type":"string",)"
     R"("description":"A name without a path that ends in .xml or .csv"}}})";
-constexpr char kDescription[] = R"({"type":"object","required":["openapi","paths"]})";
+constexpr char kSchemaDescription[] = R"({"type":"object","required":["openapi","paths"]})";
 
 struct t_Schema
 {
@@ -179,36 +180,36 @@ QByteArray NJson::Components()
 {
     QByteArray schemas;
     for (const t_Schema& schema :
-         std::initializer_list<t_Schema>{{"Value", kValue},
-                                         {"Availability", kAvailability},
-                                         {"Property", kProperty},
-                                         {"Action", kAction},
-                                         {"Group", kGroup},
-                                         {"Node", kNode},
-                                         {"Code", kCode},
-                                         {"Report", kReport},
-                                         {"Written", kWritten},
-                                         {"WrittenOrRefused", kWrittenOrRefused},
-                                         {"Tried", kTried},
-                                         {"Change", kChange},
-                                         {"Subscribe", kSubscribe},
-                                         {"Standing", kStanding},
-                                         {"Changes", kChanges},
-                                         {"Write", kWrite},
-                                         {"Writes", kWrites},
-                                         {"Trial", kTrial},
-                                         {"ItemChange", kItemChange},
-                                         {"History", kHistory},
-                                         {"Row", kRow},
-                                         {"Couplings", kCouplings},
-                                         {"Reasons", kReasons},
-                                         {"Path", kPath},
-                                         {"Preset", kPreset},
-                                         {"File", kFile},
-                                         {"Description", kDescription}})
+         std::initializer_list<t_Schema>{{"Value", kSchemaValue},
+                                         {"Availability", kSchemaAvailability},
+                                         {"Property", kSchemaProperty},
+                                         {"Action", kSchemaAction},
+                                         {"Group", kSchemaGroup},
+                                         {"Node", kSchemaNode},
+                                         {"Code", kSchemaCode},
+                                         {"Report", kSchemaReport},
+                                         {"Written", kSchemaWritten},
+                                         {"WrittenOrRefused", kSchemaWrittenOrRefused},
+                                         {"Tried", kSchemaTried},
+                                         {"Change", kSchemaChange},
+                                         {"Subscribe", kSchemaSubscribe},
+                                         {"Standing", kSchemaStanding},
+                                         {"Changes", kSchemaChanges},
+                                         {"Write", kSchemaWrite},
+                                         {"Writes", kSchemaWrites},
+                                         {"Trial", kSchemaTrial},
+                                         {"ItemChange", kSchemaItemChange},
+                                         {"History", kSchemaHistory},
+                                         {"Row", kSchemaRow},
+                                         {"Couplings", kSchemaCouplings},
+                                         {"Reasons", kSchemaReasons},
+                                         {"Path", kSchemaPath},
+                                         {"Preset", kSchemaPreset},
+                                         {"File", kSchemaFile},
+                                         {"Description", kSchemaDescription}})
     {
         schemas +=
             (schemas.isEmpty() ? "\"" : ",\"") + QByteArray(schema.name) + "\":" + schema.json;
     }
-    return "{\"parameters\":" + QByteArray(kParameters) + ",\"schemas\":{" + schemas + "}}";
+    return "{\"parameters\":" + QByteArray(kSchemaParameters) + ",\"schemas\":{" + schemas + "}}";
 }

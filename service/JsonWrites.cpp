@@ -11,10 +11,10 @@
 
 namespace
 {
-const QString kPath = QStringLiteral("path");
-const QString kValue = QStringLiteral("value");
-const QString kDefault = QStringLiteral("default");
-const QString kSteps = QStringLiteral("steps");
+const QString kMemberPath = QStringLiteral("path");
+const QString kMemberValue = QStringLiteral("value");
+const QString kMemberDefault = QStringLiteral("default");
+const QString kMemberSteps = QStringLiteral("steps");
 
 /** As CKWTransaction, and tells whether taking back succeeded. */
 class CTogether
@@ -48,7 +48,7 @@ struct t_Outcome
     QString detail;
 };
 
-t_Outcome WriteFile(IDbProperty& property, const QString& name, const CFilesFolder& files)
+t_Outcome WriteFileName(IDbProperty& property, const QString& name, const CFilesFolder& files)
 {
     const auto handle = std::dynamic_pointer_cast<IKWFilePathProperty>(property.GetHandle());
     QString problem;
@@ -69,18 +69,18 @@ t_Outcome WriteValue(IDbProperty& property, const QJsonValue& value, const CFile
         return {KW_IsAccepted(code) ? property.SetText(text) : code, QString()};
     }
     return property.GetTypeName() == QLatin1String("filepath")
-               ? WriteFile(property, text, files)
+               ? WriteFileName(property, text, files)
                : t_Outcome{property.SetText(text), QString()};
 }
 
 t_Outcome WriteOne(IDbProperty& property, const QJsonObject& write, const CFilesFolder& files)
 {
-    if (write.contains(kValue))
+    if (write.contains(kMemberValue))
     {
-        return WriteValue(property, write[kValue], files);
+        return WriteValue(property, write[kMemberValue], files);
     }
-    return {write.contains(kDefault) ? property.SetToDefault()
-                                     : property.IncDec(write[kSteps].toInt()),
+    return {write.contains(kMemberDefault) ? property.SetToDefault()
+                                           : property.IncDec(write[kMemberSteps].toInt()),
             QString()};
 }
 
@@ -112,17 +112,18 @@ void Report(CJsonWriter& json, const QString& path, IDbObject* node, const t_Out
 
 bool IsWrite(const QJsonObject& write, QString& wrong)
 {
-    const int ways = (write.contains(kValue) ? 1 : 0) + (write.contains(kDefault) ? 1 : 0) +
-                     (write.contains(kSteps) ? 1 : 0);
-    if (!write[kPath].isString() || ways != 1 || write.size() != 2)
+    const int ways = (write.contains(kMemberValue) ? 1 : 0) +
+                     (write.contains(kMemberDefault) ? 1 : 0) +
+                     (write.contains(kMemberSteps) ? 1 : 0);
+    if (!write[kMemberPath].isString() || ways != 1 || write.size() != 2)
     {
         wrong = QStringLiteral("a write has a path, and a value, \"default\": true or steps");
     }
-    else if (write.contains(kDefault) && !write[kDefault].toBool())
+    else if (write.contains(kMemberDefault) && !write[kMemberDefault].toBool())
     {
         wrong = QStringLiteral("\"default\" is true where it stands");
     }
-    else if (write.contains(kSteps) && write[kSteps].toInt() == 0)
+    else if (write.contains(kMemberSteps) && write[kMemberSteps].toInt() == 0)
     {
         wrong = QStringLiteral("steps are a whole number, not 0");
     }
@@ -152,7 +153,7 @@ NJson::t_Written NJson::Write(CJsonWriter& json, const std::shared_ptr<IKWFuncti
     for (const QJsonValue& element : writing.writes)
     {
         const QJsonObject write = element.toObject();
-        const QString path = write[kPath].toString();
+        const QString path = write[kMemberPath].toString();
         const auto node = root->GetDbObject()->Find(path);
         const t_Outcome outcome = WriteAt(node.get(), write, files);
         Report(json, path, node.get(), outcome);
