@@ -22,7 +22,7 @@
 
 namespace
 {
-constexpr char kSecret[] = "correct horse";
+constexpr char kJsonSecret[] = "correct horse";
 const QString kPassphrase = QStringLiteral("Setup/Wireless/WirelessClient/Passphrase");
 
 /** A value of a document by the names and numbers that lead to it, as compact JSON. */
@@ -61,7 +61,7 @@ protected:
     CJsonService m_service{m_root, {}};
 };
 
-struct t_Row
+struct t_JsonRow
 {
     const char* name;
     const char* request;
@@ -71,20 +71,23 @@ struct t_Row
     const char* before = nullptr; ///< a request that comes first
 };
 
-std::ostream& operator<<(std::ostream& out, const t_Row& row)
+std::ostream& operator<<(std::ostream& out, const t_JsonRow& row)
 {
     return out << row.request;
 }
 
-class JsonRows : public JsonRequests, public testing::WithParamInterface<t_Row>
+class JsonRows : public JsonRequests, public testing::WithParamInterface<t_JsonRow>
 {
 public:
-    static std::string Name(const testing::TestParamInfo<t_Row>& info) { return info.param.name; }
+    static std::string Name(const testing::TestParamInfo<t_JsonRow>& info)
+    {
+        return info.param.name;
+    }
 };
 
 TEST_P(JsonRows, AnswerOtherwise)
 {
-    const t_Row& row = GetParam();
+    const t_JsonRow& row = GetParam();
     if (row.before != nullptr)
     {
         EXPECT_EQ(Ask(row.before).status, 200);
@@ -95,7 +98,7 @@ TEST_P(JsonRows, AnswerOtherwise)
         << answer.body.left(2000).toStdString();
 }
 
-const t_Row kReads[] = {
+const t_JsonRow kJsonReads[] = {
     {"Value", "GET /tree?path=Horizontal/Scale", 200, "value", "1e-07"},
     {"Text", "GET /tree?path=Horizontal/Scale", 200, "shown", "\"100 ns/div\""},
     {"Escaped", "GET /tree?path=Vertical%2FChannel%5B1%5D%2FOffset", 200, "path",
@@ -119,7 +122,7 @@ const t_Row kReads[] = {
     {"Changes", "GET /changes", 426, "code", "29"},
 };
 
-const t_Row kWrites[] = {
+const t_JsonRow kJsonWrites[] = {
     {"Number", R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":0.002}]})", 200,
      "writes.0.now.value", "0.002"},
     {"WithUnit", R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":"2 ms"}]})", 200,
@@ -178,8 +181,8 @@ const t_Row kWrites[] = {
      "changes.0.before.value", "1e-07"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Reads, JsonRows, testing::ValuesIn(kReads), JsonRows::Name);
-INSTANTIATE_TEST_SUITE_P(Writes, JsonRows, testing::ValuesIn(kWrites), JsonRows::Name);
+INSTANTIATE_TEST_SUITE_P(Reads, JsonRows, testing::ValuesIn(kJsonReads), JsonRows::Name);
+INSTANTIATE_TEST_SUITE_P(Writes, JsonRows, testing::ValuesIn(kJsonWrites), JsonRows::Name);
 
 TEST_F(JsonRequests, RefusedTransactionLeavesATrace)
 {
@@ -223,11 +226,11 @@ TEST_F(JsonRequests, SecretLeaves)
 {
     const QByteArray path = kPassphrase.toLatin1();
     CTreeDiffer differ(m_root, true);
-    QByteArray shown = Ask(Write(path, QByteArray("\"") + kSecret + '"')).body;
+    QByteArray shown = Ask(Write(path, QByteArray("\"") + kJsonSecret + '"')).body;
     EXPECT_EQ(std::dynamic_pointer_cast<IDbProperty>(m_root->GetDbObject()->Find(kPassphrase))
                   ->GetText()
                   .toStdString(),
-              kSecret);
+              kJsonSecret);
     shown += Ask("GET /tree?detail=full").body + Ask("GET /why?path=" + path).body;
     shown +=
         Ask(R"(POST /trial {"writes":[{"path":")" + path + R"(","value":"battery staple"}]})").body;
@@ -236,7 +239,7 @@ TEST_F(JsonRequests, SecretLeaves)
     {
         shown += change.before + change.now;
     }
-    for (const char* const secret : {kSecret, "battery staple", "\"short\""})
+    for (const char* const secret : {kJsonSecret, "battery staple", "\"short\""})
     {
         EXPECT_FALSE(shown.contains(secret)) << secret;
     }
