@@ -184,8 +184,12 @@ void CKWQtTree::poll()
 void CKWQtTree::PollTree()
 {
     CGroupWatch::t_Found found;
-    m_watch->Collect(found, false, true);
-    t_History history = ReadHistory();
+    t_History history;
+    {
+        const CKWReadBracket bracket(m_root); // one moment, and one wait for the lock
+        m_watch->Collect(found, false, true);
+        history = ReadHistory();
+    }
     const bool isOtherHistory = history != m_history;
     m_history = std::move(history);
 
