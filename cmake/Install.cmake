@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # What an application needs to build against the library and to run with it, in components: Library
 # to run it, Development to build against it, Tools, Documents; Service, ServiceDevelopment and Host
-# where the service is built.
+# where the service is built; Qt, QtDevelopment and Qml where the adapter is.
 
 include(CMakePackageConfigHelpers)
 
@@ -78,6 +78,23 @@ if(TARGET KWIFunctionZELService)
     if(NOT KWI_DEBIAN_PACKAGES)
         install(FILES docs/zelhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Host)
     endif()
+endif()
+
+if(TARGET KWIFunctionZELQt)
+    set_target_properties(KWIFunctionZELQt PROPERTIES INSTALL_RPATH "\$ORIGIN")
+    install(TARGETS KWIFunctionZELQt EXPORT KWIFunctionZELQtTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+                    COMPONENT Qt NAMELINK_COMPONENT QtDevelopment)
+    file(GLOB qtHeaders CONFIGURE_DEPENDS qt/KWQt*.h)
+    install(FILES ${qtHeaders} DESTINATION ${installedHeaders} COMPONENT QtDevelopment)
+    install(EXPORT KWIFunctionZELQtTargets NAMESPACE KWIFunctionZEL::
+            DESTINATION ${packageDir} COMPONENT QtDevelopment)
+endif()
+if(TARGET kwifunctionzelqml)
+    set(qmlModule ${CMAKE_INSTALL_LIBDIR}/qt6/qml/KWIFunctionZEL) # where Debian's engine looks
+    set_target_properties(kwifunctionzelqml PROPERTIES INSTALL_RPATH "\$ORIGIN/../../..")
+    install(TARGETS kwifunctionzelqml LIBRARY DESTINATION ${qmlModule} COMPONENT Qml)
+    install(FILES qt/qml/qmldir DESTINATION ${qmlModule} COMPONENT Qml)
 endif()
 
 if(KWI_DEBIAN_PACKAGES)

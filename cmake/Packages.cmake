@@ -58,6 +58,19 @@ enable --now zelhost does so.")
 kwi_compress(docs/zelhost.1 zelhost.1.gz)
 install(FILES ${CMAKE_BINARY_DIR}/packages/zelhost.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT Host)
+if(KWI_BUILD_QT)
+    kwi_package(Qt libkwifunctionzel-qt${PROJECT_VERSION_MAJOR} libs
+                "settings of a measuring instrument for user interfaces of Qt
+Objects with notifying properties and item models for a tree of
+libKWIFunctionZEL, and one poll for all of them.")
+    kwi_package(QtDevelopment libkwifunctionzel-qt-dev libdevel
+                "headers of the Qt adapter of a measuring instrument's settings
+Headers and CMake component of libKWIFunctionZELQt.")
+    kwi_package(Qml qml6-module-kwifunctionzel libs
+                "settings of a measuring instrument in pages of Qt Quick
+The QML module KWIFunctionZEL: settings, results, actions and containers of
+libKWIFunctionZEL by their paths.")
+endif()
 kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuring instrument
 Every setting of libKWIFunctionZEL with type, unit, limits and default, guides
 and examples, as Markdown and source.")
@@ -69,6 +82,9 @@ set(CPACK_PACKAGE_VENDOR "libKWIFunctionZEL developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would stand before each description
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_COMPONENTS_ALL Library Development Service ServiceDevelopment Host Tools Documents)
+if(KWI_BUILD_QT)
+    list(APPEND CPACK_COMPONENTS_ALL Qt QtDevelopment Qml)
+endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 # Folders have the same rights whatever the umask of whoever packs.
@@ -108,8 +124,17 @@ set(CPACK_DEBIAN_SERVICEDEVELOPMENT_PACKAGE_DEPENDS
 set(CPACK_DEBIAN_HOST_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "${sameService}, ${sameRuntime}")
 
+set(sameQt "libkwifunctionzel-qt${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${release})")
+set(CPACK_DEBIAN_QT_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_QT_PACKAGE_DEPENDS "${sameRuntime}")
+set(CPACK_DEBIAN_QTDEVELOPMENT_PACKAGE_DEPENDS
+    "${sameQt}, libkwifunctionzel-dev (= ${PROJECT_VERSION}-${release})")
+set(CPACK_DEBIAN_QML_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_QML_PACKAGE_DEPENDS "${sameQt}")
+
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/service)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/service
+    ${CMAKE_BINARY_DIR}/qt)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS ${sameRuntime})
 
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
@@ -119,5 +144,6 @@ set(CPACK_DEBIAN_LIBRARY_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_SERVICE_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_HOST_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_TOOLS_DEBUGINFO_PACKAGE ON)
+set(CPACK_DEBIAN_QT_DEBUGINFO_PACKAGE ON)
 
 include(CPack)

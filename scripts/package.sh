@@ -129,6 +129,8 @@ documents=share/doc/KWIFunctionZEL
 library=libKWIFunctionZEL.so
 service=libkwifunctionzel-service$major
 service_library=libKWIFunctionZELService.so
+adapter=libkwifunctionzel-qt$major
+adapter_library=libKWIFunctionZELQt.so
 
 recorded=$(dpkg-parsechangelog -l docs/changelog.Debian -S Version)
 [ "$recorded" = "$version" ] ||
@@ -147,6 +149,12 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELServiceTargets-release.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELServiceTargets.cmake \
 lib/$service_library lib/pkgconfig/KWIFunctionZELService.pc"
 check_content zelhost "bin/zelhost lib/systemd/system/zelhost.service share/man/man1/zelhost.1.gz"
+check_content "$adapter" "lib/$adapter_library.$major lib/$adapter_library.$upstream"
+check_content libkwifunctionzel-qt-dev "include/KWIFunctionZEL/*.h \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELQtTargets-release.cmake \
+lib/cmake/KWIFunctionZEL/KWIFunctionZELQtTargets.cmake lib/$adapter_library"
+check_content qml6-module-kwifunctionzel "lib/qt6/qml/KWIFunctionZEL/libkwifunctionzelqml.so \
+lib/qt6/qml/KWIFunctionZEL/qmldir"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
 $documents/docs/guides/*.md $documents/docs/settings/*.md $documents/docs/settings/*.svg \
@@ -157,6 +165,9 @@ check_depends zelctl "$runtime (= $version)"
 check_depends "$service" "$runtime (= $version)"
 check_depends libkwifunctionzel-service-dev "$service (= $version)"
 check_depends libkwifunctionzel-service-dev "libkwifunctionzel-dev (= $version)"
+check_depends "$adapter" "$runtime (= $version)"
+check_depends libkwifunctionzel-qt-dev "$adapter (= $version)"
+check_depends qml6-module-kwifunctionzel "$adapter (= $version)"
 check_depends zelhost "$service (= $version)"
 check_depends "$runtime" "libc6 (>= 2.36)"
 [ "$(dpkg-deb --info "$(package "$runtime")" shlibs)" = \
@@ -165,7 +176,7 @@ dpkg-deb --info "$(package "$runtime")" triggers | grep -qxF 'activate-noawait l
     fail "$runtime: no trigger"
 
 for name in "$runtime" libkwifunctionzel-dev "$service" libkwifunctionzel-service-dev zelhost \
-    zelctl libkwifunctionzel-doc; do
+    "$adapter" libkwifunctionzel-qt-dev qml6-module-kwifunctionzel zelctl libkwifunctionzel-doc; do
     dpkg-deb --extract "$(package "$name")" "$unpacked"
 done
 LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelctl" --version

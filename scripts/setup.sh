@@ -2,24 +2,27 @@
 # SPDX-License-Identifier: MIT
 # Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
 # arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
-# interfaces, "bench" counts of instructions, "docs" the reference, "arm" 32-bit ARM and its
-# emulation, "ci" all that .ci/run needs.
+# interfaces, "bench" counts of instructions, "docs" the reference, "qt" the adapter for
+# user interfaces and its pages, "arm" 32-bit ARM and its emulation, "ci" all that .ci/run needs.
 # Says nothing when there is nothing to do.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
     libxml2-utils can-utils libsndfile1-dev)
+pages=(qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml
+    qml6-module-qtqml-workerscript)
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;
-        package) packages+=(dpkg-dev file) ;;
+        package) packages+=(dpkg-dev file qt6-declarative-dev) ;;
+        qt) packages+=("${pages[@]}") ;;
         abi) packages+=(abigail-tools) ;;
         bench) packages+=(valgrind) ;;
         arm) packages+=(g++-arm-linux-gnueabihf qemu-user-static) ;;
         docs) packages+=(doxygen) ;;
         ci)
-            packages+=(qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
+            packages+=("${pages[@]}" qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
                 doxygen valgrind python3-canmatrix curl lxi-tools netcat-openbsd python3-pyvisa
                 python3-pyvisa-py python3-jsonschema nodejs node-ws jq)
             ;;
