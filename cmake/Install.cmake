@@ -18,6 +18,9 @@ install(DIRECTORY ${KWI_GENERATED_DIR}/docs/settings DESTINATION ${CMAKE_INSTALL
         COMPONENT Documents)
 install(DIRECTORY docs/settings/couplings DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs/settings
         COMPONENT Documents FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
+if(TARGET kwi_site)
+    install(DIRECTORY ${KWI_SITE_DIR} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
+endif()
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 install(DIRECTORY docs/guides DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)

@@ -34,3 +34,19 @@ set(KWI_GENERATED_ENUM_SOURCES ${generatedFiles})
 list(FILTER KWI_GENERATED_ENUM_SOURCES INCLUDE REGEX "^${KWI_GENERATED_DIR}/database/.*\\.cpp$")
 set(KWI_GENERATED_GROUP_SOURCES ${generatedFiles})
 list(FILTER KWI_GENERATED_GROUP_SOURCES INCLUDE REGEX "^${KWI_GENERATED_DIR}/src/.*\\.cpp$")
+
+# The settings reference as pages for a browser, and schemas, with what was observed of couplings.
+file(GLOB couplingPages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/settings/couplings/*.md)
+file(GLOB siteAssets CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/modelgen/site/*)
+set(KWI_SITE_DIR ${CMAKE_BINARY_DIR}/site)
+add_custom_command(
+    OUTPUT ${KWI_SITE_DIR}.stamp
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${KWI_SITE_DIR}
+    COMMAND ${generatorCommand} --out ${KWI_SITE_DIR} --site
+            ${PROJECT_SOURCE_DIR}/docs/settings/couplings
+    COMMAND ${CMAKE_COMMAND} -E touch ${KWI_SITE_DIR}.stamp
+    DEPENDS ${modelFiles} ${generatorFiles} ${couplingPages} ${siteAssets}
+    COMMENT "Settings reference for a browser" VERBATIM)
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(kwi_site ALL DEPENDS ${KWI_SITE_DIR}.stamp)
+endif()

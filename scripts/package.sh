@@ -42,7 +42,7 @@ content() {
         sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" \
             -e '/^share\/doc\/[^/]*\/(copyright|changelog(\.Debian)?\.gz)$/d' \
             -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' \
-            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's|(KWIFunctionZEL/examples/).*|\1*|' |
+            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's|(KWIFunctionZEL/(examples|site)/).*|\1*|' |
         LC_ALL=C sort -u
 }
 
@@ -158,7 +158,7 @@ lib/qt6/qml/KWIFunctionZEL/qmldir"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
 $documents/docs/guides/*.md $documents/docs/settings/*.md $documents/docs/settings/*.svg \
-$documents/examples/*"
+$documents/examples/* $documents/site/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"

@@ -8,10 +8,12 @@ from pathlib import Path
 from . import (
     emit_enums, emit_groups, emit_interfaces, emit_names, emit_reference, emit_sources,
 )
+from . import emit_schemas, emit_site
 from .check_enums import check_enums
 from .check_groups import check_groups
 from .check_released import check_released
 from .check_remote import check_remote
+from .couplings import read_couplings
 from .diagnostics import Diagnostics
 from .model import Model
 from .output import update
@@ -57,6 +59,9 @@ def _arguments(arguments: list[str]) -> argparse.Namespace:
     mode = parser.add_mutually_exclusive_group()
     mode.add_argument("--list-outputs", action="store_true", help="print the files, write none")
     mode.add_argument("--check", action="store_true", help="check the model, write nothing")
+    mode.add_argument("--site", metavar="COUPLINGS", type=Path,
+                      help="write the reference as pages for a browser, with the couplings that "
+                           "were observed (folder), and schemas of files")
     mode.add_argument("--release", metavar="VERSION",
                       help="append to the lists of what was released; X.0.0 begins them anew")
     return parser.parse_args(arguments)
@@ -76,6 +81,10 @@ def main(arguments: list[str]) -> int:
     if options.release:
         release(*folders, options.release, model, released)
     if options.release or options.check:
+        return 0
+    if options.site:
+        update(options.out, {**emit_site.emit(model, read_couplings(options.site)),
+                             **emit_schemas.emit(model)})
         return 0
     files = emit(model)
     if options.list_outputs:
