@@ -42,7 +42,7 @@ content() {
         sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" \
             -e '/^share\/doc\/[^/]*\/(copyright|changelog(\.Debian)?\.gz)$/d' \
             -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' \
-            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's|(KWIFunctionZEL/(examples|site)/).*|\1*|' |
+            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's@(KWIFunctionZEL/(examples|site)/).*@\1*@' |
         LC_ALL=C sort -u
 }
 

@@ -112,6 +112,8 @@ def stages(file: str, root: Path) -> list[Stage]:
         return [gtest("test_service"),
                 Stage("zelhost", (sys.executable, "-B", "tests/service/test_clients.py",
                                   str(BUILD / "service/zelhost")))]
+    if file.startswith("qt/"):
+        return [gtest("test_qt")]
     if file.startswith(("src/Streams/", "ifc/Streams/")):
         return [gtest("test_streams")]
     if file.startswith("src/Samples/"):
@@ -145,7 +147,8 @@ class CCopy:
         self.scratch.mkdir()
         copy_project(self.root)
         configured = subprocess.run(
-            ["cmake", "--preset", "release", "-DKWI_BUILD_SERVICE=ON"], cwd=self.root,
+            ["cmake", "--preset", "release", "-DKWI_BUILD_SERVICE=ON",
+             "-DKWI_BUILD_QT=ON"], cwd=self.root,
             stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         if configured.returncode != 0:
             raise RuntimeError(configured.stdout + configured.stderr)

@@ -11,7 +11,8 @@ packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
     libxml2-utils can-utils libsndfile1-dev)
 pages=(qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml
-    qml6-module-qtqml-workerscript)
+    qml6-module-qtqml-workerscript qml6-module-qtquick-controls qml6-module-qtquick-templates
+    qml6-module-qtquick-layouts)
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Shows the page: page [--picture FILE], which draws it once into a file and ends.
+// Shows the page: page [--picture FILE [OTHER_PAGE]], which draws it once into a file and ends.
 
 #include "IKWFunctionZEL.h"
 
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickView>
@@ -15,8 +14,8 @@ namespace
 /** What another client does meanwhile: pages see it with the next poll. */
 void WriteAsAnother(IDbGroup& root)
 {
-    const auto labels = std::dynamic_pointer_cast<IDbGroup>(root.Find(
-        QStringLiteral("SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem")));
+    const auto labels = std::dynamic_pointer_cast<IDbGroup>(
+        root.Find(QStringLiteral("SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem")));
     const auto write = [](IDbGroup& from, const char* path, const char* text)
     {
         const auto node = from.Find(QString::fromLatin1(path));
@@ -40,13 +39,13 @@ int main(int argc, char** argv)
     QQuickView view;
     QObject::connect(view.engine(), &QQmlEngine::quit, &application, &QCoreApplication::quit);
     view.setResizeMode(QQuickView::SizeRootObjectToView);
-    view.setSource(QUrl::fromLocalFile(QStringLiteral(KWI_PAGE)));
+    view.setSource(QUrl::fromLocalFile(arguments.value(3, QStringLiteral(KWI_PAGE))));
     if (view.status() != QQuickView::Ready)
     {
         return 1;
     }
     view.show();
-    if (arguments.size() == 3 && arguments[1] == QLatin1String("--picture"))
+    if (arguments.size() > 2 && arguments[1] == QLatin1String("--picture"))
     {
         WriteAsAnother(*root->GetDbObject());
         QTimer::singleShot(300, &view,

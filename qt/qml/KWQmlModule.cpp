@@ -53,8 +53,8 @@ public:
     void registerTypes(const char* uri) override
     {
         const QString made = QStringLiteral("KWI makes it");
-        qmlRegisterSingletonType<CKWQmlTree>(uri, 2, 0, "KWI", [](QQmlEngine*, QJSEngine*) -> QObject*
-                                             { return new CKWQmlTree; });
+        qmlRegisterSingletonType<CKWQmlTree>(
+            uri, 2, 0, "KWI", [](QQmlEngine*, QJSEngine*) -> QObject* { return new CKWQmlTree; });
         qmlRegisterUncreatableType<CKWQtProperty>(uri, 2, 0, "KWIProperty", made);
         qmlRegisterUncreatableType<CKWQtAction>(uri, 2, 0, "KWIAction", made);
         qmlRegisterUncreatableType<CKWQtContainerModel>(uri, 2, 0, "KWIContainer", made);
