@@ -20,12 +20,15 @@ ROOMS = {
     "ifc": "ifc",
     "tools": "tools",
     "service": "service",
+    "qt": "adapter",
     "examples": "client",
     "examples/service": "service client",
     "tests": "tests",
     "tests/client": "client tests",
     "tests/abi": "client tests",
     "tests/service": "service tests",
+    "tests/qt": "adapter tests",
+    "bench/qt": "adapter tests",
     "tests/Together.h": "test basics",
     "tests/TreeWalk.h": "test basics",
     "bench": "tests",
@@ -44,6 +47,8 @@ MAY_INCLUDE = {
     "all enumerations": {"ifc", "ifc of the frame"},
     "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
     "service": {"service", "ifc", "ifc basics", "ifc of the frame"},
+    "adapter": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
+    "adapter tests": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
     "client": {"client", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
     "service client": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "client tests": {
@@ -111,7 +116,7 @@ CIRCLES_IN = ("support/", "database/", "src/", "ifc/", "generated/")
 
 # Where the compiler looks for quoted names, after the folder of the including file.
 SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
-          "tools/zelctl", "service")
+          "tools/zelctl", "service", "qt")
 
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
@@ -127,6 +132,8 @@ FURTHER_LIBRARIES = {
     "test basics": None,
     "service": r"boost/.*|CLI/.*|(sys/|netinet/)?[a-z]+\.h",
     "service client": None,
+    "adapter": None,
+    "adapter tests": r"(gtest|benchmark)/.*",
     "service tests": r"boost/.*|(gtest|gmock|rapidcheck)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
     "client tests": r"(gtest|gmock|rapidcheck)/.*|rapidcheck\.h",
     "tests": r"boost/.*|(gtest|gmock|rapidcheck|benchmark)/.*|rapidcheck\.h|(sys/)?[a-z]+\.h",
@@ -141,8 +148,8 @@ class CTree:
 
     def __init__(self, root: Path, generated: Path) -> None:
         folders = {name: root / name for name in
-                   ("support", "database", "src", "ifc", "tools", "service", "examples", "tests",
-                    "bench")}
+                   ("support", "database", "src", "ifc", "tools", "service", "qt", "examples",
+                    "tests", "bench")}
         folders["generated"] = generated
         self.files = {
             (name / path.relative_to(folder)).as_posix(): path

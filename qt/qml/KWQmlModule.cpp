@@ -4,7 +4,6 @@
 #include "IKWFunctionZEL.h"
 
 #include <QQmlEngine>
-#include <QQmlExtensionPlugin>
 #include <QQmlInfo>
 
 CKWQmlTree::CKWQmlTree(QObject* parent) : CKWQtTree(GetZELRoot(), parent) {}
@@ -43,22 +42,12 @@ CKWQtContainerModel* CKWQmlTree::container(const QString& path)
     return Checked(CKWQtTree::container(path), "container", path);
 }
 
-/** The module KWIFunctionZEL. */
-class CKWQmlPlugin : public QQmlExtensionPlugin
+void CKWQmlPlugin::registerTypes(const char* uri)
 {
-    Q_OBJECT
-    Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
-
-public:
-    void registerTypes(const char* uri) override
-    {
-        const QString made = QStringLiteral("KWI makes it");
-        qmlRegisterSingletonType<CKWQmlTree>(
-            uri, 2, 0, "KWI", [](QQmlEngine*, QJSEngine*) -> QObject* { return new CKWQmlTree; });
-        qmlRegisterUncreatableType<CKWQtProperty>(uri, 2, 0, "KWIProperty", made);
-        qmlRegisterUncreatableType<CKWQtAction>(uri, 2, 0, "KWIAction", made);
-        qmlRegisterUncreatableType<CKWQtContainerModel>(uri, 2, 0, "KWIContainer", made);
-    }
-};
-
-#include "KWQmlModule.moc"
+    const QString made = QStringLiteral("KWI makes it");
+    qmlRegisterSingletonType<CKWQmlTree>(
+        uri, 2, 0, "KWI", [](QQmlEngine*, QJSEngine*) -> QObject* { return new CKWQmlTree; });
+    qmlRegisterUncreatableType<CKWQtProperty>(uri, 2, 0, "KWIProperty", made);
+    qmlRegisterUncreatableType<CKWQtAction>(uri, 2, 0, "KWIAction", made);
+    qmlRegisterUncreatableType<CKWQtContainerModel>(uri, 2, 0, "KWIContainer", made);
+}

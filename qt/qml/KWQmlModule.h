@@ -4,6 +4,8 @@
 #include "KWQtTree.h"
 #include "KWQtTreeModel.h"
 
+#include <QQmlExtensionPlugin>
+
 /**
  * What pages call KWI: the tree of the process, polled while the engine lives. Each engine has one
  * of its own, in its thread.
@@ -29,4 +31,14 @@ private:
     T* Checked(T* object, const char* what, const QString& path);
 
     CKWQtTreeModel* m_model = nullptr;
+};
+
+/** The module KWIFunctionZEL. */
+class CKWQmlPlugin : public QQmlExtensionPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
+
+public:
+    void registerTypes(const char* uri) override;
 };
