@@ -121,7 +121,7 @@ TEST_F(QtAdapter, NumbersOfScriptsAreIntegersOnlyWhereTheyAreWhole)
     EXPECT_EQ(averages.setLimited(qQNaN()), int{eKW_ACC_NOT_A_NUMBER});
 }
 
-TEST_F(QtAdapter, SelectableValuesAreThosesOfTheMoment)
+TEST_F(QtAdapter, SelectableValuesAreThoseOfTheMoment)
 {
     CKWQtProperty& type = At("Trigger/Type");
     const auto edge = type.GetChoices().first().toMap();
