@@ -5,13 +5,11 @@
 #include "Masks/MaskedTrace.h"
 
 #include <cmath>
-#include <limits>
+
+using namespace NMasks;
 
 namespace
 {
-constexpr double kFarthest = eKW_MASK_FARTHEST;
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
-
 bool IsWithinBounds(const KW_MaskPoint& point)
 {
     return std::abs(point.x) <= kFarthest && std::abs(point.y) <= kFarthest; // NaN is not

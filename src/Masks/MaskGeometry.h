@@ -5,11 +5,15 @@
 #include "Masks/Mask.h"
 
 #include <algorithm>
+#include <limits>
 
 /** Where the points of a trace lie in a frame. Every step rounds, and none turns the order of two
     values round: what holds for the extremes of a stretch holds for each of its points. */
 namespace NMasks
 {
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr double kFarthest = eKW_MASK_FARTHEST;
+
 class CGeometry
 {
 public:

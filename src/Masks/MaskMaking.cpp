@@ -3,14 +3,11 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace NMasks
 {
 namespace
 {
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
-constexpr double kFarthest = eKW_MASK_FARTHEST;
 constexpr INT32 kColumnCount = 500;  ///< across the screen
 constexpr double kColumnsOfOne = 50; ///< division
 

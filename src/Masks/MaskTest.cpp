@@ -5,14 +5,11 @@
 #include "Masks/MaskedTrace.h"
 
 #include <cmath>
-#include <limits>
 
 namespace NMasks
 {
 namespace
 {
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
-
 /** Where a stretch is parted that can not be judged as a whole: blocks of the pyramid stay whole.
  */
 UINT32 MiddleOf(UINT32 begin, UINT32 end)
