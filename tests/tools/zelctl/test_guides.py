@@ -60,8 +60,8 @@ def read_examples():
                   if name.endswith(".md")}
     for name, text in texts.items():
         text = re.sub(r"^```.*?^```", "", text, flags=re.M | re.S)
-        lines = re.findall(r"^ *(zelctl (?!- |--connect )[^`(]*?)(?: {3,}.*)?$", text, flags=re.M)
-        for example in dict.fromkeys([*lines, *re.findall(r"`(zelctl (?!--connect )[^`]+)`", text)]):
+        lines = re.findall(r"^ *(zelctl (?!- |--connect\b)[^`(]*?)(?: {3,}.*)?$", text, flags=re.M)
+        for example in dict.fromkeys([*lines, *re.findall(r"`(zelctl (?!--connect\b)[^`]+)`", text)]):
             if not PLACEHOLDER.search(example):
                 yield name, " ".join(example.split())
 
