@@ -92,10 +92,9 @@ namespace
 t_Lines AllLines()
 {
     t_Lines lines;
-    for (const auto add :
-         {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC, AddProbesAndMeter,
-          AddApplication, AddUnits, AddHarmonics, AddLabels, AddNumberTexts, AddLimitsAndSteps,
-          AddCurves})
+    for (const auto add : {AddMath, AddFixedPoint, AddTimebase, AddVertical, AddFFT, AddDDC,
+                           AddProbesAndMeter, AddApplication, AddUnits, AddHarmonics, AddLabels,
+                           AddNumberTexts, AddLimitsAndSteps, AddCurves})
     {
         add(lines);
     }
