@@ -21,7 +21,7 @@ install(DIRECTORY docs/settings/couplings DESTINATION ${CMAKE_INSTALL_DOCDIR}/do
 if(TARGET kwi_site)
     install(DIRECTORY ${KWI_SITE_DIR} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
 endif()
-file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
+file(GLOB documents CONFIGURE_DEPENDS docs/*.md docs/openapi.json)
 install(DIRECTORY docs/guides DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT Documents)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documents)
