@@ -11,15 +11,15 @@
 
 namespace
 {
-constexpr UINT32 kMillion = 1000000;
+constexpr UINT32 kMaskPoints = 1000000;
 const KW_MaskFrame kFrame{eKW_UNIT_NOT_DEFINED, 0.0, 1.0, 0.0, 1.0};
 
 /** Some periods of a sine with noise; with `isSquare` steps instead. */
 std::vector<INT16> Signal(bool isSquare)
 {
     std::mt19937 random(1);
-    std::vector<INT16> points(kMillion);
-    for (UINT32 i = 0; i < kMillion; ++i)
+    std::vector<INT16> points(kMaskPoints);
+    for (UINT32 i = 0; i < kMaskPoints; ++i)
     {
         const double sine = std::sin(i * 2e-5);
         const double value = isSquare ? (sine > 0 ? 1.0 : -1.0) : sine;
@@ -31,8 +31,8 @@ std::vector<INT16> Signal(bool isSquare)
 CKWRecord RecordOf(const std::vector<INT16>& points)
 {
     KW_TraceInfo info;
-    info.count = kMillion;
-    info.interval = 10.0 / kMillion;
+    info.count = kMaskPoints;
+    info.interval = 10.0 / kMaskPoints;
     info.scale = 1e-4;
     const auto bytes = std::as_bytes(std::span(points));
     return KW_MakeRecord({}, {&info, 1}, {&bytes, 1});

@@ -12,16 +12,16 @@
 #include <random>
 #include <vector>
 
+namespace NMathematics
+{
 namespace
 {
-using namespace NMathematics;
+constexpr UINT32 kCurvePoints = 1000000;
 
-constexpr UINT32 kMillion = 1000000;
-
-std::vector<INT16> Noise(unsigned seed)
+std::vector<INT16> CurveNoise(unsigned seed)
 {
     std::mt19937 random(seed);
-    std::vector<INT16> points(kMillion);
+    std::vector<INT16> points(kCurvePoints);
     for (INT16& point : points)
     {
         point = static_cast<INT16>(random() % 4001) - 2000;
@@ -34,7 +34,7 @@ KW_TraceInfo InfoOf(KW_ZEL_CHANNEL channel)
     KW_TraceInfo info;
     info.channel = channel;
     info.unit = eKW_UNIT_LEVEL_V;
-    info.count = kMillion;
+    info.count = kCurvePoints;
     info.scale = channel == eKW_ZEL_CHANNEL_C1 ? 2e-3 : 5e-4;
     info.offset = channel == eKW_ZEL_CHANNEL_C1 ? 0.5 : -0.25;
     return info;
@@ -43,8 +43,8 @@ KW_TraceInfo InfoOf(KW_ZEL_CHANNEL channel)
 /** Both sources, and what the loops read of them. */
 struct t_Sources
 {
-    std::vector<INT16> a = Noise(1);
-    std::vector<INT16> b = Noise(2);
+    std::vector<INT16> a = CurveNoise(1);
+    std::vector<INT16> b = CurveNoise(2);
     float scaleA = 2e-3F;
     float offsetA = 0.5F;
     float scaleB = 5e-4F;
@@ -94,11 +94,11 @@ t_Task TaskOf(const t_Sources& sources, const t_Program& program)
 static void MathBaselineFloat(benchmark::State& state)
 {
     const t_Sources sources;
-    std::vector<float> target(kMillion);
+    std::vector<float> target(kCurvePoints);
     for (auto _ : state)
     {
         float* const values = target.data();
-        for (std::size_t i = 0; i < kMillion; ++i)
+        for (std::size_t i = 0; i < kCurvePoints; ++i)
         {
             values[i] = sources.Product(i);
         }
@@ -111,7 +111,7 @@ BENCHMARK(MathBaselineFloat);
 static void MathFloat(benchmark::State& state)
 {
     const t_Sources sources;
-    std::vector<float> target(kMillion);
+    std::vector<float> target(kCurvePoints);
     const t_Program program =
         CompileOperation(eKW_ZEL_MATHEMATICS_TYPE_MULTIPLY, eKW_ZEL_CHANNEL_C1, eKW_ZEL_CHANNEL_C2);
     const t_Task task = TaskOf(sources, program);
@@ -119,9 +119,9 @@ static void MathFloat(benchmark::State& state)
     for (auto _ : state)
     {
         CEvaluation evaluation(task, scratch.data());
-        for (UINT32 i = 0; i < kMillion; i += kBlock)
+        for (UINT32 i = 0; i < kCurvePoints; i += kBlock)
         {
-            evaluation.Next(i, std::min(kBlock, kMillion - i), target.data() + i);
+            evaluation.Next(i, std::min(kBlock, kCurvePoints - i), target.data() + i);
         }
         benchmark::DoNotOptimize(target.data());
         benchmark::ClobberMemory();
@@ -132,10 +132,10 @@ BENCHMARK(MathFloat);
 static void MathBaselineWords(benchmark::State& state)
 {
     const t_Sources sources;
-    std::vector<INT16> target(kMillion);
+    std::vector<INT16> target(kCurvePoints);
     for (auto _ : state)
     {
-        for (std::size_t i = 0; i < kMillion; ++i)
+        for (std::size_t i = 0; i < kCurvePoints; ++i)
         {
             target[i] = Number(sources.Product(i), 6400.0F, -1.0F);
         }
@@ -148,7 +148,7 @@ BENCHMARK(MathBaselineWords);
 static void MathWords(benchmark::State& state)
 {
     const t_Sources sources;
-    std::vector<INT16> target(kMillion);
+    std::vector<INT16> target(kCurvePoints);
     const t_Program program =
         CompileOperation(eKW_ZEL_MATHEMATICS_TYPE_MULTIPLY, eKW_ZEL_CHANNEL_C1, eKW_ZEL_CHANNEL_C2);
     const t_Task task = TaskOf(sources, program);
@@ -157,9 +157,9 @@ static void MathWords(benchmark::State& state)
     {
         CEvaluation evaluation(task, scratch.data());
         CQuantizer quantizer(1.0 / 6400.0, 1.0 / 6400.0);
-        for (UINT32 i = 0; i < kMillion; i += kBlock)
+        for (UINT32 i = 0; i < kCurvePoints; i += kBlock)
         {
-            const UINT32 count = std::min(kBlock, kMillion - i);
+            const UINT32 count = std::min(kBlock, kCurvePoints - i);
             quantizer.Convert(evaluation.Next(i, count, nullptr), target.data() + i, count);
         }
         benchmark::DoNotOptimize(target.data());
@@ -220,10 +220,10 @@ BENCHMARK(MathRecordExpression);
 static void MathBaselineExpression(benchmark::State& state)
 {
     const t_Sources sources;
-    std::vector<INT16> target(kMillion);
+    std::vector<INT16> target(kCurvePoints);
     for (auto _ : state)
     {
-        for (std::size_t i = 0; i < kMillion; ++i)
+        for (std::size_t i = 0; i < kCurvePoints; ++i)
         {
             const float a = sources.ValueA(i);
             const float b = sources.ValueB(i);
@@ -253,3 +253,4 @@ static void MathRecordLowPass(benchmark::State& state)
     }
 }
 BENCHMARK(MathRecordLowPass);
+} // namespace NMathematics

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Expressions as clients read them: what is wrong and where, units, values.
+#include "mathematics/TestTraces.h"
+
 #include "Mathematics/MathExpression.h"
 
 #include <gtest/gtest.h>
@@ -41,8 +43,6 @@ struct t_Result
     double value; ///< C1 = 3 V, C2 = 4 A, C3 = 0 V, R1 = -5 V
     KW_UNIT unit;
 };
-
-const double kNaN = std::nan("");
 
 const t_Result kResults[] = {
     {"C1*C2", 12, eKW_UNIT_LEVEL_W},

@@ -10,7 +10,7 @@
 namespace
 {
 /** A frame that can be told from all others, and from a torn one. */
-KW_Frame Numbered(UINT64 number)
+KW_Frame FrameOf(UINT64 number)
 {
     KW_Frame frame;
     frame.time = static_cast<double>(number);
@@ -24,7 +24,7 @@ KW_Frame Numbered(UINT64 number)
 bool IsWhole(const KW_Frame& frame)
 {
     const auto number = static_cast<UINT64>(frame.time);
-    const KW_Frame expected = Numbered(number);
+    const KW_Frame expected = FrameOf(number);
     return frame.identifier == expected.identifier && frame.length == expected.length &&
            frame.bytes == expected.bytes;
 }
@@ -65,7 +65,7 @@ TEST(Frames, StandBesideTheSamplesTheyWereDecodedFrom)
     CTestStream stream;
     const auto reader = stream.Reader();
     stream.Configure({{eKW_SAMPLES_INT16, 100}, {eKW_SAMPLES_FRAMES, 10}}, 2);
-    const std::vector<KW_Frame> frames = {Numbered(1), Numbered(64), Numbered(129)};
+    const std::vector<KW_Frame> frames = {FrameOf(1), FrameOf(64), FrameOf(129)};
     ASSERT_TRUE(stream.Fill(0, std::vector<INT16>(100, 7)));
     ASSERT_TRUE(stream.Fill(1, frames, 3));
     const std::array infos = {CTestStream::Info(eKW_SAMPLES_INT16, 100), FrameTrace(3)};
@@ -91,7 +91,7 @@ TEST(Frames, StandBesideTheSamplesTheyWereDecodedFrom)
 
 TEST(Frames, PayloadNeverGoesBeyondTheFrame)
 {
-    KW_Frame frame = Numbered(1);
+    KW_Frame frame = FrameOf(1);
     frame.length = 255;
     EXPECT_EQ(frame.GetPayload().size(), KW_Frame::kLongest);
     frame.flags = eKW_FRAME_REMOTE;
@@ -109,7 +109,7 @@ TEST(Frames, LogThatGrowsShowsEachReaderWhatThereIs)
         std::vector<KW_Frame> frames;
         for (std::size_t i = 0; i < count; ++i)
         {
-            frames.push_back(Numbered(number++));
+            frames.push_back(FrameOf(number++));
         }
         ASSERT_TRUE(count == 0 || stream.Put(frames));
         const CKWRecord before = reader->GetLatest();
@@ -128,7 +128,7 @@ TEST(Frames, OutliveWriterStreamAndReader)
     {
         CFrameStream stream(10);
         const auto reader = stream.Reader();
-        ASSERT_TRUE(stream.PublishFrames({Numbered(5)}, 33));
+        ASSERT_TRUE(stream.PublishFrames({FrameOf(5)}, 33));
         stream.End();
         kept = reader->GetNext();
     }
@@ -185,7 +185,7 @@ TEST(Frames, ReadersInThreadsGetWholeFramesOrCountThem)
         std::vector<KW_Frame> frames;
         for (UINT64 i = 0; i <= record % 16; ++i)
         {
-            frames.push_back(Numbered(record * 16 + i));
+            frames.push_back(FrameOf(record * 16 + i));
         }
         stream.PublishFrames(frames, record * 3);
     }

@@ -316,8 +316,6 @@ private:
         return channel;
     }
 
-    static constexpr std::size_t kLines = 8;
-
     /** Columns D0 to D7 of zeros and ones are digital lines. */
     bool AddLines(std::size_t first, KW_TraceInfo info, t_WaveDraft& draft) const
     {

@@ -10,7 +10,6 @@
 namespace
 {
 constexpr int kPiece = 1 << 20;
-constexpr UINT32 kLines = 8;
 
 /** A file of text that grows piece by piece, and stands when it is whole. */
 class CTableFile

@@ -12,7 +12,6 @@
 
 namespace
 {
-constexpr UINT32 kLines = 8;
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 /** Where a time stands in a trace. */

@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <vector>
 
+constexpr UINT32 kLines = 8; ///< digital ones, D0 to D7, of a trace
+
 /** A record on its way from a file. */
 struct t_WaveDraft
 {

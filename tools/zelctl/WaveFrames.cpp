@@ -32,7 +32,7 @@ QString PayloadText(const KW_Frame& frame)
             .toUpper());
 }
 
-QString FlagsText(UINT32 flags)
+QString FrameFlagsText(UINT32 flags)
 {
     struct t_Flag
     {
@@ -66,7 +66,7 @@ QStringList GetFrameLines(const CKWRecord& record, UINT32 trace)
     for (const KW_Frame& frame : frames.first(std::min(frames.size(), kMostLines)))
     {
         table.Add({KW_FormatNumber(frame.time, eKW_UNIT_FREQ_SEC), GetEnumText(frame.protocol),
-                   IdentifierText(frame), PayloadText(frame), FlagsText(frame.flags)});
+                   IdentifierText(frame), PayloadText(frame), FrameFlagsText(frame.flags)});
     }
     QStringList lines = table.GetLines(0);
     if (frames.size() > kMostLines)
@@ -85,7 +85,7 @@ QJsonArray GetFrameObjects(const CKWRecord& record, UINT32 trace)
                                    {QStringLiteral("bus"), GetEnumText(frame.protocol)},
                                    {QStringLiteral("id"), IdentifierText(frame)},
                                    {QStringLiteral("data"), PayloadText(frame)},
-                                   {QStringLiteral("flags"), FlagsText(frame.flags)}});
+                                   {QStringLiteral("flags"), FrameFlagsText(frame.flags)}});
     }
     return objects;
 }

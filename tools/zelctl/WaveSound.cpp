@@ -9,6 +9,7 @@
 #include <QSaveFile>
 #include <QtEndian>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <sndfile.h>
