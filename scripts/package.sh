@@ -157,8 +157,8 @@ check_content qml6-module-kwifunctionzel "lib/qt6/qml/KWIFunctionZEL/libkwifunct
 lib/qt6/qml/KWIFunctionZEL/qmldir"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
-$documents/docs/guides/*.md $documents/docs/settings/*.md $documents/docs/settings/*.svg \
-$documents/examples/* $documents/site/*"
+$documents/docs/openapi.json $documents/docs/guides/*.md $documents/docs/settings/*.md \
+$documents/docs/settings/*.svg $documents/examples/* $documents/site/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"
