@@ -157,7 +157,7 @@ check_content qml6-module-kwifunctionzel "lib/qt6/qml/KWIFunctionZEL/libkwifunct
 lib/qt6/qml/KWIFunctionZEL/qmldir"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
-$documents/docs/openapi.json $documents/docs/guides/*.md $documents/docs/settings/*.md \
+$documents/docs/guides/*.md $documents/docs/openapi.json $documents/docs/settings/*.md \
 $documents/docs/settings/*.svg $documents/examples/* $documents/site/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
