@@ -48,7 +48,7 @@ enum e_HeadField : UINT32
     eHEAD_SOURCE = 64,
 };
 
-QByteArray DigestOf(const char* bytes, std::size_t size)
+QByteArray DigestOf(const char* bytes, UINT64 size)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
