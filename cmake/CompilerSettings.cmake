@@ -56,7 +56,10 @@ if(KWI_SANITIZE_RULES)
     # A target that only declares or shows says so by KWI_COMPUTES_NOTHING.
     target_compile_options(
         kwi_settings INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:KWI_COMPUTES_NOTHING>>>:
-                               -fsanitize=${KWI_SANITIZE_RULES} -fno-sanitize-recover=all>)
+                               -fsanitize=${KWI_SANITIZE_RULES} -fno-sanitize-recover=all>
+                               # What leaves invalid points to the arithmetic of IEEE 754.
+                               $<$<BOOL:$<TARGET_PROPERTY:KWI_DIVIDES_BY_ZERO>>:
+                               -fno-sanitize=float-divide-by-zero>)
     target_link_options(kwi_settings INTERFACE -fsanitize=${KWI_SANITIZE_RULES})
 endif()
 
