@@ -7,9 +7,9 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,8 +30,8 @@ struct t_TestTrace
         trace.info.channel = channel;
         trace.info.format = format;
         trace.info.unit = eKW_UNIT_LEVEL_V;
-        trace.bytes.resize(entries.size() * sizeof(T));
-        std::memcpy(trace.bytes.data(), entries.data(), trace.bytes.size());
+        const auto bytes = std::as_bytes(std::span(entries));
+        trace.bytes.assign(bytes.begin(), bytes.end());
         trace.info.count = static_cast<UINT32>(trace.bytes.size() / KW_GetPointSize(format));
         return trace;
     }
