@@ -87,7 +87,7 @@ def _page(title: str, content: str, script: str = "") -> str:
 <a href="enumerations.html">Enumerations</a>
 <form action="index.html" role="search">
 <input type="search" id="search" name="q" aria-label="Search names, meanings, units and commands"
-placeholder="Search names, meanings, units">
+title="Names, meanings, units and commands">
 <button>Search</button>
 </form>
 </header>
