@@ -3,7 +3,8 @@
 # Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
 # arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
 # interfaces, "bench" counts of instructions, "docs" the reference, "qt" the adapter for
-# user interfaces and its pages, "arm" 32-bit ARM and its emulation, "ci" all that .ci/run needs.
+# user interfaces and its pages, "arm" 32-bit ARM and its emulation, "panel" the panel's bundle and its
+# tests in a browser, "ci" all that .ci/run needs.
 # Says nothing when there is nothing to do.
 set -euo pipefail
 
@@ -13,6 +14,8 @@ packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-
 pages=(qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml
     qml6-module-qtqml-workerscript qml6-module-qtquick-controls qml6-module-qtquick-templates
     qml6-module-qtquick-layouts)
+panel=(chromium fonts-dejavu-core nodejs)
+command -v npm >/dev/null || panel+=(npm) # some packages of nodejs bring it
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;
@@ -22,10 +25,11 @@ for what in "$@"; do
         bench) packages+=(valgrind) ;;
         arm) packages+=(g++-arm-linux-gnueabihf qemu-user-static) ;;
         docs) packages+=(doxygen) ;;
+        panel) packages+=("${panel[@]}") ;;
         ci)
-            packages+=("${pages[@]}" qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
+            packages+=("${pages[@]}" "${panel[@]}" qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
                 doxygen valgrind python3-canmatrix curl lxi-tools netcat-openbsd python3-pyvisa
-                python3-pyvisa-py python3-jsonschema nodejs node-ws jq)
+                python3-pyvisa-py python3-jsonschema node-ws jq)
             ;;
         *)
             echo "setup: knows no $what" >&2
