@@ -72,3 +72,10 @@ using KW_CouplingWatch =
  * passed. Callable from any thread but from inside a watch; takes the tree's lock.
  */
 KW_EXPORT void KW_WatchCouplings(KW_CouplingWatch watch);
+
+/**
+ * Watches the changes of the tree that `group` belongs to, and of no other: a private copy beside
+ * the living tree, without taking anybody's watch away. Each tree has one such watch, to be ended
+ * by an empty `watch` before the tree goes. Otherwise as above.
+ */
+KW_EXPORT void KW_WatchCouplings(const IDbGroup& group, KW_CouplingWatch watch);

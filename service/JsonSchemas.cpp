@@ -95,7 +95,10 @@ constexpr char kSchemaTried[] =
 constexpr char kSchemaChange[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"properties":{)"
     R"("path":)" KW_TEXT R"(,"before":{"$ref":"#/components/schemas/Node"},)"
-    R"("now":{"$ref":"#/components/schemas/Node"},"removed":)" KW_FLAG "}}";
+    R"("now":{"$ref":"#/components/schemas/Node"},"removed":)" KW_FLAG
+    R"(,"by":{"type":"array","description":"Of a trial: the rows behind the change",)"
+    R"("items":{"type":"object","additionalProperties":false,"required":["group","row","step"],)"
+    R"("properties":{"group":)" KW_TEXT R"(,"row":{"type":"integer"},"step":)" KW_TEXT "}}}}}";
 
 constexpr char kSchemaSubscribe[] =
     R"({"type":"object","required":["subscribe"],"properties":{)"

@@ -4,11 +4,11 @@
 #include "IKWFunctionRootBase.h"
 #include "JsonWriter.h"
 #include "ServiceLimits.h"
+#include "Turns.h"
 
 #include <QJsonObject>
 #include <QUrlQuery>
 #include <memory>
-#include <mutex>
 #include <span>
 
 /** A request without its transport. */
@@ -106,5 +106,5 @@ private:
 
     const std::shared_ptr<IKWFunctionRootBase> m_root;
     const t_JsonOptions m_options;
-    mutable std::timed_mutex m_trial; ///< there is one copy at a time
+    mutable CTurns m_trials; ///< there is one copy at a time
 };

@@ -4,10 +4,12 @@
 #include "JsonNodes.h"
 #include "JsonService.h"
 #include "JsonWrites.h"
+#include "KWCouplings.h"
 #include "KWTreeCopy.h"
 #include "TreeDiffer.h"
 
 #include <QJsonArray>
+#include <map>
 
 namespace
 {
@@ -55,10 +57,61 @@ QStringList MakeAlike(IDbGroup& tree, IDbGroup& copy)
     return unlike;
 }
 
-void WriteChange(CJsonWriter& json, const t_TreeChange& change)
+/** Which rows wrote what in a tree while it lives, the innermost step of each. */
+class CRowWatch
+{
+public:
+    explicit CRowWatch(IDbGroup& top) : m_top(top)
+    {
+        KW_WatchCouplings(m_top,
+                          [this](const QString& path, const std::vector<KW_CouplingStep>& running)
+                          {
+                              if (!running.empty())
+                              {
+                                  m_steps[path].push_back(running.back());
+                              }
+                          });
+    }
+    ~CRowWatch() { KW_WatchCouplings(m_top, {}); }
+    CRowWatch(const CRowWatch&) = delete;
+    CRowWatch& operator=(const CRowWatch&) = delete;
+
+    /** The rows behind the change of a node, each once, in the order in which they ran. */
+    void WriteRows(CJsonWriter& json, const QString& path) const
+    {
+        std::vector<const KW_CouplingStep*> written;
+        const auto found = m_steps.find(path);
+        json.BeginArray();
+        for (std::size_t i = 0; found != m_steps.end() && i < found->second.size(); ++i)
+        {
+            const KW_CouplingStep& step = found->second[i];
+            const auto isSame = [&step](const KW_CouplingStep* other) {
+                return other->group == step.group && other->row == step.row &&
+                       other->step == step.step;
+            };
+            if (std::none_of(written.begin(), written.end(), isSame))
+            {
+                written.push_back(&step);
+                json.BeginObject();
+                json.Key("group").Text(step.group);
+                json.Key("row").Whole(step.row);
+                json.Key("step").Text(step.step);
+                json.EndObject();
+            }
+        }
+        json.EndArray();
+    }
+
+private:
+    IDbGroup& m_top;
+    std::map<QString, std::vector<KW_CouplingStep>> m_steps;
+};
+
+void WriteChange(CJsonWriter& json, const t_TreeChange& change, const CRowWatch& rows)
 {
     json.BeginObject();
     json.Key("path").Text(change.path);
+    rows.WriteRows(json.Key("by"), change.path);
     if (!change.before.isEmpty())
     {
         json.Key("before").Raw(change.before);
@@ -83,8 +136,8 @@ t_JsonAnswer CJsonService::Try(const t_Call& call) const
     {
         return Refuse(400, eKW_ACC_BAD_TEXT, wrong);
     }
-    const std::unique_lock<std::timed_mutex> alone(m_trial, m_options.bounds.trial);
-    if (!alone)
+    const CTurn turn(m_trials, m_options.bounds.trial);
+    if (!turn)
     {
         return Refuse(503, eKW_ACC_TIMEOUT, QStringLiteral("other trials take their time"));
     }
@@ -96,6 +149,7 @@ t_JsonAnswer CJsonService::Try(const t_Call& call) const
     copy->SetSettingsFolder(m_root->GetSettingsFolder());
     const QStringList unlike = MakeAlike(*Top(), *copy->GetDbObject());
     CTreeDiffer differ(copy, true);
+    const CRowWatch rows(*copy->GetDbObject());
     CJsonWriter reports;
     const NJson::t_Written written = NJson::Write(reports, copy, {writes, false, {}});
     CJsonWriter json;
@@ -105,7 +159,7 @@ t_JsonAnswer CJsonService::Try(const t_Call& call) const
     json.Key("changes").BeginArray();
     for (const t_TreeChange& change : differ.Look())
     {
-        WriteChange(json, change);
+        WriteChange(json, change, rows);
     }
     json.EndArray();
     json.Key("unlike").Texts(unlike);

@@ -420,8 +420,17 @@ TEST_F(Couplings, RowIsToldOtherwiseThanDeclaredOrRun)
     m_second.m_array->Insert(0);
     m_second.m_array->SetAvailability(eAVAILABILITY_READ_ONLY);
     ASSERT_EQ(m_root->Undo(), eKW_ACC_OK);
+    int own = 0;
+    KW_WatchCouplings(m_second, [&own](const QString&, const auto&) { ++own; });
+    const auto other = BuildTree<CRuledRoot>();
+    KW_WatchCouplings(*other, [](const QString& path, const auto&)
+                      { ADD_FAILURE() << path.toStdString() << " of another tree"; });
     KW_WatchCouplings({});
     ASSERT_EQ(m_first.m_a->Set(2), eKW_ACC_OK);
+    KW_WatchCouplings(*m_root, {});
+    KW_WatchCouplings(*other, {});
+    ASSERT_EQ(m_first.m_a->Set(3), eKW_ACC_OK);
+    EXPECT_EQ(own, 3);
     EXPECT_EQ(told,
               QStringList({QStringLiteral("First/A"), QStringLiteral("Second/B < Second 4 Step"),
                            QStringLiteral("Second/C < Second 4 Step < Second 17 Double"),

@@ -255,6 +255,8 @@ TEST_F(JsonRequests, TrialTouchesTheTreeOrForgetsWhatIsInNoFile)
             R"({"path":"Horizontal/Scale","value":1e99}]})");
     EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.0.before.value")), "0.002");
     EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.0.now.value")), "0.005");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.0.by")), "[]");
+    EXPECT_EQ(Pick(answer.body, QStringLiteral("changes.1.by.0.group")), "\"Horizontal\"");
     EXPECT_EQ(Pick(answer.body, QStringLiteral("writes.1.name")), "\"ABOVE_MAXIMUM\"");
     EXPECT_EQ(Pick(answer.body, QStringLiteral("unlike")), "[]");
     EXPECT_FALSE(m_root->HasChanged(counter));

@@ -50,17 +50,51 @@ int NumberOf(const t_Row& row, const t_Couplings& rules)
     return static_cast<int>(&row - rules.begin()) + 1;
 }
 
-/** Passes on what the trace of rows tells, as texts. */
+/** Passes on what the trace of rows tells, as texts, to who watches the node's tree or all trees.
+ */
 class CTextTrace final : public CRowTrace
 {
 public:
-    explicit CTextTrace(KW_CouplingWatch watch) : m_watch(std::move(watch)) {}
+    /** Of all trees where `root` is null; an empty `watch` ends it. */
+    void SetWatch(const CDbPgRoot* root, KW_CouplingWatch watch)
+    {
+        const auto known = std::find_if(m_watches.begin(), m_watches.end(),
+                                        [root](const t_Watch& one) { return one.root == root; });
+        if (known != m_watches.end())
+        {
+            m_watches.erase(known);
+        }
+        if (watch)
+        {
+            m_watches.push_back({root, std::move(watch)});
+        }
+    }
+    bool HasWatches() const { return !m_watches.empty(); }
 
     void OnStarted(const CDbPropertyGroup& /*group*/, const t_Row& /*row*/,
                    const CDbObject* /*source*/) override
     {
     }
     void OnChanged(const CDbObject& node, const t_RunningRow* running) override
+    {
+        const CDbPgRoot* const root = node.GetDbRoot();
+        for (const t_Watch& one : m_watches)
+        {
+            if (one.root == nullptr || one.root == root)
+            {
+                one.watch(node.GetPath(), StepsOf(running));
+            }
+        }
+    }
+
+private:
+    struct t_Watch
+    {
+        const CDbPgRoot* root;
+        KW_CouplingWatch watch;
+    };
+
+    static std::vector<KW_CouplingStep> StepsOf(const t_RunningRow* running)
     {
         std::vector<KW_CouplingStep> steps;
         for (; running != nullptr; running = running->below)
@@ -70,15 +104,19 @@ public:
                              QString::fromLatin1(running->step->name)});
         }
         std::reverse(steps.begin(), steps.end());
-        m_watch(node.GetPath(), steps);
+        return steps;
     }
 
-private:
-    KW_CouplingWatch m_watch;
+    std::vector<t_Watch> m_watches;
 };
 
-/** Not destroyed with the process: the tree may be written to until its very end. */
-CTextTrace* s_watching = nullptr;
+void Watch(const CDbPgRoot* root, KW_CouplingWatch watch)
+{
+    // Not destroyed with the process: the tree may be written to until its very end.
+    static auto* const s_trace = new CTextTrace;
+    s_trace->SetWatch(root, std::move(watch));
+    CRowTrace::Watch(s_trace->HasWatches() ? s_trace : nullptr);
+}
 } // namespace
 
 std::vector<KW_CouplingRow> KW_GetCouplingRows(const IDbGroup& group)
@@ -125,7 +163,15 @@ QString KW_FormatCouplingWhen(const KW_CouplingRow& row)
 void KW_WatchCouplings(KW_CouplingWatch watch)
 {
     const CLockGuard lock;
-    const std::unique_ptr<CTextTrace> before(s_watching);
-    s_watching = watch ? new CTextTrace(std::move(watch)) : nullptr;
-    CRowTrace::Watch(s_watching);
+    Watch(nullptr, std::move(watch));
+}
+
+void KW_WatchCouplings(const IDbGroup& group, KW_CouplingWatch watch)
+{
+    const CLockGuard lock;
+    // A group that has left its tree belongs to none, and nothing is told of it.
+    if (const CDbPgRoot* const root = dynamic_cast<const CDbPropertyGroup&>(group).GetDbRoot())
+    {
+        Watch(root, std::move(watch));
+    }
 }
