@@ -103,6 +103,7 @@ struct t_CouplingOptions
     t_Answer Run(CSession& session) const
     {
         const QString start = session.Find(ToText(path))->GetPath();
+        const CSession::CTrial trial(session);
         const CCouplings all(session);
         CDeclaredRows rows(session);
         std::vector<t_Coupling> chosen;
@@ -219,7 +220,9 @@ QStringList t_WhyOptions::DescribeStarted(const std::vector<KW_CouplingRow>& row
 t_Answer t_WhyOptions::Run(CSession& session) const
 {
     const bool exact = session.GetStyle().exact;
-    const auto property = session.FindProperty(ToText(path));
+    const auto present = session.FindProperty(ToText(path));
+    const CSession::CTrial trial(session);
+    const auto property = session.FindProperty(present->GetPath());
     const CCouplings couplings(session);
     CDeclaredRows rows(session);
     t_Direction moves;
@@ -244,11 +247,11 @@ t_Answer t_WhyOptions::Run(CSession& session) const
     }
     const auto started = rows.GetStartedBy(*property);
     return CReply(session, QStringLiteral("why"))
-        .Lines(GetInfoLines(*property, exact))
+        .Lines(GetInfoLines(*present, exact))
         .Lines(moves.Titled(QStringLiteral("  moves")))
         .Lines(movedBy.Titled(QStringLiteral("  moved by")))
         .Lines(DescribeStarted(started))
-        .Field("property", ToJson(*property, true))
+        .Field("property", ToJson(*present, true))
         .Field("moves", moves.json)
         .Field("movedBy", movedBy.json)
         .Field("starts", ToJson(started))

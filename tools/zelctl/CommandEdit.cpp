@@ -284,10 +284,14 @@ void AddEditCommands(CLI::App& app, t_Run& run)
                             "Example:\n  zelctl --load my.xml do Preset --trace");
 }
 
-void AddSessionCommands(CLI::App& app, t_Run& run)
+void AddReplayCommands(CLI::App& app, t_Run& run)
 {
     AddCommand<t_ReplayOptions<true>>(app, run, "undo", "Take the last step back", "");
     AddCommand<t_ReplayOptions<false>>(app, run, "redo", "Repeat the step that was taken back", "");
+}
+
+void AddSessionCommands(CLI::App& app, t_Run& run)
+{
     AddCommand<t_BeginOptions>(app, run, "begin", "Begin a step of several writes", "");
     AddCommand<t_EndOptions<true>>(app, run, "commit", "End the step and keep it", "");
     AddCommand<t_EndOptions<false>>(app, run, "rollback", "End the step and take it back", "");

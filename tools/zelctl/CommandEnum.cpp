@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
+#include "EnumNameInfo.h"
 #include "EnumText.h"
-#include "IKWProperties.h"
 #include "KWEnumerationsUnits.h"
 #include "NearestNames.h"
 #include "NodeText.h"
@@ -61,16 +61,30 @@ t_Answer ListTypes(CSession& session)
     return reply.Lines(table.GetLines(0)).Field("types", json).Send();
 }
 
-/** "*" for the present value, "-" for one that can not be selected. */
-QString GetMark(const IKWEnumPropertyBase& property, INT32 value)
+/** How a value stands in a property. */
+struct t_Standing
 {
-    const bool selectable = property.GetValueState(value) != eVALUESTATE_NOT_SELECTABLE;
-    return property.GetAsInt() == value ? QStringLiteral("*")
-           : selectable                 ? QStringLiteral(" ")
-                                        : QStringLiteral("-");
+    bool isPresent;
+    bool isSelectable;
+};
+
+t_Standing GetStanding(const IDbProperty& property, INT32 value)
+{
+    const CEnumNameInfo& names = *property.GetEnumNameInfo();
+    return {property.GetText() == KW_FormatEnum(names, value),
+            property.GetValueTexts().contains(names.GetSerialName(value))};
 }
 
-QJsonObject ToJson(const CEnumNameInfo& names, INT32 value, const IKWEnumPropertyBase* property)
+/** "*" for the present value, "-" for one that can not be selected. */
+QString GetMark(const IDbProperty& property, INT32 value)
+{
+    const t_Standing standing = GetStanding(property, value);
+    return standing.isPresent      ? QStringLiteral("*")
+           : standing.isSelectable ? QStringLiteral(" ")
+                                   : QStringLiteral("-");
+}
+
+QJsonObject ToJson(const CEnumNameInfo& names, INT32 value, const IDbProperty* property)
 {
     QJsonObject json{{QStringLiteral("number"), value},
                      {QStringLiteral("serial"), names.GetSerialName(value)},
@@ -83,15 +97,14 @@ QJsonObject ToJson(const CEnumNameInfo& names, INT32 value, const IKWEnumPropert
     }
     if (property != nullptr)
     {
-        json[QStringLiteral("selectable")] =
-            property->GetValueState(value) != eVALUESTATE_NOT_SELECTABLE;
-        json[QStringLiteral("present")] = property->GetAsInt() == value;
+        const t_Standing standing = GetStanding(*property, value);
+        json[QStringLiteral("selectable")] = standing.isSelectable;
+        json[QStringLiteral("present")] = standing.isPresent;
     }
     return json;
 }
 
-t_Answer ListValues(CSession& session, const CEnumNameInfo& names,
-                    const IKWEnumPropertyBase* property)
+t_Answer ListValues(CSession& session, const CEnumNameInfo& names, const IDbProperty* property)
 {
     CTable table;
     table.Add({QString(), QStringLiteral("number"), QStringLiteral("serial"),
@@ -154,13 +167,13 @@ t_Answer t_EnumOptions::Run(CSession& session) const
         return ListValues(session, FindType(session, wanted), nullptr);
     }
     const auto property = session.FindProperty(wanted);
-    const auto handle = std::dynamic_pointer_cast<IKWEnumPropertyBase>(property->GetHandle());
-    if (!handle)
+    const CEnumNameInfo* const names = property->GetEnumNameInfo();
+    if (names == nullptr)
     {
         throw CFailure(eSTATUS_USAGE, QStringLiteral("%1 is of type %2, not an enumeration")
                                           .arg(wanted, property->GetTypeName()));
     }
-    return ListValues(session, handle->GetEnumNameInfo(), handle.get());
+    return ListValues(session, *names, property.get());
 }
 } // namespace
 

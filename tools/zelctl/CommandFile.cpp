@@ -150,6 +150,7 @@ t_Answer t_DiffOptions::Run(CSession& session) const
         throw CFailure(eSTATUS_USAGE,
                        QStringLiteral("\"diff\" is not possible between \"begin\" and \"commit\""));
     }
+    const CSession::CTrial trial(session);
     const CSnapshot before =
         second.empty() ? CSnapshot(session.GetTree()) : TakeSnapshot(session, first);
     const CSnapshot after = TakeSnapshot(session, second.empty() ? first : second);

@@ -11,7 +11,8 @@ namespace
 constexpr char kDescription[] =
     "Reads and writes the settings of the instrument: a tree of groups, in which every write runs\n"
     "the instrument's own rules. The state lives as long as the process and starts from the\n"
-    "defaults; --load and --save carry it from one call to the next.";
+    "defaults; --load and --save carry it from one call to the next. With --connect the same\n"
+    "commands work on the living tree of another process.";
 
 constexpr char kFooter[] =
     "Paths lead from the root to a node: Horizontal/Scale, Vertical/Channel[0]/Offset.\n"
@@ -30,6 +31,8 @@ constexpr char kFooter[] =
     "\"zelctl COMMAND --help\" explains a command.";
 
 constexpr char kSessionOnly[] = "\"%1\" works in scripts (zelctl run) and in the shell only";
+constexpr char kNothingBefore[] =
+    "\"%1\" works in scripts (zelctl run), in the shell, and on a living tree (--connect)";
 
 QStringList GetCommandNames(CLI::App& app)
 {
@@ -68,6 +71,8 @@ CCommandLine::CCommandLine(CSession& session, ePLACE place, const std::string& o
     AddFileCommands(m_app, m_run);
     AddEditCommands(m_app, m_run);
     AddCouplingCommands(m_app, m_run);
+    AddReplayCommands(m_app, m_run);
+    AddWatchCommand(m_app, m_run);
     AddCalcCommand(m_app, m_run);
     AddLabelsCommand(m_app, m_run);
     AddWaveCommand(m_app, m_run);
@@ -160,10 +165,23 @@ CFailure CCommandLine::Explain(const CLI::ParseError& error)
                                (nearest.isEmpty() ? help : DidYouMean(nearest))};
 }
 
+/** A private tree that has just been built has no step to take back. */
+void CCommandLine::RequireHistory() const
+{
+    const std::string name = m_app.get_subcommands().front()->get_name();
+    if (m_place == ePLACE::Process && !m_session.IsConnected() &&
+        (name == "undo" || name == "redo"))
+    {
+        throw CFailure(eSTATUS_USAGE, QString::fromLatin1(kNothingBefore).arg(ToText(name)));
+    }
+}
+
 t_Answer CCommandLine::Run()
 {
     const t_Style before = m_session.GetStyle();
     m_session.SetStyle(m_style);
+    RequireHistory();
+    m_session.Refresh();
     // A script reads its own lines with these declarations while it runs.
     const auto command = std::exchange(m_run.command, nullptr);
     try

@@ -33,6 +33,7 @@ public:
 
 private:
     void SendText(const char* command, const QString& text);
+    void RequireHistory() const;
     CFailure Explain(const CLI::ParseError& error);
 
     CSession& m_session;

@@ -29,7 +29,7 @@ constexpr char kFindFooter[] =
 /** Whether a node has each of the words in its name or meaning. */
 bool IsAbout(const IDbObject& node, const QStringList& words)
 {
-    const QString text = GetStep(node) + QLatin1Char('\n') + KW_GetMeaning(node);
+    const QString text = GetStep(node) + QLatin1Char('\n') + GetMeaning(node);
     return std::all_of(words.begin(), words.end(),
                        [&text](const QString& word)
                        { return text.contains(word, Qt::CaseInsensitive); });
@@ -171,9 +171,9 @@ t_Answer t_FindOptions::Run(CSession& session) const
                  const QString value = property == nullptr ? GetTypeText(*node)
                                                            : ShowValue(GetShownValue(*property),
                                                                        session.GetStyle().exact);
-                 table.Add({node->GetPath(), value, KW_GetMeaning(*node)});
+                 table.Add({node->GetPath(), value, GetMeaning(*node)});
                  QJsonObject found = ToJson(*node, false);
-                 found[QStringLiteral("meaning")] = KW_GetMeaning(*node);
+                 found[QStringLiteral("meaning")] = GetMeaning(*node);
                  json.append(found);
              });
     if (json.isEmpty())

@@ -4,7 +4,6 @@
 #include "Failure.h"
 
 #include <QJsonDocument>
-#include <QUrl>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -16,6 +15,14 @@
 namespace
 {
 constexpr int kPatienceSeconds = 60; ///< an operation is answered when it has ended
+
+constexpr char kHttp[] = "HTTP/1.";
+
+/** Whether what has come so far may be an answer of HTTP. */
+bool IsHttp(const QByteArray& bytes)
+{
+    return QByteArray(kHttp).startsWith(bytes.left(static_cast<int>(sizeof kHttp) - 1));
+}
 
 /** A connection that is closed when its use ends. */
 class CSocket
@@ -53,16 +60,17 @@ public:
         return true;
     }
 
-    /** All that comes until the other side closes; false where it does not. */
+    /** What comes until the other side closes, or until it can be no answer of HTTP; false where
+        nothing comes any more, and `errno` says why. */
     bool ReceiveAll(QByteArray& bytes) const
     {
         std::array<char, 65536> room{};
         ssize_t count = 0;
-        while ((count = ::recv(m_number, room.data(), room.size(), 0)) > 0)
+        while (IsHttp(bytes) && (count = ::recv(m_number, room.data(), room.size(), 0)) > 0)
         {
             bytes.append(room.data(), static_cast<int>(count));
         }
-        return count == 0;
+        return count >= 0;
     }
 
 private:
@@ -86,6 +94,26 @@ int PortSign(const QString& place)
     return isAddress || sign < place.indexOf(QLatin1Char(']')) ? -1 : static_cast<int>(sign);
 }
 
+/** What `errno` says of an exchange that came to no end. */
+const char* WhyNothingCame(int error)
+{
+    return error == EAGAIN || error == EWOULDBLOCK ? "nothing has come for a minute"
+                                                   : std::strerror(error);
+}
+
+/** Length that the head of an answer announces; -1 where it does not. */
+int LengthIn(const QByteArray& head)
+{
+    const QByteArray name = "\r\ncontent-length:";
+    const auto at = head.toLower().indexOf(name);
+    if (at < 0)
+    {
+        return -1;
+    }
+    const auto begin = at + name.size();
+    return head.mid(begin, head.indexOf("\r\n", begin) - begin).trimmed().toInt();
+}
+
 CFailure Unreachable(const QByteArray& host, const QByteArray& port, const char* why)
 {
     return CFailure(eSTATUS_USAGE, QStringLiteral("no answer from %1, port %2: %3")
@@ -106,23 +134,18 @@ CHttpClient::CHttpClient(const QString& place, QByteArray token) : m_token(std::
     m_port = sign < 0 ? QByteArray("5026") : place.mid(sign + 1).toUtf8();
 }
 
-QJsonObject CHttpClient::Get(const QString& path, const QString& detail) const
+COrderedJson CHttpClient::Get(const QByteArray& target) const
 {
-    QByteArray target = "/tree?path=" + QUrl::toPercentEncoding(path);
-    if (!detail.isEmpty())
-    {
-        target += "&detail=" + detail.toLatin1();
-    }
     return Ask("GET", target, {});
 }
 
-QJsonObject CHttpClient::Post(const char* target, const QJsonObject& body) const
+COrderedJson CHttpClient::Post(const char* target, const QJsonObject& body) const
 {
     return Ask("POST", target, QJsonDocument(body).toJson(QJsonDocument::Compact));
 }
 
-QJsonObject CHttpClient::Ask(const QByteArray& method, const QByteArray& target,
-                             const QByteArray& body) const
+COrderedJson CHttpClient::Ask(const QByteArray& method, const QByteArray& target,
+                              const QByteArray& body) const
 {
     QByteArray request = method + ' ' + target +
                          " HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n"
@@ -133,21 +156,41 @@ QJsonObject CHttpClient::Ask(const QByteArray& method, const QByteArray& target,
         request += "Authorization: Bearer " + m_token + "\r\n";
     }
     const QByteArray answer = Exchange(request + "\r\n" + body);
-    const int status = answer.mid(9, 3).toInt();
-    if (status == 401 || status == 403 || status == 421)
+    if (answer.isEmpty())
     {
-        throw CFailure(eSTATUS_USAGE,
-                       status == 401
-                           ? QStringLiteral("the service wants a token: --token-file FILE")
-                           : QStringLiteral("the service refuses to answer (%1)").arg(status));
+        throw Unreachable(m_host, m_port, "it hung up; is it the port of JSON (5026)?");
+    }
+    if (!answer.startsWith(kHttp))
+    {
+        throw Unreachable(m_host, m_port,
+                          "what came is no answer of the service; is it the port "
+                          "of JSON (5026)?");
     }
     const auto end = answer.indexOf("\r\n\r\n");
-    const QJsonDocument document = QJsonDocument::fromJson(answer.mid(static_cast<int>(end) + 4));
-    if (end < 0 || !document.isObject())
+    const int length = LengthIn(answer.left(static_cast<int>(end) + 2));
+    if (end < 0 || answer.size() - end - 4 < length)
+    {
+        throw Unreachable(m_host, m_port, "the connection was lost in the middle of an answer");
+    }
+    const int status = answer.mid(9, 3).toInt();
+    if (status == 401)
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       m_token.isEmpty()
+                           ? QStringLiteral("the service wants a token: --token-file FILE")
+                           : QStringLiteral("the service does not take this token"));
+    }
+    auto document = COrderedJson::Parse(answer.mid(static_cast<int>(end) + 4));
+    if (!document || !document->IsObject())
     {
         throw Unreachable(m_host, m_port, "what came is no answer of the service");
     }
-    return document.object();
+    if (status == 413 || status == 421)
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("the service refuses to answer: %1")
+                                          .arg((*document)["detail"].GetText()));
+    }
+    return std::move(*document);
 }
 
 QByteArray CHttpClient::Exchange(const QByteArray& request) const
@@ -174,9 +217,12 @@ QByteArray CHttpClient::Exchange(const QByteArray& request) const
     {
         throw Unreachable(m_host, m_port, std::strerror(refused));
     }
-    if (!socket.Send(request) || !socket.ReceiveAll(answer))
+    // Who refuses a request may have hung up before all of it was sent: the answer counts.
+    const bool isSent = socket.Send(request);
+    const bool isReceived = socket.ReceiveAll(answer);
+    if (answer.isEmpty() && !(isSent && isReceived))
     {
-        throw Unreachable(m_host, m_port, std::strerror(errno));
+        throw Unreachable(m_host, m_port, WhyNothingCame(errno));
     }
     return answer;
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "OrderedJson.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 
-/** Asks a service for the tree that it serves, one request after the other. */
+/** Asks a service for the tree that it serves, one request after the other. Each has a connection
+   of its own: a service that was started again answers the next one. */
 class CHttpClient
 {
 public:
@@ -14,13 +17,15 @@ public:
     CHttpClient(const QString& place, QByteArray token);
 
     /** The document that answers; fails where none comes, or the service refuses to answer. What
-       the tree refuses is a document with a code. */
-    QJsonObject Get(const QString& path, const QString& detail = {}) const;
-    QJsonObject Post(const char* target, const QJsonObject& body = {}) const;
+        the tree refuses is a document with a code. */
+    ///@{
+    COrderedJson Get(const QByteArray& target) const;
+    COrderedJson Post(const char* target, const QJsonObject& body = {}) const;
+    ///@}
 
 private:
-    QJsonObject Ask(const QByteArray& method, const QByteArray& target,
-                    const QByteArray& body) const;
+    COrderedJson Ask(const QByteArray& method, const QByteArray& target,
+                     const QByteArray& body) const;
     QByteArray Exchange(const QByteArray& request) const;
 
     QByteArray m_host;

@@ -32,7 +32,15 @@ constexpr char kLabelSaveFooter[] =
 std::shared_ptr<IKWFunctionLabelListSettings> FindLabels(CSession& session,
                                                          KW_ZEL_SERIALBUS_PROTOCOL protocol)
 {
-    const auto buses = dynamic_cast<IKWFunctionZEL&>(session.GetRoot()).GetPgSerialBus();
+    auto* const root = dynamic_cast<IKWFunctionZEL*>(&session.GetRoot());
+    if (root == nullptr)
+    {
+        throw CFailure(
+            eSTATUS_USAGE,
+            QStringLiteral("labels are put in a private tree alone: \"--save\" that, and "
+                           "\"recall\" the file in the living one"));
+    }
+    const auto buses = root->GetPgSerialBus();
     switch (protocol)
     {
     case eKW_ZEL_SERIALBUS_PROTOCOL_CAN:
@@ -106,6 +114,7 @@ struct t_LabelSaveOptions
 
     t_Answer Run(CSession& session) const
     {
+        const CSession::CTrial copy(session);
         const auto labels = FindLabels(session, ReadBus(bus));
         CLabelFindings findings(session);
         KW_LabelList list;

@@ -58,13 +58,13 @@ bool IsNumber(const QString& type)
 CFailure NotRead(const IDbProperty& property, const QString& written)
 {
     const QString path = property.GetPath();
-    const QString shown = KW_IsSecret(property) ? KW_GetSecretText() : written;
+    const QString shown = IsSecret(property) ? KW_GetSecretText() : written;
     QString number;
     if (KW_IsAccepted(KW_ParseNumber(written, property.GetUnitCode(), number)))
     {
         return {eSTATUS_USAGE,
                 QStringLiteral("%1 takes whole numbers (%2), not %3")
-                    .arg(path, property.GetTypeName(), KW_IsSecret(property) ? shown : number)};
+                    .arg(path, property.GetTypeName(), IsSecret(property) ? shown : number)};
     }
     return NoNumber(shown, property.GetUnitCode(), path);
 }
@@ -105,22 +105,16 @@ QString DescribeSelectable(const IDbProperty& property, bool exact)
                      QStringList(values.mid(0, kMostTexts)).join(QLatin1String(", ")) + more;
 }
 
-QString DescribeLength(IKWPropertyBase* handle)
+QString DescribeLength(const IDbProperty& property)
 {
-    const QString text = QStringLiteral("at most %1 %2");
-    if (const auto* const string = dynamic_cast<IKWStringProperty*>(handle))
-    {
-        return text.arg(string->GetMaxLength()).arg(QLatin1String("characters"));
-    }
-    if (const auto* const pattern = dynamic_cast<IKWBitPatternProperty*>(handle))
-    {
-        return text.arg(pattern->GetMaxLength()).arg(QLatin1String("bits"));
-    }
-    if (const auto* const blob = dynamic_cast<IKWBlobProperty*>(handle))
-    {
-        return text.arg(blob->GetMaxSize()).arg(QLatin1String("bytes"));
-    }
-    return {};
+    const INT32 most = GetMostLength(property);
+    const QString type = property.GetTypeName();
+    return most == 0 ? QString()
+                     : QStringLiteral("at most %1 %2")
+                           .arg(most)
+                           .arg(QLatin1String(type == QLatin1String("bitpattern") ? "bits"
+                                              : type == QLatin1String("blob")     ? "bytes"
+                                                                                  : "characters"));
 }
 
 QString DescribeForm(const IDbProperty& property, bool exact)
@@ -134,17 +128,17 @@ QString DescribeForm(const IDbProperty& property, bool exact)
     {
         return QStringLiteral("bytes are written in base 64");
     }
-    if (const QString form = KW_GetFormText(property); !form.isEmpty())
+    if (const QString form = GetFormText(property); !form.isEmpty())
     {
         return QStringLiteral("allowed: ") + form;
     }
     return DescribeRange(property, exact);
 }
 
-QString DescribeFile(IKWPropertyBase* handle)
+QString DescribeFile(const IDbProperty& property)
 {
-    const auto* const file = dynamic_cast<IKWFilePathProperty*>(handle);
-    return file == nullptr
+    const auto file = GetFileForm(property);
+    return !file
                ? QString()
                : QStringLiteral("a file in \"%1\" that ends in .%2")
                      .arg(file->GetFolder(), file->GetOpenExtensions().join(QLatin1String(", .")));
@@ -166,8 +160,8 @@ void AddProperty(QJsonObject& json, const IDbProperty& property, bool full)
     const auto other = [&](const QString& text) {
         return text.isEmpty() ? QJsonValue() : ToJsonValue({text, value.type, value.unit});
     };
-    json[QStringLiteral("meaning")] = KW_GetMeaning(property);
-    json[QStringLiteral("userValue")] = other(KW_GetUserValueText(property).text);
+    json[QStringLiteral("meaning")] = GetMeaning(property);
+    json[QStringLiteral("userValue")] = other(GetUserValueText(property).text);
     json[QStringLiteral("default")] =
         ToJsonValue({property.GetDefaultText(), value.type, value.unit});
     json[QStringLiteral("minimum")] = other(property.GetMinText());
@@ -208,7 +202,6 @@ QString ReadValue(const IDbProperty& property, const QString& written)
 
 QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exact)
 {
-    const auto handle = const_cast<IDbProperty&>(property).GetHandle();
     switch (code)
     {
     case eKW_ACC_BELOW_MINIMUM:
@@ -223,9 +216,9 @@ QString DescribeLimits(const IDbProperty& property, KW_ACCEPTANCE code, bool exa
     case eKW_ACC_AMBIGUOUS_NAME:
         return DescribeSelectable(property, exact);
     case eKW_ACC_TOO_LONG:
-        return DescribeLength(handle.get());
+        return DescribeLength(property);
     case eKW_ACC_BAD_NAME:
-        return DescribeFile(handle.get());
+        return DescribeFile(property);
     case eKW_ACC_NOT_FOUND:
         return QStringLiteral("a reference takes the path of an item of an array or map");
     case eKW_ACC_READ_ONLY:
@@ -290,9 +283,9 @@ QStringList GetInfoLines(const IDbProperty& property, bool exact)
     {
         selectable.append(shown(text));
     }
-    row("meaning", KW_GetMeaning(property));
+    row("meaning", GetMeaning(property));
     row("value", ShowValue(value, exact));
-    row("user's value", shown(KW_GetUserValueText(property).text));
+    row("user's value", shown(GetUserValueText(property).text));
     row("default", shown(property.GetDefaultText()));
     row("minimum", shown(property.GetMinText()));
     row("maximum", shown(property.GetMaxText()));

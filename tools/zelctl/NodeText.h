@@ -2,7 +2,7 @@
 #pragma once
 
 #include "IDbObject.h"
-#include "KWTexts.h"
+#include "NodeFacts.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -12,7 +12,7 @@ using t_ShownValue = KW_ValueText;
 
 inline t_ShownValue GetShownValue(const IDbProperty& property)
 {
-    return KW_GetValueText(property);
+    return GetValueText(property);
 }
 
 inline QString ShowValue(const t_ShownValue& value, bool exact)

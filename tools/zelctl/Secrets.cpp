@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Secrets.h"
 
-#include "KWTexts.h"
 #include "NearestNames.h"
+#include "NodeFacts.h"
 #include "TreeWalk.h"
 
 #include <QRegularExpression>
@@ -16,7 +16,7 @@ QStringList GetSecretPaths(IDbGroup& tree)
     WalkTree(tree, 0,
              [&paths](const std::shared_ptr<IDbObject>& node, int)
              {
-                 if (KW_IsSecret(*node))
+                 if (IsSecret(*node))
                  {
                      paths.append(node->GetPath());
                  }
@@ -54,7 +54,7 @@ QString WithoutSecrets(CSession& session, const QString& line)
                                      word.chop(1);
                                  }
                                  const auto node = session.GetTree().Find(word);
-                                 return node && KW_IsSecret(*node);
+                                 return node && IsSecret(*node);
                              });
     return end < 0 ? line : line.left(end) + QLatin1Char(' ') + KW_GetSecretText();
 }

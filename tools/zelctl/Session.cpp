@@ -4,6 +4,7 @@
 #include "AcceptanceNames.h"
 #include "CommandLine.h"
 #include "IKWFunctionZEL.h"
+#include "LivingTree.h"
 #include "NearestNames.h"
 #include "TreeWalk.h"
 #include "TreeWatch.h"
@@ -48,10 +49,45 @@ IKWFunctionRootBase& CSession::GetRoot()
 {
     if (!m_root)
     {
-        m_root = GetZELRoot();
-        m_tree = m_root->GetDbObject();
+        Enter(GetZELRoot());
     }
     return *m_root;
+}
+
+void CSession::Enter(std::shared_ptr<IKWFunctionRootBase> root)
+{
+    m_root = std::move(root);
+    m_tree = m_root->GetDbObject();
+}
+
+void CSession::Connect(const QString& place, const QByteArray& token)
+{
+    m_living = std::make_shared<CLivingTree>(CHttpClient(place, token));
+    Enter(m_living);
+}
+
+void CSession::Refresh()
+{
+    if (m_living)
+    {
+        m_living->Forget();
+    }
+}
+
+CSession::CTrial::CTrial(CSession& session) : m_session(session), m_root(session.m_root)
+{
+    if (session.m_living)
+    {
+        session.Enter(session.m_living->MakeCopy());
+    }
+}
+
+CSession::CTrial::~CTrial()
+{
+    if (m_session.m_living)
+    {
+        m_session.Enter(m_root);
+    }
 }
 
 IDbGroup& CSession::GetTree()

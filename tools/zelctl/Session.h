@@ -26,6 +26,7 @@ struct t_Answer
 };
 
 class CCommandLines;
+class CLivingTree;
 class CTreeWatch;
 
 /** The tree and everything else that commands of one process share. */
@@ -37,6 +38,28 @@ public:
     ~CSession();
     CSession(const CSession&) = delete;
     CSession& operator=(const CSession&) = delete;
+
+    /** From now on commands work on the living tree of another process, "HOST[:PORT]". Fails where
+        none answers. */
+    void Connect(const QString& place, const QByteArray& token);
+    bool IsConnected() const { return m_living != nullptr; }
+    /** Others write in a living tree: what was read of it before may have changed. */
+    void Refresh();
+
+    /** While one lives, commands work on a tree of this process that has the settings of the living
+        one: what is tried out is seen by nobody. Without a connection it does nothing. */
+    class CTrial
+    {
+    public:
+        explicit CTrial(CSession& session);
+        ~CTrial();
+        CTrial(const CTrial&) = delete;
+        CTrial& operator=(const CTrial&) = delete;
+
+    private:
+        CSession& m_session;
+        std::shared_ptr<IKWFunctionRootBase> m_root;
+    };
 
     /** The instrument's root; built at the first call, so that commands without a tree are quick.
      */
@@ -72,6 +95,9 @@ private:
 
     COutput& m_output;
     t_Style m_style;
+    void Enter(std::shared_ptr<IKWFunctionRootBase> root);
+
+    std::shared_ptr<CLivingTree> m_living; ///< null without a connection
     std::shared_ptr<IKWFunctionRootBase> m_root;
     std::shared_ptr<IDbGroup> m_tree;
     std::unique_ptr<CTreeWatch> m_watch;

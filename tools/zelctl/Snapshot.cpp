@@ -191,7 +191,12 @@ QJsonValue GetJsonSide(const t_NodeState& state, eCHANGE kind)
 
 CSnapshot::CSnapshot(IDbGroup& root)
 {
-    WalkTree(root, 0,
+    AddAllBelow(root);
+}
+
+void CSnapshot::AddAllBelow(IDbGroup& group)
+{
+    WalkTree(group, 0,
              [this](const std::shared_ptr<IDbObject>& node, int)
              {
                  if (dynamic_cast<const IDbAction*>(node.get()) == nullptr)

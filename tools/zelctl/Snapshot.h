@@ -30,6 +30,8 @@ class CSnapshot
 public:
     CSnapshot() = default;
     explicit CSnapshot(IDbGroup& root);
+    /** Everything below a group, in the order of the tree. */
+    void AddAllBelow(IDbGroup& group);
     /** Members follow their group. */
     void Add(t_NodeState state);
 

@@ -1,21 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
-#include "Connect.h"
 #include "Script.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <clocale>
 
 namespace
 {
-/** Options of the whole process: what it starts from and what it leaves. */
+/** Options of the whole process: which tree it works on, what that starts from and what it leaves.
+ */
 struct t_Files
 {
+    std::string place;
+    std::string token;
     std::string load;
     std::string save;
 
     void Declare(CLI::App& app)
     {
+        app.add_option(
+               "--connect", place,
+               "Work on the living tree that another process serves; port 5026 unless given")
+            ->type_name("HOST[:PORT]");
+        app.add_option("--token-file", token, "File with the token that the service wants")
+            ->type_name("FILE");
         app.add_option("--load", load, "Recall this settings file first")->type_name("FILE");
         app.add_option("--save", save,
                        "Save the settings to this file at the end, unless the "
@@ -24,9 +33,28 @@ struct t_Files
     }
 };
 
+QByteArray ReadToken(const std::string& fileName)
+{
+    if (fileName.empty())
+    {
+        return {};
+    }
+    QFile file(ToText(fileName));
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("can not read the token \"%1\": %2")
+                                          .arg(file.fileName(), file.errorString()));
+    }
+    return file.readLine(4096).trimmed();
+}
+
 t_Answer RunProcess(CSession& session, CCommandLine& line, const t_Files& files)
 {
     session.SetStyle(line.GetStyle());
+    if (!files.place.empty())
+    {
+        session.Connect(ToText(files.place), ReadToken(files.token));
+    }
     if (!files.load.empty())
     {
         Require(session.GetRoot().Recall(ToText(files.load)),
@@ -58,18 +86,11 @@ eSTATUS Run(CSession& session, const std::vector<std::string>& words)
     try
     {
         RequireUtf8(words);
-        if (IsConnected(words))
-        {
-            return RunConnected(session, words).status;
-        }
         return line.Parse(words) ? RunProcess(session, line, files).status : eSTATUS_OK;
     }
     catch (const CFailure& failure)
     {
-        if (!IsConnected(words))
-        {
-            session.SetStyle(line.GetStyle());
-        }
+        session.SetStyle(line.GetStyle());
         ShowFailure(session, failure);
         return failure.GetStatus();
     }

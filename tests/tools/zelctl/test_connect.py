@@ -54,7 +54,7 @@ class ConnectTest(unittest.TestCase):
         place = self.serve()
         self.assertIn("code 3 ABOVE_MAXIMUM",
                       self.run_zelctl(place, "set", "Horizontal/Scale", "1e99", status=1))
-        self.assertIn("not found", self.run_zelctl(place, "get", "Nowhere", status=2))
+        self.assertIn('no node "Nowhere"', self.run_zelctl(place, "get", "Nowhere", status=2))
         self.assertIn("asked 1.3 ms, stands 2 ms",
                       self.run_zelctl(place, "set", "Horizontal/AcquisitionTime", "1.3 ms"))
         self.assertIn("--help", self.run_zelctl(place, "sing", status=2))
@@ -80,7 +80,7 @@ class ConnectTest(unittest.TestCase):
             if watch.poll() is not None:
                 break
         shown = watch.communicate(timeout=20)[0]
-        self.assertTrue(re.fullmatch(r"Horizontal/Scale = [12] ms/div\n", shown), shown)
+        self.assertTrue(re.fullmatch(r"Horizontal/Scale: [12] ms/div → [12] ms/div\n", shown), shown)
 
 
 if __name__ == "__main__":
