@@ -45,6 +45,10 @@ std::span<const CJsonService::t_Route> CJsonService::Routes()
          "Saves the user's settings in the settings folder", "", "File", "Code"},
         {"POST", "/recall", true, false, &CJsonService::Recall,
          "Recalls the user's settings from the settings folder", "", "File", "Code"},
+        {"GET", "/settings", false, false, &CJsonService::GetSettings,
+         "The user's settings as a file of them is written", "format", nullptr, "Settings"},
+        {"POST", "/settings", true, false, &CJsonService::PutSettings,
+         "Recalls the user's settings from the text of a file", "", "SettingsFile", "Code"},
     };
     return kRoutes;
 }
@@ -112,12 +116,18 @@ QByteArray CJsonService::Describe()
     json.Key("version").Text(QStringLiteral("1"));
     json.EndObject();
     json.Key("paths").BeginObject();
+    QByteArray path;
     for (const t_Route& route : Routes())
     {
-        json.Key(route.path).BeginObject();
+        if (path != route.path) // methods of one path stand together
+        {
+            path.isEmpty() ? void() : json.EndObject();
+            json.Key(route.path).BeginObject();
+            path = route.path;
+        }
         DescribeRoute(json, route);
-        json.EndObject();
     }
+    json.EndObject();
     json.EndObject();
     json.Key("components").Raw(NJson::Components());
     json.EndObject();

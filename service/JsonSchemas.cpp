@@ -11,7 +11,9 @@ constexpr char kSchemaParameters[] = R"({
 "depth":{"name":"depth","in":"query","schema":{"type":"integer","minimum":0},
  "description":"Levels of members; all when left out"},
 "detail":{"name":"detail","in":"query","schema":{"enum":["state","full"]},
- "description":"full adds what seldom changes: meaning, default, names, values"}})";
+ "description":"full adds what seldom changes: meaning, default, names, values"},
+"format":{"name":"format","in":"query","required":true,"schema":{"enum":["xml","csv"]},
+ "description":"Format of the file"}})";
 
 /** Values: whole numbers beyond 2^53 are texts, numbers that are not finite are null. */
 constexpr char kSchemaValue[] = R"({"type":["number","string","null"],
@@ -170,6 +172,12 @@ constexpr char kSchemaPreset[] = R"({"type":"object","properties":{"factory":)" 
 constexpr char kSchemaFile[] =
     R"({"type":"object","required":["file"],"properties":{"file":{"type":"string",)"
     R"("description":"A name without a path that ends in .xml or .csv"}}})";
+constexpr char kSchemaSettings[] =
+    R"({"type":"object","additionalProperties":false,"required":["settings"],)"
+    R"("properties":{"settings":)" KW_TEXT "}}";
+constexpr char kSchemaSettingsFile[] =
+    R"({"type":"object","required":["settings","format"],"properties":{"settings":)" KW_TEXT
+    R"(,"format":{"enum":["xml","csv"]}}})";
 constexpr char kSchemaDescription[] = R"({"type":"object","required":["openapi","paths"]})";
 
 struct t_Schema
@@ -209,6 +217,8 @@ QByteArray NJson::Components()
                                          {"Path", kSchemaPath},
                                          {"Preset", kSchemaPreset},
                                          {"File", kSchemaFile},
+                                         {"Settings", kSchemaSettings},
+                                         {"SettingsFile", kSchemaSettingsFile},
                                          {"Description", kSchemaDescription}})
     {
         schemas +=

@@ -51,20 +51,10 @@ int StatusOf(KW_ACCEPTANCE code)
     }
 }
 
-/** An answer that is a code alone. */
-t_JsonAnswer AnswerCode(KW_ACCEPTANCE code, const QString& detail = {})
-{
-    CJsonWriter json;
-    json.BeginObject();
-    NJson::AddCode(json, code, detail);
-    json.EndObject();
-    return {StatusOf(code), json.GetText()};
-}
-
 t_JsonAnswer Missing(const QString& path)
 {
-    return AnswerCode(eKW_ACC_NOT_FOUND,
-                      QStringLiteral("no node \"%1\"").arg(path.left(kLongestText)));
+    return CJsonService::AnswerCode(eKW_ACC_NOT_FOUND,
+                                    QStringLiteral("no node \"%1\"").arg(path.left(kLongestText)));
 }
 
 t_JsonAnswer WrongBody(const QString& detail)
@@ -133,6 +123,15 @@ QString CJsonService::t_Call::Path() const
         path.chop(1);
     }
     return path;
+}
+
+t_JsonAnswer CJsonService::AnswerCode(KW_ACCEPTANCE code, const QString& detail)
+{
+    CJsonWriter json;
+    json.BeginObject();
+    NJson::AddCode(json, code, detail);
+    json.EndObject();
+    return {StatusOf(code), json.GetText()};
 }
 
 t_JsonAnswer CJsonService::Refuse(int status, KW_ACCEPTANCE code, const QString& detail)

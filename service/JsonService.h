@@ -56,6 +56,8 @@ public:
     static QByteArray Describe();
     /** The answer to what could not be understood. */
     static t_JsonAnswer Refuse(int status, KW_ACCEPTANCE code, const QString& detail);
+    /** An answer that is a code alone, with the status that belongs to it. */
+    static t_JsonAnswer AnswerCode(KW_ACCEPTANCE code, const QString& detail = {});
 
 private:
     /** A request that was found in the table. */
@@ -99,6 +101,8 @@ private:
     t_JsonAnswer Preset(const t_Call& call) const;
     t_JsonAnswer Save(const t_Call& call) const;
     t_JsonAnswer Recall(const t_Call& call) const;
+    t_JsonAnswer GetSettings(const t_Call& call) const;
+    t_JsonAnswer PutSettings(const t_Call& call) const;
 
     std::shared_ptr<IDbGroup> Top() const { return m_root->GetDbObject(); }
     /** The settings file that a request names; empty, and why, when it names none such. */

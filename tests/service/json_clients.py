@@ -96,6 +96,8 @@ REQUESTS = [
     ("post", "/items", {"path": MARKERS, "do": "remove", "key": "99"}),
     ("post", "/undo", {}), ("post", "/redo", {}), ("post", "/redo", {}), ("post", "/preset", {}),
     ("post", "/save", {"file": "a.xml"}), ("post", "/save", {"file": "../a.xml"}),
+    ("get", "/settings?format=csv", None), ("get", "/settings?format=pdf", None),
+    ("post", "/settings", {"format": "csv", "settings": "?"}),
     ("post", "/recall", {"file": "a.xml"}), ("post", "/recall", {"file": "none.xml"}),
 ]
 
