@@ -285,7 +285,7 @@ TEST_F(JsonRequests, ReadOnlyServiceWrites)
             ++refused;
         }
     }
-    EXPECT_EQ(refused, 8);
+    EXPECT_EQ(refused, 9);
 }
 
 TEST_F(JsonRequests, GarbageEndsTheService)

@@ -174,44 +174,82 @@ QStringList CompleteLabels(CSession& session, const std::vector<std::string>& wo
     return isMessage ? CompleteMessage(last) : CompleteFile(word);
 }
 
+/** Options of the whole process that take a word. */
 bool TakesFile(const std::string& option)
 {
-    return option == "--load" || option == "--save";
+    return option == "--load" || option == "--save" || option == "--token-file";
 }
 
-/** Takes away the options of the whole process that stand before the command. True when the next
-    word is the file of one of them. */
-bool SkipOptions(std::vector<std::string>& words)
+bool TakesWord(const std::string& option)
 {
+    return TakesFile(option) || option == "--connect";
+}
+
+/** What stands before the command. */
+struct t_Before
+{
+    std::string open; ///< the option whose word comes next; empty without one
+    std::string place;
+    std::string tokenFile;
+};
+
+/** Takes away the options of the whole process that stand before the command. */
+t_Before SkipOptions(std::vector<std::string>& words)
+{
+    t_Before before;
     while (!words.empty() && words.front().rfind('-', 0) == 0)
     {
-        if (TakesFile(words.front()) && words.size() == 1)
+        const std::string option = words.front();
+        if (TakesWord(option) && words.size() == 1)
         {
-            return true;
+            before.open = option;
+            return before;
         }
-        words.erase(words.begin(), words.begin() + (TakesFile(words.front()) ? 2 : 1));
+        before.place = option == "--connect" ? words[1] : before.place;
+        before.tokenFile = option == "--token-file" ? words[1] : before.tokenFile;
+        words.erase(words.begin(), words.begin() + (TakesWord(option) ? 2 : 1));
     }
-    return false;
+    return before;
 }
 
 QStringList GetProcessOptions(CSession& session)
 {
     CCommandLine line(session, CCommandLine::ePLACE::Process);
     return GetOptions(line.GetApp()) +
-           Ended({QStringLiteral("--load"), QStringLiteral("--save"), QStringLiteral("--version")});
+           Ended({QStringLiteral("--connect"), QStringLiteral("--token-file"),
+                  QStringLiteral("--load"), QStringLiteral("--save"), QStringLiteral("--version")});
+}
+
+/** Candidates for a word that stands before the command of a process; nothing behind that. A tree
+    that the options name is the one whose paths are completed. */
+std::optional<QStringList> CompleteBefore(CSession& session, std::vector<std::string>& words,
+                                          const QString& word)
+{
+    const t_Before before = SkipOptions(words);
+    if (!before.open.empty())
+    {
+        return TakesFile(before.open) ? CompleteFile(word) : QStringList();
+    }
+    if (words.empty() && word.startsWith(QLatin1Char('-')))
+    {
+        return GetProcessOptions(session);
+    }
+    if (!before.place.empty() && !words.empty())
+    {
+        session.Connect(ToText(before.place), ToText(before.tokenFile));
+    }
+    return std::nullopt;
 }
 
 QStringList GetCandidates(CSession& session, std::vector<std::string> words, const QString& word,
                           CCommandLine::ePLACE place)
 {
-    if (place == CCommandLine::ePLACE::Process && SkipOptions(words))
+    if (place == CCommandLine::ePLACE::Process)
     {
-        return CompleteFile(word);
-    }
-    if (place == CCommandLine::ePLACE::Process && words.empty() &&
-        word.startsWith(QLatin1Char('-')))
-    {
-        return GetProcessOptions(session);
+        if (const auto before = CompleteBefore(session, words, word))
+        {
+            return *before;
+        }
     }
     if (words.size() >= 2 && words.front() == "expect")
     {
@@ -254,6 +292,7 @@ QStringList GetCandidates(CSession& session, std::vector<std::string> words, con
 
 t_Completion Complete(CSession& session, const QString& line, CCommandLine::ePLACE place)
 {
+    session.Refresh();
     t_Completion completion;
     completion.begin = static_cast<int>(line.lastIndexOf(QLatin1Char(' '))) + 1;
     const QString word = line.mid(completion.begin);

@@ -27,7 +27,8 @@ CFailure RefuseWrite(const IDbProperty& property, const t_WriteRequest& request,
 
 QString ShowStep(const t_ShownValue& before, const t_ShownValue& after, bool exact)
 {
-    return before.text == after.text
+    // Of a secret nobody learns whether it was the same.
+    return before.text == after.text && !after.secret
                ? ShowValue(after, exact) + QStringLiteral(" (unchanged)")
                : ShowValue(before, exact) + QStringLiteral(" → ") + ShowValue(after, exact);
 }

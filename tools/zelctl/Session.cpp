@@ -9,6 +9,7 @@
 #include "TreeWalk.h"
 #include "TreeWatch.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <algorithm>
 #include <utility>
@@ -28,6 +29,21 @@ std::shared_ptr<IDbObject> FindStart(IDbGroup& tree, const QString& path, QStrin
     }
     rest = path.mid(end);
     return node;
+}
+
+QByteArray ReadToken(const QString& fileName)
+{
+    if (fileName.isEmpty())
+    {
+        return {};
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        throw CFailure(eSTATUS_USAGE, QStringLiteral("can not read the token \"%1\": %2")
+                                          .arg(file.fileName(), file.errorString()));
+    }
+    return file.readLine(4096).trimmed();
 }
 
 } // namespace
@@ -60,9 +76,9 @@ void CSession::Enter(std::shared_ptr<IKWFunctionRootBase> root)
     m_tree = m_root->GetDbObject();
 }
 
-void CSession::Connect(const QString& place, const QByteArray& token)
+void CSession::Connect(const QString& place, const QString& tokenFile)
 {
-    m_living = std::make_shared<CLivingTree>(CHttpClient(place, token));
+    m_living = std::make_shared<CLivingTree>(CHttpClient(place, ReadToken(tokenFile)));
     Enter(m_living);
 }
 

@@ -39,9 +39,9 @@ public:
     CSession(const CSession&) = delete;
     CSession& operator=(const CSession&) = delete;
 
-    /** From now on commands work on the living tree of another process, "HOST[:PORT]". Fails where
-        none answers. */
-    void Connect(const QString& place, const QByteArray& token);
+    /** From now on commands work on the living tree of another process, "HOST[:PORT]". The file
+        holds the token that its service wants, if it does. Fails where none answers. */
+    void Connect(const QString& place, const QString& tokenFile);
     bool IsConnected() const { return m_living != nullptr; }
     /** Others write in a living tree: what was read of it before may have changed. */
     void Refresh();

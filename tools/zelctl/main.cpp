@@ -3,7 +3,6 @@
 #include "Script.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <clocale>
 
 namespace
@@ -33,27 +32,12 @@ struct t_Files
     }
 };
 
-QByteArray ReadToken(const std::string& fileName)
-{
-    if (fileName.empty())
-    {
-        return {};
-    }
-    QFile file(ToText(fileName));
-    if (!file.open(QIODevice::ReadOnly))
-    {
-        throw CFailure(eSTATUS_USAGE, QStringLiteral("can not read the token \"%1\": %2")
-                                          .arg(file.fileName(), file.errorString()));
-    }
-    return file.readLine(4096).trimmed();
-}
-
 t_Answer RunProcess(CSession& session, CCommandLine& line, const t_Files& files)
 {
     session.SetStyle(line.GetStyle());
     if (!files.place.empty())
     {
-        session.Connect(ToText(files.place), ReadToken(files.token));
+        session.Connect(ToText(files.place), ToText(files.token));
     }
     if (!files.load.empty())
     {

@@ -177,7 +177,7 @@ class Shell(unittest.TestCase):
         script = """source "$1/tools/zelctl/zelctl.bash"
             COMP_LINE=$3 COMP_POINT=${#3} COMP_WORDS=("$2")
             _zelctl; printf '%s|' "${COMPREPLY[@]}" """
-        for typed, wanted in [("zelctl re", "recall |remove |rename |reset |"),
+        for typed, wanted in [("zelctl re", "recall |redo |remove |rename |reset |"),
                               ("zelctl --load x.xml get Zoo", "Zoom/|"),
                               ("zelctl get Vertical/Chan", "Vertical/Channel[|"),
                               ("zelctl set Trigger/Type run", "RUNT |"),
