@@ -37,7 +37,7 @@ t_Properties GetMoved(IDbGroup& group)
              {
                  const auto property = std::dynamic_pointer_cast<IDbProperty>(node);
                  if (property && property->GetObjectType() != eOBJECTTYPE_RESULT &&
-                     property->GetText() != property->GetDefaultText())
+                     !IsAtDefault(*property))
                  {
                      moved.push_back(property);
                  }
@@ -98,9 +98,20 @@ KW_ACCEPTANCE ResetInOneStep(CSession& session, IDbGroup& group, const QString& 
         return ResetAll(group);
     }
     session.Begin(request);
-    const KW_ACCEPTANCE code = ResetAll(group);
-    session.End(KW_IsAccepted(code));
-    return code;
+    try
+    {
+        const KW_ACCEPTANCE code = ResetAll(group);
+        const KW_ACCEPTANCE ended = session.End(KW_IsAccepted(code));
+        return KW_IsAccepted(ended) ? code : ended;
+    }
+    catch (const CFailure&)
+    {
+        if (session.IsInTransaction()) // a living tree was lost
+        {
+            session.End(false);
+        }
+        throw;
+    }
 }
 
 t_Answer ResetGroup(CSession& session, IDbGroup& group, bool trace)

@@ -16,6 +16,7 @@ namespace
 {
 constexpr int kPatienceSeconds = 60; ///< an operation is answered when it has ended
 
+constexpr int kLongestAnswer = 256 << 20; ///< a hundred times the largest that a service gives
 constexpr char kHttp[] = "HTTP/1.";
 
 /** Whether what has come so far may be an answer of HTTP. */
@@ -66,7 +67,8 @@ public:
     {
         std::array<char, 65536> room{};
         ssize_t count = 0;
-        while (IsHttp(bytes) && (count = ::recv(m_number, room.data(), room.size(), 0)) > 0)
+        while (IsHttp(bytes) && bytes.size() < kLongestAnswer &&
+               (count = ::recv(m_number, room.data(), room.size(), 0)) > 0)
         {
             bytes.append(room.data(), static_cast<int>(count));
         }

@@ -32,15 +32,7 @@ constexpr char kLabelSaveFooter[] =
 std::shared_ptr<IKWFunctionLabelListSettings> FindLabels(CSession& session,
                                                          KW_ZEL_SERIALBUS_PROTOCOL protocol)
 {
-    auto* const root = dynamic_cast<IKWFunctionZEL*>(&session.GetRoot());
-    if (root == nullptr)
-    {
-        throw CFailure(
-            eSTATUS_USAGE,
-            QStringLiteral("labels are put in a private tree alone: \"--save\" that, and "
-                           "\"recall\" the file in the living one"));
-    }
-    const auto buses = root->GetPgSerialBus();
+    const auto buses = dynamic_cast<IKWFunctionZEL&>(session.GetRoot()).GetPgSerialBus();
     switch (protocol)
     {
     case eKW_ZEL_SERIALBUS_PROTOCOL_CAN:
@@ -82,6 +74,7 @@ struct t_LabelLoadOptions
         CLabelFindings findings(session);
         const KW_LabelList list = findings.Require(file, skipsBad);
         const KW_ZEL_SERIALBUS_PROTOCOL wanted = bus.empty() ? list.protocol : ReadBus(bus);
+        const CSession::CTrial copy(session);
         const auto labels = FindLabels(session, wanted);
         if (wanted != list.protocol)
         {
@@ -93,6 +86,7 @@ struct t_LabelLoadOptions
         const KW_ACCEPTANCE code = KW_PutLabels(*labels, list, reports);
         findings.Require(code, ToText(file), reports);
         const QString path = labels->GetDbObject()->GetPath();
+        Require(copy.Keep(path), path);
         CReply reply(session, QStringLiteral("labels load"));
         reply.Line(QStringLiteral("loaded %1: %2 → %3").arg(ToText(file), GetSizeText(list), path))
             .Field("file", ToText(file))

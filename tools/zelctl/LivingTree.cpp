@@ -11,6 +11,8 @@
 #include <QSaveFile>
 #include <QTemporaryFile>
 #include <QUrl>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 namespace
 {
@@ -26,6 +28,40 @@ KW_ACCEPTANCE CodeOf(const COrderedJson& answer)
 bool IsCsv(const QString& fileName)
 {
     return fileName.endsWith(QLatin1String(".csv"));
+}
+
+/** Of a settings file in XML the branch of one group; the names of the elements are its path. */
+QString GetBranch(const QByteArray& settings, const QString& path)
+{
+    const QString wanted = path + QLatin1Char('/');
+    QString branch;
+    QXmlStreamReader from(settings);
+    QXmlStreamWriter to(&branch);
+    QStringList place; // names of the open elements: of the document, of the root, and so on
+    while (!from.atEnd())
+    {
+        const auto token = from.readNext();
+        const bool isStart = token == QXmlStreamReader::StartElement;
+        if (!isStart && token != QXmlStreamReader::EndElement)
+        {
+            continue;
+        }
+        if (isStart)
+        {
+            place.append(from.attributes().value(QLatin1String("Name")).toString());
+        }
+        const QString at = QStringList(place.mid(2)).join(QLatin1Char('/')) + QLatin1Char('/');
+        const bool isWhole = from.name() == QLatin1String("Digest"); // of all that was saved
+        if (!isWhole && (place.size() <= 2 || wanted.startsWith(at) || at.startsWith(wanted)))
+        {
+            to.writeCurrentToken(from);
+        }
+        if (!isStart)
+        {
+            place.removeLast();
+        }
+    }
+    return branch;
 }
 
 /** Settings that no file holds. */
@@ -328,4 +364,20 @@ std::shared_ptr<IKWFunctionRootBase> CLivingTree::MakeCopy()
     copy.EnableHistory(false); // forgets these steps
     copy.EnableHistory(true);
     return m_private;
+}
+
+KW_ACCEPTANCE CLivingTree::TakeFromCopy(const QString& path)
+{
+    QTemporaryFile file;
+    const KW_ACCEPTANCE code = file.open() ? GetPrivate().Save(file.fileName())
+                                           : static_cast<KW_ACCEPTANCE>(eKW_ACC_FILE_NOT_WRITABLE);
+    if (!KW_IsAccepted(code))
+    {
+        return code;
+    }
+    QFile saved(file.fileName()); // a new one has taken its name
+    const QString branch =
+        saved.open(QIODevice::ReadOnly) ? GetBranch(saved.readAll(), path) : QString();
+    return Act("/settings", {{QStringLiteral("settings"), branch},
+                             {QStringLiteral("format"), QStringLiteral("xml")}});
 }

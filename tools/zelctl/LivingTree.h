@@ -46,6 +46,8 @@ public:
     const CEnumNameInfo* FindNames(const QString& type, const QString& path);
     /** The tree of this process with the settings of the living one: for what is tried out. */
     std::shared_ptr<IKWFunctionRootBase> MakeCopy();
+    /** Recalls the settings that a group of the copy has; all others stay as they are. */
+    KW_ACCEPTANCE TakeFromCopy(const QString& path);
 
     bool HasChanged(long long& /*counter*/) const override { return true; }
     std::shared_ptr<IDbGroup> GetDbObject() const override;

@@ -50,6 +50,12 @@ QString GetFormText(const IDbProperty& property)
     return facts != nullptr ? (*facts)["form"].GetText() : KW_GetFormText(property);
 }
 
+bool IsAtDefault(const IDbProperty& property)
+{
+    const bool isHidden = FactsOf(property) != nullptr && IsSecret(property);
+    return isHidden || property.GetText() == property.GetDefaultText();
+}
+
 INT32 GetMostLength(const IDbProperty& property)
 {
     if (const COrderedJson* const facts = FactsOf(property))

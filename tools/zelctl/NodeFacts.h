@@ -16,6 +16,9 @@ KW_ValueText GetUserValueText(const IDbProperty& property);
 QString GetFormText(const IDbProperty& property);
 ///@}
 
+/** Whether a setting has its default. Of a living tree's secrets nobody is told: they count so. */
+bool IsAtDefault(const IDbProperty& property);
+
 /** Most characters, bits or bytes; 0 where the kind of property has no such limit. */
 INT32 GetMostLength(const IDbProperty& property);
 

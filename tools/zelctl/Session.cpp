@@ -98,6 +98,12 @@ CSession::CTrial::CTrial(CSession& session) : m_session(session), m_root(session
     }
 }
 
+KW_ACCEPTANCE CSession::CTrial::Keep(const QString& path) const
+{
+    return m_session.m_living ? m_session.m_living->TakeFromCopy(path)
+                              : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
+}
+
 CSession::CTrial::~CTrial()
 {
     if (m_session.m_living)

@@ -55,6 +55,8 @@ public:
         ~CTrial();
         CTrial(const CTrial&) = delete;
         CTrial& operator=(const CTrial&) = delete;
+        /** Carries the settings of a group of the copy over to the living tree, as one step. */
+        KW_ACCEPTANCE Keep(const QString& path) const;
 
     private:
         CSession& m_session;

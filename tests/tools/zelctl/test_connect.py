@@ -75,13 +75,18 @@ commit
 undo
 set Setup/Wireless/WirelessClient/Passphrase "correct horse"
 set Setup/Wireless/WirelessClient/Passphrase "correct horse"
+labels load {project}/examples/labels/vehicle.dbc --bus CAN
+labels save vehicle.csv --bus CAN
+tree {labels}
+undo
+reset . --trace
 tree --depth 1
 tree Vertical/Channel[1]
 find trigger level --in Trigger
 same Trigger/Type EDGE
 tree
 undo
-""".format(long="x" * 200,
+""".format(long="x" * 200, project=Path(__file__).resolve().parents[3],
            labels="SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem")
 
 # What no script goes on behind.
