@@ -21,6 +21,7 @@ ROOMS = {
     "tools": "tools",
     "service": "service",
     "qt": "adapter",
+    "python": "python",
     "examples": "client",
     "examples/service": "service client",
     "tests": "tests",
@@ -34,6 +35,7 @@ ROOMS = {
     "bench": "tests",
     "generated/database": "name tables",
     "generated/ifc": "ifc",
+    "generated/python": "python",
     "generated/ifc/KWEnumerations.h": "all enumerations",
     "generated/src": "rules",
 }
@@ -49,6 +51,7 @@ MAY_INCLUDE = {
     "service": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "adapter": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
     "adapter tests": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
+    "python": {"python", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
     "client": {"client", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
     "service client": {"service", "ifc", "ifc basics", "ifc of the frame"},
     "client tests": {
@@ -116,7 +119,7 @@ CIRCLES_IN = ("support/", "database/", "src/", "ifc/", "generated/")
 
 # Where the compiler looks for quoted names, after the folder of the including file.
 SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
-          "tools/zelctl", "service", "qt")
+          "tools/zelctl", "service", "qt", "python/src", "generated/python")
 
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")

@@ -3,8 +3,8 @@
 # Installs the Debian 12 packages that are missing: those of build and tests, and those of what the
 # arguments name: "fuzz" the fuzzers, "package" Debian packages, "abi" the comparison of binary
 # interfaces, "bench" counts of instructions, "docs" the reference, "qt" the adapter for
-# user interfaces and its pages, "arm" 32-bit ARM and its emulation, "panel" the panel's bundle and its
-# tests in a browser, "ci" all that .ci/run needs.
+# user interfaces and its pages, "python" the package for Python, "arm" 32-bit ARM and its
+# emulation, "panel" the panel's bundle and its tests in a browser, "ci" all that .ci/run needs.
 # Says nothing when there is nothing to do.
 set -euo pipefail
 
@@ -16,6 +16,8 @@ pages=(qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-m
     qml6-module-qtquick-layouts)
 panel=(chromium fonts-dejavu-core nodejs)
 command -v npm >/dev/null || panel+=(npm) # some packages of nodejs bring it
+python=(pybind11-dev python3-dev python3-setuptools python3-wheel python3-venv python3-numpy
+    python3-matplotlib python3-pytest mypy)
 for what in "$@"; do
     case $what in
         fuzz) packages+=(clang-14) ;;
@@ -27,9 +29,9 @@ for what in "$@"; do
         docs) packages+=(doxygen) ;;
         panel) packages+=("${panel[@]}") ;;
         ci)
-            packages+=("${pages[@]}" "${panel[@]}" qtbase5-dev clang-format-14 codespell graphviz dpkg-dev file abigail-tools
-                doxygen valgrind python3-canmatrix curl lxi-tools netcat-openbsd python3-pyvisa
-                python3-pyvisa-py python3-jsonschema node-ws jq)
+            packages+=("${pages[@]}" "${panel[@]}" "${python[@]}" qtbase5-dev clang-format-14 codespell
+                graphviz dpkg-dev file abigail-tools doxygen valgrind python3-canmatrix curl lxi-tools
+                netcat-openbsd python3-pyvisa python3-pyvisa-py python3-jsonschema node-ws jq)
             ;;
         *)
             echo "setup: knows no $what" >&2

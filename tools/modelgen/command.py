@@ -6,7 +6,8 @@ import sys
 from pathlib import Path
 
 from . import (
-    emit_enums, emit_groups, emit_interfaces, emit_names, emit_reference, emit_sources,
+    emit_enums, emit_groups, emit_interfaces, emit_names, emit_python, emit_reference,
+    emit_sources,
 )
 from . import emit_schemas, emit_site
 from .check_enums import check_enums
@@ -44,6 +45,7 @@ def emit(model: Model) -> dict[str, str]:
     files: dict[str, str] = {}
     for emitter in (
         emit_enums, emit_interfaces, emit_names, emit_groups, emit_sources, emit_reference,
+        emit_python,
     ):
         files.update(emitter.emit(model))
     return files

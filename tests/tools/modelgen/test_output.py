@@ -33,14 +33,15 @@ class OutputTest(unittest.TestCase):
         self.workspace.replace("groups/Words/Texts.toml", 'default = "01X"', 'default = "111"')
         self.assertEqual(self._rewritten(), {
             "docs/settings/Words/Texts.md", "ifc/IKWFunctionTexts.h", "src/Words/Groups_Texts.cpp",
-            "src/Words/PgTexts.h",
+            "src/Words/PgTexts.h", "python/kwifunctionzel/tree.pyi",
         })
         file = "enumerations/More.toml"
         one = '{ remote = "A", serial = "A" }'
         of_the_file = {"database/EnumNames_More.cpp", "docs/settings/enumerations.md",
-                       "ifc/KWEnumerationsMore.h"}
+                       "ifc/KWEnumerationsMore.h", "python/kwifunctionzel/enums.pyi"}
         self.workspace.write(file, f'[KW_MORE]\nbrief = "More."\nvalues = [ {one} ]\n')
-        self.assertEqual(self._rewritten(), {*of_the_file, "ifc/KWEnumerations.h"})
+        self.assertEqual(self._rewritten(), {*of_the_file, "ifc/KWEnumerations.h",
+                                            "python/EnumTypes.h"})
         self.workspace.replace(file, one, f'{one}, {{ remote = "B", serial = "B" }}')
         self.assertEqual(self._rewritten(), of_the_file)
 

@@ -1,0 +1,73 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+"""What Python adds to the library: medians, each beside an empty call of the module.
+
+    PYTHONPATH=build/release/python /usr/bin/python3 python/bench/bench.py [--check]
+
+--check fails where a budget is passed by more than half: for continuous integration, whose machines
+are not alone."""
+
+import statistics
+import subprocess
+import sys
+import timeit
+import warnings
+
+import kwifunctionzel as kwi
+from kwifunctionzel import _core
+
+REPEATS = 15
+SHOTS = 200_000
+
+
+def nanoseconds(statement: str, **names: object) -> float:
+    timer = timeit.Timer(statement, globals=names)
+    return statistics.median(timer.repeat(REPEATS, SHOTS)) / SHOTS * 1e9
+
+
+def import_milliseconds() -> float:
+    """What an import adds to the start of the interpreter."""
+    def start(code: str) -> float:
+        command = [sys.executable, "-I", "-c", code]
+        begin = timeit.default_timer()
+        subprocess.run(command, check=True)
+        return timeit.default_timer() - begin
+
+    path = kwi.__path__[0].rpartition("/")[0]
+    begin = f"import sys; sys.path.insert(0, {path!r})"
+    empty = statistics.median(start(begin) for _ in range(REPEATS))
+    return (statistics.median(start(f"{begin}; import kwifunctionzel") for _ in range(REPEATS))
+            - empty) * 1e3
+
+
+def main() -> int:
+    warnings.simplefilter("ignore")
+    with kwi.root() as root:
+        root.enable_history(False)
+        # A setting that moves nothing else: what is measured is Python's part.
+        group, number = root.Vertical.Channel[1], root.Vertical.Channel[1].node("Scale")
+        names = {"group": root.Horizontal, "channel": group, "number": number, "call": _core.empty}
+        empty = nanoseconds("call()", **names)
+        rows = [
+            ("get of a number, as an attribute", "group.Scale", 150.0),
+            ("get of an enumeration", "group.AcquisitionMode", 150.0),
+            ("get of a number, as a property", "number.value", 150.0),
+            ("set of a number without dependants", "group.ReferencePoint = 50.0", 300.0),
+            ("the same of a text", "group.ReferencePoint = '50 %'", None),
+            ("has_changed", "changes.has_changed()", None),
+        ]
+        names["changes"] = root.changes()
+        failed = False
+        print(f"{'an empty call':45} {empty:7.1f} ns")
+        for name, statement, budget in rows:
+            beyond = nanoseconds(statement, **names) - empty
+            limit = f"budget {budget:.0f} ns beyond" if budget else ""
+            print(f"{name:45} {beyond:7.1f} ns beyond, {beyond / empty + 1:5.2f} × it  {limit}")
+            failed |= budget is not None and beyond > 1.5 * budget
+        imported = import_milliseconds()
+        print(f"{'import':45} {imported:7.1f} ms  budget 100 ms")
+        failed |= imported > 150.0
+    return 1 if failed and "--check" in sys.argv else 0
+
+
+sys.exit(main())

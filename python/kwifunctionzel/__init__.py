@@ -1,0 +1,42 @@
+# SPDX-License-Identifier: MIT
+"""The function database of a handheld measuring instrument: one tree of settings and results.
+
+    import kwifunctionzel as kwi
+
+    root = kwi.root()
+    root.Horizontal.Scale = "2 ms/div"
+"""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING
+
+from . import enums, errors, nodes, tree
+from .api import Changes, Coupling
+from .enumerations import Availability, ControlMode, Enumeration, SavedWith
+from .errors import Code, Limited, NotFound, Refused, RefusedValue, Reported
+from .nodes import Action, Array, Group, Map, Property, Root
+
+if TYPE_CHECKING:
+    import os
+
+__all__ = [
+    "Action", "Array", "Availability", "Changes", "Code", "ControlMode", "Coupling", "Enumeration",
+    "Group", "Limited", "Map", "NotFound", "Property", "Refused", "RefusedValue", "Reported", "Root",
+    "SavedWith", "enums", "errors", "root", "seal", "tree",
+]
+
+
+def root() -> tree.ZEL:
+    """The root of the tree of this process, which is built when nobody has it yet. The same object
+    as long as somebody holds it or a node of it."""
+    made: tree.ZEL = nodes.root()
+    return made
+
+
+def seal(name: str | os.PathLike[str]) -> None:
+    """Accepts a settings file that was changed on purpose: gives it the digest of what it holds
+    now."""
+    from . import _core
+
+    _core.seal(name if isinstance(name, str) else name.__fspath__())

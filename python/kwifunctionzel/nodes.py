@@ -1,0 +1,101 @@
+# SPDX-License-Identifier: MIT
+"""The nodes of the tree in this process. A node keeps the tree until `Root.close`; after that it
+answers its last value and refuses writes with Code.DETACHED."""
+
+from __future__ import annotations
+
+import atexit
+import weakref
+from typing import Any, TypeVar
+
+from . import _core, api, enumerations, errors
+
+_G = TypeVar("_G", bound="Group")
+
+
+class _Doc:
+    """What help() tells: of a node its meaning, of a class what was written."""
+
+    def __init__(self, text: str) -> None:
+        self._text = text
+
+    def __get__(self, node: api.NodeApi | None, owner: object = None) -> str:
+        return self._text if node is None else node.meaning
+
+
+class Property(_core.Property, api.PropertyApi):
+    """A property itself: what `group.Name` reads and writes, with all that belongs to it."""
+
+    __slots__ = ()
+    __doc__ = _Doc(__doc__)
+
+
+class Action(_core.Action, api.ActionApi):
+    """An action; calling it runs it."""
+
+    __slots__ = ()
+    __doc__ = _Doc(__doc__)
+
+
+class Group(_core.Group, api.GroupApi):
+    """A group: its members are attributes. Reading one of a property gives the value, writing sets
+    it. `node("Name")` is the property itself."""
+
+    __slots__ = ()
+    __doc__ = _Doc(__doc__)
+
+
+class Array(Group, api.ArrayApi[_G]):
+    """An array of groups, as a list."""
+
+    __slots__ = ()
+
+
+class Map(Group, api.MapApi[_G]):
+    """A map of groups, as a dict."""
+
+    __slots__ = ()
+
+
+class Root(Group, api.RootApi):
+    """The root of the tree."""
+
+    __slots__ = ()
+
+    def close(self) -> None:
+        """Lets the tree go, whatever else holds nodes of it; it goes when nobody else in the
+        process has it."""
+        self._close()
+
+    @property
+    def is_open(self) -> bool:
+        """Whether it was not closed."""
+        return self._is_open
+
+    def __enter__(self) -> Root:
+        return self
+
+    def __exit__(self, *_: object) -> None:
+        self.close()
+
+
+def root() -> Any:
+    """The root of the tree of this process, which is built when nobody has it yet. The same object
+    as long as somebody holds it or a node of it."""
+    known = _known() if _known is not None else None
+    if known is not None and known.is_open:
+        return known
+    made = _core.open_root()
+    globals()["_known"] = weakref.ref(made)
+    return made
+
+
+_known: weakref.ref[Root] | None = None
+
+_core.register({
+    "property": Property, "action": Action, "group": Group, "array": Array, "map": Map,
+    "root": Root, "refusal": errors.refusal, "warn": errors.warn,
+    "enumeration": enumerations.make,
+})
+# Threads that still run when the process ends may have the tree's lock for ever.
+atexit.register(_core._set_ending)

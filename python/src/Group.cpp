@@ -1,0 +1,709 @@
+// SPDX-License-Identifier: MIT
+#include "Nodes.h"
+
+#include "KWCouplings.h"
+#include "KWRemoteNames.h"
+
+#include <pybind11/stl.h>
+
+#include <vector>
+
+namespace
+{
+/** The process ends: whoever has the tree's lock may never give it back. */
+bool g_isEnding = false;
+
+CGroup& Self(py::handle self)
+{
+    CGroup& group = Of<CGroup>(self.ptr());
+    group.CheckOpen();
+    return group;
+}
+
+template <typename Work>
+auto Locked(py::handle self, Work&& work)
+{
+    const CGroup& group = Self(self);
+    return Released([&] { return work(*group.node); });
+}
+
+/** Members of all groups begin with a capital, what Python adds does not. */
+bool MayBeMember(PyObject* name)
+{
+    const Py_UCS4 first = PyUnicode_GET_LENGTH(name) > 0 ? PyUnicode_READ_CHAR(name, 0) : 0;
+    return first >= 'A' && first <= 'Z';
+}
+
+/** Runs what may throw where Python waits for a result. */
+template <typename Work, typename Result>
+Result Guarded(Result failure, Work&& work) noexcept
+{
+    try
+    {
+        return work();
+    }
+    catch (py::error_already_set& error)
+    {
+        error.restore();
+    }
+    catch (const py::builtin_exception& error)
+    {
+        error.set_error();
+    }
+    catch (const std::bad_alloc&)
+    {
+        PyErr_NoMemory();
+    }
+    catch (const std::exception& error)
+    {
+        PyErr_SetString(PyExc_RuntimeError, error.what());
+    }
+    return failure;
+}
+
+/** A member; null without an exception where there is none. */
+PyObject* FindMember(PyObject* self, PyObject* name)
+{
+    return MayBeMember(name) ? PyDict_GetItemWithError(Of<CGroup>(self).Members(), name) : nullptr;
+}
+
+bool IsProperty(PyObject* member)
+{
+    return reinterpret_cast<PyObject*>(Py_TYPE(member)) == Registered().property;
+}
+
+PyObject* GetAttribute(PyObject* self, PyObject* name)
+{
+    return Guarded(static_cast<PyObject*>(nullptr),
+                   [&]() -> PyObject*
+                   {
+                       PyObject* const member = FindMember(self, name);
+                       if (member == nullptr)
+                       {
+                           return PyErr_Occurred() != nullptr ? nullptr
+                                                              : PyObject_GenericGetAttr(self, name);
+                       }
+                       if (IsProperty(member))
+                       {
+                           return ReadValue(Of<CProperty>(member));
+                       }
+                       Py_INCREF(member);
+                       return member;
+                   });
+}
+
+int SetAttribute(PyObject* self, PyObject* name, PyObject* value)
+{
+    return Guarded(-1,
+                   [&]
+                   {
+                       PyObject* const member = FindMember(self, name);
+                       if (member == nullptr)
+                       {
+                           return PyErr_Occurred() != nullptr
+                                      ? -1
+                                      : PyObject_GenericSetAttr(self, name, value);
+                       }
+                       if (!IsProperty(member) || value == nullptr)
+                       {
+                           PyErr_Format(PyExc_TypeError, "%U can not be %s", name,
+                                        value == nullptr ? "deleted" : "set");
+                           return -1;
+                       }
+                       // The members stay, whatever runs while Python's lock is given back.
+                       WriteValue(Of<CProperty>(member), member, value, e_Write::Set);
+                       return 0;
+                   });
+}
+
+/** What a group is made of, before there are Python objects. */
+struct t_Members
+{
+    std::vector<std::pair<QString, t_PropertySeed>> properties;
+    std::vector<std::pair<QString, std::shared_ptr<IDbGroup>>> groups;
+    std::vector<std::pair<QString, std::shared_ptr<IDbAction>>> actions;
+};
+
+t_Members Collect(const std::shared_ptr<t_Tree>& tree, const IDbGroup& group)
+{
+    t_Members members;
+    for (INT32 i = 0; const auto property = group.GetProperty(i); ++i)
+    {
+        members.properties.emplace_back(property->GetNodeName(), t_PropertySeed(tree, property));
+    }
+    for (INT32 i = 0; const auto child = group.GetGroup(i); ++i)
+    {
+        members.groups.emplace_back(child->GetNodeName(), child);
+    }
+    for (INT32 i = 0; const auto action = group.GetAction(i); ++i)
+    {
+        members.actions.emplace_back(action->GetNodeName(), action);
+    }
+    return members;
+}
+
+/** Every call of a container of the group, without Python's lock. */
+template <typename Work>
+void AskContainer(py::handle self, py::handle value, Work&& work)
+{
+    IDbContainer& container = Self(self).Container();
+    Ask(self, value, [&] { return work(container); });
+}
+
+py::object ItemAt(py::handle self, INT32 position)
+{
+    CGroup& group = Self(self);
+    IDbContainer& container = group.Container();
+    const auto item = Released([&] { return container.GetItemByPosition(position); });
+    if (!item)
+    {
+        throw py::index_error("no item has this index");
+    }
+    return group.Item(py::int_(position), item);
+}
+
+IKWMapBase& MapOf(const CGroup& group, std::shared_ptr<IKWFunctionBase>& keep)
+{
+    keep = Released([&] { return group.node->GetHandle(); });
+    auto* const map = dynamic_cast<IKWMapBase*>(keep.get());
+    if (map == nullptr)
+    {
+        throw py::type_error("only maps have names");
+    }
+    return *map;
+}
+
+py::object ItemOf(py::handle self, const py::str& name)
+{
+    CGroup& group = Self(self);
+    std::shared_ptr<IKWFunctionBase> keep;
+    const IKWMapBase& map = MapOf(group, keep);
+    const QString text = TextOf(name.ptr());
+    const auto item = Released(
+        [&]() -> std::shared_ptr<IDbGroup>
+        {
+            const auto found = map.GetMapItem(text);
+            return found ? found->GetGroup()->GetDbObject() : nullptr;
+        });
+    return item ? group.Item(name, item) : py::none();
+}
+
+/** Name of the item of a numeric key, or the numeric key of a name; None where there is none. */
+///@{
+py::object NameOfKey(py::handle self, INT32 key)
+{
+    std::shared_ptr<IKWFunctionBase> keep;
+    const IKWMapBase& map = MapOf(Self(self), keep);
+    const QString name = Released(
+        [&]
+        {
+            const auto found = map.GetMapItem(key);
+            return found ? found->GetName() : QString();
+        });
+    return name.isNull() ? py::none() : py::cast(name);
+}
+
+py::object KeyOfName(py::handle self, const QString& name)
+{
+    std::shared_ptr<IKWFunctionBase> keep;
+    const IKWMapBase& map = MapOf(Self(self), keep);
+    const INT32 key = Released(
+        [&]
+        {
+            const auto found = map.GetMapItem(name);
+            return found ? found->GetNumericKey() : -1;
+        });
+    return key < 0 ? py::none() : py::cast(key);
+}
+///@}
+
+QStringList Names(py::handle self)
+{
+    std::shared_ptr<IKWFunctionBase> keep;
+    const IKWMapBase& map = MapOf(Self(self), keep);
+    return Released([&] { return map.GetNames(); });
+}
+
+py::list Couplings(py::handle self)
+{
+    py::list rows;
+    for (const KW_CouplingRow& row : Locked(self, [](auto& n) { return KW_GetCouplingRows(n); }))
+    {
+        rows.append(py::make_tuple(row.group, row.number, row.word, row.sources, row.what,
+                                   row.steps, KW_FormatCouplingWhen(row)));
+    }
+    return rows;
+}
+
+/** A call of the root's handle that answers a code. */
+template <typename Work>
+void AskRoot(py::handle self, py::handle value, Work&& work)
+{
+    const auto root = Self(self).Root();
+    Ask(self, value, [&] { return work(*root); });
+}
+
+/** A call of the root's handle that answers something else. */
+template <typename Work>
+auto FromRoot(py::handle self, Work&& work)
+{
+    const auto root = Self(self).Root();
+    return Released([&] { return work(*root); });
+}
+
+void AddRoot(py::class_<CGroup>& type)
+{
+    using t_Root = IKWFunctionZEL;
+    type.def("_close",
+             [](py::handle self)
+             {
+                 auto& group = Of<CGroup>(self.ptr());
+                 LetGo(group.tree->root);
+                 LetGo(group.node);
+             })
+        .def_property_readonly("_is_open", [](py::handle self)
+                               { return Of<CGroup>(self.ptr()).tree->root != nullptr; })
+        .def(
+            "_save",
+            [](py::handle self, const QString& name)
+            { AskRoot(self, py::cast(name), [&](t_Root& root) { return root.Save(name); }); },
+            py::arg("name"))
+        .def(
+            "_recall",
+            [](py::handle self, const QString& name)
+            { AskRoot(self, py::cast(name), [&](t_Root& root) { return root.Recall(name); }); },
+            py::arg("name"))
+        .def(
+            "_preset",
+            [](py::handle self, bool factory) {
+                AskRoot(self, py::none(),
+                        [&](t_Root& root) { return root.RunPresetSequence(factory); });
+            },
+            py::arg("factory"))
+        .def("_undo", [](py::handle self)
+             { AskRoot(self, py::none(), [](t_Root& root) { return root.Undo(); }); })
+        .def("_redo", [](py::handle self)
+             { AskRoot(self, py::none(), [](t_Root& root) { return root.Redo(); }); })
+        .def("_undo_texts",
+             [](py::handle self)
+             {
+                 return FromRoot(
+                     self,
+                     [](t_Root& root)
+                     {
+                         return std::pair(
+                             root.CanUndo() ? std::optional(root.GetUndoText()) : std::nullopt,
+                             root.CanRedo() ? std::optional(root.GetRedoText()) : std::nullopt);
+                     });
+             })
+        .def(
+            "_enable_history",
+            [](py::handle self, bool on)
+            { FromRoot(self, [&](t_Root& root) { root.EnableHistory(on); }); },
+            py::arg("on"))
+        .def("_update_all", [](py::handle self)
+             { FromRoot(self, [](t_Root& root) { root.UpdateAllMeasSettings(); }); })
+        .def("_settings_folder", [](py::handle self)
+             { return FromRoot(self, [](t_Root& root) { return root.GetSettingsFolder(); }); })
+        .def(
+            "_set_settings_folder",
+            [](py::handle self, const QString& folder)
+            { FromRoot(self, [&](t_Root& root) { root.SetSettingsFolder(folder); }); },
+            py::arg("folder"))
+        .def("_control_mode",
+             [](py::handle self) {
+                 return static_cast<int>(
+                     FromRoot(self, [](t_Root& root) { return root.GetControlMode(); }));
+             })
+        .def(
+            "_set_control_mode",
+            [](py::handle self, int mode) {
+                FromRoot(self, [&](t_Root& root)
+                         { root.SetControlMode(static_cast<KW_CONTROL_MODE>(mode)); });
+            },
+            py::arg("mode"));
+}
+} // namespace
+
+t_Tree::~t_Tree()
+{
+    if (g_isEnding)
+    {
+        new std::shared_ptr<IKWFunctionZEL>(std::move(root)); // never let go
+    }
+    else
+    {
+        LetGo(root);
+    }
+}
+
+void CGroup::CheckOpen() const
+{
+    if (!node)
+    {
+        Refuse(eKW_ACC_DETACHED, Py_None, nullptr);
+        throw py::error_already_set();
+    }
+}
+
+PyObject* CGroup::Members()
+{
+    if (m_members != nullptr)
+    {
+        return m_members;
+    }
+    CheckOpen();
+    const t_Members found = Released([this] { return Collect(tree, *node); });
+    py::dict members;
+    const auto add = [&members](const QString& name, const py::object& member)
+    {
+        PyObject* text = NewText(name);
+        PyUnicode_InternInPlace(&text); // as names of attributes in sources are
+        members[py::reinterpret_steal<py::object>(text)] = member;
+    };
+    for (const auto& [name, seed] : found.properties)
+    {
+        add(name, py::handle(Registered().property)(seed));
+    }
+    for (const auto& [name, child] : found.groups)
+    {
+        add(name, NewGroup(tree, child));
+    }
+    for (const auto& [name, action] : found.actions)
+    {
+        add(name, py::handle(Registered().action)(CAction(tree, action)));
+    }
+    // Another thread may have been quicker; then its objects stand.
+    if (m_members == nullptr)
+    {
+        m_members = members.release().ptr();
+    }
+    return m_members;
+}
+
+py::object CGroup::Item(const py::object& key, const std::shared_ptr<IDbGroup>& item)
+{
+    if (m_items.contains(key))
+    {
+        py::object known = m_items[key];
+        if (Of<CGroup>(known.ptr()).node == item)
+        {
+            return known;
+        }
+    }
+    // What was removed or renamed meanwhile is not kept.
+    if (Released([this] { return static_cast<std::size_t>(Container().GetCount()); }) <=
+        m_items.size())
+    {
+        m_items = py::dict();
+    }
+    py::object made = NewGroup(tree, item);
+    m_items[key] = made;
+    return made;
+}
+
+IDbContainer& CGroup::Container() const
+{
+    IDbContainer* const container = node->AsContainer();
+    if (container == nullptr)
+    {
+        throw py::type_error("the group is no container");
+    }
+    return *container;
+}
+
+std::shared_ptr<IKWFunctionZEL> CGroup::Root() const
+{
+    if (!tree->root)
+    {
+        Refuse(eKW_ACC_DETACHED, Py_None, nullptr);
+        throw py::error_already_set();
+    }
+    return tree->root;
+}
+
+py::object NewGroup(const std::shared_ptr<t_Tree>& tree, const std::shared_ptr<IDbGroup>& group)
+{
+    const t_Registered& registered = Registered();
+    PyObject* type = registered.group;
+    switch (group->GetKind())
+    {
+    case eKW_NODE_ARRAY:
+        type = registered.array;
+        break;
+    case eKW_NODE_MAP:
+        type = registered.map;
+        break;
+    default:
+        break;
+    }
+    const CGroup seed(tree, group);
+    return py::handle(type)(py::cast(&seed, py::return_value_policy::reference));
+}
+
+namespace
+{
+/** A bracket around calls of one thread. */
+class CBracket
+{
+public:
+    enum class e_Kind
+    {
+        Reading,
+        Writing,
+        Transaction,
+    };
+
+    CBracket(py::handle self, e_Kind kind, KW_CLIENT_ORIGIN origin, const QString& text)
+        : m_root(Self(self).Root()), m_kind(kind), m_thread(PyThread_get_thread_ident())
+    {
+        Released(
+            [&]
+            {
+                switch (m_kind)
+                {
+                case e_Kind::Reading:
+                    m_root->StartReadAccess();
+                    break;
+                case e_Kind::Writing:
+                    m_root->StartWriteAccess(origin);
+                    break;
+                case e_Kind::Transaction:
+                    m_root->StartTransaction(text);
+                    break;
+                }
+            });
+    }
+
+    void End(py::handle node, bool keep)
+    {
+        if (m_thread != PyThread_get_thread_ident())
+        {
+            throw std::runtime_error("a bracket ends in the thread that it began in");
+        }
+        const auto root = std::exchange(m_root, nullptr);
+        if (!root)
+        {
+            return;
+        }
+        Ask(node, py::none(),
+            [&]() -> KW_ACCEPTANCE
+            {
+                switch (m_kind)
+                {
+                case e_Kind::Reading:
+                    root->EndReadAccess();
+                    return eKW_ACC_OK;
+                case e_Kind::Writing:
+                    root->EndWriteAccess();
+                    return eKW_ACC_OK;
+                default:
+                    return root->EndTransaction(keep);
+                }
+            });
+    }
+
+private:
+    std::shared_ptr<IKWFunctionZEL> m_root;
+    e_Kind m_kind;
+    unsigned long m_thread;
+};
+
+void AddBrackets(py::module_& module, py::class_<CGroup>& group)
+{
+    py::class_<CBracket>(module, "Bracket", "An open bracket.")
+        .def("end", &CBracket::End, py::arg("node"), py::arg("keep") = true);
+    using e_Kind = CBracket::e_Kind;
+    group
+        .def("_start_reading", [](py::handle self)
+             { return CBracket(self, e_Kind::Reading, eCLIENT_LOCAL, QString()); })
+        .def(
+            "_start_writing",
+            [](py::handle self, bool remote) {
+                return CBracket(self, e_Kind::Writing, remote ? eCLIENT_REMOTE : eCLIENT_LOCAL,
+                                QString());
+            },
+            py::arg("remote"))
+        .def(
+            "_start_transaction",
+            [](py::handle self, const QString& text)
+            { return CBracket(self, e_Kind::Transaction, eCLIENT_LOCAL, text); },
+            py::arg("text"));
+}
+
+void AddContainer(py::class_<CGroup>& type)
+{
+    type.def("_count",
+             [](py::handle self)
+             {
+                 const auto& container = Self(self).Container();
+                 return Released([&] { return container.GetCount(); });
+             })
+        .def("_max_count",
+             [](py::handle self)
+             {
+                 const auto& container = Self(self).Container();
+                 return Released([&] { return container.GetMaxCount(); });
+             })
+        .def("_is_dynamic",
+             [](py::handle self)
+             {
+                 const auto& container = Self(self).Container();
+                 return Released([&] { return container.IsDynamic(); });
+             })
+        .def("_active",
+             [](py::handle self)
+             {
+                 const auto& container = Self(self).Container();
+                 return Released([&] { return container.GetActiveItem(); });
+             })
+        .def("_item_at", &ItemAt, py::arg("position"))
+        .def("_item_of", &ItemOf, py::arg("name"))
+        .def("_name_of_key", &NameOfKey, py::arg("key"))
+        .def("_key_of_name", &KeyOfName, py::arg("name"))
+        .def("_names", &Names)
+        .def(
+            "_insert",
+            [](py::handle self, const QString& key)
+            { AskContainer(self, py::cast(key), [&](auto& c) { return c.InsertItem(key); }); },
+            py::arg("key"))
+        .def(
+            "_remove",
+            [](py::handle self, const QString& key)
+            { AskContainer(self, py::cast(key), [&](auto& c) { return c.RemoveItem(key); }); },
+            py::arg("key"))
+        .def(
+            "_rename",
+            [](py::handle self, const QString& key, const QString& name) {
+                AskContainer(self, py::cast(name),
+                             [&](auto& c) { return c.RenameItem(key, name); });
+            },
+            py::arg("key"), py::arg("name"))
+        .def(
+            "_copy",
+            [](py::handle self, const QString& key, const QString& name)
+            { AskContainer(self, py::cast(name), [&](auto& c) { return c.CopyItem(key, name); }); },
+            py::arg("key"), py::arg("name"))
+        .def(
+            "_set_active",
+            [](py::handle self, const QString& key)
+            { AskContainer(self, py::cast(key), [&](auto& c) { return c.SetActiveItem(key); }); },
+            py::arg("key"));
+}
+
+const CGroup& Checked(const CGroup& group)
+{
+    group.CheckOpen();
+    return group;
+}
+
+const CAction& Checked(const CAction& action)
+{
+    return action;
+}
+
+template <typename Class>
+void AddNode(py::class_<Class>& type)
+{
+    const auto locked = [](auto&& work)
+    {
+        return [work](py::handle self)
+        {
+            const auto& node = *Checked(Of<Class>(self.ptr())).node;
+            return Released([&] { return work(node); });
+        };
+    };
+    type.def_property_readonly("name", locked([](auto& n) { return n.GetNodeName(); }))
+        .def_property_readonly("path", locked([](auto& n) { return n.GetPath(); }))
+        .def_property_readonly("meaning", locked([](auto& n) { return KW_GetMeaning(n); }))
+        .def_property_readonly("remote_name",
+                               locked([](auto& n) { return KW_GetRemoteNames(n).mnemonic; }))
+        .def_property_readonly(
+            "_availability", locked([](auto& n) { return static_cast<int>(n.GetAvailability()); }));
+}
+
+void AddAction(py::module_& module)
+{
+    py::class_<CAction> type(module, "Action", "An action of the tree in this process.");
+    type.def(py::init<const CAction&>(), py::arg("seed"))
+        .def("__call__",
+             [](py::handle self)
+             {
+                 auto& action = Of<CAction>(self.ptr());
+                 Ask(self, py::none(), [&] { return action.node->Execute(); });
+             })
+        .def_property_readonly(
+            "is_operation", [](py::handle self)
+            { return Of<CAction>(self.ptr()).node->GetKind() == eKW_NODE_OPERATION; });
+    AddNode(type);
+}
+
+py::object OpenRoot()
+{
+    // Nodes that somebody holds keep their tree: it is the same one then, and closed as one.
+    static auto& present = *new std::weak_ptr<t_Tree>;
+    auto tree = present.lock();
+    if (!tree || !tree->root)
+    {
+        tree = std::make_shared<t_Tree>();
+        tree->root = Released([] { return GetZELRoot(); });
+        present = tree;
+    }
+    const auto group = Released([&] { return tree->root->GetDbObject(); });
+    const CGroup seed(tree, group);
+    return py::handle(Registered().root)(py::cast(&seed, py::return_value_policy::reference));
+}
+} // namespace
+
+void AddGroup(py::module_& module)
+{
+    AddAction(module);
+    py::class_<CGroup> type(module, "Group", "A group of the tree in this process.",
+                            py::custom_type_setup(
+                                [](PyHeapTypeObject* heap)
+                                {
+                                    heap->ht_type.tp_getattro = GetAttribute;
+                                    heap->ht_type.tp_setattro = SetAttribute;
+                                }));
+    type.def(py::init<const CGroup&>(), py::arg("seed"))
+        .def("_members", [](py::handle self)
+             { return py::reinterpret_borrow<py::dict>(Self(self).Members()).attr("copy")(); })
+        .def(
+            "_member",
+            [](py::handle self, const py::str& name) -> py::object
+            {
+                PyObject* const member = FindMember(self.ptr(), name.ptr());
+                if (member == nullptr && PyErr_Occurred() != nullptr)
+                {
+                    throw py::error_already_set();
+                }
+                return member != nullptr ? py::reinterpret_borrow<py::object>(member) : py::none();
+            },
+            py::arg("name"))
+        .def(
+            "_has_changed",
+            [](py::handle self, long long counter)
+            {
+                const bool changed = Self(self).node->HasChanged(counter);
+                return std::pair(changed, counter);
+            },
+            py::arg("counter"))
+        .def("_couplings", &Couplings)
+        .def(
+            "__eq__",
+            [](py::handle self, py::handle other)
+            {
+                return PyObject_IsInstance(other.ptr(), Registered().group) == 1 &&
+                       Of<CGroup>(self.ptr()).node == Of<CGroup>(other.ptr()).node;
+            },
+            py::arg("other"))
+        .def("__hash__",
+             [](py::handle self) { return std::hash<void*>()(Of<CGroup>(self.ptr()).node.get()); });
+    AddNode(type);
+    AddContainer(type);
+    AddBrackets(module, type);
+    AddRoot(type);
+    module.def("open_root", &OpenRoot, "The root of the tree, which is built when nobody has it.")
+        .def(
+            "_set_ending", [] { g_isEnding = true; }, "No tree is taken down from now on.");
+}
