@@ -236,7 +236,7 @@ class ContainerApi(GroupApi, Generic[_G]):
         return self._is_dynamic()
 
     def _all_items(self) -> list[Any]:
-        items = []
+        items: list[Any] = []
         # Another thread may remove some meanwhile.
         with contextlib.suppress(IndexError):
             items.extend(self._item_at(i) for i in range(self._count()))
@@ -374,7 +374,8 @@ class MapApi(ContainerApi[_G]):
             return self[name]
         before = set(self._names())
         self._insert("")
-        return self[next(own for own in self._names() if own not in before)]
+        made = next((own for own in self._names() if own not in before), "")
+        return self[made]  # KeyError where another thread has removed it meanwhile
 
     def rename(self, name: str, new_name: str) -> None:
         """Gives an item another name; its numeric key stays."""

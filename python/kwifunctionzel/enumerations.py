@@ -54,7 +54,8 @@ def make(table: _core.EnumTable) -> type[Enumeration]:
     members = [(member_name(table.serial(i), i), i) for i in range(len(table))]
     name = table.type
     _tables[name] = table
-    made: Any = Enumeration(name, members, module=f"{__package__}.enums", qualname=name)
+    base: Any = Enumeration
+    made: type[Enumeration] = base(name, members, module=f"{__package__}.enums", qualname=name)
     return made
 
 

@@ -8,9 +8,10 @@ import atexit
 import weakref
 from typing import Any, TypeVar
 
-from . import _core, api, enumerations, errors
+from . import _core, api, arrays, enumerations, errors
 
 _G = TypeVar("_G", bound="Group")
+_R = TypeVar("_R", bound="Root")
 
 
 class _Doc:
@@ -27,14 +28,14 @@ class Property(_core.Property, api.PropertyApi):
     """A property itself: what `group.Name` reads and writes, with all that belongs to it."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)
+    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
 
 
 class Action(_core.Action, api.ActionApi):
     """An action; calling it runs it."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)
+    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
 
 
 class Group(_core.Group, api.GroupApi):
@@ -42,7 +43,7 @@ class Group(_core.Group, api.GroupApi):
     it. `node("Name")` is the property itself."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)
+    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
 
 
 class Array(Group, api.ArrayApi[_G]):
@@ -72,7 +73,7 @@ class Root(Group, api.RootApi):
         """Whether it was not closed."""
         return self._is_open
 
-    def __enter__(self) -> Root:
+    def __enter__(self: _R) -> _R:
         return self
 
     def __exit__(self, *_: object) -> None:
@@ -95,7 +96,7 @@ _known: weakref.ref[Root] | None = None
 _core.register({
     "property": Property, "action": Action, "group": Group, "array": Array, "map": Map,
     "root": Root, "refusal": errors.refusal, "warn": errors.warn,
-    "enumeration": enumerations.make,
+    "enumeration": enumerations.make, "view": arrays.view,
 })
 # Threads that still run when the process ends may have the tree's lock for ever.
 atexit.register(_core._set_ending)

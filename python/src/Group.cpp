@@ -120,8 +120,8 @@ int SetAttribute(PyObject* self, PyObject* name, PyObject* value)
 struct t_Members
 {
     std::vector<std::pair<QString, t_PropertySeed>> properties;
-    std::vector<std::pair<QString, std::shared_ptr<IDbGroup>>> groups;
-    std::vector<std::pair<QString, std::shared_ptr<IDbAction>>> actions;
+    std::vector<std::pair<QString, CHeld<IDbGroup>>> groups;
+    std::vector<std::pair<QString, CHeld<IDbAction>>> actions;
 };
 
 t_Members Collect(const std::shared_ptr<t_Tree>& tree, const IDbGroup& group)
@@ -154,50 +154,49 @@ py::object ItemAt(py::handle self, INT32 position)
 {
     CGroup& group = Self(self);
     IDbContainer& container = group.Container();
-    const auto item = Released([&] { return container.GetItemByPosition(position); });
+    const CHeld<IDbGroup> item = Released([&] { return container.GetItemByPosition(position); });
     if (!item)
     {
         throw py::index_error("no item has this index");
     }
-    return group.Item(py::int_(position), item);
+    return group.Item(py::int_(position), item.Get());
 }
 
-IKWMapBase& MapOf(const CGroup& group, std::shared_ptr<IKWFunctionBase>& keep)
+CHeld<IKWMapBase> MapOf(py::handle self)
 {
-    keep = Released([&] { return group.node->GetHandle(); });
-    auto* const map = dynamic_cast<IKWMapBase*>(keep.get());
-    if (map == nullptr)
+    auto& node = *Self(self).node;
+    CHeld<IKWMapBase> map =
+        Released([&] { return std::dynamic_pointer_cast<IKWMapBase>(node.GetHandle()); });
+    if (!map)
     {
         throw py::type_error("only maps have names");
     }
-    return *map;
+    return map;
 }
 
 py::object ItemOf(py::handle self, const py::str& name)
 {
     CGroup& group = Self(self);
-    std::shared_ptr<IKWFunctionBase> keep;
-    const IKWMapBase& map = MapOf(group, keep);
+    const CHeld<IKWMapBase> map = MapOf(self);
     const QString text = TextOf(name.ptr());
-    const auto item = Released(
+    const CHeld<IDbGroup> item = Released(
         [&]() -> std::shared_ptr<IDbGroup>
         {
-            const auto found = map.GetMapItem(text);
+            const auto found = map->GetMapItem(text);
             return found ? found->GetGroup()->GetDbObject() : nullptr;
         });
-    return item ? group.Item(name, item) : py::none();
+    return item ? group.Item(name, item.Get()) : py::none();
 }
 
 /** Name of the item of a numeric key, or the numeric key of a name; None where there is none. */
 ///@{
 py::object NameOfKey(py::handle self, INT32 key)
 {
-    std::shared_ptr<IKWFunctionBase> keep;
-    const IKWMapBase& map = MapOf(Self(self), keep);
+    const CHeld<IKWMapBase> map = MapOf(self);
     const QString name = Released(
         [&]
         {
-            const auto found = map.GetMapItem(key);
+            const auto found = map->GetMapItem(key);
             return found ? found->GetName() : QString();
         });
     return name.isNull() ? py::none() : py::cast(name);
@@ -205,12 +204,11 @@ py::object NameOfKey(py::handle self, INT32 key)
 
 py::object KeyOfName(py::handle self, const QString& name)
 {
-    std::shared_ptr<IKWFunctionBase> keep;
-    const IKWMapBase& map = MapOf(Self(self), keep);
+    const CHeld<IKWMapBase> map = MapOf(self);
     const INT32 key = Released(
         [&]
         {
-            const auto found = map.GetMapItem(name);
+            const auto found = map->GetMapItem(name);
             return found ? found->GetNumericKey() : -1;
         });
     return key < 0 ? py::none() : py::cast(key);
@@ -219,9 +217,8 @@ py::object KeyOfName(py::handle self, const QString& name)
 
 QStringList Names(py::handle self)
 {
-    std::shared_ptr<IKWFunctionBase> keep;
-    const IKWMapBase& map = MapOf(Self(self), keep);
-    return Released([&] { return map.GetNames(); });
+    const CHeld<IKWMapBase> map = MapOf(self);
+    return Released([&] { return map->GetNames(); });
 }
 
 py::list Couplings(py::handle self)
@@ -239,16 +236,16 @@ py::list Couplings(py::handle self)
 template <typename Work>
 void AskRoot(py::handle self, py::handle value, Work&& work)
 {
-    const auto root = Self(self).Root();
-    Ask(self, value, [&] { return work(*root); });
+    const CHeld<IKWFunctionZEL> root = Self(self).Root();
+    Ask(self, value, [&] { return work(*root.operator->()); });
 }
 
 /** A call of the root's handle that answers something else. */
 template <typename Work>
 auto FromRoot(py::handle self, Work&& work)
 {
-    const auto root = Self(self).Root();
-    return Released([&] { return work(*root); });
+    const CHeld<IKWFunctionZEL> root = Self(self).Root();
+    return Released([&] { return work(*root.operator->()); });
 }
 
 void AddRoot(py::class_<CGroup>& type)
@@ -367,11 +364,11 @@ PyObject* CGroup::Members()
     }
     for (const auto& [name, child] : found.groups)
     {
-        add(name, NewGroup(tree, child));
+        add(name, NewGroup(tree, child.Get()));
     }
     for (const auto& [name, action] : found.actions)
     {
-        add(name, py::handle(Registered().action)(CAction(tree, action)));
+        add(name, py::handle(Registered().action)(CAction(tree, action.Get())));
     }
     // Another thread may have been quicker; then its objects stand.
     if (m_members == nullptr)
@@ -412,7 +409,7 @@ IDbContainer& CGroup::Container() const
     return *container;
 }
 
-std::shared_ptr<IKWFunctionZEL> CGroup::Root() const
+CHeld<IKWFunctionZEL> CGroup::Root() const
 {
     if (!tree->root)
     {
@@ -455,7 +452,7 @@ public:
     };
 
     CBracket(py::handle self, e_Kind kind, KW_CLIENT_ORIGIN origin, const QString& text)
-        : m_root(Self(self).Root()), m_kind(kind), m_thread(PyThread_get_thread_ident())
+        : m_root(Self(self).Root().Get()), m_kind(kind), m_thread(PyThread_get_thread_ident())
     {
         Released(
             [&]
@@ -475,13 +472,17 @@ public:
             });
     }
 
+    CBracket(const CBracket&) = default;
+    CBracket& operator=(const CBracket&) = delete;
+    ~CBracket() { LetGo(m_root); }
+
     void End(py::handle node, bool keep)
     {
         if (m_thread != PyThread_get_thread_ident())
         {
             throw std::runtime_error("a bracket ends in the thread that it began in");
         }
-        const auto root = std::exchange(m_root, nullptr);
+        const CHeld<IKWFunctionZEL> root(std::exchange(m_root, nullptr));
         if (!root)
         {
             return;
@@ -649,8 +650,8 @@ py::object OpenRoot()
         tree->root = Released([] { return GetZELRoot(); });
         present = tree;
     }
-    const auto group = Released([&] { return tree->root->GetDbObject(); });
-    const CGroup seed(tree, group);
+    const CHeld<IDbGroup> group = Released([&] { return tree->root->GetDbObject(); });
+    const CGroup seed(tree, group.Get());
     return py::handle(Registered().root)(py::cast(&seed, py::return_value_policy::reference));
 }
 } // namespace

@@ -19,7 +19,8 @@ void Register(const py::dict& objects)
         {"root", &registered.root},
         {"refusal", &registered.refusal},
         {"warn", &registered.warn},
-        {"enumeration", &registered.makeEnumeration}};
+        {"enumeration", &registered.makeEnumeration},
+        {"view", &registered.view}};
     for (const auto& [name, place] : places)
     {
         *place = py::object(objects[name]).release().ptr();

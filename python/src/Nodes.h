@@ -155,7 +155,7 @@ public:
     /** As a container. Throws a TypeError where it is none. */
     IDbContainer& Container() const;
     /** The tree's root. Throws a refusal when it was closed. */
-    std::shared_ptr<IKWFunctionZEL> Root() const;
+    CHeld<IKWFunctionZEL> Root() const;
     /** Throws a refusal for the root of a tree that was closed: it has no node any more. */
     void CheckOpen() const;
 

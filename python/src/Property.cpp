@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Nodes.h"
 
+#include "KWRemoteNames.h"
+
 #include <cmath>
 #include <limits>
 
@@ -64,8 +66,8 @@ PyObject* NewBytes(const CProperty& property)
 
 [[noreturn]] void RefuseType(const CProperty& property, PyObject* value)
 {
-    PyErr_Format(PyExc_TypeError, "a %s can not be set to %R",
-                 property.node->GetTypeName().toUtf8().constData(), value);
+    const QString name = Released([&] { return property.node->GetTypeName(); });
+    PyErr_Format(PyExc_TypeError, "a %s can not be set to %R", name.toUtf8().constData(), value);
     throw py::error_already_set();
 }
 
@@ -347,12 +349,17 @@ py::object GetLimit(py::handle self, bool isMaximum)
     switch (property.kind)
     {
     case e_Kind::String: // the longest text
-        return isMaximum ? py::cast(property.As<IKWStringProperty>().GetMaxLength()) : py::none();
+        return isMaximum ? py::cast(Released(
+                               [&] { return property.As<IKWStringProperty>().GetMaxLength(); }))
+                         : py::none();
     case e_Kind::Pattern:
-        return isMaximum ? py::cast(property.As<IKWBitPatternProperty>().GetMaxLength())
+        return isMaximum ? py::cast(Released(
+                               [&] { return property.As<IKWBitPatternProperty>().GetMaxLength(); }))
                          : py::none();
     case e_Kind::Blob:
-        return isMaximum ? py::cast(property.As<IKWBlobProperty>().GetMaxSize()) : py::none();
+        return isMaximum
+                   ? py::cast(Released([&] { return property.As<IKWBlobProperty>().GetMaxSize(); }))
+                   : py::none();
     default:
         return OfNumber(property, [isMaximum](auto& handle)
                         { return isMaximum ? handle.GetMax() : handle.GetMin(); });
@@ -390,12 +397,22 @@ py::object GetValues(py::handle self)
     {
         const t_Enumeration& enumeration = property.Enumeration();
         auto& handle = property.As<IKWEnumPropertyBase>();
-        for (INT32 value = 0; value < PyTuple_GET_SIZE(enumeration.members); ++value)
-        {
-            if (handle.GetValueState(value) != eVALUESTATE_NOT_SELECTABLE)
+        const auto count = static_cast<INT32>(PyTuple_GET_SIZE(enumeration.members));
+        std::vector<INT32> selectable;
+        Released(
+            [&]
             {
-                values.append(py::reinterpret_steal<py::object>(NewMember(enumeration, value)));
-            }
+                for (INT32 value = 0; value < count; ++value)
+                {
+                    if (handle.GetValueState(value) != eVALUESTATE_NOT_SELECTABLE)
+                    {
+                        selectable.push_back(value);
+                    }
+                }
+            });
+        for (const INT32 value : selectable)
+        {
+            values.append(py::reinterpret_steal<py::object>(NewMember(enumeration, value)));
         }
         return values;
     }
@@ -487,7 +504,8 @@ const t_Enumeration& CProperty::Enumeration() const
 {
     if (m_enumeration == nullptr)
     {
-        m_enumeration = &EnumerationOf(As<IKWEnumPropertyBase>().GetEnumNameInfo());
+        m_enumeration = &EnumerationOf(
+            *Released([this] { return &As<IKWEnumPropertyBase>().GetEnumNameInfo(); }));
     }
     return *m_enumeration;
 }
@@ -572,10 +590,11 @@ void AddProperty(py::module_& module)
             { return OfNumber(Self(self), [](auto& handle) { return handle.GetUserValue(); }); })
         .def_property_readonly("default", &GetDefault)
         .def_property_readonly("values", &GetValues)
-        .def_property_readonly("unit",
-                               [](py::handle self) { return Self(self).node->GetUnitCode(); })
-        .def_property_readonly("unit_text", [](py::handle self)
-                               { return KW_GetUnitText(Self(self).node->GetUnitCode()); })
+        .def_property_readonly("unit", [](py::handle self)
+                               { return Locked(self, [](auto& n) { return n.GetUnitCode(); }); })
+        .def_property_readonly(
+            "unit_text", [](py::handle self)
+            { return Locked(self, [](auto& n) { return KW_GetUnitText(n.GetUnitCode()); }); })
         .def_property_readonly("type_name", [](py::handle self)
                                { return Locked(self, [](auto& n) { return n.GetTypeName(); }); })
         .def_property_readonly("text", [](py::handle self)
@@ -589,8 +608,12 @@ void AddProperty(py::module_& module)
                                { return Self(self).node->GetValidity() == eKW_VALIDITY_VALID; })
         .def_property_readonly("is_secret", [](py::handle self)
                                { return Locked(self, [](auto& n) { return KW_IsSecret(n); }); })
-        .def_property_readonly("is_result", [](py::handle self)
-                               { return Self(self).node->GetObjectType() == eOBJECTTYPE_RESULT; })
+        .def_property_readonly(
+            "is_result",
+            [](py::handle self) {
+                return Locked(self,
+                              [](auto& n) { return n.GetObjectType() == eOBJECTTYPE_RESULT; });
+            })
         .def_property_readonly("full_path",
                                [](py::handle self)
                                {
@@ -611,6 +634,9 @@ void AddProperty(py::module_& module)
                                { return Locked(self, [](auto& n) { return n.GetPath(); }); })
         .def_property_readonly("meaning", [](py::handle self)
                                { return Locked(self, [](auto& n) { return KW_GetMeaning(n); }); })
+        .def_property_readonly(
+            "remote_name", [](py::handle self)
+            { return Locked(self, [](auto& n) { return KW_GetRemoteNames(n).mnemonic; }); })
         .def_property_readonly(
             "_saved_with", [](py::handle self)
             { return Locked(self, [](auto& n) { return n.GetSaveRecallType(); }); })

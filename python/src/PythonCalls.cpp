@@ -10,10 +10,10 @@ namespace
 {
 thread_local CReports* t_reports = nullptr;
 
-py::list TextsOf(const CReports& reports)
+py::list ListOf(const std::vector<QString>& from)
 {
     py::list texts;
-    for (const QString& text : reports.Texts())
+    for (const QString& text : from)
     {
         texts.append(text);
     }
@@ -78,14 +78,19 @@ t_Registered& Registered()
 
 bool Answer(KW_ACCEPTANCE code, const CReports& reports, PyObject* node, PyObject* value)
 {
-    if (code == eKW_ACC_OK && reports.Texts().empty())
+    return Answer(code, reports.Texts(), node, value);
+}
+
+bool Answer(KW_ACCEPTANCE code, const std::vector<QString>& texts, PyObject* node, PyObject* value)
+{
+    if (code == eKW_ACC_OK && texts.empty())
     {
         return true;
     }
     PyObject* const asked = value != nullptr ? value : Py_None;
     PyObject* const make = KW_IsAccepted(code) ? Registered().warn : Registered().refusal;
     PyObject* const result =
-        PyObject_CallFunction(make, "IOOO", code, node, asked, TextsOf(reports).ptr());
+        PyObject_CallFunction(make, "IOOO", code, node, asked, ListOf(texts).ptr());
     if (result == nullptr)
     {
         return false;

@@ -83,11 +83,34 @@ void LetGo(std::shared_ptr<T>& part)
     Released([&part] { part.reset(); });
 }
 
+/** A part of a tree that a call holds: whoever holds the last one waits for the tree's lock. */
+template <typename T>
+class CHeld
+{
+public:
+    CHeld(std::shared_ptr<T> part) : m_part(std::move(part)) {}
+    CHeld(const CHeld&) = default;
+    CHeld(CHeld&&) = default;
+    CHeld& operator=(const CHeld&) = delete;
+    ~CHeld() { LetGo(m_part); }
+
+    explicit operator bool() const { return m_part != nullptr; }
+    T* operator->() const { return m_part.get(); }
+    const std::shared_ptr<T>& Get() const { return m_part; }
+
+private:
+    std::shared_ptr<T> m_part;
+};
+
 /** Turns an answer into nothing, a warning or an exception.
     @param node  what was asked, a Python object
     @param value what was asked for, or null
     @return false: a Python exception is set */
 bool Answer(KW_ACCEPTANCE code, const CReports& reports, PyObject* node, PyObject* value = nullptr);
+
+/** The same with texts of another source. */
+bool Answer(KW_ACCEPTANCE code, const std::vector<QString>& texts, PyObject* node,
+            PyObject* value = nullptr);
 
 /** A refusal that the library need not be asked for; always false. */
 bool Refuse(KW_ACCEPTANCE code, PyObject* node, PyObject* value);
@@ -162,6 +185,7 @@ struct t_Registered
     PyObject* refusal = nullptr;         ///< makes an exception
     PyObject* warn = nullptr;            ///< warns of code 1 and of reports
     PyObject* makeEnumeration = nullptr; ///< makes a class of a table
+    PyObject* view = nullptr;            ///< makes an array of what has the buffer protocol
 };
 t_Registered& Registered();
 

@@ -212,7 +212,7 @@ def test_reports_are_warnings_of_the_call_that_made_them(root, tmp_path):
     name = tmp_path / "settings.csv"
     root.save(name)
     text = name.read_text(encoding="utf-8")
-    name.write_text(text.replace("Horizontal", "Vertikal"), encoding="utf-8")
+    name.write_text(text.replace("Horizontal", "Nowhere"), encoding="utf-8")
     with pytest.raises(kwi.Refused) as caught:
         root.recall(name)
     assert caught.value.code is kwi.Code.FILE_NOT_UNDERSTOOD and caught.value.reports
