@@ -75,6 +75,12 @@ kwi_package(Documents libkwifunctionzel-doc doc "settings reference of a measuri
 Every setting of libKWIFunctionZEL with type, unit, limits and default, guides
 and examples, as Markdown and source.")
 
+if(KWI_BUILD_PYTHON)
+    kwi_package(Python python3-kwifunctionzel python "function database of a measuring instrument for Python
+Settings and results of the instrument as objects of Python, with
+calculations, label lists, samples and stubs for type checkers.")
+endif()
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PACKAGE_NAME kwifunctionzel)
@@ -84,6 +90,9 @@ set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_COMPONENTS_ALL Library Development Service ServiceDevelopment Host Tools Documents)
 if(KWI_BUILD_QT)
     list(APPEND CPACK_COMPONENTS_ALL Qt QtDevelopment Qml)
+endif()
+if(KWI_BUILD_PYTHON)
+    list(APPEND CPACK_COMPONENTS_ALL Python)
 endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -136,6 +145,15 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/service
     ${CMAKE_BINARY_DIR}/qt)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS ${sameRuntime})
+
+# The module is for one version of Python.
+if(KWI_BUILD_PYTHON)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+        "${sameRuntime}, python3 (>= ${KWI_PYTHON_VERSION}), python3 (<< ${KWI_PYTHON_NEXT})")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
+    set(CPACK_DEBIAN_PYTHON_DEBUGINFO_PACKAGE ON)
+endif()
 
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
 

@@ -21,9 +21,11 @@ class BuildWithCMake(build_py):
     def run(self) -> None:
         present = os.environ.get("KWI_BUILD_DIR")
         build = Path(present) if present else _PROJECT / "build" / "pip"
-        options = [f"-DKWI_PYTHON={sys.executable}", "-DKWI_BUILD_PYTHON=ON"]
+        options = ["-DKWI_BUILD_PYTHON=ON"]
         if not present:
-            options += ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DKWI_BUILD_TESTS=OFF",
+            # The one that the virtual environment is made of: it stays when that goes.
+            python = getattr(sys, "_base_executable", sys.executable)
+            options += [f"-DKWI_PYTHON={python}", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DKWI_BUILD_TESTS=OFF",
                         "-DKWI_BUILD_TOOLS=OFF", "-DCMAKE_UNITY_BUILD=ON",
                         "-DCMAKE_UNITY_BUILD_BATCH_SIZE=12"]
         subprocess.run(["cmake", "-S", _PROJECT, "-B", build, *options], check=True)

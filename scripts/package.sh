@@ -42,7 +42,9 @@ content() {
         sed -E -e 's|^\./usr/||' -e "s|lib/$multiarch/|lib/|" \
             -e '/^share\/doc\/[^/]*\/(copyright|changelog(\.Debian)?\.gz)$/d' \
             -e 's|(include/KWIFunctionZEL/).*\.h$|\1*.h|' -e 's#(/settings/).*\.(md|svg)$#\1*.\2#' \
-            -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' -e 's@(KWIFunctionZEL/(examples|site)/).*@\1*@' |
+            -e 's#(kwifunctionzel/)(_core\..*\.so|[^/]*\.(py|pyi|typed))$#\1*#' \
+            -e 's#(/docs/guides/pictures/).*#\1*#' -e 's#(/docs/(guides/)?)[^/]*\.md$#\1*.md#' \
+            -e 's@(KWIFunctionZEL/(examples|site)/).*@\1*@' |
         LC_ALL=C sort -u
 }
 
@@ -118,7 +120,7 @@ check_unit() {
     quietly systemd-analyze security --offline=yes --threshold=20 "$work/zelhost.service"
 }
 
-"$scripts/setup.sh" package
+"$scripts/setup.sh" package python
 multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
 make_packages
 version=$(dpkg-deb --field "$(package zelctl)" Version)
@@ -155,10 +157,11 @@ lib/cmake/KWIFunctionZEL/KWIFunctionZELQtTargets-release.cmake \
 lib/cmake/KWIFunctionZEL/KWIFunctionZELQtTargets.cmake lib/$adapter_library"
 check_content qml6-module-kwifunctionzel "lib/qt6/qml/KWIFunctionZEL/libkwifunctionzelqml.so \
 lib/qt6/qml/KWIFunctionZEL/qmldir"
+check_content python3-kwifunctionzel "lib/python3/dist-packages/kwifunctionzel/*"
 check_content libkwifunctionzel-doc \
     "$documents/CHANGELOG.md $documents/LICENSE $documents/README.md $documents/docs/*.md \
-$documents/docs/guides/*.md $documents/docs/openapi.json $documents/docs/settings/*.md \
-$documents/docs/settings/*.svg $documents/examples/* $documents/site/*"
+$documents/docs/guides/*.md $documents/docs/guides/pictures/* $documents/docs/openapi.json \
+$documents/docs/settings/*.md $documents/docs/settings/*.svg $documents/examples/* $documents/site/*"
 
 check_depends libkwifunctionzel-dev "$runtime (= $version)"
 check_depends zelctl "$runtime (= $version)"
@@ -169,6 +172,7 @@ check_depends "$adapter" "$runtime (= $version)"
 check_depends libkwifunctionzel-qt-dev "$adapter (= $version)"
 check_depends qml6-module-kwifunctionzel "$adapter (= $version)"
 check_depends zelhost "$service (= $version)"
+check_depends python3-kwifunctionzel "$runtime (= $version)"
 check_depends "$runtime" "libc6 (>= 2.36)"
 [ "$(dpkg-deb --info "$(package "$runtime")" shlibs)" = \
     "libKWIFunctionZEL $major $runtime (>= $version)" ] || fail "$runtime: wrong shlibs"
@@ -176,10 +180,15 @@ dpkg-deb --info "$(package "$runtime")" triggers | grep -qxF 'activate-noawait l
     fail "$runtime: no trigger"
 
 for name in "$runtime" libkwifunctionzel-dev "$service" libkwifunctionzel-service-dev zelhost \
-    "$adapter" libkwifunctionzel-qt-dev qml6-module-kwifunctionzel zelctl libkwifunctionzel-doc; do
+    "$adapter" libkwifunctionzel-qt-dev qml6-module-kwifunctionzel python3-kwifunctionzel zelctl \
+    libkwifunctionzel-doc; do
     dpkg-deb --extract "$(package "$name")" "$unpacked"
 done
 LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch "$unpacked/usr/bin/zelctl" --version
+LD_LIBRARY_PATH=$unpacked/usr/lib/$multiarch PYTHONPATH=$unpacked/usr/lib/python3/dist-packages \
+    /usr/bin/python3 -B -c 'import kwifunctionzel as kwi
+with kwi.root() as root:
+    root.Horizontal.Scale = "2 ms/div"' || fail "the package for Python does not run"
 python3 -B scripts/check-links.py "$unpacked/usr/$documents" || fail "a document links to nowhere"
 check_client
 check_service
