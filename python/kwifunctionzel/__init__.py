@@ -11,7 +11,7 @@ from __future__ import annotations
 
 from typing import TYPE_CHECKING
 
-from . import enums, errors, helpers, labels, nodes, streams, tree
+from . import enums, errors, helpers, labels, masks, mathematics, meter, nodes, streams, tree
 from .api import Changes, Coupling
 from .enumerations import Availability, ControlMode, Enumeration, SavedWith
 from .errors import Code, Limited, NotFound, Refused, RefusedValue, Reported
@@ -23,7 +23,8 @@ if TYPE_CHECKING:
 __all__ = [
     "Action", "Array", "Availability", "Changes", "Code", "ControlMode", "Coupling", "Enumeration",
     "Group", "Limited", "Map", "NotFound", "Property", "Refused", "RefusedValue", "Reported", "Root",
-    "SavedWith", "enums", "errors", "helpers", "labels", "root", "seal", "streams", "tree",
+    "SavedWith", "enums", "errors", "helpers", "labels", "masks", "mathematics", "meter", "root",
+    "seal", "streams", "tree",
 ]
 
 

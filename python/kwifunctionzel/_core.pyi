@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The tree of this process."""
 
-from collections.abc import Callable
+from collections.abc import Callable, Iterable, Sequence
 from typing import Any
 
 from .enumerations import Enumeration
@@ -378,6 +378,9 @@ def requires_logic_trigger(type: int | str, channel: int | str) -> bool: ...
 
 class LabelSignal(_Object):
     """A signal of a message."""
+    def __init__(self, name: str, start_bit: int, bit_length: int, *, endianness: int | str = ..., value_type: int | str = ..., factor: float = ..., offset: float = ..., minimum: float = ..., maximum: float = ..., unit: str = ..., labels: dict[int, str] = ..., multiplexor: str = ..., selected_by: list[tuple[int, int]] = ..., receivers: list[str] = ..., comment: str = ...) -> None:
+        """`start_bit` in the notation of CAN databases; `selected_by`: raw values of the
+        multiplexor, first and last, with which the signal is there."""
     @property
     def name(self) -> str: ...
     @property
@@ -405,10 +408,16 @@ class LabelSignal(_Object):
     @property
     def multiplexor(self) -> str: ...
     @property
+    def selected_by(self) -> list[tuple[int, int]]:
+        """Raw values of the multiplexor, first and last, with which it is there."""
+    @property
     def receivers(self) -> list[str]: ...
 
 class LabelMessage(_Object):
     """A message of a bus."""
+    def __init__(self, name: str, identifier: int, identifier_length: int = ..., length: int = ..., signals: list[LabelSignal] = ..., *, is_fd: bool = ..., cycle_time: float | None = ..., senders: list[str] = ..., comment: str = ...) -> None: ...
+    @property
+    def is_fd(self) -> bool: ...
     @property
     def name(self) -> str: ...
     @property
@@ -429,6 +438,7 @@ class LabelMessage(_Object):
 
 class LabelList(_Object):
     """The messages and signals of a bus."""
+    def __init__(self, messages: list[LabelMessage] = ..., name: str = ..., protocol: int | str = ..., comment: str = ...) -> None: ...
     @property
     def name(self) -> str: ...
     @property
@@ -486,6 +496,9 @@ class Record(_Object):
     def trigger_time(self) -> int:
         """Nanoseconds since 1970-01-01 UTC."""
     @property
+    def source(self) -> int:
+        """Number of the record that this one was made from; 0: from none."""
+    @property
     def settings_counter(self) -> int: ...
     @property
     def mask_result(self) -> int: ...
@@ -497,6 +510,15 @@ class Record(_Object):
         `first` and `count` are points of the trace; without them all of it."""
     def lines(self, trace: int, columns: int, first: float = ..., count: float | None = ...) -> Any:
         """The same of digital lines: those that are high throughout a column, and at some time."""
+    def write(self, file: str) -> None:
+        """Writes a record file, whole or not at all."""
+    def to_bytes(self) -> bytes:
+        """The bytes of its file; a record is pickled as them."""
+
+def read_record(file: str) -> Record: ...
+def record_from_bytes(data: Any) -> Record: ...
+
+COUNTS_PER_DIVISION: float
 
 def make_record(traces: list[TraceInfo], samples: list[Any], number: int = ..., trigger_time: int = ...) -> Record: ...
 
@@ -533,3 +555,204 @@ class Stream(_Object):
     def __init__(self, bytes: int = ...) -> None: ...
     def reader(self) -> Reader: ...
     def writer(self) -> Writer: ...
+
+class MaskFrame(_Object):
+    """What a division is: the picture in which a mask was made, or in which a trace is shown."""
+    def __init__(self, unit: int | str = ..., left: float = ..., time_scale: float = ..., middle: float = ..., level_scale: float = ...) -> None: ...
+    @property
+    def unit(self) -> Any: ...
+    @property
+    def left(self) -> float:
+        """Time at x = 0 against the trigger, s."""
+    @property
+    def time_scale(self) -> float:
+        """Seconds in a division."""
+    @property
+    def middle(self) -> float:
+        """Level at y = 0."""
+    @property
+    def level_scale(self) -> float:
+        """Of a division."""
+    def __eq__(self, other: object, /) -> bool: ...
+
+class MaskViolation(_Object):
+    """A stretch of points that are beyond a line."""
+    @property
+    def line(self) -> Any:
+        """KW_ZEL_LIMIT: overflow of the upper line, underflow of the lower one."""
+    @property
+    def first(self) -> int: ...
+    @property
+    def last(self) -> int: ...
+    @property
+    def worst(self) -> int: ...
+    @property
+    def excess(self) -> float:
+        """How far the worst one is beyond the line, in divisions."""
+
+class Mask(_Object):
+    """A line above and a line below a trace; one without points limits nothing."""
+    def __init__(self, upper: Iterable[Sequence[float]] = ..., lower: Iterable[Sequence[float]] = ..., frame: MaskFrame = ...) -> None: ...
+    @property
+    def frame(self) -> MaskFrame: ...
+    @property
+    def upper(self) -> list[tuple[float, float, bool]]:
+        """x and y in divisions, and whether a gap follows."""
+    @property
+    def lower(self) -> list[tuple[float, float, bool]]: ...
+    @property
+    def is_empty(self) -> bool: ...
+    def __eq__(self, other: object, /) -> bool: ...
+    def limits(self, x: float) -> tuple[float, float]:
+        """Levels of the lower and the upper line at a place; infinite where there is none."""
+    def placed(self, position: float = ..., stretch: float = ...) -> Mask:
+        """Stretched about its middle, then shifted upwards."""
+    def moved_to(self, frame: MaskFrame) -> Mask:
+        """With the same levels and times in another frame."""
+    def test(self, record: Record, trace: int = ..., frame: MaskFrame | None = ..., first: int = ...) -> Any:
+        """The lines that a trace crosses, KW_ZEL_LIMIT; without a frame in that of the mask."""
+    def violations(self, record: Record, trace: int = ..., frame: MaskFrame | None = ...) -> list[MaskViolation]:
+        """The places where it does."""
+    def write(self, file: str) -> None: ...
+    def put(self, setup: Any) -> None:
+        """Replaces the mask of a channel of the tree, as one step for undo."""
+
+def make_mask(record: Record, trace: int, frame: MaskFrame, width_x: float, width_y: float) -> Mask: ...
+def read_mask(file: str) -> Mask: ...
+def get_mask(setup: Any) -> Mask: ...
+
+class MaskEvent(_Object):
+    """What is to be done because of violations since the last delivery."""
+    @property
+    def action(self) -> Any: ...
+    @property
+    def violations(self) -> int: ...
+    @property
+    def record(self) -> int:
+        """Number of the last record that failed."""
+
+class PlacedMask(_Object):
+    """The mask of a channel where it stands now."""
+    @property
+    def mask(self) -> Mask: ...
+    @property
+    def is_tested(self) -> bool: ...
+    @property
+    def is_visible(self) -> bool: ...
+
+class MaskRun(_Object):
+    """The mask test of the tree: tests records while Mask/State is running, and counts."""
+    def __init__(self, root: Any, acquisition: Acquisition | None = ...) -> None:
+        """With an acquisition Mask/MaskSettings/CreateMask uses what it shows."""
+    def test(self, record: Record) -> int:
+        """MaskResult of a record. For one thread."""
+    def deliver(self) -> MaskEvent:
+        """Delivers counts and the end of the test to the tree, at the rate of a display."""
+    def masks(self) -> list[PlacedMask]:
+        """The masks of C1 to C4."""
+
+class Armed(_Object):
+    """What is to be acquired, as one moment of the settings says."""
+    @property
+    def traces(self) -> list[TraceInfo]:
+        """By TracePlace; those with a count of 0 are off."""
+    @property
+    def block_size(self) -> int:
+        """Points that slow and roll mode show at a time; 0: whole records."""
+    @property
+    def mode(self) -> Any: ...
+    @property
+    def history_depth(self) -> int: ...
+    @property
+    def is_history_short(self) -> bool:
+        """The memory holds less than the history is to keep."""
+    @property
+    def left(self) -> int:
+        """Acquisitions that a single run still makes; 0: no end."""
+    @property
+    def settings_counter(self) -> int: ...
+
+class Acquisition(_Object):
+    """A stream that follows the tree; keeps it alive."""
+    def __init__(self, root: Any, bytes: int = ...) -> None: ...
+    def arm(self) -> Armed | None:
+        """Before each acquisition, in slow and roll mode before each block. None: nothing is to be
+        acquired. For one thread, as `publish`."""
+    def publish(self, samples: list[Any], trigger_time: int = ..., shift: float = ..., flags: Sequence[int] = ...) -> bool:
+        """Fills a record with an array for each TracePlace, None for those that are off, and shows
+        it to readers. False: it found no room and was dropped."""
+    def set_test(self, test: MaskRun | None) -> None:
+        """Judges each record before others see it."""
+    def deliver(self) -> None:
+        """Delivers how far it is to the tree, at the rate of a display, in another thread."""
+    @property
+    def stream(self) -> Stream:
+        """To make readers of; it has its writer."""
+    def shown(self, reader: Reader) -> Record | None:
+        """The record to be shown: the newest, or the one that the history viewer has selected."""
+    @property
+    def reference(self) -> Record | None:
+        """The reference curve."""
+    def set_reference(self, record: Record, trace: int = ...) -> None: ...
+
+class Expression(_Object):
+    """An expression of channels, such as "(C1 - C2) * 2.5V"."""
+    def __init__(self, text: str) -> None: ...
+    @property
+    def sources(self) -> list[Any]:
+        """Channels that it names."""
+    def unit(self, units: dict[Any, int | str]) -> Any:
+        """Unit of the result, of units by channel."""
+    def evaluate(self, values: dict[Any, float]) -> float:
+        """The result of values by channel; NaN where there is none."""
+
+class Mathematics(_Object):
+    """Computes the curve of an operation or expression from the traces of records. For one thread
+    at a time."""
+    def __init__(self, records: int = ...) -> None:
+        """`records`: results that may be held at once, 1 to 64."""
+    def configure(self, expression: str | None = ..., *, operation: int | str = ..., a: int | str = ..., b: int | str = ..., filter_frequency: float = ..., integral_start: float = ..., format: int = ..., scale: float | None = ..., position: float = ...) -> None:
+        """An expression, or else an operation on one or two sources. Without a scale the 16 bits of
+        a result have the one that its values ask for."""
+    def compute(self, record: Record, reference: Record | None = ...) -> Record:
+        """A record of one trace, M1."""
+    @property
+    def scale(self) -> tuple[float, float]:
+        """Scale and position of the last result of 16 bits."""
+
+class MathematicsCurve(_Object):
+    """The mathematics channel of the tree over records; keeps the tree alive. For one thread at a
+    time."""
+    def __init__(self, root: Any, records: int = ...) -> None: ...
+    def compute(self, record: Record, reference: Record | None = ...) -> Record | None:
+        """The curve by the present settings; None while the channel is off."""
+    @property
+    def has_changed(self) -> bool:
+        """Whether the curve may be another one now."""
+    def deliver(self) -> None:
+        """Delivers the scale that was found to the tree."""
+
+def find_math_scale(lowest: float, highest: float) -> tuple[float, float] | None: ...
+
+class MeterRange(_Object):
+    """How the meter's path is set up in a range."""
+    @property
+    def range(self) -> float: ...
+    @property
+    def lower_limit(self) -> float: ...
+    @property
+    def upper_limit(self) -> float: ...
+    @property
+    def divider(self) -> float: ...
+    @property
+    def gain(self) -> int: ...
+    @property
+    def gain_stage(self) -> int: ...
+    @property
+    def range_factor(self) -> float: ...
+    @property
+    def current(self) -> Any: ...
+
+def meter_catalogue() -> dict[Any, tuple[str, int, int, dict[Any, MeterRange]]]: ...
+def meter_range_value(range: int | str) -> float: ...
+def meter_range_of(value: float) -> Any: ...

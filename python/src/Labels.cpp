@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Buffers.h"
-#include "Nodes.h"
+#include "Shared.h"
 
 #include "IKWFunctionLabelListSettings.h"
 #include "LabelList/FrameLog.h"
 #include "LabelList/LabelListDecoder.h"
-#include "LabelList/LabelListFile.h"
 #include "LabelList/LabelListTree.h"
 
 #include <pybind11/stl.h>
@@ -29,29 +27,13 @@ py::list Texts(const std::vector<std::string>& texts)
     return result;
 }
 
-/** Throws for a refusal, and warns of what is to be said. */
-void Tell(KW_ACCEPTANCE code, const QString& file, const std::vector<KW_LabelReport>& reports,
-          py::handle node)
-{
-    std::vector<QString> texts;
-    for (const KW_LabelReport& report : reports)
-    {
-        texts.push_back(file.isEmpty() ? report.text : KW_FormatLabelReport(file, report));
-    }
-    const py::object asked = file.isEmpty() ? py::none() : py::cast(file);
-    if (!Answer(code, texts, node.ptr(), asked.ptr()))
-    {
-        throw py::error_already_set();
-    }
-}
-
 KW_LabelList Read(const QString& file, bool skipBadMessages)
 {
     KW_LabelList list;
     std::vector<KW_LabelReport> reports;
     const KW_ACCEPTANCE code =
         Released([&] { return KW_ReadLabelFile(file, list, reports, {skipBadMessages}); });
-    Tell(code, file, reports, py::none());
+    CheckFile(code, file, reports);
     return list;
 }
 
@@ -59,30 +41,17 @@ void Write(const QString& file, const KW_LabelList& list)
 {
     std::vector<KW_LabelReport> reports;
     const KW_ACCEPTANCE code = Released([&] { return KW_WriteLabelFile(file, list, reports); });
-    Tell(code, file, reports, py::none());
+    CheckFile(code, file, reports);
 }
 
 /** Calls `work` with the label list of a group of the tree. */
 template <typename Work>
 void WithSettings(py::handle group, Work&& work)
 {
-    if (PyObject_IsInstance(group.ptr(), Registered().group) != 1)
-    {
-        throw py::type_error("wanted is a LabelListSettings of the tree");
-    }
-    const CHeld<IKWFunctionLabelListSettings> settings = Released(
-        [&]
-        {
-            return std::dynamic_pointer_cast<IKWFunctionLabelListSettings>(
-                Of<CGroup>(group.ptr()).node->GetHandle());
-        });
-    if (!settings)
-    {
-        throw py::type_error("wanted is a LabelListSettings of the tree");
-    }
+    const auto settings = HandleOf<IKWFunctionLabelListSettings>(group, "LabelListSettings");
     std::vector<KW_LabelReport> reports;
     const KW_ACCEPTANCE code = Released([&] { return work(*settings.operator->(), reports); });
-    Tell(code, QString(), reports, group);
+    CheckFile(code, QString(), reports, group);
 }
 
 KW_LabelList FromTree(py::handle group)
@@ -130,9 +99,83 @@ py::dict LabelsOf(const t_ListedSignal& signal)
     return labels;
 }
 
-void AddLists(py::module_& module)
+t_ListedSignal MakeSignal(const std::string& name, UINT32 startBit, UINT32 bitLength,
+                          KW_ENDIANNESS endianness, KW_SIGNAL_TRANSLATION_VALUE_TYPE valueType,
+                          double factor, double offset, double minimum, double maximum,
+                          const std::string& unit, const std::map<INT64, std::string>& labels,
+                          const std::string& multiplexor,
+                          const std::vector<std::pair<UINT64, UINT64>>& selectedBy,
+                          const std::vector<std::string>& receivers, const std::string& comment)
+{
+    t_ListedSignal made{
+        {name, startBit, bitLength, endianness, valueType, factor, offset, minimum, maximum, unit},
+        {}};
+    for (const auto& [raw, text] : labels)
+    {
+        if (raw >= 0 && raw <= UINT32_MAX)
+        {
+            made.signal.addSignalEnumValue(
+                {static_cast<UINT32>(raw), QByteArray::fromStdString(text)});
+        }
+        else
+        {
+            made.details.furtherLabels[raw] = text;
+        }
+    }
+    made.details.multiplexor = multiplexor;
+    for (const auto& [first, last] : selectedBy)
+    {
+        made.details.selectedBy.push_back({first, last});
+    }
+    made.details.receivers = receivers;
+    made.details.comment = comment;
+    return made;
+}
+
+KW_LabelEntry MakeMessage(const std::string& name, UINT32 identifier, UINT32 identifierLength,
+                          UINT32 length, const std::vector<t_ListedSignal>& listed, bool isFd,
+                          std::optional<double> cycleTime, const std::vector<std::string>& senders,
+                          const std::string& comment)
+{
+    KW_LabelEntry made;
+    made.message.setParameters(name, std::to_string(identifierLength), identifier, length);
+    made.details.isFd = isFd;
+    made.details.cycleTime = cycleTime;
+    made.details.senders = senders;
+    made.details.comment = comment;
+    const auto selects = [&listed](const std::string& signal)
+    {
+        return std::any_of(listed.begin(), listed.end(),
+                           [&signal](const t_ListedSignal& other)
+                           { return other.details.multiplexor == signal; });
+    };
+    for (t_ListedSignal one : listed)
+    {
+        one.details.isMultiplexor = selects(one.signal.getName());
+        KW_AddSignal(made, one.signal, one.details);
+    }
+    return made;
+}
+
+std::vector<std::pair<UINT64, UINT64>> SelectionOf(const t_ListedSignal& signal)
+{
+    std::vector<std::pair<UINT64, UINT64>> ranges;
+    for (const KW_RawRange& range : signal.details.selectedBy)
+    {
+        ranges.emplace_back(range.first, range.last);
+    }
+    return ranges;
+}
+
+void AddSignals(py::module_& module)
 {
     py::class_<t_ListedSignal> signal(module, "LabelSignal", "A signal of a message.");
+    signal.def(py::init(&MakeSignal), py::arg("name"), py::arg("start_bit"), py::arg("bit_length"),
+               py::kw_only(), py::arg("endianness") = "LITTLE_ENDIAN", py::arg("value_type") = 0,
+               py::arg("factor") = 1.0, py::arg("offset") = 0.0, py::arg("minimum") = 0.0,
+               py::arg("maximum") = 0.0, py::arg("unit") = "", py::arg("labels") = py::dict(),
+               py::arg("multiplexor") = "", py::arg("selected_by") = py::list(),
+               py::arg("receivers") = py::list(), py::arg("comment") = "");
     const auto text = [](const std::string& (CLabelListSignal::*get)() const)
     { return [get](const t_ListedSignal& s) { return Text((s.signal.*get)()); }; };
     const auto value = [](auto get)
@@ -152,9 +195,20 @@ void AddLists(py::module_& module)
                                [](const t_ListedSignal& s) { return Text(s.details.comment); })
         .def_property_readonly("multiplexor",
                                [](const t_ListedSignal& s) { return Text(s.details.multiplexor); })
+        .def_property_readonly("selected_by", &SelectionOf)
         .def_property_readonly("receivers",
                                [](const t_ListedSignal& s) { return Texts(s.details.receivers); });
+}
+
+void AddLists(py::module_& module)
+{
+    AddSignals(module);
     py::class_<KW_LabelEntry>(module, "LabelMessage", "A message of a bus.")
+        .def(py::init(&MakeMessage), py::arg("name"), py::arg("identifier"),
+             py::arg("identifier_length") = 11, py::arg("length") = 8,
+             py::arg("signals") = py::list(), py::kw_only(), py::arg("is_fd") = false,
+             py::arg("cycle_time") = py::none(), py::arg("senders") = py::list(),
+             py::arg("comment") = "")
         .def_property_readonly("name",
                                [](const KW_LabelEntry& e) { return Text(e.message.getName()); })
         .def_property_readonly("identifier",
@@ -163,6 +217,7 @@ void AddLists(py::module_& module)
                                { return Text(e.message.getIdentifierFormat()); })
         .def_property_readonly("length",
                                [](const KW_LabelEntry& e) { return e.message.getLength(); })
+        .def_property_readonly("is_fd", [](const KW_LabelEntry& e) { return e.details.isFd; })
         .def_property_readonly("comment",
                                [](const KW_LabelEntry& e) { return Text(e.details.comment); })
         .def_property_readonly("senders",
@@ -171,6 +226,20 @@ void AddLists(py::module_& module)
                                [](const KW_LabelEntry& e) { return e.details.cycleTime; })
         .def_property_readonly("signals", &SignalsOf);
     py::class_<KW_LabelList>(module, "LabelList", "The messages and signals of a bus.")
+        .def(py::init(
+                 [](const std::vector<KW_LabelEntry>& messages, const std::string& name,
+                    KW_ZEL_SERIALBUS_PROTOCOL protocol, const std::string& comment)
+                 {
+                     KW_LabelList list;
+                     list.protocol = protocol;
+                     list.name = name;
+                     list.comment = comment;
+                     list.messages = messages;
+                     return list;
+                 }),
+             py::arg("messages") = py::list(), py::arg("name") = "",
+             py::arg("protocol") = static_cast<int>(eKW_ZEL_SERIALBUS_PROTOCOL_CAN),
+             py::arg("comment") = "")
         .def_property_readonly("name", [](const KW_LabelList& list) { return Text(list.name); })
         .def_property_readonly("comment",
                                [](const KW_LabelList& list) { return Text(list.comment); })

@@ -47,4 +47,8 @@ PYBIND11_MODULE(_core, module)
     AddHelpers(module);
     AddLabels(module);
     AddStreams(module);
+    AddMasks(module);
+    AddAcquisition(module);
+    AddMathematics(module);
+    AddMeter(module);
 }

@@ -197,4 +197,8 @@ void AddGroup(py::module_& module);
 void AddHelpers(py::module_& module);
 void AddLabels(py::module_& module);
 void AddStreams(py::module_& module);
+void AddAcquisition(py::module_& module);
+void AddMasks(py::module_& module);
+void AddMathematics(py::module_& module);
+void AddMeter(py::module_& module);
 ///@}

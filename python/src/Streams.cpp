@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Buffers.h"
-#include "Enumerations.h"
+#include "Acquisition.h"
 
-#include "Streams/Stream.h"
+#include "Streams/Frames.h"
+#include "Streams/RecordFile.h"
 
 #include <pybind11/stl.h>
 
@@ -20,52 +20,37 @@ struct t_Samples
     py::buffer_info Info() const
     {
         const bool isPair = format == eKW_SAMPLES_MINMAX;
-        const char* code = "h";
-        py::ssize_t size = 2;
-        if (format == eKW_SAMPLES_FLOAT)
-        {
-            code = "f";
-            size = 4;
-        }
-        else if (format == eKW_SAMPLES_LINES)
-        {
-            code = "B";
-            size = 1;
-        }
+        const auto point = static_cast<py::ssize_t>(KW_GetPointSize(format));
+        const py::ssize_t size = isPair ? point / 2 : point;
         // An empty span has no address, which a buffer must have.
         static std::byte none{};
         std::byte* const data = bytes.empty() ? &none : const_cast<std::byte*>(bytes.data());
-        const auto points = static_cast<py::ssize_t>(bytes.size()) / (isPair ? 4 : size);
+        const auto points = static_cast<py::ssize_t>(bytes.size()) / point;
         if (isPair)
         {
-            return {data, size, code, 2, {points, py::ssize_t(2)}, {py::ssize_t(4), size}, true};
+            return {data, size, Code(), 2, {points, py::ssize_t(2)}, {point, size}, true};
         }
-        return {data, size, code, 1, {points}, {size}, true};
+        return {data, size, Code(), 1, {points}, {size}, true};
+    }
+
+private:
+    /** Of a point, as the module struct writes it; of a frame with the names of its fields. */
+    const char* Code() const
+    {
+        switch (format)
+        {
+        case eKW_SAMPLES_FLOAT:
+            return "f";
+        case eKW_SAMPLES_LINES:
+            return "B";
+        case eKW_SAMPLES_FRAMES:
+            return "T{d:time:d:duration:I:identifier:I:flags:i:protocol:B:identifier_length:B:bus:"
+                   "B:length:B:reserved:(64)B:bytes:}";
+        default:
+            return "h";
+        }
     }
 };
-
-[[noreturn]] void Throw(KW_ACCEPTANCE code)
-{
-    Refuse(code, Py_None, nullptr);
-    throw py::error_already_set();
-}
-
-void Check(KW_ACCEPTANCE code)
-{
-    const CReports none;
-    if (!Answer(code, none, Py_None))
-    {
-        throw py::error_already_set();
-    }
-}
-
-void CheckTrace(const CKWRecord& record, UINT32 trace)
-{
-    if (trace >= record.GetTraceCount())
-    {
-        throw py::index_error("the record has no trace of this place");
-    }
-}
 
 py::object SamplesOf(const CKWRecord& record, UINT32 trace)
 {
@@ -92,7 +77,7 @@ py::object ColumnsOf(const CKWRecord& record, UINT32 trace, std::size_t columns,
     const double points = count.value_or(record.GetTrace(trace).count);
     const KW_ACCEPTANCE code =
         Released([&] { return record.GetColumns(trace, first, points, found, interpolation); });
-    Check(code);
+    CheckCode(code);
     t_Numbers<double> numbers{std::vector<double>(2 * columns), 2};
     static_assert(sizeof(KW_MinMax) == 2 * sizeof(double));
     std::memcpy(numbers.numbers.data(), found.data(), columns * sizeof(KW_MinMax));
@@ -106,7 +91,7 @@ py::object LinesOf(const CKWRecord& record, UINT32 trace, std::size_t columns, d
     CheckColumns(columns);
     std::vector<KW_LineStates> found(columns);
     const double points = count.value_or(record.GetTrace(trace).count);
-    Check(Released([&] { return record.GetLines(trace, first, points, found); }));
+    CheckCode(Released([&] { return record.GetLines(trace, first, points, found); }));
     t_Numbers<UINT8> numbers{std::vector<UINT8>(2 * columns), 2};
     static_assert(sizeof(KW_LineStates) == 2);
     std::memcpy(numbers.numbers.data(), found.data(), columns * sizeof(KW_LineStates));
@@ -120,20 +105,12 @@ std::vector<std::unique_ptr<CBytes>> BytesOf(const std::vector<KW_TraceInfo>& tr
     std::vector<std::unique_ptr<CBytes>> bytes;
     if (traces.size() != samples.size())
     {
-        Throw(eKW_ACC_BAD_INDEX);
+        ThrowRefusal(eKW_ACC_BAD_INDEX);
     }
     for (std::size_t i = 0; i < traces.size(); ++i)
     {
         bytes.push_back(std::make_unique<CBytes>(samples[i]));
-        const KW_SAMPLE_FORMAT format = traces[i].format;
-        const std::size_t item = format == eKW_SAMPLES_MINMAX
-                                     ? 2
-                                     : (format < eKW_SAMPLES_COUNT ? KW_GetPointSize(format) : 0);
-        if (bytes.back()->ItemSize() != item ||
-            (bytes.back()->Format() == "f") != (format == eKW_SAMPLES_FLOAT))
-        {
-            throw py::type_error("samples of another type than the trace's format");
-        }
+        CheckPoints(*bytes.back(), traces[i].format);
     }
     return bytes;
 }
@@ -149,48 +126,62 @@ CKWRecord Make(const KW_RecordInfo& info, std::vector<KW_TraceInfo> traces, cons
     }
     KW_ACCEPTANCE code = eKW_ACC_OK;
     CKWRecord record = Released([&] { return KW_MakeRecord(info, traces, spans, &code); });
-    Check(code);
+    CheckCode(code);
     return record;
 }
 
-/** A reader or writer is for one thread at a time; Python's lock sees to that but while one waits.
- */
-struct t_Reader
+void CheckRecordFile(KW_ACCEPTANCE code, const QString& file, const KW_RecordReport& report)
 {
-    std::unique_ptr<IKWStreamReader> reader;
-    bool isWaiting = false;
-
-    IKWStreamReader& Get() const
+    std::vector<QString> texts;
+    if (!report.text.isEmpty())
     {
-        if (isWaiting)
-        {
-            throw std::runtime_error("another thread waits with this reader: take one each");
-        }
-        return *reader;
+        texts.push_back(file.isEmpty() ? report.text : KW_FormatRecordReport(file, report));
     }
-    /** As IKWStreamReader::Wait, interrupted by signals. */
-    bool Wait(std::optional<double> seconds)
-    {
-        IKWStreamReader& own = Get();
-        double left = seconds.value_or(0.0) * 1e3;
-        bool isNew = own.HasNew();
-        while (!isNew && (!seconds || left > 0.0))
-        {
-            const INT32 slice = !seconds || left > kSlice ? kSlice : static_cast<INT32>(left) + 1;
-            isWaiting = true;
-            isNew = Released([&] { return own.Wait(slice); });
-            isWaiting = false;
-            left -= slice;
-            if (PyErr_CheckSignals() != 0)
-            {
-                throw py::error_already_set();
-            }
-        }
-        return isNew;
-    }
+    const py::object asked = file.isEmpty() ? py::none() : py::cast(file);
+    CheckCode(code, texts, asked.ptr());
+}
 
-    static constexpr INT32 kSlice = 50; ///< ms until a signal is seen
-};
+CKWRecord ReadFile(const QString& file)
+{
+    CKWRecord record;
+    KW_RecordReport report;
+    const auto code = Released([&] { return KW_ReadRecordFile(file, record, report); });
+    CheckRecordFile(code, file, report);
+    return record;
+}
+
+void WriteFile(const CKWRecord& record, const QString& file)
+{
+    KW_RecordReport report;
+    const auto code = Released([&] { return KW_WriteRecordFile(file, record, report); });
+    CheckRecordFile(code, file, report);
+}
+
+CKWRecord FromBytes(py::handle object)
+{
+    const CBytes bytes(object);
+    const auto given = bytes.Get();
+    if (given.size() > INT32_MAX)
+    {
+        ThrowRefusal(eKW_ACC_FILE_NOT_UNDERSTOOD);
+    }
+    const auto contents = QByteArray::fromRawData(reinterpret_cast<const char*>(given.data()),
+                                                  static_cast<int>(given.size()));
+    CKWRecord record;
+    KW_RecordReport report;
+    const auto code = Released([&] { return KW_ReadRecordBytes(contents, record, report); });
+    CheckRecordFile(code, QString(), report);
+    return record;
+}
+
+py::bytes ToBytes(const CKWRecord& record)
+{
+    QByteArray bytes;
+    KW_RecordReport report;
+    const auto code = Released([&] { return KW_WriteRecordBytes(record, bytes, report); });
+    CheckRecordFile(code, QString(), report);
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
 
 struct t_Writer
 {
@@ -203,7 +194,7 @@ struct t_Writer
         {
             layouts.push_back({static_cast<KW_SAMPLE_FORMAT>(format), points});
         }
-        Check(writer->Configure(layouts, depth, bytes));
+        CheckCode(writer->Configure(layouts, depth, bytes));
     }
 
     /** Fills a record and shows it. False: it found no room and was dropped. */
@@ -223,7 +214,7 @@ struct t_Writer
             if (from.size() > to.size())
             {
                 writer->Discard();
-                Throw(eKW_ACC_ABOVE_MAXIMUM);
+                ThrowRefusal(eKW_ACC_ABOVE_MAXIMUM);
             }
             std::memcpy(to.data(), from.data(), from.size());
             traces[i].count = static_cast<UINT32>(from.size() / KW_GetPointSize(traces[i].format));
@@ -234,7 +225,7 @@ struct t_Writer
         {
             writer->Discard();
         }
-        Check(code);
+        CheckCode(code);
         writer->Wake();
         return true;
     }
@@ -294,6 +285,7 @@ void AddRecords(py::module_& module)
         .def_property_readonly("number", [](const CKWRecord& r) { return r.GetInfo().number; })
         .def_property_readonly("trigger_time",
                                [](const CKWRecord& r) { return r.GetInfo().triggerTime; })
+        .def_property_readonly("source", [](const CKWRecord& r) { return r.GetInfo().source; })
         .def_property_readonly("settings_counter",
                                [](const CKWRecord& r) { return r.GetInfo().settingsCounter; })
         .def_property_readonly("mask_result", [](const CKWRecord& r)
@@ -309,6 +301,9 @@ void AddRecords(py::module_& module)
         .def("samples", &SamplesOf, py::arg("trace"))
         .def("columns", &ColumnsOf, py::arg("trace"), py::arg("columns"), py::arg("first") = 0.0,
              py::arg("count") = py::none(), py::arg("interpolation") = 0)
+        .def("write", &WriteFile, py::arg("file"))
+        .def("to_bytes", &ToBytes)
+        .def(py::pickle(&ToBytes, [](const py::bytes& bytes) { return FromBytes(bytes); }))
         .def("lines", &LinesOf, py::arg("trace"), py::arg("columns"), py::arg("first") = 0.0,
              py::arg("count") = py::none());
     module.def(
@@ -316,12 +311,11 @@ void AddRecords(py::module_& module)
         [](const std::vector<KW_TraceInfo>& traces, const py::list& samples, UINT64 number,
            INT64 triggerTime) { return Make(InfoOf(number, triggerTime), traces, samples); },
         py::arg("traces"), py::arg("samples"), py::arg("number") = 1, py::arg("trigger_time") = 0);
+    module.def("read_record", &ReadFile, py::arg("file"))
+        .def("record_from_bytes", &FromBytes, py::arg("data"));
+    module.attr("COUNTS_PER_DIVISION") = KW_COUNTS_PER_DIVISION;
 }
 
-std::optional<CKWRecord> OrNone(CKWRecord record)
-{
-    return record ? std::optional(std::move(record)) : std::nullopt;
-}
 } // namespace
 
 void AddStreams(py::module_& module)
@@ -366,7 +360,7 @@ void AddStreams(py::module_& module)
                  auto reader = stream.MakeReader();
                  if (!reader)
                  {
-                     Throw(eKW_ACC_OPERATION_FAILED);
+                     ThrowRefusal(eKW_ACC_OPERATION_FAILED);
                  }
                  return std::make_unique<t_Reader>(t_Reader{std::move(reader)});
              })
@@ -376,7 +370,7 @@ void AddStreams(py::module_& module)
                  auto writer = stream.MakeWriter();
                  if (!writer)
                  {
-                     Throw(eKW_ACC_OPERATION_FAILED);
+                     ThrowRefusal(eKW_ACC_OPERATION_FAILED);
                  }
                  return std::make_unique<t_Writer>(t_Writer{std::move(writer)});
              });
