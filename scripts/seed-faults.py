@@ -114,6 +114,10 @@ def stages(file: str, root: Path) -> list[Stage]:
                                   str(BUILD / "service/zelhost")))]
     if file.startswith("qt/"):
         return [gtest("test_qt")]
+    if file.startswith("python/"):
+        return [Stage("kwi_python_package",
+                      ("sh", "-c", f"PYTHONPATH=$PWD/{BUILD}/python exec /usr/bin/python3 -m pytest "
+                                   "-x -p no:cacheprovider python/tests"))]
     if file.startswith(("src/Streams/", "ifc/Streams/")):
         return [gtest("test_streams")]
     if file.startswith("src/Samples/"):
@@ -147,8 +151,8 @@ class CCopy:
         self.scratch.mkdir()
         copy_project(self.root)
         configured = subprocess.run(
-            ["cmake", "--preset", "release", "-DKWI_BUILD_SERVICE=ON",
-             "-DKWI_BUILD_QT=ON"], cwd=self.root,
+            ["cmake", "--preset", "release", "-DKWI_BUILD_SERVICE=ON", "-DKWI_BUILD_QT=ON",
+             "-DKWI_BUILD_PYTHON=ON"], cwd=self.root,
             stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         if configured.returncode != 0:
             raise RuntimeError(configured.stdout + configured.stderr)
@@ -173,7 +177,8 @@ class CCopy:
             return f"{stage.command[0]} hangs"
         if done.returncode == 0:
             return None
-        named = re.search(r"^\[  FAILED  \] ([^\s,]+)|^(?:FAIL|ERROR): (\w+)",
+        named = re.search(r"^\[  FAILED  \] ([^\s,]+)|^(?:FAIL|ERROR): (\w+)"
+                          r"|^FAILED (\S+)",
                           done.stdout + "\n" + done.stderr, re.M)
         return next(filter(None, named.groups())) if named else f"{stage.command[0]} crashes"
 

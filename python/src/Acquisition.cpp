@@ -7,11 +7,11 @@
 
 t_Acquisition::~t_Acquisition()
 {
-    if (acquisition)
+    if (test && !IsEnding())
     {
         acquisition->SetTest(nullptr); // the acquisition may outlive this, its test may not
     }
-    LetGo(acquisition);
+    LetGoUnlessEnding(acquisition);
 }
 
 namespace

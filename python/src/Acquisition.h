@@ -50,7 +50,7 @@ struct t_MaskRun
     explicit t_MaskRun(std::shared_ptr<IKWMaskRun> made) : run(std::move(made)) {}
     t_MaskRun(const t_MaskRun&) = delete;
     t_MaskRun& operator=(const t_MaskRun&) = delete;
-    ~t_MaskRun() { LetGo(run); }
+    ~t_MaskRun() { LetGoUnlessEnding(run); }
 };
 
 /** A stream that follows the tree, likewise. */

@@ -10,20 +10,10 @@
 
 namespace
 {
-/** The process ends: whoever has the tree's lock may never give it back. */
-bool g_isEnding = false;
-
-CGroup& Self(py::handle self)
-{
-    CGroup& group = Of<CGroup>(self.ptr());
-    group.CheckOpen();
-    return group;
-}
-
 template <typename Work>
 auto Locked(py::handle self, Work&& work)
 {
-    const CGroup& group = Self(self);
+    const CGroup& group = OpenGroup(self);
     return Released([&] { return work(*group.node); });
 }
 
@@ -146,13 +136,13 @@ t_Members Collect(const std::shared_ptr<t_Tree>& tree, const IDbGroup& group)
 template <typename Work>
 void AskContainer(py::handle self, py::handle value, Work&& work)
 {
-    IDbContainer& container = Self(self).Container();
+    IDbContainer& container = OpenGroup(self).Container();
     Ask(self, value, [&] { return work(container); });
 }
 
 py::object ItemAt(py::handle self, INT32 position)
 {
-    CGroup& group = Self(self);
+    CGroup& group = OpenGroup(self);
     IDbContainer& container = group.Container();
     const CHeld<IDbGroup> item = Released([&] { return container.GetItemByPosition(position); });
     if (!item)
@@ -164,7 +154,7 @@ py::object ItemAt(py::handle self, INT32 position)
 
 CHeld<IKWMapBase> MapOf(py::handle self)
 {
-    auto& node = *Self(self).node;
+    auto& node = *OpenGroup(self).node;
     CHeld<IKWMapBase> map =
         Released([&] { return std::dynamic_pointer_cast<IKWMapBase>(node.GetHandle()); });
     if (!map)
@@ -176,7 +166,7 @@ CHeld<IKWMapBase> MapOf(py::handle self)
 
 py::object ItemOf(py::handle self, const py::str& name)
 {
-    CGroup& group = Self(self);
+    CGroup& group = OpenGroup(self);
     const CHeld<IKWMapBase> map = MapOf(self);
     const QString text = TextOf(name.ptr());
     const CHeld<IDbGroup> item = Released(
@@ -232,107 +222,7 @@ py::list Couplings(py::handle self)
     return rows;
 }
 
-/** A call of the root's handle that answers a code. */
-template <typename Work>
-void AskRoot(py::handle self, py::handle value, Work&& work)
-{
-    const CHeld<IKWFunctionZEL> root = Self(self).Root();
-    Ask(self, value, [&] { return work(*root.operator->()); });
-}
-
-/** A call of the root's handle that answers something else. */
-template <typename Work>
-auto FromRoot(py::handle self, Work&& work)
-{
-    const CHeld<IKWFunctionZEL> root = Self(self).Root();
-    return Released([&] { return work(*root.operator->()); });
-}
-
-void AddRoot(py::class_<CGroup>& type)
-{
-    using t_Root = IKWFunctionZEL;
-    type.def("_close",
-             [](py::handle self)
-             {
-                 auto& group = Of<CGroup>(self.ptr());
-                 LetGo(group.tree->root);
-                 LetGo(group.node);
-             })
-        .def_property_readonly("_is_open", [](py::handle self)
-                               { return Of<CGroup>(self.ptr()).tree->root != nullptr; })
-        .def(
-            "_save",
-            [](py::handle self, const QString& name)
-            { AskRoot(self, py::cast(name), [&](t_Root& root) { return root.Save(name); }); },
-            py::arg("name"))
-        .def(
-            "_recall",
-            [](py::handle self, const QString& name)
-            { AskRoot(self, py::cast(name), [&](t_Root& root) { return root.Recall(name); }); },
-            py::arg("name"))
-        .def(
-            "_preset",
-            [](py::handle self, bool factory) {
-                AskRoot(self, py::none(),
-                        [&](t_Root& root) { return root.RunPresetSequence(factory); });
-            },
-            py::arg("factory"))
-        .def("_undo", [](py::handle self)
-             { AskRoot(self, py::none(), [](t_Root& root) { return root.Undo(); }); })
-        .def("_redo", [](py::handle self)
-             { AskRoot(self, py::none(), [](t_Root& root) { return root.Redo(); }); })
-        .def("_undo_texts",
-             [](py::handle self)
-             {
-                 return FromRoot(
-                     self,
-                     [](t_Root& root)
-                     {
-                         return std::pair(
-                             root.CanUndo() ? std::optional(root.GetUndoText()) : std::nullopt,
-                             root.CanRedo() ? std::optional(root.GetRedoText()) : std::nullopt);
-                     });
-             })
-        .def(
-            "_enable_history",
-            [](py::handle self, bool on)
-            { FromRoot(self, [&](t_Root& root) { root.EnableHistory(on); }); },
-            py::arg("on"))
-        .def("_update_all", [](py::handle self)
-             { FromRoot(self, [](t_Root& root) { root.UpdateAllMeasSettings(); }); })
-        .def("_settings_folder", [](py::handle self)
-             { return FromRoot(self, [](t_Root& root) { return root.GetSettingsFolder(); }); })
-        .def(
-            "_set_settings_folder",
-            [](py::handle self, const QString& folder)
-            { FromRoot(self, [&](t_Root& root) { root.SetSettingsFolder(folder); }); },
-            py::arg("folder"))
-        .def("_control_mode",
-             [](py::handle self) {
-                 return static_cast<int>(
-                     FromRoot(self, [](t_Root& root) { return root.GetControlMode(); }));
-             })
-        .def(
-            "_set_control_mode",
-            [](py::handle self, int mode) {
-                FromRoot(self, [&](t_Root& root)
-                         { root.SetControlMode(static_cast<KW_CONTROL_MODE>(mode)); });
-            },
-            py::arg("mode"));
-}
 } // namespace
-
-t_Tree::~t_Tree()
-{
-    if (g_isEnding)
-    {
-        new std::shared_ptr<IKWFunctionZEL>(std::move(root)); // never let go
-    }
-    else
-    {
-        LetGo(root);
-    }
-}
 
 void CGroup::CheckOpen() const
 {
@@ -440,122 +330,30 @@ py::object NewGroup(const std::shared_ptr<t_Tree>& tree, const std::shared_ptr<I
 
 namespace
 {
-/** A bracket around calls of one thread. */
-class CBracket
-{
-public:
-    enum class e_Kind
-    {
-        Reading,
-        Writing,
-        Transaction,
-    };
-
-    CBracket(py::handle self, e_Kind kind, KW_CLIENT_ORIGIN origin, const QString& text)
-        : m_root(Self(self).Root().Get()), m_kind(kind), m_thread(PyThread_get_thread_ident())
-    {
-        Released(
-            [&]
-            {
-                switch (m_kind)
-                {
-                case e_Kind::Reading:
-                    m_root->StartReadAccess();
-                    break;
-                case e_Kind::Writing:
-                    m_root->StartWriteAccess(origin);
-                    break;
-                case e_Kind::Transaction:
-                    m_root->StartTransaction(text);
-                    break;
-                }
-            });
-    }
-
-    CBracket(const CBracket&) = default;
-    CBracket& operator=(const CBracket&) = delete;
-    ~CBracket() { LetGo(m_root); }
-
-    void End(py::handle node, bool keep)
-    {
-        if (m_thread != PyThread_get_thread_ident())
-        {
-            throw std::runtime_error("a bracket ends in the thread that it began in");
-        }
-        const CHeld<IKWFunctionZEL> root(std::exchange(m_root, nullptr));
-        if (!root)
-        {
-            return;
-        }
-        Ask(node, py::none(),
-            [&]() -> KW_ACCEPTANCE
-            {
-                switch (m_kind)
-                {
-                case e_Kind::Reading:
-                    root->EndReadAccess();
-                    return eKW_ACC_OK;
-                case e_Kind::Writing:
-                    root->EndWriteAccess();
-                    return eKW_ACC_OK;
-                default:
-                    return root->EndTransaction(keep);
-                }
-            });
-    }
-
-private:
-    std::shared_ptr<IKWFunctionZEL> m_root;
-    e_Kind m_kind;
-    unsigned long m_thread;
-};
-
-void AddBrackets(py::module_& module, py::class_<CGroup>& group)
-{
-    py::class_<CBracket>(module, "Bracket", "An open bracket.")
-        .def("end", &CBracket::End, py::arg("node"), py::arg("keep") = true);
-    using e_Kind = CBracket::e_Kind;
-    group
-        .def("_start_reading", [](py::handle self)
-             { return CBracket(self, e_Kind::Reading, eCLIENT_LOCAL, QString()); })
-        .def(
-            "_start_writing",
-            [](py::handle self, bool remote) {
-                return CBracket(self, e_Kind::Writing, remote ? eCLIENT_REMOTE : eCLIENT_LOCAL,
-                                QString());
-            },
-            py::arg("remote"))
-        .def(
-            "_start_transaction",
-            [](py::handle self, const QString& text)
-            { return CBracket(self, e_Kind::Transaction, eCLIENT_LOCAL, text); },
-            py::arg("text"));
-}
-
 void AddContainer(py::class_<CGroup>& type)
 {
     type.def("_count",
              [](py::handle self)
              {
-                 const auto& container = Self(self).Container();
+                 const auto& container = OpenGroup(self).Container();
                  return Released([&] { return container.GetCount(); });
              })
         .def("_max_count",
              [](py::handle self)
              {
-                 const auto& container = Self(self).Container();
+                 const auto& container = OpenGroup(self).Container();
                  return Released([&] { return container.GetMaxCount(); });
              })
         .def("_is_dynamic",
              [](py::handle self)
              {
-                 const auto& container = Self(self).Container();
+                 const auto& container = OpenGroup(self).Container();
                  return Released([&] { return container.IsDynamic(); });
              })
         .def("_active",
              [](py::handle self)
              {
-                 const auto& container = Self(self).Container();
+                 const auto& container = OpenGroup(self).Container();
                  return Released([&] { return container.GetActiveItem(); });
              })
         .def("_item_at", &ItemAt, py::arg("position"))
@@ -639,21 +437,6 @@ void AddAction(py::module_& module)
     AddNode(type);
 }
 
-py::object OpenRoot()
-{
-    // Nodes that somebody holds keep their tree: it is the same one then, and closed as one.
-    static auto& present = *new std::weak_ptr<t_Tree>;
-    auto tree = present.lock();
-    if (!tree || !tree->root)
-    {
-        tree = std::make_shared<t_Tree>();
-        tree->root = Released([] { return GetZELRoot(); });
-        present = tree;
-    }
-    const CHeld<IDbGroup> group = Released([&] { return tree->root->GetDbObject(); });
-    const CGroup seed(tree, group.Get());
-    return py::handle(Registered().root)(py::cast(&seed, py::return_value_policy::reference));
-}
 } // namespace
 
 void AddGroup(py::module_& module)
@@ -668,7 +451,7 @@ void AddGroup(py::module_& module)
                                 }));
     type.def(py::init<const CGroup&>(), py::arg("seed"))
         .def("_members", [](py::handle self)
-             { return py::reinterpret_borrow<py::dict>(Self(self).Members()).attr("copy")(); })
+             { return py::reinterpret_borrow<py::dict>(OpenGroup(self).Members()).attr("copy")(); })
         .def(
             "_member",
             [](py::handle self, const py::str& name) -> py::object
@@ -685,7 +468,7 @@ void AddGroup(py::module_& module)
             "_has_changed",
             [](py::handle self, long long counter)
             {
-                const bool changed = Self(self).node->HasChanged(counter);
+                const bool changed = OpenGroup(self).node->HasChanged(counter);
                 return std::pair(changed, counter);
             },
             py::arg("counter"))
@@ -702,9 +485,5 @@ void AddGroup(py::module_& module)
              [](py::handle self) { return std::hash<void*>()(Of<CGroup>(self.ptr()).node.get()); });
     AddNode(type);
     AddContainer(type);
-    AddBrackets(module, type);
-    AddRoot(type);
-    module.def("open_root", &OpenRoot, "The root of the tree, which is built when nobody has it.")
-        .def(
-            "_set_ending", [] { g_isEnding = true; }, "No tree is taken down from now on.");
+    AddRoot(module, type);
 }

@@ -118,7 +118,7 @@ struct t_Curve
     explicit t_Curve(std::shared_ptr<IKWMathematicsCurve> made) : curve(std::move(made)) {}
     t_Curve(const t_Curve&) = delete;
     t_Curve& operator=(const t_Curve&) = delete;
-    ~t_Curve() { LetGo(curve); }
+    ~t_Curve() { LetGoUnlessEnding(curve); }
 };
 
 std::unique_ptr<t_Curve> MakeCurve(py::handle root, UINT32 records)

@@ -9,6 +9,21 @@
 #include <memory>
 #include <optional>
 
+/** Whether the process ends: whoever has the tree's lock may never give it back. */
+bool IsEnding();
+
+/** Lets go of what takes a tree down when it goes; at the process's end nothing does. */
+template <typename T>
+void LetGoUnlessEnding(std::shared_ptr<T>& part)
+{
+    if (part && IsEnding())
+    {
+        new std::shared_ptr<T>(std::move(part)); // never let go
+        part = nullptr;
+    }
+    LetGo(part);
+}
+
 /** What the nodes of one tree share: they keep it, until somebody closes it. */
 struct t_Tree
 {
@@ -181,3 +196,14 @@ T& Of(PyObject* self)
     }
     return *object;
 }
+
+/** The group of a Python object. Throws a refusal for the root of a tree that was closed. */
+inline CGroup& OpenGroup(py::handle self)
+{
+    CGroup& group = Of<CGroup>(self.ptr());
+    group.CheckOpen();
+    return group;
+}
+
+/** What only the root has: calls, brackets. */
+void AddRoot(py::module_& module, py::class_<CGroup>& group);

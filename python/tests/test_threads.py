@@ -125,7 +125,14 @@ def test_interpreter_ends_while_threads_poll_write_and_hold_the_tree():
                 while True:
                     root.Horizontal.node("Scale").shown
             reader = kwi.streams.Stream().reader()
-            for work in (poll, write, write, texts, lambda: reader.wait(), hold):
+            acquisition = kwi.streams.Acquisition(root, 8 << 20)
+            run = kwi.masks.MaskRun(root, acquisition)
+            acquisition.set_test(run)
+            curve = kwi.mathematics.MathematicsCurve(root)
+            def deliver():
+                while True:
+                    acquisition.arm(); acquisition.deliver(); run.deliver()
+            for work in (poll, write, write, texts, deliver, lambda: reader.wait(), hold):
                 threading.Thread(target=work, daemon=True).start()
             time.sleep(0.2)
             print("end")
