@@ -20,8 +20,9 @@ static_assert(std::is_trivially_destructible_v<std::mutex>);
 
 // How often this thread has taken a section that it has not given back. A write nests some hundred
 // locks: all but the outermost are a count here, at a sixth of what a recursive mutex takes.
-#if defined(__ELF__)
-[[gnu::tls_model("initial-exec")]] // a few bytes: they fit where a library loaded late gets them
+#if defined(__ELF__) && !defined(KWI_CHECK_LOCK_ORDER)
+// A few bytes: they fit where a library loaded late gets them. With the holders below they do not.
+[[gnu::tls_model("initial-exec")]]
 #endif
 constinit thread_local UINT32 t_depth[eCS_COUNT] = {};
 
