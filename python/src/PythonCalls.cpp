@@ -3,7 +3,6 @@
 
 #include "KWErrorReport.h"
 
-#include <cxxabi.h>
 #include <unistd.h>
 
 namespace
@@ -30,7 +29,7 @@ void CPythonReleased::TakeBack(PyThreadState* state)
     {
         PyEval_RestoreThread(state);
     }
-    catch (abi::__forced_unwind&)
+    catch (...) // of no type that a sanitizer would let be named
     {
         for (;;)
         {
