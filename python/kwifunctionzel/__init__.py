@@ -23,7 +23,7 @@ if TYPE_CHECKING:
 __all__ = [
     "Action", "Array", "Availability", "Changes", "Code", "ControlMode", "Coupling", "Enumeration",
     "Group", "Limited", "Map", "NotFound", "Property", "Refused", "RefusedValue", "Reported", "Root",
-    "SavedWith", "enums", "errors", "helpers", "labels", "masks", "mathematics", "meter", "root",
+    "SavedWith", "connect", "enums", "errors", "helpers", "labels", "masks", "mathematics", "meter", "root",
     "seal", "streams", "tree",
 ]
 
@@ -32,6 +32,18 @@ def root() -> tree.ZEL:
     """The root of the tree of this process, which is built when nobody has it yet. The same object
     as long as somebody holds it or a node of it."""
     made: tree.ZEL = nodes.root()
+    return made
+
+
+def connect(host: str = "127.0.0.1", port: int = 5026, *, token: str | None = None,
+            timeout: float = 30.0) -> tree.ZEL:
+    """The root of a living tree that a service (`zelhost`, `CKWService`) serves as JSON, with the
+    nodes of `root()`. The writes of a transaction are sent together when it ends, all or nothing.
+    What only the tree's own process can do is refused with Code.NOT_AVAILABLE: results, the other
+    brackets, access, files by paths."""
+    from . import remote
+
+    made: tree.ZEL = remote.connect(host, port, token, timeout)
     return made
 
 

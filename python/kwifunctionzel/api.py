@@ -19,9 +19,6 @@ if TYPE_CHECKING:
 
 _G = TypeVar("_G", bound="Group")
 
-_SLICE_SECONDS = 0.002
-"""Between two looks of who waits: a changed tree is seen within a display's picture."""
-
 
 class Coupling(NamedTuple):
     """A row of a group's rules: what starts it, and the steps that run then."""
@@ -119,10 +116,10 @@ class Changes:
         when the time is up."""
         end = None if timeout is None else time.monotonic() + timeout
         while not self.has_changed():
-            left = _SLICE_SECONDS if end is None else end - time.monotonic()
+            left = self._group._poll_seconds if end is None else end - time.monotonic()
             if left <= 0:
                 return False
-            time.sleep(min(left, _SLICE_SECONDS))
+            time.sleep(min(left, self._group._poll_seconds))
         return True
 
 
@@ -130,6 +127,8 @@ class GroupApi(NodeApi):
     """What groups have beside their members."""
 
     __slots__ = ()
+    _poll_seconds = 0.002
+    """Between two looks of who waits: a changed tree is seen within a display's picture."""
 
     if TYPE_CHECKING:
         def _members(self) -> dict[str, Property | Group | Action]: ...
