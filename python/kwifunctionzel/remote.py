@@ -294,7 +294,7 @@ class Property(_Node, api.PropertyApi):
     def step_size(self) -> Any:
         state = self._state()
         if state["step"] is None:  # of a number: it has none of its own
-            return self._from(0, state["type"]) if _is_number(state["type"]) else None
+            return 1 if state["type"] in _WHOLE else 0.0 if state["type"] == "double" else None
         return self._from(state["step"], state["type"])
 
     @property
