@@ -142,6 +142,17 @@ void SetTest(t_Acquisition& self, std::shared_ptr<t_MaskRun> test)
     self.test = std::move(test);
 }
 
+std::optional<CKWRecord> Shown(const t_Acquisition& self, t_Reader& reader)
+{
+    const CInUse reading(reader.isInUse);
+    return OrNone(Released([&] { return self.acquisition->GetShown(*reader.reader); }));
+}
+
+std::optional<CKWRecord> Reference(const t_Acquisition& self)
+{
+    return OrNone(Released([&] { return self.acquisition->GetReference(); }));
+}
+
 void SetReference(t_Acquisition& self, const CKWRecord& record, UINT32 trace)
 {
     CReports reports;
@@ -240,12 +251,7 @@ void AddAcquisition(py::module_& module)
         .def("deliver", &Deliver)
         .def_property_readonly("stream",
                                [](const t_Acquisition& a) { return a.acquisition->GetStream(); })
-        .def(
-            "shown",
-            [](const t_Acquisition& a, t_Reader& reader)
-            { return OrNone(a.acquisition->GetShown(reader.Get())); },
-            py::arg("reader"))
-        .def_property_readonly("reference", [](const t_Acquisition& a)
-                               { return OrNone(a.acquisition->GetReference()); })
+        .def("shown", &Shown, py::arg("reader"))
+        .def_property_readonly("reference", &Reference)
         .def("set_reference", &SetReference, py::arg("record"), py::arg("trace") = 0);
 }
