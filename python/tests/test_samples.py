@@ -169,3 +169,14 @@ def test_streams_bring_records_to_readers_that_wait():
         writer.publish([trace()], [numpy.zeros(2000, numpy.int16)])
     del stream, reader, writer
     assert records[0].samples(0).tolist() == [0] * 10
+
+
+def test_an_array_of_samples_keeps_its_record_from_the_writer():
+    stream = streams.Stream(1 << 20)
+    reader, writer = stream.reader(), stream.writer()
+    writer.configure([(streams.SampleFormat.INT16, 1000)], depth=1)
+    writer.publish([trace()], [numpy.full(1000, 7, numpy.int16)])
+    samples = reader.latest().samples(0)
+    for i in range(5000):  # more than there is room for
+        writer.publish([trace()], [numpy.full(1000, i, numpy.int16)])
+    assert (samples == 7).all()

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Threads on both sides of both locks, and what outlives what."""
 
+import array
 import gc
 import os
 import subprocess
@@ -197,6 +198,8 @@ def test_a_million_calls_leave_nothing_behind(root):
     root.enable_history(False)
     horizontal, scale = root.Horizontal, root.Horizontal.node("Scale")
     labels = root.SerialBus.CANBusSettings.LabelListSettings.SerialBusLabelItem
+    setup = root.Mask.MaskChannelSetup[0]
+    points = array.array("h", range(1000))
 
     def calls(count: int) -> None:
         for i in range(count):
@@ -219,6 +222,13 @@ def test_a_million_calls_leave_nothing_behind(root):
             if i % 1000 == 0:
                 labels.insert("Motor")
                 del labels["Motor"]
+                record = kwi.streams.make_record([kwi.streams.TraceInfo("C1")], [points])
+                record = kwi.streams.from_bytes(record.to_bytes())
+                curve = kwi.mathematics.compute(record, "C1 * 2").samples(0)
+                mask = kwi.masks.around(record, 0, kwi.masks.MaskFrame(), 0.1, 0.5)
+                mask.put(setup)
+                kwi.masks.from_tree(setup).violations(record)
+                del record, curve, mask
 
     calls(5_000)
     gc.collect()
