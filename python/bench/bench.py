@@ -2,10 +2,9 @@
 # SPDX-License-Identifier: MIT
 """What Python adds to the library: medians, each beside an empty call of the module.
 
-    PYTHONPATH=build/release/python /usr/bin/python3 python/bench/bench.py [--check]
+    PYTHONPATH=build/release/python /usr/bin/python3 python/bench/bench.py
 
---check fails where a budget is passed by more than half: for continuous integration, whose machines
-are not alone."""
+Figures are for a quiet machine and a person to judge."""
 
 import statistics
 import subprocess
@@ -47,7 +46,7 @@ def import_milliseconds() -> float:
             - empty) * 1e3
 
 
-def main() -> int:
+def main() -> None:
     warnings.simplefilter("ignore")
     with kwi.root() as root:
         root.enable_history(False)
@@ -67,17 +66,13 @@ def main() -> int:
              set_nanoseconds(names, "free.WidthX", "'0.2 div'", "'0.4 div'"), None),
             ("has_changed", nanoseconds("changes.has_changed()", **names), None),
         ]
-        failed = False
         print(f"{'an empty call':45} {empty:7.1f} ns")
         for name, taken, budget in rows:
             beyond = taken - empty
             limit = f"budget {budget:.0f} ns beyond" if budget else ""
             print(f"{name:45} {beyond:7.1f} ns beyond, {beyond / empty + 1:5.2f} × it  {limit}")
-            failed |= budget is not None and beyond > 1.5 * budget
         imported = import_milliseconds()
         print(f"{'import':45} {imported:7.1f} ms  budget 100 ms")
-        failed |= imported > 150.0
-    return 1 if failed and "--check" in sys.argv else 0
 
 
-sys.exit(main())
+main()
