@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+import { html } from 'htm/preact';
+import { NumberControl } from './Number.js';
+import { isNumeric } from './quantity.js';
+import { Result } from './Result.js';
+import { Selection } from './Selection.js';
+import { isSwitch, Switch } from './Switch.js';
+
+/** The control that fits a node of the service (`detail=full`), or null for groups without items. */
+export function controlOf(node) {
+    if (node.kind !== 'property') {
+        return null;
+    }
+    if (node.result) {
+        return Result;
+    }
+    if (isSwitch(node)) {
+        return Switch;
+    }
+    if (node.values) {
+        return Selection;
+    }
+    if (isNumeric(node.type)) {
+        return NumberControl;
+    }
+    return node.selectable.length > 0 ? Selection : null;
+}
+
+/**
+ * A control for a node. What a write refused is shown at it, with the reason and the limits.
+ *
+ * @param {object} properties
+ * @param {object} properties.node  JSON of the node with `detail=full`, and what changed since
+ * @param {function({value: *}|{steps: number}|{default: true}): Promise<object|null>}
+ *     properties.write  answers what the service answered, null where it did not
+ * @param {function(): Promise<object|null>} [properties.run]  runs the action
+ * @param {function({do: string, key: string, to: string}): Promise<object|null>} [properties.edit]
+ *     changes the items of a container
+ * @param {function(string): Promise<object>} [properties.why]  `/why` of a value of this node
+ * @param {function(string): string} [properties.open]  the address of the page of a path
+ * @param {function(string|null): void} [properties.onDraft]  told what is typed and not yet written
+ * @param {boolean} [properties.busy]  whether somebody else writes this node just now
+ * @param {object|null} [properties.refusal]  report of a refused write that the control did not ask
+ * @param {string} [properties.labelledBy]  id of a heading that names the node; without one the
+ *     control shows the name itself
+ */
+export function Control(properties) {
+    const kind = controlOf(properties.node);
+    return kind === null ? null
+        // Another node is another control: nothing that was typed may reach it.
+        : html`<${kind} key=${properties.node.path} ...${properties} />`;
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+import { html } from 'htm/preact';
+import { controls as texts } from '../texts/controls.js';
+import { limitsOf, isNumeric, showValue } from './quantity.js';
+import { LOST } from './useWriting.js';
+
+const MOST_NAMED = 8;
+
+function listed(values) {
+    const more = values.length - MOST_NAMED;
+    const named = values.slice(0, MOST_NAMED).join(', ');
+    return more > 0 ? `${named} ${texts.andMore(more)}` : named;
+}
+
+/** What the property takes, for a user who was refused. */
+function bounds(node, report) {
+    const now = { ...node, ...report.now };
+    if (report.form) {
+        return texts.wantedForm(report.form);
+    }
+    if (report.name === 'TOO_LONG' && report.maximumLength) {
+        const say = { bitpattern: texts.atMostBits, blob: texts.atMostBytes }[now.type];
+        return (say ?? texts.atMostCharacters)(report.maximumLength);
+    }
+    if (now.selectable?.length > 0) {
+        return texts.wantedOneOf(listed(now.selectable.map((value) => showValue(now, value))));
+    }
+    if (!isNumeric(now.type ?? '')) {
+        return '';
+    }
+    const { minimum, maximum } = limitsOf(now);
+    const [from, to] = [minimum, maximum].map((limit) => showValue(now, limit));
+    return from !== null && to !== null ? texts.limitsFromTo(from, to)
+        : from !== null ? texts.limitsFrom(from)
+            : to !== null ? texts.limitsTo(to) : '';
+}
+
+/** One sentence about the last write, or nothing where it stands as asked. */
+export function sentenceOf(node, report) {
+    if (report === null || report === undefined || report.code === 0) {
+        return '';
+    }
+    if (report === LOST) {
+        return texts.unreachable;
+    }
+    if (report.code === 1) {
+        return texts.limited(report.now?.shown ?? node.shown ?? '');
+    }
+    const reason = report.detail ? `${report.text}: ${report.detail}` : report.text;
+    return `${texts.refused(reason)} ${bounds(node, report)}`.trim();
+}
+
+export function isRefused(report) {
+    return Boolean(report) && (report === LOST || report.code > 1);
+}
+
+/** Why nothing can be written, or nothing. */
+export function closedBy(node) {
+    return node.availability === 'not available' ? texts.unavailable
+        : node.availability === 'read only' && !node.result ? texts.readOnly : '';
+}
+
+/** Ids of the parts of a control, of which names of nodes are no part. */
+export function idsOf(id) {
+    return { label: `${id}-label`, input: `${id}-input`, says: `${id}-says`, hint: `${id}-hint` };
+}
+
+/**
+ * What all controls have: the name, the control itself, and below it what the instrument answered.
+ * The place of the answer is always there, as screen readers tell only of changes in what they know.
+ */
+export function Frame({ node, kind, ids, labelledBy, writing, refusal, busy, children }) {
+    const report = writing?.report ?? refusal;
+    const refused = isRefused(report);
+    const closed = closedBy(node);
+    const held = node.userValue !== null && node.userValue !== undefined
+        ? texts.heldBack(showValue(node, node.userValue)) : '';
+    const classes = ['control', `control-${kind}`, refused && 'is-refused', closed && 'is-closed',
+        (busy || writing?.isWriting) && 'is-writing'].filter(Boolean).join(' ');
+    return html`<div class=${classes} role="group" aria-labelledby=${labelledBy ?? ids.label}>
+        ${labelledBy ? null : html`<span class="control-name" id=${ids.label}>${node.name}</span>`}
+        <div class="control-body">${children}</div>
+        ${closed && html`<p class="control-closed" id=${ids.hint}>${closed}</p>`}
+        ${held && html`<p class="control-held">${held}</p>`}
+        <p class="control-says" id=${ids.says} role="status">${sentenceOf(node, report)}</p>
+    </div>`;
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// What the controls say. Names, meanings, units and reasons of refusals come from the service.
+
+export const controls = {
+    set: 'Set',
+    setOf: (name) => `Set ${name}`,
+    discard: 'Discard',
+    pending: 'Writing …',
+    notWritten: 'Not written yet: Enter sets it, Escape discards it.',
+    movedMeanwhile: (shown) => `Changed meanwhile to ${shown}.`,
+    taken: (shown) => `Taken, and stands at ${shown}.`,
+    limited: (shown) => `Taken, but it stands at ${shown}.`,
+    refused: (reason) => `Refused: ${reason}.`,
+    unreachable: 'Not written: the instrument can not be reached.',
+    limitsFromTo: (from, to) => `It takes ${from} to ${to}.`,
+    limitsFrom: (from) => `It takes ${from} and more.`,
+    limitsTo: (to) => `It takes ${to} and less.`,
+    atMostCharacters: (count) => `It takes at most ${count} characters.`,
+    atMostBits: (count) => `It takes at most ${count} bits.`,
+    atMostBytes: (count) => `It takes at most ${count} bytes.`,
+    wantedForm: (form) => `Wanted: ${form}.`,
+    wantedOneOf: (values) => `It takes ${values}.`,
+    andMore: (count) => `and ${count} more`,
+    heldBack: (shown) => `${shown} was chosen, and is held back by other settings.`,
+    toDefault: 'Default',
+    toDefaultOf: (name, shown) => (shown === null ? `Set ${name} to its default`
+        : `Set ${name} to its default, ${shown}`),
+    unavailable: 'Not available in the present state.',
+    readOnly: 'Kept by the instrument, not written by users.',
+
+    stepDown: (name) => `${name}: one step down`,
+    stepUp: (name) => `${name}: one step up`,
+    numberKeys: 'Arrow keys and wheel step, Page Up and Page Down by ten.',
+    minimum: 'minimum',
+    maximum: 'maximum',
+    default: 'default',
+    barOf: ({ minimum, maximum, standard, now }) => [
+        `From ${minimum} to ${maximum}`, standard && `default ${standard}`, now && `now ${now}`,
+    ].filter(Boolean).join(', '),
+    listOf: (name) => `Values of ${name}`,
+
+    notSelectable: (shown) => `${shown} can not be selected now.`,
+    notSelectableShort: 'not now',
+    whyAsked: 'Looking for what would offer it …',
+    offeredBy: 'It is offered with:',
+    offerIs: (name, shown) => `${name} = ${shown}`,
+    dependsOn: 'What is offered follows:',
+    noReason: 'No single setting would offer it.',
+    noValue: '– – –',
+    invalid: 'No valid value at present.',
+};
