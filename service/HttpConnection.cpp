@@ -55,12 +55,17 @@ private:
     void ReadBody(const t_Error& error);
     void OnBody(const t_Error& error);
     void Execute(t_JsonRequest request);
+    /** Answers with a file of the panel, without looking at a body. */
+    void SendPanel();
     void Send(const t_JsonAnswer& answer);
+    /** Sends the response, whose body is there. */
+    void Send();
     void OnSent(const t_Error& error);
     void Drain(const t_Error& error);
     /** Answers a request that is not read to its end. */
     void Refuse(int status, const char* why);
     int CheckHead() const;
+    bool IsPanel() const;
     std::string_view Header(http::field field) const;
 
     const std::shared_ptr<t_HttpShared> m_shared;
@@ -95,8 +100,17 @@ std::string_view CHttpConnection::Header(http::field field) const
 int CHttpConnection::CheckHead() const
 {
     return NHttp::Check({Header(http::field::host), Header(http::field::origin),
-                         Header(http::field::authorization)},
-                        m_shared->token);
+                         Header(http::field::authorization),
+                         Header(http::field::sec_websocket_protocol)},
+                        IsPanel() ? nullptr : m_shared->token);
+}
+
+bool CHttpConnection::IsPanel() const
+{
+    const auto& head = m_parser->get();
+    const auto target = head.target();
+    return (head.method() == http::verb::get || head.method() == http::verb::head) &&
+           CPanelFiles::Has({target.data(), target.size()});
 }
 
 void CHttpConnection::OnHead(const t_Error& error)
@@ -116,6 +130,11 @@ void CHttpConnection::OnHead(const t_Error& error)
     {
         Refuse(status, status == 401 ? "the token is wanted"
                                      : "the request comes from another host's page");
+        return;
+    }
+    if (IsPanel())
+    {
+        SendPanel();
         return;
     }
     if (websocket::is_upgrade(m_parser->get()) && m_parser->get().target() == "/changes")
@@ -210,13 +229,47 @@ void CHttpConnection::Refuse(int status, const char* why)
     Send(CJsonService::Refuse(status, code, QString::fromLatin1(why)));
 }
 
+void CHttpConnection::SendPanel()
+{
+    const auto& head = m_parser->get();
+    const auto target = head.target();
+    t_PanelAnswer answer = m_shared->panel.Answer({{target.data(), target.size()},
+                                                   Header(http::field::accept_encoding),
+                                                   Header(http::field::if_none_match)});
+    m_isLast = !head.keep_alive() || head.method() == http::verb::head || !m_parser->is_done();
+    if (answer.status == 404)
+    {
+        Send(CJsonService::Refuse(404, eKW_ACC_NOT_FOUND,
+                                  QStringLiteral("the folder of the panel has no such file")));
+        return;
+    }
+    m_response = {};
+    m_response.result(static_cast<unsigned>(answer.status));
+    m_response.set(http::field::cache_control, "no-cache"); // asks each time whether it changed
+    m_response.set(http::field::etag, answer.tag);
+    m_response.set(http::field::vary, "Accept-Encoding");
+    m_response.set("Content-Security-Policy", CPanelFiles::Policy());
+    m_response.set("Cross-Origin-Opener-Policy", "same-origin");
+    m_response.set("Referrer-Policy", "no-referrer");
+    m_response.set("X-Frame-Options", "DENY");
+    if (answer.status == 200)
+    {
+        m_response.set(http::field::content_type, answer.type);
+        if (answer.isZipped)
+        {
+            m_response.set(http::field::content_encoding, "gzip");
+        }
+        m_response.body() = std::move(answer.body);
+    }
+    Send();
+}
+
 void CHttpConnection::Send(const t_JsonAnswer& answer)
 {
     m_response = {};
     m_response.result(static_cast<unsigned>(answer.status));
     m_response.set(http::field::content_type, "application/json");
     m_response.set(http::field::cache_control, "no-store");
-    m_response.set("X-Content-Type-Options", "nosniff");
     if (answer.status == 426)
     {
         m_response.set(http::field::upgrade, "websocket");
@@ -225,15 +278,21 @@ void CHttpConnection::Send(const t_JsonAnswer& answer)
     {
         m_response.set(http::field::www_authenticate, "Bearer");
     }
+    m_response.body().assign(answer.body.constData(), static_cast<std::size_t>(answer.body.size()));
+    Send();
+}
+
+void CHttpConnection::Send()
+{
+    m_response.set("X-Content-Type-Options", "nosniff");
+    m_response.set("Cross-Origin-Resource-Policy", "same-origin");
+    if (m_response.result() != http::status::not_modified)
+    {
+        m_response.prepare_payload();
+    }
     if (m_parser->is_header_done() && m_parser->get().method() == http::verb::head)
     {
-        m_response.content_length(0);
-    }
-    else
-    {
-        m_response.body().assign(answer.body.constData(),
-                                 static_cast<std::size_t>(answer.body.size()));
-        m_response.prepare_payload();
+        m_response.body().clear(); // its length is told
     }
     m_response.keep_alive(!m_isLast);
     m_stream.expires_after(m_shared->bounds.answer);

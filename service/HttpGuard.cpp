@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <boost/asio/ip/address.hpp>
+#include <boost/beast/http/rfc7230.hpp>
 #include <string>
 
 namespace
@@ -49,6 +50,27 @@ bool ShowsToken(std::string_view authorization, const CAccessToken& token)
     return Lower(authorization.substr(0, kScheme.size())) == kScheme &&
            token.Matches(authorization.substr(kScheme.size()));
 }
+
+bool ShowsTokenByProtocol(std::string_view protocols, const CAccessToken& token)
+{
+    constexpr std::string_view kPrefix = "bearer.";
+    const boost::beast::http::token_list list({protocols.data(), protocols.size()});
+    return std::any_of(
+        list.begin(), list.end(),
+        [&](const auto& protocol)
+        {
+            const std::string_view name(protocol.data(), protocol.size());
+            if (name.substr(0, kPrefix.size()) != kPrefix)
+            {
+                return false;
+            }
+            const auto coded = name.substr(kPrefix.size());
+            const QByteArray shown =
+                QByteArray::fromBase64(QByteArray(coded.data(), static_cast<int>(coded.size())),
+                                       QByteArray::Base64UrlEncoding);
+            return token.Matches({shown.constData(), static_cast<std::size_t>(shown.size())});
+        });
+}
 } // namespace
 
 int NHttp::Check(const t_HttpSender& sender, const CAccessToken* token)
@@ -61,5 +83,7 @@ int NHttp::Check(const t_HttpSender& sender, const CAccessToken* token)
     {
         return 403;
     }
-    return token == nullptr || ShowsToken(sender.authorization, *token) ? 200 : 401;
+    const bool isLetIn = token == nullptr || ShowsToken(sender.authorization, *token) ||
+                         ShowsTokenByProtocol(sender.protocols, *token);
+    return isLetIn ? 200 : 401;
 }

@@ -9,17 +9,19 @@ CHttpClient::~CHttpClient() = default;
 
 t_HttpShared::t_HttpShared(boost::asio::io_context& usedNetwork,
                            const std::shared_ptr<IKWFunctionRootBase>& root,
-                           const t_JsonOptions& options, const CAccessToken* usedToken)
+                           const t_JsonOptions& options, const CAccessToken* usedToken,
+                           const QString& panelFolder)
     : network(usedNetwork), service(std::make_shared<CJsonService>(root, options)),
       tasks(std::make_shared<CRemoteTasks>(options.bounds.tasks)), token(usedToken),
-      bounds(options.bounds), hub(usedNetwork, root, options.bounds)
+      panel(panelFolder), bounds(options.bounds), hub(usedNetwork, root, options.bounds)
 {
 }
 
 CHttpServer::CHttpServer(boost::asio::io_context& network,
                          const std::shared_ptr<IKWFunctionRootBase>& root,
-                         const t_JsonOptions& options, const CAccessToken* token)
-    : m_shared(std::make_shared<t_HttpShared>(network, root, options, token)),
+                         const t_JsonOptions& options, const CAccessToken* token,
+                         const QString& panelFolder)
+    : m_shared(std::make_shared<t_HttpShared>(network, root, options, token, panelFolder)),
       m_listener(network,
                  [this](boost::asio::ip::tcp::socket socket) { Welcome(std::move(socket)); })
 {

@@ -5,6 +5,7 @@
 #include "JsonHub.h"
 #include "JsonService.h"
 #include "Listener.h"
+#include "PanelFiles.h"
 #include "RemoteTasks.h"
 
 #include <memory>
@@ -24,12 +25,13 @@ struct t_HttpShared
 {
     t_HttpShared(boost::asio::io_context& usedNetwork,
                  const std::shared_ptr<IKWFunctionRootBase>& root, const t_JsonOptions& options,
-                 const CAccessToken* usedToken);
+                 const CAccessToken* usedToken, const QString& panelFolder);
 
     boost::asio::io_context& network;
     std::shared_ptr<const CJsonService> service;
     std::shared_ptr<CRemoteTasks> tasks; ///< for requests that take their time
     const CAccessToken* token;           ///< that clients must show; none is wanted without it
+    const CPanelFiles panel;
     t_HttpBounds bounds;
     CJsonHub hub;
     std::vector<std::shared_ptr<CHttpClient>> clients;
@@ -39,9 +41,11 @@ struct t_HttpShared
 class CHttpServer
 {
 public:
-    /** The token is kept by the caller; null where none is wanted. */
+    /** The token is kept by the caller; null where none is wanted. The folder is that of
+        CPanelFiles. */
     CHttpServer(boost::asio::io_context& network, const std::shared_ptr<IKWFunctionRootBase>& root,
-                const t_JsonOptions& options, const CAccessToken* token);
+                const t_JsonOptions& options, const CAccessToken* token,
+                const QString& panelFolder);
 
     /** As CListener::Listen. */
     bool Listen(const QStringList& addresses, unsigned short port, QString& error)

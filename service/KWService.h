@@ -20,8 +20,11 @@ struct KW_ServiceOptions
         HTTP listens at 127.0.0.1 alone, whatever `addresses` are. Mode 0600, of the user that the
         service runs as, outside of the settings folder. */
     QString tokenFile;
-    bool http = true;        ///< the tree is served in JSON by HTTP and WebSocket, too
-    UINT16 httpPort = 5026;  ///< of HTTP; 0 takes any free one
+    bool http = true;       ///< the tree is served in JSON by HTTP and WebSocket, too
+    UINT16 httpPort = 5026; ///< of HTTP; 0 takes any free one
+    /** Folder with the files of the panel, read at each request, for those who change it; where it
+       is empty the panel is that of the library. */
+    QString panelFolder;
     int connections = 64;    ///< of each kind that are open at once; further ones are closed
     int writeSeconds = 30;   ///< for which a client may leave answers unread
     int messageSeconds = 60; ///< in which a message must end once it has begun
@@ -30,7 +33,8 @@ struct KW_ServiceOptions
 };
 
 /**
- * Serves a tree to other processes: remote control by TCP, JSON by HTTP and WebSocket. Runs from
+ * Serves a tree to other processes: remote control by TCP, JSON by HTTP and WebSocket, and a panel
+ * for browsers. Runs from
  * its construction to its destruction on a thread of its own, beside whatever the application does;
  * clients get at the tree as any other thread does. Files that they name lie in the tree's settings
  * folder.

@@ -47,6 +47,7 @@ constexpr int kNetworks = 64;               ///< that are allowed
 constexpr std::size_t kShortestToken = 16;  ///< characters
 constexpr std::size_t kLongestToken = 1024; ///< characters
 constexpr int kLongestFileName = 255;       ///< bytes of a name that a client gives
+constexpr int kLargestPanelFile = 8 << 20;  ///< bytes of one that is read from a folder
 constexpr int kPauseMilliseconds = 100;     ///< before accepting again when the system refused
 constexpr int kPollMilliseconds = 50;       ///< between two looks at what has changed
 /** A connection that is silent is asked whether it lives: after how long, how often, how many times

@@ -40,6 +40,7 @@ public:
     void Wake() override { Pump(); }
 
 private:
+    void ChooseProtocol();
     void Read();
     void OnMessage();
     /** Sends what there is to send, one message after the other. */
@@ -66,6 +67,7 @@ void CWebSocketConnection::Start()
     m_stream.set_option(times);
     m_stream.read_message_max(m_shared->bounds.message);
     m_stream.text(true);
+    ChooseProtocol();
     m_stream.async_accept(m_request,
                           [self = shared_from_this()](const beast::error_code& error)
                           {
@@ -77,6 +79,19 @@ void CWebSocketConnection::Start()
                               self->m_shared->hub.Add(self);
                               self->Read();
                           });
+}
+
+/** A page that offers protocols, one of them its token, goes on only when one is chosen. */
+void CWebSocketConnection::ChooseProtocol()
+{
+    static constexpr char kProtocol[] = "changes";
+    beast::http::token_list offered(m_request[beast::http::field::sec_websocket_protocol]);
+    if (offered.exists(kProtocol))
+    {
+        m_stream.set_option(websocket::stream_base::decorator(
+            [](websocket::response_type& response)
+            { response.set(beast::http::field::sec_websocket_protocol, kProtocol); }));
+    }
 }
 
 void CWebSocketConnection::Close()

@@ -19,12 +19,14 @@ struct t_Arguments
     std::vector<std::string> addresses;
     std::vector<std::string> networks;
     std::string tokenFile;
+    std::string panel;
     KW_ServiceOptions service;
 };
 
 constexpr char kAbout[] =
     "Holds the instrument's settings and serves them to other programs: by remote control (IEEE "
-    "488.2, SCPI-1999 by TCP), and in JSON by HTTP and WebSocket.\n\n"
+    "488.2, SCPI-1999 by TCP), and in JSON by HTTP and WebSocket. A browser shows them at the "
+    "address of HTTP.\n\n"
     "Serves this machine alone. At other addresses (--listen) remote control needs the networks "
     "that may use it (--allow), as it knows no passwords, and JSON a token (--token-file); without "
     "one it stays on this machine. Nothing is encrypted: put a proxy with TLS or a tunnel in "
@@ -52,6 +54,11 @@ void Declare(CLI::App& app, t_Arguments& arguments)
     app.add_option("--settings", arguments.folder,
                    "folder of settings: recalled at the start, saved at the end")
         ->check(CLI::ExistingDirectory);
+    app.add_option("--panel", arguments.panel,
+                   "folder with the files of the panel, read at each request, instead of those of "
+                   "the program")
+        ->check(CLI::ExistingDirectory)
+        ->type_name("FOLDER");
     app.add_flag("--read-only", arguments.service.readOnly, "clients can change nothing");
     app.add_option("--connections", arguments.service.connections,
                    "that are open at once; further ones are closed")
@@ -77,6 +84,7 @@ void Complete(t_Arguments& arguments)
     }
     arguments.service.networks = ListOf(arguments.networks);
     arguments.service.tokenFile = QString::fromStdString(arguments.tokenFile);
+    arguments.service.panelFolder = QString::fromStdString(arguments.panel);
 }
 
 /** Signals that end it, blocked in all threads. */

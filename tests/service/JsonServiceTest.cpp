@@ -343,16 +343,16 @@ struct t_Sender
 TEST(HttpGuard, LetsInAPageOfAnotherHost)
 {
     const t_Sender kSenders[] = {
-        {"Address", {"127.0.0.1:5026", "", ""}, 200},
-        {"Localhost", {"LocalHost:5026", "", ""}, 200},
-        {"IPv6", {"[::1]:5026", "", ""}, 200},
-        {"OwnPage", {"127.0.0.1:5026", "http://127.0.0.1:5026", ""}, 200},
-        {"Rebound", {"evil.example:5026", "", ""}, 421},
-        {"NoHost", {"", "", ""}, 421},
-        {"Prefix", {"127.0.0.1.evil.example", "", ""}, 421},
-        {"OtherPage", {"127.0.0.1:5026", "http://evil.example", ""}, 403},
-        {"OtherPort", {"127.0.0.1:5026", "http://127.0.0.1:80", ""}, 403},
-        {"Sandbox", {"127.0.0.1:5026", "null", ""}, 403},
+        {"Address", {"127.0.0.1:5026", "", "", ""}, 200},
+        {"Localhost", {"LocalHost:5026", "", "", ""}, 200},
+        {"IPv6", {"[::1]:5026", "", "", ""}, 200},
+        {"OwnPage", {"127.0.0.1:5026", "http://127.0.0.1:5026", "", ""}, 200},
+        {"Rebound", {"evil.example:5026", "", "", ""}, 421},
+        {"NoHost", {"", "", "", ""}, 421},
+        {"Prefix", {"127.0.0.1.evil.example", "", "", ""}, 421},
+        {"OtherPage", {"127.0.0.1:5026", "http://evil.example", "", ""}, 403},
+        {"OtherPort", {"127.0.0.1:5026", "http://127.0.0.1:80", "", ""}, 403},
+        {"Sandbox", {"127.0.0.1:5026", "null", "", ""}, 403},
     };
     for (const t_Sender& row : kSenders)
     {
@@ -372,7 +372,15 @@ TEST(HttpGuard, LetsInAPageOfAnotherHost)
           std::pair{"Bearer 0123456789abcdeX", 401}, std::pair{"Bearer ", 401},
           std::pair{"0123456789abcdef", 401}, std::pair{"", 401}})
     {
-        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", shown}, &*token), status) << shown;
+        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", shown, ""}, &*token), status) << shown;
+    }
+    for (const auto& [protocols, status] :
+         {std::pair{"changes, bearer.MDEyMzQ1Njc4OWFiY2RlZg", 200},
+          std::pair{"bearer.MDEyMzQ1Njc4OWFiY2RlWA", 401}, std::pair{"bearer.", 401},
+          std::pair{"bearer.0123456789abcdef", 401}, std::pair{"MDEyMzQ1Njc4OWFiY2RlZg", 401},
+          std::pair{",;bearer", 401}, std::pair{"changes", 401}})
+    {
+        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", "", protocols}, &*token), status) << protocols;
     }
 }
 

@@ -221,6 +221,26 @@ class JsonClientsTest(unittest.TestCase):
             self.assertEqual(host.curl("/history", "-H", "Authorization: Bearer 0123456789abcdef")[0],
                              200)
 
+    def test_panel_is_served_without_guard(self) -> None:
+        with tempfile.NamedTemporaryFile("w") as token:
+            token.write("0123456789abcdef\n")
+            token.flush()
+            host = self.start("--token-file", token.name)
+            status, head = host.curl("/", "-D", "-", "-o", "/dev/null", "--compressed")
+            self.assertEqual(status, 200)
+            self.assertIn("script", host.curl("/", "--compressed")[1])
+            for line in ("Content-Encoding: gzip", "Content-Security-Policy: default-src 'self'",
+                         "X-Content-Type-Options: nosniff", "X-Frame-Options: DENY",
+                         "Content-Type: text/html; charset=utf-8"):
+                self.assertIn(line, head)
+            self.assertNotIn("unsafe", head)
+            tag = re.search(r"ETag: (\S+)", head)[1]
+            self.assertEqual(host.curl("/", "--compressed", "-H", f"If-None-Match: {tag}"), (304, ""))
+            self.assertEqual(host.curl("/panel.js", "-I")[0], 200)
+            self.assertEqual(host.curl("/panel.js", "-H", "Host: evil.example")[0], 421)
+            self.assertEqual(host.curl("/panel.js", "-d", "x")[0], 401)
+            self.assertEqual(host.curl("/other.js")[0], 401)
+
     def test_silent_clients_hold_up_others(self) -> None:
         host = self.start("--connections", "40")
         silent = [host.connect() for _ in range(38)]
@@ -249,6 +269,23 @@ class JsonClientsTest(unittest.TestCase):
         self.assertEqual(host.ask("/tree?path=Horizontal/Scale&depth=0")[1]["value"], 1e-07)
         for thread in threads:
             thread.join()
+
+    @unittest.skipUnless(has_subscriber(), "needs node and its package ws")
+    def test_page_shows_no_token(self) -> None:
+        with tempfile.NamedTemporaryFile("w") as token:
+            token.write("0123456789abcdef\n")
+            token.flush()
+            host = self.start("--token-file", token.name)
+            for protocols, shown in (('"changes","bearer.MDEyMzQ1Njc4OWFiY2RlZg"', "changes"),
+                                     ('"changes","bearer.MDEyMzQ1Njc4OWFiY2RlWA"', "401"),
+                                     ('"changes"', "401")):
+                script = f"""
+                    const socket = new (require("ws"))("ws://127.0.0.1:{host.port}/changes", [{protocols}]);
+                    socket.on("open", () => {{ console.log(socket.protocol); process.exit(); }});
+                    socket.on("error", (error) => {{ console.log(error.message); process.exit(); }});"""
+                ran = subprocess.run(["node", "-e", script], env=MODULES, text=True, timeout=20,
+                                     capture_output=True)
+                self.assertIn(shown, ran.stdout, protocols)
 
     @unittest.skipUnless(shutil.which("jq"), "needs jq")
     def test_guide_shows_other_answers(self) -> None:
