@@ -2,7 +2,13 @@
 // Debian's Chromium and pages in it that report whatever goes wrong in them.
 
 import assert from 'node:assert/strict';
+import { mkdirSync } from 'node:fs';
 import { createRequire } from 'node:module';
+import path from 'node:path';
+import { ROOT } from './host.mjs';
+
+const PICTURES = path.join(ROOT, 'build/panel/pictures');
+mkdirSync(PICTURES, { recursive: true });
 
 // The packages lie where the panel's lock file is.
 export const need = createRequire(new URL('../../service/panel/package.json', import.meta.url));
@@ -17,7 +23,9 @@ export function startBrowser() {
 
 /** A user at a window: what goes wrong in it is kept and asserted at the end. */
 export class Window {
-    static async open(browser, host, { place = '', width = 1440, height = 900, scheme = 'light', path = '/', ...options } = {}) {
+    static async open(browser, host, {
+        place = '', width = 1440, height = 900, scheme = 'light', ...options
+    } = {}) {
         const window = new Window();
         window.faults = [];
         window.context = await browser.newContext({
@@ -31,7 +39,7 @@ export class Window {
         window.page = await window.context.newPage();
         window.page.setDefaultTimeout(10000);
         window.#watch(host);
-        await window.page.goto(`${host.url}${path}${place}`);
+        await window.page.goto(`${host.url}/${place}`);
         return window;
     }
 
@@ -54,9 +62,28 @@ export class Window {
         });
     }
 
-    /** The end of a test: nothing was thrown, blocked, asked elsewhere or said in a dialogue. */
+    /** The end: nothing was thrown, blocked, asked elsewhere or said in a dialogue. */
     async close() {
         await this.context.close();
         assert.deepEqual(this.faults, []);
     }
+
+    /** What a user sees, kept as a result of the build. */
+    async keep(name) {
+        await this.page.screenshot({ path: path.join(PICTURES, `${name}.png`) });
+    }
+}
+
+/** Steps in a window of their own, which is left without a fault; a failure is kept as a picture. */
+export async function inWindow(browser, host, options, steps) {
+    const window = await Window.open(browser, host, options);
+    try {
+        await steps(window.page, window);
+    } catch (error) {
+        await window.keep(`failed-${Date.now()}`).catch(() => {});
+        await window.context.close();
+        error.message += `\n${window.faults.join('\n')}`;
+        throw error;
+    }
+    await window.close();
 }

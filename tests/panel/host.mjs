@@ -10,7 +10,7 @@ import path from 'node:path';
 import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
 
-const ROOT = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../..');
+export const ROOT = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../..');
 const ZELHOST = process.env.ZELHOST ?? path.join(ROOT, 'build/release/service/zelhost');
 const START_SECONDS = 20;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { startBrowser, Window } from './browser.mjs';
+import { inWindow, startBrowser } from './browser.mjs';
 import { Host } from './host.mjs';
 
 let browser;
@@ -15,9 +15,9 @@ after(async () => {
     await Promise.all([browser?.close(), host?.end()]);
 });
 
-test('the page that the service serves shows the tree', async () => {
-    const window = await Window.open(browser, host);
-    await window.page.getByText('Horizontal').first().waitFor();
-    assert.equal(await window.page.locator('html').getAttribute('lang'), 'en');
-    await window.close();
+test('a page that the service serves shows nothing of the tree', async () => {
+    await inWindow(browser, host, {}, async (page) => {
+        await page.getByText('Horizontal').first().waitFor();
+        assert.equal(await page.locator('html').getAttribute('lang'), 'en');
+    });
 });
