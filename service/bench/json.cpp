@@ -12,6 +12,7 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/read_until.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/streambuf.hpp>
 #include <boost/asio/write.hpp>
 #include <chrono>
@@ -19,6 +20,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <thread>
 #include <vector>
@@ -38,6 +40,11 @@ double Median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
+}
+
+double Mean(const std::vector<double>& values)
+{
+    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
 }
 
 void TimeTree(const CJsonService& service, const char* target, double seconds)
@@ -116,20 +123,19 @@ void TimeLatency(IKWFunctionZEL& root, unsigned short port, int count)
                 Median(times), *std::max_element(times.begin(), times.end()));
 }
 
-/** Mean microseconds of a write, a thousand of which come in a second. */
-double TimeWrites(IKWFunctionZEL& root, double seconds)
+/** Microseconds of each write, a thousand of which come in a second. */
+std::vector<double> TimeWrites(IKWFunctionZEL& root, double seconds)
 {
     const auto scale = root.GetPgHorizontal()->GetPrScale();
-    double used = 0;
-    int count = 0;
-    for (const auto begin = t_Clock::now(); SecondsSince(begin) < seconds; ++count)
+    std::vector<double> times;
+    for (const auto begin = t_Clock::now(); SecondsSince(begin) < seconds;)
     {
-        std::this_thread::sleep_until(begin + std::chrono::milliseconds(count));
+        std::this_thread::sleep_until(begin + std::chrono::milliseconds(times.size()));
         const auto one = t_Clock::now();
-        static_cast<void>(scale->Set(count % 2 == 0 ? 1e-3 : 2e-3));
-        used += 1e6 * SecondsSince(one);
+        static_cast<void>(scale->Set(times.size() % 2 == 0 ? 1e-3 : 2e-3));
+        times.push_back(1e6 * SecondsSince(one));
     }
-    return used / count;
+    return times;
 }
 
 /** Runs while it lives: 200 subscribers of the whole tree, in a thread that reads for all. */
@@ -158,20 +164,107 @@ private:
     std::thread m_thread;
 };
 
+/** Runs while it lives: sends as many clients as many bytes as often as the service does, by an
+   event loop of its own that knows no tree. What writes lose beside it, the machine takes. */
+class CPlainCrowd
+{
+public:
+    CPlainCrowd()
+        : m_acceptor(m_network, tcp::endpoint(boost::asio::ip::address_v4::loopback(), 0)),
+          m_timer(m_network)
+    {
+        constexpr int kClients = 200;
+        for (int i = 0; i < kClients; ++i)
+        {
+            m_readers.push_back(std::make_unique<tcp::socket>(m_clients));
+            m_readers.back()->connect(m_acceptor.local_endpoint());
+            m_senders.push_back(std::make_unique<tcp::socket>(m_acceptor.accept()));
+            Follow(*m_readers.back());
+        }
+        Send();
+        m_threads.emplace_back([this] { m_network.run(); });
+        m_threads.emplace_back([this] { m_clients.run(); });
+    }
+    ~CPlainCrowd()
+    {
+        m_network.stop();
+        m_clients.stop();
+        for (std::thread& thread : m_threads)
+        {
+            thread.join();
+        }
+    }
+
+private:
+    void Follow(tcp::socket& reader)
+    {
+        reader.async_read_some(boost::asio::buffer(m_bytes),
+                               [this, &reader](const boost::system::error_code& error, std::size_t)
+                               {
+                                   if (!error)
+                                   {
+                                       Follow(reader);
+                                   }
+                               });
+    }
+    void Send()
+    {
+        m_timer.expires_after(std::chrono::milliseconds(50));
+        m_timer.async_wait(
+            [this](const boost::system::error_code& error)
+            {
+                if (error)
+                {
+                    return;
+                }
+                for (const auto& sender : m_senders)
+                {
+                    sender->async_send(boost::asio::buffer(m_message),
+                                       [](const boost::system::error_code&, std::size_t) {});
+                }
+                Send();
+            });
+    }
+
+    boost::asio::io_context m_network;
+    boost::asio::io_context m_clients;
+    tcp::acceptor m_acceptor;
+    boost::asio::steady_timer m_timer;
+    std::vector<std::unique_ptr<tcp::socket>> m_readers;
+    std::vector<std::unique_ptr<tcp::socket>> m_senders;
+    std::vector<char> m_bytes = std::vector<char>(1U << 16U);
+    std::vector<char> m_message = std::vector<char>(3000); ///< what such a write tells
+    std::vector<std::thread> m_threads;
+};
+
 void CompareWrites(IKWFunctionZEL& root, unsigned short port, double seconds)
 {
     constexpr int kTurns = 5;
     std::vector<double> alone;
+    std::vector<double> plain;
     std::vector<double> beside;
+    const auto turn = [&root, seconds](std::vector<double>& all)
+    {
+        const std::vector<double> times = TimeWrites(root, seconds / kTurns);
+        all.insert(all.end(), times.begin(), times.end());
+    };
     for (int i = 0; i < kTurns; ++i)
     {
-        alone.push_back(TimeWrites(root, seconds / kTurns));
+        turn(alone);
+        {
+            const CPlainCrowd crowd;
+            turn(plain);
+        }
         const CCrowd crowd(port);
-        beside.push_back(TimeWrites(root, seconds / kTurns));
+        turn(beside);
     }
-    std::printf("write               %9.2f us alone, %.2f us beside 200 subscribers: %.2f "
-                "(budget 1.05)\n",
-                Median(alone), Median(beside), Median(beside) / Median(alone));
+    std::printf(
+        "write               %9.2f us alone; beside 200 subscribers %.2f of that, beside 200 "
+        "receivers of as many bytes %.2f: %.2f (budget 1.05)\n",
+        Median(alone), Median(beside) / Median(alone), Median(plain) / Median(alone),
+        Median(beside) / Median(plain));
+    std::printf("  means             %9.2f us alone; %.2f, %.2f: %.2f\n", Mean(alone),
+                Mean(beside) / Mean(alone), Mean(plain) / Mean(alone), Mean(beside) / Mean(plain));
 }
 } // namespace
 
