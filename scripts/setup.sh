@@ -10,7 +10,7 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libboost-dev
     libcli11-dev libedit-dev libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
-    libxml2-utils can-utils libsndfile1-dev)
+    libxml2-utils can-utils libsndfile1-dev nlohmann-json3-dev)
 pages=(qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml
     qml6-module-qtqml-workerscript qml6-module-qtquick-controls qml6-module-qtquick-templates
     qml6-module-qtquick-layouts)

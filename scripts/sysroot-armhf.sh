@@ -8,7 +8,7 @@ set -euo pipefail
 packages=(libc6 libc6-dev libcrypt1 libcrypt-dev linux-libc-dev libgcc-s1 libstdc++6
     libboost1.74-dev qt6-base-dev qt6-base-dev-tools qmake6 libqt6core6 zlib1g libzstd1 libicu72 libdouble-conversion3 libb2-1
     libgomp1 libpcre2-16-0 libpcre2-8-0 libglib2.0-0
-    libcli11-dev libedit-dev libedit2 libbsd0 libmd0 libtinfo6
+    libcli11-dev nlohmann-json3-dev libedit-dev libedit2 libbsd0 libmd0 libtinfo6
     libgtest-dev libgmock-dev librapidcheck-dev)
 
 fail() {

@@ -2,178 +2,89 @@
 #include "OrderedJson.h"
 
 #include <algorithm>
-#include <cstring>
+#include <nlohmann/json.hpp>
 
-/** Reads one document from its beginning to its end. */
-class COrderedJson::CParser
+/** Puts together what the reader of JSON meets: numbers as they are written, names in their order.
+ */
+class COrderedJson::CBuilder : public nlohmann::json_sax<nlohmann::json>
 {
 public:
-    explicit CParser(const QByteArray& text) : m_at(text.begin()), m_end(text.end()) {}
+    explicit CBuilder(COrderedJson& document) { m_open.push_back(&document); }
 
-    bool ReadDocument(COrderedJson& value)
+    bool null() override { return Add(eKIND::Null); }
+    bool boolean(bool value) override { return Add(value ? eKIND::True : eKIND::False); }
+    bool number_integer(number_integer_t value) override
     {
-        const bool isRead = ReadValue(value, 0);
-        SkipBlanks();
-        return isRead && m_at == m_end;
+        return Add(eKIND::Number, QString::number(static_cast<qlonglong>(value)));
+    }
+    bool number_unsigned(number_unsigned_t value) override
+    {
+        return Add(eKIND::Number, QString::number(static_cast<qulonglong>(value)));
+    }
+    bool number_float(number_float_t /*value*/, const string_t& text) override
+    {
+        return Add(eKIND::Number, QString::fromStdString(text));
+    }
+    bool string(string_t& text) override { return Add(eKIND::Text, QString::fromStdString(text)); }
+    bool binary(binary_t& /*bytes*/) override { return false; }
+
+    bool start_object(std::size_t /*size*/) override { return Open(eKIND::Object); }
+    bool key(string_t& name) override
+    {
+        m_open.back()->m_members.emplace_back().first = QString::fromStdString(name);
+        return true;
+    }
+    bool end_object() override { return Close(); }
+    bool start_array(std::size_t /*size*/) override { return Open(eKIND::Array); }
+    bool end_array() override { return Close(); }
+
+    bool parse_error(std::size_t /*place*/, const std::string& /*token*/,
+                     const nlohmann::detail::exception& /*error*/) override
+    {
+        return false;
     }
 
 private:
-    static constexpr int kDeepest = 128;
+    static constexpr std::size_t kDeepest = 128; // of a destructor that calls itself
 
-    void SkipBlanks()
+    /** Where the next value goes: an element is made here, a member was made by its name. */
+    COrderedJson& Next()
     {
-        m_at = std::find_if(
-            m_at, m_end, [](char c) { return std::strchr(" \t\r\n", c) == nullptr || c == '\0'; });
+        COrderedJson& open = *m_open.back();
+        return open.m_kind == eKIND::Array    ? open.m_members.emplace_back().second
+               : open.m_kind == eKIND::Object ? open.m_members.back().second
+                                              : open;
+    }
+    bool Add(eKIND kind, QString text = {})
+    {
+        COrderedJson& value = Next();
+        value.m_kind = kind;
+        value.m_text = std::move(text);
+        return true;
+    }
+    /** Who is open stands still: only the innermost one gets further members. */
+    bool Open(eKIND kind)
+    {
+        COrderedJson& value = Next();
+        value.m_kind = kind;
+        m_open.push_back(&value);
+        return m_open.size() <= kDeepest;
+    }
+    bool Close()
+    {
+        m_open.pop_back();
+        return true;
     }
 
-    bool Take(char wanted)
-    {
-        SkipBlanks();
-        const bool isThere = m_at != m_end && *m_at == wanted;
-        m_at += isThere ? 1 : 0;
-        return isThere;
-    }
-
-    bool TakeWord(const char* word)
-    {
-        const auto length = static_cast<std::ptrdiff_t>(std::strlen(word));
-        const bool isThere = m_end - m_at >= length && std::equal(m_at, m_at + length, word);
-        m_at += isThere ? length : 0;
-        return isThere;
-    }
-
-    bool ReadValue(COrderedJson& value, int depth)
-    {
-        SkipBlanks();
-        if (m_at == m_end || depth > kDeepest)
-        {
-            return false;
-        }
-        switch (*m_at)
-        {
-        case '{':
-            value.m_kind = eKIND::Object;
-            return ReadMembers(value, '}', depth);
-        case '[':
-            value.m_kind = eKIND::Array;
-            return ReadMembers(value, ']', depth);
-        case '"':
-            value.m_kind = eKIND::Text;
-            return ReadText(value.m_text);
-        case 't':
-            value.m_kind = eKIND::True;
-            return TakeWord("true");
-        case 'f':
-            value.m_kind = eKIND::False;
-            return TakeWord("false");
-        case 'n':
-            return TakeWord("null");
-        default:
-            value.m_kind = eKIND::Number;
-            return ReadNumber(value.m_text);
-        }
-    }
-
-    bool ReadMembers(COrderedJson& value, char closing, int depth)
-    {
-        ++m_at;
-        if (Take(closing))
-        {
-            return true;
-        }
-        do
-        {
-            t_Member& member = value.m_members.emplace_back();
-            SkipBlanks();
-            const bool isNamed = closing == ']' || (ReadText(member.first) && Take(':'));
-            if (!isNamed || !ReadValue(member.second, depth + 1))
-            {
-                return false;
-            }
-        } while (Take(','));
-        return Take(closing);
-    }
-
-    bool ReadNumber(QString& text)
-    {
-        const auto end = std::find_if(
-            m_at, m_end,
-            [](char c) { return c == '\0' || std::strchr("+-.0123456789eE", c) == nullptr; });
-        text = QString::fromLatin1(m_at, static_cast<int>(end - m_at));
-        m_at = end;
-        bool isNumber = false;
-        text.toDouble(&isNumber);
-        return isNumber;
-    }
-
-    bool ReadText(QString& text)
-    {
-        if (m_at == m_end || *m_at != '"')
-        {
-            return false;
-        }
-        QByteArray bytes;
-        for (++m_at; m_at != m_end && *m_at != '"';)
-        {
-            const auto end =
-                std::find_if(m_at, m_end, [](char c) { return c == '"' || c == '\\'; });
-            bytes.append(m_at, static_cast<int>(end - m_at));
-            m_at = end;
-            if (m_at != m_end && *m_at == '\\' && !ReadEscape(bytes))
-            {
-                return false;
-            }
-        }
-        text = QString::fromUtf8(bytes);
-        return m_at != m_end && *m_at++ == '"';
-    }
-
-    bool ReadEscape(QByteArray& bytes)
-    {
-        constexpr char kSigns[] = "\"\\/bfnrt";
-        constexpr char kBytes[] = "\"\\/\b\f\n\r\t";
-        if (m_end - m_at < 2)
-        {
-            return false;
-        }
-        const char sign = m_at[1];
-        m_at += 2;
-        if (sign == 'u')
-        {
-            QString unicode;
-            bool isRead = ReadUnit(unicode);
-            if (isRead && unicode.back().isHighSurrogate() && TakeWord("\\u"))
-            {
-                isRead = ReadUnit(unicode);
-            }
-            bytes += unicode.toUtf8();
-            return isRead;
-        }
-        const char* const found = sign == '\0' ? nullptr : std::strchr(kSigns, sign);
-        bytes += found != nullptr ? kBytes[found - kSigns] : '?';
-        return found != nullptr;
-    }
-
-    bool ReadUnit(QString& text)
-    {
-        if (m_end - m_at < 4)
-        {
-            return false;
-        }
-        bool isNumber = false;
-        text += QChar(QByteArray(m_at, 4).toUShort(&isNumber, 16));
-        m_at += 4;
-        return isNumber;
-    }
-
-    const char* m_at;
-    const char* m_end;
+    std::vector<COrderedJson*> m_open; ///< the document, then each object or array that is open
 };
 
 std::optional<COrderedJson> COrderedJson::Parse(const QByteArray& text)
 {
     COrderedJson value;
-    return CParser(text).ReadDocument(value) ? std::optional(std::move(value)) : std::nullopt;
+    CBuilder builder(value);
+    const bool isRead = nlohmann::json::sax_parse(text.begin(), text.end(), &builder);
+    return isRead ? std::optional(std::move(value)) : std::nullopt;
 }
 
 COrderedJson COrderedJson::Object()

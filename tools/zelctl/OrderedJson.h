@@ -48,7 +48,7 @@ private:
         Array,
         Object
     };
-    class CParser;
+    class CBuilder;
 
     const COrderedJson* Find(const char* name) const;
 
