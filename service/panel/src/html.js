@@ -3,6 +3,6 @@
 
 export { Component, createContext, render } from 'preact';
 export {
-    useCallback, useContext, useEffect, useLayoutEffect, useMemo, useRef, useState
+    useCallback, useContext, useEffect, useLayoutEffect, useMemo, useReducer, useRef, useState
 } from 'preact/hooks';
 export { html } from 'htm/preact';

@@ -3,18 +3,8 @@
 
 import { html, render } from './html.js';
 import { Panel } from './panel.js';
-import { texts } from './texts/panel.js';
-import { PanelContext, useNode, usePanelState } from './views/hooks.js';
-import { Tree } from './views/Tree.js';
-
-function App() {
-    const { connection } = usePanelState();
-    const root = useNode('');
-    return html`
-        <header><h1>${texts.title}</h1>
-            <p role="status">${texts.connection[connection.state.phase]}</p></header>
-        <main>${root && html`<${Tree} />`}</main>`;
-}
+import { App } from './views/App.js';
+import { PanelContext } from './views/hooks.js';
 
 const panel = new Panel();
 render(html`<${PanelContext.Provider} value=${panel}><${App} /></${PanelContext.Provider}>`,

@@ -1,28 +1,56 @@
 // SPDX-License-Identifier: MIT
 // What all views share: the connection, the nodes, and what can be asked of the service.
 
-import { Connection } from './connection.js';
-import { Store } from './store.js';
+import { Connection, Phase } from './connection.js';
+import { Favourites } from './favourites.js';
+import { SearchIndex } from './search.js';
+import { Steps } from './steps.js';
+import { isMoved, Store } from './store.js';
 
-const kUnknownPause = 250; // milliseconds between two readings of nodes that have come
+const kReadPause = 250; // milliseconds between two readings of nodes that have come
+const kAskPause = 200; // between two readings of the history
+const kTokenKey = 'token';
 
 /** Before the next picture; a page that nobody sees has none. */
 function nextFrame(f) {
     if (document.hidden) {
-        setTimeout(f, 250);
+        setTimeout(f, kReadPause);
     } else {
         requestAnimationFrame(f);
     }
 }
 
+/** What the browser keeps, where it keeps anything. */
+function storageOf(name) {
+    try {
+        return window[name];
+    } catch {
+        return null;
+    }
+}
+
+const query = (path) => `path=${encodeURIComponent(path)}`;
+
 export class Panel {
     constructor(base = location.origin) {
         this.listeners = new Set();
-        this.reading = new Set();
+        this.later = new Map();
+        this.history = { canUndo: false, undo: '', canRedo: false, redo: '' };
+        this.standing = { control: null, readOnly: false };
+        this.session = storageOf('sessionStorage');
+        this.favourites = new Favourites(storageOf('localStorage'));
+        this.index = new SearchIndex();
+        this.steps = new Steps(() => performance.now(), isMoved);
         this.store = new Store(nextFrame, {
-            unknown: (path) => this.#readLater(path)
+            moved: (moves) => this.#take(moves),
+            unknown: (path) => this.#soon(`read ${path}`, kReadPause, () => this.#read(path))
         });
-        this.connection = new Connection({
+        this.connection = this.#connection(base);
+        this.connection.token = this.session?.getItem(kTokenKey) ?? '';
+    }
+
+    #connection(base) {
+        return new Connection({
             base,
             fetch: (...request) => fetch(...request),
             WebSocket,
@@ -32,12 +60,33 @@ export class Panel {
         }, {
             tree: (tree, isAgain) => this.store.graft(tree, isAgain),
             changes: (changes) => this.store.apply(changes),
-            state: () => this.#tell()
+            message: (message) => this.#hear(message),
+            state: (state) => this.#follow(state)
         });
     }
 
     start() {
+        this.store.watch((paths) => {
+            paths.forEach((path) => this.index.set(path, this.store.node(path)));
+        });
+        addEventListener('online', () => this.retry());
+        addEventListener('storage', () => {
+            this.favourites.reload();
+            this.tell();
+        });
         this.connection.start();
+    }
+
+    /** Tries to connect now, where the connection is lost. */
+    retry() {
+        if (this.connection.state.phase === Phase.BROKEN) {
+            this.connection.retry();
+        }
+    }
+
+    setToken(token) {
+        this.session?.setItem(kTokenKey, token);
+        this.connection.setToken(token);
     }
 
     /** Calls when anything but a node has changed. @returns {() => void} ends it */
@@ -46,33 +95,120 @@ export class Panel {
         return () => this.listeners.delete(f);
     }
 
-    #tell() {
+    tell() {
         [...this.listeners].forEach((f) => f());
     }
 
-    #readLater(path) {
-        if (this.reading.has(path)) {
-            return;
-        }
-        this.reading.add(path);
-        setTimeout(async () => {
-            this.reading.delete(path);
-            const node = await this.read(path);
-            if (node?.kind) {
-                this.store.graft(node);
-            }
-        }, kUnknownPause);
-    }
-
-    /** A node in full detail with all that is below it. */
-    read(path) {
-        return this.connection.request('GET',
-            `/tree?detail=full&path=${encodeURIComponent(path)}`);
+    toggleFavourite(path) {
+        this.favourites.toggle(path);
+        this.tell();
     }
 
     /** @param {{value?: *, steps?: number, default?: true}} change
         @returns {Promise<?object>} the service's answer; null without a connection */
     write(path, change) {
-        return this.connection.request('POST', '/write', { writes: [{ path, ...change }] });
+        return this.#step('write', path, '/write', { writes: [{ path, ...change }] });
+    }
+
+    run(path) {
+        return this.#step('run', path, '/run', { path });
+    }
+
+    /** @param {{do: string, key?: string, to?: string}} change of an array's or map's items */
+    edit(path, change) {
+        return this.#step('items', path, '/items', { path, ...change });
+    }
+
+    undo() {
+        return this.#step('undo', '', '/undo');
+    }
+
+    redo() {
+        return this.#step('redo', '', '/redo');
+    }
+
+    /** What a write would move, which it does not do. */
+    try(path, change) {
+        return this.connection.request('POST', '/trial', { writes: [{ path, ...change }] });
+    }
+
+    /** The rows of rules that a node starts, and those of its group.
+        @param {string} [value] asks which other settings would offer this value too */
+    why(path, value) {
+        const asked = value === undefined ? '' : `&value=${encodeURIComponent(value)}`;
+        return this.connection.request('GET', `/why?${query(path)}${asked}`);
+    }
+
+    async #step(kind, path, resource, body) {
+        const { step, left } = this.steps.begin(kind, path);
+        step.text = { undo: this.history.undo, redo: this.history.redo }[kind] ?? '';
+        this.store.touch(left);
+        this.tell();
+        const answer = await this.connection.request('POST', resource, body);
+        this.steps.end(step, answer);
+        if (answer?.detail === 'the service only reads') {
+            this.standing = { ...this.standing, readOnly: true };
+        }
+        this.#askHistory();
+        this.tell();
+        return answer;
+    }
+
+    #take(moves) {
+        this.steps.take(moves);
+        this.tell();
+    }
+
+    /** Once, after a pause, however often it is asked. */
+    #soon(name, pause, action) {
+        if (!this.later.has(name)) {
+            this.later.set(name, setTimeout(() => {
+                this.later.delete(name);
+                action();
+            }, pause));
+        }
+    }
+
+    async #read(path) {
+        const node = await this.connection.request('GET', `/tree?detail=full&${query(path)}`);
+        if (node?.kind) {
+            this.store.graft(node);
+        }
+    }
+
+    #hear(message) {
+        if (message.control) {
+            this.standing = { ...this.standing, control: message.control };
+            this.tell();
+        }
+        if (message.changes) {
+            this.#askHistory();
+        }
+    }
+
+    #follow(state) {
+        if (state.phase === Phase.LIVE) {
+            this.#askHistory();
+            this.#askStanding();
+        }
+        this.tell();
+    }
+
+    #askHistory() {
+        this.#soon('history', kAskPause, async () => {
+            const answer = await this.connection.request('GET', '/history');
+            if (answer?.status === 200) {
+                this.history = answer;
+                this.tell();
+            }
+        });
+    }
+
+    async #askStanding() {
+        const answer = await this.connection.request('GET', '/standing');
+        if (answer?.status === 200) {
+            this.standing = answer;
+            this.tell();
+        }
     }
 }

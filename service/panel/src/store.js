@@ -97,6 +97,11 @@ export class Store {
         return () => this.watchers.delete(f);
     }
 
+    /** Calls those who follow these nodes, though the nodes are as they were. */
+    touch(paths) {
+        this.#tell([], new Set(paths));
+    }
+
     /** Takes a node with all that is below it, in full detail, in place of what was known. */
     graft(json, isAgain = true) {
         this.flush();

@@ -1,30 +1,34 @@
 // SPDX-License-Identifier: MIT
 // What views follow: a node, the panel, the address.
 
-import { createContext, useContext, useEffect, useState } from '../html.js';
+import { createContext, useContext, useEffect, useReducer, useState } from '../html.js';
 import { parseRoute } from '../route.js';
 
 export const PanelContext = createContext(null);
 
+/** @returns {import('../panel.js').Panel} */
 export function usePanel() {
     return useContext(PanelContext);
 }
 
 /** Draws again when asked. */
-function useAgain() {
-    const [, set] = useState(0);
-    return () => set((count) => count + 1);
+export function useAgain() {
+    return useReducer((count) => count + 1, 0)[1];
 }
 
 /** A node that is drawn again when it changes; null when there is none. */
 export function useNode(path) {
     const { store } = usePanel();
     const again = useAgain();
-    useEffect(() => store.subscribe(path, again), [store, path]);
+    useEffect(() => {
+        // It may have changed between the drawing and now.
+        again();
+        return store.subscribe(path, again);
+    }, [store, path]);
     return store.node(path);
 }
 
-/** The panel itself: connection, control, steps. */
+/** The panel, drawn again when the connection, the steps or the favourites change. */
 export function usePanelState() {
     const panel = usePanel();
     const again = useAgain();

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+import { html, useEffect } from '../html.js';
+import { lastOf } from '../paths.js';
+import { texts } from '../texts/panel.js';
+import { usePanel, usePanelState } from './hooks.js';
+import { MoveList } from './MoveList.js';
+
+/** Undo and redo with what they would take back or bring again. */
+export function UndoButtons({ isShort }) {
+    const panel = usePanelState();
+    const { canUndo, undo, canRedo, redo } = panel.history;
+    const says = texts.history;
+    const one = (can, none, full, short, sign, action) => {
+        const label = can ? full : none;
+        return html`<button type="button" class="button" aria-label=${label} title=${label}
+            aria-disabled=${!can} onClick=${() => can && action()}><span
+            aria-hidden="true">${sign}</span>${!isShort && html` ${label}`}</button>`;
+    };
+    return html`<span class="undo">
+        ${one(canUndo, says.noUndo, says.undo(undo), says.undoShort, '↶', () => panel.undo())}
+        ${one(canRedo, says.noRedo, says.redo(redo), says.redoShort, '↷', () => panel.redo())}
+    </span>`;
+}
+
+/** Ctrl+Z and Ctrl+Shift+Z or Ctrl+Y, except where text is typed. */
+export function useUndoKeys() {
+    const panel = usePanel();
+    useEffect(() => {
+        const onKey = (event) => {
+            const isTyped = event.target.closest?.('input:not([type=checkbox]), textarea, select');
+            const key = event.key.toLowerCase();
+            if (!(event.ctrlKey || event.metaKey) || isTyped || !['z', 'y'].includes(key)) {
+                return;
+            }
+            event.preventDefault();
+            if (key === 'y' || event.shiftKey) {
+                panel.redo();
+            } else {
+                panel.undo();
+            }
+        };
+        addEventListener('keydown', onKey);
+        return () => removeEventListener('keydown', onKey);
+    }, [panel]);
+}
+
+function titleOf(step) {
+    return texts.history.kind[step.kind](step.text || lastOf(step.path) || texts.root);
+}
+
+function Step({ step }) {
+    const moves = [...step.moves.values()];
+    const time = new Date(step.at);
+    return html`<li>
+        <details>
+            <summary><time datetime=${time.toISOString()}>${time.toLocaleTimeString('en-GB')}</time>
+                ${' '}${titleOf(step)} <span class="quiet">${
+                texts.moved.said(moves.length)}</span></summary>
+            ${moves.length > 0 && html`<${MoveList} moves=${moves} />`}
+        </details>
+    </li>`;
+}
+
+export function History() {
+    const { steps } = usePanelState();
+    return html`<article class="page">
+        <h2 tabindex="-1">${texts.history.heading}</h2>
+        <section><h3>${texts.history.next}</h3><${UndoButtons} /></section>
+        <section><h3>${texts.history.steps}</h3>
+            ${steps.list.length === 0 ? html`<p class="quiet">${texts.history.none}</p>`
+                : html`<ol class="steps">${steps.list.map((step) =>
+                    html`<${Step} key=${step.id} step=${step} />`)}</ol>`}
+        </section>
+    </article>`;
+}
