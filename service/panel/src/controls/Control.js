@@ -1,29 +1,38 @@
 // SPDX-License-Identifier: MIT
 import { html } from 'htm/preact';
+import { Action } from './Action.js';
+import { Bits } from './Bits.js';
+import { BlobControl } from './Blob.js';
+import { Container } from './Container.js';
+import { FilePath } from './FilePath.js';
 import { NumberControl } from './Number.js';
 import { isNumeric } from './quantity.js';
+import { Reference } from './Reference.js';
 import { Result } from './Result.js';
 import { Selection } from './Selection.js';
 import { isSwitch, Switch } from './Switch.js';
+import { Text } from './Text.js';
 
-/** The control that fits a node of the service (`detail=full`), or null for groups without items. */
-export function controlOf(node) {
-    if (node.kind !== 'property') {
-        return null;
-    }
-    if (node.result) {
-        return Result;
-    }
+const kOfNodes = { function: Action, operation: Action, array: Container, map: Container };
+const kOfTypes = { bitpattern: Bits, blob: BlobControl, filepath: FilePath, reference: Reference };
+
+function controlOfSetting(node) {
     if (isSwitch(node)) {
         return Switch;
-    }
-    if (node.values) {
-        return Selection;
     }
     if (isNumeric(node.type)) {
         return NumberControl;
     }
-    return node.selectable.length > 0 ? Selection : null;
+    // A type that is newer than the panel is a text: every value can be written as one.
+    return node.values || node.selectable.length > 0 ? Selection : kOfTypes[node.type] ?? Text;
+}
+
+/** The control that fits a node of the service (`detail=full`), or null for plain groups. */
+export function controlOf(node) {
+    if (node.kind !== 'property') {
+        return kOfNodes[node.kind] ?? null;
+    }
+    return node.result ? Result : controlOfSetting(node);
 }
 
 /**

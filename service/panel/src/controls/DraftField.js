@@ -10,8 +10,8 @@ import { closedBy, isRefused } from './Frame.js';
  * `onKey(event)` sees keys first, and answers whether it has used one.
  */
 export function DraftField({
-    node, ids, labelledBy, draft, writing, refusal, send, onKey, isLong, type = 'text', extra = {},
-    inputRef, children,
+    node, ids, labelledBy, draft, writing, refusal, send, onKey, isLong, isInvalid, type = 'text',
+    extra = {}, inputRef, children,
 }) {
     const closed = closedBy(node) !== '';
     const refused = isRefused(writing.report ?? refusal);
@@ -35,7 +35,7 @@ export function DraftField({
         autocomplete: 'off', autocapitalize: 'off', spellcheck: false,
         'aria-labelledby': labelledBy ?? ids.label,
         'aria-describedby': described,
-        'aria-invalid': refused ? 'true' : 'false',
+        'aria-invalid': refused || isInvalid ? 'true' : 'false',
         onInput: (event) => draft.type(event.currentTarget.value),
         onKeyDown: key,
         ...extra,

@@ -2,14 +2,19 @@
 import { html } from 'htm/preact';
 import { controls as texts } from '../texts/controls.js';
 import { limitsOf, isNumeric, showValue } from './quantity.js';
-import { LOST } from './useWriting.js';
+import { kLost } from './useWriting.js';
 
-const MOST_NAMED = 8;
+const kMostNamed = 8;
 
-function listed(values) {
-    const more = values.length - MOST_NAMED;
-    const named = values.slice(0, MOST_NAMED).join(', ');
-    return more > 0 ? `${named} ${texts.andMore(more)}` : named;
+/** A few values by name; of many numbers their ends say more than the first ones. */
+function listed(node, values) {
+    const shown = values.map((value) => showValue(node, value));
+    const more = shown.length - kMostNamed;
+    if (more > 0 && isNumeric(node.type)) {
+        return texts.wantedValues(shown.length, shown[0], shown.at(-1));
+    }
+    const named = shown.slice(0, kMostNamed).join(', ');
+    return texts.wantedOneOf(more > 0 ? `${named} ${texts.andMore(more)}` : named);
 }
 
 /** What the property takes, for a user who was refused. */
@@ -23,7 +28,7 @@ function bounds(node, report) {
         return (say ?? texts.atMostCharacters)(report.maximumLength);
     }
     if (now.selectable?.length > 0) {
-        return texts.wantedOneOf(listed(now.selectable.map((value) => showValue(now, value))));
+        return listed(now, now.selectable);
     }
     if (!isNumeric(now.type ?? '')) {
         return '';
@@ -40,18 +45,19 @@ export function sentenceOf(node, report) {
     if (report === null || report === undefined || report.code === 0) {
         return '';
     }
-    if (report === LOST) {
+    if (report === kLost) {
         return texts.unreachable;
     }
     if (report.code === 1) {
-        return texts.limited(report.now?.shown ?? node.shown ?? '');
+        return node.kind === 'property' ? texts.limited(report.now?.shown ?? node.shown)
+            : texts.takenBut(report.detail ?? report.text);
     }
     const reason = report.detail ? `${report.text}: ${report.detail}` : report.text;
     return `${texts.refused(reason)} ${bounds(node, report)}`.trim();
 }
 
 export function isRefused(report) {
-    return Boolean(report) && (report === LOST || report.code > 1);
+    return Boolean(report) && (report === kLost || report.code > 1);
 }
 
 /** Why nothing can be written, or nothing. */
@@ -65,6 +71,18 @@ export function idsOf(id) {
     return { label: `${id}-label`, input: `${id}-input`, says: `${id}-says`, hint: `${id}-hint` };
 }
 
+function ToDefault({ node, writing }) {
+    if (node.default === undefined || node.default === node.value || !writing || closedBy(node)) {
+        return null;
+    }
+    return html`<button type="button" class="button is-small"
+        aria-label=${texts.toDefaultOf(node.name, showValue(node, node.default))}
+        onClick=${() => writing.send({ default: true })}>${texts.toDefault}</button>`;
+}
+
+/** Controls of several parts that are no field with a label of its own. */
+const kGroups = ['bits', 'blob', 'container'];
+
 /**
  * What all controls have: the name, the control itself, and below it what the instrument answered.
  * The place of the answer is always there, as screen readers tell only of changes in what they know.
@@ -77,11 +95,17 @@ export function Frame({ node, kind, ids, labelledBy, writing, refusal, busy, chi
         ? texts.heldBack(showValue(node, node.userValue)) : '';
     const classes = ['control', `control-${kind}`, refused && 'is-refused', closed && 'is-closed',
         (busy || writing?.isWriting) && 'is-writing'].filter(Boolean).join(' ');
-    return html`<div class=${classes} role="group" aria-labelledby=${labelledBy ?? ids.label}>
-        ${labelledBy ? null : html`<span class="control-name" id=${ids.label}>${node.name}</span>`}
+    const group = kGroups.includes(kind)
+        ? { role: 'group', 'aria-labelledby': labelledBy ?? ids.label } : {};
+    return html`<div class=${classes} ...${group}>
+        <div class="control-head">
+            ${!labelledBy && html`<span class="control-name" id=${ids.label}>${node.name}</span>`}
+            <${ToDefault} ...${{ node, writing }} />
+        </div>
         <div class="control-body">${children}</div>
         ${closed && html`<p class="control-closed" id=${ids.hint}>${closed}</p>`}
         ${held && html`<p class="control-held">${held}</p>`}
-        <p class="control-says" id=${ids.says} role="status">${sentenceOf(node, report)}</p>
+        <p class="control-says" id=${ids.says} role=${refused ? 'alert' : 'status'}
+            >${sentenceOf(node, report)}</p>
     </div>`;
 }

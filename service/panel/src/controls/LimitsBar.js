@@ -3,10 +3,10 @@ import { html } from 'htm/preact';
 import { controls as texts } from '../texts/controls.js';
 import { limitsOf, showValue } from './quantity.js';
 
-const WIDTH = 1000; // of the drawing; it is stretched to the width of the control
-const HEIGHT = 20;
-const MOST_TICKS = 64;
-const DECADES_OF_LOG = 3;
+const kWidth = 1000; // of the drawing; it is stretched to the width of the control
+const kHeight = 20;
+const kMostTicks = 64;
+const kDecadesOfLog = 3;
 
 /**
  * Where a value lies between the limits, 0 to 1; null beyond them. Ranges of many decades are
@@ -20,7 +20,7 @@ export function placeOf(value, minimum, maximum) {
     if (to === from) {
         return 0;
     }
-    const isLog = from > 0 && to / from >= 10 ** DECADES_OF_LOG;
+    const isLog = from > 0 && to / from >= 10 ** kDecadesOfLog;
     return isLog ? Math.log(at / from) / Math.log(to / from) : (at - from) / (to - from);
 }
 
@@ -31,11 +31,11 @@ export function LimitsBar({ node }) {
         return null;
     }
     const place = (value) => placeOf(value, minimum, maximum);
-    const at = (value) => Math.round((place(value) ?? 0) * WIDTH);
+    const at = (value) => Math.round((place(value) ?? 0) * kWidth);
     const show = (value) => showValue(node, value);
     const hasDefault = place(node.default) !== null;
     const hasNow = node.valid && place(node.value) !== null;
-    const ticks = node.selectable.length <= MOST_TICKS ? node.selectable : [];
+    const ticks = node.selectable.length <= kMostTicks ? node.selectable : [];
     const says = texts.barOf({
         minimum: show(minimum),
         maximum: show(maximum),
@@ -45,13 +45,13 @@ export function LimitsBar({ node }) {
     const line = (className, x, top, bottom) =>
         html`<line class=${className} x1=${x} x2=${x} y1=${top} y2=${bottom} />`;
     return html`<div class="limits">
-        <svg class="limits-bar" viewBox="0 0 ${WIDTH} ${HEIGHT}" preserveAspectRatio="none"
+        <svg class="limits-bar" viewBox="0 0 ${kWidth} ${kHeight}" preserveAspectRatio="none"
             role="img" aria-label=${says}>
-            <rect class="limits-range" x="0" y="8" width=${WIDTH} height="4" />
+            <rect class="limits-range" x="0" y="8" width=${kWidth} height="4" />
             ${hasNow && html`<rect class="limits-filled" x="0" y="8" width=${at(node.value)} height="4" />`}
             ${ticks.map((value) => line('limits-tick', at(value), 7, 13))}
             ${hasDefault && line('limits-default', at(node.default), 3, 17)}
-            ${hasNow && line('limits-now', at(node.value), 0, HEIGHT)}
+            ${hasNow && line('limits-now', at(node.value), 0, kHeight)}
         </svg>
         <div class="limits-ends" aria-hidden="true">
             <span title=${texts.minimum}>${show(minimum)}</span>

@@ -2,15 +2,16 @@
 import { html } from 'htm/preact';
 import { useId } from 'preact/hooks';
 import { controls as texts } from '../texts/controls.js';
+import { Chooser } from './Chooser.js';
 import { DraftField } from './DraftField.js';
 import { closedBy, Frame, idsOf } from './Frame.js';
 import { LimitsBar } from './LimitsBar.js';
-import { limitsOf, plain } from './quantity.js';
+import { limitsOf, plain, showValue } from './quantity.js';
 import { useDraft } from './useDraft.js';
 import { useWheel } from './useWheel.js';
 import { useWriting } from './useWriting.js';
 
-const STEPS_OF_KEYS = { ArrowUp: 1, ArrowDown: -1, PageUp: 10, PageDown: -10 };
+const kStepsOfKeys = { ArrowUp: 1, ArrowDown: -1, PageUp: 10, PageDown: -10 };
 
 /** What a screen reader tells of a number: browsers know no prefixes and units. */
 function spoken(node) {
@@ -45,8 +46,14 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
             draft.discard();
         }
     };
+    const choose = (value) => {
+        draft.discard();
+        if (value !== node.value) {
+            writing.send({ value });
+        }
+    };
     const onKey = (event) => {
-        const steps = STEPS_OF_KEYS[event.key];
+        const steps = kStepsOfKeys[event.key];
         if (steps !== undefined && !event.altKey && !event.ctrlKey && !event.metaKey) {
             step(steps);
             return true;
@@ -56,12 +63,20 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
     const button = (steps, sign, label) => html`<button type="button" class="button is-step"
         aria-label=${label} aria-disabled=${!isOpen} tabindex="-1"
         onClick=${() => step(steps)}>${sign}</button>`;
+    const input = html`<${DraftField} inputRef=${field} extra=${spoken(node)}
+        ...${{ node, ids, labelledBy, draft, writing, refusal, send, onKey }}>
+        ${button(-1, '−', texts.stepDown(node.name))}
+        ${button(1, '+', texts.stepUp(node.name))}
+    <//>`;
+    const options = node.selectable.map((value) => ({
+        value, shown: showValue(node, value), isSelectable: true,
+    }));
     return html`<${Frame} kind="number" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
-        <${DraftField} ...${{ node, ids, labelledBy, draft, writing, refusal, send, onKey }}
-            inputRef=${field} extra=${spoken(node)}>
-            ${button(-1, '−', texts.stepDown(node.name))}
-            ${button(1, '+', texts.stepUp(node.name))}
-        <//>
+        ${options.length === 0 ? input
+            : html`<${Chooser} id="${ids.input}-list" content="▾" options=${options} value=${node.value}
+                button=${{ class: 'button is-step', 'aria-label': texts.listOf(node.name) }}
+                labelledBy=${labelledBy ?? ids.label} describedBy=${ids.says} isClosed=${!isOpen}
+                onChoose=${choose}>${input}<//>`}
         <${LimitsBar} node=${node} />
     <//>`;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 import { html } from 'htm/preact';
-import { useEffect, useRef, useState } from 'preact/hooks';
+import { useEffect, useLayoutEffect, useRef, useState } from 'preact/hooks';
 import { controls as texts } from '../texts/controls.js';
 
-const TYPED_TOGETHER = 700; // ms between two keys of one word
+const kTypedTogether = 700; // ms between two keys of one word
 
 /** The option to which a key leads, or null. */
 function optionOf(options, at, key) {
@@ -20,7 +20,7 @@ function useTyping() {
     const typed = useRef({ text: '', at: 0 });
     return (options, at, key) => {
         const now = performance.now();
-        const goesOn = now - typed.current.at < TYPED_TOGETHER;
+        const goesOn = now - typed.current.at < kTypedTogether;
         typed.current = { text: (goesOn ? typed.current.text : '') + key.toLowerCase(), at: now };
         const { text } = typed.current;
         const from = text.length > 1 ? at : at + 1;
@@ -46,7 +46,7 @@ export function OptionList({
     const search = useTyping();
     const current = Math.min(at, options.length - 1);
     useEffect(() => setAt(Math.max(chosen, 0)), [chosen]);
-    useEffect(() => {
+    useLayoutEffect(() => { // before the next key can come
         if (hasFocus) {
             list.current?.children[current]?.focus();
         }

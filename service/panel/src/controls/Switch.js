@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 import { html } from 'htm/preact';
 import { useId, useState } from 'preact/hooks';
+import { Greyed } from './Chooser.js';
 import { closedBy, Frame, idsOf } from './Frame.js';
 import { optionsOf } from './Selection.js';
 import { useWriting } from './useWriting.js';
-import { Why } from './Why.js';
 
-const ON = 'ON';
-const OFF = 'OFF';
+const kOn = 'ON';
+const kOff = 'OFF';
 
 export function isSwitch(node) {
     return node.type === 'KW_ONOFF';
@@ -18,9 +18,9 @@ export function Switch({ node, write, busy, refusal, labelledBy, why, open }) {
     const ids = idsOf(useId());
     const writing = useWriting(node.path, write);
     const [asked, setAsked] = useState(false);
-    const isOn = node.value === ON;
+    const isOn = node.value === kOn;
     const options = optionsOf(node);
-    const other = options.find(({ value }) => value === (isOn ? OFF : ON));
+    const other = options.find(({ value }) => value === (isOn ? kOff : kOn));
     const shown = options.find(({ value }) => value === node.value)?.shown ?? node.shown;
     const isClosed = closedBy(node) !== '';
     const press = () => {
@@ -29,7 +29,7 @@ export function Switch({ node, write, busy, refusal, labelledBy, why, open }) {
             writing.send({ value: !isOn });
         }
     };
-    const greyed = asked && !other.isSelectable;
+    const greyed = asked && !other.isSelectable ? other : null;
     return html`<${Frame} kind="switch" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
         <button type="button" role="switch" class="switch" id=${ids.input} aria-checked=${isOn}
             aria-labelledby=${labelledBy ?? ids.label} aria-describedby=${ids.says}
@@ -37,7 +37,6 @@ export function Switch({ node, write, busy, refusal, labelledBy, why, open }) {
             <span class="switch-knob" aria-hidden="true"></span>
             <span class="switch-state">${shown}</span>
         </button>
-        <div aria-live="polite">${greyed && html`<${Why} path=${node.path} value=${other.value}
-            shown=${other.shown} why=${why} open=${open} />`}</div>
+        <${Greyed} option=${greyed} ...${{ path: node.path, why, open }} />
     <//>`;
 }

@@ -3,14 +3,14 @@ import { html } from 'htm/preact';
 import { useEffect, useState } from 'preact/hooks';
 import { controls as texts } from '../texts/controls.js';
 
-const MOST_SOURCES = 12;
+const kMostSources = 12;
 
 /** Settings that the rows of a node's group follow, without the node itself and without actions. */
 function sourcesOf(reasons, path) {
     const sources = (reasons?.rows ?? [])
         .filter((row) => row.what === 'Derive')
         .flatMap((row) => row.sources);
-    return [...new Set(sources)].filter((source) => source !== path).slice(0, MOST_SOURCES);
+    return [...new Set(sources)].filter((source) => source !== path).slice(0, kMostSources);
 }
 
 /**

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Numbers as the instrument shows them: nine significant digits, with prefix and unit.
 
-const PREFIXES = new Map([[-15, 'f'], [-12, 'p'], [-9, 'n'], [-6, 'µ'], [-3, 'm'], [0, ''],
+const kPrefixes = new Map([[-15, 'f'], [-12, 'p'], [-9, 'n'], [-6, 'µ'], [-3, 'm'], [0, ''],
     [3, 'k'], [6, 'M'], [9, 'G'], [12, 'T']]);
 
 /** Units whose large and small numbers are written with a prefix. */
-const PREFIXED = new Set(['W', 'W/Hz', 'J', 'V/s', 'A/s', 'V', 'V/√Hz', 'A', 'A/√Hz', 'H', 'F', 'Ω',
+const kPrefixed = new Set(['W', 'W/Hz', 'J', 'V/s', 'A/s', 'V', 'V/√Hz', 'A', 'A/√Hz', 'H', 'F', 'Ω',
     'S', 's', 'Hz', 'm', 'rad', 'sym/s', 'bit/s', 's/div', 'Hz/div', 'V/div', 'A/div', 'Sa', 'Sa/s',
     'Bd', 'Vs', 'As', 'W/div', 'A/V', 'W/V', 'B', 'V/A', 'V/W', 'VA', 'Hz/Sa']);
 
-const SHOWN_DIGITS = 9;
+const kShownDigits = 9;
 
 /** A decimal number without an exponent. */
 export function plain(number) {
@@ -19,7 +19,7 @@ export function plain(number) {
 }
 
 function rounded(number) {
-    return Number(number.toPrecision(SHOWN_DIGITS));
+    return Number(number.toPrecision(kShownDigits));
 }
 
 /**
@@ -35,17 +35,17 @@ export function formatQuantity(value, unit) {
     if (unit === '') {
         return String(value);
     }
-    if (!PREFIXED.has(unit)) {
+    if (!kPrefixed.has(unit)) {
         return join(Number.isInteger(value) ? String(value) : plain(rounded(value)), unit);
     }
     const short = rounded(value);
     const magnitude = short === 0 ? 0 : Number(short.toExponential().split('e')[1]);
     const power = Math.floor(magnitude / 3) * 3;
-    if (!PREFIXES.has(power)) {
+    if (!kPrefixes.has(power)) {
         return join(String(value), unit);
     }
     const [digits, exponent] = short.toExponential().split('e');
-    return join(plain(Number(`${digits}e${exponent - power}`)), PREFIXES.get(power) + unit);
+    return join(plain(Number(`${digits}e${exponent - power}`)), kPrefixes.get(power) + unit);
 }
 
 /** Whether a property's values are numbers. */

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 import { useEffect, useRef } from 'preact/hooks';
 
-const NOTCH = 100; // what browsers tell of one notch, in pixels
-const LINES_OF_NOTCH = 3;
+const kNotch = 100; // what browsers tell of one notch, in pixels
+const kLinesOfNotch = 3;
 
 /**
  * Steps by the wheel, while the element has the focus: a page that is scrolled must not change the
@@ -20,7 +20,7 @@ export function useWheel(step) {
                 return;
             }
             event.preventDefault();
-            rest -= event.deltaY / (event.deltaMode === 0 ? NOTCH : LINES_OF_NOTCH);
+            rest -= event.deltaY / (event.deltaMode === 0 ? kNotch : kLinesOfNotch);
             const steps = Math.trunc(rest);
             if (steps !== 0) {
                 rest -= steps;

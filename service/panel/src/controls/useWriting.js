@@ -6,7 +6,7 @@ function reportOf(answer, path) {
     return answer?.writes?.find((one) => one.path === path) ?? answer;
 }
 
-export const LOST = { code: null };
+export const kLost = { code: null };
 
 /**
  * Writes one after the other, and keeps what was answered until the next one.
@@ -15,7 +15,7 @@ export const LOST = { code: null };
  * queues behind a slow network.
  *
  * @returns {{send: function(object): Promise<boolean>, step: function(number): void,
- *     isWriting: boolean, report: object|null, forget: function(): void}}  `report` is LOST where
+ *     isWriting: boolean, report: object|null, forget: function(): void}}  `report` is kLost where
  *     the service did not answer
  */
 export function useWriting(path, write) {
@@ -34,14 +34,14 @@ export function useWriting(path, write) {
             answer = null; // who writes tells of a lost connection; the control says it was not written
         }
         way.current.busy = false;
-        const report = answer ? reportOf(answer, path) : LOST;
+        const report = answer ? reportOf(answer, path) : kLost;
         setState({ isWriting: false, report });
         if (way.current.steps !== 0) {
             const steps = way.current.steps;
             way.current.steps = 0;
             send({ steps });
         }
-        return report !== LOST && report.code <= 1;
+        return report !== kLost && report.code <= 1;
     }, [path]);
 
     const step = useCallback((steps) => {
