@@ -64,7 +64,7 @@ function BitButtons({ bits, isClosed, label, onChange }) {
                 index += 1;
                 return html`<button type="button" class="bit" key=${mine} data-bit=${mine}
                     data-state=${bit} tabindex=${mine === current ? 0 : -1} aria-disabled=${isClosed}
-                    aria-label=${texts.bitIs(bits.length - 1 - mine, bit)}
+                    aria-label=${texts.bitAt(bits.length - 1 - mine, bit)}
                     onFocus=${() => setAt(mine)} onClick=${() => put(mine, kNext[bit])}>${bit}</button>`;
             })}</span>`)}
     </div>`;

@@ -48,14 +48,16 @@ export function controlOf(node) {
  * @param {function(string): Promise<object>} [properties.why]  `/why` of a value of this node
  * @param {function(string): string} [properties.open]  the address of the page of a path
  * @param {function(string|null): void} [properties.onDraft]  told what is typed and not yet written
+ * @param {string} [properties.closed]  why nothing at all can be written just now; empty where it can
  * @param {boolean} [properties.busy]  whether somebody else writes this node just now
  * @param {object|null} [properties.refusal]  report of a refused write that the control did not ask
  * @param {string} [properties.labelledBy]  id of a heading that names the node; without one the
  *     control shows the name itself
  */
-export function Control(properties) {
-    const kind = controlOf(properties.node);
+export function Control({ closed, ...properties }) {
+    const { node } = properties;
+    const kind = controlOf(node);
     return kind === null ? null
         // Another node is another control: nothing that was typed may reach it.
-        : html`<${kind} key=${properties.node.path} ...${properties} />`;
+        : html`<${kind} ...${properties} key=${node.path} node=${closed ? { ...node, closed } : node} />`;
 }

@@ -60,10 +60,13 @@ export function isRefused(report) {
     return Boolean(report) && (report === kLost || report.code > 1);
 }
 
-/** Why nothing can be written, or nothing. */
+/** Why nothing can be written, or nothing; `closed` is what holds for the whole panel. */
 export function closedBy(node) {
-    return node.availability === 'not available' ? texts.unavailable
-        : node.availability === 'read only' && !node.result ? texts.readOnly : '';
+    if (node.kind === 'property' && node.result) {
+        return node.availability === 'not available' ? texts.unavailable : '';
+    }
+    return node.closed ? node.closed : node.availability === 'not available' ? texts.unavailable
+        : node.availability === 'read only' ? texts.readOnly : '';
 }
 
 /** Ids of the parts of a control, of which names of nodes are no part. */

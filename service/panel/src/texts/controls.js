@@ -54,7 +54,7 @@ export const controls = {
 
     lengthOf: (length, most) => `${length} of ${most} characters.`,
     bitsOf: (name) => `Bits of ${name}`,
-    bitIs: (index, bit) => `Bit ${index}: ${bit === 'X' ? 'X, any' : bit}`,
+    bitAt: (index, bit) => `Bit ${index}: ${bit === 'X' ? 'X, any' : bit}`,
     bitCount: (count, most) => `${counted(count, 'bit', 'bits')}, at most ${most}.`,
     inHex: (digits) => `Hexadecimal ${digits}.`,
 
