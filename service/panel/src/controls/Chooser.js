@@ -8,10 +8,11 @@ import { Why } from './Why.js';
  * A button that opens a list below it; keys and leaving close it. The list stands in the page and
  * not above it: nothing is covered, and it fits the smallest screen.
  *
- * `id` is the button's; `button` are more of its attributes, `content` is what it shows.
+ * `id` is the button's; `button` are more of its attributes, `content` is what it shows. `onOpen` is
+ * called before the list opens.
  */
 export function Chooser({
-    id, content, button, options, value, labelledBy, describedBy, isClosed, isInvalid, onChoose, why,
+    id, content, button, options, value, labelledBy, describedBy, isClosed, isInvalid, onChoose, onOpen, why,
     children,
 }) {
     const [isOpen, setOpen] = useState(false);
@@ -21,6 +22,10 @@ export function Chooser({
         setOpen(false);
         setGreyed(null);
         opener.current?.focus();
+    };
+    const show = () => {
+        onOpen?.();
+        setOpen(true);
     };
     const choose = (chosen) => {
         close();
@@ -41,7 +46,7 @@ export function Chooser({
     const openByKey = (event) => {
         if (!isOpen && (event.key === 'ArrowDown' || event.key === 'ArrowUp')) {
             event.preventDefault();
-            setOpen(true);
+            show();
         }
     };
     return html`<div class="chooser" onFocusOut=${leave} onKeyDown=${key}>
@@ -49,7 +54,7 @@ export function Chooser({
             ${children}
             <button type="button" ref=${opener} id=${id} aria-haspopup="listbox"
                 aria-expanded=${isOpen} aria-describedby=${describedBy}
-                onClick=${() => (isOpen ? close() : setOpen(true))} onKeyDown=${openByKey}
+                onClick=${() => (isOpen ? close() : show())} onKeyDown=${openByKey}
                 ...${button}>${content}</button>
         </div>
         ${isOpen && html`<${OptionList} options=${options} value=${value} hasFocus

@@ -4,7 +4,8 @@ import { controls as texts } from '../texts/controls.js';
 import { closedBy, isRefused } from './Frame.js';
 
 /**
- * A field that writes when it is told to: by Enter or by its button. Leaving it writes nothing, so
+ * A field that writes when it is told to: by Enter or by its button. Shift and Enter begins a line in
+ * a long text. Leaving it writes nothing, so
  * that one can look what a write would move before it happens.
  *
  * `onKey(event)` sees keys first, and answers whether it has used one.
@@ -19,7 +20,7 @@ export function DraftField({
     const key = (event) => {
         if (onKey?.(event)) {
             event.preventDefault();
-        } else if (event.key === 'Enter' && (!isLong || event.ctrlKey)) {
+        } else if (event.key === 'Enter' && !event.shiftKey) {
             event.preventDefault();
             submit();
         } else if (event.key === 'Escape' && (draft.isDirty || refused)) {
@@ -42,7 +43,7 @@ export function DraftField({
     };
     return html`
         <div class="field-row">
-            ${isLong ? html`<textarea rows="3" ...${properties}></textarea>`
+            ${isLong ? html`<textarea rows="2" ...${properties}></textarea>`
                 : html`<input type=${type} ...${properties} />`}
             ${children}
             ${draft.isDirty && html`<button type="button" class="button is-main"

@@ -6,7 +6,7 @@ import { Suggested } from './Suggested.js';
 /** An item of a container that the setting stands for, or none. */
 export function Reference(properties) {
     const { node, open } = properties;
-    const suggestions = (node.candidates ?? []).map(({ path, shown }) => ({
+    const suggestions = node.candidates?.map(({ path, shown }) => ({
         value: path, shown: shown || path,
     }));
     return html`<${Suggested} kind="reference" suggestions=${suggestions} none=${texts.noItem}

@@ -1,25 +1,32 @@
 // SPDX-License-Identifier: MIT
 import { html } from 'htm/preact';
 import { useId, useState } from 'preact/hooks';
+import { controls as texts } from '../texts/controls.js';
 import { Chooser, Greyed } from './Chooser.js';
 import { closedBy, Frame, idsOf, isRefused } from './Frame.js';
 import { OptionList } from './OptionList.js';
-import { showValue } from './quantity.js';
 import { useWriting } from './useWriting.js';
 
 const kMostInline = 6;
+
+/** The choices of a text: those that are offered, none where that is its default, and what stands. */
+function choicesOf({ selectable, default: standard, value: now }) {
+    const empty = standard === '' || now === '' ? [''] : [];
+    const values = new Set([...empty, ...selectable, now]);
+    return [...values].map((value) => ({
+        value, shown: value === '' ? texts.noItem : value,
+        isSelectable: selectable.includes(value) || (value === '' && standard === ''),
+    }));
+}
 
 /**
  * Every value of a property with choices. What can be selected now is told by `selectable` alone:
  * `values` are read once, and may be older.
  */
 export function optionsOf(node) {
-    const values = node.values ?? node.selectable.map((value) => ({
-        value, shown: showValue(node, value),
-    }));
-    return values.map(({ value, shown }) => ({
+    return node.values?.map(({ value, shown }) => ({
         value, shown, isSelectable: node.selectable.includes(value),
-    }));
+    })) ?? choicesOf(node);
 }
 
 /** A value out of several: few stand side by side, many in a list that opens. */
@@ -48,7 +55,7 @@ export function Selection({ node, write, busy, refusal, labelledBy, why, open })
     return html`<${Frame} kind="selection" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
         ${options.length > kMostInline
             ? html`<${Chooser} id=${ids.input} ...${shared} button=${button} why=${reasons}
-                content=${showValue(node, node.value)} />`
+                content=${options.find(({ value }) => value === node.value)?.shown} />`
             : html`<div class="chooser" onFocusOut=${leave}>
                 <${OptionList} isInline ...${shared} onLook=${setGreyed} />
                 <${Greyed} option=${greyed} ...${reasons} />

@@ -12,12 +12,12 @@ import { useWriting } from './useWriting.js';
  *
  * @param {object} properties  as Control, and
  * @param {string} properties.kind  for the style
- * @param {{value: string, shown: string}[]} properties.suggestions
+ * @param {{value: string, shown: string}[]} [properties.suggestions]
  * @param {string} properties.none  how the empty text is called
  * @param {string} properties.listLabel  name of the button that opens the list
  */
 export function Suggested({
-    node, write, busy, refusal, labelledBy, onDraft, kind, suggestions, none, listLabel, children,
+    node, write, busy, refusal, labelledBy, onDraft, refresh, kind, suggestions, none, listLabel, children,
 }) {
     const ids = idsOf(useId());
     const writing = useWriting(node.path, write);
@@ -29,14 +29,14 @@ export function Suggested({
     };
     const field = html`<${DraftField} extra=${{ placeholder: none }}
         ...${{ node, ids, labelledBy, draft, writing, refusal, send }} />`;
-    const options = [{ value: '', shown: none }, ...suggestions]
+    const options = [{ value: '', shown: none }, ...suggestions ?? []]
         .map((option) => ({ ...option, isSelectable: true }));
     return html`<${Frame} ...${{ kind, node, ids, labelledBy, writing, refusal, busy }}>
-        ${suggestions.length === 0 ? field
+        ${suggestions === undefined ? field
             : html`<${Chooser} id="${ids.input}-list" content="▾" options=${options} value=${node.value}
                 button=${{ class: 'button is-step', 'aria-label': listLabel }}
                 labelledBy=${labelledBy ?? ids.label} describedBy=${ids.says}
-                isClosed=${closedBy(node) !== ''} onChoose=${send}>${field}<//>`}
+                isClosed=${closedBy(node) !== ''} onChoose=${send} onOpen=${refresh}>${field}<//>`}
         ${children}
     <//>`;
 }

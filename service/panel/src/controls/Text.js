@@ -3,11 +3,11 @@ import { html } from 'htm/preact';
 import { useId } from 'preact/hooks';
 import { controls as texts } from '../texts/controls.js';
 import { DraftField } from './DraftField.js';
-import { Frame, idsOf } from './Frame.js';
+import { closedBy, Frame, idsOf } from './Frame.js';
 import { useDraft } from './useDraft.js';
 import { useWriting } from './useWriting.js';
 
-const kLongText = 256; // from here on a text has several lines
+const kLongText = 128; // from here on a text has room for several lines
 
 /** Characters as the instrument counts them: not halves of pairs. */
 function lengthOf(text) {
@@ -34,9 +34,15 @@ export function Text({ node, write, busy, refusal, labelledBy, onDraft }) {
     };
     const extra = node.secret
         ? { placeholder: node.shown, autocomplete: 'new-password' } : {};
+    const canClear = node.secret && closedBy(node) === '';
     const type = node.secret ? 'password' : 'text';
     return html`<${Frame} kind="text" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
-        <${DraftField} ...${{ node, ids, labelledBy, draft, writing, refusal, send, isLong, type, extra }} />
+        <${DraftField} ...${{
+            node, ids, labelledBy, draft, writing, refusal, send, isLong, type, extra,
+        }}>
+            ${canClear && !draft.isDirty && html`<button type="button" class="button"
+                aria-label=${texts.clearOf(node.name)} onClick=${() => send('')}>${texts.clear}</button>`}
+        <//>
         ${draft.isDirty && html`<${Length} text=${draft.text} most=${node.maximumLength} />`}
         ${isLong && draft.isDirty && html`<p class="control-draft">${texts.longKeys}</p>`}
         ${node.form && html`<p class="control-hint">${texts.wantedForm(node.form)}</p>`}

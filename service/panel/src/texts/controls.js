@@ -8,7 +8,7 @@ export const controls = {
     setOf: (name) => `Set ${name}`,
     discard: 'Discard',
     notWritten: 'Not written yet: Enter sets it, Escape discards it.',
-    longKeys: 'Control and Enter sets a text of several lines.',
+    longKeys: 'Shift and Enter begins a new line.',
     movedMeanwhile: (shown) => `Changed meanwhile to ${shown}.`,
     limited: (shown) => `Taken, but it stands at ${shown}.`,
     takenBut: (text) => `Taken: ${text}.`,
