@@ -4,7 +4,9 @@
 #include "ServiceLimits.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <sys/stat.h>
 
@@ -45,4 +47,24 @@ QString CFilesFolder::PathOf(const QString& name, const QString& below, QString&
         return QString();
     }
     return path;
+}
+
+QStringList CFilesFolder::List(const QString& below, const QStringList& extensions) const
+{
+    QStringList names;
+    QString problem;
+    QDirIterator entries(below.isEmpty() ? m_folder : QDir(m_folder).filePath(below), QDir::Files);
+    for (int i = 0; i < NServiceLimits::kEntriesLookedAt && entries.hasNext(); ++i)
+    {
+        entries.next();
+        const QString name = entries.fileName();
+        const bool isOfKind = extensions.isEmpty() ||
+                              extensions.contains(QFileInfo(name).suffix(), Qt::CaseInsensitive);
+        if (isOfKind && !PathOf(name, below, problem).isEmpty())
+        {
+            names.append(name);
+        }
+    }
+    names.sort();
+    return names.mid(0, NServiceLimits::kFilesListed);
 }

@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -81,16 +82,20 @@ bool CJsonChanges::Look()
     if (!m_differ)
     {
         m_differ = std::make_unique<CTreeDiffer>(m_root);
+        m_control = m_root->GetControlMode();
         m_stream = QUuid::createUuid().toString(QUuid::WithoutBraces);
         return false;
     }
     const std::vector<t_TreeChange> changes = m_differ->Look();
-    m_number += changes.empty() ? 0 : 1;
+    const KW_CONTROL_MODE control = m_root->GetControlMode();
+    const bool hasMoved = std::exchange(m_control, control) != control;
+    m_number += changes.empty() && !hasMoved ? 0 : 1;
+    m_controlMoved = hasMoved ? m_number : m_controlMoved;
     for (const t_TreeChange& change : changes)
     {
         Keep(change);
     }
-    return !changes.empty();
+    return hasMoved || !changes.empty();
 }
 
 void CJsonChanges::Keep(const t_TreeChange& change)
@@ -124,6 +129,7 @@ QByteArray CJsonChanges::Standing(const t_Subscription& subscription, bool isToo
     json.Key("number").Whole(static_cast<INT64>(subscription.number));
     json.Key("subscribed").Texts(subscription.paths);
     json.Key("resync").Bool(isTooLate);
+    json.Key("control").Text(QLatin1String(NJson::NameOf(m_control)));
     json.EndObject();
     return json.GetText();
 }
@@ -168,13 +174,18 @@ std::shared_ptr<const QByteArray> CJsonChanges::Make(const t_Subscription& subsc
             wanted.push_back(&*entry);
         }
     }
-    if (wanted.empty())
+    const bool hasMoved = m_controlMoved > subscription.number;
+    if (wanted.empty() && !hasMoved)
     {
         return nullptr;
     }
     CJsonWriter json;
     json.BeginObject();
     json.Key("number").Whole(static_cast<INT64>(m_number));
+    if (hasMoved)
+    {
+        json.Key("control").Text(QLatin1String(NJson::NameOf(m_control)));
+    }
     json.Key("changes").BeginArray();
     std::for_each(wanted.rbegin(), wanted.rend(),
                   [&json](const t_Entry* entry) { json.Raw(entry->json); });

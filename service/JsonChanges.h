@@ -17,8 +17,8 @@ struct t_Subscription
 /**
  * The changes of a tree, numbered, as far back as the bounds let it. One for all subscribers: each
  * has only a number, so that one that reads slowly costs nothing, and takes what has come meanwhile
- * at once: of every node only the last. Which subscribers there are, and when to look, is decided
- * elsewhere. To be used by one thread at a time.
+ * at once: of every node only the last, and who may write where that has changed. Which subscribers
+ * there are, and when to look, is decided elsewhere. To be used by one thread at a time.
  */
 class CJsonChanges
 {
@@ -76,7 +76,9 @@ private:
     std::unique_ptr<CTreeDiffer> m_differ;
     QString m_stream;
     UINT64 m_number = 0;
-    UINT64 m_forgotten = 0; ///< the last number that is not kept
+    UINT64 m_forgotten = 0;                     ///< the last number that is not kept
+    KW_CONTROL_MODE m_control = eCONTROL_LOCAL; ///< who may write, as of the last look
+    UINT64 m_controlMoved = 0;                  ///< number of the change that it came with
     std::deque<t_Entry> m_entries;
     std::size_t m_bytes = 0;
     t_Made m_made;

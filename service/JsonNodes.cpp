@@ -146,11 +146,29 @@ INT32 MostLength(IDbProperty& property)
     return blob != nullptr ? blob->GetMaxSize() : 0;
 }
 
+/** What a user must know to write a value of kinds whose text says little. */
+void AddKind(CJsonWriter& json, IDbProperty& property)
+{
+    const auto handle = property.GetHandle();
+    if (const auto* const file = dynamic_cast<const IKWFilePathProperty*>(handle.get()))
+    {
+        json.Key("folder").Text(file->GetFolder());
+        json.Key("openExtensions").Texts(file->GetOpenExtensions());
+        json.Key("saveExtensions").Texts(file->GetSaveExtensions());
+    }
+    else if (const auto* const bits = dynamic_cast<const IKWBitPatternProperty*>(handle.get()))
+    {
+        json.Key("format").Text(bits->GetFormat() == eNUMBERFORMAT_BINARY ? QStringLiteral("binary")
+                                                                          : QStringLiteral("hex"));
+    }
+}
+
 void AddRest(CJsonWriter& json, IDbProperty& property, const t_JsonState& state)
 {
     AddNames(json, property);
     NJson::AddForm(json, property);
     AddValues(json, property);
+    AddKind(json, property);
     if (state.isSecret)
     {
         return;
@@ -289,6 +307,19 @@ const char* NJson::NameOf(KW_AVAILABILITY availability)
         return "read only";
     default:
         return "not available";
+    }
+}
+
+const char* NJson::NameOf(KW_CONTROL_MODE mode)
+{
+    switch (mode)
+    {
+    case eCONTROL_LOCAL:
+        return "local";
+    case eCONTROL_REMOTE:
+        return "remote";
+    default:
+        return "local lockout";
     }
 }
 

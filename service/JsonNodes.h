@@ -66,5 +66,6 @@ void AddForm(CJsonWriter& json, IDbProperty& property);
 KW_ACCEPTANCE ReadValue(const IDbProperty& property, const QJsonValue& value, QString& text);
 
 const char* NameOf(KW_AVAILABILITY availability);
+const char* NameOf(KW_CONTROL_MODE mode);
 const char* NameOf(KW_NODE_KIND kind);
 } // namespace NJson

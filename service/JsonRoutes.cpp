@@ -12,6 +12,12 @@ std::span<const CJsonService::t_Route> CJsonService::Routes()
         {"GET", "/tree", false, false, &CJsonService::GetNode,
          "A node with all that is below it. The settings of one group are read together.",
          "path depth detail", nullptr, "Node"},
+        {"GET", "/standing", false, false, &CJsonService::GetStanding,
+         "Who may write: local and remote users, or remote ones alone; or nobody by this service",
+         "", nullptr, "Control"},
+        {"GET", "/files", false, false, &CJsonService::GetFiles,
+         "Names of files that a setting of a file's name takes, those that are there", "path",
+         nullptr, "Files"},
         {"GET", "/history", false, true, &CJsonService::GetHistory,
          "The next step to undo and to redo", "", nullptr, "History"},
         {"GET", "/couplings", false, false, &CJsonService::GetCouplings,
@@ -32,8 +38,8 @@ std::span<const CJsonService::t_Route> CJsonService::Routes()
         {"POST", "/run", true, false, &CJsonService::Run,
          "Runs an action; an operation is answered when it has ended", "", "Path", "Code"},
         {"POST", "/items", true, false, &CJsonService::ChangeItems,
-         "Inserts, removes, renames or copies an item of an array or map, or makes it the active "
-         "one",
+         "Inserts, removes, renames, copies or moves an item of an array or map, or makes it the "
+         "active one",
          "", "ItemChange", "Code"},
         {"POST", "/undo", true, false, &CJsonService::Undo, "One step back", "", nullptr, "Code"},
         {"POST", "/redo", true, false, &CJsonService::Redo, "One step forward", "", nullptr,

@@ -28,6 +28,7 @@ constexpr char kSchemaAvailability[] = R"({"enum":["available","read only","not 
     R"("saved":{"type":"array","items":{"enum":["settings","system"]}})"
 #define KW_VALUE R"({"$ref":"#/components/schemas/Value"})"
 #define KW_TEXT R"({"type":"string"})"
+#define KW_TEXTS R"({"type":"array","items":)" KW_TEXT "}"
 #define KW_FLAG R"({"type":"boolean"})"
 #define KW_LIMITS                                                                                  \
     R"("minimum":)" KW_VALUE R"(,"maximum":)" KW_VALUE R"(,"step":)" KW_VALUE                      \
@@ -43,6 +44,9 @@ constexpr char kSchemaProperty[] =
     R"("shown":{"type":"string","description":"As a user reads it, such as 1.5 MHz"},)"
     R"("result":)" KW_FLAG R"(,"valid":)" KW_FLAG R"(,"secret":)" KW_FLAG R"(,"default":)" KW_VALUE
     R"(,"isDefault":)" KW_FLAG R"(,"userValue":)" KW_VALUE
+    R"(,"folder":{"type":"string","description":"Of a file's name: below that of settings"},)"
+    R"("openExtensions":)" KW_TEXTS R"(,"saveExtensions":)" KW_TEXTS
+    R"(,"format":{"enum":["hex","binary"],"description":"How to show a bit pattern"})"
     R"(,"values":{"type":"array","items":{"type":"object","additionalProperties":false,)"
     R"("required":["value","shown","remote","selectable"],"properties":{"value":)" KW_TEXT
     R"(,"shown":)" KW_TEXT R"(,"remote":)" KW_TEXT R"(,"selectable":)" KW_FLAG "}}}," KW_LIMITS
@@ -102,6 +106,10 @@ constexpr char kSchemaChange[] =
     R"("items":{"type":"object","additionalProperties":false,"required":["group","row","step"],)"
     R"("properties":{"group":)" KW_TEXT R"(,"row":{"type":"integer"},"step":)" KW_TEXT "}}}}}";
 
+#define KW_CONTROL                                                                                 \
+    R"("control":{"enum":["local","remote","local lockout"],)"                                     \
+    R"("description":"With local lockout the local user can write nothing"})"
+
 constexpr char kSchemaSubscribe[] =
     R"({"type":"object","required":["subscribe"],"properties":{)"
     R"("subscribe":{"type":"array","maxItems":64,"items":)" KW_TEXT
@@ -111,15 +119,15 @@ constexpr char kSchemaSubscribe[] =
 
 constexpr char kSchemaStanding[] =
     R"({"type":"object","additionalProperties":false,)"
-    R"("required":["stream","number","subscribed","resync"],"properties":{"stream":)" KW_TEXT
+    R"("required":["stream","number","subscribed","resync","control"],"properties":{"stream":)" KW_TEXT
     R"(,"number":{"type":"integer"},"subscribed":{"type":"array","items":)" KW_TEXT
     R"(},"resync":{"type":"boolean","description":)"
-    R"("Changes were missed: the tree must be read again"}}})";
+    R"("Changes were missed: the tree must be read again"},)" KW_CONTROL "}}";
 
 constexpr char kSchemaChanges[] =
     R"({"type":"object","additionalProperties":false,"required":["number","changes"],)"
     R"("properties":{"number":{"type":"integer"},)"
-    R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}}}})";
+    R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}},)" KW_CONTROL "}}";
 
 constexpr char kSchemaWrite[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"minProperties":2,)"
@@ -142,8 +150,17 @@ constexpr char kSchemaTrial[] =
 
 constexpr char kSchemaItemChange[] =
     R"({"type":"object","required":["path","do"],"properties":{"path":)" KW_TEXT
-    R"(,"do":{"enum":["insert","remove","rename","copy","activate"]},)"
+    R"(,"do":{"enum":["insert","remove","rename","copy","move","activate"]},)"
     R"("key":{"type":"string","description":"Index in arrays, name in maps"},"to":)" KW_TEXT "}}";
+
+constexpr char kSchemaControl[] =
+    R"({"type":"object","additionalProperties":false,"required":["control","readOnly"],)"
+    R"("properties":{"readOnly":{"type":"boolean","description":"The service writes nothing"},)" KW_CONTROL
+    "}}";
+
+constexpr char kSchemaFiles[] =
+    R"({"type":"object","additionalProperties":false,"required":["folder","files"],)"
+    R"("properties":{"folder":)" KW_TEXT R"(,"files":)" KW_TEXTS "}}";
 
 constexpr char kSchemaHistory[] =
     R"({"type":"object","additionalProperties":false,"required":["canUndo","undo","canRedo","redo"],)"
@@ -210,6 +227,8 @@ QByteArray NJson::Components()
                                          {"Writes", kSchemaWrites},
                                          {"Trial", kSchemaTrial},
                                          {"ItemChange", kSchemaItemChange},
+                                         {"Control", kSchemaControl},
+                                         {"Files", kSchemaFiles},
                                          {"History", kSchemaHistory},
                                          {"Row", kSchemaRow},
                                          {"Couplings", kSchemaCouplings},

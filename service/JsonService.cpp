@@ -2,6 +2,7 @@
 #include "JsonService.h"
 
 #include "FilesFolder.h"
+#include "IKWProperties.h"
 #include "JsonNodes.h"
 #include "JsonWrites.h"
 
@@ -88,9 +89,42 @@ t_JsonAnswer AnswerWrites(const CJsonWriter& writes, const NJson::t_Written& wri
     return {together ? StatusOf(written.code) : 200, json.GetText()};
 }
 
+/** Gives an item of an array another index: a copy takes its place, as one step for undo. */
+KW_ACCEPTANCE MoveItem(IKWFunctionRootBase& root, IDbContainer& container, const QString& key,
+                       const QString& to)
+{
+    bool isFrom = false;
+    bool isTo = false;
+    const int from = key.toInt(&isFrom);
+    const int target = to.toInt(&isTo);
+    const int count = container.GetCount();
+    if (!isFrom || !isTo || from < 0 || target < 0 || from >= count || target >= count)
+    {
+        return eKW_ACC_BAD_INDEX;
+    }
+    if (from == target)
+    {
+        return eKW_ACC_OK;
+    }
+    const bool isActive = container.GetActiveItem() == key;
+    const bool isDown = target > from;
+    root.StartTransaction(QStringLiteral("Move"));
+    KW_ACCEPTANCE code = container.CopyItem(key, QString::number(isDown ? target + 1 : target));
+    if (KW_IsAccepted(code))
+    {
+        code = container.RemoveItem(QString::number(isDown ? from : from + 1));
+    }
+    if (KW_IsAccepted(code) && isActive)
+    {
+        code = container.SetActiveItem(QString::number(target));
+    }
+    root.EndTransaction(KW_IsAccepted(code));
+    return code;
+}
+
 /** What is asked of a container, by the names that the request gives. */
-KW_ACCEPTANCE ChangeItems(IDbContainer& container, const QString& what, const QString& key,
-                          const QString& to)
+KW_ACCEPTANCE ChangeItems(IKWFunctionRootBase& root, IDbContainer& container, const QString& what,
+                          const QString& key, const QString& to)
 {
     if (what == QLatin1String("insert"))
     {
@@ -107,6 +141,10 @@ KW_ACCEPTANCE ChangeItems(IDbContainer& container, const QString& what, const QS
     if (what == QLatin1String("copy"))
     {
         return container.CopyItem(key, to);
+    }
+    if (what == QLatin1String("move"))
+    {
+        return MoveItem(root, container, key, to);
     }
     return what == QLatin1String("activate") ? container.SetActiveItem(key)
                                              : static_cast<KW_ACCEPTANCE>(eKW_ACC_UNKNOWN_VALUE);
@@ -215,6 +253,37 @@ t_JsonAnswer CJsonService::GetNode(const t_Call& call) const
     return {200, json.GetText()};
 }
 
+t_JsonAnswer CJsonService::GetStanding(const t_Call&) const
+{
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("control").Text(QLatin1String(NJson::NameOf(m_root->GetControlMode())));
+    json.Key("readOnly").Bool(m_options.readOnly);
+    json.EndObject();
+    return {200, json.GetText()};
+}
+
+t_JsonAnswer CJsonService::GetFiles(const t_Call& call) const
+{
+    const auto node = Top()->Find(call.Path());
+    const auto property = std::dynamic_pointer_cast<IDbProperty>(node);
+    const auto handle =
+        property ? std::dynamic_pointer_cast<IKWFilePathProperty>(property->GetHandle()) : nullptr;
+    if (!handle)
+    {
+        return node ? AnswerCode(eKW_ACC_WRONG_KIND, QStringLiteral("a file's name is wanted"))
+                    : Missing(call.Path());
+    }
+    const QStringList files = CFilesFolder(m_root->GetSettingsFolder())
+                                  .List(handle->GetFolder(), handle->GetOpenExtensions());
+    CJsonWriter json;
+    json.BeginObject();
+    json.Key("folder").Text(handle->GetFolder());
+    json.Key("files").Texts(files);
+    json.EndObject();
+    return {200, json.GetText()};
+}
+
 t_JsonAnswer CJsonService::GetChanges(const t_Call&) const
 {
     return Refuse(426, eKW_ACC_WRONG_KIND, QStringLiteral("a WebSocket is wanted"));
@@ -269,7 +338,12 @@ t_JsonAnswer CJsonService::ChangeItems(const t_Call& call) const
         return group ? AnswerCode(eKW_ACC_WRONG_KIND, QStringLiteral("an array or map is wanted"))
                      : Missing(call.Path());
     }
-    return AnswerCode(::ChangeItems(*container, call.body[QStringLiteral("do")].toString(),
+    const QString what = call.body[QStringLiteral("do")].toString();
+    if (what == QLatin1String("move") && group->GetKind() != eKW_NODE_ARRAY)
+    {
+        return AnswerCode(eKW_ACC_WRONG_KIND, QStringLiteral("items of a map have no order"));
+    }
+    return AnswerCode(::ChangeItems(*m_root, *container, what,
                                     call.body[QStringLiteral("key")].toString(),
                                     call.body[QStringLiteral("to")].toString()));
 }

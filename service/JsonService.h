@@ -88,6 +88,8 @@ private:
 
     t_JsonAnswer GetDescription(const t_Call& call) const;
     t_JsonAnswer GetNode(const t_Call& call) const;
+    t_JsonAnswer GetStanding(const t_Call& call) const;
+    t_JsonAnswer GetFiles(const t_Call& call) const;
     t_JsonAnswer GetHistory(const t_Call& call) const;
     t_JsonAnswer GetCouplings(const t_Call& call) const;
     t_JsonAnswer GetReasons(const t_Call& call) const;

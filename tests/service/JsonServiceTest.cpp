@@ -117,6 +117,14 @@ const t_JsonRow kJsonReads[] = {
      R"(POST /write {"writes":[{"path":"Horizontal/Scale","value":1e-6}],"text":"Faster"})"},
     {"Why", "GET /why?path=Vertical/Channel[2]/Enabled", 200, "starts.0.sources.1",
      "\"Vertical/Channel[each]/Enabled\""},
+    {"Standing", "GET /standing", 200, "", R"({"control":"local","readOnly":false})"},
+    {"FilesOfNothing", "GET /files?path=SaveRecall/File", 200, "files", "[]"},
+    {"Files", "GET /files?path=SaveRecall/File", 200, "files", R"(["a.xml"])",
+     R"(POST /save {"file":"a.xml"})"},
+    {"FilesOfANumber", "GET /files?path=Horizontal/Scale", 422, "name", "\"WRONG_KIND\""},
+    {"FilesOfNoNode", "GET /files?path=none", 404, "name", "\"NOT_FOUND\""},
+    {"Extensions", "GET /tree?path=SaveRecall/File&detail=full", 200, "openExtensions",
+     R"(["xml","csv"])"},
     {"OtherPath", "GET /trees", 404, "code", "20"},
     {"OtherMethod", "POST /tree", 405, "code", "29"},
     {"Changes", "GET /changes", 426, "code", "29"},
@@ -163,6 +171,12 @@ const t_JsonRow kJsonWrites[] = {
     {"RemoveNone",
      R"(POST /items {"path":"Spectrum/SpectrumMarkers/SpectrumMarker","do":"remove","key":"7"})",
      422, "name", "\"BAD_INDEX\""},
+    {"MoveNone",
+     R"(POST /items {"path":"Spectrum/SpectrumMarkers/SpectrumMarker","do":"move","key":"0","to":"99"})",
+     422, "name", "\"BAD_INDEX\""},
+    {"MoveInMap",
+     R"(POST /items {"path":"Setup/Display/UserInterfaceLanguage","do":"move","key":"0","to":"0"})",
+     422, "name", "\"WRONG_KIND\""},
     {"ItemsOfGroup", R"(POST /items {"path":"Horizontal","do":"insert"})", 422, "name",
      "\"WRONG_KIND\""},
     {"Undo", "POST /undo", 200, "code", "0",
@@ -264,6 +278,42 @@ TEST_F(JsonRequests, TrialTouchesTheTreeOrForgetsWhatIsInNoFile)
     EXPECT_EQ(Pick(answer.body, QStringLiteral("unlike")), "[]");
     EXPECT_FALSE(m_root->HasChanged(counter));
     EXPECT_EQ(GetZELRoot(), m_root);
+}
+
+TEST_F(JsonRequests, MovedItemIsAnotherOneOrNotActive)
+{
+    const QByteArray markers = "Spectrum/SpectrumMarkers/SpectrumMarker";
+    const auto items = [&](const QByteArray& rest)
+    { return Ask("POST /items {\"path\":\"" + markers + "\",\"do\":" + rest + "}").status; };
+    for (int i = 0; i < 3; ++i)
+    {
+        ASSERT_EQ(items(R"("insert")"), 200);
+    }
+    const auto read = [&]
+    {
+        const QByteArray all = Ask("GET /tree?path=" + markers + "&depth=2").body;
+        std::string found = Pick(all, QStringLiteral("active"));
+        for (const char* const way : {"items.0", "items.1", "items.2"})
+        {
+            found += Pick(all, QLatin1String(way) + QStringLiteral(".properties.Frequency.value"));
+        }
+        return found;
+    };
+    for (const char* const index : {"0", "1", "2"})
+    {
+        ASSERT_EQ(Ask(Write(markers + "[" + index + "]/Frequency", QByteArray("1") + index + "000"))
+                      .status,
+                  200);
+    }
+    ASSERT_EQ(items(R"("activate","key":"0")"), 200);
+    const std::string before = read();
+    ASSERT_EQ(items(R"("move","key":"0","to":"2")"), 200);
+    EXPECT_EQ(read(), "\"2\"110001200010000");
+    ASSERT_EQ(items(R"("move","key":"2","to":"0")"), 200);
+    EXPECT_EQ(read(), before);
+    ASSERT_EQ(items(R"("move","key":"1","to":"0")"), 200);
+    EXPECT_EQ(Ask("POST /undo").status, 200);
+    EXPECT_EQ(read(), before) << "more than one step";
 }
 
 TEST_F(JsonRequests, ReadOnlyServiceWrites)
@@ -480,6 +530,23 @@ TEST_F(JsonChanges, BacklogGrowsOrIsForgottenInSilence)
     small.Rest();
     small.Look();
     EXPECT_NE(small.Stream(), stream) << "what moved during a rest is lost";
+}
+
+TEST_F(JsonChanges, LockoutComesAndGoesInSilence)
+{
+    EXPECT_EQ(Take(m_all, "control"), "");
+    m_root->SetControlMode(eCONTROL_LOCAL_LOCKOUT);
+    EXPECT_EQ(Take(m_all, "control"), "\"local lockout\"");
+    EXPECT_EQ(Take(m_all, "control"), "") << "told again";
+    m_root->SetControlMode(eCONTROL_LOCAL);
+    m_changes.Look();
+    Offset(0.7);
+    m_changes.Look();
+    t_Subscription quick = m_all;
+    EXPECT_EQ(Take(quick, "control"), "\"local\"");
+    EXPECT_EQ(Take(m_all, "changes.0.now.value"), "0.7");
+    EXPECT_EQ(Pick(m_changes.Subscribe(m_all, R"({"subscribe":[]})", 1), QStringLiteral("control")),
+              "\"local\"");
 }
 
 TEST_F(JsonChanges, ItemsComeAndGoInSilence)

@@ -86,7 +86,9 @@ MARKERS = "Spectrum/SpectrumMarkers/SpectrumMarker"
 REQUESTS = [
     ("get", "/openapi.json", None), ("get", "/tree", None), ("get", "/tree?detail=full", None),
     ("get", "/tree?path=Horizontal/Scale&detail=full", None), ("get", "/tree?path=Preset", None),
-    ("get", "/tree?path=none", None), ("get", "/history", None), ("get", "/couplings", None),
+    ("get", "/tree?path=none", None), ("get", "/history", None), ("get", "/standing", None),
+    ("get", "/files?path=SaveRecall/File", None), ("get", "/files?path=Horizontal", None),
+    ("get", "/couplings", None),
     ("get", "/couplings?path=none", None), ("get", "/why?path=Horizontal/Scale", None),
     ("get", "/why?path=none", None), ("get", "/changes", None), ("post", "/write", WRITE),
     ("post", "/write", REFUSED), ("post", "/write", {}), ("post", "/write", {**REFUSED, "together": False}),
