@@ -48,7 +48,7 @@ _MASKS = Schema(
      ("Infinity", 'Y="0.5"', 'Y="INF"'),
      ("FarAway", 'X="10"', 'X="1e7"'),
      ("Attribute", 'Y="0.5"', 'Z="0.5"'),
-     ("Element", "<Lower>", "<Under>"),
+     ("Element", "<Point ", "<Corner "),
      ("Digest", 'Value="', 'Value="x')))
 
 _SCHEMAS = (_LABELS, _MASKS)
