@@ -3,9 +3,11 @@
 
 import { Connection, Phase } from './connection.js';
 import { Favourites } from './favourites.js';
+import { lastOf } from './paths.js';
 import { SearchIndex } from './search.js';
 import { Steps } from './steps.js';
 import { isMoved, Store } from './store.js';
+import { texts } from './texts/panel.js';
 
 const kReadPause = 250; // milliseconds between two readings of nodes that have come
 const kAskPause = 200; // between two readings of the history
@@ -107,7 +109,10 @@ export class Panel {
     /** @param {{value?: *, steps?: number, default?: true}} change
         @returns {Promise<?object>} the service's answer; null without a connection */
     write(path, change) {
-        return this.#step('write', path, '/write', { writes: [{ path, ...change }] });
+        return this.#step('write', path, '/write', {
+            writes: [{ path, ...change }],
+            text: texts.history.written(lastOf(path), change)
+        });
     }
 
     run(path) {

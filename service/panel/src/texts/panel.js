@@ -97,6 +97,7 @@ export const texts = {
     },
     page: {
         way: 'Way from the root',
+        nearest: 'What stands next above it is',
         missing: (path) => `There is no node “${path}”.`,
         loading: 'Reading …',
         copy: 'Copy link',
@@ -148,6 +149,7 @@ export const texts = {
         others: 'Changed by others since',
         none: 'Nothing else moved.',
         said: (count) => `${counted(count, 'node', 'nodes')} moved`,
+        toList: (count) => `${count} moved: go to the list`,
         from: 'was',
         to: 'is now',
         limits: 'limits',
@@ -177,6 +179,13 @@ export const texts = {
             undo: (name) => `You undid ${name}`,
             redo: (name) => `You redid ${name}`,
             others: () => 'Others'
+        },
+        written: (name, { value, steps }) => {
+            const what = value !== undefined ? String(value).slice(0, 40)
+                : steps === undefined ? 'default'
+                    : steps < 0 ? counted(-steps, 'step down', 'steps down')
+                        : counted(steps, 'step up', 'steps up');
+            return `${name}: ${what}`;
         },
         refused: (reason) => `Refused: ${reason}`
     }

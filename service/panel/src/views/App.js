@@ -5,7 +5,7 @@ import { lastOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { UndoButtons, useUndoKeys } from './History.js';
 import { useNode, usePanelState, useRoute } from './hooks.js';
-import { Moved } from './Moved.js';
+import { Moved, MovedButton } from './Moved.js';
 import { Page } from './Page.js';
 import { SearchField, SearchResults } from './Search.js';
 import { StatusBar } from './StatusBar.js';
@@ -95,6 +95,7 @@ export function App() {
             <${SearchField} query=${query} onQuery=${setQuery} field=${field} />
             <${Navigation} route=${route} />
             <${UndoButtons} isShort />
+            <${MovedButton} />
             <${StatusBar} />
         </header>
         <div class=${`panes ${isSearching ? 'is-searching' : route.view === '' ? 'is-home' : 'is-page'}`}>

@@ -34,9 +34,9 @@ export function Home() {
             ${count === 0 && html`<p class="quiet">${texts.tree.noneDiffers}</p>`}
             <ul class="moves">${nodes.map((node) => html`<li key=${node.path}>
                 <a href=${linkTo(node.path)}>${node.path}</a>
-                <span class="aspects"><span class="quiet">${texts.page.fact.default}${' '}
-                    ${showValue(node, node.default)}</span><span aria-hidden="true"> → </span>${
-                    shownOf(node)}</span></li>`)}
+                <span class="aspects"><span class="aspect"><span class="quiet">${
+                    texts.page.fact.default}${' '}${showValue(node, node.default)}</span><span
+                    aria-hidden="true"> → </span><ins>${shownOf(node)}</ins></span></span></li>`)}
                 ${count > nodes.length && html`<li class="quiet">${
                     texts.tree.more(count - nodes.length)}</li>`}</ul>
         </section>

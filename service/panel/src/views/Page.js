@@ -114,10 +114,20 @@ function NodePage({ node }) {
     </article>`;
 }
 
+/** There was one, or never was: what stands above it may lead on. */
+function Missing({ path }) {
+    const { store } = usePanel();
+    const nearest = wayTo(path).reverse().find((at) => store.node(at));
+    return html`<article class="page">
+        <h2 tabindex="-1">${texts.page.missing(path)}</h2>
+        <p>${texts.page.nearest} <a href=${linkTo(nearest)}>${nearest || texts.root}</a>.</p>
+    </article>`;
+}
+
 /** The page of one node. */
 export function Page({ path }) {
     const node = useNode(path);
     // Another node is another page: nothing that was typed or tried may reach it.
     return node ? html`<${NodePage} key=${path} node=${node} />`
-        : html`<article class="page"><h2 tabindex="-1">${texts.page.missing(path)}</h2></article>`;
+        : html`<${Missing} path=${path} />`;
 }

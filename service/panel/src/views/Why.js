@@ -41,7 +41,7 @@ export function Why({ path }) {
     }, [path, isOpen]);
     const group = (heading, rows, none) => html`<h4>${heading}</h4>${rows.length === 0
         ? html`<p class="quiet">${none}</p>` : html`<${Rules} rows=${rows} path=${path} />`}`;
-    return html`<details class="reasons" onToggle=${(event) => setOpen(event.currentTarget.open)}>
+    return html`<details class="couplings" onToggle=${(event) => setOpen(event.currentTarget.open)}>
         <summary><h3>${texts.why.heading}</h3></summary>
         ${reasons === false && html`<p class="refused">${texts.why.lost}</p>`}
         ${reasons && group(texts.why.starts, reasons.starts, texts.why.startsNothing)}

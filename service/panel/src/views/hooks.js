@@ -20,12 +20,14 @@ export function useAgain() {
 export function useNode(path) {
     const { store } = usePanel();
     const again = useAgain();
+    const node = store.node(path);
     useEffect(() => {
-        // It may have changed between the drawing and now.
-        again();
+        if (store.node(path) !== node) {
+            again(); // it has changed since it was drawn
+        }
         return store.subscribe(path, again);
     }, [store, path]);
-    return store.node(path);
+    return node;
 }
 
 /** The panel, drawn again when the connection, the steps or the favourites change. */
