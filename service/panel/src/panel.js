@@ -11,6 +11,7 @@ import { texts } from './texts/panel.js';
 
 const kReadPause = 250; // milliseconds between two readings of nodes that have come
 const kAskPause = 200; // between two readings of the history
+const kTellPause = 100; // between two lists of what moved
 const kTokenKey = 'token';
 
 /** Before the next picture; a page that nobody sees has none. */
@@ -150,6 +151,7 @@ export class Panel {
         this.store.touch(left);
         this.tell();
         const answer = await this.connection.request('POST', resource, body);
+        this.#takeReports(answer?.writes ?? []);
         this.steps.end(step, answer);
         if (answer?.detail === 'the service only reads') {
             this.standing = { ...this.standing, readOnly: true };
@@ -159,9 +161,17 @@ export class Panel {
         return answer;
     }
 
+    /** What was written stands at once: who goes on typing goes on from there, and not from what
+        was before the changes are told. */
+    #takeReports(reports) {
+        this.store.apply(reports.filter(({ now }) => now).map(({ path, now }) => ({ path, now })));
+        this.store.flush();
+    }
+
+    /** Lists of what moved are read by people: a few times a second is enough. */
     #take(moves) {
         this.steps.take(moves);
-        this.tell();
+        this.#soon('moved', kTellPause, () => this.tell());
     }
 
     /** Once, after a pause, however often it is asked. */
@@ -202,7 +212,9 @@ export class Panel {
     #askHistory() {
         this.#soon('history', kAskPause, async () => {
             const answer = await this.connection.request('GET', '/history');
-            if (answer?.status === 200) {
+            const isOther = answer?.status === 200 && ['undo', 'redo', 'canUndo', 'canRedo']
+                .some((key) => answer[key] !== this.history[key]);
+            if (isOther) {
                 this.history = answer;
                 this.tell();
             }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-import { html, useEffect, useRef, useState } from '../html.js';
+import { html, useEffect, useMemo, useRef, useState } from '../html.js';
 import { Phase } from '../connection.js';
 import { lastOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { UndoButtons, useUndoKeys } from './History.js';
-import { useNode, usePanelState, useRoute } from './hooks.js';
+import { useNode, usePanelValue, useRoute } from './hooks.js';
 import { Moved, MovedButton } from './Moved.js';
 import { Page } from './Page.js';
 import { SearchField, SearchResults } from './Search.js';
@@ -65,7 +65,7 @@ function Content({ route, hasRoot, phase }) {
 }
 
 export function App() {
-    const { connection } = usePanelState();
+    const phase = usePanelValue(({ connection }) => connection.state.phase);
     const hasRoot = useNode('') !== null;
     const route = useRoute();
     const [query, setQuery] = useState('');
@@ -77,8 +77,16 @@ export function App() {
     useEffect(() => setQuery((before) => (matchMedia('(min-width: 60rem)').matches ? before : '')),
         [route.view, route.path]);
 
+    const hasMoves = usePanelValue(({ steps }) => steps.moved().size > 0);
     const isSearching = query.trim() !== '';
-    const { phase } = connection.state;
+    // A key of the search draws what it changes, and not the page beside it.
+    const page = useMemo(() => html`
+        ${phase === Phase.BROKEN && hasRoot && html`<p class="banner">${
+            texts.connection.brokenLong}</p>`}
+        <${Content} route=${route} hasRoot=${hasRoot} phase=${phase} />`, [route, hasRoot, phase]);
+    const top = useMemo(() => html`<${Navigation} route=${route} />
+        <${UndoButtons} isShort /><${MovedButton} /><${StatusBar} />`, [route]);
+    const moved = useMemo(() => hasRoot && html`<${Moved} />`, [hasRoot]);
     const endSearch = (isOver) => {
         if (isOver) {
             setQuery('');
@@ -93,23 +101,17 @@ export function App() {
         <header class="top">
             <h1><a href="#/">${texts.title}</a></h1>
             <${SearchField} query=${query} onQuery=${setQuery} field=${field} />
-            <${Navigation} route=${route} />
-            <${UndoButtons} isShort />
-            <${MovedButton} />
-            <${StatusBar} />
+            ${top}
         </header>
-        <div class=${`panes ${isSearching ? 'is-searching' : route.view === '' ? 'is-home' : 'is-page'}`}>
+        <div class=${`panes ${isSearching ? 'is-searching' : route.view === '' ? 'is-home'
+            : 'is-page'} ${hasMoves ? 'has-moves' : ''}`}>
             <div class="side">
                 ${hasRoot && (isSearching
                     ? html`<${SearchResults} query=${query} onEnd=${endSearch} />`
                     : html`<nav aria-label=${texts.tree.label}><${Tree}
                         chosen=${route.view === 'p' ? route.path : null} /></nav>`)}
             </div>
-            <main id="page" tabindex="-1">
-                ${phase === Phase.BROKEN && hasRoot && html`<p class="banner">${
-                    texts.connection.brokenLong}</p>`}
-                <${Content} route=${route} hasRoot=${hasRoot} phase=${phase} />
-            </main>
-            ${hasRoot && html`<${Moved} />`}
+            <main id="page" tabindex="-1">${page}</main>
+            ${moved}
         </div>`;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { html } from '../html.js';
 import { texts } from '../texts/panel.js';
-import { useNode, usePanelState } from './hooks.js';
+import { useNode, usePanelValue } from './hooks.js';
 import { NodeRow } from './NodeRow.js';
 import { Star } from './Star.js';
 
@@ -13,11 +13,11 @@ function Favourite({ path }) {
 }
 
 export function Favourites() {
-    const { favourites } = usePanelState();
+    const paths = usePanelValue(({ favourites }) => favourites.paths);
     return html`<article class="page">
         <h2 tabindex="-1">${texts.favourites.heading}</h2>
-        ${favourites.paths.length === 0 && html`<p class="quiet">${texts.favourites.none}</p>`}
-        <ul class="node-rows">${favourites.paths.map((path) =>
+        ${paths.length === 0 && html`<p class="quiet">${texts.favourites.none}</p>`}
+        <ul class="node-rows">${paths.map((path) =>
             html`<${Favourite} key=${path} path=${path} />`)}</ul>
     </article>`;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-import { html, useEffect } from '../html.js';
+import { html, useEffect, useState } from '../html.js';
 import { lastOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { usePanel, usePanelState } from './hooks.js';
@@ -49,14 +49,14 @@ function titleOf(step) {
 }
 
 function Step({ step }) {
-    const moves = [...step.moves.values()];
+    const [isOpen, setOpen] = useState(false);
     const time = new Date(step.at);
     return html`<li>
-        <details>
+        <details onToggle=${(event) => setOpen(event.currentTarget.open)}>
             <summary><time datetime=${time.toISOString()}>${time.toLocaleTimeString('en-GB')}</time>
                 ${' '}${titleOf(step)} <span class="quiet">${
-                texts.moved.said(moves.length)}</span></summary>
-            ${moves.length > 0 && html`<${MoveList} moves=${moves} />`}
+                texts.moved.said(step.moves.size)}</span></summary>
+            ${isOpen && html`<${MoveList} moves=${[...step.moves.values()]} />`}
         </details>
     </li>`;
 }

@@ -8,6 +8,7 @@ import { texts } from '../texts/panel.js';
 import { useAgain, usePanel } from './hooks.js';
 
 const kMost = 200;
+const kPause = 250; // milliseconds between two drawings
 
 /** Settings that differ from their defaults, in the order of the tree. */
 function differingOf(store, path = '', found = []) {
@@ -24,7 +25,19 @@ function differingOf(store, path = '', found = []) {
 export function Home() {
     const { store } = usePanel();
     const again = useAgain();
-    useEffect(() => store.watch(again), [store]);
+    useEffect(() => {
+        let timer = null; // a list is read by people
+        const end = store.watch(() => {
+            timer ??= setTimeout(() => {
+                timer = null;
+                again();
+            }, kPause);
+        });
+        return () => {
+            clearTimeout(timer);
+            end();
+        };
+    }, [store]);
     const nodes = useMemo(() => differingOf(store), [store.version]);
     const count = store.differing('');
     return html`<article class="page">

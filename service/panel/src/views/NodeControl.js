@@ -5,7 +5,7 @@ import { Phase } from '../connection.js';
 import { lastOf } from '../paths.js';
 import { linkTo } from '../route.js';
 import { texts } from '../texts/panel.js';
-import { usePanelState } from './hooks.js';
+import { usePanel, usePanelValue } from './hooks.js';
 
 /** Why nothing at all can be written now, or nothing. */
 function closedBy({ standing, connection }) {
@@ -15,7 +15,8 @@ function closedBy({ standing, connection }) {
 
 /** The control of a node, bound to the service. */
 export function NodeControl({ node, labelledBy, onDraft }) {
-    const panel = usePanelState();
+    const panel = usePanel();
+    const closed = usePanelValue(closedBy);
     const { path } = node;
     const actions = useMemo(() => ({
         write: (change) => panel.write(path, change),
@@ -27,5 +28,5 @@ export function NodeControl({ node, labelledBy, onDraft }) {
         .filter((member) => member.startsWith(`${path}[`))
         .map((member) => ({ path: member, name: lastOf(member).slice(1, -1) }));
     return html`<${Control} node=${node} ...${actions} open=${linkTo} labelledBy=${labelledBy}
-        onDraft=${onDraft} items=${items} closed=${closedBy(panel)} />`;
+        onDraft=${onDraft} items=${items} closed=${closed} />`;
 }

@@ -4,7 +4,7 @@ import { lastOf, wayTo } from '../paths.js';
 import { linkTo } from '../route.js';
 import { texts } from '../texts/panel.js';
 import { Facts } from './Facts.js';
-import { useAgain, useNode, usePanel, usePanelState } from './hooks.js';
+import { useAgain, useNode, usePanel } from './hooks.js';
 import { Mark } from './Mark.js';
 import { NodeControl } from './NodeControl.js';
 import { NodeRow, OldValue } from './NodeRow.js';
@@ -95,7 +95,7 @@ function Members({ path }) {
 }
 
 function NodePage({ node }) {
-    const { store } = usePanelState();
+    const { store } = usePanel();
     const { path, kind } = node;
     const isGroup = ['group', 'array', 'map'].includes(kind);
     return html`<article class="page">

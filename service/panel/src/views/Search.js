@@ -7,7 +7,7 @@ import { texts } from '../texts/panel.js';
 import { useNode, usePanel } from './hooks.js';
 import { Mark } from './Mark.js';
 
-const kFirst = 60;
+const kFirst = 20;
 
 export function SearchField({ query, onQuery, field }) {
     const onKey = (event) => {
@@ -68,7 +68,7 @@ export function SearchResults({ query, onEnd }) {
             ${paths.slice(0, most).map((path) => html`<${Found} key=${path} path=${path} />`)}
         </ul>
         ${paths.length > most && html`<button type="button" class="button"
-            onClick=${() => setMost(most + 4 * kFirst)}>${
+            onClick=${() => setMost(most + 5 * kFirst)}>${
             texts.search.more(paths.length - most)}</button>`}
     </section>`;
 }

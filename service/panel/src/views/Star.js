@@ -2,11 +2,11 @@
 import { html } from '../html.js';
 import { lastOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
-import { usePanelState } from './hooks.js';
+import { usePanel, usePanelValue } from './hooks.js';
 
 export function Star({ path }) {
-    const panel = usePanelState();
-    const isOn = panel.favourites.has(path);
+    const panel = usePanel();
+    const isOn = usePanelValue(({ favourites }) => favourites.has(path));
     const label = texts.favourites.add(lastOf(path) || texts.root);
     return html`<button type="button" class="star" aria-pressed=${isOn} aria-label=${label}
         title=${label} onClick=${() => panel.toggleFavourite(path)}>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What views follow: a node, the panel, the address.
 
-import { createContext, useContext, useEffect, useReducer, useState } from '../html.js';
+import { createContext, useContext, useEffect, useReducer, useRef, useState } from '../html.js';
 import { parseRoute } from '../route.js';
 
 export const PanelContext = createContext(null);
@@ -36,6 +36,22 @@ export function usePanelState() {
     const again = useAgain();
     useEffect(() => panel.subscribe(again), [panel]);
     return panel;
+}
+
+/** One value of the panel's state: drawn again when it is another one, which many parts of a page
+    can afford. @param {(panel: import('../panel.js').Panel) => *} select */
+export function usePanelValue(select) {
+    const panel = usePanel();
+    const again = useAgain();
+    const last = useRef();
+    last.current = { select, value: select(panel) };
+    useEffect(() => panel.subscribe(() => {
+        const { select: now, value } = last.current;
+        if (now(panel) !== value) {
+            again();
+        }
+    }), [panel]);
+    return last.current.value;
 }
 
 export function useRoute() {
