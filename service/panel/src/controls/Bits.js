@@ -87,6 +87,6 @@ export function Bits({ node, write, busy, refusal, labelledBy, onDraft }) {
         ${isPattern && bits.length <= node.maximumLength && html`<${BitButtons} bits=${bits}
             label=${texts.bitsOf(node.name)} isClosed=${closedBy(node) !== ''} onChange=${draft.type} />`}
         <p class="control-hint">${texts.bitCount(bits.length, node.maximumLength)}
-            ${isPattern && ` ${texts.inHex(hexOf(bits))}`}</p>
+            ${isPattern && node.format !== 'binary' && ` ${texts.inHex(hexOf(bits))}`}</p>
     <//>`;
 }

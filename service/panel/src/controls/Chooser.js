@@ -8,14 +8,15 @@ import { Why } from './Why.js';
  * A button that opens a list below it; keys and leaving close it. The list stands in the page and
  * not above it: nothing is covered, and it fits the smallest screen.
  *
- * `id` is the button's; `button` are more of its attributes, `content` is what it shows. `onOpen` is
- * called before the list opens.
+ * `id` is the button's; `button` are more of its attributes, `content` is what it shows. The list opens
+ * when `onOpen` is done.
  */
 export function Chooser({
     id, content, button, options, value, labelledBy, describedBy, isClosed, isInvalid, onChoose, onOpen, why,
     children,
 }) {
     const [isOpen, setOpen] = useState(false);
+    const [isWaiting, setWaiting] = useState(false);
     const [greyed, setGreyed] = useState(null);
     const opener = useRef(null);
     const close = () => {
@@ -23,8 +24,10 @@ export function Chooser({
         setGreyed(null);
         opener.current?.focus();
     };
-    const show = () => {
-        onOpen?.();
+    const show = async () => {
+        setWaiting(true);
+        await onOpen?.();
+        setWaiting(false);
         setOpen(true);
     };
     const choose = (chosen) => {
@@ -53,7 +56,7 @@ export function Chooser({
         <div class="field-row">
             ${children}
             <button type="button" ref=${opener} id=${id} aria-haspopup="listbox"
-                aria-expanded=${isOpen} aria-describedby=${describedBy}
+                aria-expanded=${isOpen} aria-busy=${isWaiting} aria-describedby=${describedBy}
                 onClick=${() => (isOpen ? close() : show())} onKeyDown=${openByKey}
                 ...${button}>${content}</button>
         </div>

@@ -48,8 +48,8 @@ export function controlOf(node) {
  * @param {function(string): Promise<object>} [properties.why]  `/why` of a value of this node
  * @param {function(string): string} [properties.open]  the address of the page of a path
  * @param {function(string|null): void} [properties.onDraft]  told what is typed and not yet written
- * @param {function(): void} [properties.refresh]  reads the node again, before a list is shown of
- *     what no change tells of: files, items that a reference may take
+ * @param {function(): Promise<{value: string, shown: string}[]>} [properties.suggest]  finds what
+ *     could be written here (suggestions.js)
  * @param {string} [properties.closed]  why nothing at all can be written just now; empty where it can
  * @param {boolean} [properties.busy]  whether somebody else writes this node just now
  * @param {object|null} [properties.refusal]  report of a refused write that the control did not ask

@@ -21,8 +21,7 @@ function hintsOf({ folder, openExtensions = [], saveExtensions = [] }) {
 /** The name of a file in the instrument's folder: one that is there, or a new one. */
 export function FilePath(properties) {
     const { node } = properties;
-    const suggestions = node.files?.map((name) => ({ value: name, shown: name }));
-    return html`<${Suggested} kind="file" suggestions=${suggestions} none=${texts.noFile}
+    return html`<${Suggested} kind="file" none=${texts.noFile}
         listLabel=${texts.filesOf(node.name)} ...${properties}>
         ${hintsOf(node).map((hint) => html`<p class="control-hint" key=${hint}>${hint}</p>`)}
     <//>`;

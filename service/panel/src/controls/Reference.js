@@ -6,10 +6,7 @@ import { Suggested } from './Suggested.js';
 /** An item of a container that the setting stands for, or none. */
 export function Reference(properties) {
     const { node, open } = properties;
-    const suggestions = node.candidates?.map(({ path, shown }) => ({
-        value: path, shown: shown || path,
-    }));
-    return html`<${Suggested} kind="reference" suggestions=${suggestions} none=${texts.noItem}
+    return html`<${Suggested} kind="reference" none=${texts.noItem}
         listLabel=${texts.itemsOf(node.name)} ...${properties}>
         ${node.value && open && html`<p class="control-hint"><a href=${open(node.value)}
             >${texts.toItem(node.value)}</a></p>`}
