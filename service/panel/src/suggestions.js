@@ -21,8 +21,8 @@ function mayStand({ code, name, now }, path) {
  * Items that the reference would keep. Rules decide that, so a trial writes all of them to a copy:
  * those that stand afterwards are offered.
  */
-async function targetsOf(node, { ask, items }) {
-    const paths = items().slice(0, kMostItems);
+async function targetsOf(node, { ask, paths: all }) {
+    const paths = all().filter((path) => path.endsWith(']')).slice(0, kMostItems);
     const taken = [];
     for (let at = 0; at < paths.length; at += kMostTried) {
         const writes = paths.slice(at, at + kMostTried).map((value) => ({ path: node.path, value }));
@@ -39,8 +39,8 @@ async function targetsOf(node, { ask, items }) {
 
 /**
  * @param {object} node  a property of type filepath or reference; of others there is nothing to suggest
- * @param {{ask: function(string, string, object=): Promise<?object>, items: function(): string[]}} from
- *     asks the service, and tells the paths of all items of containers
+ * @param {{ask: function(string, string, object=): Promise<?object>, paths: function(): string[]}} from
+ *     asks the service, and tells the paths of all nodes
  * @returns {Promise<{value: string, shown: string}[]>}
  */
 export async function suggestionsOf(node, from) {

@@ -45,7 +45,8 @@ export function controlOf(node) {
  * @param {function(): Promise<object|null>} [properties.run]  runs the action
  * @param {function({do: string, key: string, to: string}): Promise<object|null>} [properties.edit]
  *     changes the items of a container
- * @param {function(string): Promise<object>} [properties.why]  `/why` of a value of this node
+ * @param {function(string): Promise<object>} [properties.why]  why a value can not be
+ *     selected (reasons.js)
  * @param {function(string): string} [properties.open]  the address of the page of a path
  * @param {function(string|null): void} [properties.onDraft]  told what is typed and not yet written
  * @param {function(): Promise<{value: string, shown: string}[]>} [properties.suggest]  finds what

@@ -25,7 +25,7 @@ function choicesOf({ selectable, default: standard, value: now }) {
  */
 export function optionsOf(node) {
     return node.values?.map(({ value, shown }) => ({
-        value, shown, isSelectable: node.selectable.includes(value),
+        value, shown: shown || value, isSelectable: node.selectable.includes(value),
     })) ?? choicesOf(node);
 }
 

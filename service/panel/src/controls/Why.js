@@ -5,19 +5,11 @@ import { controls as texts } from '../texts/controls.js';
 
 const kMostSources = 12;
 
-/** Settings that the rows of a node's group follow, without the node itself and without actions. */
-function sourcesOf(reasons, path) {
-    const sources = (reasons?.rows ?? [])
-        .filter((row) => row.what === 'Derive')
-        .flatMap((row) => row.sources);
-    return [...new Set(sources)].filter((source) => source !== path).slice(0, kMostSources);
-}
-
 /**
  * Why a value can not be selected, and what would offer it.
  *
- * @param {{path: string, value: string, shown: string, why: function(string): Promise<object>,
- *     open: function(string): string}} properties
+ * @param {{path: string, value: string, shown: string, open: function(string): string,
+ *     why: function(string): Promise<object>}} properties  `why` as reasonsOf in reasons.js
  */
 export function Why({ path, value, shown, why, open }) {
     const [reasons, setReasons] = useState(undefined);
@@ -31,17 +23,18 @@ export function Why({ path, value, shown, why, open }) {
         };
     }, [path, value]);
 
-    const link = (target, text) => (open && !target.includes('[each]')
-        ? html`<a href=${open(target)}>${text}</a>` : text);
-    const offers = reasons?.offers;
-    const sources = offers ? [] : sourcesOf(reasons, path);
+    const link = (target, text) => (open ? html`<a href=${open(target)}>${text}</a>` : text);
+    const offers = reasons?.offers ?? [];
+    const sources = offers.length > 0 ? [] : reasons?.sources ?? [];
+    const more = sources.length - kMostSources;
     return html`<div class="why">
         <p>${texts.notSelectable(shown)} ${reasons === undefined && why && texts.whyAsked}</p>
-        ${offers?.length > 0 && html`<p>${texts.offeredBy}</p>
+        ${offers.length > 0 && html`<p>${texts.offeredBy}</p>
             <ul>${offers.map((one) => html`<li key=${one.path + one.value}
                 >${link(one.path, texts.offerIs(one.path, one.shown))}</li>`)}</ul>`}
-        ${offers?.length === 0 && html`<p>${texts.noReason}</p>`}
-        ${sources.length > 0 && html`<p>${texts.dependsOn}</p>
-            <ul>${sources.map((source) => html`<li key=${source}>${link(source, source)}</li>`)}</ul>`}
+        ${sources.length > 0 && html`<p>${texts.noReason} ${texts.dependsOn}</p>
+            <ul>${sources.slice(0, kMostSources).map((source) =>
+                html`<li key=${source}>${link(source, source)}</li>`)}</ul>
+            ${more > 0 && html`<p>${texts.andMore(more)}</p>`}`}
     </div>`;
 }

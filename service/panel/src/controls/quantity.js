@@ -67,5 +67,5 @@ export function showValue(node, value) {
     if (isNumeric(node.type)) {
         return formatQuantity(value, node.unit);
     }
-    return node.values?.find((one) => one.value === value)?.shown ?? String(value);
+    return node.values?.find((one) => one.value === value)?.shown || String(value);
 }

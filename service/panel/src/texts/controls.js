@@ -50,7 +50,7 @@ export const controls = {
     offeredBy: 'It is offered with one of these:',
     offerIs: (name, shown) => `${name} = ${shown}`,
     dependsOn: 'What is offered follows these settings:',
-    noReason: 'No single setting would offer it.',
+    noReason: 'No single choice would offer it.',
 
     lengthOf: (length, most) => `${length} of ${most} characters.`,
     bitsOf: (name) => `Bits of ${name}`,
