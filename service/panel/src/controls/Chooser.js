@@ -9,7 +9,8 @@ import { Why } from './Why.js';
  * not above it: nothing is covered, and it fits the smallest screen.
  *
  * `id` is the button's; `button` are more of its attributes, `content` is what it shows. The list opens
- * when `onOpen` is done.
+ * when `onOpen` is done. `children(opener)` places the button among others; without them it stands
+ * alone.
  */
 export function Chooser({
     id, content, button, options, value, labelledBy, describedBy, isClosed, isInvalid, onChoose, onOpen, why,
@@ -52,14 +53,12 @@ export function Chooser({
             show();
         }
     };
+    const openerButton = html`<button type="button" ref=${opener} id=${id} aria-haspopup="listbox"
+        aria-expanded=${isOpen} aria-busy=${isWaiting} aria-describedby=${describedBy}
+        onClick=${() => (isOpen ? close() : show())} onKeyDown=${openByKey}
+        ...${button}>${content}</button>`;
     return html`<div class="chooser" onFocusOut=${leave} onKeyDown=${key}>
-        <div class="field-row">
-            ${children}
-            <button type="button" ref=${opener} id=${id} aria-haspopup="listbox"
-                aria-expanded=${isOpen} aria-busy=${isWaiting} aria-describedby=${describedBy}
-                onClick=${() => (isOpen ? close() : show())} onKeyDown=${openByKey}
-                ...${button}>${content}</button>
-        </div>
+        ${children ? children(openerButton) : openerButton}
         ${isOpen && html`<${OptionList} options=${options} value=${value} hasFocus
             ...${{ labelledBy, describedBy, isClosed, isInvalid }}
             onChoose=${choose} onLook=${setGreyed} />`}

@@ -101,11 +101,12 @@ export function Frame({ node, kind, ids, labelledBy, writing, refusal, busy, chi
     const group = kGroups.includes(kind)
         ? { role: 'group', 'aria-labelledby': labelledBy ?? ids.label } : {};
     return html`<div class=${classes} ...${group}>
-        <div class="control-head">
-            ${!labelledBy && html`<span class="control-name" id=${ids.label}>${node.name}</span>`}
+        ${!labelledBy && html`<div class="control-head">
+            <span class="control-name" id=${ids.label}>${node.name}</span>
             <${ToDefault} ...${{ node, writing }} />
-        </div>
+        </div>`}
         <div class="control-body">${children}</div>
+        ${labelledBy && html`<${ToDefault} ...${{ node, writing }} />`}
         ${closed && html`<p class="control-closed" id=${ids.hint}>${closed}</p>`}
         ${held && html`<p class="control-held">${held}</p>`}
         <p class="control-says" id=${ids.says} role=${refused ? 'alert' : 'status'}

@@ -63,16 +63,17 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
     const button = (steps, sign, label) => html`<button type="button" class="button is-step"
         aria-label=${label} aria-disabled=${!isOpen} tabindex="-1"
         onClick=${() => step(steps)}>${sign}</button>`;
-    const input = html`<${DraftField} inputRef=${field} extra=${spoken(node)}
+    const input = (opener) => html`<${DraftField} inputRef=${field} extra=${spoken(node)}
         ...${{ node, ids, labelledBy, draft, writing, refusal, send, onKey }}>
         ${button(-1, '−', texts.stepDown(node.name))}
         ${button(1, '+', texts.stepUp(node.name))}
+        ${opener}
     <//>`;
     const options = node.selectable.map((value) => ({
         value, shown: showValue(node, value), isSelectable: true,
     }));
     return html`<${Frame} kind="number" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
-        ${options.length === 0 ? input
+        ${options.length === 0 ? input()
             : html`<${Chooser} id="${ids.input}-list" content="▾" options=${options} value=${node.value}
                 button=${{ class: 'button is-step', 'aria-label': texts.listOf(node.name) }}
                 labelledBy=${labelledBy ?? ids.label} describedBy=${ids.says} isClosed=${!isOpen}

@@ -28,13 +28,13 @@ export function Suggested({
             draft.discard();
         }
     };
-    const field = html`<${DraftField} extra=${{ placeholder: none }}
-        ...${{ node, ids, labelledBy, draft, writing, refusal, send }} />`;
+    const field = (opener) => html`<${DraftField} extra=${{ placeholder: none }}
+        ...${{ node, ids, labelledBy, draft, writing, refusal, send }}>${opener}<//>`;
     const look = async () => setFound(await suggest().catch(() => null) ?? []);
     const options = [{ value: '', shown: none }, ...found]
         .map((option) => ({ ...option, isSelectable: true }));
     return html`<${Frame} ...${{ kind, node, ids, labelledBy, writing, refusal, busy }}>
-        ${!suggest ? field
+        ${!suggest ? field()
             : html`<${Chooser} id="${ids.input}-list" content="▾" options=${options} value=${node.value}
                 button=${{ class: 'button is-step', 'aria-label': listLabel }}
                 labelledBy=${labelledBy ?? ids.label} describedBy=${ids.says}
