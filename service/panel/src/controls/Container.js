@@ -8,37 +8,38 @@ import { useWriting } from './useWriting.js';
 
 const kAtOnce = 50;
 
-/** Where the focus belongs after a change: with the item that was moved or renamed, or in its place. */
-function focusAfter({ do: does, key, to }, count) {
+/**
+ * Where the focus belongs after a change: with the item that was moved or renamed, or with the one
+ * that has taken the place of a removed one.
+ */
+function focusAfter({ do: does, key, to }, keys) {
     switch (does) {
     case 'rename':
         return { key: to, does };
     case 'move':
         return { key: to, does: Number(to) < Number(key) ? 'up' : 'down' };
     case 'remove':
-        return { key: String(Math.min(Number(key), count - 2)), does };
+        return { position: keys.indexOf(key), count: keys.length - 1, does };
     default:
         return null;
     }
 }
 
 /** Moves the focus once the list shows what was changed: its buttons are other ones then. */
-function useFocusAfter(all, keyOf) {
+function useFocusAfter(keys) {
     const list = useRef(null);
-    const wanted = useRef(null);
-    const look = () => {
-        const at = wanted.current ? all.findIndex((item, i) => keyOf(item, i) === wanted.current.key) : -1;
-        if (at >= 0) {
-            list.current.children[at]?.querySelector(`[data-does="${wanted.current.does}"]`)?.focus();
-            wanted.current = null;
+    const [wanted, setWanted] = useState(null);
+    useEffect(() => {
+        const { key, position, count, does } = wanted ?? {};
+        const at = key !== undefined ? keys.indexOf(key)
+            : keys.length === count ? Math.min(position, count - 1) : -1;
+        const button = list.current.children[at]?.querySelector(`[data-does="${does}"]`);
+        if (button) {
+            button.focus();
+            setWanted(null);
         }
-    };
-    useEffect(look, [all]);
-    const wantFocus = (what, count) => {
-        wanted.current = focusAfter(what, count);
-        look();
-    };
-    return { list, wantFocus };
+    }, [wanted, keys.join()]);
+    return { list, wantFocus: setWanted };
 }
 
 /** Insert by name in maps, at the end in arrays. Without a name the instrument makes one. */
@@ -75,11 +76,12 @@ export function Container({ node, items, edit, busy, refusal, labelledBy, open }
     const canEdit = isOpen && node.dynamic;
     const keyOf = ({ name, path }, position) => (isMap ? name ?? path.slice(path.lastIndexOf('[') + 1, -1)
         : String(position));
-    const { list, wantFocus } = useFocusAfter(all, keyOf);
+    const keys = all.map(keyOf);
+    const { list, wantFocus } = useFocusAfter(keys);
     const send = async (what) => {
         const isTaken = await writing.send(what);
         if (isTaken) {
-            wantFocus(what, all.length);
+            wantFocus(focusAfter(what, keys));
         }
         return isTaken;
     };
@@ -87,9 +89,9 @@ export function Container({ node, items, edit, busy, refusal, labelledBy, open }
         <p class="control-hint">${texts.itemCount(all.length, node.maximumCount, node.dynamic)}</p>
         <ol class="items" ref=${list} aria-labelledby=${labelledBy ?? ids.label}>
             ${all.slice(0, most).map((item, position) => html`<${ContainerItem} key=${item.path}
-                itemKey=${keyOf(item, position)} position=${position} count=${all.length}
-                isActive=${node.active === keyOf(item, position)}
-                ...${{ item, isMap, isOpen, canEdit, send, open, ids }} />`)}
+                itemKey=${keys[position]} position=${position} count=${all.length}
+                isActive=${node.active === keys[position]}
+                ...${{ item, isMap, isOpen, canEdit, send, open, ids, wantFocus }} />`)}
         </ol>
         ${all.length > most && html`<button type="button" class="button"
             onClick=${() => setMost(most + kAtOnce)}>${texts.showMore(all.length - most)}</button>`}

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 import { html } from 'htm/preact';
-import { useEffect, useRef, useState } from 'preact/hooks';
+import { useLayoutEffect, useRef, useState } from 'preact/hooks';
 import { controls as texts } from '../texts/controls.js';
 
 /** The name of an item while it is changed. Enter keeps it, Escape does not. */
-function Rename({ name, send, onEnd, ids }) {
+function Rename({ name, send, onKept, onEnd, ids }) {
     const [typed, setTyped] = useState(name);
     const field = useRef(null);
-    useEffect(() => field.current.select(), []);
+    useLayoutEffect(() => field.current.select(), []); // before the next key can come
     const keep = async (event) => {
         event.preventDefault();
         if (await send({ do: 'rename', key: name, to: typed })) {
-            onEnd();
+            onKept();
         } else {
             field.current?.focus();
         }
@@ -33,10 +33,14 @@ function Rename({ name, send, onEnd, ids }) {
 
 /** One item with what can be done to it. `itemKey` is what the service calls it by. */
 export function ContainerItem({
-    item, itemKey, position, count, isActive, isMap, isOpen, canEdit, send, open, ids,
+    item, itemKey, position, count, isActive, isMap, isOpen, canEdit, send, open, ids, wantFocus,
 }) {
     const [isRenaming, setRenaming] = useState(false);
     const shown = isMap ? itemKey : texts.itemAt(itemKey);
+    const end = () => {
+        wantFocus({ key: itemKey, does: 'rename' });
+        setRenaming(false);
+    };
     const button = (does, text, label, what, isPossible = true) => html`<button type="button"
         class="button" data-does=${does} aria-label=${label} aria-disabled=${!isPossible}
         onClick=${() => isPossible && send(what)}>${text}</button>`;
@@ -44,14 +48,14 @@ export function ContainerItem({
         { do: 'move', key: itemKey, to: String(to) }, to >= 0 && to < count);
     if (isRenaming) {
         return html`<li class="item"><${Rename} name=${itemKey} send=${send}
-            onEnd=${() => setRenaming(false)} ids=${ids} /></li>`;
+            onKept=${() => setRenaming(false)} onEnd=${end} ids=${ids} /></li>`;
     }
     return html`<li class=${isActive ? 'item is-active' : 'item'}>
         <span class="item-name">${open ? html`<a href=${open(item.path)}>${shown}</a>` : shown}
             ${isActive && html` <span class="item-active">${texts.active}</span>`}</span>
         <span class="item-tools">
-            ${isOpen && !isActive && button('activate', texts.activate, texts.activateOf(shown),
-                { do: 'activate', key: itemKey })}
+            ${isOpen && button('activate', texts.activate, texts.activateOf(shown),
+                { do: 'activate', key: itemKey }, !isActive)}
             ${canEdit && !isMap && move('up', position - 1, '↑', texts.moveUp(shown))}
             ${canEdit && !isMap && move('down', position + 1, '↓', texts.moveDown(shown))}
             ${canEdit && isMap && html`<button type="button" class="button" data-does="rename"
