@@ -17,7 +17,7 @@ show_panel() {
     "$scripts/setup.sh"
     KWI_CMAKE_ARGS="-DKWI_BUILD_SERVICE=ON" "$scripts/build.sh" release zelhost
     echo "run: the panel is at the address that begins with http; Ctrl-C ends it"
-    exec "$root/build/release/service/zelhost" --settings "$settings" --demonstration "$@" </dev/null
+    exec "$root/build/release/service/zelhost" --settings "$settings" --demo "$@" </dev/null
 }
 
 if [ "${1:-}" = --panel ]; then

@@ -5,6 +5,7 @@ import assert from 'node:assert/strict';
 import { mkdirSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import path from 'node:path';
+import { setTimeout as pause } from 'node:timers/promises';
 import { ROOT } from './host.mjs';
 
 const PICTURES = path.join(ROOT, 'build/panel/pictures');
@@ -19,6 +20,27 @@ export function startBrowser() {
         executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
         args: process.getuid() === 0 ? ['--no-sandbox'] : [],
     });
+}
+
+/** The address of a node, behind that of the panel. */
+export function pageOf(place) {
+    return `#/p/${encodeURIComponent(place).replaceAll('%2F', '/').replaceAll('%5B', '[')
+        .replaceAll('%5D', ']')}`;
+}
+
+/** Tries assertions again until they hold, for some seconds. */
+export async function until(assertions, seconds = 8) {
+    const last = performance.now() + seconds * 1000;
+    for (;;) {
+        try {
+            return await assertions();
+        } catch (error) {
+            if (performance.now() > last) {
+                throw error;
+            }
+            await pause(30);
+        }
+    }
 }
 
 /** A user at a window: what goes wrong in it is kept and asserted at the end. */

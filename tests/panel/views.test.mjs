@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+// Each view as it looks: pictures in build/panel/pictures, and what can be judged without eyes.
+
+import assert from 'node:assert/strict';
+import { readFile } from 'node:fs/promises';
+import { after, before, test } from 'node:test';
+import { inWindow, need, pageOf, startBrowser } from './browser.mjs';
+import { Host } from './host.mjs';
+
+const WIDTHS = [320, 768, 1440];
+const LABELS = 'SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem';
+
+const openTree = async (page) => {
+    if (page.viewportSize().width >= 768) {
+        await page.getByRole('treeitem').first().waitFor();
+    }
+};
+const writeScale = (text) => async (page) => {
+    const field = page.getByRole('main').getByRole('spinbutton', { name: 'Scale' });
+    await field.fill(text);
+    await field.press('Enter');
+};
+
+/** Name, address, and what is done there before one looks. */
+const VIEWS = [
+    ['overview', '', openTree],
+    ['group', pageOf('Horizontal'), openTree],
+    ['number', pageOf('Horizontal/Scale'), async (page) => {
+        await page.getByText('What it moves and follows').click();
+        await page.getByText('CalculateScaleGui').first().waitFor();
+    }],
+    ['number-written', pageOf('Horizontal/Scale'), async (page) => {
+        await writeScale('2 ms')(page);
+        await page.getByText('AcquisitionTime').last().waitFor();
+    }],
+    ['number-refused', pageOf('Horizontal/Scale'), async (page) => {
+        await writeScale('1e99')(page);
+        await page.getByRole('alert').filter({ hasText: 'Refused' }).waitFor();
+    }],
+    ['trial', pageOf('Horizontal/Scale'), async (page) => {
+        const trial = page.getByRole('region', { name: 'What would move?' });
+        await trial.getByRole('textbox').fill('1');
+        await trial.getByRole('button', { name: 'Try it' }).click();
+        await trial.getByText(/would move/).last().waitFor();
+    }],
+    ['selection', pageOf('Trigger/Type'), async (page) => {
+        await page.locator('.main-control').getByRole('button').first().click();
+        await page.getByRole('option', { name: /^Bus/ }).click({ force: true });
+    }],
+    ['bits', pageOf('Trigger/SerialPatternTriggerSettings/Pattern'), async () => {}],
+    ['bytes', pageOf('Setup/BgDetection/ServiceI2CAccess/WriteData'), async () => {}],
+    ['text', pageOf('Vertical/Channel[0]/Label'), async () => {}],
+    ['file', pageOf('SaveRecall/File'), async () => {}],
+    ['reference', pageOf('Spectrum/SpectrumMarkers/SelectedMarker'), async () => {}],
+    ['result-invalid', pageOf('Setup/BgDetection/Mainboard/Temperature'), async () => {}],
+    ['unavailable', pageOf('Setup/EthernetGateway'), async () => {}],
+    ['action', pageOf('Setup/Selftest/Start'), async () => {}],
+    ['array', pageOf('Spectrum/SpectrumMarkers/SpectrumMarker'), async () => {}],
+    ['map', pageOf(LABELS), async () => {}],
+    ['channel', pageOf('Vertical/Channel[0]'), async () => {}],
+    ['missing', pageOf('Vertical/None'), async () => {}],
+    ['search', '', async (page) => {
+        await page.getByRole('searchbox').fill('scale');
+        await page.getByRole('region', { name: 'Found' }).getByRole('link').first().waitFor();
+    }],
+    ['favourites', pageOf('Horizontal/Scale'), async (page) => {
+        await page.getByRole('main').getByRole('button', { name: /favourite/ }).click();
+        await page.getByRole('link', { name: 'Favourites' }).click();
+        await page.getByRole('main').getByRole('listitem').first().waitFor();
+    }],
+    ['history', pageOf('Horizontal/Scale'), async (page) => {
+        await writeScale('5 ms')(page);
+        await page.getByRole('link', { name: 'History' }).click();
+        await page.getByText('You wrote Scale').waitFor();
+    }],
+];
+
+let axe;
+let browser;
+let host;
+
+before(async () => {
+    [browser, host, axe] = await Promise.all([startBrowser(), Host.start('--demo'),
+        readFile(need.resolve('axe-core/axe.min.js'), 'utf8')]);
+    for (const key of ['Engine', 'Gear']) {
+        await host.ask('/items', { path: LABELS, do: 'insert', key });
+        await host.ask('/items', { path: 'Spectrum/SpectrumMarkers/SpectrumMarker', do: 'insert' });
+    }
+});
+
+after(async () => {
+    await Promise.all([browser?.close(), host?.end()]);
+});
+
+async function findings(page) {
+    await page.evaluate(axe);
+    const { violations } = await page.evaluate(() => globalThis.axe.run({ preload: false }));
+    return violations.flatMap(({ id, help, nodes }) =>
+        nodes.map(({ html }) => `${id}: ${help}: ${html.slice(0, 200)}`));
+}
+
+/** Elements that reach beyond the right edge of the screen. */
+function wide(page) {
+    return page.evaluate(() => {
+        const { clientWidth, scrollWidth } = document.documentElement;
+        return scrollWidth <= clientWidth ? [] : [...document.querySelectorAll('body *')]
+            .filter((node) => node.getBoundingClientRect().right > clientWidth + 1)
+            .map((node) => `wider than the screen: ${node.outerHTML.slice(0, 120)}`).slice(-3);
+    });
+}
+
+for (const [name, place, prepare] of VIEWS) {
+    test(`${name}: somebody can not read or reach something`, async () => {
+        const wrong = [];
+        for (const scheme of ['light', 'dark']) {
+            await host.ask('/preset', {});
+            await inWindow(browser, host, { place, scheme, width: WIDTHS.at(-1) }, async (page, window) => {
+                await page.getByRole('main').getByRole('heading', { level: 2 }).waitFor();
+                await prepare(page);
+                for (const width of WIDTHS) {
+                    await page.setViewportSize({ width, height: 900 });
+                    await window.keep(`${name}-${width}-${scheme}`);
+                    wrong.push(...(await wide(page)).map((what) => `${width}: ${what}`));
+                    if (width !== 768) {
+                        wrong.push(...(await findings(page)).map((what) => `${width} ${scheme}: ${what}`));
+                    }
+                }
+            });
+        }
+        assert.deepEqual(wrong, []);
+    });
+}
