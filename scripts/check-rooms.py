@@ -19,6 +19,7 @@ ROOMS = {
     "src": "rules",
     "ifc": "ifc",
     "tools": "tools",
+    "tools/shared": "shared",
     "service": "service",
     "qt": "adapter",
     "python": "python",
@@ -47,8 +48,9 @@ MAY_INCLUDE = {
     "name tables": {"frame", "ifc", "ifc of the frame"},
     "ifc": {"ifc", "ifc basics", "ifc of the frame"},
     "all enumerations": {"ifc", "ifc of the frame"},
-    "tools": {"tools", "ifc", "ifc basics", "ifc of the frame"},
-    "service": {"service", "ifc", "ifc basics", "ifc of the frame"},
+    "shared": {"shared", "ifc", "ifc basics", "ifc of the frame"},
+    "tools": {"tools", "shared", "ifc", "ifc basics", "ifc of the frame"},
+    "service": {"service", "shared", "ifc", "ifc basics", "ifc of the frame"},
     "adapter": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
     "adapter tests": {"adapter", "ifc", "ifc basics", "ifc of the frame"},
     "python": {"python", "ifc", "ifc basics", "ifc of the frame", "all enumerations"},
@@ -119,7 +121,7 @@ CIRCLES_IN = ("support/", "database/", "src/", "ifc/", "generated/")
 
 # Where the compiler looks for quoted names, after the folder of the including file.
 SEARCH = ("ifc", "support", "database", "src", "tests", "generated/ifc", "generated/src",
-          "tools/zelctl", "service", "qt", "python/src", "generated/python")
+          "tools/zelctl", "tools/shared", "service", "qt", "python/src", "generated/python")
 
 # Libraries: Qt headers without a folder, the standard library in lower case without ".h".
 STANDARD = re.compile(r"(Q[A-Za-z]+|[a-z_]+)$")
@@ -131,6 +133,7 @@ FURTHER_LIBRARIES = {
     "ifc": None,
     "all enumerations": None,
     "tools": r"CLI/.*|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
+    "shared": None,
     "client": None,
     "test basics": None,
     "service": r"boost/.*|CLI/.*|(sys/|netinet/)?[a-z]+\.h",
