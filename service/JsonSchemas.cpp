@@ -194,7 +194,8 @@ constexpr char kSchemaSettings[] =
     R"("properties":{"settings":)" KW_TEXT "}}";
 constexpr char kSchemaSettingsFile[] =
     R"({"type":"object","required":["settings","format"],"properties":{"settings":)" KW_TEXT
-    R"(,"format":{"enum":["xml","csv"]}}})";
+    R"(,"format":{"enum":["xml","csv"]},"text":{"type":"string",)"
+    R"("description":"Names the step for undo; Recall where it is left out"}}})";
 constexpr char kSchemaDescription[] = R"({"type":"object","required":["openapi","paths"]})";
 
 struct t_Schema

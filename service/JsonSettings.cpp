@@ -3,6 +3,7 @@
 
 #include "JsonNodes.h"
 #include "JsonService.h"
+#include "KWBrackets.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -77,7 +78,21 @@ t_JsonAnswer CJsonService::PutSettings(const t_Call& call) const
     {
         return WrongFormat();
     }
-    return AnswerCode(file.Write(call.body[QStringLiteral("settings")].toString().toUtf8())
-                          ? m_root->Recall(file.GetName())
-                          : static_cast<KW_ACCEPTANCE>(eKW_ACC_FILE_NOT_WRITABLE));
+    if (!file.Write(call.body[QStringLiteral("settings")].toString().toUtf8()))
+    {
+        return AnswerCode(eKW_ACC_FILE_NOT_WRITABLE);
+    }
+    const QString text = call.body[QStringLiteral("text")].toString();
+    if (text.isEmpty())
+    {
+        return AnswerCode(m_root->Recall(file.GetName()));
+    }
+    CKWTransaction step(m_root, text);
+    const KW_ACCEPTANCE code = m_root->Recall(file.GetName());
+    if (!KW_IsAccepted(code))
+    {
+        return AnswerCode(code);
+    }
+    const KW_ACCEPTANCE kept = step.Commit();
+    return AnswerCode(KW_IsAccepted(kept) ? code : kept);
 }
