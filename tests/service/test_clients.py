@@ -101,7 +101,7 @@ class ClientsTest(unittest.TestCase):
                                            env=environment, timeout=60)
                     self.assertEqual(shown.stdout, answers, command)
                     commands += 1
-        self.assertEqual(commands, 7)
+        self.assertEqual(commands, 8)
 
     @unittest.skipUnless(shutil.which("lxi"), "needs lxi-tools")
     def test_lxi_tools_read_other_answers(self) -> None:

@@ -251,6 +251,12 @@ struct t_SameOptions
         const auto property = session.FindProperty(ToText(path));
         const QString written = ToText(unit.empty() ? value : value + ' ' + unit);
         t_ShownValue wanted = GetShownValue(*property);
+        if (wanted.secret && session.IsConnected())
+        {
+            throw CFailure(eSTATUS_REFUSED,
+                           QStringLiteral("%1 can not be compared: a service tells nobody a secret")
+                               .arg(property->GetPath()));
+        }
         const QString present = ShowValue(wanted, false);
         wanted.text = ReadValue(*property, written);
         const QString shown = ShowValue(wanted, false);

@@ -1,77 +1,159 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
-#include "NodeText.h"
+#include "Interrupt.h"
 #include "Snapshot.h"
+#include "WebSocket.h"
 
 #include <QJsonArray>
-#include <chrono>
-#include <thread>
+#include <optional>
 
 namespace
 {
 constexpr char kWatchFooter[] =
-    "Shows what changes at and below the nodes, as \"--trace\" does, until it is ended. Of a "
-    "setting\n"
-    "that changes twice between two looks the last value is shown.\n"
+    "Shows what changes at and below the nodes, as \"--trace\" does, until it is interrupted. Of\n"
+    "what changes twice within a twentieth of a second the last value is shown. When the service "
+    "is\n"
+    "lost, it is awaited; what has changed meanwhile is shown when it answers again.\n"
     "\n"
     "Example:\n"
     "  zelctl --connect localhost watch Meter Trigger/State";
+
+/** Watches some nodes of a living tree. The service tells that something has changed, the tree what
+    it is: so a connection that was lost, and a service that was started again, are no other case
+    than a change. */
+class CWatch
+{
+public:
+    /** Fails where no service answers. */
+    CWatch(CSession& session, QStringList paths);
+    /** Waits for changes and shows them; gives their number. */
+    int ShowNext();
+
+private:
+    /** Whether a message has come; none has where something else did, or an interrupt. */
+    bool HasNews();
+    void Resume();
+    int Look();
+    CSnapshot TakeStates();
+    /** Something about the watching itself. */
+    void Tell(const char* field, const QString& text);
+
+    CSession& m_session;
+    const QStringList m_paths;
+    std::optional<CWebSocket> m_changes; ///< none while the service is lost
+    CSnapshot m_known;
+};
 
 struct t_WatchOptions
 {
     std::vector<std::string> paths;
     int count = 0;
-    int milliseconds = 100;
 
     void Declare(CLI::App& command)
     {
         command.add_option("path", paths, "Properties, or groups with all that is below them")
             ->required();
-        command.add_option("-n,--count", count, "End after this many changes; 0 for none");
-        command.add_option("--every", milliseconds, "Milliseconds between two looks")
-            ->check(CLI::Range(10, 60000))
-            ->capture_default_str();
+        command.add_option("-n,--count", count,
+                           "End when so many changes have come, or more at once; 0 for never");
     }
 
     t_Answer Run(CSession& session) const;
-
-private:
-    static int Look(CSession& session, const std::vector<QString>& wanted, CSnapshot& known);
-    static CSnapshot TakeStates(CSession& session, const std::vector<QString>& wanted);
 };
 
-CSnapshot t_WatchOptions::TakeStates(CSession& session, const std::vector<QString>& wanted)
+CWatch::CWatch(CSession& session, QStringList paths)
+    : m_session(session), m_paths(std::move(paths)), m_changes(session.Follow(m_paths))
+{
+    m_session.Refresh();
+    m_known = TakeStates();
+}
+
+CSnapshot CWatch::TakeStates()
 {
     CSnapshot states;
-    for (const QString& path : wanted)
+    for (const QString& path : m_paths)
     {
-        const auto node = session.Find(path);
-        auto* const group = dynamic_cast<IDbGroup*>(node.get());
-        states.Add(TakeState(*node));
-        if (group != nullptr)
+        // An item may be gone, and come again.
+        if (const auto node = m_session.GetTree().Find(path))
         {
-            states.AddAllBelow(*group);
+            states.Add(TakeState(*node));
+            if (auto* const group = dynamic_cast<IDbGroup*>(node.get()))
+            {
+                states.AddAllBelow(*group);
+            }
         }
     }
     return states;
 }
 
-/** How many changes there were since the last look. */
-int t_WatchOptions::Look(CSession& session, const std::vector<QString>& wanted, CSnapshot& known)
+int CWatch::Look()
 {
-    session.Refresh();
-    CSnapshot now = TakeStates(session, wanted);
-    const std::vector<t_Change> changes = Compare(known, now);
+    m_session.Refresh();
+    CSnapshot now = TakeStates();
+    const std::vector<t_Change> changes = Compare(m_known, now);
     for (const t_Change& change : changes)
     {
-        CReply reply(session, QStringLiteral("watch"));
-        reply.Line(ShowChange(change, session.GetStyle().exact))
+        CReply reply(m_session, QStringLiteral("watch"));
+        reply.Line(ShowChange(change, m_session.GetStyle().exact))
             .Field("changes", QJsonArray{ToJson(change)})
             .Send();
     }
-    session.GetOutput().Finish();
-    known = std::move(now);
+    m_session.GetOutput().Finish();
+    m_known = std::move(now);
     return static_cast<int>(changes.size());
+}
+
+bool CWatch::HasNews()
+{
+    // The service asks twice a minute whether somebody is there; a line that is dead is not waited
+    // for without end.
+    constexpr int kPatience = 60000;
+    if (!m_changes->HasBegun() && !CInterruptGuard::WaitFor(m_changes->Descriptor(), kPatience) &&
+        CInterruptGuard::IsInterrupted())
+    {
+        return false;
+    }
+    return m_changes->Take().has_value();
+}
+
+void CWatch::Resume()
+{
+    m_changes.emplace(m_session.Follow(m_paths));
+    Tell("resumed", QStringLiteral("the service answers again"));
+}
+
+void CWatch::Tell(const char* field, const QString& text)
+{
+    if (m_session.GetStyle().json)
+    {
+        CReply(m_session, QStringLiteral("watch")).Field(field, text).Send();
+        m_session.GetOutput().Finish();
+        return;
+    }
+    m_session.GetOutput().Problem(QStringLiteral("zelctl: ") + text);
+}
+
+int CWatch::ShowNext()
+{
+    constexpr int kPause = 500; // milliseconds
+    try
+    {
+        if (m_changes)
+        {
+            return HasNews() ? Look() : 0;
+        }
+        Resume();
+        return Look();
+    }
+    catch (const CLostService& lost)
+    {
+        if (m_changes)
+        {
+            Tell("lost", lost.GetText() + QStringLiteral("; waiting for it"));
+        }
+        m_changes.reset();
+        CInterruptGuard::WaitFor(-1, kPause);
+        return 0;
+    }
 }
 
 t_Answer t_WatchOptions::Run(CSession& session) const
@@ -81,16 +163,17 @@ t_Answer t_WatchOptions::Run(CSession& session) const
         throw CFailure(eSTATUS_USAGE, QStringLiteral("a private tree has nobody else to watch; "
                                                      "\"--connect HOST\" reaches a living one"));
     }
-    std::vector<QString> wanted;
+    QStringList wanted;
     for (const std::string& path : paths)
     {
-        wanted.push_back(session.Find(ToText(path))->GetPath());
+        wanted.append(session.Find(ToText(path))->GetPath());
     }
-    CSnapshot known = TakeStates(session, wanted);
-    for (int shown = 0; (count <= 0 || shown < count) && !session.GetOutput().IsClosed();)
+    const CInterruptGuard guard;
+    CWatch watch(session, wanted);
+    for (int shown = 0; (count <= 0 || shown < count) && !session.GetOutput().IsClosed() &&
+                        !CInterruptGuard::IsInterrupted();)
     {
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-        shown += Look(session, wanted, known);
+        shown += watch.ShowNext();
     }
     return {};
 }

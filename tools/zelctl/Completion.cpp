@@ -296,21 +296,20 @@ t_Completion Complete(CSession& session, const QString& line, CCommandLine::ePLA
     t_Completion completion;
     completion.begin = static_cast<int>(line.lastIndexOf(QLatin1Char(' '))) + 1;
     const QString word = line.mid(completion.begin);
-    std::vector<std::string> words;
     try
     {
-        words = SplitWords(line.left(completion.begin));
+        const auto words = SplitWords(line.left(completion.begin));
+        for (const QString& candidate : GetCandidates(session, words, word, place))
+        {
+            if (candidate.startsWith(word, Qt::CaseInsensitive))
+            {
+                completion.candidates.append(candidate);
+            }
+        }
     }
     catch (const CFailure&)
     {
-        return completion;
-    }
-    for (const QString& candidate : GetCandidates(session, words, word, place))
-    {
-        if (candidate.startsWith(word, Qt::CaseInsensitive))
-        {
-            completion.candidates.append(candidate);
-        }
+        // An open quote, or a living tree that is lost: there is nothing to complete.
     }
     return completion;
 }

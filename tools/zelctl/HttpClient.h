@@ -2,6 +2,7 @@
 #pragma once
 
 #include "OrderedJson.h"
+#include "WebSocket.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -16,17 +17,22 @@ public:
      */
     CHttpClient(const QString& place, QByteArray token);
 
-    /** The document that answers; fails where none comes, or the service refuses to answer. What
-        the tree refuses is a document with a code. */
+    /** The document that answers; fails where none comes (CLostService), or the service refuses to
+        answer. What the tree refuses is a document with a code. */
     ///@{
     COrderedJson Get(const QByteArray& target) const;
     COrderedJson Post(const char* target, const QJsonObject& body = {}) const;
     ///@}
+    /** Goes on as a WebSocket; fails as they do. */
+    CWebSocket Open(const QByteArray& target) const;
 
 private:
+    CSocket Connect() const { return {m_host, m_port}; }
+    /** The head of a request, to which further lines may be added. */
+    QByteArray HeadOf(const QByteArray& method, const QByteArray& target) const;
     COrderedJson Ask(const QByteArray& method, const QByteArray& target,
                      const QByteArray& body) const;
-    QByteArray Exchange(const QByteArray& request) const;
+    COrderedJson Read(const CSocket& socket, const QByteArray& answer) const;
 
     QByteArray m_host;
     QByteArray m_port;

@@ -16,7 +16,9 @@ namespace
 constexpr char kLabelLoadFooter[] =
     "Replaces the labels of the bus by those of the file, as one step for undo. What the settings\n"
     "have no room for is reported and left out (status 1). Without --bus it is the bus that the\n"
-    "file is of.\n"
+    "file is of. On a living tree it is a recall of these settings alone: results are invalid "
+    "until\n"
+    "they are measured again.\n"
     "\n"
     "Examples:\n"
     "  zelctl --save my.xml labels load examples/labels/vehicle.dbc --bus CAN\n"
@@ -86,7 +88,7 @@ struct t_LabelLoadOptions
         const KW_ACCEPTANCE code = KW_PutLabels(*labels, list, reports);
         findings.Require(code, ToText(file), reports);
         const QString path = labels->GetDbObject()->GetPath();
-        Require(copy.Keep(path), path);
+        Require(copy.Keep(path, QStringLiteral("Load labels")), path);
         CReply reply(session, QStringLiteral("labels load"));
         reply.Line(QStringLiteral("loaded %1: %2 → %3").arg(ToText(file), GetSizeText(list), path))
             .Field("file", ToText(file))

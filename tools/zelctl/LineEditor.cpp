@@ -2,17 +2,14 @@
 #include "LineEditor.h"
 
 #include "Completion.h"
+#include "Interrupt.h"
 #include "Secrets.h"
 
 #include <QDir>
-#include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cwchar>
-#include <fcntl.h>
 #include <iostream>
-#include <poll.h>
 #include <string>
 #include <unistd.h>
 
@@ -28,61 +25,6 @@ bool CLineEditor::IsTerminal()
 namespace
 {
 constexpr char kPrompt[] = "zel> ";
-
-volatile std::sig_atomic_t s_interrupted = 0;
-/** What waits for input sees an interrupt here even when it came just before the waiting. */
-std::array<int, 2> s_wake{-1, -1};
-
-void NoteInterrupt(int /*signal*/)
-{
-    s_interrupted = 1;
-    const int before = errno;
-    [[maybe_unused]] const auto written = write(s_wake[1], "", 1);
-    errno = before;
-}
-
-/** While it lives, an interrupt ends the reading of a line instead of the program. */
-class CInterruptGuard
-{
-public:
-    CInterruptGuard()
-    {
-        s_interrupted = 0;
-        if (pipe2(s_wake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        {
-            s_wake = {-1, -1}; // an interrupt then waits for the next key
-        }
-        struct sigaction action
-        {
-        };
-        action.sa_handler = NoteInterrupt;
-        sigaction(SIGINT, &action, &m_before);
-    }
-    ~CInterruptGuard()
-    {
-        sigaction(SIGINT, &m_before, nullptr);
-        close(s_wake[0]);
-        close(s_wake[1]);
-    }
-    CInterruptGuard(const CInterruptGuard&) = delete;
-    CInterruptGuard& operator=(const CInterruptGuard&) = delete;
-
-    static bool IsInterrupted() { return s_interrupted != 0; }
-    /** Waits for input; false when an interrupt came instead. */
-    static bool WaitForInput()
-    {
-        std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {s_wake[0], POLLIN, 0}}};
-        while (!IsInterrupted() && poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
-        {
-        }
-        return !IsInterrupted();
-    }
-
-private:
-    struct sigaction m_before
-    {
-    };
-};
 
 std::optional<QByteArray> ReadPlainLine()
 {
@@ -114,12 +56,13 @@ std::optional<QByteArray> ReadPlainLine()
 
 struct CLineEditor::t_State
 {
-    explicit t_State(CSession& owner) : session(owner) {}
+    explicit t_State(CSession& owner) : session(owner), keepable(owner) {}
 
     CSession& session;
     History* history = nullptr;
     EditLine* editor = nullptr;
     QByteArray historyFile;
+    CKeepable keepable;
 
     void LoadHistory();
     void Remember(const QByteArray& line);
@@ -161,7 +104,7 @@ int ReadCharacter(EditLine* /*editor*/, wchar_t* character)
     constexpr auto kIncomplete = static_cast<std::size_t>(-2);
     constexpr auto kInvalid = static_cast<std::size_t>(-1);
     std::mbstate_t state{};
-    while (CInterruptGuard::WaitForInput())
+    while (CInterruptGuard::WaitFor(STDIN_FILENO))
     {
         char byte = 0;
         const auto count = read(STDIN_FILENO, &byte, 1);
@@ -308,7 +251,7 @@ std::optional<QByteArray> CLineEditor::Read()
         return std::nullopt;
     }
     const QByteArray line = QByteArray(read, length).trimmed();
-    if (!line.isEmpty() && MayBeKept(m_state->session, QString::fromUtf8(line)))
+    if (!line.isEmpty() && m_state->keepable.MayBeKept(QString::fromUtf8(line)))
     {
         m_state->Remember(line);
     }

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QSaveFile>
 #include <QTemporaryFile>
 #include <QUrl>
@@ -236,6 +237,27 @@ KW_ACCEPTANCE CLivingTree::Act(const char* target, const QJsonObject& body)
     return CodeOf(answer);
 }
 
+CWebSocket CLivingTree::Follow(const QStringList& paths) const
+{
+    CWebSocket changes = m_client.Open("/changes");
+    changes.Send(
+        QJsonDocument(QJsonObject{{QStringLiteral("subscribe"), QJsonArray::fromStringList(paths)}})
+            .toJson(QJsonDocument::Compact));
+    std::optional<QByteArray> answer;
+    while (!answer)
+    {
+        answer = changes.Take();
+    }
+    const auto standing = COrderedJson::Parse(*answer);
+    if (!standing || !standing->Has("subscribed"))
+    {
+        throw CFailure(eSTATUS_USAGE,
+                       QStringLiteral("the service tells of no changes: %1")
+                           .arg(standing ? (*standing)["detail"].GetText() : QString()));
+    }
+    return changes;
+}
+
 void CLivingTree::StartTransaction(const QString& text)
 {
     m_step = t_Step{text, {}, {}};
@@ -366,7 +388,7 @@ std::shared_ptr<IKWFunctionRootBase> CLivingTree::MakeCopy()
     return m_private;
 }
 
-KW_ACCEPTANCE CLivingTree::TakeFromCopy(const QString& path)
+KW_ACCEPTANCE CLivingTree::TakeFromCopy(const QString& path, const QString& text)
 {
     QTemporaryFile file;
     const KW_ACCEPTANCE code = file.open() ? GetPrivate().Save(file.fileName())
@@ -379,5 +401,6 @@ KW_ACCEPTANCE CLivingTree::TakeFromCopy(const QString& path)
     const QString branch =
         saved.open(QIODevice::ReadOnly) ? GetBranch(saved.readAll(), path) : QString();
     return Act("/settings", {{QStringLiteral("settings"), branch},
-                             {QStringLiteral("format"), QStringLiteral("xml")}});
+                             {QStringLiteral("format"), QStringLiteral("xml")},
+                             {QStringLiteral("text"), text}});
 }

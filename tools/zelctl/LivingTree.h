@@ -42,12 +42,17 @@ public:
     /** Anything that can not be part of a step. */
     KW_ACCEPTANCE Act(const char* target, const QJsonObject& body = {});
 
+    /** A WebSocket at which something comes whenever a node, or something below it, has changed.
+        Fails where the service refuses. */
+    CWebSocket Follow(const QStringList& paths) const;
+
     std::shared_ptr<IDbObject> FindTwin(const QString& path);
     const CEnumNameInfo* FindNames(const QString& type, const QString& path);
     /** The tree of this process with the settings of the living one: for what is tried out. */
     std::shared_ptr<IKWFunctionRootBase> MakeCopy();
-    /** Recalls the settings that a group of the copy has; all others stay as they are. */
-    KW_ACCEPTANCE TakeFromCopy(const QString& path);
+    /** Recalls the settings that a group of the copy has, as a step that `text` names; all others
+       stay as they are. */
+    KW_ACCEPTANCE TakeFromCopy(const QString& path, const QString& text);
 
     bool HasChanged(long long& /*counter*/) const override { return true; }
     std::shared_ptr<IDbGroup> GetDbObject() const override;

@@ -59,9 +59,16 @@ QString WithoutSecrets(CSession& session, const QString& line)
     return end < 0 ? line : line.left(end) + QLatin1Char(' ') + KW_GetSecretText();
 }
 
-bool MayBeKept(CSession& session, const QString& line)
+bool CKeepable::MayBeKept(const QString& line)
 {
-    const QStringList secrets = GetSecretPaths(session.GetTree());
-    return GetEndOf(line, [&secrets](const QString& word)
-                    { return !GetNearestNames(word, secrets).isEmpty(); }) < 0;
+    try
+    {
+        m_secrets = m_secrets.isEmpty() ? GetSecretPaths(m_session.GetTree()) : m_secrets;
+    }
+    catch (const CFailure&)
+    {
+        return false;
+    }
+    return GetEndOf(line, [this](const QString& word)
+                    { return !GetNearestNames(word, m_secrets).isEmpty(); }) < 0;
 }

@@ -82,6 +82,11 @@ void CSession::Connect(const QString& place, const QString& tokenFile)
     Enter(m_living);
 }
 
+CWebSocket CSession::Follow(const QStringList& paths) const
+{
+    return m_living->Follow(paths);
+}
+
 void CSession::Refresh()
 {
     if (m_living)
@@ -98,9 +103,9 @@ CSession::CTrial::CTrial(CSession& session) : m_session(session), m_root(session
     }
 }
 
-KW_ACCEPTANCE CSession::CTrial::Keep(const QString& path) const
+KW_ACCEPTANCE CSession::CTrial::Keep(const QString& path, const QString& text) const
 {
-    return m_session.m_living ? m_session.m_living->TakeFromCopy(path)
+    return m_session.m_living ? m_session.m_living->TakeFromCopy(path, text)
                               : static_cast<KW_ACCEPTANCE>(eKW_ACC_OK);
 }
 

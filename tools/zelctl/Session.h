@@ -28,6 +28,7 @@ struct t_Answer
 class CCommandLines;
 class CLivingTree;
 class CTreeWatch;
+class CWebSocket;
 
 /** The tree and everything else that commands of one process share. */
 class CSession
@@ -43,6 +44,8 @@ public:
         holds the token that its service wants, if it does. Fails where none answers. */
     void Connect(const QString& place, const QString& tokenFile);
     bool IsConnected() const { return m_living != nullptr; }
+    /** A WebSocket at which the service tells when nodes, or something below them, have changed. */
+    CWebSocket Follow(const QStringList& paths) const;
     /** Others write in a living tree: what was read of it before may have changed. */
     void Refresh();
 
@@ -55,8 +58,9 @@ public:
         ~CTrial();
         CTrial(const CTrial&) = delete;
         CTrial& operator=(const CTrial&) = delete;
-        /** Carries the settings of a group of the copy over to the living tree, as one step. */
-        KW_ACCEPTANCE Keep(const QString& path) const;
+        /** Carries the settings of a group of the copy over to the living tree, as one step that
+            `text` names. */
+        KW_ACCEPTANCE Keep(const QString& path, const QString& text) const;
 
     private:
         CSession& m_session;

@@ -84,7 +84,8 @@ std::vector<t_Change> GetMissing(const CSnapshot& in, const CSnapshot& other, eC
             continue;
         }
         const QString parent = GetParentPath(node.path);
-        if (parent.isEmpty() || other.Find(parent) != nullptr)
+        // A snapshot may begin in the middle of the tree.
+        if (in.Find(parent) == nullptr || other.Find(parent) != nullptr)
         {
             missing.push_back(kind == eCHANGE::Added ? t_Change{kind, {}, node}
                                                      : t_Change{kind, node, {}});

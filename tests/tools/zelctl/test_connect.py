@@ -3,6 +3,7 @@
 
 import json
 import re
+import select
 import signal
 import socket
 import subprocess
@@ -11,6 +12,7 @@ import tempfile
 import threading
 import unittest
 from pathlib import Path
+from typing import TextIO
 
 LABELS = "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem"
 
@@ -86,12 +88,14 @@ set Setup/Wireless/WirelessClient/Passphrase "correct horse"
 set Setup/Wireless/WirelessClient/Passphrase "correct horse"
 """.format(long="x" * 200, labels=LABELS)
 
-# A recall of settings counts as a run of the acquisition, and undo calls it so.
+# Apart, as a recall of settings is the beginning of another run of the acquisition.
 LABELS_SCRIPT = """
 labels load {project}/examples/labels/vehicle.dbc --bus CAN
 labels save vehicle.csv --bus CAN
 tree {labels}
 labels load vehicle.csv --bus CAN
+undo
+undo
 """.format(project=Path(__file__).resolve().parents[3], labels=LABELS)
 
 # What no script goes on behind.
@@ -102,7 +106,8 @@ WRONG = ["get Nowhere", "get Vertical/Channel[9]/Scale", "get Vertical", "set Ho
 
 ZELHOST = sys.argv.pop(1)
 ZELCTL = sys.argv[1:]
-del sys.argv[1:]
+
+from test_shell import INTERRUPT, PROMPT, Terminal  # noqa: E402, which takes the rest of the words
 
 
 class ConnectTest(unittest.TestCase):
@@ -121,6 +126,21 @@ class ConnectTest(unittest.TestCase):
         self.addCleanup(end)
         host.stdout.readline()
         return host.stdout.readline().strip().rsplit("/", 1)[-1]
+
+    def answer(self, *texts: bytes) -> str:
+        """A service that answers each request so and hangs up."""
+        server = socket.create_server(("127.0.0.1", 0))
+        self.addCleanup(server.close)
+
+        def serve() -> None:
+            for text in texts:
+                client = server.accept()[0]
+                with client:
+                    client.recv(65536)
+                    client.sendall(text)
+
+        threading.Thread(target=serve, daemon=True).start()
+        return f"127.0.0.1:{server.getsockname()[1]}"
 
     def run_zelctl(self, place: str, *words: str, status: int = 0) -> str:
         shown = subprocess.run([*ZELCTL, "--connect", place, *words], text=True,
@@ -200,20 +220,7 @@ class ConnectTest(unittest.TestCase):
         self.assertEqual(shown, f"{labels}[Engine]/\n")
 
     def test_service_that_ends_or_is_none_is_not_told(self) -> None:
-        def answer(text: bytes) -> str:
-            """A service that answers one request so and hangs up."""
-            server = socket.create_server(("127.0.0.1", 0))
-            self.addCleanup(server.close)
-
-            def serve() -> None:
-                client = server.accept()[0]
-                with client:
-                    client.recv(65536)
-                    client.sendall(text)
-
-            threading.Thread(target=serve, daemon=True).start()
-            return f"127.0.0.1:{server.getsockname()[1]}"
-
+        answer = self.answer
         head = b"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n"
         for place, wanted in (
                 (answer(b""), "hung up"), (answer(b"SSH-2.0-x\r\n"), "no answer of the service"),
@@ -241,6 +248,42 @@ class ConnectTest(unittest.TestCase):
             self.serve(port=place.rsplit(":", 1)[-1])
             shown = shell.communicate("get Horizontal/Scale\n", timeout=60)[0]
         self.assertEqual(shown, "100 ns/div\n")
+
+    def test_terminal_does_less_on_a_living_tree_or_breaks_when_it_is_lost(self) -> None:
+        place = self.serve()
+        self.run_zelctl(place, "insert", LABELS, "Engine")
+        with tempfile.TemporaryDirectory() as home:
+            terminal = Terminal(self, home, "--connect", place)
+            terminal.type(f"get {LABELS}[\t")
+            terminal.wait_for("Engine]/")
+            terminal.type(INTERRUPT)
+            terminal.wait_for(PROMPT)
+            terminal.type('set Setup/Wireless/WirelessClient/Passphrase "correct horse"\n')
+            terminal.wait_for("→ •")
+            terminal.wait_for(PROMPT)
+            terminal.type("watch Horizontal/Scale\n")
+            terminal.wait_for("\n")
+            for i in range(100):
+                self.run_zelctl(place, "set", "Horizontal/Scale", "1ms" if i % 2 else "2ms")
+                if select.select([terminal.master], [], [], 0.2)[0]:
+                    break
+            terminal.wait_for("ms/div")
+            terminal.type(INTERRUPT)
+            terminal.wait_for(PROMPT)
+            self.hosts[-1].send_signal(signal.SIGTERM)
+            self.hosts[-1].wait(timeout=20)
+            terminal.type("get Horizontal/Sc\t")
+            terminal.type("ale\n")
+            terminal.wait_for("Connection refused")
+            terminal.wait_for(PROMPT)
+            self.serve(port=place.rsplit(":", 1)[-1])
+            terminal.type("get Horizontal/Sca\t\n")
+            terminal.wait_for("\n100 ns/div")
+            terminal.wait_for(PROMPT)
+            self.assertEqual(terminal.quit(), 0)
+            kept = (Path(home) / ".local/state/zelctl/history").read_text(encoding="utf-8")
+        self.assertIn("watch\\040Horizontal/Scale\n", kept)
+        self.assertNotIn("horse", kept)
 
     def test_refusal_is_taken_for_an_answer(self) -> None:
         place = self.serve()
@@ -272,16 +315,82 @@ class ConnectTest(unittest.TestCase):
                       self.run_zelctl(place, "set", "Horizontal/Scale", "1ms", status=1))
         self.assertIn("NO_WRITE_ACCESS", self.run_zelctl(place, "do", "Preset", status=1))
 
+    def watch(self, place: str, *words: str) -> subprocess.Popen:
+        """A watch that has shown its first change, which is one of Horizontal/Scale."""
+        watch = subprocess.Popen([*ZELCTL, "--connect", place, *words], text=True,
+                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+        def end() -> None:
+            watch.kill()
+            watch.communicate(timeout=20)
+
+        self.addCleanup(end)
+        # Nobody sees when it has begun: what comes before that is no change for it.
+        for i in range(100):
+            self.run_zelctl(place, *words[:words.index("watch")], "set", "Horizontal/Scale",
+                            "1ms" if i % 2 else "2ms")
+            if select.select([watch.stdout], [], [], 0.2)[0]:
+                break
+        return watch
+
+    def wait_for(self, stream: TextIO, piece: str) -> str:
+        """The next line that holds a piece of text."""
+        while piece not in (line := stream.readline()):
+            self.assertNotEqual(line, "", f"{piece} does not come")
+        return line
+
     def test_change_is_watched_for_ever_or_not_shown(self) -> None:
         place = self.serve()
-        watch = subprocess.Popen([*ZELCTL, "--connect", place, "watch", "--count", "1", "--every",
-                                  "20", "Horizontal/Scale"], text=True, stdout=subprocess.PIPE)
-        for i in range(100):
-            self.run_zelctl(place, "set", "Horizontal/Scale", "1ms" if i % 2 else "2ms")
-            if watch.poll() is not None:
-                break
+        watch = self.watch(place, "watch", "--count", "1", "Horizontal/Scale")
         shown = watch.communicate(timeout=20)[0]
         self.assertTrue(re.fullmatch(r"Horizontal/Scale: .* → [12] ms/div\n", shown), shown)
+        self.assertEqual(watch.returncode, 0)
+
+    def test_watch_ends_with_its_service_or_forgets_what_it_knew(self) -> None:
+        for style in ([], ["--json"]):
+            with self.subTest(style=style):
+                place = self.serve()
+                watch = self.watch(place, *style, "watch", "Horizontal/Scale", "Trigger")
+                self.run_zelctl(place, "set", "Horizontal/Scale", "5ms")
+                self.wait_for(watch.stdout, '"new":0.005' if style else "→ 5 ms/div")
+                self.hosts[-1].send_signal(signal.SIGTERM)
+                self.hosts[-1].wait(timeout=20)
+                told = watch.stdout if style else watch.stderr
+                self.wait_for(told, "hung up; waiting for it")
+                self.serve(port=place.rsplit(":", 1)[-1])
+                self.wait_for(told, "the service answers again")
+                self.wait_for(watch.stdout, '"new":1e-07' if style else "5 ms/div → 100 ns/div")
+                self.run_zelctl(place, "set", "Trigger/Type", "RUNT")
+                self.wait_for(watch.stdout, "RUNT")
+                watch.send_signal(signal.SIGINT)
+                self.assertEqual(watch.wait(timeout=20), 0)
+
+    def test_watch_ends_when_its_item_goes(self) -> None:
+        place = self.serve()
+        self.run_zelctl(place, "insert", LABELS, "Engine")
+        watch = self.watch(place, "watch", f"{LABELS}[Engine]", "Horizontal/Scale")
+        self.run_zelctl(place, "remove", LABELS, "Engine")
+        self.wait_for(watch.stdout, f"{LABELS}[Engine]: removed")
+        self.run_zelctl(place, "insert", LABELS, "Engine")
+        self.wait_for(watch.stdout, f"{LABELS}[Engine]: added")
+
+    def test_watch_needs_no_token_or_takes_any_answer(self) -> None:
+        with tempfile.TemporaryDirectory() as folder:
+            token = Path(folder) / "token"
+            token.touch(0o600)
+            token.write_text("0123456789abcdef\n")
+            place = self.serve("--token-file", str(token))
+            watch = self.watch(place, "--token-file", str(token), "watch", "--count", "1",
+                               "Horizontal/Scale")
+            self.assertIn("ms/div", watch.communicate(timeout=20)[0])
+        root = b'HTTP/1.1 200 OK\r\n\r\n{"path":"","kind":"group"}'
+        for answer in (b"HTTP/1.1 200 OK\r\n\r\n{}", b"SSH-2.0-x\r\n", b"",
+                       b"HTTP/1.1 101 Switching\r\nSec-WebSocket-Accept: x\r\n\r\n"):
+            with self.subTest(answer=answer):
+                self.assertIn("tells of no changes",
+                              self.run_zelctl(self.answer(root, root, answer), "watch", ".", status=2))
+        self.assertIn("living", subprocess.run([*ZELCTL, "watch", "."], text=True, timeout=60,
+                                               capture_output=True).stderr)
 
 
 if __name__ == "__main__":

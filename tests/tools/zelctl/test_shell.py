@@ -24,17 +24,17 @@ def take_terminal():
 
 
 class Terminal:
-    """A shell at the other end of a pseudo-terminal."""
+    """A shell at the other end of a pseudo-terminal, with options of the program."""
 
-    def __init__(self, test, home):
+    def __init__(self, test, home, *options):
         self.master, slave = pty.openpty()
         environment = {**os.environ, "HOME": home, "TERM": "vt100", "LC_ALL": "C.UTF-8"}
         environment.pop("XDG_STATE_HOME", None)
         # libedit keeps the names of added functions until the process ends: not ours to mend.
         sanitizer = environment.get("ASAN_OPTIONS", "")
         environment["ASAN_OPTIONS"] = f"{sanitizer}:detect_leaks=0".lstrip(":")
-        self.process = subprocess.Popen([ZELCTL, "shell"], stdin=slave, stdout=slave,
-                                        stderr=slave, env=environment, start_new_session=True,
+        self.process = subprocess.Popen([ZELCTL, *options, "shell"], stdin=slave,
+                                        stdout=slave, stderr=slave, env=environment, start_new_session=True,
                                         preexec_fn=take_terminal)
         os.close(slave)
         self.text = ""

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "Socket.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <netdb.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+constexpr int kPatienceSeconds = 60; ///< an operation is answered when it has ended
+
+int Open(const addrinfo& address)
+{
+    const int number =
+        ::socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC, address.ai_protocol);
+    if (number < 0)
+    {
+        return -1;
+    }
+    const timeval patience{kPatienceSeconds, 0};
+    ::setsockopt(number, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    ::setsockopt(number, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+    if (::connect(number, address.ai_addr, address.ai_addrlen) == 0)
+    {
+        return number;
+    }
+    const int refused = errno;
+    ::close(number);
+    errno = refused;
+    return -1;
+}
+} // namespace
+
+CSocket::CSocket(QByteArray host, QByteArray port)
+    : m_host(std::move(host)), m_port(std::move(port))
+{
+    addrinfo hints = {};
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    const int error = ::getaddrinfo(m_host.constData(), m_port.constData(), &hints, &found);
+    if (error != 0)
+    {
+        throw Lost(QString::fromLocal8Bit(::gai_strerror(error)));
+    }
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> all(found, &::freeaddrinfo);
+    for (const addrinfo* address = found; address != nullptr && m_number < 0;
+         address = address->ai_next)
+    {
+        m_number = Open(*address);
+    }
+    if (m_number < 0)
+    {
+        throw LostBy(errno);
+    }
+}
+
+CSocket::~CSocket()
+{
+    if (m_number >= 0)
+    {
+        ::close(m_number);
+    }
+}
+
+CSocket::CSocket(CSocket&& other) noexcept
+    : m_host(std::move(other.m_host)), m_port(std::move(other.m_port)),
+      m_number(std::exchange(other.m_number, -1))
+{
+}
+
+bool CSocket::Send(const QByteArray& bytes) const
+{
+    for (ssize_t sent = 0; sent < bytes.size();)
+    {
+        const ssize_t count = ::send(m_number, bytes.constData() + sent,
+                                     static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
+        if (count <= 0)
+        {
+            return false;
+        }
+        sent += count;
+    }
+    return true;
+}
+
+int CSocket::Receive(QByteArray& bytes) const
+{
+    std::array<char, 65536> room{};
+    ssize_t count = 0;
+    do
+    {
+        count = ::recv(m_number, room.data(), room.size(), 0);
+    } while (count < 0 && errno == EINTR);
+    if (count > 0)
+    {
+        bytes.append(room.data(), static_cast<int>(count));
+    }
+    return static_cast<int>(count);
+}
+
+CLostService CSocket::Lost(const QString& why) const
+{
+    return {eSTATUS_USAGE, QStringLiteral("no answer from %1, port %2: %3")
+                               .arg(QString::fromUtf8(m_host), QString::fromUtf8(m_port), why)};
+}
+
+CLostService CSocket::LostBy(int error) const
+{
+    return Lost(error == EAGAIN || error == EWOULDBLOCK
+                    ? QStringLiteral("nothing has come for a minute")
+                    : QString::fromLocal8Bit(std::strerror(error)));
+}
