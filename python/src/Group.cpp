@@ -228,8 +228,7 @@ void CGroup::CheckOpen() const
 {
     if (!node)
     {
-        Refuse(eKW_ACC_DETACHED, Py_None, nullptr);
-        throw py::error_already_set();
+        ThrowRefusal(eKW_ACC_DETACHED);
     }
 }
 
@@ -303,8 +302,7 @@ CHeld<IKWFunctionZEL> CGroup::Root() const
 {
     if (!tree->root)
     {
-        Refuse(eKW_ACC_DETACHED, Py_None, nullptr);
-        throw py::error_already_set();
+        ThrowRefusal(eKW_ACC_DETACHED);
     }
     return tree->root;
 }

@@ -137,6 +137,24 @@ enum class e_Write
     Deliver,
 };
 
+/** A number of the library, a new reference. */
+template <typename T>
+PyObject* NewNumber(T number)
+{
+    if constexpr (std::is_floating_point_v<T>)
+    {
+        return PyFloat_FromDouble(number);
+    }
+    else if constexpr (std::is_signed_v<T>)
+    {
+        return PyLong_FromLongLong(number);
+    }
+    else
+    {
+        return PyLong_FromUnsignedLongLong(number);
+    }
+}
+
 /** The value of a property, a new reference; null with a Python exception set. */
 PyObject* ReadValue(const CProperty& property);
 /** Writes a value. `self` is the property's Python object. Throws what Python sets. */

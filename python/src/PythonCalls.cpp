@@ -102,10 +102,10 @@ bool Answer(KW_ACCEPTANCE code, const std::vector<QString>& texts, PyObject* nod
     return KW_IsAccepted(code);
 }
 
-bool Refuse(KW_ACCEPTANCE code, PyObject* node, PyObject* value)
+void ThrowRefusal(KW_ACCEPTANCE code, PyObject* node, PyObject* value)
 {
-    const CReports none;
-    return Answer(code, none, node, value);
+    Answer(code, std::vector<QString>(), node, value);
+    throw py::error_already_set();
 }
 
 PyObject* NewText(const QString& text)

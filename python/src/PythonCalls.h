@@ -112,8 +112,9 @@ bool Answer(KW_ACCEPTANCE code, const CReports& reports, PyObject* node, PyObjec
 bool Answer(KW_ACCEPTANCE code, const std::vector<QString>& texts, PyObject* node,
             PyObject* value = nullptr);
 
-/** A refusal that the library need not be asked for; always false. */
-bool Refuse(KW_ACCEPTANCE code, PyObject* node, PyObject* value);
+/** Throws a refusal that the library need not be asked for. */
+[[noreturn]] void ThrowRefusal(KW_ACCEPTANCE code, PyObject* node = Py_None,
+                               PyObject* value = nullptr);
 
 /** Runs a call that answers a code, without Python's lock. Throws what Answer sets. */
 template <typename Work>

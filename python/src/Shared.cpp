@@ -9,12 +9,6 @@ void CheckCode(KW_ACCEPTANCE code, const std::vector<QString>& texts, PyObject* 
     }
 }
 
-void ThrowRefusal(KW_ACCEPTANCE code)
-{
-    Refuse(code, Py_None, nullptr);
-    throw py::error_already_set();
-}
-
 void CheckFile(KW_ACCEPTANCE code, const QString& file, const std::vector<KW_LabelReport>& reports,
                py::handle node)
 {

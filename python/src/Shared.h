@@ -13,7 +13,6 @@
     @param value what was asked for, or null */
 void CheckCode(KW_ACCEPTANCE code, const std::vector<QString>& texts = {},
                PyObject* value = nullptr);
-[[noreturn]] void ThrowRefusal(KW_ACCEPTANCE code);
 
 /** The same of a file and of what was said to it; without a file's name of a node. */
 void CheckFile(KW_ACCEPTANCE code, const QString& file, const std::vector<KW_LabelReport>& reports,
