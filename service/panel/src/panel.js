@@ -36,6 +36,7 @@ const query = (path) => `path=${encodeURIComponent(path)}`;
 
 export class Panel {
     constructor(base = location.origin) {
+        this.ascribed = undefined; // the step that moves what is being read
         this.listeners = new Set();
         this.later = new Map();
         this.history = { canUndo: false, undo: '', canRedo: false, redo: '' };
@@ -46,9 +47,15 @@ export class Panel {
         this.steps = new Steps(() => performance.now(), isMoved);
         this.store = new Store(nextFrame, {
             moved: (moves) => this.#take(moves),
-            unknown: (path) => this.#soon(`read ${path}`, kReadPause, () => this.#read(path))
+            unknown: (path) => this.#readLater(path)
         });
         this.connection = this.#connection(base);
+        /** What looks for reasons and suggestions by asking. */
+        this.help = {
+            ask: (...request) => this.connection.request(...request),
+            node: (path) => this.store.node(path),
+            paths: () => [...this.store.nodes.keys()]
+        };
         this.connection.token = this.session?.getItem(kTokenKey) ?? '';
     }
 
@@ -138,11 +145,9 @@ export class Panel {
         return this.connection.request('POST', '/trial', { writes: [{ path, ...change }] });
     }
 
-    /** The rows of rules that a node starts, and those of its group.
-        @param {string} [value] asks which other settings would offer this value too */
-    why(path, value) {
-        const asked = value === undefined ? '' : `&value=${encodeURIComponent(value)}`;
-        return this.connection.request('GET', `/why?${query(path)}${asked}`);
+    /** The rows of rules that a node starts, and those of its group. */
+    why(path) {
+        return this.connection.request('GET', `/why?${query(path)}`);
     }
 
     async #step(kind, path, resource, body) {
@@ -170,7 +175,7 @@ export class Panel {
 
     /** Lists of what moved are read by people: a few times a second is enough. */
     #take(moves) {
-        this.steps.take(moves);
+        this.steps.take(moves, this.ascribed);
         this.#soon('moved', kTellPause, () => this.tell());
     }
 
@@ -184,11 +189,17 @@ export class Panel {
         }
     }
 
-    async #read(path) {
-        const node = await this.connection.request('GET', `/tree?detail=full&${query(path)}`);
-        if (node?.kind) {
-            this.store.graft(node);
-        }
+    /** What has come by our step counts as moved by it, whenever it is read. */
+    #readLater(path) {
+        const step = this.steps.current();
+        this.#soon(`read ${path}`, kReadPause, async () => {
+            const node = await this.connection.request('GET', `/tree?detail=full&${query(path)}`);
+            if (node?.kind) {
+                this.ascribed = step;
+                this.store.graft(node);
+                this.ascribed = undefined;
+            }
+        });
     }
 
     #hear(message) {

@@ -55,16 +55,22 @@ export class Steps {
         }
     }
 
-    /** @param {Move[]} moves that were told together */
-    take(moves) {
-        const isOurs = this.own !== null &&
-            (this.own.isOpen || this.now() - this.own.ended <= kAfter);
+    /** Our own step to which what moves now is ascribed, or null. */
+    current() {
+        const { own } = this;
+        return own !== null && (own.isOpen || this.now() - own.ended <= kAfter) ? own : null;
+    }
+
+    /** @param {Move[]} moves that were told together
+        @param {?Step} own our step that moved them; null where others did */
+    take(moves, own = this.current()) {
+        const isOurs = own !== null;
         // Results move all the time, whoever writes.
         const counted = isOurs ? moves : moves.filter(({ before, now }) => !(now ?? before).result);
         if (counted.length === 0) {
             return;
         }
-        const step = isOurs ? this.own : this.#ofOthers();
+        const step = own ?? this.#ofOthers();
         for (const move of counted) {
             this.#note(step.moves, move);
             if (!isOurs) {

@@ -119,8 +119,7 @@ export const texts = {
         ofMost: (count, most) => `${count} of at most ${most}`,
         members: 'Settings and results',
         actions: 'Actions',
-        groups: 'Groups',
-        items: 'Items'
+        groups: 'Groups'
     },
     trial: {
         heading: 'What would move?',

@@ -34,7 +34,7 @@ function useSearchKey(field) {
 }
 
 /** The title says where one is, and the heading gets the focus, as on a page that was loaded. */
-function useArrival(route, title) {
+function useArrival(route, title, isAsked) {
     const isFirst = useRef(true);
     useEffect(() => {
         document.title = title ? `${title} – ${texts.title}` : texts.title;
@@ -47,7 +47,7 @@ function useArrival(route, title) {
         if (heading && !document.activeElement?.closest('.side')) {
             heading.focus();
         }
-    }, [route.view, route.path]);
+    }, [route.view, route.path, isAsked]);
 }
 
 function Content({ route, hasRoot, phase }) {
@@ -73,7 +73,8 @@ export function App() {
     useUndoKeys();
     useSearchKey(field);
     const view = views.find(({ name }) => name === route.view);
-    useArrival(route, route.view === 'p' ? lastOf(route.path) : route.view && view?.title);
+    useArrival(route, route.view === 'p' ? lastOf(route.path) : route.view && view?.title,
+        phase === Phase.TOKEN);
     useEffect(() => setQuery((before) => (matchMedia('(min-width: 60rem)').matches ? before : '')),
         [route.view, route.path]);
 

@@ -3,7 +3,9 @@ import { Control } from '../controls/Control.js';
 import { html, useMemo } from '../html.js';
 import { Phase } from '../connection.js';
 import { lastOf } from '../paths.js';
+import { reasonsOf } from '../reasons.js';
 import { linkTo } from '../route.js';
+import { suggestionsOf } from '../suggestions.js';
 import { texts } from '../texts/panel.js';
 import { usePanel, usePanelValue } from './hooks.js';
 
@@ -22,7 +24,8 @@ export function NodeControl({ node, labelledBy, onDraft }) {
         write: (change) => panel.write(path, change),
         run: () => panel.run(path),
         edit: (change) => panel.edit(path, change),
-        why: (value) => panel.why(path, value)
+        why: (value) => reasonsOf(panel.store.node(path), value, panel.help),
+        suggest: () => suggestionsOf(panel.store.node(path), panel.help)
     }), [panel, path]);
     const items = node.count === undefined ? undefined : panel.store.children(path)
         .filter((member) => member.startsWith(`${path}[`))

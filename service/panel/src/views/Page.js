@@ -53,13 +53,16 @@ function LinkRow({ path }) {
 
 /** Members, in parts that are told apart. */
 function partsOf(store, path) {
-    const parts = { property: [], action: [], group: [], item: [] };
+    const parts = { property: [], action: [], group: [] };
     for (const member of store.children(path)) {
         const { kind } = store.node(member);
         const part = kind === 'property' ? 'property'
             : kind === 'function' || kind === 'operation' ? 'action'
-                : member.startsWith(`${path}[`) ? 'item' : 'group';
-        parts[part].push(member);
+                : 'group';
+        // The control of a container lists its items.
+        if (!member.startsWith(`${path}[`)) {
+            parts[part].push(member);
+        }
     }
     return parts;
 }
@@ -77,7 +80,7 @@ function Members({ path }) {
         });
     }, [store]);
     const [most, setMost] = useState(kFirst);
-    const { property, action, group, item } = partsOf(store, path);
+    const { property, action, group } = partsOf(store, path);
     const rows = (heading, paths) => paths.length > 0 && html`<section><h3>${heading}</h3>
         <ul class="node-rows">${paths.slice(0, most).map((member) =>
             html`<${NodeRow} key=${member} path=${member} />`)}</ul></section>`;
@@ -88,7 +91,6 @@ function Members({ path }) {
             setMost(most + 5 * kFirst)}>${texts.tree.more(paths.length - most)}</button>`}
         </section>`;
     return html`
-        ${links(texts.page.items, item)}
         ${rows(texts.page.members, property)}
         ${rows(texts.page.actions, action)}
         ${links(texts.page.groups, group)}`;
