@@ -2,8 +2,9 @@
 // What all views share: the connection, the nodes, and what can be asked of the service.
 
 import { Connection, Phase } from './connection.js';
+import { showValue } from './controls/quantity.js';
 import { Favourites } from './favourites.js';
-import { lastOf } from './paths.js';
+import { titleOf } from './paths.js';
 import { SearchIndex } from './search.js';
 import { Steps } from './steps.js';
 import { isMoved, Store } from './store.js';
@@ -38,6 +39,7 @@ export class Panel {
     constructor(base = location.origin) {
         this.ascribed = undefined; // the step that moves what is being read
         this.listeners = new Set();
+        this.saying = ''; // why the last undo or redo was refused
         this.later = new Map();
         this.history = { canUndo: false, undo: '', canRedo: false, redo: '' };
         this.standing = { control: null, readOnly: false };
@@ -119,8 +121,18 @@ export class Panel {
     write(path, change) {
         return this.#step('write', path, '/write', {
             writes: [{ path, ...change }],
-            text: texts.history.written(lastOf(path), change)
+            text: this.#nameOf(path, change)
         });
+    }
+
+    /** What the step is called in the history, which everybody reads. */
+    #nameOf(path, change) {
+        const node = this.store.node(path);
+        const { value } = change;
+        const isTyped = typeof value === 'string' && !node?.values; // as a user writes it
+        return node?.secret ? texts.history.writtenSecret(titleOf(path))
+            : texts.history.written(titleOf(path), value === undefined || isTyped || !node ? change
+                : { value: showValue(node, value) });
     }
 
     run(path) {
@@ -133,11 +145,19 @@ export class Panel {
     }
 
     undo() {
-        return this.#step('undo', '', '/undo');
+        return this.#back('undo', '/undo');
     }
 
     redo() {
-        return this.#step('redo', '', '/redo');
+        return this.#back('redo', '/redo');
+    }
+
+    async #back(kind, resource) {
+        const answer = await this.#step(kind, '', resource);
+        this.saying = answer === null ? texts.history.lost
+            : answer.code > 1 ? texts.history.refused(answer.detail || answer.text) : '';
+        this.tell();
+        return answer;
     }
 
     /** What a write would move, which it does not do. */
@@ -153,6 +173,7 @@ export class Panel {
     async #step(kind, path, resource, body) {
         const { step, left } = this.steps.begin(kind, path);
         step.text = { undo: this.history.undo, redo: this.history.redo }[kind] ?? '';
+        this.saying = '';
         this.store.touch(left);
         this.tell();
         const answer = await this.connection.request('POST', resource, body);

@@ -13,6 +13,11 @@ export function lastOf(path) {
     return parent === null ? '' : path.slice(parent.length).replace(/^\//, '');
 }
 
+/** What a node is called where its container is not to be seen: a name, or Channel[1] for an item. */
+export function titleOf(path) {
+    return path.endsWith(']') ? lastOf(parentOf(path)) + lastOf(path) : lastOf(path);
+}
+
 /** The nodes on the way from the root, the root and the node itself included. */
 export function wayTo(path) {
     const way = [];

@@ -2,6 +2,8 @@
 // Finds nodes by words in their names, paths, meanings, units and values. All texts are lowered
 // once, so that one key costs one pass over them.
 
+import { titleOf } from './paths.js';
+
 const kWeights = { name: 100, begins: 60, inName: 40, unit: 30, value: 20, path: 10, meaning: 5 };
 
 /** Words of a query; the order does not matter. */
@@ -14,7 +16,7 @@ function entryOf(node) {
     return {
         path: node.path,
         node,
-        name: (node.name ?? '').toLowerCase(),
+        name: titleOf(node.path).toLowerCase(),
         unit: (node.unit ?? '').toLowerCase(),
         values: values.toLowerCase(),
         way: node.path.toLowerCase(),

@@ -7,6 +7,8 @@ function seconds(milliseconds) {
     return count === 1 ? '1 second' : `${count} seconds`;
 }
 
+const mostOfValue = 40; // characters
+
 const counted = (count, one, many) => (count === 1 ? `1 ${one}` : `${count} ${many}`);
 
 export const texts = {
@@ -144,7 +146,7 @@ export const texts = {
     },
     moved: {
         heading: 'What moved',
-        own: (name) => `Moved by your last step${name ? `, ${name}` : ''}`,
+        own: (step) => `Moved by your last step: ${step}`,
         others: 'Changed by others since',
         none: 'Nothing else moved.',
         said: (count) => `${counted(count, 'node', 'nodes')} moved`,
@@ -172,20 +174,22 @@ export const texts = {
         steps: 'What happened while this window was open',
         none: 'Nothing yet.',
         kind: {
-            write: (name) => `You wrote ${name}`,
-            run: (name) => `You ran ${name}`,
-            items: (name) => `You changed the items of ${name}`,
-            undo: (name) => `You undid ${name}`,
-            redo: (name) => `You redid ${name}`,
-            others: () => 'Others'
+            write: (name) => `you wrote ${name}`,
+            run: (name) => `you ran ${name}`,
+            items: (name) => `you changed the items of ${name}`,
+            undo: (name) => `you undid ${name}`,
+            redo: (name) => `you redid ${name}`,
+            others: () => 'others'
         },
         written: (name, { value, steps }) => {
-            const what = value !== undefined ? String(value).slice(0, 40)
+            const what = value !== undefined ? String(value).slice(0, mostOfValue)
                 : steps === undefined ? 'default'
                     : steps < 0 ? counted(-steps, 'step down', 'steps down')
                         : counted(steps, 'step up', 'steps up');
             return `${name}: ${what}`;
         },
-        refused: (reason) => `Refused: ${reason}`
+        writtenSecret: (name) => `${name}: a secret`,
+        refused: (reason) => `Refused: ${reason}`,
+        lost: 'The instrument can not be reached.'
     }
 };

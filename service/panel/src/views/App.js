@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { html, useEffect, useMemo, useRef, useState } from '../html.js';
 import { Phase } from '../connection.js';
-import { lastOf } from '../paths.js';
+import { titleOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { UndoButtons, useUndoKeys } from './History.js';
 import { useNode, usePanelValue, useRoute } from './hooks.js';
@@ -42,10 +42,12 @@ function useArrival(route, title, isAsked) {
             isFirst.current = false;
             return;
         }
-        const heading = document.querySelector('main h2');
+        const side = document.activeElement?.closest('.side');
+        document.getElementById('page').scrollTo(0, 0);
         // Who walks through the tree or the results stays there where both are to be seen.
-        if (heading && !document.activeElement?.closest('.side')) {
-            heading.focus();
+        if (!side || side.getClientRects().length === 0) {
+            scrollTo(0, 0);
+            document.querySelector('main h2')?.focus();
         }
     }, [route.view, route.path, isAsked]);
 }
@@ -73,7 +75,7 @@ export function App() {
     useUndoKeys();
     useSearchKey(field);
     const view = views.find(({ name }) => name === route.view);
-    useArrival(route, route.view === 'p' ? lastOf(route.path) : route.view && view?.title,
+    useArrival(route, route.view === 'p' ? titleOf(route.path) : route.view && view?.title,
         phase === Phase.TOKEN);
     useEffect(() => setQuery((before) => (matchMedia('(min-width: 60rem)').matches ? before : '')),
         [route.view, route.path]);

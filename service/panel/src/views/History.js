@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { html, useEffect, useState } from '../html.js';
-import { lastOf } from '../paths.js';
+import { titleOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { usePanel, usePanelState } from './hooks.js';
 import { MoveList } from './MoveList.js';
@@ -19,6 +19,7 @@ export function UndoButtons({ isShort }) {
     return html`<span class="undo">
         ${one(canUndo, says.noUndo, says.undo(undo), says.undoShort, '↶', () => panel.undo())}
         ${one(canRedo, says.noRedo, says.redo(redo), says.redoShort, '↷', () => panel.redo())}
+        <span role="status" class="refused">${panel.saying}</span>
     </span>`;
 }
 
@@ -44,8 +45,9 @@ export function useUndoKeys() {
     }, [panel]);
 }
 
-function titleOf(step) {
-    return texts.history.kind[step.kind](step.text || lastOf(step.path) || texts.root);
+/** What a step was, in words. */
+export function nameOf(step) {
+    return texts.history.kind[step.kind](step.text || titleOf(step.path) || texts.root);
 }
 
 function Step({ step }) {
@@ -54,7 +56,7 @@ function Step({ step }) {
     return html`<li>
         <details onToggle=${(event) => setOpen(event.currentTarget.open)}>
             <summary><time datetime=${time.toISOString()}>${time.toLocaleTimeString('en-GB')}</time>
-                ${' '}${titleOf(step)} <span class="quiet">${
+                ${' '}${nameOf(step)} <span class="quiet">${
                 texts.moved.said(step.moves.size)}</span></summary>
             ${isOpen && html`<${MoveList} moves=${[...step.moves.values()]} />`}
         </details>

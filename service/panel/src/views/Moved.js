@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { html } from '../html.js';
-import { lastOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
+import { nameOf } from './History.js';
 import { usePanelState } from './hooks.js';
 import { MoveList } from './MoveList.js';
 
@@ -26,7 +26,7 @@ export function Moved() {
     return html`<aside class="moved" id="moved" tabindex="-1" aria-label=${says.heading}>
         <p role="status" class="visually-hidden">${own.length > 0 && !steps.own.isOpen
             ? says.said(own.length) : ''}</p>
-        ${own.length > 0 && html`<section><h2>${says.own(lastOf(steps.own.path))}</h2>
+        ${own.length > 0 && html`<section><h2>${says.own(nameOf(steps.own))}</h2>
             <${MoveList} moves=${own} /></section>`}
         ${others.length > 0 && html`<section><h2>${says.others}</h2>
             <${MoveList} moves=${others} /></section>`}

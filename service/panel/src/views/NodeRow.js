@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { html, useMemo } from '../html.js';
-import { lastOf, parentOf } from '../paths.js';
+import { parentOf, titleOf } from '../paths.js';
 import { linkTo } from '../route.js';
 import { texts } from '../texts/panel.js';
 import { useNode, usePanel } from './hooks.js';
@@ -36,7 +36,7 @@ export function NodeRow({ path, hasWay }) {
     }
     return html`<li class=${steps.moveOf(path) ? 'node-row is-moved' : 'node-row'}>
         <div class="node-head">
-            <h4 id=${label}><a href=${linkTo(path)} title=${node.meaning}>${lastOf(path)}</a></h4>
+            <h4 id=${label}><a href=${linkTo(path)} title=${node.meaning}>${titleOf(path)}</a></h4>
             <${Mark} node=${node} count=${store.differing(path)} />
             <${Star} path=${path} />
         </div>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { html, useEffect, useState } from '../html.js';
-import { lastOf, wayTo } from '../paths.js';
+import { lastOf, titleOf, wayTo } from '../paths.js';
 import { linkTo } from '../route.js';
 import { texts } from '../texts/panel.js';
 import { Facts } from './Facts.js';
@@ -36,11 +36,12 @@ function CopyLink() {
 
 function PropertyPart({ node }) {
     const [draft, setDraft] = useState(null);
-    const isWritable = node.kind === 'property' && !node.result;
+    // What is typed of a secret is shown nowhere else.
+    const isTried = node.kind === 'property' && !node.result && !node.secret;
     return html`
         <div class="main-control"><${NodeControl} node=${node} labelledBy="page-heading"
             onDraft=${setDraft} /><${OldValue} path=${node.path} /></div>
-        ${isWritable && html`<${Trial} node=${node} draft=${draft} />`}`;
+        ${isTried && html`<${Trial} node=${node} draft=${draft} />`}`;
 }
 
 function LinkRow({ path }) {
@@ -103,7 +104,7 @@ function NodePage({ node }) {
     return html`<article class="page">
         <${Way} path=${path} />
         <div class="page-head">
-            <h2 id="page-heading" tabindex="-1">${lastOf(path) || texts.root}</h2>
+            <h2 id="page-heading" tabindex="-1">${titleOf(path) || texts.root}</h2>
             <${Mark} node=${node} count=${store.differing(path)} />
             <${Star} path=${path} />
             <${CopyLink} key=${path} />

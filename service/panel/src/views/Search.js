@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { html, useEffect, useMemo, useState } from '../html.js';
-import { lastOf, parentOf } from '../paths.js';
+import { parentOf, titleOf } from '../paths.js';
 import { linkTo } from '../route.js';
 import { shownOf } from '../shown.js';
 import { texts } from '../texts/panel.js';
@@ -34,7 +34,7 @@ function Found({ path }) {
         return null;
     }
     return html`<li><a href=${linkTo(path)}>
-        <span class="found-name">${lastOf(path)}<${Mark} node=${node}
+        <span class="found-name">${titleOf(path)}<${Mark} node=${node}
             count=${store.differing(path)} /></span>
         <span class="row-value">${shownOf(node)}</span>
         <span class="quiet found-way">${parentOf(path)}</span>

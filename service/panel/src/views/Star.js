@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 import { html } from '../html.js';
-import { lastOf } from '../paths.js';
+import { titleOf } from '../paths.js';
 import { texts } from '../texts/panel.js';
 import { usePanel, usePanelValue } from './hooks.js';
 
 export function Star({ path }) {
     const panel = usePanel();
     const isOn = usePanelValue(({ favourites }) => favourites.has(path));
-    const label = texts.favourites.add(lastOf(path) || texts.root);
+    const label = texts.favourites.add(titleOf(path) || texts.root);
     return html`<button type="button" class="star" aria-pressed=${isOn} aria-label=${label}
         title=${label} onClick=${() => panel.toggleFavourite(path)}>
         <svg viewBox="0 0 24 24" width="20" height="20" aria-hidden="true"><path

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { isRefused, sentenceOf } from '../controls/Frame.js';
+import { isNumeric } from '../controls/quantity.js';
 import { html, useEffect, useState } from '../html.js';
 import { texts } from '../texts/panel.js';
 import { usePanel } from './hooks.js';
@@ -37,7 +38,7 @@ function Outcome({ node, answer, onWrite }) {
  */
 export function Trial({ node, draft }) {
     const panel = usePanel();
-    const standing = node.values ? node.text : node.secret ? '' : node.type === 'string' ? node.text : node.shown;
+    const standing = isNumeric(node.type) ? node.shown : node.text;
     const [value, setValue] = useState(draft ?? standing);
     const [state, setState] = useState({ isTrying: false, answer: null });
     useEffect(() => {
