@@ -195,6 +195,17 @@ test('a network that swallows everything counts as a break', async () => {
     assert.notEqual(scene.phase, Phase.LIVE);
 });
 
+test('what is no JSON is a break, after which it goes on', async () => {
+    const scene = new Scene();
+    await scene.goLive();
+    scene.socket.onmessage({ data: '<html>' });
+    assert.equal(scene.phase, Phase.BROKEN);
+    await scene.pass(2 * kTimes.firstPause);
+    await scene.stand('A', 5);
+    await scene.pass(kTimes.catchUp);
+    assert.equal(scene.phase, Phase.LIVE);
+});
+
 test('a socket of an earlier attempt is not listened to', async () => {
     const scene = new Scene();
     await scene.goLive();

@@ -157,7 +157,7 @@ export class Connection {
         this.socket = socket;
         const isPresent = () => attempt === this.attempt;
         socket.onopen = () => isPresent() && this.#subscribe();
-        socket.onmessage = ({ data }) => isPresent() && this.#take(JSON.parse(data));
+        socket.onmessage = ({ data }) => isPresent() && this.#read(data);
         socket.onclose = () => isPresent() && this.#fail();
         this.#watch();
     }
@@ -186,6 +186,18 @@ export class Connection {
             this.#subscribe();
             this.watching = this.#later(kTimes.answer, () => this.#fail());
         });
+    }
+
+    /** Who sends no JSON is no service. */
+    #read(data) {
+        let message;
+        try {
+            message = JSON.parse(data);
+        } catch {
+            this.#fail();
+            return;
+        }
+        this.#take(message ?? {});
     }
 
     #take(message) {

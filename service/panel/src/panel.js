@@ -97,7 +97,11 @@ export class Panel {
     }
 
     setToken(token) {
-        this.session?.setItem(kTokenKey, token);
+        try {
+            this.session?.setItem(kTokenKey, token);
+        } catch {
+            // Full or forbidden: it lasts as long as the page.
+        }
         this.connection.setToken(token);
     }
 

@@ -146,7 +146,7 @@ export const texts = {
     },
     moved: {
         heading: 'What moved',
-        own: (step) => `Moved by your last step: ${step}`,
+        own: (step) => `${step}: what it moved`,
         others: 'Changed by others since',
         none: 'Nothing else moved.',
         said: (count) => `${counted(count, 'node', 'nodes')} moved`,
@@ -174,12 +174,12 @@ export const texts = {
         steps: 'What happened while this window was open',
         none: 'Nothing yet.',
         kind: {
-            write: (name) => `you wrote ${name}`,
-            run: (name) => `you ran ${name}`,
-            items: (name) => `you changed the items of ${name}`,
-            undo: (name) => `you undid ${name}`,
-            redo: (name) => `you redid ${name}`,
-            others: () => 'others'
+            write: (name) => `You wrote ${name}`,
+            run: (name) => `You ran ${name}`,
+            items: (name) => `You changed the items of ${name}`,
+            undo: (name) => `You undid ${name}`,
+            redo: (name) => `You redid ${name}`,
+            others: () => 'Others'
         },
         written: (name, { value, steps }) => {
             const what = value !== undefined ? String(value).slice(0, mostOfValue)
