@@ -24,7 +24,8 @@ export function placeOf(value, minimum, maximum) {
     return isLog ? Math.log(at / from) / Math.log(to / from) : (at - from) / (to - from);
 }
 
-/** Minimum, maximum, default and present value of a number, where it has both limits. */
+/** Minimum, maximum, default and present value of a number, where it has both limits. Defaults of
+    results are what they were at the start: nothing that anybody chose. */
 export function LimitsBar({ node }) {
     const { minimum, maximum } = limitsOf(node);
     if (minimum === null || maximum === null) {
@@ -33,7 +34,7 @@ export function LimitsBar({ node }) {
     const place = (value) => placeOf(value, minimum, maximum);
     const at = (value) => Math.round((place(value) ?? 0) * kWidth);
     const show = (value) => showValue(node, value);
-    const hasDefault = place(node.default) !== null;
+    const hasDefault = !node.result && place(node.default) !== null;
     const hasNow = node.valid && place(node.value) !== null;
     const ticks = node.selectable.length <= kMostTicks ? node.selectable : [];
     const says = texts.barOf({

@@ -8,21 +8,22 @@ import { closedBy, Frame, idsOf } from './Frame.js';
 import { LimitsBar } from './LimitsBar.js';
 import { limitsOf, plain, showValue } from './quantity.js';
 import { useDraft } from './useDraft.js';
+import { useHold } from './useHold.js';
 import { useWheel } from './useWheel.js';
 import { useWriting } from './useWriting.js';
 
 const kStepsOfKeys = { ArrowUp: 1, ArrowDown: -1, PageUp: 10, PageDown: -10 };
 
 /** What a screen reader tells of a number: browsers know no prefixes and units. */
-function spoken(node) {
+function spoken(node, draft) {
     const { minimum, maximum } = limitsOf(node);
     const numeral = (value) => (value === null ? undefined : plain(Number(value)));
     return {
         role: 'spinbutton',
-        'aria-valuenow': numeral(node.value),
+        'aria-valuenow': draft.isDirty ? undefined : numeral(node.value),
         'aria-valuemin': numeral(minimum),
         'aria-valuemax': numeral(maximum),
-        'aria-valuetext': node.shown,
+        'aria-valuetext': draft.text,
         title: texts.numberKeys,
         inputMode: 'text', // prefixes and units are letters
     };
@@ -41,6 +42,7 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
         }
     };
     const field = useWheel(step);
+    const hold = useHold(step);
     const send = async (text) => {
         if (await writing.send({ value: text })) {
             draft.discard();
@@ -62,8 +64,8 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
     };
     const button = (steps, sign, label) => html`<button type="button" class="button is-step"
         aria-label=${label} aria-disabled=${!isOpen} tabindex="-1"
-        onClick=${() => step(steps)}>${sign}</button>`;
-    const input = (opener) => html`<${DraftField} inputRef=${field} extra=${spoken(node)}
+        ...${hold(steps)}>${sign}</button>`;
+    const input = (opener) => html`<${DraftField} inputRef=${field} extra=${spoken(node, draft)}
         ...${{ node, ids, labelledBy, draft, writing, refusal, send, onKey }}>
         ${button(-1, '−', texts.stepDown(node.name))}
         ${button(1, '+', texts.stepUp(node.name))}

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 import { useCallback, useRef, useState } from 'preact/hooks';
 
+/** What is reported where the service, or what stands in front of it, gave no code. */
+export const kLost = { code: null };
+
 /** The report of one node in what the service answered to a write; answers of actions are reports. */
 function reportOf(answer, path) {
-    return answer?.writes?.find((one) => one.path === path) ?? answer;
+    const report = answer?.writes?.find((one) => one.path === path) ?? answer;
+    return typeof report?.code === 'number' ? report : kLost;
 }
-
-export const kLost = { code: null };
 
 /**
  * Writes one after the other, and keeps what was answered until the next one.
@@ -34,7 +36,7 @@ export function useWriting(path, write) {
             answer = null; // who writes tells of a lost connection; the control says it was not written
         }
         way.current.busy = false;
-        const report = answer ? reportOf(answer, path) : kLost;
+        const report = reportOf(answer, path);
         setState({ isWriting: false, report });
         if (way.current.steps !== 0) {
             const steps = way.current.steps;
