@@ -28,9 +28,11 @@ export function Action({ node, run, busy, refusal, labelledBy }) {
         }
     };
     return html`<${Frame} kind="action" ...${{ node, ids, labelledBy, writing, refusal, busy }}>
-        <button type="button" class="button" id=${ids.input} aria-disabled=${isClosed || writing.isWriting}
+        <button type="button" class="button" id=${ids.input}
+            aria-disabled=${isClosed || writing.isWriting}
             aria-describedby="${ids.input}-state ${isClosed ? ids.hint : ''} ${ids.says}"
             onClick=${press}>${texts.run(node.name)}</button>
-        <span class="action-state" id="${ids.input}-state" role="status">${stateOf(node, writing)}</span>
+        <span class="action-state" id="${ids.input}-state" role="status"
+            >${stateOf(node, writing)}</span>
     <//>`;
 }

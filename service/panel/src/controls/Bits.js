@@ -45,7 +45,8 @@ function BitButtons({ bits, isClosed, label, onChange }) {
     const put = (index, bit) => !isClosed
         && onChange(bits.slice(0, index) + bit + bits.slice(index + 1));
     const key = (event) => {
-        const to = { ArrowLeft: current - 1, ArrowRight: current + 1, Home: 0, End: bits.length }[event.key];
+        const keys = { ArrowLeft: current - 1, ArrowRight: current + 1, Home: 0, End: bits.length };
+        const to = keys[event.key];
         const bit = event.key.toUpperCase();
         if (event.ctrlKey || event.altKey || event.metaKey || (to === undefined && !(bit in kNext))) {
             return;

@@ -74,9 +74,8 @@ export function Container({ node, items, edit, busy, refusal, labelledBy, open }
     const isMap = node.kind === 'map';
     const isOpen = closedBy(node) === '';
     const canEdit = isOpen && node.dynamic;
-    const keyOf = ({ name, path }, position) => (isMap ? name ?? path.slice(path.lastIndexOf('[') + 1, -1)
-        : String(position));
-    const keys = all.map(keyOf);
+    const keys = all.map(({ path }, position) => (isMap ? path.slice(path.lastIndexOf('[') + 1, -1)
+        : String(position)));
     const { list, wantFocus } = useFocusAfter(keys);
     const send = async (what) => {
         const isTaken = await writing.send(what);

@@ -40,6 +40,12 @@ function bounds(node, report) {
             : to !== null ? texts.limitsTo(to) : '';
 }
 
+/** What stands instead of what was asked for; nothing once it has moved on. */
+function otherwise(node, now) {
+    const shown = node.values ? showValue(node, now?.value) : now?.shown;
+    return now?.text === node.text ? texts.limited(shown) : '';
+}
+
 /** One sentence about the last write, or nothing where it stands as asked. */
 export function sentenceOf(node, report) {
     if (report === null || report === undefined || report.code === 0) {
@@ -49,7 +55,7 @@ export function sentenceOf(node, report) {
         return texts.unreachable;
     }
     if (report.code === 1) {
-        return node.kind === 'property' ? texts.limited(report.now?.shown ?? node.shown)
+        return node.kind === 'property' ? otherwise(node, report.now)
             : texts.takenBut(report.detail ?? report.text);
     }
     const reason = report.detail ? `${report.text}: ${report.detail}` : report.text;
