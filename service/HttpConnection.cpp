@@ -66,6 +66,7 @@ private:
     void Refuse(int status, const char* why);
     int CheckHead() const;
     bool IsPanel() const;
+    bool IsTopic() const;
     std::string_view Header(http::field field) const;
 
     const std::shared_ptr<t_HttpShared> m_shared;
@@ -113,6 +114,12 @@ bool CHttpConnection::IsPanel() const
            CPanelFiles::Has({target.data(), target.size()});
 }
 
+bool CHttpConnection::IsTopic() const
+{
+    const auto target = m_parser->get().target();
+    return target == "/changes" || target == "/waves";
+}
+
 void CHttpConnection::OnHead(const t_Error& error)
 {
     if (error && error.category() == http::make_error_code(http::error::bad_method).category() &&
@@ -137,7 +144,7 @@ void CHttpConnection::OnHead(const t_Error& error)
         SendPanel();
         return;
     }
-    if (websocket::is_upgrade(m_parser->get()) && m_parser->get().target() == "/changes")
+    if (websocket::is_upgrade(m_parser->get()) && IsTopic())
     {
         m_stream.expires_never();
         StartWebSocket(m_shared, m_stream.release_socket(), m_parser->release());

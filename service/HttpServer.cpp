@@ -10,18 +10,19 @@ CHttpClient::~CHttpClient() = default;
 t_HttpShared::t_HttpShared(boost::asio::io_context& usedNetwork,
                            const std::shared_ptr<IKWFunctionRootBase>& root,
                            const t_JsonOptions& options, const CAccessToken* usedToken,
-                           const QString& panelFolder)
+                           const t_HttpContents& contents)
     : network(usedNetwork), service(std::make_shared<CJsonService>(root, options)),
       tasks(std::make_shared<CRemoteTasks>(options.bounds.tasks)), token(usedToken),
-      panel(panelFolder), bounds(options.bounds), hub(usedNetwork, root, options.bounds)
+      panel(contents.panelFolder), bounds(options.bounds), hub(usedNetwork, root, options.bounds),
+      waves(std::make_shared<CWaveHub>(usedNetwork, tasks, root, contents.waves, options.bounds))
 {
 }
 
 CHttpServer::CHttpServer(boost::asio::io_context& network,
                          const std::shared_ptr<IKWFunctionRootBase>& root,
                          const t_JsonOptions& options, const CAccessToken* token,
-                         const QString& panelFolder)
-    : m_shared(std::make_shared<t_HttpShared>(network, root, options, token, panelFolder)),
+                         const t_HttpContents& contents)
+    : m_shared(std::make_shared<t_HttpShared>(network, root, options, token, contents)),
       m_listener(network,
                  [this](boost::asio::ip::tcp::socket socket) { Welcome(std::move(socket)); })
 {
@@ -31,6 +32,7 @@ void CHttpServer::Stop()
 {
     m_listener.Stop();
     m_shared->hub.Stop();
+    m_shared->waves->Stop();
     for (const auto& client : std::exchange(m_shared->clients, {}))
     {
         client->Close();

@@ -7,6 +7,7 @@
 #include "Listener.h"
 #include "PanelFiles.h"
 #include "RemoteTasks.h"
+#include "WaveHub.h"
 
 #include <memory>
 #include <vector>
@@ -20,12 +21,19 @@ public:
     virtual void Close() = 0;
 };
 
+/** What is served beside the tree. */
+struct t_HttpContents
+{
+    QString panelFolder; ///< of CPanelFiles
+    t_WaveSources waves; ///< of CWavePictures
+};
+
 /** What all connections of the server share. Outlives them. */
 struct t_HttpShared
 {
     t_HttpShared(boost::asio::io_context& usedNetwork,
                  const std::shared_ptr<IKWFunctionRootBase>& root, const t_JsonOptions& options,
-                 const CAccessToken* usedToken, const QString& panelFolder);
+                 const CAccessToken* usedToken, const t_HttpContents& contents);
 
     boost::asio::io_context& network;
     std::shared_ptr<const CJsonService> service;
@@ -34,6 +42,7 @@ struct t_HttpShared
     const CPanelFiles panel;
     t_HttpBounds bounds;
     CJsonHub hub;
+    const std::shared_ptr<CWaveHub> waves;
     std::vector<std::shared_ptr<CHttpClient>> clients;
 };
 
@@ -41,11 +50,10 @@ struct t_HttpShared
 class CHttpServer
 {
 public:
-    /** The token is kept by the caller; null where none is wanted. The folder is that of
-        CPanelFiles. */
+    /** The token is kept by the caller; null where none is wanted. */
     CHttpServer(boost::asio::io_context& network, const std::shared_ptr<IKWFunctionRootBase>& root,
                 const t_JsonOptions& options, const CAccessToken* token,
-                const QString& panelFolder);
+                const t_HttpContents& contents);
 
     /** As CListener::Listen. */
     bool Listen(const QStringList& addresses, unsigned short port, QString& error)

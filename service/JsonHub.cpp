@@ -1,22 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "JsonHub.h"
 
-#include <algorithm>
-
-namespace
+void CJsonHub::Add(const std::shared_ptr<CSubscriber>& subscriber)
 {
-bool HasGone(const std::weak_ptr<CJsonSubscriber>& weak)
-{
-    const auto subscriber = weak.lock();
-    return !subscriber || !subscriber->IsListening();
-}
-} // namespace
-
-CJsonSubscriber::~CJsonSubscriber() = default;
-
-void CJsonHub::Add(const std::shared_ptr<CJsonSubscriber>& subscriber)
-{
-    m_subscribers.push_back(subscriber);
+    m_subscribers.Add(subscriber);
     if (!m_isLooking && !m_isStopped)
     {
         m_isLooking = true;
@@ -47,10 +34,8 @@ void CJsonHub::Look()
 {
     // Whatever happens, the next look comes: a look may run out of memory.
     LookLater();
-    m_subscribers.erase(std::remove_if(m_subscribers.begin(), m_subscribers.end(), HasGone),
-                        m_subscribers.end());
     const auto now = std::chrono::steady_clock::now();
-    m_needed = m_subscribers.empty() ? m_needed : now;
+    m_needed = m_subscribers.Count() == 0 ? m_needed : now;
     if (now - m_needed > m_bounds.memory)
     {
         m_changes.Rest();
@@ -58,15 +43,8 @@ void CJsonHub::Look()
         m_isLooking = false;
         return;
     }
-    if (!m_changes.Look())
+    if (m_changes.Look())
     {
-        return;
-    }
-    for (const auto& weak : std::vector<std::weak_ptr<CJsonSubscriber>>(m_subscribers))
-    {
-        if (const auto subscriber = weak.lock())
-        {
-            subscriber->Wake();
-        }
+        m_subscribers.Wake();
     }
 }

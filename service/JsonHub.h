@@ -2,22 +2,11 @@
 #pragma once
 
 #include "JsonChanges.h"
+#include "Subscribers.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <memory>
-#include <vector>
-
-/** Somebody who wants to know of changes. */
-class CJsonSubscriber
-{
-public:
-    virtual ~CJsonSubscriber();
-    /** Whether it still wants to know. */
-    virtual bool IsListening() const = 0;
-    /** There are changes; called on the network thread. */
-    virtual void Wake() = 0;
-};
 
 /** Looks at the tree for all subscribers while there are any, and some time longer, so that one
    that lost its connection finds what it has missed. On the network thread. */
@@ -31,7 +20,7 @@ public:
     }
 
     /** As long as it lives and listens. From now on there are numbers. */
-    void Add(const std::shared_ptr<CJsonSubscriber>& subscriber);
+    void Add(const std::shared_ptr<CSubscriber>& subscriber);
     CJsonChanges& Changes() { return m_changes; }
     void Stop();
 
@@ -42,7 +31,7 @@ private:
     const t_HttpBounds m_bounds;
     CJsonChanges m_changes;
     boost::asio::steady_timer m_timer;
-    std::vector<std::weak_ptr<CJsonSubscriber>> m_subscribers;
+    CSubscribers m_subscribers;
     std::chrono::steady_clock::time_point m_needed; ///< when the last subscriber was there
     bool m_isLooking = false;
     bool m_isStopped = false;

@@ -29,6 +29,13 @@ std::span<const CJsonService::t_Route> CJsonService::Routes()
          "A WebSocket of changes: a client sends Subscribe and is answered by Standing, and by "
          "Changes from then on, each numbered. Without a WebSocket it is refused.",
          "", nullptr, "Changes"},
+        {"GET", "/waves", false, true, &CJsonService::GetChanges,
+         "A WebSocket of pictures: a client sends WaveWish, as often as it likes, and is answered "
+         "by WaveStanding. From then on it gets the newest picture whenever it takes one: a binary "
+         "message of the length of its head (32 bits, little endian), the head (WavePicture, in "
+         "JSON, its length a multiple of 4), and pairs of 32-bit floats. WaveMasks come as texts "
+         "when they have changed. Without a WebSocket it is refused.",
+         "", nullptr, "WavePicture"},
         {"POST", "/write", true, false, &CJsonService::Write,
          "Writes settings, all or nothing unless \"together\" is false", "", "Writes", "Written"},
         {"POST", "/trial", false, false, &CJsonService::Try,

@@ -129,6 +129,51 @@ constexpr char kSchemaChanges[] =
     R"("properties":{"number":{"type":"integer"},)"
     R"("changes":{"type":"array","items":{"$ref":"#/components/schemas/Change"}},)" KW_CONTROL "}}";
 
+#define KW_NUMBER R"({"type":["number","null"]})"
+#define KW_WINDOW                                                                                   \
+    R"({"type":"object","required":["columns"],"properties":{)"                                     \
+    R"("columns":{"type":"integer","minimum":1,"maximum":4096},"from":{"type":"number",)"           \
+    R"("description":"s against the trigger, of a spectrum Hz; the screen's edge when left out"},)" \
+    R"("to":{"type":"number"}}})"
+
+constexpr char kSchemaWaveWish[] =
+    R"({"type":"object","properties":{"traces":)" KW_WINDOW R"(,"spectrum":)" KW_WINDOW "}}";
+
+constexpr char kSchemaWaveStanding[] =
+    R"({"type":"object","additionalProperties":false,"required":["traces","spectrum"],)"
+    R"("properties":{"traces":{"type":"boolean","description":"There is an acquisition to draw"},)"
+    R"("spectrum":)" KW_FLAG "}}";
+
+#define KW_STRETCH                                                                                 \
+    R"("from":)" KW_NUMBER R"(,"to":)" KW_NUMBER R"(,"columns":{"type":"integer"},)"               \
+    R"("left":{"type":"number","description":"Edge of the screen"},"right":)" KW_NUMBER
+
+#define KW_BEGIN                                                                                   \
+    R"("name":)" KW_TEXT R"(,"unit":)" KW_TEXT R"(,"begin":{"type":"integer","description":)"      \
+    R"("Its first number behind the head; two for each column, lowest and highest value"})"
+
+constexpr char kSchemaWavePicture[] =
+    R"({"type":"object","additionalProperties":false,"properties":{)"
+    R"("record":{"type":"object","properties":{)" KW_STRETCH
+    R"(,"divisions":{"type":"integer"},"number":{"type":"integer","description":"0: no record"},)"
+    R"("time":{"type":"string","description":"Of the trigger, ns since 1970-01-01 UTC"},)"
+    R"("mask":{"enum":["not tested","passed","failed"]},"traces":{"type":"array","items":)"
+    R"({"type":"object","properties":{"kind":{"enum":["curve","lines"]},)"
+    R"("bottom":{"type":"number","description":"Level at the lower edge of the screen"},)"
+    R"("top":)" KW_NUMBER R"(,"above":)" KW_FLAG R"(,"below":)" KW_FLAG "," KW_BEGIN "}}}}},"
+    R"("spectrum":{"type":"object","properties":{)" KW_STRETCH R"(,"bottom":)" KW_NUMBER
+    R"(,"top":)" KW_NUMBER
+    R"(,"traces":{"type":"array","items":{"type":"object","properties":{)" KW_BEGIN "}}}}}}}";
+
+#define KW_MASK_LINE                                                                               \
+    R"({"type":"array","description":"Pieces of [time in s, level]","items":{"type":"array",)"     \
+    R"("items":{"type":"array","items":)" KW_NUMBER "}}}"
+
+constexpr char kSchemaWaveMasks[] =
+    R"({"type":"object","additionalProperties":false,"required":["masks"],"properties":{)"
+    R"("masks":{"type":"array","items":{"type":"object","properties":{"name":)" KW_TEXT
+    R"(,"tested":)" KW_FLAG R"(,"upper":)" KW_MASK_LINE R"(,"lower":)" KW_MASK_LINE "}}}}}";
+
 constexpr char kSchemaWrite[] =
     R"({"type":"object","additionalProperties":false,"required":["path"],"minProperties":2,)"
     R"("maxProperties":2,"properties":{"path":)" KW_TEXT
@@ -224,6 +269,10 @@ QByteArray NJson::Components()
                                          {"Subscribe", kSchemaSubscribe},
                                          {"Standing", kSchemaStanding},
                                          {"Changes", kSchemaChanges},
+                                         {"WaveWish", kSchemaWaveWish},
+                                         {"WaveStanding", kSchemaWaveStanding},
+                                         {"WavePicture", kSchemaWavePicture},
+                                         {"WaveMasks", kSchemaWaveMasks},
                                          {"Write", kSchemaWrite},
                                          {"Writes", kSchemaWrites},
                                          {"Trial", kSchemaTrial},

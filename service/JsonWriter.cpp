@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "JsonWriter.h"
 
+#include <QLocale>
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -87,6 +89,13 @@ void CJsonWriter::Texts(const QStringList& texts)
         Text(text);
     }
     EndArray();
+}
+
+void CJsonWriter::Number(double number)
+{
+    Raw(std::isfinite(number)
+            ? QString::number(number, 'g', QLocale::FloatingPointShortest).toLatin1()
+            : QByteArray("null"));
 }
 
 void CJsonWriter::Raw(const QByteArray& json)

@@ -23,6 +23,8 @@ public:
     void Texts(const QStringList& texts);
     void Bool(bool value) { Raw(value ? "true" : "false"); }
     void Whole(INT64 number) { Raw(QByteArray::number(static_cast<qlonglong>(number))); }
+    /** The shortest text that reads back to the same number; null for one that is not finite. */
+    void Number(double number);
     void Null() { Raw("null"); }
     /** A value that is JSON already. */
     void Raw(const QByteArray& json);

@@ -114,8 +114,9 @@ private:
         json.readOnly = options.readOnly;
         json.bounds.connections = m_most;
         json.bounds.answer = m_patience.write;
-        m_http = std::make_unique<CHttpServer>(m_network, m_root, json,
-                                               m_token ? &*m_token : nullptr, options.panelFolder);
+        m_http = std::make_unique<CHttpServer>(
+            m_network, m_root, json, m_token ? &*m_token : nullptr,
+            t_HttpContents{options.panelFolder, {options.acquisition, options.spectra}});
         const QStringList local{QStringLiteral("127.0.0.1")};
         return m_http->Listen(m_token ? options.addresses : local, options.httpPort, m_error);
     }

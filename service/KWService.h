@@ -6,6 +6,9 @@
 #include <QStringList>
 #include <memory>
 
+class IKWAcquisition;
+class IKWStream;
+
 /** How a tree is served: to this machine alone unless something else is said. */
 struct KW_ServiceOptions
 {
@@ -25,6 +28,14 @@ struct KW_ServiceOptions
     /** Folder with the files of the panel, read at each request, for those who change it; where it
        is empty the panel is that of the library. */
     QString panelFolder;
+    /** What a panel draws: the record that the acquisition shows (Streams/Acquisition.h), and the
+        newest record of the spectra, `start` and `interval` of whose traces are Hz and whose
+        channels are those of the FFT. Without them it draws none. Delivering stays the
+        application's. */
+    ///@{
+    std::shared_ptr<IKWAcquisition> acquisition;
+    std::shared_ptr<IKWStream> spectra;
+    ///@}
     int connections = 64;    ///< of each kind that are open at once; further ones are closed
     int writeSeconds = 30;   ///< for which a client may leave answers unread
     int messageSeconds = 60; ///< in which a message must end once it has begun

@@ -34,7 +34,9 @@ struct t_HttpBounds
     std::chrono::seconds trial{2};      ///< for which a trial waits for others
     std::chrono::seconds memory{60};    ///< for which changes are kept without a subscriber
     std::chrono::seconds silence{60};   ///< after which a subscriber must have answered a ping
-    std::chrono::milliseconds poll{50}; ///< between two looks at the change counters
+    std::chrono::milliseconds poll{50}; ///< between two looks at the change counters, and pictures
+    int columns = 4096;                 ///< of a picture
+    std::size_t viewers = 16;           ///< of pictures, at once
 };
 
 /** How far all clients together may go, and the service itself. */

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WebSocketConnection.h"
 
-#include "JsonHub.h"
+#include "WebSocketTopics.h"
 
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -20,16 +20,16 @@ namespace
  * changes have behind its number. Who takes nothing for too long is dropped.
  */
 class CWebSocketConnection : public CHttpClient,
-                             public CJsonSubscriber,
+                             public CSubscriber,
                              public std::enable_shared_from_this<CWebSocketConnection>
 {
 public:
     using t_Request = beast::http::request<beast::http::string_body>;
 
     CWebSocketConnection(std::shared_ptr<t_HttpShared> shared, boost::asio::ip::tcp::socket socket,
-                         t_Request request)
+                         t_Request request, std::unique_ptr<CWebSocketTopic> topic)
         : m_shared(std::move(shared)), m_stream(std::move(socket)), m_timer(m_shared->network),
-          m_request(std::move(request))
+          m_request(std::move(request)), m_topic(std::move(topic))
     {
     }
 
@@ -45,7 +45,7 @@ private:
     void OnMessage();
     /** Sends what there is to send, one message after the other. */
     void Pump();
-    void Send(std::shared_ptr<const QByteArray> message);
+    void Send(t_WebSocketMessage message);
     void OnSent(const beast::error_code& error);
 
     const std::shared_ptr<t_HttpShared> m_shared;
@@ -53,7 +53,7 @@ private:
     boost::asio::steady_timer m_timer;
     const t_Request m_request;
     beast::flat_buffer m_input;
-    t_Subscription m_subscription;
+    const std::unique_ptr<CWebSocketTopic> m_topic;
     QByteArray m_reply; ///< to the last message, while it is not sent
     std::shared_ptr<const QByteArray> m_sending;
 };
@@ -66,7 +66,6 @@ void CWebSocketConnection::Start()
     times.keep_alive_pings = true;
     m_stream.set_option(times);
     m_stream.read_message_max(m_shared->bounds.message);
-    m_stream.text(true);
     ChooseProtocol();
     m_stream.async_accept(m_request,
                           [self = shared_from_this()](const beast::error_code& error)
@@ -76,7 +75,7 @@ void CWebSocketConnection::Start()
                                   self->Close();
                                   return;
                               }
-                              self->m_shared->hub.Add(self);
+                              self->m_topic->Join(self);
                               self->Read();
                           });
 }
@@ -84,13 +83,14 @@ void CWebSocketConnection::Start()
 /** A page that offers protocols, one of them its token, goes on only when one is chosen. */
 void CWebSocketConnection::ChooseProtocol()
 {
-    static constexpr char kProtocol[] = "changes";
+    const auto target = m_request.target();
+    const std::string protocol(target.substr(1));
     beast::http::token_list offered(m_request[beast::http::field::sec_websocket_protocol]);
-    if (offered.exists(kProtocol))
+    if (offered.exists(protocol))
     {
         m_stream.set_option(websocket::stream_base::decorator(
-            [](websocket::response_type& response)
-            { response.set(beast::http::field::sec_websocket_protocol, kProtocol); }));
+            [protocol](websocket::response_type& response)
+            { response.set(beast::http::field::sec_websocket_protocol, protocol); }));
     }
 }
 
@@ -120,7 +120,7 @@ void CWebSocketConnection::OnMessage()
     const QByteArray message(static_cast<const char*>(bytes.data()),
                              static_cast<int>(bytes.size()));
     m_input.consume(m_input.size());
-    m_reply = m_shared->hub.Changes().Subscribe(m_subscription, message, m_shared->bounds.paths);
+    m_reply = m_topic->Receive(message);
     Pump();
 }
 
@@ -132,19 +132,20 @@ void CWebSocketConnection::Pump()
     }
     if (!m_reply.isEmpty())
     {
-        Send(std::make_shared<const QByteArray>(std::exchange(m_reply, QByteArray())));
+        Send({std::make_shared<const QByteArray>(std::exchange(m_reply, QByteArray())), false});
         Read();
         return;
     }
-    if (auto changes = m_shared->hub.Changes().Take(m_subscription))
+    if (t_WebSocketMessage next = m_topic->Take(); next.bytes)
     {
-        Send(std::move(changes));
+        Send(std::move(next));
     }
 }
 
-void CWebSocketConnection::Send(std::shared_ptr<const QByteArray> message)
+void CWebSocketConnection::Send(t_WebSocketMessage message)
 {
-    m_sending = std::move(message);
+    m_stream.binary(message.isBinary);
+    m_sending = std::move(message.bytes);
     m_timer.expires_after(m_shared->bounds.answer);
     m_timer.async_wait(
         [self = weak_from_this()](const beast::error_code& error)
@@ -177,8 +178,10 @@ void CWebSocketConnection::OnSent(const beast::error_code& error)
 void StartWebSocket(const std::shared_ptr<t_HttpShared>& shared,
                     boost::asio::ip::tcp::socket socket, CWebSocketConnection::t_Request request)
 {
-    const auto connection =
-        std::make_shared<CWebSocketConnection>(shared, std::move(socket), std::move(request));
+    const auto target = request.target();
+    auto topic = NWebSocket::MakeTopic({target.data(), target.size()}, *shared);
+    const auto connection = std::make_shared<CWebSocketConnection>(
+        shared, std::move(socket), std::move(request), std::move(topic));
     shared->clients.push_back(connection);
     connection->Start();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A tree of its own, served to other processes until it is told to end.
 
+#include "Demonstration.h"
 #include "IKWFunctionZEL.h"
 #include "KWService.h"
 
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,7 @@ struct t_Arguments
     std::vector<std::string> networks;
     std::string tokenFile;
     std::string panel;
+    bool isDemonstration = false;
     KW_ServiceOptions service;
 };
 
@@ -60,6 +63,8 @@ void Declare(CLI::App& app, t_Arguments& arguments)
         ->check(CLI::ExistingDirectory)
         ->type_name("FOLDER");
     app.add_flag("--read-only", arguments.service.readOnly, "clients can change nothing");
+    app.add_flag("--demo", arguments.isDemonstration,
+                 "acquires made-up signals, so that there is something to draw");
     app.add_option("--connections", arguments.service.connections,
                    "that are open at once; further ones are closed")
         ->check(CLI::Range(1, 65535))
@@ -98,7 +103,7 @@ sigset_t BlockSignals()
     return signals;
 }
 
-int Serve(const t_Arguments& arguments, const sigset_t& signals)
+int Serve(t_Arguments& arguments, const sigset_t& signals)
 {
     const auto root = GetZELRoot();
     if (!arguments.folder.empty())
@@ -110,6 +115,13 @@ int Serve(const t_Arguments& arguments, const sigset_t& signals)
         }
     }
     {
+        std::optional<CDemonstration> demonstration;
+        if (arguments.isDemonstration)
+        {
+            demonstration.emplace(root);
+            arguments.service.acquisition = demonstration->GetAcquisition();
+            arguments.service.spectra = demonstration->GetSpectra();
+        }
         const CKWService service(root, arguments.service);
         if (service.GetPort() == 0)
         {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "JsonChanges.h"
 #include "JsonService.h"
+#include "JsonWaveWish.h"
 #include "ServiceTargets.h"
 
 #include <QJsonDocument>
@@ -35,6 +36,9 @@ void KW_TryJsonRequests(const QByteArray& bytes)
         TryRequest(service, line);
         const QByteArray reply = changes.Subscribe(subscription, line, 4);
         KW_Require(QJsonDocument::fromJson(reply).isObject(), "a reply that is no object", line);
+        QString wrong;
+        KW_Require(NJson::ReadWaveWish(line, 4096, wrong).has_value() == wrong.isEmpty(),
+                   "a wish without an answer", line);
         changes.Look();
         const auto message = changes.Take(subscription);
         KW_Require(!message || QJsonDocument::fromJson(*message).isObject(),

@@ -90,7 +90,8 @@ REQUESTS = [
     ("get", "/files?path=SaveRecall/File", None), ("get", "/files?path=Horizontal", None),
     ("get", "/couplings", None),
     ("get", "/couplings?path=none", None), ("get", "/why?path=Horizontal/Scale", None),
-    ("get", "/why?path=none", None), ("get", "/changes", None), ("post", "/write", WRITE),
+    ("get", "/why?path=none", None), ("get", "/changes", None), ("get", "/waves", None),
+    ("post", "/write", WRITE),
     ("post", "/write", REFUSED), ("post", "/write", {}), ("post", "/write", {**REFUSED, "together": False}),
     ("post", "/trial", WRITE), ("post", "/trial", REFUSED), ("post", "/trial", {}),
     ("post", "/run", {"path": "Preset"}), ("post", "/run", {"path": "Horizontal"}),
@@ -172,6 +173,84 @@ class JsonClientsTest(unittest.TestCase):
         wrong = host.subscribe({"subscribe": ["none"]}, 100)
         self.assertEqual(wrong.standing["name"], "BAD_TEXT")
         wrong.communicate(timeout=20)
+
+    @unittest.skipUnless(has_subscriber() and jsonschema, "needs node, its package ws and jsonschema")
+    def test_picture_is_not_as_described(self) -> None:
+        host = self.start("--demo")
+        host.ask("/write", {"writes": [{"path": "Logic/Enabled", "value": True},
+                                       {"path": "Mask/Enabled", "value": True}], "together": False})
+        ran = self.view(host, {"traces": {"columns": 300}, "spectrum": {"columns": 200}}, 1500)
+        schemas = host.ask("/openapi.json")[1]["components"]
+        pictures = [line["picture"] for line in ran if "picture" in line]
+        self.assertTrue(5 <= len(pictures) <= 35, len(pictures))
+        for line in ran:
+            kind = ("WavePicture" if "picture" in line else "WaveMasks" if "masks" in line
+                    else "WaveStanding")
+            jsonschema.validate(line.get("picture", line), {
+                "$ref": f"#/components/schemas/{kind}", "components": schemas})
+        head = pictures[-1]
+        numbers = [picture["record"]["number"] for picture in pictures]
+        self.assertEqual(numbers, sorted(set(numbers)))
+        self.assertEqual((head["record"]["left"], head["record"]["right"]), (-5e-07, 5e-07))
+        names = [trace["name"] for trace in head["record"]["traces"]]
+        self.assertEqual((names[0], names[-1], head["spectrum"]["traces"][0]["name"]),
+                         ("C1", "D0", "FFT 1"))
+        # 5 MHz of the source stand out.
+        self.assertEqual([line["peak"] for line in ran if "picture" in line][-1], 5)
+        quiet = self.view(self.start(), {"traces": {"columns": 300}}, 300)
+        self.assertEqual(quiet, [{"traces": False, "spectrum": False}])
+        self.assertEqual(self.view(host, {"traces": {"columns": 5000}}, 200)[0]["name"], "BAD_TEXT")
+
+    def view(self, host: CHost, wish: dict, milliseconds: int) -> list[dict]:
+        """Texts, heads of pictures, and where the spectrum is highest, MHz."""
+        script = f"""
+            const socket = new (require("ws"))("ws://127.0.0.1:{host.port}/waves", ["waves"]);
+            socket.on("open", () => socket.send({json.dumps(json.dumps(wish))}));
+            socket.on("message", (data, isBinary) => {{
+                if (!isBinary) {{ console.log(data.toString()); return; }}
+                const body = 4 + data.readUInt32LE(0);
+                const picture = JSON.parse(data.subarray(4, body).toString());
+                const at = (i) => data.readFloatLE(body + 4 * i);
+                const {{traces, columns, from, to}} = picture.spectrum;
+                let peak = 0;
+                for (let i = 0; i < columns; ++i) {{
+                    peak = at(traces[0].begin + 2 * i + 1) > at(traces[0].begin + 2 * peak + 1) ? i : peak;
+                }}
+                console.log(JSON.stringify(
+                    {{picture, peak: Math.round((from + (to - from) * peak / columns) / 5e6) * 5}}));
+            }});
+            setTimeout(() => process.exit(), {milliseconds});"""
+        ran = subprocess.run(["node", "-e", script], env=MODULES, text=True, timeout=20,
+                             capture_output=True, check=True)
+        return [json.loads(line) for line in ran.stdout.splitlines()]
+
+    def test_viewer_that_reads_nothing_is_queued_for(self) -> None:
+        host = self.start("--demo", "--connections", "60")
+        upgrade = (b"GET /waves HTTP/1.1\r\nHost: localhost\r\nConnection: Upgrade\r\n"
+                   b"Upgrade: websocket\r\nSec-WebSocket-Version: 13\r\n"
+                   b"Sec-WebSocket-Key: AAAAAAAAAAAAAAAAAAAAAA==\r\n\r\n")
+        wish = json.dumps({"traces": {"columns": 4096}, "spectrum": {"columns": 4096}}).encode()
+        frame = b"\x81" + bytes([0x80 + len(wish)]) + bytes(4) + wish  # masked by zeros
+        silent = []
+        for _ in range(40):
+            client = host.connect()
+            client.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 4096)
+            client.sendall(upgrade)
+            self.assertIn(b" 101 ", client.recv(4096))
+            client.sendall(frame)
+            silent.append(client)
+        time.sleep(1)
+        before = host.memory()
+        time.sleep(2)
+        self.assertLess(host.memory() - before, 4 << 20)
+        begun = time.monotonic()
+        self.assertEqual(host.curl("/history")[0], 200)
+        self.assertLess(time.monotonic() - begun, 1)
+        answer = b""
+        while b"CONTAINER_FULL" not in answer:
+            answer += silent[-1].recv(4096)
+        for client in silent:
+            client.close()
 
     def test_large_body_is_read(self) -> None:
         host = self.start()
