@@ -13,6 +13,21 @@ const here = path.dirname(fileURLToPath(import.meta.url));
 const folder = path.resolve(process.argv.slice(2).find((word) => !word.startsWith('--')) ??
     path.join(here, 'bundle'));
 
+/** Of uplot what the panel uses: its other ways to draw curves hang on the function as members, so
+    that nothing would be left out otherwise. */
+const withoutMembers = {
+    name: 'without-members',
+    setup: (bundler) => bundler.onLoad({ filter: /uPlot\.esm\.js$/ }, async ({ path: file }) => {
+        const text = await readFile(file, 'utf8');
+        const begin = text.indexOf('\nuPlot.assign = assign;');
+        const end = text.lastIndexOf('\nexport {');
+        if (begin < 0 || end < begin) {
+            throw new Error('uplot has its members elsewhere');
+        }
+        return { contents: text.slice(0, begin) + text.slice(end) };
+    }),
+};
+
 const options = {
     absWorkingDir: here,
     entryPoints: { panel: 'src/main.js' },
@@ -25,6 +40,7 @@ const options = {
     legalComments: 'none', // LICENCES.txt has them, whole
     metafile: true,
     logLevel: 'warning',
+    plugins: [withoutMembers],
 };
 
 /** Names of the packages of which something is in the bundle. */
@@ -59,7 +75,8 @@ const style = { ...options, entryPoints: { panel: 'style.css' } };
 await mkdir(folder, { recursive: true });
 const built = await Promise.all([build(options), build(style)]);
 await writeLicences(packagesOf(...built.map(({ metafile }) => metafile)));
-await writeFile(path.join(folder, 'index.html'), await readFile(path.join(here, 'index.html')));
+await Promise.all(['index.html', 'icon.svg'].map(async (name) =>
+    writeFile(path.join(folder, name), await readFile(path.join(here, name)))));
 
 if (process.argv.includes('--watch')) {
     await Promise.all([options, style].map(async (of) => (await context(of)).watch()));

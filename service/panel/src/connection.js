@@ -89,6 +89,14 @@ export class Connection {
         }
     }
 
+    /** A WebSocket of the service, by the name of what it is about. */
+    openSocket(name) {
+        const address = `${this.means.base.replace(/^http/, 'ws')}/${name}`;
+        return this.token
+            ? new this.means.WebSocket(address, [name, `bearer.${encodeToken(this.token)}`])
+            : new this.means.WebSocket(address);
+    }
+
     setToken(token) {
         this.token = token;
         this.retry();
@@ -150,10 +158,7 @@ export class Connection {
     }
 
     #open(attempt) {
-        const address = `${this.means.base.replace(/^http/, 'ws')}/changes`;
-        const socket = this.token
-            ? new this.means.WebSocket(address, ['changes', `bearer.${encodeToken(this.token)}`])
-            : new this.means.WebSocket(address);
+        const socket = this.openSocket('changes');
         this.socket = socket;
         const isPresent = () => attempt === this.attempt;
         socket.onopen = () => isPresent() && this.#subscribe();

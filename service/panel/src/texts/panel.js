@@ -19,6 +19,7 @@ export const texts = {
         label: 'Views',
         home: 'Overview',
         favourites: 'Favourites',
+        waves: 'Traces',
         history: 'History'
     },
     kinds: {
