@@ -17,7 +17,8 @@ let browser;
 let host;
 
 before(async () => {
-    [browser, host] = await Promise.all([startBrowser(), Host.start()]);
+    host = await Host.start();
+    browser = await startBrowser();
 });
 
 after(async () => {

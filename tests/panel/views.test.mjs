@@ -80,8 +80,9 @@ let browser;
 let host;
 
 before(async () => {
-    [browser, host, axe] = await Promise.all([startBrowser(), Host.start('--demo'),
-        readFile(need.resolve('axe-core/axe.min.js'), 'utf8')]);
+    axe = await readFile(need.resolve('axe-core/axe.min.js'), 'utf8');
+    host = await Host.start('--demo');
+    browser = await startBrowser();
     for (const key of ['Engine', 'Gear']) {
         await host.ask('/items', { path: LABELS, do: 'insert', key });
         await host.ask('/items', { path: 'Spectrum/SpectrumMarkers/SpectrumMarker', do: 'insert' });
