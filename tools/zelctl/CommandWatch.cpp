@@ -26,12 +26,11 @@ class CWatch
 public:
     /** Fails where no service answers. */
     CWatch(CSession& session, QStringList paths);
-    /** Waits for changes and shows them; gives their number. */
+    /** Waits for changes and shows them; gives their number, which is 0 for what is none, and when
+       it is interrupted. */
     int ShowNext();
 
 private:
-    /** Whether a message has come; none has where something else did, or an interrupt. */
-    bool HasNews();
     void Resume();
     int Look();
     CSnapshot TakeStates();
@@ -102,19 +101,6 @@ int CWatch::Look()
     return static_cast<int>(changes.size());
 }
 
-bool CWatch::HasNews()
-{
-    // The service asks twice a minute whether somebody is there; a line that is dead is not waited
-    // for without end.
-    constexpr int kPatience = 60000;
-    if (!m_changes->HasBegun() && !CInterruptGuard::WaitFor(m_changes->Descriptor(), kPatience) &&
-        CInterruptGuard::IsInterrupted())
-    {
-        return false;
-    }
-    return m_changes->Take().has_value();
-}
-
 void CWatch::Resume()
 {
     m_changes.emplace(m_session.Follow(m_paths));
@@ -139,14 +125,14 @@ int CWatch::ShowNext()
     {
         if (m_changes)
         {
-            return HasNews() ? Look() : 0;
+            return m_changes->Take() ? Look() : 0;
         }
         Resume();
         return Look();
     }
     catch (const CLostService& lost)
     {
-        if (m_changes)
+        if (m_changes && !CInterruptGuard::IsInterrupted())
         {
             Tell("lost", lost.GetText() + QStringLiteral("; waiting for it"));
         }

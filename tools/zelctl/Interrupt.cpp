@@ -41,6 +41,8 @@ CInterruptGuard::~CInterruptGuard()
     sigaction(SIGINT, &m_before, nullptr);
     close(s_wake[0]);
     close(s_wake[1]);
+    s_wake = {-1, -1};
+    s_interrupted = 0;
 }
 
 bool CInterruptGuard::IsInterrupted()

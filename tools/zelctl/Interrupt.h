@@ -4,7 +4,7 @@
 #include <csignal>
 
 /** While it lives, an interrupt (Ctrl-C) ends what waits here instead of the program. One at a
-    time. */
+    time; without one, waiting is only that. */
 class CInterruptGuard
 {
 public:

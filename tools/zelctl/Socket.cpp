@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Socket.h"
 
+#include "Interrupt.h"
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -13,7 +15,7 @@
 
 namespace
 {
-constexpr int kPatienceSeconds = 60; ///< an operation is answered when it has ended
+constexpr int kPatience = 60; ///< seconds: an operation is answered when it has ended
 
 int Open(const addrinfo& address)
 {
@@ -23,8 +25,7 @@ int Open(const addrinfo& address)
     {
         return -1;
     }
-    const timeval patience{kPatienceSeconds, 0};
-    ::setsockopt(number, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    const timeval patience{kPatience, 0};
     ::setsockopt(number, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     if (::connect(number, address.ai_addr, address.ai_addrlen) == 0)
     {
@@ -91,12 +92,13 @@ bool CSocket::Send(const QByteArray& bytes) const
 
 int CSocket::Receive(QByteArray& bytes) const
 {
-    std::array<char, 65536> room{};
-    ssize_t count = 0;
-    do
+    if (!CInterruptGuard::WaitFor(m_number, kPatience * 1000))
     {
-        count = ::recv(m_number, room.data(), room.size(), 0);
-    } while (count < 0 && errno == EINTR);
+        errno = CInterruptGuard::IsInterrupted() ? EINTR : EAGAIN;
+        return -1;
+    }
+    std::array<char, 65536> room{};
+    const ssize_t count = ::recv(m_number, room.data(), room.size(), 0);
     if (count > 0)
     {
         bytes.append(room.data(), static_cast<int>(count));

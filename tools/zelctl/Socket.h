@@ -25,10 +25,9 @@ public:
 
     /** False where the other side takes nothing any more. */
     bool Send(const QByteArray& bytes) const;
-    /** Appends what has come; waits for it up to a minute. How many bytes: 0 where the other side
-        has closed, less where nothing comes any more, and `errno` says why. */
+    /** Appends what has come; waits for it up to a minute, or until an interrupt. How many bytes: 0
+       where the other side has closed, less where nothing comes any more, and `errno` says why. */
     int Receive(QByteArray& bytes) const;
-    int Descriptor() const { return m_number; }
 
     /** A failure that says whom the connection was with. */
     CLostService Lost(const QString& why) const;

@@ -25,9 +25,6 @@ public:
     /** Waits for the next frame: a whole message, or nothing yet. Fails (CLostService) where none
         comes. */
     std::optional<QByteArray> Take();
-    /** Whether a frame has begun to come, so that nobody waits in vain for the descriptor. */
-    bool HasBegun() const { return !m_bytes.isEmpty(); }
-    int Descriptor() const { return m_socket.Descriptor(); }
 
 private:
     struct t_Frame
