@@ -38,7 +38,7 @@ class Row:
 
 @dataclass(frozen=True)
 class Stage:
-    """A program to build, and how to run its tests from the project's folder."""
+    """Programs to build, and how to run their tests from the project's folder."""
     target: str
     command: tuple[str, ...]
 
@@ -106,8 +106,13 @@ def stages(file: str, root: Path) -> list[Stage]:
         return [Stage("", (sys.executable, "-B", "-m", "unittest", "discover", "--failfast", "-s",
                            "tests/tools/modelgen"))]
     commands = [zelctl("zelctl"), zelctl("calc"), zelctl("labels")]
+    living = Stage("zelctl zelhost", (sys.executable, "-B", "tests/tools/zelctl/test_connect.py",
+                                      str(BUILD / "service/zelhost"),
+                                      str(BUILD / "tools/zelctl/zelctl")))
+    if re.match(r"tools/(shared/|zelctl/(CommandWatch|HttpClient|Living|OrderedJson|.*Socket))", file):
+        return [living, *commands]
     if file.startswith("tools/"):
-        return [*commands, zelctl("shell"), zelctl("guides")]
+        return [*commands, zelctl("shell"), zelctl("guides"), living]
     if file.startswith("service/"):
         return [gtest("test_service"),
                 Stage("zelhost", (sys.executable, "-B", "tests/service/test_clients.py",
@@ -162,7 +167,8 @@ class CCopy:
         if not target:
             return ""
         done = subprocess.run(
-            ["cmake", "--build", str(BUILD), "--parallel", str(self.jobs), "--target", target],
+            ["cmake", "--build", str(BUILD), "--parallel", str(self.jobs), "--target",
+             *target.split()],
             cwd=self.root, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         return "" if done.returncode == 0 else done.stdout[-2000:] + done.stderr
 
