@@ -12,20 +12,24 @@ from ._core import (
     Horizontal,
     NcoFrequency,
     ProbeSettings,
+    RecordFacts,
     Registers,
     Vertical,
     is_acquisition_channel,
     is_analog_channel,
     is_analog_trigger,
     is_digital_channel,
+    is_hardware_input,
     is_logic_trigger,
+    is_serial_bus_channel,
     is_serial_bus_trigger,
     requires_logic_trigger,
 )
 
 __all__ = [
     "DDC", "FFT", "Common", "DecimationRate", "Gain", "Horizontal", "NcoFrequency",
-    "ProbeSettings", "Registers", "Vertical", "is_acquisition_channel", "is_analog_channel",
-    "is_analog_trigger", "is_digital_channel", "is_logic_trigger", "is_serial_bus_trigger",
+    "ProbeSettings", "RecordFacts", "Registers", "Vertical", "is_acquisition_channel",
+    "is_analog_channel", "is_analog_trigger", "is_digital_channel", "is_hardware_input",
+    "is_logic_trigger", "is_serial_bus_channel", "is_serial_bus_trigger",
     "requires_logic_trigger",
 ]

@@ -224,6 +224,56 @@ py::tuple DecimationAndLength(double time, double rate, KW_ZEL_ACQUISITION_MODE 
     return py::make_tuple(decimation, length);
 }
 
+py::tuple SlowDecimationAndLength(double time, double analogRate, double digitalRate,
+                                  KW_ZEL_ACQUISITION_MODE mode, KW_ZEL_HISTORY_DEPTH depth,
+                                  KW_ZEL_RECORD_LENGTH selection)
+{
+    unsigned int analog = 0;
+    unsigned int digital = 0;
+    double analogLength = 0.0;
+    double digitalLength = 0.0;
+    Calculate(
+        [&]
+        {
+            t_Horizontal::CalculateDecimationFactorAndRecordLengthAnalogAndDigitalSlowOrRollMode(
+                time, analogRate, digitalRate, mode, depth, selection, analog, digital,
+                analogLength, digitalLength);
+            return true;
+        });
+    return py::make_tuple(py::make_tuple(analog, analogLength),
+                          py::make_tuple(digital, digitalLength));
+}
+
+py::tuple LimitDecimation(double factor)
+{
+    bool isLimited = false;
+    const unsigned int limited = t_Horizontal::LimitDecimationFactor(factor, isLimited);
+    return py::make_tuple(limited, isLimited);
+}
+
+/** What follows from the length of a record. */
+struct t_RecordFacts
+{
+    UINT32 recordLength = 0;
+    UINT32 traceLength = 0;
+    double interpolationFactor = 1.0;
+    bool isHardwareInterpolation = false;
+    double resolution = 0.0;
+};
+
+t_RecordFacts Dependent(double samples, UINT32 selector, double time, double requiredPoints)
+{
+    return Calculate(
+        [&]
+        {
+            t_RecordFacts facts;
+            t_Horizontal::CalculateDependentHorizontalSettings(
+                samples, selector, time, requiredPoints, facts.recordLength, facts.traceLength,
+                facts.interpolationFactor, facts.isHardwareInterpolation, facts.resolution);
+            return facts;
+        });
+}
+
 py::tuple Boundaries(double time, UINT16 percent, double position, double resolution)
 {
     double left = 0.0;
@@ -255,6 +305,12 @@ py::tuple Zoom(UINT32 length, double zoom, double interpolation, UINT32 minimum)
 
 void AddHorizontal(py::module_& module)
 {
+    py::class_<t_RecordFacts>(module, "RecordFacts", "What follows from the length of a record.")
+        .def_readonly("record_length", &t_RecordFacts::recordLength)
+        .def_readonly("trace_length", &t_RecordFacts::traceLength)
+        .def_readonly("interpolation_factor", &t_RecordFacts::interpolationFactor)
+        .def_readonly("is_hardware_interpolation", &t_RecordFacts::isHardwareInterpolation)
+        .def_readonly("resolution", &t_RecordFacts::resolution);
     py::class_<t_Horizontal>(module, "Horizontal", "Calculations of the time base.")
         .def_static("sample_rate", Wrap(&t_Horizontal::GetSampleRate), py::arg("mode"))
         .def_static("effective_decimation", Wrap(&t_Horizontal::CalculateDecimationFactorEffective),
@@ -269,6 +325,12 @@ void AddHorizontal(py::module_& module)
         .def_static("decimation_and_length", &DecimationAndLength, py::arg("acquisition_time"),
                     py::arg("sample_rate"), py::arg("acquisition_mode"), py::arg("history_depth"),
                     py::arg("record_length"))
+        .def_static("slow_decimation_and_length", &SlowDecimationAndLength,
+                    py::arg("acquisition_time"), py::arg("analog_rate"), py::arg("digital_rate"),
+                    py::arg("acquisition_mode"), py::arg("history_depth"), py::arg("record_length"))
+        .def_static("limited_decimation", &LimitDecimation, py::arg("factor"))
+        .def_static("record_facts", &Dependent, py::arg("samples"), py::arg("selector"),
+                    py::arg("acquisition_time"), py::arg("required_points"))
         .def_static("adjusted_record_length", Wrap(&t_Horizontal::AdjustRecordLength),
                     py::arg("samples"))
         .def_static("interpolation_factor", Wrap(&t_Horizontal::CalculateInterpolationFactor),
@@ -277,6 +339,8 @@ void AddHorizontal(py::module_& module)
                     py::arg("acquisition_time"), py::arg("record_length"), py::arg("left"))
         .def_static("boundaries", &Boundaries, py::arg("acquisition_time"),
                     py::arg("reference_percent"), py::arg("position"), py::arg("resolution"))
+        .def_static("right", Wrap(&t_Horizontal::GetRightHorizontalBoudary), py::arg("left"),
+                    py::arg("width"))
         .def_static("zoom_boundaries", &ZoomBoundaries, py::arg("width"), py::arg("centre"))
         .def_static("zoom_points", &Zoom, py::arg("record_length"), py::arg("zoom_factor"),
                     py::arg("interpolation_factor"), py::arg("minimum_points"));
@@ -292,6 +356,10 @@ void AddVertical(py::module_& module)
         .def_static("next_higher_scale",
                     Wrap(static_cast<double (*)(const double&)>(&t_Vertical::GetNextHighestScale)),
                     py::arg("scale"))
+        .def_static("range_between", Wrap(&t_Vertical::GetRangeFromTopBottom), py::arg("top"),
+                    py::arg("bottom"))
+        .def_static("offset_between", Wrap(&t_Vertical::GetOffsetFromTopBottom), py::arg("top"),
+                    py::arg("bottom"))
         .def_static(
             "scale_for_range",
             Wrap(static_cast<double (*)(const double&, UINT32)>(&t_Vertical::GetNextHighestScale)),
@@ -313,6 +381,8 @@ void AddHelpers(py::module_& module)
     namespace App = NApplicationDefinitions;
     module.def("is_analog_channel", Wrap(&App::IsAnalogChannel), py::arg("channel"))
         .def("is_digital_channel", Wrap(&App::IsDigitalChannel), py::arg("channel"))
+        .def("is_serial_bus_channel", Wrap(&App::IsSerialBusChannel), py::arg("channel"))
+        .def("is_hardware_input", Wrap(&App::IsHardwareInputChannel), py::arg("channel"))
         .def("is_acquisition_channel", Wrap(&App::IsAcquisitionChannel), py::arg("channel"))
         .def("is_analog_trigger", Wrap(&App::IsAnalogTrigger), py::arg("type"))
         .def("is_serial_bus_trigger", Wrap(&App::IsSerialBusTrigger), py::arg("type"))

@@ -45,8 +45,21 @@ def test_calculations_take_members_names_and_numbers():
     to_db = helpers.FFT.magnitude_db("VOLTAGE", "DBM", 50.0)
     assert abs(to_db(1.0) - 13.0103) < 1e-3
     assert helpers.is_analog_channel("C1") and not helpers.is_analog_channel("D0")
-    left, right = helpers.Horizontal.boundaries(1.0, 50, 0.0, 0.0)
-    assert (left, right) == (-0.5, 0.5)
+    assert helpers.is_serial_bus_channel("S1") and helpers.is_hardware_input("D0")
+    time_base = helpers.Horizontal
+    assert time_base.boundaries(1.0, 50, 0.0, 0.0) == (-0.5, 0.5)
+    assert time_base.right(-0.5, 1.0) == 0.5
+    assert time_base.limited_decimation(2.5) == (2, False)
+    assert time_base.limited_decimation(1e10) == (2_000_000_000, True)
+    facts = time_base.record_facts(100.0, 0, 1.0, 250.0)
+    assert (facts.record_length, facts.trace_length) == (100, 250)
+    assert facts.interpolation_factor == 2.5 and facts.is_hardware_interpolation
+    assert facts.resolution == 1.0 / 250
+    analog, digital = time_base.slow_decimation_and_length(100.0, 5e9, 1.25e9, "SAMPLE", 0, 0)
+    assert all(isinstance(factor, int) and factor >= 1 for factor, _ in (analog, digital))
+    assert analog[1] == pytest.approx(100.0 * 5e9 / analog[0])
+    assert helpers.Vertical.range_between(3.0, -1.0) == 4.0
+    assert helpers.Vertical.offset_between(3.0, -1.0) == 1.0
 
 
 def test_labels_decode_and_pass_through_the_tree(root, tmp_path):
