@@ -2,7 +2,9 @@
 """What editors and type checkers are told is what is there."""
 
 import ast
+import html
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -99,3 +101,46 @@ def test_stubs_are_those_of_the_module(monkeypatch, tmp_path):
     mypy_environment(monkeypatch)
     # The other modules are their own; classes of groups are compared with the tree above.
     run(sys.executable, "-m", "mypy.stubtest", "kwifunctionzel._core", "kwifunctionzel.enums")
+
+
+def test_names_on_the_pages_of_the_reference_are_those_of_the_tree(root, tmp_path):
+    run(sys.executable, "-B", str(PROJECT / "tools/modelgen"), "--out", str(tmp_path),
+        "--enumerations", str(PROJECT / "database/Enumerations"), "--groups", str(PROJECT / "src"),
+        "--site", str(PROJECT / "docs/settings/couplings"))
+
+    def shown(page: str, what: str) -> list[str]:
+        return [html.unescape(name) for row in re.findall(f"<dt>{what}</dt><dd>(.*?)</dd>", page)
+                for name in re.findall("<code>(.*?)</code>", row)]
+
+    seen = 0
+    for page in sorted(tmp_path.glob("*.html")):
+        text = page.read_text(encoding="utf-8")
+        rows = zip(*(shown(text, what) for what in ("Path", "Remote", "Python")), strict=True)
+        for path, command, program in rows:
+            own, program = with_first_items(root, path, program)
+            if not own:
+                continue
+            group, _, name = program.removesuffix("()").rpartition(".")
+            parent = eval(group, {"root": root})
+            member = parent.members()[name]
+            assert member.path == own and hasattr(parent, name), program
+            assert callable(member) == program.endswith("()"), program
+            if isinstance(member, kwi.Property):
+                assert command.rpartition(":")[2] == member.remote_name, path
+            seen += 1
+    assert seen > 1000
+
+
+def with_first_items(root: kwi.Root, path: str, program: str) -> tuple[str, str]:
+    """A path and what Python calls it, of the first item of each container; empty where only the
+    acquisition's side makes items."""
+    while container := re.match(r"(.*?)\[(n|name)\]", path):
+        items = root.node(container[1])
+        if not items and items.is_dynamic:
+            items.append() if isinstance(items, kwi.Array) else items.insert()
+        if not items:
+            return "", ""
+        key = "0" if isinstance(items, kwi.Array) else items.keys()[0]
+        path = path.replace(container[0], f"{container[1]}[{key}]", 1)
+        program = re.sub(r"\[(\"?)(?:n|name)\1\]", rf"[\g<1>{key}\1]", program, count=1)
+    return path, program
