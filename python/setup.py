@@ -25,8 +25,8 @@ class BuildWithCMake(build_py):
         if not present:
             # The one that the virtual environment is made of: it stays when that goes.
             python = getattr(sys, "_base_executable", sys.executable)
-            options += [f"-DKWI_PYTHON={python}", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DKWI_BUILD_TESTS=OFF",
-                        "-DKWI_BUILD_TOOLS=OFF", "-DCMAKE_UNITY_BUILD=ON",
+            options += [f"-DKWI_PYTHON={python}", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+                        "-DKWI_BUILD_TESTS=OFF", "-DKWI_BUILD_TOOLS=OFF", "-DCMAKE_UNITY_BUILD=ON",
                         "-DCMAKE_UNITY_BUILD_BATCH_SIZE=12"]
         subprocess.run(["cmake", "-S", _PROJECT, "-B", build, *options], check=True)
         subprocess.run(["cmake", "--build", build, "--target", "kwi_python_package"], check=True)

@@ -6,6 +6,7 @@ The tree of this process offers them in `_core`; another one needs those calls a
 from __future__ import annotations
 
 import contextlib
+import operator
 import time
 from collections.abc import Iterator
 from typing import TYPE_CHECKING, Any, Generic, NamedTuple, TypeVar, overload
@@ -64,6 +65,16 @@ class NodeApi:
     def is_available(self) -> bool:
         """Whether it is shown and may be written or run."""
         return self._availability == Availability.AVAILABLE
+
+
+class MeaningDoc:
+    """What help() tells: of a node its meaning, of a class what was written."""
+
+    def __init__(self, text: str | None) -> None:
+        self._text = text
+
+    def __get__(self, node: NodeApi | None, owner: object = None) -> str | None:
+        return self._text if node is None else node.meaning
 
 
 class PropertyApi(NodeApi):
@@ -268,7 +279,8 @@ class ArrayApi(ContainerApi[_G]):
         if isinstance(index, slice):
             items: list[_G] = self._all_items()
             return items[index]
-        item: _G = self._item_at(index if index >= 0 else self._place(index))
+        place = operator.index(index)
+        item: _G = self._item_at(place if place >= 0 else self._place(place))
         return item
 
     def __iter__(self) -> Iterator[_G]:

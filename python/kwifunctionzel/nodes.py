@@ -14,28 +14,18 @@ _G = TypeVar("_G", bound="Group")
 _R = TypeVar("_R", bound="Root")
 
 
-class _Doc:
-    """What help() tells: of a node its meaning, of a class what was written."""
-
-    def __init__(self, text: str) -> None:
-        self._text = text
-
-    def __get__(self, node: api.NodeApi | None, owner: object = None) -> str:
-        return self._text if node is None else node.meaning
-
-
 class Property(_core.Property, api.PropertyApi):
     """A property itself: what `group.Name` reads and writes, with all that belongs to it."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
 
 class Action(_core.Action, api.ActionApi):
     """An action; calling it runs it."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
 
 class Group(_core.Group, api.GroupApi):
@@ -43,25 +33,28 @@ class Group(_core.Group, api.GroupApi):
     it. `node("Name")` is the property itself."""
 
     __slots__ = ()
-    __doc__ = _Doc(__doc__)  # type: ignore[assignment]
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
 
 class Array(Group, api.ArrayApi[_G]):
     """An array of groups, as a list."""
 
     __slots__ = ()
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
 
 class Map(Group, api.MapApi[_G]):
     """A map of groups, as a dict."""
 
     __slots__ = ()
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
 
 class Root(Group, api.RootApi):
     """The root of the tree."""
 
     __slots__ = ()
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
     def close(self) -> None:
         """Lets the tree go, whatever else holds nodes of it; it goes when nobody else in the

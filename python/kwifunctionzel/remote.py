@@ -10,6 +10,7 @@ import hashlib
 import http.client
 import json
 import math
+import operator
 import threading
 from typing import TYPE_CHECKING, Any
 from urllib.parse import quote
@@ -198,6 +199,8 @@ def _is_number(kind: str) -> bool:
 class Property(_Node, api.PropertyApi):
     """A property of the living tree."""
 
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
+
     def _from(self, value: Any, kind: str) -> Any:
         if kind == "double":
             return math.nan if value is None else float(value)
@@ -217,20 +220,22 @@ class Property(_Node, api.PropertyApi):
             return base64.b64encode(value).decode()
         if isinstance(value, Group):
             return value.path
-        if value is None:
+        if value is None and self.type_name == "reference":
             return ""
-        if isinstance(value, bool) or isinstance(value, str):
+        if isinstance(value, (bool, str)):
             return value
-        if isinstance(value, int):
+        if hasattr(value, "__index__"):  # numpy's numbers too
+            whole = operator.index(value)
             kind = self.type_name
             if kind.startswith("KW_"):
                 members = list(getattr(enums, kind))
-                if not 0 <= value < len(members):
+                if not 0 <= whole < len(members):
                     raise errors.refusal(Code.UNKNOWN_VALUE, self, value, [])
-                return members[value].serial or str(value)
-            return int(value) if abs(value) <= _EXACT else str(int(value))
-        if isinstance(value, float):
-            return value if math.isfinite(value) else repr(value)
+                return members[whole].serial or str(whole)
+            return whole if abs(whole) <= _EXACT else str(whole)
+        if hasattr(value, "__float__"):
+            number = float(value)
+            return number if math.isfinite(number) else repr(number)
         raise TypeError(f"{self.path}: a {type(value).__name__} is no value of a setting")
 
     def _write(self, write: dict[str, Any], value: object) -> None:
@@ -394,6 +399,8 @@ def _written(link: _Link, writes: list[dict[str, Any]], text: str, asked: dict[s
 class Action(_Node, api.ActionApi):
     """An action of the living tree; calling it runs it."""
 
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
+
     def __call__(self) -> None:
         self._link.ask("/run", {"path": self._path}, self)
 
@@ -404,6 +411,8 @@ class Action(_Node, api.ActionApi):
 
 class Group(_Node, api.GroupApi):
     """A group of the living tree."""
+
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
     _poll_seconds = 0.05
 
@@ -510,9 +519,13 @@ class _Container(Group):
 class Array(_Container, api.ArrayApi[Any]):
     """An array of the living tree, as a list."""
 
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
+
 
 class Map(_Container, api.MapApi[Any]):
     """A map of the living tree, as a dict."""
+
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
     def __contains__(self, name: object) -> bool:
         return name in self._names()
@@ -535,6 +548,8 @@ class _Batch:
 
 class Root(Group, api.RootApi):
     """The root of a living tree."""
+
+    __doc__ = api.MeaningDoc(__doc__)  # type: ignore[assignment]
 
     def close(self) -> None:
         """Ends the connection; nodes are refused from then on."""

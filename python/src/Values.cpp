@@ -173,17 +173,20 @@ void WriteEnum(const CProperty& property, PyObject* self, PyObject* value, e_Wri
     else
     {
         const auto own = reinterpret_cast<PyTypeObject*>(property.Enumeration().type);
-        if (!PyLong_Check(value))
-        {
-            RefuseType(property, value);
-        }
         // A member of another enumeration is a number too, but never what was meant.
-        if (Py_TYPE(value) != own && !PyLong_CheckExact(value) && !PyBool_Check(value))
+        if (PyLong_Check(value) && Py_TYPE(value) != own && !PyLong_CheckExact(value) &&
+            !PyBool_Check(value))
         {
             ThrowRefusal(eKW_ACC_WRONG_KIND, self, value);
         }
+        const auto whole = py::reinterpret_steal<py::object>(PyNumber_Index(value));
+        if (!whole)
+        {
+            PyErr_Clear();
+            RefuseType(property, value);
+        }
         int overflow = 0;
-        const long long wide = PyLong_AsLongLongAndOverflow(value, &overflow);
+        const long long wide = PyLong_AsLongLongAndOverflow(whole.ptr(), &overflow);
         if (overflow != 0 || wide < INT32_MIN || wide > INT32_MAX)
         {
             ThrowRefusal(eKW_ACC_UNKNOWN_VALUE, self, value);

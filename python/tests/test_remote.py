@@ -13,6 +13,7 @@ import subprocess
 import threading
 from collections.abc import Iterator
 
+import numpy
 import pytest
 
 import kwifunctionzel as kwi
@@ -48,6 +49,12 @@ def test_values_are_those_of_the_service(living, port):
     living.Trigger.Type = enums.KW_ZEL_TRIGGER_TYPE.RUNT
     assert living.Trigger.Type is enums.KW_ZEL_TRIGGER_TYPE.RUNT
     living.Trigger.Type = int(enums.KW_ZEL_TRIGGER_TYPE.EDGE)
+    living.Horizontal.NumberOfAverages = numpy.int64(16)
+    living.Horizontal.Position = numpy.float32(0.5)
+    assert living.Horizontal.NumberOfAverages == 16 and living.Horizontal.Position == 0.5
+    for wrong in (None, [1], b"1"):
+        with pytest.raises((TypeError, kwi.Refused)):
+            living.Horizontal.Scale = wrong
     living.Vertical.Channel[1].Enabled = False
     assert living.Trigger.Type.name == "EDGE" and not living.Vertical.Channel[1].Enabled
     with pytest.raises(AttributeError):
@@ -72,6 +79,7 @@ def test_a_property_tells_what_one_of_this_process_tells(living, root):
             assert same and type(told) is type(wanted), (path, attribute)
     assert living.Horizontal.couplings() == root.Horizontal.couplings()
     assert list(living.Horizontal.members()) == list(root.Horizontal.members())
+    assert living.Vertical.Channel.__doc__ == root.Vertical.Channel.__doc__
 
 
 def test_refusals_and_warnings_are_the_same(living):

@@ -24,7 +24,9 @@ def test_members_are_attributes(root):
         del root.Horizontal.Scale
     with pytest.raises(TypeError):
         kwi.Group.__new__(kwi.Group).Horizontal
-    assert inspect.getdoc(root.Horizontal) == root.Horizontal.meaning
+    for node in (root, root.Horizontal, root.Vertical.Channel, root.Preset):
+        assert inspect.getdoc(node) == node.meaning
+    assert "as a list" in kwi.Array.__doc__
     assert inspect.getdoc(root.Horizontal.node("Scale")).startswith("Time scale")
 
 

@@ -5,6 +5,7 @@ import math
 import pickle
 import warnings
 
+import numpy
 import pytest
 
 import kwifunctionzel as kwi
@@ -83,6 +84,21 @@ def test_limits_of_whole_numbers_hold_before_the_type_wraps(root):
         assert caught.value.code is code, value
     averages.value = 4.0
     assert root.Horizontal.NumberOfAverages == 4
+
+
+def test_numbers_of_numpy_are_numbers(root):
+    root.Horizontal.Scale = numpy.float64(2e-3)
+    root.Horizontal.Scale = numpy.float32(0.5)
+    root.Horizontal.NumberOfAverages = numpy.int64(16)
+    root.Trigger.Type = numpy.int64(enums.KW_ZEL_TRIGGER_TYPE.RUNT)
+    assert root.Horizontal.Scale == 0.5 and root.Horizontal.NumberOfAverages == 16
+    assert root.Trigger.Type is enums.KW_ZEL_TRIGGER_TYPE.RUNT
+    assert root.Vertical.Channel[numpy.int64(1)] is root.Vertical.Channel[1]
+    for wrong in (1.0, numpy.float64(1.0), None):
+        with pytest.raises(TypeError):
+            root.Trigger.Type = wrong
+    with pytest.raises(TypeError):
+        root.Vertical.Channel["1"]
 
 
 def test_64_bits_pass_whole(root):
