@@ -120,9 +120,11 @@ def stages(file: str, root: Path) -> list[Stage]:
     if file.startswith("qt/"):
         return [gtest("test_qt")]
     if file.startswith("python/"):
-        return [Stage("kwi_python_package",
-                      ("sh", "-c", f"PYTHONPATH=$PWD/{BUILD}/python exec /usr/bin/python3 -m pytest "
-                                   "-x -p no:cacheprovider python/tests"))]
+        run = (f"PYTHONPATH=$PWD/{BUILD}/python KWI_ZELHOST=$PWD/{BUILD}/service/zelhost "
+               "exec /usr/bin/python3 -m pytest -x -p no:cacheprovider")
+        living = "python/tests/test_remote.py"
+        return [Stage("kwi_python_package", ("sh", "-c", f"{run} python/tests --ignore={living}")),
+                Stage("zelhost", ("sh", "-c", f"{run} {living}"))]
     if file.startswith(("src/Streams/", "ifc/Streams/")):
         return [gtest("test_streams")]
     if file.startswith("src/Samples/"):
