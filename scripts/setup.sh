@@ -28,6 +28,7 @@ for what in "$@"; do
         arm) packages+=(g++-arm-linux-gnueabihf qemu-user-static) ;;
         docs) packages+=(doxygen) ;;
         panel) packages+=("${panel[@]}") ;;
+        python) packages+=("${python[@]}") ;;
         ci)
             packages+=("${pages[@]}" "${panel[@]}" "${python[@]}" qtbase5-dev clang-format-14 codespell
                 graphviz dpkg-dev file abigail-tools doxygen valgrind python3-canmatrix curl lxi-tools
