@@ -296,6 +296,11 @@ class ConnectTest(unittest.TestCase):
         self.assertIn("asked 1.3 ms, stands 2 ms",
                       self.run_zelctl(place, "set", "Horizontal/AcquisitionTime", "1.3 ms"))
         self.assertIn("--help", self.run_zelctl(place, "sing", status=2))
+        with subprocess.Popen([*ZELCTL, "--connect", place, "shell"], text=True,
+                              stdin=subprocess.PIPE, stderr=subprocess.PIPE) as shell:
+            told = shell.communicate('same Setup/Wireless/WirelessClient/Passphrase ""\n',
+                                     timeout=60)[1]
+        self.assertIn("can not be compared", told)
         self.assertIn("Connection refused",
                       self.run_zelctl("127.0.0.1:1", "get", "Horizontal", status=2))
 
