@@ -85,17 +85,24 @@ test('of a node that has come the nearest known one is read again, once', () => 
     assert.deepEqual(moves.map(({ path }) => path), ['G/L[1]', 'G/L[1]/C']);
 });
 
-test('a tree that is read again tells what moved meanwhile, and a change that waited is not lost',
-    () => {
-        store.apply([changeOf('A', 4)]);
-        const again = tree();
-        again.properties.A = setting('A', 4);
-        delete again.groups.G.properties.B;
-        store.graft(again);
-        assert.deepEqual(moves.map(({ path, now }) => [path, now?.value ?? null]),
-            [['A', 4], ['G/B', null]]);
-        assert.equal(store.differing('G'), 0);
-    });
+test('a tree that is read again tells what moved meanwhile, and a change that waited is older', () => {
+    store.apply([changeOf('A', 4)]);
+    const again = tree();
+    again.properties.A = setting('A', 5);
+    delete again.groups.G.properties.B;
+    store.graft(again);
+    frames.forEach((frame) => frame());
+    assert.deepEqual(moves.map(({ path, now }) => [path, now?.value ?? null]),
+        [['A', 4], ['A', 5], ['G/B', null]]);
+    assert.equal(store.node('A').value, 5);
+    assert.equal(store.differing('G'), 0);
+});
+
+test('what was read of a node that has gone meanwhile does not bring it back', () => {
+    store.apply([{ path: 'G/L', removed: true }]);
+    store.graft(tree().groups.G.groups.L);
+    assert.deepEqual([store.node('G/L'), store.node('G/L[0]/C')], [null, null]);
+});
 
 test('listeners of a node hear of it alone, and may leave while they are called', () => {
     const heard = [];

@@ -102,9 +102,13 @@ export class Store {
         this.#tell([], new Set(paths));
     }
 
-    /** Takes a node with all that is below it, in full detail, in place of what was known. */
+    /** Takes a node with all that is below it, in full detail, in place of what was known; nothing
+        where the node has gone since it was asked for. */
     graft(json, isAgain = true) {
         this.flush();
+        if (json.path !== '' && !this.nodes.has(json.path)) {
+            return;
+        }
         const moves = [];
         const changed = new Set();
         const old = [...this.nodes.keys()].filter((path) => isBelow(path, json.path));
@@ -113,7 +117,6 @@ export class Store {
         for (const path of old.filter((path) => !fresh.has(path))) {
             this.#remove(path, moves, changed);
         }
-        this.#adopt(json.path);
         this.structure += 1;
         this.#recount(changed);
         this.#tell(isAgain ? moves : [], changed);
@@ -172,14 +175,6 @@ export class Store {
             this.#plant(member, fresh, moves, changed);
         }
         this.members.set(path, members);
-    }
-
-    /** A part that is new stands at the end of its parent. */
-    #adopt(path) {
-        const parent = parentOf(path);
-        if (parent !== null && !this.children(parent).includes(path)) {
-            this.members.set(parent, [...this.children(parent), path]);
-        }
     }
 
     #take(path, now, moves, changed, unknown) {
