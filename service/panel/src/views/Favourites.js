@@ -7,7 +7,7 @@ import { Star } from './Star.js';
 
 function Favourite({ path }) {
     const node = useNode(path);
-    return node ? html`<${NodeRow} path=${path} hasWay />`
+    return node ? html`<${NodeRow} path=${path} hasWay heading="h3" />`
         : html`<li class="node-row is-closed"><div class="node-head"><span>${path}</span>
             <${Star} path=${path} /></div><p class="quiet">${texts.favourites.gone}</p></li>`;
 }

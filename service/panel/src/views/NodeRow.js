@@ -26,8 +26,10 @@ export function OldValue({ path }) {
     return old === null ? null : html`<p class="old-value">${texts.moved.from} <del>${old}</del></p>`;
 }
 
-/** A setting, result or action with its control, in a list. */
-export function NodeRow({ path, hasWay }) {
+/** A setting, result or action with its control, in a list.
+    @param {string} [properties.heading] that fits below the list's own
+    @param {boolean} [properties.hasWay] whether to say where it stands */
+export function NodeRow({ path, hasWay, heading = 'h4' }) {
     const { steps, store } = usePanel();
     const node = useNode(path);
     const label = useLabel();
@@ -36,7 +38,8 @@ export function NodeRow({ path, hasWay }) {
     }
     return html`<li class=${steps.moveOf(path) ? 'node-row is-moved' : 'node-row'}>
         <div class="node-head">
-            <h4 id=${label}><a href=${linkTo(path)} title=${node.meaning}>${titleOf(path)}</a></h4>
+            <${heading} id=${label} class="node-name"><a href=${linkTo(path)}
+                title=${node.meaning}>${titleOf(path)}</a></${heading}>
             <${Mark} node=${node} count=${store.differing(path)} />
             <${Star} path=${path} />
         </div>
