@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+// The controls by keys alone: where they lead, what they say, and where the focus stays.
+
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { inWindow, pageOf, startBrowser, until } from './browser.mjs';
+import { Host } from './host.mjs';
+
+let browser;
+let host;
+
+before(async () => {
+    [browser, host] = await Promise.all([startBrowser(), Host.start()]);
+});
+
+after(async () => {
+    await Promise.all([browser?.close(), host?.end()]);
+});
+
+async function at(place, steps) {
+    await inWindow(browser, host, { place: pageOf(place) }, async (page) => {
+        const control = page.getByRole('main').locator('.main-control');
+        await control.waitFor();
+        await steps(page, control);
+    });
+}
+
+async function holds(place, value) {
+    await until(async () => assert.deepEqual((await host.node(place)).value, value));
+}
+
+/** The name of what has the focus. */
+function focused(page) {
+    return page.evaluate(() => {
+        const { activeElement: element } = document;
+        return element.getAttribute('aria-label') ?? element.textContent.trim();
+    });
+}
+
+async function focusIs(page, name) {
+    await until(async () => assert.match(await focused(page), name));
+}
+
+test('a greyed value can not be reached by keys, or does not lead to what offers it', async () => {
+    await at('Trigger/Source', async (page, control) => {
+        await control.getByRole('button', { name: 'Source' }).focus();
+        await page.keyboard.press('ArrowDown');
+        await focusIs(page, /^C1$/);
+        await page.keyboard.type('d0');
+        await focusIs(page, /^D0/);
+        await page.keyboard.press('Enter');
+        const way = control.getByRole('link', { name: 'Logic/Enabled = On' });
+        await way.waitFor();
+        await holds('Trigger/Source', 'C1');
+        await page.keyboard.press('Tab');
+        await focusIs(page, /Logic\/Enabled/);
+        await page.keyboard.press('Enter');
+        const other = page.getByRole('switch', { name: 'Enabled' });
+        await other.press('Space');
+        await holds('Logic/Enabled', 'ON');
+        await page.goBack();
+        await control.getByRole('button', { name: 'Source' }).press('ArrowDown');
+        await page.keyboard.type('d0');
+        await page.keyboard.press('Enter');
+        await holds('Trigger/Source', 'D0');
+        await focusIs(page, /D0/);
+        assert.equal(await control.getByRole('listbox').count(), 0);
+    });
+});
+
+test('Escape leaves a list open, or loses the focus', async () => {
+    await at('Horizontal/Scale', async (page, control) => {
+        const opener = control.getByRole('button', { name: 'Values of Scale' });
+        await opener.press('Enter');
+        await page.keyboard.press('End');
+        await focusIs(page, /^500 s\/div$/);
+        await page.keyboard.press('Escape');
+        assert.equal(await control.getByRole('listbox').count(), 0);
+        await focusIs(page, /^Values of Scale$/);
+        await opener.press('Enter');
+        await page.keyboard.press('Home');
+        await page.keyboard.press('Enter');
+        await holds('Horizontal/Scale', 1e-9);
+    });
+});
+
+test('the wheel of a page that is scrolled sets a number', async () => {
+    const place = 'Setup/Display/GridIntensity';
+    await host.set(place, 40);
+    await at(place, async (page, control) => {
+        const field = control.getByRole('spinbutton');
+        await field.hover();
+        await page.mouse.wheel(0, 300);
+        await field.focus();
+        await page.mouse.wheel(0, -200);
+        await holds(place, 50);
+        await page.keyboard.press('PageDown');
+        await holds(place, 0);
+        await control.getByRole('button', { name: /to its default/ }).press('Enter');
+        await holds(place, 40);
+    });
+});
+
+test('a draft is lost, or overtaken by another user', async () => {
+    const place = 'Setup/Display/TraceIntensity';
+    await at(place, async (page, control) => {
+        const field = control.getByRole('spinbutton');
+        await field.fill('3');
+        await host.set(place, 70);
+        await control.getByText('Changed meanwhile to 70 %').waitFor();
+        assert.equal(await field.inputValue(), '3');
+        await page.keyboard.press('Tab');
+        await holds(place, 70);
+        await field.press('Escape');
+        await until(async () => assert.equal(await field.inputValue(), '70 %'));
+    });
+});
+
+test('what is chosen for a reference is not what the instrument takes', async () => {
+    const place = 'Logger/LoggerAttributes/LoggerChannel[0]/LoggerChannelSource/Item';
+    await at(place, async (page, control) => {
+        await control.getByRole('button', { name: 'Items for Item' }).press('ArrowDown');
+        await focusIs(page, /^None$/);
+        await page.keyboard.press('ArrowDown');
+        const chosen = await focused(page);
+        await page.keyboard.press('Enter');
+        await holds(place, chosen);
+        await control.getByRole('link', { name: `Go to ${chosen}` }).waitFor();
+        await control.getByRole('button', { name: 'Items for Item' }).press('ArrowUp');
+        await control.getByRole('option', { name: chosen }).waitFor();
+        await page.keyboard.press('Home');
+        await page.keyboard.press('Enter');
+        await holds(place, '');
+    });
+});
+
+test('the focus does not follow an item that is renamed or removed', async () => {
+    const place = 'Setup/Display/UserInterfaceLanguage';
+    await at(place, async (page, control) => {
+        const name = control.getByRole('textbox', { name: 'Name of the new item' });
+        for (const language of ['A', '<b>B</b>', 'C']) {
+            await name.fill(language.replace(/[/]/g, ''));
+            await name.press('Enter');
+            await until(async () => assert.equal(await name.inputValue(), ''));
+        }
+        await control.getByRole('button', { name: 'Rename <b>B<b>' }).press('Enter');
+        await page.keyboard.type('A');
+        await page.keyboard.press('Enter');
+        await control.getByRole('alert').filter({ hasText: /in use/ }).waitFor();
+        await page.keyboard.press('Control+A');
+        await page.keyboard.type('<script>alert(1)');
+        await page.keyboard.press('Enter');
+        await focusIs(page, /^Rename <script>alert\(1\)$/);
+        await control.getByRole('button', { name: /^Remove <script>/ }).press('Enter');
+        await focusIs(page, /^Remove C$/);
+        await page.keyboard.press('Enter');
+        await focusIs(page, /^Remove A$/);
+    });
+});
+
+test('what was chosen and is held back is not told', async () => {
+    const place = 'Horizontal/Position';
+    await host.set('Horizontal/Scale', '1 ms');
+    await host.set(place, 5);
+    await at(place, async (page, control) => {
+        await host.set('Horizontal/Scale', '100 ns');
+        await control.getByText('5 s was chosen, and is held back').waitFor();
+        await host.set('Horizontal/Scale', '1 ms');
+        await until(async () => assert.equal(await control.getByText('held back').count(), 0));
+    });
+});
