@@ -71,6 +71,25 @@ void AddLimits(CJsonWriter& json, const t_JsonState& state)
     WriteValues(json.Key("selectable"), state.selectable, state.type);
 }
 
+/** What was chosen and is held back; results and secrets have none. It comes and goes with limits.
+ */
+void AddUserValue(CJsonWriter& json, const t_JsonState& state)
+{
+    if (state.isResult || state.isSecret)
+    {
+        return;
+    }
+    json.Key("userValue");
+    if (state.userValue.isNull())
+    {
+        json.Null();
+    }
+    else
+    {
+        NJson::WriteValue(json, state.userValue, state.type);
+    }
+}
+
 void AddState(CJsonWriter& json, const t_JsonState& state)
 {
     json.Key("path").Text(state.path);
@@ -92,6 +111,7 @@ void AddState(CJsonWriter& json, const t_JsonState& state)
     json.Key("secret").Bool(state.isSecret);
     AddAvailability(json, state.availability);
     AddLimits(json, state);
+    AddUserValue(json, state);
 }
 
 void AddNames(CJsonWriter& json, const IDbObject& node)
@@ -174,17 +194,8 @@ void AddRest(CJsonWriter& json, IDbProperty& property, const t_JsonState& state)
         return;
     }
     const QString standard = property.GetDefaultText();
-    const QString user = KW_GetUserValueText(property).text;
     NJson::WriteValue(json.Key("default"), standard, state.type);
     json.Key("isDefault").Bool(standard == state.text);
-    if (user.isNull())
-    {
-        json.Key("userValue").Null();
-    }
-    else
-    {
-        NJson::WriteValue(json.Key("userValue"), user, state.type);
-    }
 }
 
 void WriteProperty(CJsonWriter& json, IDbProperty& property, bool isFull)
@@ -359,6 +370,10 @@ t_JsonState NJson::StateOf(IDbProperty& property)
     state.isResult = property.GetObjectType() == eOBJECTTYPE_RESULT;
     state.isValid = property.GetValidity() == eKW_VALIDITY_VALID;
     state.isSecret = value.secret;
+    if (!state.isSecret)
+    {
+        state.userValue = KW_GetUserValueText(property).text;
+    }
     return state;
 }
 

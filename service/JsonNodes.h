@@ -21,6 +21,7 @@ struct t_JsonState
     QString maximum;
     QString step;
     QStringList selectable;
+    QString userValue; ///< null where the value is the user's own; never that of a secret
     KW_AVAILABILITY availability = eAVAILABILITY_AVAILABLE;
     bool isResult = false;
     bool isValid = true;

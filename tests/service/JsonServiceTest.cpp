@@ -499,6 +499,19 @@ TEST_F(JsonChanges, SubscriberIsToldOfOthersOrMissesWhatItLost)
     }
 }
 
+TEST_F(JsonChanges, WishThatIsHeldBackStaysWhenItIsNone)
+{
+    const auto horizontal = m_root->GetPgHorizontal();
+    horizontal->GetPrScale()->Set(0.001);
+    horizontal->GetPrPosition()->Set(5);
+    t_Subscription position{{QStringLiteral("Horizontal/Position")}, 0};
+    EXPECT_EQ(Take(position, "changes.0.now.userValue"), "null");
+    horizontal->GetPrScale()->Set(1e-7);
+    EXPECT_EQ(Take(position, "changes.0.now.userValue"), "5");
+    horizontal->GetPrScale()->Set(0.001);
+    EXPECT_EQ(Take(position, "changes.0.now.userValue"), "null");
+}
+
 TEST_F(JsonChanges, WrongMessageChangesTheSubscription)
 {
     for (const char* const wrong :
