@@ -75,6 +75,11 @@ const VIEWS = [
         await page.getByRole('link', { name: 'History' }).click();
         await page.getByRole('main').getByText(/you wrote Scale/i).waitFor();
     }],
+    ['traces', '#/waves', async (page) => {
+        await page.getByRole('button', { name: 'Cursors' }).click();
+        await page.getByRole('slider', { name: 'Cursor A' }).waitFor();
+        await page.getByRole('img', { name: /^Spectrum from/ }).waitFor();
+    }],
 ];
 
 let axe;

@@ -16,20 +16,21 @@ export function useChart(options, shape) {
     const [columns, setColumns] = useState(0);
     now.current = options;
     useEffect(() => {
-        chart.current = new Chart(home.current, {
+        const place = home.current;
+        chart.current = new Chart(place, {
             ...options,
             draw: (...drawn) => now.current.draw(...drawn),
             onZoom: (...stretch) => now.current.onZoom(...stretch),
             onPoint: (at) => now.current.onPoint(at)
         });
         const fit = () => {
-            const width = Math.max(240, Math.floor(home.current.clientWidth));
+            const width = Math.max(240, Math.floor(place.clientWidth));
             chart.current.setSize(width, Math.round(Math.max(shape.least,
                 Math.min(shape.most, width * shape.ratio))));
             setColumns(Math.min(kMostColumns, Math.ceil(width / kColumnStep) * kColumnStep));
         };
         const observer = new ResizeObserver(fit);
-        observer.observe(home.current);
+        observer.observe(place);
         fit();
         const dark = matchMedia('(prefers-color-scheme: dark)');
         const again = () => chart.current.plot.redraw();
