@@ -76,12 +76,20 @@ class Root(Group, api.RootApi):
 def root() -> Any:
     """The root of the tree of this process, which is built when nobody has it yet. The same object
     as long as somebody holds it or a node of it."""
-    known = _known() if _known is not None else None
-    if known is not None and known.is_open:
+    known = _present()
+    if known is not None:
         return known
     made = _core.open_root()
+    known = _present()  # of another thread that was quicker
+    if known is not None:
+        return known
     globals()["_known"] = weakref.ref(made)
     return made
+
+
+def _present() -> Root | None:
+    known = _known() if _known is not None else None
+    return known if known is not None and known.is_open else None
 
 
 _known: weakref.ref[Root] | None = None

@@ -13,8 +13,8 @@ namespace
 template <typename Work>
 auto Locked(py::handle self, Work&& work)
 {
-    const CGroup& group = OpenGroup(self);
-    return Released([&] { return work(*group.node); });
+    const CHeld node(OpenGroup(self).node); // another thread may close the root meanwhile
+    return Released([&] { return work(*node.Get()); });
 }
 
 /** Members of all groups begin with a capital, what Python adds does not. */
@@ -239,7 +239,8 @@ PyObject* CGroup::Members()
         return m_members;
     }
     CheckOpen();
-    const t_Members found = Released([this] { return Collect(tree, *node); });
+    const CHeld held(node);
+    const t_Members found = Released([&] { return Collect(tree, *held.Get()); });
     py::dict members;
     const auto add = [&members](const QString& name, const py::object& member)
     {
@@ -406,8 +407,8 @@ void AddNode(py::class_<Class>& type)
     {
         return [work](py::handle self)
         {
-            const auto& node = *Checked(Of<Class>(self.ptr())).node;
-            return Released([&] { return work(node); });
+            const CHeld node(Checked(Of<Class>(self.ptr())).node);
+            return Released([&] { return work(*node.Get()); });
         };
     };
     type.def_property_readonly("name", locked([](auto& n) { return n.GetNodeName(); }))

@@ -75,12 +75,14 @@ void LetGo(std::shared_ptr<T>& part)
     {
         return;
     }
+    // Whoever looks at the part meanwhile finds it gone, not going.
+    std::shared_ptr<T> last = std::move(part);
     if (PyGILState_Check() == 0)
     {
-        part.reset();
+        last.reset();
         return;
     }
-    Released([&part] { part.reset(); });
+    Released([&last] { last.reset(); });
 }
 
 /** A part of a tree that a call holds: whoever holds the last one waits for the tree's lock. */

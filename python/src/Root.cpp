@@ -192,13 +192,17 @@ py::object OpenRoot()
     // Nodes that somebody holds keep their tree: it is the same one then, and closed as one.
     static auto& present = *new std::weak_ptr<t_Tree>;
     auto tree = present.lock();
+    // Held, as another thread may close it.
+    const CHeld<IKWFunctionZEL> root(tree && tree->root ? tree->root
+                                                        : Released([] { return GetZELRoot(); }));
+    tree = present.lock(); // of another thread that was quicker
     if (!tree || !tree->root)
     {
         tree = std::make_shared<t_Tree>();
-        tree->root = Released([] { return GetZELRoot(); });
+        tree->root = root.Get();
         present = tree;
     }
-    const CHeld<IDbGroup> group = Released([&] { return tree->root->GetDbObject(); });
+    const CHeld<IDbGroup> group = Released([&] { return root->GetDbObject(); });
     const CGroup seed(tree, group.Get());
     return py::handle(Registered().root)(py::cast(&seed, py::return_value_policy::reference));
 }

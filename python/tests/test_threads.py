@@ -159,6 +159,33 @@ def test_nodes_keep_the_tree_until_it_is_closed():
         assert fresh is not root and fresh.Horizontal.Scale != 1.0
 
 
+def test_the_root_is_closed_while_others_read_it():
+    done = run("""
+        import threading, time
+        import kwifunctionzel as kwi
+        stop, counts = time.monotonic() + 2, []
+        def read(work):
+            n = 0
+            while time.monotonic() < stop:
+                try:
+                    work(kwi.root())
+                    n += 1
+                except kwi.Refused as refused:
+                    assert refused.code is kwi.Code.DETACHED
+            counts.append(n)
+        works = (lambda root: root.meaning, lambda root: root.couplings(),
+                 lambda root: root.members(), lambda root: root.Horizontal.Scale)
+        threads = [threading.Thread(target=read, args=(work,)) for work in works]
+        for thread in threads: thread.start()
+        while time.monotonic() < stop:
+            kwi.root().close()
+            time.sleep(0.02)
+        for thread in threads: thread.join()
+        print(len(counts))
+        """)
+    assert done.stdout == "4\n", done.stderr
+
+
 def test_cycles_with_nodes_are_collected(root):
     class Holder:
         pass
