@@ -92,7 +92,7 @@ test('a setting that differs from its default is not marked', async () => {
         await until(async () => assert.equal(await group.count(), 0));
         await host.set('Horizontal/Scale', '2 ms');
         await group.filter({ hasText: /differ/ }).waitFor();
-        await page.getByRole('main').getByRole('link', { name: 'Horizontal/Scale' }).waitFor();
+        await page.getByRole('main').getByRole('link', { name: 'Horizontal/Scale', exact: true }).waitFor();
         await host.ask('/preset', {});
         await until(async () => assert.equal(await group.count(), 0));
     });
