@@ -141,11 +141,18 @@ test('what moves during our own step and shortly after it is ours, later it is o
     assert.equal(steps.moveOf('A'), null);
 });
 
-test('results that move by themselves are no step of others, and a refused step is none', () => {
+test('results that move by themselves are moved by nobody, and a refused step is none', () => {
     const steps = new Steps(() => 1000, isMoved);
-    const result = (value) => ({ ...setting('R', value), result: true });
-    steps.take([{ path: 'R', before: result(1), now: result(2) }]);
+    const result = (path, value) => ({ ...setting(path, value), result: true });
+    const move = (path) => steps.take([{ path, before: result(path, 1), now: result(path, 2) }]);
+    move('R');
     assert.deepEqual(steps.list, []);
+    steps.begin('write', 'A');
+    move('R');
+    move('Derived');
+    assert.deepEqual([...steps.moved().keys()], ['Derived']);
+    steps.end(steps.own, { code: 0 });
+    steps.list = [];
     const { step } = steps.begin('write', 'A');
     steps.end(step, { code: 12, name: 'ABOVE_MAXIMUM' });
     assert.deepEqual(steps.list, []);

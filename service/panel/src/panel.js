@@ -123,10 +123,8 @@ export class Panel {
     /** @param {{value?: *, steps?: number, default?: true}} change
         @returns {Promise<?object>} the service's answer; null without a connection */
     write(path, change) {
-        return this.#step('write', path, '/write', {
-            writes: [{ path, ...change }],
-            text: this.#nameOf(path, change)
-        });
+        const text = this.#nameOf(path, change);
+        return this.#step('write', path, '/write', { writes: [{ path, ...change }], text });
     }
 
     /** What the step is called in the history, which everybody reads. */
@@ -176,7 +174,7 @@ export class Panel {
 
     async #step(kind, path, resource, body) {
         const { step, left } = this.steps.begin(kind, path);
-        step.text = { undo: this.history.undo, redo: this.history.redo }[kind] ?? '';
+        step.text = this.history[kind] ?? body?.text;
         this.saying = '';
         this.store.touch(left);
         this.tell();

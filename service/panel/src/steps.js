@@ -4,6 +4,7 @@
 
 const kMostSteps = 100;
 const kMostMoves = 500; // of one step
+const kStill = 5000; // milliseconds
 const kAfter = 150; // milliseconds: the service looks for changes every 50
 
 /**
@@ -32,6 +33,7 @@ export class Steps {
         this.list = []; // the latest first
         this.own = null; // our last step
         this.others = new Map(); // what others have moved since
+        this.restless = new Map(); // when a result moved last without us
         this.count = 0;
     }
 
@@ -65,8 +67,7 @@ export class Steps {
         @param {?Step} own our step that moved them; null where others did */
     take(moves, own = this.current()) {
         const isOurs = own !== null;
-        // Results move all the time, whoever writes.
-        const counted = isOurs ? moves : moves.filter(({ before, now }) => !(now ?? before).result);
+        const counted = moves.filter((move) => this.#isCounted(move, own));
         if (counted.length === 0) {
             return;
         }
@@ -77,6 +78,19 @@ export class Steps {
                 this.#note(this.others, move);
             }
         }
+    }
+
+    /** Results move all the time, whoever writes: one counts as moved by our step if it stood
+        still before. */
+    #isCounted({ path, before, now }, own) {
+        if (!(now ?? before).result) {
+            return true;
+        }
+        const last = this.restless.get(path);
+        if (own === null) {
+            this.restless.set(path, this.now());
+        }
+        return own !== null && !(own.began - last < kStill);
     }
 
     /** What has moved since our last step began, by path: by it or by others. */

@@ -147,7 +147,7 @@ export const texts = {
     },
     moved: {
         heading: 'What moved',
-        own: (step) => `${step}: what it moved`,
+        own: (step) => `${step}. It moved:`,
         others: 'Changed by others since',
         none: 'Nothing else moved.',
         said: (count) => `${counted(count, 'node', 'nodes')} moved`,
@@ -167,8 +167,6 @@ export const texts = {
         heading: 'History',
         undo: (text) => (text ? `Undo: ${text}` : 'Undo'),
         redo: (text) => (text ? `Redo: ${text}` : 'Redo'),
-        undoShort: 'Undo',
-        redoShort: 'Redo',
         noUndo: 'Nothing to undo',
         noRedo: 'Nothing to redo',
         next: 'Next steps',

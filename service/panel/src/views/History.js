@@ -10,15 +10,15 @@ export function UndoButtons({ isShort }) {
     const panel = usePanelState();
     const { canUndo, undo, canRedo, redo } = panel.history;
     const says = texts.history;
-    const one = (can, none, full, short, sign, action) => {
+    const one = (can, none, full, sign, action) => {
         const label = can ? full : none;
         return html`<button type="button" class="button" aria-label=${label} title=${label}
             aria-disabled=${!can} onClick=${() => can && action()}><span
             aria-hidden="true">${sign}</span>${!isShort && html` ${label}`}</button>`;
     };
     return html`<span class="undo">
-        ${one(canUndo, says.noUndo, says.undo(undo), says.undoShort, '↶', () => panel.undo())}
-        ${one(canRedo, says.noRedo, says.redo(redo), says.redoShort, '↷', () => panel.redo())}
+        ${one(canUndo, says.noUndo, says.undo(undo), '↶', () => panel.undo())}
+        ${one(canRedo, says.noRedo, says.redo(redo), '↷', () => panel.redo())}
         <span role="status" class="refused">${panel.saying}</span>
     </span>`;
 }

@@ -20,7 +20,9 @@ export function MovedButton() {
 /** What our last step moved, and what others have changed since. */
 export function Moved() {
     const { steps } = usePanelState();
-    const own = [...(steps.own?.moves.values() ?? [])];
+    const written = steps.own?.path;
+    const own = [...(steps.own?.moves.values() ?? [])]
+        .sort((a, b) => (b.path === written) - (a.path === written));
     const others = [...steps.others.values()];
     const says = texts.moved;
     return html`<aside class="moved" id="moved" tabindex="-1" aria-label=${says.heading}>
