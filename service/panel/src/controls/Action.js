@@ -5,16 +5,14 @@ import { controls as texts } from '../texts/controls.js';
 import { closedBy, Frame, idsOf, isRefused } from './Frame.js';
 import { useWriting } from './useWriting.js';
 
-/** How an action stands: what this panel asked comes before what the instrument remembers. */
-function stateOf(node, { isWriting, report }) {
+/** How what this panel asked for stands. */
+function stateOf({ kind }, { isWriting, report }) {
+    const isOperation = kind === 'operation';
     if (isWriting) {
-        return node.kind === 'operation' ? texts.operationRuns : texts.actionRuns;
+        return isOperation ? texts.operationRuns : texts.actionRuns;
     }
-    if (report && !isRefused(report)) {
-        return node.kind === 'operation' ? texts.operationDone : texts.actionDone;
-    }
-    return [node.result && texts.endedWith(node.result), node.runs > 0 && texts.ranTimes(node.runs)]
-        .filter(Boolean).join(' ');
+    return !report || isRefused(report) ? ''
+        : isOperation ? texts.operationDone : texts.actionDone;
 }
 
 /** A button; an operation is busy until the instrument has ended it. */

@@ -83,8 +83,6 @@ export const controls = {
     actionDone: 'Done.',
     operationRuns: 'Running until the instrument has ended it …',
     operationDone: 'Ended with success.',
-    ranTimes: (count) => `Ran ${counted(count, 'time', 'times')}.`,
-    endedWith: (result) => `Ended last with ${result}.`,
 
     itemCount: (count, most, isDynamic) => `${counted(count, 'item', 'items')}${
         !isDynamic ? ', which are fixed' : most < 2 ** 31 - 1 ? ` of at most ${most}` : ''}.`,
