@@ -110,5 +110,5 @@ t_PanelAnswer CPanelFiles::Answer(const t_PanelRequest& request) const
 const char* CPanelFiles::Policy()
 {
     return "default-src 'self'; object-src 'none'; base-uri 'none'; form-action 'none'; "
-           "frame-ancestors 'none'";
+           "frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types 'none'";
 }

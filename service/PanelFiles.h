@@ -57,8 +57,8 @@ public:
     static bool Has(std::string_view target);
     t_PanelAnswer Answer(const t_PanelRequest& request) const;
 
-    /** What pages may do: load from here alone, no inline scripts or styles, in no other's frame.
-     */
+    /** What pages may do: load from here alone, no inline scripts or styles, in no other's frame,
+        and texts never become markup. */
     static const char* Policy();
 
 private:
