@@ -13,21 +13,6 @@ const here = path.dirname(fileURLToPath(import.meta.url));
 const folder = path.resolve(process.argv.slice(2).find((word) => !word.startsWith('--')) ??
     path.join(here, 'bundle'));
 
-/** Of uplot what the panel uses: its other ways to draw curves hang on the function as members, so
-    that nothing would be left out otherwise. */
-const withoutMembers = {
-    name: 'without-members',
-    setup: (bundler) => bundler.onLoad({ filter: /uPlot\.esm\.js$/ }, async ({ path: file }) => {
-        const text = await readFile(file, 'utf8');
-        const begin = text.indexOf('\nuPlot.assign = assign;');
-        const end = text.lastIndexOf('\nexport {');
-        if (begin < 0 || end < begin) {
-            throw new Error('uplot has its members elsewhere');
-        }
-        return { contents: text.slice(0, begin) + text.slice(end) };
-    }),
-};
-
 // What the panel uses none of stands in objects, where no bundler can see that: ways to draw lines,
 // and what a page of charts would ask of the class itself.
 const unusedOfCharts = [
@@ -68,7 +53,6 @@ const options = {
     metafile: true,
     plugins: [lean],
     logLevel: 'warning',
-    plugins: [withoutMembers],
 };
 
 /** Names of the packages of which something is in the bundle. */
