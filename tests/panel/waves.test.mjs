@@ -84,6 +84,13 @@ test('zoom does not follow buttons or dragging', () => inWindow(browser, host, o
     await page.getByRole('img', { name: /from -125 ns to 375 ns/ }).waitFor();
     await page.getByRole('button', { name: 'Whole screen' }).first().press('Enter');
     await page.getByRole('img', { name: /from -500 ns to 500 ns/ }).waitFor();
+    for (let i = 0; i < 12; ++i) {
+        await page.getByRole('button', { name: 'Zoom out' }).press('Enter');
+        await pause(80);
+    }
+    await page.getByRole('img', { name: /from -50 µs to 50 µs/ }).waitFor();
+    await page.getByRole('button', { name: 'Whole screen' }).first().press('Enter');
+    await page.getByRole('img', { name: /from -500 ns to 500 ns/ }).waitFor();
     const box = await pictureOf(page).locator('.u-over').boundingBox();
     await page.mouse.move(box.x + box.width * 0.5, box.y + 60);
     await page.mouse.down();

@@ -77,10 +77,11 @@ function useWaves() {
     return state.current;
 }
 
-/** The stretch that is shown; null for that of the screen. */
+/** Another stretch, between a millionth of the screen and a hundred of them. */
 function zoomed(part, factor, shift) {
+    const screen = part.right - part.left;
     const middle = (part.from + part.to) / 2 + shift * (part.to - part.from);
-    const half = (part.to - part.from) / 2 * factor;
+    const half = Math.min(Math.max((part.to - part.from) / 2 * factor, screen * 1e-6), screen * 50);
     return { from: middle - half, to: middle + half };
 }
 
