@@ -17,7 +17,7 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-GUIDE = ROOT / "docs/guides/use-json.md"
+GUIDES = [ROOT / "docs/guides/use-json.md", ROOT / "docs/guides/use-panel.md"]
 DESCRIPTION = ROOT / "docs/openapi.json"
 SUBSCRIBER = Path(__file__).with_name("subscriber.js")
 MODULES = {**os.environ, "NODE_PATH": os.environ.get("NODE_PATH", "/usr/share/nodejs")}
@@ -372,14 +372,16 @@ class JsonClientsTest(unittest.TestCase):
 
     @unittest.skipUnless(shutil.which("jq"), "needs jq")
     def test_guide_shows_other_answers(self) -> None:
-        host = self.start()
-        for block in re.findall(r"^```console\n(.*?)^```$", GUIDE.read_text(encoding="utf-8"),
-                                flags=re.M | re.S):
-            for shown in re.split(r"^\$ ", block, flags=re.M)[1:]:
-                command, answers = re.fullmatch(r"(.*\n(?:> .*\n)*)((?:.*\n)*)", shown).groups()
-                command = command.replace("\n> ", "\n").replace("5026", str(host.port))
-                ran = subprocess.run(command, shell=True, text=True, capture_output=True, timeout=20)
-                self.assertEqual(ran.stdout, answers, command)
+        for guide in GUIDES:
+            host = self.start()
+            for block in re.findall(r"^```console\n(.*?)^```$", guide.read_text(encoding="utf-8"),
+                                    flags=re.M | re.S):
+                for shown in re.split(r"^\$ ", block, flags=re.M)[1:]:
+                    command, answers = re.fullmatch(r"(.*\n(?:> .*\n)*)((?:.*\n)*)", shown).groups()
+                    command = command.replace("\n> ", "\n").replace("5026", str(host.port))
+                    ran = subprocess.run(command, shell=True, text=True, capture_output=True,
+                                         timeout=20)
+                    self.assertEqual(ran.stdout, answers, command)
 
 
 if __name__ == "__main__":
