@@ -132,7 +132,7 @@ FURTHER_LIBRARIES = {
     "name tables": None,
     "ifc": None,
     "all enumerations": None,
-    "tools": r"CLI/.*|nlohmann/json\.hpp|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
+    "tools": r"CLI/.*|boost/.*|nlohmann/json\.hpp|histedit\.h|editline/.*|(sys/)?[a-z]+\.h",
     "shared": None,
     "client": None,
     "test basics": None,

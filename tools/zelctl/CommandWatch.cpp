@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Interrupt.h"
 #include "Snapshot.h"
+#include "Socket.h"
 #include "WebSocket.h"
 
 #include <QJsonArray>
@@ -125,7 +126,8 @@ int CWatch::ShowNext()
     {
         if (m_changes)
         {
-            return m_changes->Take() ? Look() : 0;
+            m_changes->Take();
+            return Look();
         }
         Resume();
         return Look();

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "HttpClient.h"
 
+#include "SocketStream.h"
+
 #include <QJsonDocument>
-#include <cerrno>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http.hpp>
+
+namespace http = boost::beast::http;
 
 namespace
 {
-constexpr int kLongestAnswer = 256 << 20; ///< a hundred times the largest that a service gives
-constexpr int kLongestHead = 64 << 10;
-constexpr char kHttp[] = "HTTP/1.";
-constexpr char kHeadEnd[] = "\r\n\r\n";
+using t_Error = boost::system::error_code;
 
-/** Whether what has come so far may be an answer of HTTP. */
-bool IsHttp(const QByteArray& bytes)
-{
-    return QByteArray(kHttp).startsWith(bytes.left(static_cast<int>(sizeof kHttp) - 1));
-}
+constexpr std::uint64_t kLongestAnswer = 256U << 20U; ///< a hundred times the largest of a service
+constexpr std::uint32_t kLongestHead = 64U << 10U;
+constexpr unsigned kVersion = 11;
 
 /** Host and port are parted by the last ":", unless it is within an address of IPv6. */
 int PortSign(const QString& place)
@@ -25,25 +25,21 @@ int PortSign(const QString& place)
     return isAddress || sign < place.indexOf(QLatin1Char(']')) ? -1 : static_cast<int>(sign);
 }
 
-/** A field of the head of an answer; empty where it has none. */
-QByteArray FieldOf(const QByteArray& head, const char* name)
+/** What a request that was not answered fails with. */
+CLostService Failed(const CSocket& socket, const t_Error& error)
 {
-    const QByteArray wanted = QByteArray("\r\n") + name + ':';
-    const auto at = head.toLower().indexOf(wanted);
-    const auto begin = at + wanted.size();
-    return at < 0 ? QByteArray() : head.mid(begin, head.indexOf("\r\n", begin) - begin).trimmed();
-}
-
-int StatusOf(const QByteArray& answer)
-{
-    return answer.mid(9, 3).toInt();
-}
-
-QString WhatIsWrong(const QByteArray& answer)
-{
-    return answer.isEmpty() ? QStringLiteral("it hung up; is it the port of JSON (5026)?")
-                            : QStringLiteral("what came is no answer of the service; is it the "
-                                             "port of JSON (5026)?");
+    if (error.category() == boost::system::system_category())
+    {
+        return socket.LostBy(error.value());
+    }
+    if (error == http::error::partial_message || error == http::error::need_more)
+    {
+        return socket.Lost(QStringLiteral("the connection was lost in the middle of an answer"));
+    }
+    return socket.Lost(error == http::error::end_of_stream
+                           ? QStringLiteral("it hung up; is it the port of JSON (5026)?")
+                           : QStringLiteral("what came is no answer of the service; is it the "
+                                            "port of JSON (5026)?"));
 }
 } // namespace
 
@@ -69,99 +65,53 @@ COrderedJson CHttpClient::Post(const char* target, const QJsonObject& body) cons
     return Ask("POST", target, QJsonDocument(body).toJson(QJsonDocument::Compact));
 }
 
-QByteArray CHttpClient::HeadOf(const QByteArray& method, const QByteArray& target) const
-{
-    QByteArray head = method + ' ' + target + " HTTP/1.1\r\nHost: localhost\r\n";
-    if (!m_token.isEmpty())
-    {
-        head += "Authorization: Bearer " + m_token + "\r\n";
-    }
-    return head;
-}
-
 COrderedJson CHttpClient::Ask(const QByteArray& method, const QByteArray& target,
                               const QByteArray& body) const
 {
-    const CSocket socket = Connect();
+    CSocketStream stream(m_host, m_port);
+    http::request<http::string_body> request(http::string_to_verb(method.toStdString()),
+                                             target.toStdString(), kVersion, body.toStdString());
+    request.set(http::field::host, "localhost");
+    request.set(http::field::content_type, "application/json");
+    request.keep_alive(false);
+    request.prepare_payload();
+    if (!m_token.isEmpty())
+    {
+        request.set(http::field::authorization, ("Bearer " + m_token).toStdString());
+    }
     // Who refuses a request may have hung up before all of it was sent: the answer counts.
-    const bool isSent =
-        socket.Send(HeadOf(method, target) +
-                    "Connection: close\r\nContent-Type: application/json\r\nContent-Length: " +
-                    QByteArray::number(body.size()) + kHeadEnd + body);
-    QByteArray answer;
-    int received = 1;
-    while (received > 0 && IsHttp(answer) && answer.size() < kLongestAnswer)
+    t_Error unsent;
+    http::write(stream, request, unsent);
+    boost::beast::flat_buffer bytes;
+    http::response_parser<http::string_body> parser;
+    parser.body_limit(kLongestAnswer);
+    parser.header_limit(kLongestHead);
+    t_Error error;
+    http::read(stream, bytes, parser, error);
+    const CSocket& socket = stream.GetSocket();
+    if (error)
     {
-        received = socket.Receive(answer);
+        throw Failed(socket, unsent && !parser.got_some() ? unsent : error);
     }
-    if (answer.isEmpty() && (!isSent || received < 0))
-    {
-        throw socket.LostBy(errno);
-    }
-    return Read(socket, answer);
-}
-
-COrderedJson CHttpClient::Read(const CSocket& socket, const QByteArray& answer) const
-{
-    if (!answer.startsWith(kHttp))
-    {
-        throw socket.Lost(WhatIsWrong(answer));
-    }
-    const auto end = answer.indexOf(kHeadEnd);
-    const auto begin = end + static_cast<int>(sizeof kHeadEnd) - 1;
-    const int length = FieldOf(answer.left(end + 2), "content-length").toInt();
-    if (end < 0 || answer.size() - begin < length)
-    {
-        throw socket.Lost(QStringLiteral("the connection was lost in the middle of an answer"));
-    }
-    const int status = StatusOf(answer);
-    if (status == 401)
+    const http::response<http::string_body>& answer = parser.get();
+    if (answer.result() == http::status::unauthorized)
     {
         throw CFailure(eSTATUS_USAGE,
                        m_token.isEmpty()
                            ? QStringLiteral("the service wants a token: --token-file FILE")
                            : QStringLiteral("the service does not take this token"));
     }
-    auto document = COrderedJson::Parse(answer.mid(begin));
+    auto document =
+        COrderedJson::Parse({answer.body().data(), static_cast<int>(answer.body().size())});
     if (!document || !document->IsObject())
     {
         throw socket.Lost(QStringLiteral("what came is no answer of the service"));
     }
-    if (status == 413 || status == 421)
+    if (answer.result() == http::status::payload_too_large ||
+        answer.result() == http::status::misdirected_request)
     {
         throw CFailure(eSTATUS_USAGE, QStringLiteral("the service refuses to answer: %1")
                                           .arg((*document)["detail"].GetText()));
     }
     return std::move(*document);
-}
-
-CWebSocket CHttpClient::Open(const QByteArray& target) const
-{
-    CSocket socket = Connect();
-    const QByteArray key = CWebSocket::MakeKey();
-    QByteArray answer;
-    int received = socket.Send(HeadOf("GET", target) +
-                               "Connection: Upgrade\r\nUpgrade: websocket\r\n"
-                               "Sec-WebSocket-Version: 13\r\nSec-WebSocket-Key: " +
-                               key + kHeadEnd)
-                       ? 1
-                       : -1;
-    while (received > 0 && IsHttp(answer) && !answer.contains(kHeadEnd) &&
-           answer.size() < kLongestHead)
-    {
-        received = socket.Receive(answer);
-    }
-    if (received < 0)
-    {
-        throw socket.LostBy(errno);
-    }
-    const auto end = answer.indexOf(kHeadEnd);
-    const bool isAgreed =
-        StatusOf(answer) == 101 &&
-        FieldOf(answer.left(end + 2), "sec-websocket-accept") == CWebSocket::AnswerTo(key);
-    if (end < 0 || !isAgreed)
-    {
-        throw socket.Lost(QStringLiteral("it tells of no changes"));
-    }
-    return {std::move(socket), answer.mid(end + static_cast<int>(sizeof kHeadEnd) - 1)};
 }

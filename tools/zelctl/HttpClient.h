@@ -24,15 +24,11 @@ public:
     COrderedJson Post(const char* target, const QJsonObject& body = {}) const;
     ///@}
     /** Goes on as a WebSocket; fails as they do. */
-    CWebSocket Open(const QByteArray& target) const;
+    CWebSocket Open(const QByteArray& target) const { return {m_host, m_port, target, m_token}; }
 
 private:
-    CSocket Connect() const { return {m_host, m_port}; }
-    /** The head of a request, to which further lines may be added. */
-    QByteArray HeadOf(const QByteArray& method, const QByteArray& target) const;
     COrderedJson Ask(const QByteArray& method, const QByteArray& target,
                      const QByteArray& body) const;
-    COrderedJson Read(const CSocket& socket, const QByteArray& answer) const;
 
     QByteArray m_host;
     QByteArray m_port;

@@ -243,12 +243,7 @@ CWebSocket CLivingTree::Follow(const QStringList& paths) const
     changes.Send(
         QJsonDocument(QJsonObject{{QStringLiteral("subscribe"), QJsonArray::fromStringList(paths)}})
             .toJson(QJsonDocument::Compact));
-    std::optional<QByteArray> answer;
-    while (!answer)
-    {
-        answer = changes.Take();
-    }
-    const auto standing = COrderedJson::Parse(*answer);
+    const auto standing = COrderedJson::Parse(changes.Take());
     if (!standing || !standing->Has("subscribed"))
     {
         throw CFailure(eSTATUS_USAGE,

@@ -3,7 +3,6 @@
 
 #include "Interrupt.h"
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -69,41 +68,23 @@ CSocket::~CSocket()
     }
 }
 
-CSocket::CSocket(CSocket&& other) noexcept
-    : m_host(std::move(other.m_host)), m_port(std::move(other.m_port)),
-      m_number(std::exchange(other.m_number, -1))
+std::size_t CSocket::Send(const void* bytes, std::size_t count, int& error) const
 {
+    const ssize_t sent = ::send(m_number, bytes, count, MSG_NOSIGNAL);
+    error = sent < 0 ? errno : 0;
+    return sent < 0 ? 0 : static_cast<std::size_t>(sent);
 }
 
-bool CSocket::Send(const QByteArray& bytes) const
-{
-    for (ssize_t sent = 0; sent < bytes.size();)
-    {
-        const ssize_t count = ::send(m_number, bytes.constData() + sent,
-                                     static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
-        if (count <= 0)
-        {
-            return false;
-        }
-        sent += count;
-    }
-    return true;
-}
-
-int CSocket::Receive(QByteArray& bytes) const
+std::size_t CSocket::Receive(void* room, std::size_t count, int& error) const
 {
     if (!CInterruptGuard::WaitFor(m_number, kPatience * 1000))
     {
-        errno = CInterruptGuard::IsInterrupted() ? EINTR : EAGAIN;
-        return -1;
+        error = CInterruptGuard::IsInterrupted() ? EINTR : EAGAIN;
+        return 0;
     }
-    std::array<char, 65536> room{};
-    const ssize_t count = ::recv(m_number, room.data(), room.size(), 0);
-    if (count > 0)
-    {
-        bytes.append(room.data(), static_cast<int>(count));
-    }
-    return static_cast<int>(count);
+    const ssize_t received = ::recv(m_number, room, count, 0);
+    error = received < 0 ? errno : 0;
+    return received < 0 ? 0 : static_cast<std::size_t>(received);
 }
 
 CLostService CSocket::Lost(const QString& why) const

@@ -4,6 +4,7 @@
 #include "Failure.h"
 
 #include <QByteArray>
+#include <cstddef>
 
 /** A service that can not be reached, or is no longer: it may be there again later. */
 class CLostService : public CFailure
@@ -19,15 +20,15 @@ public:
     /** Fails (CLostService) where nobody answers. */
     CSocket(QByteArray host, QByteArray port);
     ~CSocket();
-    CSocket(CSocket&& other) noexcept;
     CSocket(const CSocket&) = delete;
     CSocket& operator=(const CSocket&) = delete;
 
-    /** False where the other side takes nothing any more. */
-    bool Send(const QByteArray& bytes) const;
-    /** Appends what has come; waits for it up to a minute, or until an interrupt. How many bytes: 0
-       where the other side has closed, less where nothing comes any more, and `errno` says why. */
-    int Receive(QByteArray& bytes) const;
+    /** How many bytes were sent, at least one. `error` is the system's, EAGAIN where the other side
+        takes nothing for a minute. */
+    std::size_t Send(const void* bytes, std::size_t count, int& error) const;
+    /** Waits for bytes up to a minute, or until an interrupt. How many have come: 0 where the other
+        side has closed. `error` is the system's, EAGAIN where nothing comes, EINTR. */
+    std::size_t Receive(void* room, std::size_t count, int& error) const;
 
     /** A failure that says whom the connection was with. */
     CLostService Lost(const QString& why) const;
