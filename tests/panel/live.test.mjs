@@ -99,7 +99,7 @@ test('undo takes back another step, or only a part of it', async () => {
             await fieldOf(page).press('Enter');
             await shows(page, `${text}/div`);
         }
-        await page.getByRole('link', { name: 'History' }).click();
+        await page.getByRole('link', { name: 'History', exact: true }).click();
         const main = page.getByRole('main');
         await main.getByText(/You wrote Scale/).nth(1).waitFor();
         await main.getByRole('button', { name: /^Undo/ }).click();

@@ -72,7 +72,7 @@ const VIEWS = [
     }],
     ['history', pageOf('Horizontal/Scale'), async (page) => {
         await writeScale('5 ms')(page);
-        await page.getByRole('link', { name: 'History' }).click();
+        await page.getByRole('link', { name: 'History', exact: true }).click();
         await page.getByRole('main').getByText(/you wrote Scale/i).waitFor();
     }],
     ['traces', '#/waves', async (page) => {
