@@ -92,12 +92,37 @@ test('the wheel of a page that is scrolled sets a number', async () => {
         await field.hover();
         await page.mouse.wheel(0, 300);
         await field.focus();
+        await field.hover(); // the page has moved below the pointer
         await page.mouse.wheel(0, -200);
         await holds(place, 50);
         await page.keyboard.press('PageDown');
         await holds(place, 0);
         await control.getByRole('button', { name: /to its default/ }).press('Enter');
         await holds(place, 40);
+    });
+});
+
+test('what comes faster than it is answered is lost, or overtaken', async () => {
+    await at('Trigger/Mode', async (page, control) => {
+        const choices = [1, 2, 1, 0, 2, 1, 0, 2];
+        let answers = 0;
+        page.on('response', (answer) => {
+            answers += answer.url().endsWith('/write') ? 1 : 0;
+        });
+        await control.getByRole('listbox').evaluate((list, them) => {
+            them.forEach((choice) => list.children[choice].click());
+        }, choices);
+        await until(async () => assert.equal(answers, choices.length));
+        assert.equal((await host.node('Trigger/Mode')).value, 'FREE_RUN');
+    });
+    const place = 'Setup/Display/GridIntensity';
+    await host.set(place, 0);
+    await at(place, async (page, control) => {
+        await control.getByRole('spinbutton').focus();
+        for (let i = 0; i < 15; ++i) {
+            await page.keyboard.press('ArrowUp');
+        }
+        await holds(place, 75);
     });
 });
 

@@ -47,7 +47,7 @@ export function DraftField({
                 : html`<input type=${type} ...${properties} />`}
             ${children}
             ${draft.isDirty && html`<button type="button" class="button is-main"
-                aria-label=${texts.setOf(node.name)} onClick=${submit}>${texts.set}</button>`}
+                aria-disabled=${closed} aria-label=${texts.setOf(node.name)} onClick=${submit}>${texts.set}</button>`}
         </div>
         ${draft.isDirty && html`<p class="control-draft" id="${ids.input}-draft">
             ${texts.notWritten} ${draft.moved && texts.movedMeanwhile(node.shown)}</p>`}`;

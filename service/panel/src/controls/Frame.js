@@ -98,7 +98,9 @@ const kGroups = ['bits', 'blob', 'container'];
  */
 export function Frame({ node, kind, ids, labelledBy, writing, refusal, busy, children }) {
     const report = writing?.report ?? refusal;
-    const refused = isRefused(report);
+    const isSlow = writing?.isSlow && kind !== 'action'; // which tells of itself
+    const refused = !isSlow && isRefused(report);
+    const says = isSlow ? texts.writing : sentenceOf(node, report);
     const closed = closedBy(node);
     const held = node.userValue !== null && node.userValue !== undefined
         ? texts.heldBack(showValue(node, node.userValue)) : '';
@@ -116,6 +118,6 @@ export function Frame({ node, kind, ids, labelledBy, writing, refusal, busy, chi
         ${closed && html`<p class="control-closed" id=${ids.hint}>${closed}</p>`}
         ${held && html`<p class="control-held">${held}</p>`}
         <p class="control-says" id=${ids.says} role=${refused ? 'alert' : 'status'}
-            >${sentenceOf(node, report)}</p>
+            >${says}</p>
     </div>`;
 }

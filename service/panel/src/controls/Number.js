@@ -50,9 +50,7 @@ export function NumberControl({ node, write, busy, refusal, labelledBy, onDraft 
     };
     const choose = (value) => {
         draft.discard();
-        if (value !== node.value) {
-            writing.send({ value });
-        }
+        writing.send({ value });
     };
     const onKey = (event) => {
         const steps = kStepsOfKeys[event.key];

@@ -36,11 +36,8 @@ export function Selection({ node, write, busy, refusal, labelledBy, why, open })
     const [greyed, setGreyed] = useState(null);
     const options = optionsOf(node);
     const label = labelledBy ?? ids.label;
-    const choose = (value) => {
-        if (value !== node.value) {
-            writing.send({ value });
-        }
-    };
+    // What stands is written as well: it may be about to change, and some settings confirm by it.
+    const choose = (value) => writing.send({ value });
     const leave = (event) => {
         if (!event.currentTarget.contains(event.relatedTarget)) {
             setGreyed(null);

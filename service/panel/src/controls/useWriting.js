@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 import { useCallback, useRef, useState } from 'preact/hooks';
 
+const kSlow = 500; // milliseconds until a write that goes on is told of
+
 /** What is reported where the service, or what stands in front of it, gave no code. */
 export const kLost = { code: null };
 
@@ -17,37 +19,47 @@ function reportOf(answer, path) {
  * queues behind a slow network.
  *
  * @returns {{send: function(object): Promise<boolean>, step: function(number): void,
- *     isWriting: boolean, report: object|null, forget: function(): void}}  `report` is kLost where
+ *     isWriting: boolean, isSlow: boolean, report: object|null, forget: function(): void}}  `report` is kLost where
  *     the service did not answer
  */
 export function useWriting(path, write) {
-    const [state, setState] = useState({ isWriting: false, report: null });
-    const way = useRef({ busy: false, steps: 0 });
+    const [state, setState] = useState({ isWriting: false, isSlow: false, report: null });
+    const way = useRef({ last: Promise.resolve(), waiting: 0, steps: 0 });
     const writer = useRef(write);
     writer.current = write;
 
-    const send = useCallback(async (what) => {
-        way.current.busy = true;
+    const carryOut = useCallback(async (what) => {
         setState((before) => ({ ...before, isWriting: true }));
-        let answer = null;
+        const slow = setTimeout(() => setState((before) => ({ ...before, isSlow: true })), kSlow);
+        let report = kLost;
         try {
-            answer = await writer.current(what);
+            report = reportOf(await writer.current(what), path);
         } catch {
-            answer = null; // who writes tells of a lost connection; the control says it was not written
+            // Who writes tells of a lost connection; the control says that nothing was written.
         }
-        way.current.busy = false;
-        const report = reportOf(answer, path);
-        setState({ isWriting: false, report });
-        if (way.current.steps !== 0) {
-            const steps = way.current.steps;
-            way.current.steps = 0;
-            send({ steps });
-        }
-        return report !== kLost && report.code <= 1;
+        clearTimeout(slow);
+        way.current.waiting -= 1;
+        setState({ isWriting: way.current.waiting > 0, isSlow: false, report });
+        return report;
     }, [path]);
 
+    const send = useCallback(async (what) => {
+        way.current.waiting += 1;
+        const mine = way.current.last.then(() => carryOut(what));
+        way.current.last = mine;
+        const report = await mine;
+        const { steps } = way.current;
+        if (steps !== 0 && way.current.waiting === 0) {
+            way.current.steps = 0;
+            if (report !== kLost) {
+                send({ steps });
+            }
+        }
+        return report !== kLost && report.code <= 1;
+    }, [carryOut]);
+
     const step = useCallback((steps) => {
-        if (way.current.busy) {
+        if (way.current.waiting > 0) {
             way.current.steps += steps;
         } else {
             send({ steps });

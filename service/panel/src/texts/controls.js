@@ -7,6 +7,7 @@ export const controls = {
     set: 'Set',
     setOf: (name) => `Set ${name}`,
     discard: 'Discard',
+    writing: 'Waiting for the instrument …',
     notWritten: 'Not written yet: Enter sets it, Escape discards it.',
     longKeys: 'Shift and Enter begins a new line.',
     movedMeanwhile: (shown) => `Changed meanwhile to ${shown}.`,
