@@ -49,4 +49,4 @@ echo "panel: the script has $size bytes compressed, of $budget"
 
 export ZELHOST=${ZELHOST:-$root/build/release/service/zelhost}
 [ "$task" = --check ] || export PANEL_FOLDER=$bundle
-timeout 400 node --test "$root"/tests/panel/*.test.mjs
+timeout 600 node --test "$root"/tests/panel/*.test.mjs

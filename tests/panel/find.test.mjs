@@ -76,7 +76,7 @@ test('a favourite is gone when the page is loaded again', async () => {
     await inWindow(browser, host, { place: pageOf('Horizontal/Scale') }, async (page) => {
         await page.getByRole('main').getByRole('button', { name: /favourite/ }).click();
         await page.reload();
-        await page.getByRole('link', { name: 'Favourites' }).click();
+        await page.getByRole('link', { name: 'Favourites', exact: true }).click();
         const row = page.getByRole('main').getByRole('listitem').filter({ hasText: 'Scale' });
         await row.getByRole('spinbutton', { name: 'Scale' }).waitFor();
         await row.getByRole('button', { name: /favourite/ }).click();

@@ -58,9 +58,11 @@ test('one key costs less than a picture over a tree of 10,000 nodes', () => {
                 + 'can be found as well.', values: mode.values }));
     }
     const times = ['u', 'us', 'usu', 'usual', 'usual x', '9999', 'zz'].map((query) => {
-        const start = performance.now();
+        // Time of a processor: other programs of the machine count nothing.
+        const start = process.cpuUsage();
         index.find(query);
-        return performance.now() - start;
+        const { user, system } = process.cpuUsage(start);
+        return (user + system) / 1000;
     }).sort((a, b) => a - b);
     assert.ok(times[3] < 16, `half of the keys take ${times[3]} ms and more`);
 });

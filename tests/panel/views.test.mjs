@@ -67,7 +67,7 @@ const VIEWS = [
     }],
     ['favourites', pageOf('Horizontal/Scale'), async (page) => {
         await page.getByRole('main').getByRole('button', { name: /favourite/ }).click();
-        await page.getByRole('link', { name: 'Favourites' }).click();
+        await page.getByRole('link', { name: 'Favourites', exact: true }).click();
         await page.getByRole('main').getByRole('listitem').first().waitFor();
     }],
     ['history', pageOf('Horizontal/Scale'), async (page) => {
