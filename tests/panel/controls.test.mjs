@@ -239,7 +239,7 @@ test('items of an array are not inserted, moved, chosen or removed as shown', as
         await insert.click();
         await until(async () => assert.equal(await rows.count(), 2));
         await host.set(`${place}[1]/Enabled`, false);
-        await rows.nth(1).getByRole('button', { name: /activ/i }).click();
+        await rows.nth(1).getByRole('button', { name: /activate/i }).click();
         await until(async () => assert.equal((await host.node(place)).active, '1'));
         await rows.nth(1).getByRole('button', { name: /up/i }).click();
         await until(async () => assert.equal((await host.node(`${place}[0]/Enabled`)).value, 'OFF'));
