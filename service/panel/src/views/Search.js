@@ -7,7 +7,7 @@ import { texts } from '../texts/panel.js';
 import { useNode, usePanel } from './hooks.js';
 import { Mark } from './Mark.js';
 
-const kFirst = 20;
+const kFirst = 15; // what a screen shows: the first key draws all of them
 
 export function SearchField({ query, onQuery, field }) {
     const onKey = (event) => {
