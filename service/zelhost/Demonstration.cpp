@@ -20,6 +20,8 @@ constexpr milliseconds kPeriod{50}; // a block of slow and roll mode takes as lo
 constexpr UINT64 kMemory = 32U << 20U;
 constexpr UINT64 kSpectraMemory = 1U << 20U;
 constexpr double kTurn = 2.0 * std::numbers::pi;
+/** Hz. No sample rate divides it, so that slow time bases show more than one and the same place. */
+constexpr double kFrequency = 5.0123e6;
 
 /** Noise that is the same in each run. */
 class CNoise
@@ -41,8 +43,8 @@ private:
 /** What the inputs see at a time against the trigger, s; `swell` goes from −1 to 1 by and by. */
 double Signal(KW_ZEL_CHANNEL channel, double time, double swell)
 {
-    const double phase = time * 5e6 - std::floor(time * 5e6);
-    const double since = phase / 5e6;
+    const double phase = time * kFrequency - std::floor(time * kFrequency);
+    const double since = phase / kFrequency;
     switch (channel)
     {
     case eKW_ZEL_CHANNEL_C1: // 5 MHz with its third harmonic
@@ -52,7 +54,7 @@ double Signal(KW_ZEL_CHANNEL channel, double time, double swell)
     }
     case eKW_ZEL_CHANNEL_C2: // pulses of a slack edge
         return phase < 0.5 ? 2.0 - 2.0 * std::exp(-since * 5e7)
-                           : 2.0 * std::exp(-(since - 1e-7) * 5e7);
+                           : 2.0 * std::exp(-(phase - 0.5) / kFrequency * 5e7);
     case eKW_ZEL_CHANNEL_C3: // triangle
         return 1.5 * (std::fabs(4.0 * phase - 2.0) - 1.0);
     default: // a damped ringing
