@@ -55,7 +55,8 @@ export class Window {
         });
         await window.context.addInitScript(() => {
             addEventListener('securitypolicyviolation', (event) => {
-                console.error(`policy: ${event.violatedDirective} ${event.blockedURI} ${event.sourceFile}:${event.lineNumber}`);
+                const { violatedDirective, blockedURI, sourceFile, lineNumber } = event;
+                console.error(`policy: ${violatedDirective} ${blockedURI} ${sourceFile}:${lineNumber}`);
             });
         });
         window.page = await window.context.newPage();
@@ -69,7 +70,8 @@ export class Window {
         this.page.on('pageerror', (error) => this.faults.push(`thrown: ${error.stack}`));
         this.page.on('console', (message) => {
             // The browser itself says of each request that failed; pages may ask and be refused.
-            if (message.type() === 'error' && !/^(Failed to load resource|WebSocket connection)/.test(message.text())) {
+            const isRequest = /^(Failed to load resource|WebSocket connection)/.test(message.text());
+            if (message.type() === 'error' && !isRequest) {
                 this.faults.push(`console: ${message.text()}`);
             }
         });
