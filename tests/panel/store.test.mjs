@@ -156,4 +156,5 @@ test('results that move by themselves are moved by nobody, and a refused step is
     const { step } = steps.begin('write', 'A');
     steps.end(step, { code: 12, name: 'ABOVE_MAXIMUM' });
     assert.deepEqual(steps.list, []);
+    assert.deepEqual([...steps.moved().keys()], ['Derived'], 'what moved before stays what moved');
 });

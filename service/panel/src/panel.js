@@ -181,6 +181,9 @@ export class Panel {
         const answer = await this.connection.request('POST', resource, body);
         this.#takeReports(answer?.writes ?? []);
         this.steps.end(step, answer);
+        if (this.steps.own !== step) {
+            this.store.touch(left); // they count as moved again
+        }
         if (answer?.detail === 'the service only reads') {
             this.standing = { ...this.standing, readOnly: true };
         }

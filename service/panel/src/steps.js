@@ -41,8 +41,8 @@ export class Steps {
         @returns {{step: Step, left: string[]}} `left` are paths that no longer count as moved */
     begin(kind, path) {
         const left = [...this.moved().keys()];
-        this.own = this.#add(kind, path);
-        this.own.isOpen = true;
+        const { own: last, others } = this;
+        this.own = Object.assign(this.#add(kind, path), { isOpen: true, before: { last, others } });
         this.others = new Map();
         return { step: this.own, left };
     }
@@ -54,7 +54,12 @@ export class Steps {
         step.answer = answer;
         if (answer === null || answer.code > 1) {
             this.list = this.list.filter((other) => other !== step);
+            if (this.own === step) { // what was refused is no step: what moves is not its doing
+                this.own = step.before.last;
+                this.others = step.before.others;
+            }
         }
+        step.before = null; // steps do not hold one another
     }
 
     /** Our own step to which what moves now is ascribed, or null. */

@@ -18,9 +18,11 @@ function Value({ node, value, onValue }) {
 
 /** What the trial answered. */
 function Outcome({ node, answer, onWrite }) {
+    const { store } = usePanel();
     const report = answer.writes?.[0] ?? answer;
+    const named = (path, state) => state ? { ...state, values: store.node(path)?.values } : null;
     const moves = (answer.changes ?? []).map(({ path, before, now }) =>
-        ({ path, before: before ?? null, now: now ?? null }));
+        ({ path, before: named(path, before), now: named(path, now) }));
     const says = isRefused(report) ? sentenceOf(node, report)
         : [sentenceOf(node, report), moves.length === 0 ? texts.trial.nothing
             : `${texts.trial.moves(moves.length)}.`].filter(Boolean).join(' ');
