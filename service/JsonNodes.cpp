@@ -7,6 +7,7 @@
 #include "KWEnumerationsOnOff.h"
 #include "KWRemoteNames.h"
 #include "KWTexts.h"
+#include "PropertyLengths.h"
 
 #include <QJsonValue>
 #include <QLocale>
@@ -148,22 +149,6 @@ void AddValues(CJsonWriter& json, IDbProperty& property)
         json.EndObject();
     }
     json.EndArray();
-}
-
-/** Most characters, bits or bytes; 0 where the kind of property has no such limit. */
-INT32 MostLength(IDbProperty& property)
-{
-    const auto handle = property.GetHandle();
-    if (const auto* const string = dynamic_cast<const IKWStringProperty*>(handle.get()))
-    {
-        return string->GetMaxLength();
-    }
-    if (const auto* const pattern = dynamic_cast<const IKWBitPatternProperty*>(handle.get()))
-    {
-        return pattern->GetMaxLength();
-    }
-    const auto* const blob = dynamic_cast<const IKWBlobProperty*>(handle.get());
-    return blob != nullptr ? blob->GetMaxSize() : 0;
 }
 
 /** What a user must know to write a value of kinds whose text says little. */
@@ -432,7 +417,7 @@ void NJson::AddCode(CJsonWriter& json, KW_ACCEPTANCE code, const QString& detail
 void NJson::AddForm(CJsonWriter& json, IDbProperty& property)
 {
     json.Key("form").Text(KW_GetFormText(property));
-    if (const INT32 most = MostLength(property); most > 0)
+    if (const INT32 most = MostLengthOf(*property.GetHandle()); most > 0)
     {
         json.Key("maximumLength").Whole(most);
     }

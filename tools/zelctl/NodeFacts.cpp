@@ -3,6 +3,7 @@
 
 #include "IKWProperties.h"
 #include "LivingNodes.h"
+#include "PropertyLengths.h"
 
 namespace
 {
@@ -62,17 +63,7 @@ INT32 GetMostLength(const IDbProperty& property)
     {
         return (*facts)["maximumLength"].GetInt();
     }
-    const auto handle = HandleOf(property);
-    if (const auto* const string = dynamic_cast<const IKWStringProperty*>(handle.get()))
-    {
-        return string->GetMaxLength();
-    }
-    if (const auto* const pattern = dynamic_cast<const IKWBitPatternProperty*>(handle.get()))
-    {
-        return pattern->GetMaxLength();
-    }
-    const auto* const blob = dynamic_cast<const IKWBlobProperty*>(handle.get());
-    return blob != nullptr ? blob->GetMaxSize() : 0;
+    return MostLengthOf(*HandleOf(property));
 }
 
 std::shared_ptr<IKWFilePathProperty> GetFileForm(const IDbProperty& property)
