@@ -7,16 +7,14 @@ from __future__ import annotations
 
 import base64
 import hashlib
-import http.client
-import json
 import math
 import operator
-import threading
 from typing import TYPE_CHECKING, Any
 from urllib.parse import quote
 
 from . import api, enumerations, enums, errors
 from .errors import Code
+from .link import Link, check, code_of, details_of
 
 if TYPE_CHECKING:
     from collections.abc import Callable
@@ -30,111 +28,6 @@ _EXACT = 2**53 - 1
 """Greatest whole number that JSON's readers keep; others travel as texts."""
 
 
-class _Link:
-    """Asks the service. Any thread; reads go one after the other over one connection."""
-
-    def __init__(self, host: str, port: int, token: str | None, timeout: float) -> None:
-        self._host, self._port, self._timeout = host, port, timeout
-        self._headers = {"Authorization": f"Bearer {token}"} if token else {}
-        self._lock = threading.Lock()
-        self._kept: http.client.HTTPConnection | None = None
-        self.batch = threading.local()
-        self.is_open = True
-
-    def close(self) -> None:
-        with self._lock:
-            self.is_open = False
-            if self._kept is not None:
-                self._kept.close()
-
-    def _connect(self) -> http.client.HTTPConnection:
-        if not self.is_open:
-            raise errors.refusal(Code.DETACHED, None, None, [])
-        return http.client.HTTPConnection(self._host, self._port, timeout=self._timeout)
-
-    def read(self, target: str) -> tuple[int, bytes]:
-        """Status and body of a GET."""
-        with self._lock:
-            for is_last in (False, True):
-                connection = self._kept if self._kept is not None and self.is_open else self._connect()
-                self._kept = connection
-                try:
-                    connection.request("GET", target, headers=self._headers)
-                    answer = connection.getresponse()
-                    return answer.status, answer.read()
-                except (OSError, http.client.HTTPException) as error:
-                    # A connection that was left alone for long is closed by the other side.
-                    connection.close()
-                    self._kept = None
-                    if is_last:
-                        raise _lost(error) from error
-        raise AssertionError
-
-    def get(self, target: str, **parameters: object) -> Any:
-        """What a GET answers; refused where there is no such node."""
-        query = "&".join(f"{name}={quote(str(value), safe='')}" for name, value in parameters.items())
-        status, body = self.read(f"{target}?{query}" if query else target)
-        answer = _decoded(body)
-        if status != 200:
-            raise errors.refusal(_code(answer, status), None, parameters.get("path"),
-                                 _details(answer))
-        return answer
-
-    def post(self, target: str, body: object) -> Any:
-        """What a POST answers, refusals too. Over a connection of its own: it may take its time,
-        and is never sent twice."""
-        connection = self._connect()
-        try:
-            connection.request("POST", target, json.dumps(body).encode(),
-                               {**self._headers, "Content-Type": "application/json"})
-            answer = connection.getresponse()
-            status, text = answer.status, answer.read()
-        except (OSError, http.client.HTTPException) as error:
-            raise _lost(error) from error
-        finally:
-            connection.close()
-        decoded = _decoded(text)
-        if status in (401, 403, 404, 413, 429) and "writes" not in decoded:
-            raise errors.refusal(_code(decoded, status), None, None, _details(decoded))
-        return decoded
-
-    def ask(self, target: str, body: object, node: Any, value: object = None) -> None:
-        """A POST that a code answers."""
-        _answer(self.post(target, body), node, value)
-
-
-def _lost(error: Exception) -> ConnectionError:
-    return error if isinstance(error, ConnectionError) else ConnectionError(
-        f"the service does not answer: {error or type(error).__name__}")
-
-
-def _decoded(body: bytes) -> Any:
-    try:
-        return json.loads(body)
-    except ValueError as error:
-        raise ConnectionError("this is no service of settings: its answer is no JSON") from error
-
-
-def _code(answer: Any, status: int) -> int:
-    known = answer.get("code") if isinstance(answer, dict) else None
-    if isinstance(known, int) and known > Code.WARNING:
-        return known
-    return Code.NO_WRITE_ACCESS if status in (401, 403) else Code.OPERATION_FAILED
-
-
-def _details(answer: Any) -> list[str]:
-    detail = answer.get("detail") if isinstance(answer, dict) else None
-    return [detail] if detail else []
-
-
-def _answer(answer: Any, node: Any, value: object) -> None:
-    """Raises a refusal; warns of code 1."""
-    if answer["code"] == Code.WARNING:
-        errors.warn(Code.WARNING, node, value, _details(answer))
-    elif answer["code"] != Code.OK:
-        raise errors.refusal(answer["code"], node, value, _details(answer))
-
-
 def _unavailable(what: str, node: Any) -> errors.Refused:
     return errors.refusal(Code.NOT_AVAILABLE, None, None, [f"{what} is for the tree of this process"])
 
@@ -142,10 +35,10 @@ def _unavailable(what: str, node: Any) -> errors.Refused:
 class _Node:
     """What all nodes have: where they are."""
 
-    _link: _Link
+    _link: Link
     _path: str
 
-    def __init__(self, link: _Link, path: str) -> None:
+    def __init__(self, link: Link, path: str) -> None:
         object.__setattr__(self, "_link", link)
         object.__setattr__(self, "_path", path)
 
@@ -366,7 +259,7 @@ class Property(_Node, api.PropertyApi):
 class _Then(Property):
     """A property as a report shows it, when it was refused."""
 
-    def __init__(self, link: _Link, report: dict[str, Any]) -> None:
+    def __init__(self, link: Link, report: dict[str, Any]) -> None:
         super().__init__(link, report["path"])
         object.__setattr__(self, "_report", report)
 
@@ -379,7 +272,7 @@ class _Then(Property):
                                     if key in self._report}}  # type: ignore[attr-defined]
 
 
-def _written(link: _Link, writes: list[dict[str, Any]], text: str, asked: dict[str, object]) -> None:
+def _written(link: Link, writes: list[dict[str, Any]], text: str, asked: dict[str, object]) -> None:
     """Sends writes, all or nothing, and answers for them."""
     body: dict[str, Any] = {"writes": writes}
     if text:
@@ -391,9 +284,9 @@ def _written(link: _Link, writes: list[dict[str, Any]], text: str, asked: dict[s
         node: Any = Property(link, report["path"])
         if report["code"] > Code.WARNING:
             node = _Then(link, report) if "now" in report else None
-        _answer(report, node, value)
+        check(report, node, value)
     if not answer.get("kept", False):
-        raise errors.refusal(_code(answer, 200), None, None, _details(answer))
+        raise errors.refusal(code_of(answer, 200), None, None, details_of(answer))
 
 
 class Action(_Node, api.ActionApi):
@@ -534,7 +427,7 @@ class Map(_Container, api.MapApi[Any]):
 class _Batch:
     """The writes of a transaction, which go together when it ends."""
 
-    def __init__(self, link: _Link, text: str) -> None:
+    def __init__(self, link: Link, text: str) -> None:
         self._link, self._text = link, text
         if getattr(link.batch, "writes", None) is not None:
             raise errors.refusal(Code.IN_TRANSACTION, None, None, [])
@@ -603,14 +496,14 @@ for _name in ("_start_reading", "_start_writing", "_enable_history", "_update_al
 _KINDS: dict[str, type[Group]] = {"group": Group, "array": Array, "map": Map}
 
 
-def _group(link: _Link, state: Any) -> Group:
+def _group(link: Link, state: Any) -> Group:
     return _KINDS[state["kind"]](link, state["path"])
 
 
 def connect(host: str = "127.0.0.1", port: int = 5026, token: str | None = None,
             timeout: float = 30.0) -> Any:
     """The root of the tree that a service serves."""
-    link = _Link(host, port, token, timeout)
+    link = Link(host, port, token, timeout)
     root = Root(link, "")
     root.members()  # who is no service is told so at once
     return root
