@@ -2,21 +2,11 @@
 // Each kind of control, as a user meets it on the page of a node.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { inWindow, pageOf, startBrowser, until } from './browser.mjs';
-import { Host } from './host.mjs';
+import { test } from 'node:test';
+import { inWindow, pageOf, until } from './browser.mjs';
+import { browser, host, serve } from './served.mjs';
 
-let browser;
-let host;
-
-before(async () => {
-    host = await Host.start();
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await Promise.all([browser?.close(), host?.end()]);
-});
+serve();
 
 /** The page of a node, with its control. */
 async function at(place, steps) {

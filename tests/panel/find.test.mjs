@@ -2,24 +2,14 @@
 // Search, tree, favourites, links, names.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { inWindow, pageOf, startBrowser, until } from './browser.mjs';
-import { Host } from './host.mjs';
+import { test } from 'node:test';
+import { inWindow, pageOf, until } from './browser.mjs';
+import { browser, host, serve } from './served.mjs';
 
 const HOSTILE = '<script>document.title=1<script>';
 const LABELS = 'SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem';
 
-let browser;
-let host;
-
-before(async () => {
-    host = await Host.start();
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await Promise.all([browser?.close(), host?.end()]);
-});
+serve();
 
 test('the search misses names, meanings, units or values', async () => {
     await host.set('Vertical/Channel[2]/Label', 'Motor');

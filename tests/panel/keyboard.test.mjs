@@ -2,20 +2,11 @@
 // The controls by keys alone: where they lead, what they say, and where the focus stays.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { inWindow, pageOf, startBrowser, until } from './browser.mjs';
-import { Host } from './host.mjs';
+import { test } from 'node:test';
+import { inWindow, pageOf, until } from './browser.mjs';
+import { browser, host, serve } from './served.mjs';
 
-let browser;
-let host;
-
-before(async () => {
-    [browser, host] = await Promise.all([startBrowser(), Host.start()]);
-});
-
-after(async () => {
-    await Promise.all([browser?.close(), host?.end()]);
-});
+serve();
 
 async function at(place, steps) {
     await inWindow(browser, host, { place: pageOf(place) }, async (page) => {
@@ -60,7 +51,9 @@ test('a greyed value can not be reached by keys, or does not lead to what offers
         await holds('Logic/Enabled', 'ON');
         await page.goBack();
         await control.getByRole('button', { name: 'Source' }).press('ArrowDown');
+        await focusIs(page, /^C1$/);
         await page.keyboard.type('d0');
+        await focusIs(page, /^D0/);
         await page.keyboard.press('Enter');
         await holds('Trigger/Source', 'D0');
         await focusIs(page, /D0/);
@@ -72,13 +65,16 @@ test('Escape leaves a list open, or loses the focus', async () => {
     await at('Horizontal/Scale', async (page, control) => {
         const opener = control.getByRole('button', { name: 'Values of Scale' });
         await opener.press('Enter');
+        await focusIs(page, /^100 ns\/div$/);
         await page.keyboard.press('End');
         await focusIs(page, /^500 s\/div$/);
         await page.keyboard.press('Escape');
         assert.equal(await control.getByRole('listbox').count(), 0);
         await focusIs(page, /^Values of Scale$/);
         await opener.press('Enter');
+        await focusIs(page, /^100 ns\/div$/);
         await page.keyboard.press('Home');
+        await focusIs(page, /^1 ns\/div$/);
         await page.keyboard.press('Enter');
         await holds('Horizontal/Scale', 1e-9);
     });

@@ -7,23 +7,14 @@ import { mkdtemp, rm, writeFile } from 'node:fs/promises';
 import net from 'node:net';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
-import { after, before, test } from 'node:test';
-import { inWindow, pageOf, startBrowser, until } from './browser.mjs';
+import { test } from 'node:test';
+import { inWindow, pageOf, until } from './browser.mjs';
 import { Host } from './host.mjs';
+import { browser, host, serve } from './served.mjs';
 
 const SCALE = 'Horizontal/Scale';
 
-let browser;
-let host;
-
-before(async () => {
-    host = await Host.start();
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await Promise.all([browser?.close(), host?.end()]);
-});
+serve();
 
 const fieldOf = (page) => page.getByRole('main').getByRole('spinbutton', { name: 'Scale' });
 const shows = (page, text) =>

@@ -3,9 +3,9 @@
 
 import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
-import { after, before, test } from 'node:test';
-import { inWindow, need, pageOf, startBrowser } from './browser.mjs';
-import { Host } from './host.mjs';
+import { before, test } from 'node:test';
+import { inWindow, need, pageOf } from './browser.mjs';
+import { browser, host, serve } from './served.mjs';
 
 const WIDTHS = [320, 768, 1440];
 const JUDGED = ['320 light', '1440 dark']; // each layout and each set of colours once
@@ -83,17 +83,10 @@ const VIEWS = [
 ];
 
 let axe;
-let browser;
-let host;
 
+serve('--demo');
 before(async () => {
     axe = await readFile(need.resolve('axe-core/axe.min.js'), 'utf8');
-    host = await Host.start('--demo');
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await Promise.all([browser?.close(), host?.end()]);
 });
 
 /** Where each view begins: defaults, and items in containers. */

@@ -2,21 +2,13 @@
 // Traces, spectrum and masks: what is drawn, what it says in words, and what keys do with it.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
+import { test } from 'node:test';
 import { setTimeout as pause } from 'node:timers/promises';
-import { inWindow, startBrowser, until } from './browser.mjs';
+import { inWindow, until } from './browser.mjs';
 import { Host } from './host.mjs';
+import { browser, host, serve } from './served.mjs';
 
-let browser;
-let host;
-
-before(async () => {
-    [browser, host] = await Promise.all([startBrowser(), Host.start('--demo')]);
-});
-after(async () => {
-    await browser?.close();
-    await host?.end();
-});
+serve('--demo');
 
 const pictureOf = (page) => page.getByRole('img', { name: /^Traces from/ });
 const rowOf = (page, name) => page.getByRole('row', { name: new RegExp(`^${name}`) });
@@ -84,11 +76,14 @@ test('zoom does not follow buttons or dragging', () => inWindow(browser, host, o
     await page.getByRole('img', { name: /from -125 ns to 375 ns/ }).waitFor();
     await page.getByRole('button', { name: 'Whole screen' }).first().press('Enter');
     await page.getByRole('img', { name: /from -500 ns to 500 ns/ }).waitFor();
-    for (let i = 0; i < 12; ++i) {
+    const widest = page.getByRole('img', { name: /from -50 µs to 50 µs/ });
+    for (let i = 0; i < 50 && await widest.count() === 0; ++i) {
         await page.getByRole('button', { name: 'Zoom out' }).press('Enter');
         await pause(80);
     }
-    await page.getByRole('img', { name: /from -50 µs to 50 µs/ }).waitFor();
+    await page.getByRole('button', { name: 'Zoom out' }).press('Enter');
+    await pause(200);
+    assert.equal(await widest.count(), 1);
     await page.getByRole('button', { name: 'Whole screen' }).first().press('Enter');
     await page.getByRole('img', { name: /from -500 ns to 500 ns/ }).waitFor();
     const box = await pictureOf(page).locator('.u-over').boundingBox();

@@ -67,13 +67,15 @@ export function OptionList({
         if (event.altKey || event.ctrlKey || event.metaKey) {
             return;
         }
+        // Where the focus is, which may be ahead of what is drawn.
+        const here = [...list.current.children].indexOf(event.target);
         if (event.key === 'Enter' || event.key === ' ') {
             event.preventDefault();
-            choose(current);
+            choose(here);
             return;
         }
-        const to = optionOf(options, current, event.key)
-            ?? (event.key.length === 1 ? search(options, current, event.key) : null);
+        const to = optionOf(options, here, event.key)
+            ?? (event.key.length === 1 ? search(options, here, event.key) : null);
         if (to !== null) {
             event.preventDefault();
             go(to);
