@@ -395,14 +395,21 @@ private:
     }
 
     /** Labels are filed under the bits of their values; what the signal can not have, or has above
-        32 bits, goes beside. */
+        32 bits, goes beside. An unsigned value that has no room there would become a negative one,
+        which the signal may well have. */
     void AddLabels(t_DbcSignal& signal, CLabelListSignal& made)
     {
+        int large = 0;
         int foreign = 0;
         int doubled = 0;
         for (t_DbcLabel& label : signal.labels)
         {
             const auto raw = RawOf(signal, label);
+            if (!raw && label.isLarge)
+            {
+                ++large;
+                continue;
+            }
             foreign += raw ? 0 : 1;
             if (raw && *raw <= kLastInTable)
             {
@@ -415,31 +422,21 @@ private:
             const auto put = signal.details.furtherLabels.insert_or_assign(key, label.text);
             doubled += put.second ? 0 : 1;
         }
-        WarnOfLabels(signal, foreign, doubled);
+        WarnOfLabels(signal, large,
+                     "labels of values above 9223372036854775807 that it can not have are left "
+                     "out");
+        WarnOfLabels(signal, foreign,
+                     "labels of values that it can not have are kept, and never shown");
+        WarnOfLabels(signal, doubled, "values with two labels, the last of which counts");
     }
 
-    void WarnOfLabels(const t_DbcSignal& signal, int foreign, int doubled)
+    void WarnOfLabels(const t_DbcSignal& signal, int count, const char* what)
     {
-        if (foreign == 0 && doubled == 0)
+        if (count > 0)
         {
-            return;
-        }
-        const QString name = QuotedName(Name(signal.name));
-        if (foreign > 0)
-        {
-            Warn(signal.place,
-                 QString::fromLatin1("signal %1: labels of values that it can not have are "
-                                     "kept, and never shown: %2")
-                     .arg(name)
-                     .arg(foreign));
-        }
-        if (doubled > 0)
-        {
-            Warn(signal.place,
-                 QString::fromLatin1(
-                     "signal %1: values with two labels, the last of which counts: %2")
-                     .arg(name)
-                     .arg(doubled));
+            Warn(signal.place, QString::fromLatin1("signal %1: %2: %3")
+                                   .arg(QuotedName(Name(signal.name)), QString::fromLatin1(what),
+                                        QString::number(count)));
         }
     }
 

@@ -17,11 +17,10 @@ std::string_view Between(const t_DbcToken& first, const t_DbcToken& behind)
 }
 } // namespace
 
-/** Keeps a statement that says nothing of messages and signals. */
+/** Keeps a statement that says nothing of messages and signals; it goes on behind what has been
+   read of it, as an object that begins a line looks like the next statement. */
 bool CDbcReader::KeepStatement()
 {
-    m_lexer.GoTo(m_keyword);
-    m_lexer.Take();
     if (!SkipToEnd() || !CountRecord())
     {
         return false;
@@ -79,6 +78,10 @@ bool CDbcReader::ReadRelation()
     if (!ReadText(name, "the name of an attribute"))
     {
         return false;
+    }
+    if (StartsStatement(m_lexer.Peek()))
+    {
+        return KeepStatement();
     }
     if (m_lexer.Peek().kind == e_DbcToken::Word)
     {
