@@ -372,6 +372,7 @@ class JsonClientsTest(unittest.TestCase):
 
     @unittest.skipUnless(shutil.which("jq"), "needs jq")
     def test_guide_shows_other_answers(self) -> None:
+        folder = self.enterContext(tempfile.TemporaryDirectory())
         for guide in GUIDES:
             host = self.start()
             for block in re.findall(r"^```console\n(.*?)^```$", guide.read_text(encoding="utf-8"),
@@ -380,7 +381,7 @@ class JsonClientsTest(unittest.TestCase):
                     command, answers = re.fullmatch(r"(.*\n(?:> .*\n)*)((?:.*\n)*)", shown).groups()
                     command = command.replace("\n> ", "\n").replace("5026", str(host.port))
                     ran = subprocess.run(command, shell=True, text=True, capture_output=True,
-                                         timeout=20)
+                                         timeout=20, cwd=folder)
                     self.assertEqual(ran.stdout, answers, command)
 
 
