@@ -96,12 +96,13 @@ def on_alarm(*_: object) -> None:
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--seconds", type=float, default=0, help="how long beyond the fixed seeds")
+    parser.add_argument("--seed", type=int, default=0, help="where chance begins; 0: anywhere")
     parser.add_argument("--findings", type=Path, default=Path("build/fuzz/findings"))
     options = parser.parse_args()
     signal.signal(signal.SIGALRM, on_alarm)
     end = time.monotonic() + options.seconds
-    # The clock is no seed: what it finds is kept as files.
-    chance = random.SystemRandom()
+    # Without a seed no run is repeated: what it finds is kept as files.
+    chance = random.Random(options.seed) if options.seed else random.SystemRandom()
     runs = 0
     while runs < FIXED_SEEDS or time.monotonic() < end:
         seed = runs if runs < FIXED_SEEDS else chance.randrange(FIXED_SEEDS, 1 << 48)
