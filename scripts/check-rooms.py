@@ -73,8 +73,8 @@ MAY_INCLUDE = {
 IFC_BASICS = {"KWTypes.h", "KWErrorReport.h", "KWAcceptance.h"}
 IFC_OF_THE_FRAME = {
     "EnumNameInfo.h", "IDbObject.h", "IKWFunctionBase.h", "IKWFunctionRootBase.h",
-    "IKWProperties.h", "KWBrackets.h", "KWCouplings.h", "KWEnumerationsUnits.h", "KWNodeTypes.h",
-    "KWRemoteNames.h", "KWSettingsFile.h", "KWTexts.h",
+    "IKWProperties.h", "KWBrackets.h", "KWCouplings.h", "KWEnumerationsUnits.h", "KWHistory.h",
+    "KWNodeTypes.h", "KWRemoteNames.h", "KWSettingsFile.h", "KWTexts.h",
 }
 
 # Folders of a room: which others each may include, the lower ones first. A name stands for itself;

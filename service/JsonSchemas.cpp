@@ -12,6 +12,8 @@ constexpr char kSchemaParameters[] = R"({
  "description":"Levels of members; all when left out"},
 "detail":{"name":"detail","in":"query","schema":{"enum":["state","full"]},
  "description":"full adds what seldom changes: meaning, default, names, values"},
+"steps":{"name":"steps","in":"query","schema":{"type":"integer","minimum":1,"maximum":100},
+ "description":"How many; one when left out"},
 "format":{"name":"format","in":"query","required":true,"schema":{"enum":["xml","csv"]},
  "description":"Format of the file"}})";
 
@@ -208,9 +210,10 @@ constexpr char kSchemaFiles[] =
     R"("properties":{"folder":)" KW_TEXT R"(,"files":)" KW_TEXTS "}}";
 
 constexpr char kSchemaHistory[] =
-    R"({"type":"object","additionalProperties":false,"required":["canUndo","undo","canRedo","redo"],)"
-    R"("properties":{"canUndo":)" KW_FLAG R"(,"undo":)" KW_TEXT R"(,"canRedo":)" KW_FLAG
-    R"(,"redo":)" KW_TEXT "}}";
+    R"({"type":"object","additionalProperties":false,"required":["canUndo","undo",)"
+    R"("canRedo","redo","undoSteps","redoSteps"],"properties":{"canUndo":)" KW_FLAG
+    R"(,"undo":)" KW_TEXT R"(,"canRedo":)" KW_FLAG R"(,"redo":)" KW_TEXT R"(,"undoSteps":)" KW_TEXTS
+    R"(,"redoSteps":)" KW_TEXTS "}}";
 
 constexpr char kSchemaRow[] =
     R"({"type":"object","additionalProperties":false,)"

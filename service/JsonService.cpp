@@ -5,11 +5,13 @@
 #include "IKWProperties.h"
 #include "JsonNodes.h"
 #include "JsonWrites.h"
+#include "KWHistory.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <algorithm>
 #include <new>
+#include <optional>
 
 namespace
 {
@@ -75,6 +77,25 @@ int DepthOf(const QUrlQuery& query)
     bool isNumber = false;
     const int levels = depth.toInt(&isNumber);
     return isNumber ? std::max(levels, 0) : -1;
+}
+
+/** Steps back or forward: one where nothing is said, nothing for what is no number of steps. */
+std::optional<int> StepsOf(const QUrlQuery& query)
+{
+    const QString name = QStringLiteral("steps");
+    bool isNumber = false;
+    const int steps = query.queryItemValue(name).toInt(&isNumber);
+    if (!query.hasQueryItem(name))
+    {
+        return 1;
+    }
+    return isNumber ? std::optional(steps) : std::nullopt;
+}
+
+t_JsonAnswer WrongSteps()
+{
+    return CJsonService::Refuse(400, eKW_ACC_BAD_TEXT,
+                                QStringLiteral("\"steps\" is a whole number"));
 }
 
 /** Writes a result of several writes, and its status. */
@@ -291,12 +312,15 @@ t_JsonAnswer CJsonService::GetChanges(const t_Call&) const
 
 t_JsonAnswer CJsonService::GetHistory(const t_Call&) const
 {
+    const KW_History history = KW_GetHistory(*m_root);
     CJsonWriter json;
     json.BeginObject();
-    json.Key("canUndo").Bool(m_root->CanUndo());
-    json.Key("undo").Text(m_root->GetUndoText());
-    json.Key("canRedo").Bool(m_root->CanRedo());
-    json.Key("redo").Text(m_root->GetRedoText());
+    json.Key("canUndo").Bool(!history.undo.isEmpty());
+    json.Key("undo").Text(history.undo.value(0));
+    json.Key("canRedo").Bool(!history.redo.isEmpty());
+    json.Key("redo").Text(history.redo.value(0));
+    json.Key("undoSteps").Texts(history.undo);
+    json.Key("redoSteps").Texts(history.redo);
     json.EndObject();
     return {200, json.GetText()};
 }
@@ -348,14 +372,16 @@ t_JsonAnswer CJsonService::ChangeItems(const t_Call& call) const
                                     call.body[QStringLiteral("to")].toString()));
 }
 
-t_JsonAnswer CJsonService::Undo(const t_Call&) const
+t_JsonAnswer CJsonService::Undo(const t_Call& call) const
 {
-    return AnswerCode(m_root->Undo());
+    const std::optional<int> steps = StepsOf(call.query);
+    return steps ? AnswerCode(KW_UndoSteps(*m_root, *steps)) : WrongSteps();
 }
 
-t_JsonAnswer CJsonService::Redo(const t_Call&) const
+t_JsonAnswer CJsonService::Redo(const t_Call& call) const
 {
-    return AnswerCode(m_root->Redo());
+    const std::optional<int> steps = StepsOf(call.query);
+    return steps ? AnswerCode(KW_RedoSteps(*m_root, *steps)) : WrongSteps();
 }
 
 t_JsonAnswer CJsonService::Preset(const t_Call& call) const

@@ -12,7 +12,7 @@ from __future__ import annotations
 from typing import TYPE_CHECKING
 
 from . import enums, errors, helpers, labels, masks, mathematics, meter, nodes, streams, tree
-from .api import Changes, Coupling
+from .api import Changes, Coupling, History
 from .enumerations import Availability, ControlMode, Enumeration, SavedWith
 from .errors import Code, Limited, NotFound, Refused, RefusedValue, Reported
 from .nodes import Action, Array, Group, Map, Property, Root
@@ -21,10 +21,10 @@ if TYPE_CHECKING:
     import os
 
 __all__ = [
-    "Action", "Array", "Availability", "Changes", "Code", "ControlMode", "Coupling", "Enumeration",
-    "Group", "Limited", "Map", "NotFound", "Property", "Refused", "RefusedValue", "Reported", "Root",
-    "SavedWith", "connect", "enums", "errors", "helpers", "labels", "masks", "mathematics", "meter", "root",
-    "seal", "streams", "tree",
+    "Action", "Array", "Availability", "Changes", "Code", "ControlMode", "Coupling",
+    "Enumeration", "Group", "History", "Limited", "Map", "NotFound", "Property", "Refused",
+    "RefusedValue", "Reported", "Root", "SavedWith", "connect", "enums", "errors", "helpers",
+    "labels", "masks", "mathematics", "meter", "root", "seal", "streams", "tree",
 ]
 
 

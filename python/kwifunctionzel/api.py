@@ -41,6 +41,13 @@ class Coupling(NamedTuple):
     """As the table reads: "Changed(FFT/State)"."""
 
 
+class History(NamedTuple):
+    """The texts that name steps, the next one first."""
+
+    undo: tuple[str, ...]
+    redo: tuple[str, ...]
+
+
 class NodeApi:
     """What all nodes have."""
 
@@ -438,9 +445,9 @@ class RootApi(GroupApi):
         def _save(self, name: str) -> None: ...
         def _recall(self, name: str) -> None: ...
         def _preset(self, factory: bool) -> None: ...
-        def _undo(self) -> None: ...
-        def _redo(self) -> None: ...
-        def _undo_texts(self) -> tuple[str | None, str | None]: ...
+        def _undo(self, steps: int) -> None: ...
+        def _redo(self, steps: int) -> None: ...
+        def _history(self) -> tuple[list[str], list[str]]: ...
         def _enable_history(self, on: bool) -> None: ...
         def _update_all(self) -> None: ...
         def _settings_folder(self) -> str: ...
@@ -492,23 +499,30 @@ class RootApi(GroupApi):
         """Sets the defaults of the user's settings, or of everything that is saved."""
         self._preset(factory)
 
-    def undo(self) -> None:
-        """One step back; refused where there is none, and inside of a bracket."""
-        self._undo()
+    def undo(self, steps: int = 1) -> None:
+        """Steps back, all of them or none; refused where there are fewer, and inside of a
+        bracket."""
+        self._undo(steps)
 
-    def redo(self) -> None:
-        """One step forward."""
-        self._redo()
+    def redo(self, steps: int = 1) -> None:
+        """Steps forward."""
+        self._redo(steps)
+
+    @property
+    def history(self) -> History:
+        """The steps that can be undone and redone."""
+        undo, redo = self._history()
+        return History(tuple(undo), tuple(redo))
 
     @property
     def undo_text(self) -> str | None:
         """Names the step that undo takes back; None where there is none."""
-        return self._undo_texts()[0]
+        return next(iter(self.history.undo), None)
 
     @property
     def redo_text(self) -> str | None:
         """Names the step that redo does again; None where there is none."""
-        return self._undo_texts()[1]
+        return next(iter(self.history.redo), None)
 
     def enable_history(self, on: bool) -> None:
         """Switches the recording of steps; off forgets all of them."""

@@ -462,16 +462,15 @@ class Root(Group, api.RootApi):
     def _start_transaction(self, text: str) -> _Batch:
         return _Batch(self._link, text)
 
-    def _undo_texts(self) -> tuple[str | None, str | None]:
+    def _history(self) -> tuple[list[str], list[str]]:
         known = self._link.get("/history")
-        return (known["undo"] if known["canUndo"] else None,
-                known["redo"] if known["canRedo"] else None)
+        return known["undoSteps"], known["redoSteps"]
 
-    def _undo(self) -> None:
-        self._link.ask("/undo", {}, None)
+    def _undo(self, steps: int) -> None:
+        self._link.ask(f"/undo?steps={steps:d}", {}, None)
 
-    def _redo(self) -> None:
-        self._link.ask("/redo", {}, None)
+    def _redo(self, steps: int) -> None:
+        self._link.ask(f"/redo?steps={steps:d}", {}, None)
 
     def _preset(self, factory: bool) -> None:
         self._link.ask("/preset", {"factory": factory}, None)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "KWHistory.h"
 #include "Nodes.h"
 
 #include <pybind11/stl.h>
@@ -52,21 +53,22 @@ void AddCalls(py::class_<CGroup>& type)
                         [&](t_Root& root) { return root.RunPresetSequence(factory); });
             },
             py::arg("factory"))
-        .def("_undo", [](py::handle self)
-             { AskRoot(self, py::none(), [](t_Root& root) { return root.Undo(); }); })
-        .def("_redo", [](py::handle self)
-             { AskRoot(self, py::none(), [](t_Root& root) { return root.Redo(); }); })
-        .def("_undo_texts",
+        .def(
+            "_undo",
+            [](py::handle self, int steps)
+            { AskRoot(self, py::none(), [&](t_Root& root) { return KW_UndoSteps(root, steps); }); },
+            py::arg("steps"))
+        .def(
+            "_redo",
+            [](py::handle self, int steps)
+            { AskRoot(self, py::none(), [&](t_Root& root) { return KW_RedoSteps(root, steps); }); },
+            py::arg("steps"))
+        .def("_history",
              [](py::handle self)
              {
-                 return FromRoot(
-                     self,
-                     [](t_Root& root)
-                     {
-                         return std::pair(
-                             root.CanUndo() ? std::optional(root.GetUndoText()) : std::nullopt,
-                             root.CanRedo() ? std::optional(root.GetRedoText()) : std::nullopt);
-                     });
+                 const KW_History history =
+                     FromRoot(self, [](t_Root& root) { return KW_GetHistory(root); });
+                 return std::pair(history.undo, history.redo);
              })
         .def(
             "_enable_history",

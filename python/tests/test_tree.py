@@ -120,7 +120,7 @@ def test_transaction_is_one_step_and_taken_back_by_an_exception(root):
     with root.transaction("Slow sweep"):
         root.Horizontal.Scale = 1.0
         root.Horizontal.Position = 0.5
-    assert root.undo_text == "Slow sweep"
+    assert root.undo_text == "Slow sweep" and root.history.undo[0] == "Slow sweep"
     root.undo()
     assert root.Horizontal.Scale == scale and root.redo_text == "Slow sweep"
     root.redo()

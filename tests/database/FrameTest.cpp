@@ -7,6 +7,7 @@
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace
 {
@@ -269,6 +270,32 @@ TEST_F(Frame, HistoryKeepsOtherThanTheLastHundredSteps)
         EXPECT_EQ(m_group.m_pInt64->Get(), 149 - steps);
     }
     EXPECT_EQ(steps, 100);
+}
+
+TEST_F(Frame, SeveralStepsAreOthersOrNotAllOrNone)
+{
+    for (const char* const text : {"first", "second", "third"})
+    {
+        m_root->StartTransaction(QString::fromLatin1(text));
+        m_group.m_pInt64->Set(m_group.m_pInt64->Get() + 1);
+        m_root->EndTransaction(true);
+    }
+    const QString texts[] = {QStringLiteral("first"), QStringLiteral("second"),
+                             QStringLiteral("third")};
+    EXPECT_EQ(m_root->GetHistory().undo, QStringList({texts[2], texts[1], texts[0]}));
+    const INT64 last = m_group.m_pInt64->Get();
+    for (const int tooMany : {4, 0, -1, std::numeric_limits<int>::max()})
+    {
+        EXPECT_EQ(m_root->Undo(tooMany), eKW_ACC_NOTHING_TO_DO);
+        EXPECT_EQ(m_root->Redo(tooMany), eKW_ACC_NOTHING_TO_DO);
+    }
+    EXPECT_EQ(m_group.m_pInt64->Get(), last);
+    EXPECT_EQ(m_root->Undo(2), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pInt64->Get(), last - 2);
+    EXPECT_EQ(m_root->GetHistory().undo, QStringList(texts[0]));
+    EXPECT_EQ(m_root->GetHistory().redo, QStringList({texts[1], texts[2]}));
+    EXPECT_EQ(m_root->Redo(2), eKW_ACC_OK);
+    EXPECT_EQ(m_group.m_pInt64->Get(), last);
 }
 
 TEST_F(Frame, LockedOutClientChangesSomething)

@@ -82,7 +82,7 @@ test('two windows show different values, or what moved is not told', async () =>
     });
 });
 
-test('undo takes back another step, or only a part of it', async () => {
+test('undo takes back another step, too many, or only a part of it', async () => {
     await host.ask('/preset', {});
     await inWindow(browser, host, { place: pageOf(SCALE) }, async (page) => {
         for (const text of ['2 ms', '5 ms']) {
@@ -93,14 +93,16 @@ test('undo takes back another step, or only a part of it', async () => {
         await page.getByRole('link', { name: 'History', exact: true }).click();
         const main = page.getByRole('main');
         await main.getByText(/You wrote Scale/).nth(1).waitFor();
-        await main.getByRole('button', { name: /^Undo/ }).click();
+        await main.getByRole('button', { name: /^Undo/ }).first().click();
         await until(async () => assert.equal((await host.node(SCALE)).value, 0.002));
         await main.getByText(/You undid/).first().waitFor();
         assert.equal((await host.node('Horizontal/AcquisitionTime')).value, 0.02);
         await page.keyboard.press('Control+z');
         await until(async () => assert.equal((await host.node(SCALE)).value, 1e-7));
-        await main.getByRole('button', { name: /^Redo/ }).click();
-        await until(async () => assert.equal((await host.node(SCALE)).value, 0.002));
+        await main.getByRole('button', { name: /^Redo 2 steps: Scale: 5 ms/ }).click();
+        await until(async () => assert.equal((await host.node(SCALE)).value, 0.005));
+        await main.getByRole('button', { name: /^Undo 2 steps: Scale: 2 ms/ }).click();
+        await until(async () => assert.equal((await host.node(SCALE)).value, 1e-7));
     });
 });
 

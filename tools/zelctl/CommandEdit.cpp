@@ -11,6 +11,8 @@
 
 namespace
 {
+const CLI::Range kAnyStep(1, 100); // as many as a history holds
+
 /** Carries a write out and answers it with one line, with what it changed when that is wanted. */
 t_Answer Write(CSession& session, const char* command, bool trace, const QString& request,
                const std::function<KW_ACCEPTANCE()>& action,
@@ -183,20 +185,57 @@ struct t_DoOptions
 template <bool kUndo>
 struct t_ReplayOptions
 {
+    int steps = 1;
     bool trace = false;
 
-    void Declare(CLI::App& command) { DeclareTrace(command, trace); }
+    void Declare(CLI::App& command)
+    {
+        command.add_option("steps", steps, "How many; all of them or none")->check(kAnyStep);
+        DeclareTrace(command, trace);
+    }
 
     t_Answer Run(CSession& session) const
     {
-        IKWFunctionRootBase& root = session.GetRoot();
-        const QString text = kUndo ? root.GetUndoText() : root.GetRedoText();
+        const KW_History history = session.GetHistory();
+        const QStringList& texts = kUndo ? history.undo : history.redo;
         const char* const command = kUndo ? "undo" : "redo";
-        const QString request = text.isEmpty()
-                                    ? QString(QLatin1String(command))
-                                    : QStringLiteral("%1 \"%2\"").arg(QLatin1String(command), text);
-        return Write(session, command, trace, request,
-                     [&] { return kUndo ? root.Undo() : root.Redo(); });
+        QStringList request{QLatin1String(command)};
+        if (texts.size() < steps && steps > 1)
+        {
+            request.append(QString::number(steps));
+        }
+        for (const QString& text : texts.mid(0, texts.size() < steps ? 0 : steps))
+        {
+            request.append(QStringLiteral("\"%1\"").arg(text));
+        }
+        return Write(session, command, trace, request.join(QLatin1Char(' ')),
+                     [&] { return kUndo ? session.Undo(steps) : session.Redo(steps); });
+    }
+};
+
+struct t_HistoryOptions
+{
+    void Declare(CLI::App& /*command*/) {}
+
+    t_Answer Run(CSession& session) const
+    {
+        const KW_History history = session.GetHistory();
+        CReply reply(session, QStringLiteral("history"));
+        for (const QString& text : history.undo)
+        {
+            reply.Line(QStringLiteral("undo \"%1\"").arg(text));
+        }
+        for (const QString& text : history.redo)
+        {
+            reply.Line(QStringLiteral("redo \"%1\"").arg(text));
+        }
+        if (history.undo.isEmpty() && history.redo.isEmpty())
+        {
+            reply.Line(QStringLiteral("no step can be undone or redone"));
+        }
+        return reply.Field("undo", QJsonArray::fromStringList(history.undo))
+            .Field("redo", QJsonArray::fromStringList(history.redo))
+            .Send();
     }
 };
 
@@ -292,8 +331,11 @@ void AddEditCommands(CLI::App& app, t_Run& run)
 
 void AddReplayCommands(CLI::App& app, t_Run& run)
 {
-    AddCommand<t_ReplayOptions<true>>(app, run, "undo", "Take the last step back", "");
-    AddCommand<t_ReplayOptions<false>>(app, run, "redo", "Repeat the step that was taken back", "");
+    AddCommand<t_ReplayOptions<true>>(app, run, "undo", "Take the last step back, or several", "");
+    AddCommand<t_ReplayOptions<false>>(app, run, "redo",
+                                       "Repeat the step that was taken back, or several", "");
+    AddCommand<t_HistoryOptions>(app, run, "history",
+                                 "List the steps to undo and to redo, the next one first", "");
 }
 
 void AddSessionCommands(CLI::App& app, t_Run& run)

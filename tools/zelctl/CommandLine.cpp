@@ -170,7 +170,7 @@ void CCommandLine::RequireHistory() const
 {
     const std::string name = m_app.get_subcommands().front()->get_name();
     if (m_place == ePLACE::Process && !m_session.IsConnected() &&
-        (name == "undo" || name == "redo"))
+        (name == "undo" || name == "redo" || name == "history"))
     {
         throw CFailure(eSTATUS_USAGE, QString::fromLatin1(kNothingBefore).arg(ToText(name)));
     }

@@ -74,7 +74,7 @@ void AddWatchCommand(CLI::App& app, t_Run& run);
 /** "complete", which no help lists. */
 void AddCompleteCommand(CLI::App& app, t_Run& run);
 void AddScriptCommands(CLI::App& app, t_Run& run);
-/** "undo" and "redo", which need a tree that was there before. */
+/** "undo", "redo" and "history", which need a tree that was there before. */
 void AddReplayCommands(CLI::App& app, t_Run& run);
 /** Commands that make sense only where several share one process. */
 void AddSessionCommands(CLI::App& app, t_Run& run);

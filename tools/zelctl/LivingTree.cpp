@@ -224,6 +224,12 @@ KW_ACCEPTANCE CLivingTree::Try(const QJsonObject& write)
     return code;
 }
 
+KW_History CLivingTree::GetHistory() const
+{
+    const COrderedJson answer = m_client.Get("/history");
+    return {answer["undoSteps"].GetTexts(), answer["redoSteps"].GetTexts()};
+}
+
 KW_ACCEPTANCE CLivingTree::Act(const char* target, const QJsonObject& body)
 {
     if (m_step)

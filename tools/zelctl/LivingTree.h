@@ -2,7 +2,7 @@
 #pragma once
 
 #include "HttpClient.h"
-#include "IKWFunctionRootBase.h"
+#include "KWHistory.h"
 #include "LivingNodes.h"
 
 #include <QJsonArray>
@@ -59,12 +59,18 @@ public:
     KW_ACCEPTANCE Save(const QString& fileName) override;
     KW_ACCEPTANCE Recall(const QString& fileName) override;
     KW_ACCEPTANCE RunPresetSequence(bool factory) override;
-    KW_ACCEPTANCE Undo() override { return Act("/undo"); }
-    KW_ACCEPTANCE Redo() override { return Act("/redo"); }
-    bool CanUndo() const override { return History()["canUndo"].IsTrue(); }
-    bool CanRedo() const override { return History()["canRedo"].IsTrue(); }
-    QString GetUndoText() const override { return History()["undo"].GetText(); }
-    QString GetRedoText() const override { return History()["redo"].GetText(); }
+    KW_History GetHistory() const;
+    /** Steps back or forward, all or none. */
+    ///@{
+    KW_ACCEPTANCE UndoSteps(int steps) { return GoBy("/undo", steps); }
+    KW_ACCEPTANCE RedoSteps(int steps) { return GoBy("/redo", steps); }
+    ///@}
+    KW_ACCEPTANCE Undo() override { return UndoSteps(1); }
+    KW_ACCEPTANCE Redo() override { return RedoSteps(1); }
+    bool CanUndo() const override { return !GetHistory().undo.isEmpty(); }
+    bool CanRedo() const override { return !GetHistory().redo.isEmpty(); }
+    QString GetUndoText() const override { return GetHistory().undo.value(0); }
+    QString GetRedoText() const override { return GetHistory().redo.value(0); }
     void StartTransaction(const QString& text) override;
     KW_ACCEPTANCE EndTransaction(bool keep) override;
     /** The service's own affair. */
@@ -90,7 +96,10 @@ private:
         QHash<QString, COrderedJson> shown; ///< nodes as the copy has them
     };
 
-    COrderedJson History() const { return m_client.Get("/history"); }
+    KW_ACCEPTANCE GoBy(const char* target, int steps)
+    {
+        return Act((QByteArray(target) + "?steps=" + QByteArray::number(steps)).constData());
+    }
     KW_ACCEPTANCE Try(const QJsonObject& write);
     /** The settings as a file holds them. */
     QByteArray ReadSettings(bool isCsv) const;

@@ -220,6 +220,21 @@ void CSession::SetStyle(const t_Style& style)
     m_output.KeepReports(style.json);
 }
 
+KW_History CSession::GetHistory()
+{
+    return m_living ? m_living->GetHistory() : KW_GetHistory(GetRoot());
+}
+
+KW_ACCEPTANCE CSession::Undo(int steps)
+{
+    return m_living ? m_living->UndoSteps(steps) : KW_UndoSteps(GetRoot(), steps);
+}
+
+KW_ACCEPTANCE CSession::Redo(int steps)
+{
+    return m_living ? m_living->RedoSteps(steps) : KW_RedoSteps(GetRoot(), steps);
+}
+
 void CSession::Begin(const QString& text)
 {
     if (m_inTransaction)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Failure.h"
-#include "IKWFunctionRootBase.h"
+#include "KWHistory.h"
 #include "Output.h"
 
 #include <QJsonObject>
@@ -79,6 +79,13 @@ public:
     std::shared_ptr<IDbGroup> FindGroup(const QString& path);
     std::shared_ptr<IDbContainer> FindContainer(const QString& path);
     std::shared_ptr<IDbAction> FindAction(const QString& path);
+
+    /** The steps that can be undone and redone, and going back or forward by some, all or none. */
+    ///@{
+    KW_History GetHistory();
+    KW_ACCEPTANCE Undo(int steps);
+    KW_ACCEPTANCE Redo(int steps);
+    ///@}
 
     /** Brackets several writes to one step for undo; they do not nest here. */
     void Begin(const QString& text);

@@ -144,8 +144,17 @@ public:
     bool Undo();
     bool Redo();
     void Clear();
-    const CDbUndoStep* NextUndo() const { return m_done > 0 ? At(m_done - 1).get() : nullptr; }
-    const CDbUndoStep* NextRedo() const { return m_undone > 0 ? At(m_done).get() : nullptr; }
+    /** The step that would be next after `ahead` others; null for none. */
+    ///@{
+    const CDbUndoStep* NextUndo(std::size_t ahead = 0) const
+    {
+        return ahead < m_done ? At(m_done - 1 - ahead).get() : nullptr;
+    }
+    const CDbUndoStep* NextRedo(std::size_t ahead = 0) const
+    {
+        return ahead < m_undone ? At(m_done + ahead).get() : nullptr;
+    }
+    ///@}
 
 private:
     using t_Step = std::unique_ptr<CDbUndoStep>;

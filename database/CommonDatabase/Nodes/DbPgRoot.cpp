@@ -170,7 +170,7 @@ void CDbPgRoot::DisableHistoryObjects()
     m_history.Clear();
 }
 
-KW_ACCEPTANCE CDbPgRoot::Replay(bool (CDbHistory::*direction)())
+KW_ACCEPTANCE CDbPgRoot::Replay(t_NextStep next, t_Move move, t_Move back, int steps)
 {
     const CLockGuard lock;
     if (m_scopes > 0 || m_transactions > 0)
@@ -181,17 +181,37 @@ KW_ACCEPTANCE CDbPgRoot::Replay(bool (CDbHistory::*direction)())
     {
         return eKW_ACC_NO_WRITE_ACCESS;
     }
-    return (m_history.*direction)() ? eKW_ACC_OK : eKW_ACC_NOTHING_TO_DO;
+    if (steps < 1 || (m_history.*next)(static_cast<std::size_t>(steps) - 1) == nullptr)
+    {
+        return eKW_ACC_NOTHING_TO_DO;
+    }
+    int done = 0;
+    try
+    {
+        for (; done < steps; ++done)
+        {
+            (m_history.*move)();
+        }
+    }
+    catch (...)
+    {
+        for (; done > 0; --done)
+        {
+            (m_history.*back)();
+        }
+        throw;
+    }
+    return eKW_ACC_OK;
 }
 
-KW_ACCEPTANCE CDbPgRoot::Undo()
+KW_ACCEPTANCE CDbPgRoot::Undo(int steps)
 {
-    return Replay(&CDbHistory::Undo);
+    return Replay(&CDbHistory::NextUndo, &CDbHistory::Undo, &CDbHistory::Redo, steps);
 }
 
-KW_ACCEPTANCE CDbPgRoot::Redo()
+KW_ACCEPTANCE CDbPgRoot::Redo(int steps)
 {
-    return Replay(&CDbHistory::Redo);
+    return Replay(&CDbHistory::NextRedo, &CDbHistory::Redo, &CDbHistory::Undo, steps);
 }
 
 bool CDbPgRoot::CanUndo() const
@@ -218,6 +238,40 @@ QString CDbPgRoot::GetRedoText() const
     const CLockGuard lock(eACCESS_READ);
     const CDbUndoStep* const step = m_history.NextRedo();
     return step != nullptr ? step->GetText() : QStringLiteral("");
+}
+
+KW_History CDbPgRoot::GetHistory() const
+{
+    const CLockGuard lock(eACCESS_READ);
+    const auto textsOf = [&](t_NextStep next)
+    {
+        QStringList texts;
+        std::size_t ahead = 0;
+        while (const CDbUndoStep* const step = (m_history.*next)(ahead++))
+        {
+            texts.append(step->GetText());
+        }
+        return texts;
+    };
+    return {textsOf(&CDbHistory::NextUndo), textsOf(&CDbHistory::NextRedo)};
+}
+
+KW_History KW_GetHistory(const IKWFunctionRootBase& tree)
+{
+    const auto root = std::dynamic_pointer_cast<CDbPgRoot>(tree.GetDbObject());
+    return root ? root->GetHistory() : KW_History();
+}
+
+KW_ACCEPTANCE KW_UndoSteps(const IKWFunctionRootBase& tree, int steps)
+{
+    const auto root = std::dynamic_pointer_cast<CDbPgRoot>(tree.GetDbObject());
+    return root ? root->Undo(steps) : static_cast<KW_ACCEPTANCE>(eKW_ACC_DETACHED);
+}
+
+KW_ACCEPTANCE KW_RedoSteps(const IKWFunctionRootBase& tree, int steps)
+{
+    const auto root = std::dynamic_pointer_cast<CDbPgRoot>(tree.GetDbObject());
+    return root ? root->Redo(steps) : static_cast<KW_ACCEPTANCE>(eKW_ACC_DETACHED);
 }
 
 void CDbPgRoot::StartTransaction(const QString& text)

@@ -3,6 +3,7 @@
 
 #include "DbPropertyGroup.h"
 #include "Dependencies.h"
+#include "KWHistory.h"
 #include "ZELPropertyGroup.h"
 
 #include <functional>
@@ -82,12 +83,16 @@ public:
     /** Forgets all steps: what then changes unrecorded could not be undone rightly. */
     void DisableHistoryObjects();
     bool HistoryObjectsEnabled() const { return m_historyEnabled; }
-    KW_ACCEPTANCE Undo();
-    KW_ACCEPTANCE Redo();
+    /** All of the steps, or none where there are fewer. */
+    ///@{
+    KW_ACCEPTANCE Undo(int steps = 1);
+    KW_ACCEPTANCE Redo(int steps = 1);
+    ///@}
     bool CanUndo() const;
     bool CanRedo() const;
     QString GetUndoText() const;
     QString GetRedoText() const;
+    KW_History GetHistory() const;
 
     // Brackets: keep the lock until they end, nest, belong to the calling thread.
     void StartTransaction(const QString& text);
@@ -135,6 +140,9 @@ public:
     bool IsTreeCreated() const { return m_treeCreated; }
 
 private:
+    using t_NextStep = const CDbUndoStep* (CDbHistory::*)(std::size_t ahead) const;
+    using t_Move = bool (CDbHistory::*)();
+
     void OpenStep();
     void BeginOutermostScope(eWRITEKIND kind);
     void EndOutermostScope();
@@ -149,7 +157,8 @@ private:
         }
     }
     void FinishStep(bool rollBack);
-    KW_ACCEPTANCE Replay(bool (CDbHistory::*direction)());
+    /** `next` finds what the step by `move` is about; `back` is the step the other way. */
+    KW_ACCEPTANCE Replay(t_NextStep next, t_Move move, t_Move back, int steps);
     /** The tree as a file's text, and who may read that file. */
     QByteArray Serialized(bool csv, INT32 pattern, eREADERS& readers) const;
 

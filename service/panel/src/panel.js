@@ -41,7 +41,7 @@ export class Panel {
         this.listeners = new Set();
         this.saying = ''; // why the last undo or redo was refused
         this.later = new Map();
-        this.history = { canUndo: false, undo: '', canRedo: false, redo: '' };
+        this.history = { undoSteps: [], redoSteps: [] };
         this.standing = { control: null, readOnly: false };
         this.session = storageOf('sessionStorage');
         this.favourites = new Favourites(storageOf('localStorage'));
@@ -146,16 +146,17 @@ export class Panel {
         return this.#step('items', path, '/items', { path, ...change });
     }
 
-    undo() {
-        return this.#back('undo', '/undo');
+    undo(count = 1) {
+        return this.#back('undo', count);
     }
 
-    redo() {
-        return this.#back('redo', '/redo');
+    redo(count = 1) {
+        return this.#back('redo', count);
     }
 
-    async #back(kind, resource) {
-        const answer = await this.#step(kind, '', resource);
+    async #back(kind, count) {
+        const text = this.history[`${kind}Steps`][count - 1];
+        const answer = await this.#step(kind, '', `/${kind}?steps=${count}`, undefined, text);
         this.saying = answer === null ? texts.history.lost
             : answer.code > 1 ? texts.history.refused(answer.detail || answer.text) : '';
         this.tell();
@@ -172,9 +173,9 @@ export class Panel {
         return this.connection.request('GET', `/why?${query(path)}`);
     }
 
-    async #step(kind, path, resource, body) {
+    async #step(kind, path, resource, body, text = body?.text) {
         const { step, left } = this.steps.begin(kind, path);
-        step.text = this.history[kind] ?? body?.text;
+        step.text = text;
         this.saying = '';
         this.store.touch(left);
         this.tell();
@@ -249,9 +250,8 @@ export class Panel {
     #askHistory() {
         this.#soon('history', kAskPause, async () => {
             const answer = await this.connection.request('GET', '/history');
-            const isOther = answer?.status === 200 && ['undo', 'redo', 'canUndo', 'canRedo']
-                .some((key) => answer[key] !== this.history[key]);
-            if (isOther) {
+            const isOther = JSON.stringify(answer) !== JSON.stringify(this.history);
+            if (answer?.status === 200 && isOther) {
                 this.history = answer;
                 this.tell();
             }

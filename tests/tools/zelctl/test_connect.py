@@ -78,6 +78,11 @@ step Horizontal/Scale 2
 reset Vertical
 commit
 undo
+redo
+undo 2
+redo 2
+undo
+history
 reset . --trace
 tree --depth 1
 tree Vertical/Channel[1]
@@ -102,7 +107,7 @@ undo
 # What no script goes on behind.
 WRONG = ["get Nowhere", "get Vertical/Channel[9]/Scale", "get Vertical", "set Horizontal 1",
          "do Horizontal/Scale", "set Horizontal/Scale blue", "set Trigger/Type RUNTS",
-         "insert Horizontal", "commit", "undo", "enum Horizontal/Scale", "reset Horizontal/Nothing",
+         "insert Horizontal", "commit", "undo 99", "enum Horizontal/Scale", "reset Horizontal/Nothing",
          "set Vertical/Channel[0]/Scale 1e99", "diff none.xml", "find nothingisnamedso"]
 
 if os.environ.get("KWI_FEW_TRIALS"):  # those hundreds take a sanitizer minutes, and are alike

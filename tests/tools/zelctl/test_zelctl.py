@@ -228,7 +228,7 @@ class Zelctl(unittest.TestCase):
 
     def test_line_without_sense_takes_long_or_says_little(self):
         # a line, a piece of the error
-        for line, piece in [("undo " * 30000, "not expected"), ("expect 3 " * 30000, "expect"),
+        for line, piece in [("history " * 30000, "not expected"), ("expect 3 " * 30000, "expect"),
                             ("get " + "A" * 120000, "120000 characters"),
                             ("A" * 120000, "no command"),
                             ("set Horizontal/Position 1e" + "9" * 120000, "ABOVE_MAXIMUM"),

@@ -10,6 +10,8 @@ function seconds(milliseconds) {
 const mostOfValue = 40; // characters
 
 const counted = (count, one, many) => (count === 1 ? `1 ${one}` : `${count} ${many}`);
+const namedStep = (verb, text, count = 1) => (count > 1 ? `${verb} ${count} steps: ${text}`
+    : text ? `${verb}: ${text}` : verb);
 
 export const texts = {
     title: 'Instrument',
@@ -165,11 +167,12 @@ export const texts = {
     },
     history: {
         heading: 'History',
-        undo: (text) => (text ? `Undo: ${text}` : 'Undo'),
-        redo: (text) => (text ? `Redo: ${text}` : 'Redo'),
+        undo: (text, count) => namedStep('Undo', text, count),
+        redo: (text, count) => namedStep('Redo', text, count),
         noUndo: 'Nothing to undo',
         noRedo: 'Nothing to redo',
-        next: 'Next steps',
+        toUndo: 'To undo',
+        toRedo: 'To redo',
         steps: 'What happened while this window was open',
         none: 'Nothing yet.',
         kind: {

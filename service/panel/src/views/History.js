@@ -8,17 +8,18 @@ import { MoveList } from './MoveList.js';
 /** Undo and redo with what they would take back or bring again. */
 export function UndoButtons({ isShort }) {
     const panel = usePanelState();
-    const { canUndo, undo, canRedo, redo } = panel.history;
+    const { undoSteps, redoSteps } = panel.history;
     const says = texts.history;
-    const one = (can, none, full, sign, action) => {
-        const label = can ? full : none;
+    const one = (steps, none, full, sign, action) => {
+        const can = steps.length > 0;
+        const label = can ? full(steps[0]) : none;
         return html`<button type="button" class="button" aria-label=${label} title=${label}
             aria-disabled=${!can} onClick=${() => can && action()}><span
             aria-hidden="true">${sign}</span>${!isShort && html` ${label}`}</button>`;
     };
     return html`<span class="undo">
-        ${one(canUndo, says.noUndo, says.undo(undo), '↶', () => panel.undo())}
-        ${one(canRedo, says.noRedo, says.redo(redo), '↷', () => panel.redo())}
+        ${one(undoSteps, says.noUndo, says.undo, '↶', () => panel.undo())}
+        ${one(redoSteps, says.noRedo, says.redo, '↷', () => panel.redo())}
         <span role="status" class="refused">${panel.saying}</span>
     </span>`;
 }
@@ -63,13 +64,27 @@ function Step({ step }) {
     </li>`;
 }
 
+/** Steps that are taken back or done again together with all before them in the list. */
+function Steps({ heading, none, steps, label, action }) {
+    return html`<section><h3>${heading}</h3>${steps.length === 0
+        ? html`<p class="quiet">${none}.</p>`
+        : html`<ol class="steps reversible">${steps.map((text, i) => html`<li key=${i}><button
+            type="button" class="button" onClick=${() => action(i + 1)}>${
+            label(text, i + 1)}</button></li>`)}</ol>`}</section>`;
+}
+
 export function History() {
-    const { steps } = usePanelState();
+    const panel = usePanelState();
+    const { steps, history: { undoSteps, redoSteps } } = panel;
+    const says = texts.history;
     return html`<article class="page">
-        <h2 tabindex="-1">${texts.history.heading}</h2>
-        <section><h3>${texts.history.next}</h3><${UndoButtons} /></section>
-        <section><h3>${texts.history.steps}</h3>
-            ${steps.list.length === 0 ? html`<p class="quiet">${texts.history.none}</p>`
+        <h2 tabindex="-1">${says.heading}</h2>
+        <${Steps} heading=${says.toUndo} none=${says.noUndo} steps=${undoSteps}
+            label=${says.undo} action=${(count) => panel.undo(count)} />
+        <${Steps} heading=${says.toRedo} none=${says.noRedo} steps=${redoSteps}
+            label=${says.redo} action=${(count) => panel.redo(count)} />
+        <section><h3>${says.steps}</h3>
+            ${steps.list.length === 0 ? html`<p class="quiet">${says.none}</p>`
                 : html`<ol class="steps">${steps.list.map((step) =>
                     html`<${Step} key=${step.id} step=${step} />`)}</ol>`}
         </section>
