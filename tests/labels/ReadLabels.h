@@ -11,6 +11,9 @@ inline constexpr auto kDbc = eKW_LABEL_FILE_FORMAT_DBC;
 inline constexpr auto kXml = eKW_LABEL_FILE_FORMAT_XML;
 inline constexpr auto kCsv = eKW_LABEL_FILE_FORMAT_CSV;
 
+inline const QByteArray kDbcHead = "VERSION \"\" NS_ : BS_: BU_: A B\n";
+inline const QByteArray kDbcMessage = "BO_ 1 M: 8 A\n SG_ S : 0|8@1+ (1,0) [0|0] \"\" B\n";
+
 /** Failures show texts, not the numbers of their characters. */
 inline void PrintTo(const QString& text, std::ostream* out)
 {
