@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "LabelList/LabelListConversion.h"
 #include "LabelList/LabelListDecoder.h"
 #include "labels/Signals.h"
 
@@ -7,9 +6,7 @@
 
 #include <cmath>
 #include <cstdio>
-#include <map>
 #include <random>
-#include <typeinfo>
 
 namespace
 {
@@ -57,14 +54,6 @@ t_TestSignal RandomSignal(std::mt19937_64& random)
     return signal;
 }
 
-/** Short numbers as well as long ones, and of floats what is no number. */
-UINT64 RandomRaw(std::mt19937_64& random, const t_TestSignal& signal)
-{
-    constexpr UINT64 kInfinity = 0x7f800000;
-    const UINT64 raw = random() >> (64 - signal.bitLength) >> random() % signal.bitLength;
-    return signal.type == kFloat && random() % 8 == 0 ? raw | kInfinity : raw;
-}
-
 /** Sparse bits as well as dense ones: long zeros are what shifts go wrong with. */
 t_Bytes RandomPayload(std::mt19937_64& random)
 {
@@ -75,13 +64,6 @@ t_Bytes RandomPayload(std::mt19937_64& random)
         byte = static_cast<UINT8>(random() & sparse);
     }
     return payload;
-}
-
-std::string TextOf(double value, int digits)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%.*g", digits, value);
-    return std::isnan(value) ? "nan" : text;
 }
 
 bool IsSame(double a, double b)
@@ -116,136 +98,6 @@ TEST(LabelListDecoder, ReadsOtherBitsThanOneByOne)
         }
     }
 }
-
-// --- Beside the conversions of texts
-
-/** Why a text differs from what the database means; nullptr: it does not. */
-const char* DepartureOf(const t_TestSignal& signal, UINT64 raw)
-{
-    constexpr double kSaturated = 2147483647.0;
-    const double number = NumberOf(signal, raw);
-    if (signal.type == kFloat || signal.type == kDouble)
-    {
-        const bool isFloat = signal.type == kFloat;
-        const UINT64 exponent = raw << (isFloat ? 33U : 1U) >> (isFloat ? 56U : 53U);
-        const UINT64 mantissa = isFloat ? 0 : raw << 12U >> 12U;
-        return exponent == 0                        ? "zeros and denormals"
-               : exponent == (isFloat ? 255 : 2047) ? "infinities and NaNs"
-               : mantissa >> 31U != 0               ? "mantissa of a double"
-                                                    : nullptr;
-    }
-    if (std::fabs(number) > kSaturated)
-    {
-        return "more than 31 bits";
-    }
-    return number < 0.0 && signal.offset != 0.0 ? "negative with an offset" : nullptr;
-}
-
-std::string BitsOf(const t_TestSignal& signal, UINT64 raw)
-{
-    std::string bits;
-    for (UINT32 i = signal.bitLength; i-- > 0;)
-    {
-        bits += (raw >> i & 1U) != 0 ? '1' : '0';
-    }
-    return bits;
-}
-
-std::string TextOf(const t_TestSignal& signal, UINT64 raw)
-{
-    try
-    {
-        return getPhysicalValue(BitsOf(signal, raw), signal.type, signal.factor, signal.offset);
-    }
-    catch (const std::bad_cast&)
-    {
-        return "overflow";
-    }
-}
-
-std::string BitsBack(const t_TestSignal& signal, double value)
-{
-    try
-    {
-        return getRawValue(value, static_cast<UINT16>(signal.bitLength), signal.type, signal.factor,
-                           signal.offset);
-    }
-    catch (const std::bad_cast&)
-    {
-        return "overflow";
-    }
-}
-
-double ValueOf(const t_TestSignal& signal, UINT64 raw)
-{
-    return signal.offset + NumberOf(signal, raw) * signal.factor;
-}
-
-TEST(LabelListDecoder, DepartsFromTextsForAnotherReason)
-{
-    std::mt19937_64 random(2);
-    std::map<std::string, int> departures;
-    for (int i = 0; i < 20000; ++i)
-    {
-        t_TestSignal signal = RandomSignal(random);
-        const UINT64 raw = RandomRaw(random, signal);
-        const std::string meant = TextOf(ValueOf(signal, raw), 6);
-        const char* const departure = DepartureOf(signal, raw);
-        if (departure == nullptr)
-        {
-            ASSERT_EQ(TextOf(signal, raw), meant) << signal.type << ' ' << raw;
-        }
-        else if (TextOf(signal, raw) != meant)
-        {
-            ++departures[departure];
-        }
-    }
-    EXPECT_EQ(departures.size(), 5U) << "a reason is none";
-}
-
-struct t_Departure
-{
-    const char* name;
-    t_TestSignal signal;
-    UINT64 raw;
-    const char* meant; ///< in six digits
-    const char* text;
-    bool isKeptBack; ///< whether bits that are made of the meant value are those
-};
-
-const t_Departure kDepartures[] = {
-    {"Agrees", {kUnsigned, 0, 16, kLittle, 0.5, -40.0}, 0xffff, "32727.5", "32727.5", true},
-    {"SignTakesOffset", {kSigned, 0, 8, kLittle, 2.0, 10.0}, 0xff, "8", "-12", true},
-    {"SignWithoutOffset", {kSigned, 0, 8, kLittle, 2.0, 0.0}, 0xff, "-2", "-2", true},
-    {"UpperHalfSaturates", {kUnsigned, 0, 32}, 0x80000000, "2.14748e+09", "2.14748e+09", false},
-    {"FortyBits", {kUnsigned, 0, 40}, 0x8000000000, "5.49756e+11", "2.14748e+09", false},
-    {"SignedFortyBits", {kSigned, 0, 40}, 0x8000000000, "-5.49756e+11", "-2.14748e+09", false},
-    {"SeventeenBitsBack", {kUnsigned, 0, 17}, 0x10000, "65536", "65536", false},
-    {"SignedThirtyTwoBack", {kSigned, 0, 32}, 0x80000000, "-2.14748e+09", "-2.14748e+09", true},
-    {"FloatOfZero", {kFloat, 0, 32}, 0, "0", "5.87747e-39", true},
-    {"DenormalFloat", {kFloat, 0, 32}, 1, "1.4013e-45", "5.87747e-39", true},
-    {"InfiniteFloat", {kFloat, 0, 32}, 0x7f800000, "inf", "overflow", false},
-    {"DoubleOfZero", {kDouble, 0, 64}, 0, "0", "1.11254e-308", true},
-    {"InfiniteDouble", {kDouble, 0, 64}, 0x7ff0000000000000, "inf", "inf", false},
-    {"DoubleIsNoNumber", {kDouble, 0, 64}, 0x7ff8000000000000, "nan", "inf", false},
-    {"SignedThirtyThreeBack", {kSigned, 0, 33}, 0x17fffffff, "-2.14748e+09", "-2.14748e+09", false},
-    {"Double", {kDouble, 0, 64}, 0x3ff8000000000000, "1.5", "1", false},
-    {"DoubleOfShortMantissa", {kDouble, 0, 64}, 0x3ff0000000000000, "1", "1", false}};
-
-TEST(LabelListDecoder, TextsAreConvertedOtherwiseThanDocumented)
-{
-    for (const t_Departure& row : kDepartures)
-    {
-        SCOPED_TRACE(row.name);
-        const double value = ValueOf(row.signal, row.raw);
-        EXPECT_EQ(TextOf(value, 6), row.meant);
-        EXPECT_EQ(TextOf(row.signal, row.raw), row.text);
-        EXPECT_EQ(BitsBack(row.signal, value) == BitsOf(row.signal, row.raw), row.isKeptBack)
-            << BitsBack(row.signal, value);
-    }
-}
-
-// --- Multiplexed signals, labels, messages
 
 void AddPage(KW_LabelEntry& entry, const char* name, UINT32 startBit, const char* multiplexor,
              const std::vector<KW_RawRange>& selectedBy)
@@ -406,8 +258,9 @@ TEST(LabelListDecoder, FormatsOtherwiseThanPrintf)
                                  static_cast<double>(random() >> random() % 64)};
         for (const double value : values)
         {
-            ASSERT_EQ(CLabelListDecoder::Format(value, buffer),
-                      TextOf(value == 0.0 ? 0.0 : value, 15));
+            char text[32];
+            std::snprintf(text, sizeof text, "%.15g", value == 0.0 ? 0.0 : value);
+            ASSERT_EQ(CLabelListDecoder::Format(value, buffer), std::isnan(value) ? "nan" : text);
         }
     }
     EXPECT_EQ(CLabelListDecoder::Format(-0.0, buffer), "0");
