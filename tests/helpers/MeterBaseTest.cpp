@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 // Which range of which type has which settings stands in tests/vectors.
 
 namespace
@@ -33,16 +31,4 @@ TEST(MeterCatalogue, FailsOnRangeThatTypeLacksOrForgetsIt)
               7U);
 }
 
-TEST(MeterCatalogue, LosesBlocksThatSomebodyHolds)
-{
-    auto catalogue = std::make_unique<Catalogue>();
-    const Catalogue copy = *catalogue;
-    auto blocks = catalogue->GetMeasurementBlocks();
-    catalogue.reset();
-    EXPECT_EQ(blocks.at(eKW_ZEL_DMM_MEAS_TYPE_TEMP)->GetName(), "TEMP");
-    EXPECT_EQ(copy.GetMeasurementBlocks(), blocks);
-    const CMeasurementBlockBase fresh("NEW");
-    EXPECT_EQ(fresh.GetName(), "NEW");
-    EXPECT_EQ(fresh.GetMeasurementSettings(), std::make_pair(-1, -1));
-}
 } // namespace
