@@ -56,6 +56,7 @@ def make(table: _core.EnumTable) -> type[Enumeration]:
     _tables[name] = table
     base: Any = Enumeration
     made: type[Enumeration] = base(name, members, module=f"{__package__}.enums", qualname=name)
+    made.__doc__ = table.doc
     return made
 
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Enumerations.h"
 
+#include "EnumDocs.h"
+
 #include <algorithm>
 #include <unordered_map>
 
@@ -47,6 +49,15 @@ py::object Text(const CEnumNameInfo& table, INT32 value)
 {
     const QString text = (table.*Get)(value);
     return text.isNull() ? py::none() : py::cast(text);
+}
+
+/** What the model says of the type and its values; None for one that it does not know. */
+const char* DocOf(const CEnumNameInfo& table)
+{
+    const auto* const found = std::find_if(std::begin(kEnumDocs), std::end(kEnumDocs),
+                                           [&](const t_EnumDoc& row)
+                                           { return table.GetType() == QLatin1String(row.type); });
+    return found != std::end(kEnumDocs) ? found->doc : nullptr;
 }
 
 py::object NumberOf(const CEnumNameInfo& table, INT32 value)
@@ -101,6 +112,7 @@ void AddEnumerations(py::module_& module)
 {
     py::class_<CEnumNameInfo>(module, "EnumTable", "The names of an enumeration's values.")
         .def_property_readonly("type", &CEnumNameInfo::GetType)
+        .def_property_readonly("doc", &DocOf)
         .def("__len__", &CEnumNameInfo::GetEnumSize)
         .def("display", &Text<&CEnumNameInfo::GetName>, py::arg("value"))
         .def("short", &Text<&CEnumNameInfo::GetShortName>, py::arg("value"))

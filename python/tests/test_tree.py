@@ -27,6 +27,7 @@ def test_members_are_attributes(root):
     for node in (root, root.Horizontal, root.Vertical.Channel, root.Preset):
         assert inspect.getdoc(node) == node.meaning
     assert "as a list" in kwi.Array.__doc__
+    assert kwi.enums.KW_ONOFF.__doc__.splitlines()[2:] == ["OFF: Off.", "ON: On."]
     assert inspect.getdoc(root.Horizontal.node("Scale")).startswith("Time scale")
 
 

@@ -7,7 +7,7 @@ import textwrap
 from . import cpptext, facts
 from .cpptext import GENERATED
 from .emit_reference import group_paths
-from .model import Action, Child, EnumType, Group, Model, Property
+from .model import Action, Child, EnumType, EnumValue, Group, Model, Property
 
 _HEAD = (
     "# SPDX-License-Identifier: MIT\n"
@@ -146,10 +146,13 @@ def _tree(model: Model) -> str:
     return f"{_HEAD}{imports}{_DESCRIPTORS}{groups}"
 
 
+def _of_value(value: EnumValue) -> str:
+    return facts.sentence(f"{value.label}: {value.brief}" if value.brief else value.label)
+
+
 def _enumeration(enum: EnumType) -> str:
     values = "".join(
-        f"    {member_name(v.serial, v.number)} = {v.number}\n"
-        + (_doc(facts.sentence(f"{v.label}: {v.brief}" if v.brief else v.label), 4))
+        f"    {member_name(v.serial, v.number)} = {v.number}\n{_doc(_of_value(v), 4)}"
         for v in enum.values
     )
     return f"\nclass {enum.name}(Enumeration):\n{_doc(facts.sentence(enum.brief), 4)}{values}"
@@ -172,10 +175,29 @@ def _types(model: Model) -> str:
     )
 
 
+def _docstring(enum: EnumType) -> str:
+    """What the stub says of the class and of its members."""
+    lines = [facts.sentence(enum.brief), ""]
+    lines += [f"{member_name(v.serial, v.number)}: {_of_value(v)}" for v in enum.values]
+    literals = "\n".join(f'        "{cpptext.escape(line)}\\n"' for line in lines)
+    return f'    {{"{enum.name}",\n{literals}}},\n'
+
+
+def _docs(model: Model) -> str:
+    rows = "".join(map(_docstring, model.enums.values()))
+    return (
+        f"{cpptext.head('the enumeration files')}#pragma once\n\n"
+        "/** Docstrings of the enumerations, in UTF-8. */\n"
+        "struct t_EnumDoc\n{\n    const char* type;\n    const char* doc;\n};\n"
+        f"constexpr t_EnumDoc kEnumDocs[] = {{\n{rows}}};\n"
+    )
+
+
 def emit(model: Model) -> dict[str, str]:
-    """Stubs and the list: path below the output folder, and content."""
+    """Stubs, the list and docstrings: path below the output folder, and content."""
     return {
         f"{_FOLDER}/tree.pyi": _tree(model),
         f"{_FOLDER}/enums.pyi": _enumerations(model),
         "python/EnumTypes.h": _types(model),
+        "python/EnumDocs.h": _docs(model),
     }

@@ -38,7 +38,8 @@ class OutputTest(unittest.TestCase):
         file = "enumerations/More.toml"
         one = '{ remote = "A", serial = "A" }'
         of_the_file = {"database/EnumNames_More.cpp", "docs/settings/enumerations.md",
-                       "ifc/KWEnumerationsMore.h", "python/kwifunctionzel/enums.pyi"}
+                       "ifc/KWEnumerationsMore.h", "python/EnumDocs.h",
+                       "python/kwifunctionzel/enums.pyi"}
         self.workspace.write(file, f'[KW_MORE]\nbrief = "More."\nvalues = [ {one} ]\n')
         self.assertEqual(self._rewritten(), {*of_the_file, "ifc/KWEnumerations.h",
                                             "python/EnumTypes.h"})
