@@ -65,8 +65,8 @@ public:
     static std::string Name(const testing::TestParamInfo<t_Rule>& test) { return test.param.name; }
 };
 
-/** A part of what an engineer does, and what must stand afterwards; texts as in t_Rule, but a dot
-    reaches back within its own text only. */
+/** A part of what an engineer does, and what must stand afterwards; texts as in t_Rule, a dot
+    reaches back to the text and the part before. */
 struct t_SessionPart
 {
     const char* done;

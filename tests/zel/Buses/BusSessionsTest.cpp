@@ -24,94 +24,67 @@ const t_Session kBusSessions[] = {
        ".SignalTranslation[Signal1]/StartBit = 400; .BitLength = 16",
        ""},
       {"SerialBus/CANBusSettings/Standard = CAN",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 8; "
+       ".LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 8; "
        ".SignalTranslation[Signal1]/StartBit = 63; .BitLength = 1"},
       {"SerialBus/CANBusSettings/Standard = CAN_FD",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 64; "
+       ".LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 64; "
        ".SignalTranslation[Signal1]/StartBit = 400; .BitLength = 16"}}},
     {"FrameHasTwoNames",
      {{"+2 SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/Name = Engine; ..SerialBusLabelItem[Label2]/Name = Brake",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
-       "..SerialBusLabelItem[Label2]/Enabled = OFF; .Enabled.values = OFF; "
-       "SerialBus/CANBusSettings/LabelListSettings/NumberOfLabels = 2"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Identifier = 256",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Enabled = ON; "
-       ".Enabled.values = OFF|ON"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
-       "29; .Identifier = 256",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
-       "..SerialBusLabelItem[Label2]/Enabled = ON"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
-       "11",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = OFF; "
-       "..SerialBusLabelItem[Label2]/Enabled = ON"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label2]/Enabled = OFF",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/Enabled = ON; "
-       "..SerialBusLabelItem[Label2]/Enabled.values = OFF"}}},
+       "..SerialBusLabelItem[Label1]/Enabled = ON; ..SerialBusLabelItem[Label2]/Enabled = OFF; "
+       ".Enabled.values = OFF; ..NumberOfLabels = 2"},
+      {".SerialBusLabelItem[Label2]/Identifier = 256", ".Enabled = ON; .Enabled.values = OFF|ON"},
+      {"..SerialBusLabelItem[Label1]/IdentifierLength = 29; .Identifier = 256",
+       ".Enabled = ON; ..SerialBusLabelItem[Label2]/Enabled = ON"},
+      {"..SerialBusLabelItem[Label1]/IdentifierLength = 11",
+       ".Enabled = OFF; ..SerialBusLabelItem[Label2]/Enabled = ON"},
+      {".Enabled = OFF", "..SerialBusLabelItem[Label1]/Enabled = ON; "
+                         "..SerialBusLabelItem[Label2]/Enabled.values = OFF"}}},
     {"BigEndianSignalIsCountedFromItsLastBit",
      {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/PayloadLength = 2; + .SignalTranslation; "
        ".SignalTranslation[Signal1]/Endianness = BIG_ENDIAN; .StartBit = 7; .BitLength = 16",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/StartBit = 7; .BitLength = 16; .BitLength.max = 16; "
-       ".StartBit.max = 15"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/StartBit = 0",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/BitLength = 9"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/StartBit = 15",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/BitLength = 8"},
-      {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 8; "
-       ".SignalTranslation[Signal1]/ValueType = FLOAT",
-       "SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/StartBit = 15; .StartBit.max = 39; .BitLength = 32"}}},
+       ".StartBit = 7; .BitLength = 16; .BitLength.max = 16; .StartBit.max = 15"},
+      {".StartBit = 0", ".BitLength = 9"},
+      {".StartBit = 15", ".BitLength = 8"},
+      {"..PayloadLength = 8; .SignalTranslation[Signal1]/ValueType = FLOAT",
+       ".StartBit = 15; .StartBit.max = 39; .BitLength = 32"}}},
     {"ConstantFrameIsShorterThanItsNibbles",
      {{"SerialBus/SENTBusSettings/PausePulse = CONSTANT_FRAME",
-       "SerialBus/SENTBusSettings/FrameLength = 282; .FrameLength.min = 272; .FrameLength.max = "
-       "920"},
-      {"SerialBus/SENTBusSettings/DataNibbles = 8",
-       "SerialBus/SENTBusSettings/FrameLength = 326; .FrameLength.max = 944"},
-      {"SerialBus/SENTBusSettings/DataNibbles = 3",
-       "SerialBus/SENTBusSettings/FrameLength = 282"}}},
+       ".FrameLength = 282; .FrameLength.min = 272; .FrameLength.max = 920"},
+      {".DataNibbles = 8", ".FrameLength = 326; .FrameLength.max = 944"},
+      {".DataNibbles = 3", ".FrameLength = 282"}}},
     {"PatternHasMoreNibblesThanTheFrame",
-     {{"Trigger/SENTBusTriggerSettings/Type = FAST_DATA; .DataPatternRelation[0]/Pattern = "
-       "111100001111000011110000",
-       "Trigger/SENTBusTriggerSettings/DataPatternRelation[0]/Pattern = 111100001111000011110000"},
+     {{"Trigger/SENTBusTriggerSettings/Type = FAST_DATA; "
+       ".DataPatternRelation[0]/Pattern = 111100001111000011110000",
+       ".Pattern = 111100001111000011110000"},
       {"SerialBus/SENTBusSettings/DataNibbles = 3",
        "Trigger/SENTBusTriggerSettings/DataPatternRelation[0]/Pattern = 000011110000"}}},
     {"SentSignalLeavesItsNibbles",
      {{"+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/IdentifierLength = 0; .PayloadLength = 3; "
        "+ .SignalTranslation; .SignalTranslation[Signal1]/StartBit = 12; .BitLength = 12",
-       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength.max = "
-       "3"},
-      {"SerialBus/SENTBusSettings/DataNibbles = 5",
-       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 3; "
-       ".SignalTranslation[Signal1]/BitLength = 8"},
+       "..PayloadLength.max = 3"},
+      {"...DataNibbles = 5", ".LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 3; "
+                             ".SignalTranslation[Signal1]/BitLength = 8"},
       {"SerialBus/SENTBusSettings/DataNibbles = 6",
-       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/BitLength = 12"},
-      {"SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/IdentifierLength = "
-       "4; ...SerialMessageFormat = SHORT",
-       "SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = "
-       "1"}}},
+       ".LabelListSettings/SerialBusLabelItem[Label1]/SignalTranslation[Signal1]/BitLength = 12"},
+      {"..IdentifierLength = 4; ...SerialMessageFormat = SHORT",
+       ".LabelListSettings/SerialBusLabelItem[Label1]/PayloadLength = 1"}}},
     {"FrameShowsBitsInPlaceOfValues",
      {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/Name = Engine; .Identifier = 256; + .SignalTranslation; "
        ".SignalTranslation[Signal1]/Name = Speed; .Endianness = BIG_ENDIAN; .StartBit = 7; "
        ".BitLength = 16; .Factor = 0.25; .Unit = rpm; + SerialBus/CANBusResults/CANBusFrame; "
        "@.CANBusFrame[0]/Identifier = 256; @.Data = 000011001011001000000011",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Label = Engine; .Signals = Speed = 812.5 rpm"},
+       ".Label = Engine; .Signals = Speed = 812.5 rpm"},
       {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
-       "SignalTranslation[Signal1]/Offset = 10; .Unit = 1/min; ..Name = Motor",
+       "SignalTranslation[Signal1]/Offset = 10; "
+       ".Unit = 1/min; ..Name = Motor",
        "SerialBus/CANBusResults/CANBusFrame[0]/Label = Motor; .Signals = Speed = 822.5 1/min"},
-      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00001100",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Label = Motor; .Signals = -"},
-      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 0000000000000000",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Speed = 10 1/min"},
+      {"@.Data = 00001100", ".Label = Motor; .Signals = -"},
+      {"@.Data = 0000000000000000", ".Signals = Speed = 10 1/min"},
       {"SerialBus/CANBusSettings/LabelListSettings/Enabled = OFF",
        "SerialBus/CANBusResults/CANBusFrame[0]/Label = ; .Signals = -"},
       {"SerialBus/CANBusSettings/LabelListSettings/Enabled = ON",
@@ -121,10 +94,11 @@ const t_Session kBusSessions[] = {
        "SerialBus/CANBusResults/CANBusFrame[0]/Label = ; .Signals = -"}}},
     {"GearIsANumber",
      {{"+ SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem; "
-       "+ .SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/Name = Gear; "
-       ".BitLength = 4; .ValueType = ENUM; + .SignalTranslationEnumValues; "
-       "+ SerialBus/LINBusResults/LINBusFrame; @.LINBusFrame[0]/Data = 00000011",
-       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = 3"},
+       "+ .SerialBusLabelItem[Label1]/SignalTranslation; "
+       ".SignalTranslation[Signal1]/Name = Gear; .BitLength = 4; .ValueType = ENUM; "
+       "+ .SignalTranslationEnumValues; + SerialBus/LINBusResults/LINBusFrame; "
+       "@.LINBusFrame[0]/Data = 00000011",
+       ".Signals = Gear = 3"},
       {"SerialBus/LINBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
        "SignalTranslation[Signal1]/SignalTranslationEnumValues[Value1]/RawValue = 3; "
        ".Label = Drive",
@@ -133,18 +107,16 @@ const t_Session kBusSessions[] = {
        "SignalTranslation[Signal1]/ValueType = SIGNED_INT; "
        ".SignalTranslationEnumValues[Value1]/RawValue = 15; .Label = Fault; "
        "@SerialBus/LINBusResults/LINBusFrame[0]/Data = 00001111",
-       "SerialBus/LINBusResults/LINBusFrame[0]/Signals = Gear = -1 (Fault)"}}},
+       ".Signals = Gear = -1 (Fault)"}}},
     {"PageThatIsNotSelectedIsMissed",
      {{"+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem; "
-       "+ .SerialBusLabelItem[Label1]/SignalTranslation; .SignalTranslation[Signal1]/Name = Mode; "
-       "+ SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/SignalTranslation; "
+       "+ .SerialBusLabelItem[Label1]/SignalTranslation; "
+       ".SignalTranslation[Signal1]/Name = Mode; + ..SignalTranslation; "
        ".SignalTranslation[Signal2]/Name = Oil; .StartBit = 8; .ActiveWhen = Mode = 1-3; "
        "+ SerialBus/CANBusResults/CANBusFrame; @.CANBusFrame[0]/Data = 00000100",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Mode = 4"},
-      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00000001",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = -"},
-      {"@SerialBus/CANBusResults/CANBusFrame[0]/Data = 00000000",
-       "SerialBus/CANBusResults/CANBusFrame[0]/Signals = Mode = 0"},
+       ".Signals = Mode = 4"},
+      {"@.Data = 00000001", ".Signals = -"},
+      {"@.Data = 00000000", ".Signals = Mode = 0"},
       {"SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem[Label1]/"
        "SignalTranslation[Signal2]/ActiveWhen = ",
        "SerialBus/CANBusResults/CANBusFrame[0]/Signals = -"}}},
@@ -152,52 +124,38 @@ const t_Session kBusSessions[] = {
      {{"+ SerialBus/I2CBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/Identifier = 72; .Name = Thermometer; "
        "+ SerialBus/I2CBusResults/I2CBusFrame; @.I2CBusFrame[0]/Address = 72",
-       "SerialBus/I2CBusResults/I2CBusFrame[0]/Label = Thermometer; .Signals = "},
-      {"@SerialBus/I2CBusResults/I2CBusFrame[0]/AddressType = 10_BIT",
-       "SerialBus/I2CBusResults/I2CBusFrame[0]/Label = ; .Signals = -"}}},
+       ".Label = Thermometer; .Signals = "},
+      {"@.AddressType = 10_BIT", ".Label = ; .Signals = -"}}},
     {"FastFrameHasNoSignals",
      {{"+ SerialBus/SENTBusSettings/LabelListSettings/SerialBusLabelItem; "
        ".SerialBusLabelItem[Label1]/IdentifierLength = 0; .PayloadLength = 3; .Name = Sensor; "
        "+ .SignalTranslation; .SignalTranslation[Signal1]/Name = Low; .StartBit = 12; "
        ".BitLength = 12; + SerialBus/SENTBusResults/SENTBusFrame; "
        "@.SENTBusFrame[0]/Data = 000000000000000100100011",
-       "SerialBus/SENTBusResults/SENTBusFrame[0]/Label = Sensor; .Signals = Low = 801"},
-      {"@SerialBus/SENTBusResults/SENTBusFrame[0]/Type = SHORT_SERIAL",
-       "SerialBus/SENTBusResults/SENTBusFrame[0]/Label = ; .Signals = -"}}},
+       ".Label = Sensor; .Signals = Low = 801"},
+      {"@.Type = SHORT_SERIAL", ".Label = ; .Signals = -"}}},
     {"PictureOf720LinesIsSegmented",
      {{"Trigger/TvTriggerSettings/Standard = HD_1080P_24; .ScanMode = SEGMENTED; "
        ".LineField = FIELD_2; .Mode = ODD_FIELD",
-       "Trigger/TvTriggerSettings/ScanMode = SEGMENTED"},
-      {"Trigger/TvTriggerSettings/Standard = HD_720P_50",
-       "Trigger/TvTriggerSettings/ScanMode = PROGRESSIVE; .ScanMode.values = PROGRESSIVE; "
-       ".LineField = FRAME; .Mode = ALL_FIELDS; .Mode.values = ALL_FIELDS|ALL_LINES|LINE"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080P_30",
-       "Trigger/TvTriggerSettings/ScanMode = SEGMENTED; .LineField = FIELD_2; .Mode = ODD_FIELD"}}},
+       ".ScanMode = SEGMENTED"},
+      {".Standard = HD_720P_50",
+       ".ScanMode = PROGRESSIVE; .ScanMode.values = PROGRESSIVE; .LineField = FRAME; "
+       ".Mode = ALL_FIELDS; .Mode.values = ALL_FIELDS|ALL_LINES|LINE"},
+      {".Standard = HD_1080P_30",
+       ".ScanMode = SEGMENTED; .LineField = FIELD_2; .Mode = ODD_FIELD"}}},
     {"StandardHasScanModesOfAnother",
-     {{"Trigger/TvTriggerSettings/Standard = NTSC",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"},
-      {"Trigger/TvTriggerSettings/Standard = SECAM",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"},
-      {"Trigger/TvTriggerSettings/Standard = PAL_M",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"},
-      {"Trigger/TvTriggerSettings/Standard = SD_480P_60",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE"},
-      {"Trigger/TvTriggerSettings/Standard = SD_576P_50",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE"},
-      {"Trigger/TvTriggerSettings/Standard = HD_720P_60",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080I_50",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080I_60",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080P_25",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE|SEGMENTED"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080P_50",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE"},
-      {"Trigger/TvTriggerSettings/Standard = HD_1080P_60",
-       "Trigger/TvTriggerSettings/ScanMode.values = PROGRESSIVE"},
-      {"Trigger/TvTriggerSettings/Standard = PAL",
-       "Trigger/TvTriggerSettings/ScanMode.values = INTERLACED"}}},
+     {{"Trigger/TvTriggerSettings/Standard = NTSC", ".ScanMode.values = INTERLACED"},
+      {".Standard = SECAM", ".ScanMode.values = INTERLACED"},
+      {".Standard = PAL_M", ".ScanMode.values = INTERLACED"},
+      {".Standard = SD_480P_60", ".ScanMode.values = PROGRESSIVE"},
+      {".Standard = SD_576P_50", ".ScanMode.values = PROGRESSIVE"},
+      {".Standard = HD_720P_60", ".ScanMode.values = PROGRESSIVE"},
+      {".Standard = HD_1080I_50", ".ScanMode.values = INTERLACED"},
+      {".Standard = HD_1080I_60", ".ScanMode.values = INTERLACED"},
+      {".Standard = HD_1080P_25", ".ScanMode.values = PROGRESSIVE|SEGMENTED"},
+      {".Standard = HD_1080P_50", ".ScanMode.values = PROGRESSIVE"},
+      {".Standard = HD_1080P_60", ".ScanMode.values = PROGRESSIVE"},
+      {".Standard = PAL", ".ScanMode.values = INTERLACED"}}},
 };
 } // namespace
 
