@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FileText.h"
-#include "labels/LabelListText.h"
 #include "labels/ReadLabels.h"
 
 namespace

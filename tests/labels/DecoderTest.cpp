@@ -139,6 +139,13 @@ TEST(LabelListDecoder, ShowsPageThatIsNotSelected)
     EXPECT_EQ(NamesOf(entry, {5, 1, 0}), "Outer");
     EXPECT_EQ(NamesOf(entry, {2}), "Outer") << "the payload ends before the inner multiplexor";
     EXPECT_EQ(NamesOf(entry, {}), "");
+    KW_LabelEntry sideBySide;
+    AddPage(sideBySide, "Left", 0, "", {});
+    AddPage(sideBySide, "Right", 8, "", {});
+    AddPage(sideBySide, "OfLeft", 16, "Left", {{1, 1}});
+    AddPage(sideBySide, "OfRight", 16, "Right", {{1, 1}});
+    EXPECT_EQ(NamesOf(sideBySide, {1, 0, 0}), "Left Right OfLeft");
+    EXPECT_EQ(NamesOf(sideBySide, {0, 1, 0}), "Left Right OfRight");
 }
 
 TEST(LabelListDecoder, LabelsAnotherRawValue)

@@ -9,17 +9,6 @@ TEST(LabelFile, FormatDependsOnCaseOfItsName)
     EXPECT_EQ(KW_GetLabelFileFormat(QStringLiteral("a.csv.txt")), eKW_LABEL_FILE_FORMAT_UNKNOWN);
 }
 
-TEST(LabelFile, ReportLosesItsPlace)
-{
-    KW_LabelReport report;
-    report.text = QStringLiteral("what");
-    EXPECT_EQ(KW_FormatLabelReport(QStringLiteral("f"), report), QStringLiteral("f: what"));
-    report.line = 3;
-    EXPECT_EQ(KW_FormatLabelReport(QStringLiteral("f"), report), QStringLiteral("f:3: what"));
-    report.column = 7;
-    EXPECT_EQ(KW_FormatLabelReport(QStringLiteral("f"), report), QStringLiteral("f:3:7: what"));
-}
-
 TEST(LabelFile, RefusalTouchesList)
 {
     KW_LabelList list;

@@ -67,3 +67,12 @@ inline QByteArray WriteLabels(const KW_LabelList& list, KW_LABEL_FILE_FORMAT for
     }
     return text;
 }
+
+/** All that a list holds but the other statements of a CAN database: lists are equal when their
+   texts are. */
+inline std::string TextOfLabelList(const KW_LabelList& list)
+{
+    const QByteArray text = WriteLabels(list, kXml);
+    EXPECT_FALSE(text.isEmpty());
+    return text.toStdString();
+}
