@@ -122,19 +122,6 @@ TEST_F(ServiceFiles, TokenIsAnOpenSecret)
     }
 }
 
-TEST_F(ServiceFiles, WrongTokenMatches)
-{
-    QString error;
-    const auto token = CAccessToken::Read(Write("token", kToken), error);
-    ASSERT_TRUE(token);
-    EXPECT_TRUE(token->Matches(kToken));
-    for (const char* const shown : {"", "0", "0123456789abcde", "0123456789abcdeF",
-                                    "0123456789abcdef0", "0123456789abcdef0123456789abcdef"})
-    {
-        EXPECT_FALSE(token->Matches(shown)) << shown;
-    }
-}
-
 TEST_F(ServiceFiles, NameLeadsOutOfTheFolder)
 {
     const CFilesFolder files(m_folder.path());
