@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """zelctl on the living tree of another process."""
 
-import json
 import os
 import re
 import select
@@ -157,22 +156,6 @@ class ConnectTest(unittest.TestCase):
         self.assertEqual(shown.returncode, status, shown.stderr)
         return (shown.stdout + shown.stderr).rstrip("\n")
 
-    def test_living_tree_is_another_than_the_private_one(self) -> None:
-        place = self.serve()
-        for words in (["get", "Horizontal/Scale"], ["set", "Horizontal/Scale", "20us"],
-                      ["do", "Preset"]):
-            private = subprocess.run([*ZELCTL, *words], text=True, capture_output=True, timeout=60)
-            self.assertEqual(self.run_zelctl(place, *words), private.stdout.rstrip("\n"))
-        self.run_zelctl(place, "set", "Horizontal/Scale", "2 ms/div")
-        self.assertEqual(self.run_zelctl(place, "get", "Horizontal/Scale"), "2 ms/div")
-        self.assertEqual(self.run_zelctl(place, "--exact", "get", "Horizontal/Scale"),
-                         "0.002 s/div")
-        self.run_zelctl(place, "undo")
-        self.run_zelctl(place, "redo")
-        document = json.loads(self.run_zelctl(place, "--json", "get", "Horizontal"))
-        values = {node["path"]: node["value"] for node in document["properties"]}
-        self.assertEqual(values["Horizontal/Scale"], 0.002)
-
     def run_both(self, options: list[str], text: str) -> list[tuple[int, str, str]]:
         """What a script answers on a private and on a living tree, each new."""
         answers = []
@@ -241,23 +224,6 @@ class ConnectTest(unittest.TestCase):
             with self.subTest(wanted=wanted):
                 self.assertIn(wanted, self.run_zelctl(place, "get", "Horizontal", status=2))
 
-    def test_shell_ends_with_its_service(self) -> None:
-        place = self.serve()
-        with subprocess.Popen([*ZELCTL, "--connect", place, "shell"], text=True,
-                              stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE) as shell:
-            shell.stdin.write("set Horizontal/Scale 1ms\n")
-            shell.stdin.flush()
-            shell.stdout.readline()
-            self.hosts[-1].send_signal(signal.SIGTERM)
-            self.hosts[-1].wait(timeout=20)
-            shell.stdin.write("get Horizontal/Scale\n")
-            shell.stdin.flush()
-            self.assertIn("Connection refused", shell.stderr.readline())
-            self.serve(port=place.rsplit(":", 1)[-1])
-            shown = shell.communicate("get Horizontal/Scale\n", timeout=60)[0]
-        self.assertEqual(shown, "100 ns/div\n")
-
     def test_terminal_does_less_on_a_living_tree_or_breaks_when_it_is_lost(self) -> None:
         place = self.serve()
         self.run_zelctl(place, "insert", LABELS, "Engine")
@@ -298,17 +264,10 @@ class ConnectTest(unittest.TestCase):
         place = self.serve()
         self.assertIn("code 3 ABOVE_MAXIMUM",
                       self.run_zelctl(place, "set", "Horizontal/Scale", "1e99", status=1))
-        self.assertIn('no node "Nowhere"', self.run_zelctl(place, "get", "Nowhere", status=2))
-        self.assertIn("asked 1.3 ms, stands 2 ms",
-                      self.run_zelctl(place, "set", "Horizontal/AcquisitionTime", "1.3 ms"))
-        self.assertIn("--help", self.run_zelctl(place, "sing", status=2))
-        with subprocess.Popen([*ZELCTL, "--connect", place, "shell"], text=True,
-                              stdin=subprocess.PIPE, stderr=subprocess.PIPE) as shell:
-            told = shell.communicate('same Setup/Wireless/WirelessClient/Passphrase ""\n',
-                                     timeout=60)[1]
+        told = subprocess.run([*ZELCTL, "--connect", place, "shell"], text=True, timeout=60,
+                              input='same Setup/Wireless/WirelessClient/Passphrase ""\n',
+                              capture_output=True).stderr
         self.assertIn("can not be compared", told)
-        self.assertIn("Connection refused",
-                      self.run_zelctl("127.0.0.1:1", "get", "Horizontal", status=2))
 
     def test_token_is_not_needed(self) -> None:
         with tempfile.TemporaryDirectory() as folder:
@@ -319,15 +278,13 @@ class ConnectTest(unittest.TestCase):
             self.assertIn("--token-file", self.run_zelctl(place, "get", "Horizontal", status=2))
             self.assertEqual(self.run_zelctl(place, "--token-file", str(token), "get",
                                              "Horizontal/Scale"), "100 ns/div")
+            watch = self.watch(place, "--token-file", str(token), "watch", "--count", "1",
+                               "Horizontal/Scale")
+            self.assertRegex(watch.communicate(timeout=20)[0],
+                             r"^Horizontal/Scale: .* → [12] ms/div\n$")
             token.write_text("fedcba9876543210\n")
             self.assertIn("does not take this token",
                           self.run_zelctl(place, "--token-file", str(token), "tree", status=2))
-
-    def test_read_only_service_is_written(self) -> None:
-        place = self.serve("--read-only")
-        self.assertIn("NO_WRITE_ACCESS",
-                      self.run_zelctl(place, "set", "Horizontal/Scale", "1ms", status=1))
-        self.assertIn("NO_WRITE_ACCESS", self.run_zelctl(place, "do", "Preset", status=1))
 
     def watch(self, place: str, *words: str) -> subprocess.Popen:
         """A watch that has shown its first change, which is one of Horizontal/Scale."""
@@ -356,13 +313,6 @@ class ConnectTest(unittest.TestCase):
         while piece not in (line := stream.readline()):
             self.assertNotEqual(line, "", f"{piece} does not come")
         return line
-
-    def test_change_is_watched_for_ever_or_not_shown(self) -> None:
-        place = self.serve()
-        watch = self.watch(place, "watch", "--count", "1", "Horizontal/Scale")
-        shown = watch.communicate(timeout=20)[0]
-        self.assertTrue(re.fullmatch(r"Horizontal/Scale: .* → [12] ms/div\n", shown), shown)
-        self.assertEqual(watch.returncode, 0)
 
     def test_watch_ends_with_its_service_or_forgets_what_it_knew(self) -> None:
         for style in ([], ["--json"]):
@@ -402,15 +352,7 @@ class ConnectTest(unittest.TestCase):
         self.run_zelctl(place, "set", "Horizontal/Scale", "5ms")
         self.wait_for(watch.stdout, "→ 5 ms/div")
 
-    def test_watch_needs_no_token_or_takes_any_answer(self) -> None:
-        with tempfile.TemporaryDirectory() as folder:
-            token = Path(folder) / "token"
-            token.touch(0o600)
-            token.write_text("0123456789abcdef\n")
-            place = self.serve("--token-file", str(token))
-            watch = self.watch(place, "--token-file", str(token), "watch", "--count", "1",
-                               "Horizontal/Scale")
-            self.assertIn("ms/div", watch.communicate(timeout=20)[0])
+    def test_watch_takes_any_answer(self) -> None:
         root = b'HTTP/1.1 200 OK\r\n\r\n{"path":"","kind":"group"}'
         for answer in (b"HTTP/1.1 200 OK\r\n\r\n{}", b"SSH-2.0-x\r\n", b"",
                        b"HTTP/1.1 101 Switching\r\nSec-WebSocket-Accept: x\r\n\r\n"):
