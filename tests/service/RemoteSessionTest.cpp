@@ -130,7 +130,6 @@ const t_Row kHeaders[] = {
     {"NumberIsTooLarge", "VERT:CHAN99999999999999999999:OFFS?", "", "-114"},
     {"PathGoesOn", "VERT:CHAN1:OFFS 1;PROB:FACT?;:VERT:CHAN2:OFFS?", "", "-113"},
     {"CommonKeepsPath", "VERT:CHAN2:OFFS 1;*OPC?;OFFS?", "1;1"},
-    {"ColonLeadsToRoot", "HOR:SCAL 1e-3;:HOR:SCAL?", "0.001"},
     {"MessageBeginsAtRoot", "SCAL?", "", "-113"},
     {"GroupAlone", "VERT?", "", "-113"},
     {"ItemAlone", "VERT:CHAN2?", "", "-113"},

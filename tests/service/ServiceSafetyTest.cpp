@@ -3,6 +3,7 @@
 
 #include "AccessToken.h"
 #include "FilesFolder.h"
+#include "HttpGuard.h"
 #include "IKWFunctionZEL.h"
 #include "KWService.h"
 #include "Networks.h"
@@ -119,6 +120,29 @@ TEST_F(ServiceFiles, TokenIsAnOpenSecret)
         const QString strange = Write("strange", kToken);
         ASSERT_EQ(::chown(QFile::encodeName(strange).constData(), 65534, 65534), 0);
         EXPECT_FALSE(IsRead(strange));
+    }
+}
+
+TEST_F(ServiceFiles, WrongTokenIsLetIn)
+{
+    QString error;
+    const auto token = CAccessToken::Read(Write("token", "0123456789abcdef\n"), error);
+    ASSERT_TRUE(token) << error.toStdString();
+    for (const auto& [shown, status] :
+         {std::pair{"Bearer 0123456789abcdef", 200}, std::pair{"bearer 0123456789abcdef", 200},
+          std::pair{"Bearer 0123456789abcdeX", 401}, std::pair{"Bearer 0123456789abcde", 401},
+          std::pair{"Bearer 0123456789abcdef0", 401}, std::pair{"Bearer ", 401},
+          std::pair{"0123456789abcdef", 401}, std::pair{"", 401}})
+    {
+        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", shown, ""}, &*token), status) << shown;
+    }
+    for (const auto& [protocols, status] :
+         {std::pair{"changes, bearer.MDEyMzQ1Njc4OWFiY2RlZg", 200},
+          std::pair{"bearer.MDEyMzQ1Njc4OWFiY2RlWA", 401}, std::pair{"bearer.", 401},
+          std::pair{"bearer.0123456789abcdef", 401}, std::pair{"MDEyMzQ1Njc4OWFiY2RlZg", 401},
+          std::pair{",;bearer", 401}, std::pair{"changes", 401}})
+    {
+        EXPECT_EQ(NHttp::Check({"127.0.0.1", "", "", protocols}, &*token), status) << protocols;
     }
 }
 
