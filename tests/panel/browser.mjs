@@ -43,6 +43,12 @@ export async function until(assertions, seconds = 8) {
     }
 }
 
+/** What a user types instead of what stands in a field. */
+export async function enter(field, text) {
+    await field.fill(text);
+    await field.press('Enter');
+}
+
 /** A user at a window: what goes wrong in it is kept and asserted at the end. */
 export class Window {
     static async open(browser, host, {

@@ -149,16 +149,6 @@ test('after a break it goes on behind the last number and counts what it missed'
     assert.deepEqual(scene.heard.trees, [false], 'nothing is read again');
 });
 
-test('a service that was started anew is read again', async () => {
-    const scene = new Scene();
-    await scene.goLive();
-    await scene.lose();
-    await scene.stand('B', 0, true);
-    assert.deepEqual(scene.heard.trees, [false, true]);
-    assert.ok(scene.connection.state.isRead);
-    assert.equal(scene.connection.number, 0);
-});
-
 test('a subscriber that was too slow reads again without a break', async () => {
     const scene = new Scene();
     await scene.goLive();

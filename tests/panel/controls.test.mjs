@@ -3,23 +3,10 @@
 
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { inWindow, pageOf, until } from './browser.mjs';
-import { browser, host, serve } from './served.mjs';
+import { enter, until } from './browser.mjs';
+import { at, holds, host, serve } from './served.mjs';
 
 serve();
-
-/** The page of a node, with its control. */
-async function at(place, steps) {
-    await inWindow(browser, host, { place: pageOf(place) }, async (page, window) => {
-        const main = page.getByRole('main');
-        await main.getByRole('heading', { level: 2 }).waitFor();
-        await steps({ page, main, control: main.locator('.main-control'), window });
-    });
-}
-
-async function holds(place, value) {
-    await until(async () => assert.deepEqual((await host.node(place)).value, value));
-}
 
 /** Items of a container as another client reads them. */
 async function itemsOf(place) {
@@ -29,8 +16,7 @@ async function itemsOf(place) {
 test('a number is not taken with its unit, not stepped, or shows other limits', async () => {
     await at('Horizontal/Scale', async ({ page, control }) => {
         const field = control.getByRole('spinbutton', { name: 'Scale' });
-        await field.fill('2 ms');
-        await field.press('Enter');
+        await enter(field, '2 ms');
         await holds('Horizontal/Scale', 0.002);
         await field.press('ArrowUp');
         await holds('Horizontal/Scale', 0.005);
@@ -52,8 +38,7 @@ test('a refusal is not said at the control, or moves something', async () => {
         const field = control.getByRole('spinbutton', { name: 'Scale' });
         for (const [typed, reason] of [['1e99', /above the maximum.*1 ns\/div.*500 s\/div/],
             ['two', /Refused/], ['3 V', /Refused/]]) {
-            await field.fill(typed);
-            await field.press('Enter');
+            await enter(field, typed);
             await control.getByRole('alert').filter({ hasText: reason }).waitFor();
             assert.equal(await field.getAttribute('aria-invalid'), 'true', typed);
             const says = (await field.getAttribute('aria-describedby')).split(' ')
@@ -101,8 +86,7 @@ test('a switch does not switch, or shows another state', async () => {
 test('a text is cut, or its length and form are not said', async () => {
     await at('Vertical/Channel[0]/Label', async ({ control }) => {
         const field = control.getByRole('textbox', { name: 'Label' });
-        await field.fill('Übertrager "1" 😀');
-        await field.press('Enter');
+        await enter(field, 'Übertrager "1" 😀');
         await control.getByRole('alert').filter({ hasText: /Refused.*16 characters/ }).waitFor();
         await field.fill(' Ω "1" 😀');
         await control.getByRole('button', { name: 'Set Label', exact: true }).click();
@@ -110,8 +94,7 @@ test('a text is cut, or its length and form are not said', async () => {
     });
     await at('Setup/Wireless/WirelessAccesspoint/Passphrase', async ({ control }) => {
         const field = control.getByLabel('Passphrase').and(control.locator('input'));
-        await field.fill('short');
-        await field.press('Enter');
+        await enter(field, 'short');
         await control.getByRole('alert').filter({ hasText: /Refused.*8 to 63/ }).waitFor();
         assert.equal(await field.getAttribute('type'), 'password');
     });
@@ -121,11 +104,9 @@ test('bits are not set one by one, or a wrong pattern is taken', async () => {
     const place = 'Trigger/SerialPatternTriggerSettings/Pattern';
     await at(place, async ({ page, control }) => {
         const field = control.getByRole('textbox', { name: 'Pattern' });
-        await field.fill('10x2');
-        await field.press('Enter');
+        await enter(field, '10x2');
         await control.getByRole('alert').filter({ hasText: /Refused/ }).waitFor();
-        await field.fill('1010 xxxx');
-        await field.press('Enter');
+        await enter(field, '1010 xxxx');
         await holds(place, '1010XXXX');
         await control.getByRole('group', { name: /bits/i }).getByRole('button').nth(4).focus();
         await page.keyboard.type('01');
@@ -134,42 +115,30 @@ test('bits are not set one by one, or a wrong pattern is taken', async () => {
     });
 });
 
-test('a file outside of the folder is taken', async () => {
-    await at('SaveRecall/File', async ({ control }) => {
-        const field = control.getByLabel('File').and(control.locator('input'));
-        await field.fill('../bench.xml');
-        await field.press('Enter');
-        await control.getByRole('alert').filter({ hasText: /Refused/ }).waitFor();
-        await field.fill('bench.xml');
-        await field.press('Enter');
-        await holds('SaveRecall/File', 'bench.xml');
-    });
-});
-
-test('a reference names an item that is not there', async () => {
+test('a file outside of the folder, or an item that is not there, is taken', async () => {
     const markers = 'Spectrum/SpectrumMarkers/SpectrumMarker';
-    const place = 'Spectrum/SpectrumMarkers/SelectedMarker';
     await host.ask('/items', { path: markers, do: 'insert' });
-    await at(place, async ({ control }) => {
-        const field = control.getByLabel('SelectedMarker').and(control.locator('input'));
-        await field.fill(`${markers}[7]`);
-        await field.press('Enter');
-        await control.getByRole('alert').filter({ hasText: /Refused/ }).waitFor();
-        await field.fill(`${markers}[0]`);
-        await field.press('Enter');
-        await holds(place, `${markers}[0]`);
-    });
+    for (const [place, name, wrong, right] of [
+        ['SaveRecall/File', 'File', '../bench.xml', 'bench.xml'],
+        ['Spectrum/SpectrumMarkers/SelectedMarker', 'SelectedMarker', `${markers}[7]`, `${markers}[0]`],
+    ]) {
+        await at(place, async ({ control }) => {
+            const field = control.getByLabel(name).and(control.locator('input'));
+            await enter(field, wrong);
+            await control.getByRole('alert').filter({ hasText: /Refused/ }).waitFor();
+            await enter(field, right);
+            await holds(place, right);
+        });
+    }
 });
 
 test('bytes come out otherwise than they were typed', async () => {
     const place = 'Setup/BgDetection/ServiceI2CAccess/WriteData';
     await at(place, async ({ control }) => {
         const field = control.getByLabel('WriteData').and(control.locator('input:not([type=file])'));
-        await field.fill('00 fg');
-        await field.press('Enter');
+        await enter(field, '00 fg');
         await holds(place, '');
-        await field.fill('00 ff 10');
-        await field.press('Enter');
+        await enter(field, '00 ff 10');
         await holds(place, Buffer.from([0, 255, 16]).toString('base64'));
         await control.locator('input[type=file]').setInputFiles({
             name: 'bytes', mimeType: 'application/octet-stream', buffer: Buffer.from([1, 2]),
@@ -244,12 +213,10 @@ test('items of a map get other names than were typed, or a name that another has
     await at(place, async ({ page, control }) => {
         const name = control.getByRole('textbox', { name: /name/i }).last();
         for (const key of ['Engine', 'Gear']) {
-            await name.fill(key);
-            await name.press('Enter');
+            await enter(name, key);
             await control.getByRole('link', { name: key }).waitFor();
         }
-        await name.fill('Gear');
-        await name.press('Enter');
+        await enter(name, 'Gear');
         await control.getByRole('alert').filter({ hasText: /Refused/ }).waitFor();
         await control.getByRole('button', { name: /Rename.*Gear/i }).click();
         await page.keyboard.type('Brake');

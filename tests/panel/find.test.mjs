@@ -2,14 +2,15 @@
 // Search, tree, favourites, links, names.
 
 import assert from 'node:assert/strict';
-import { test } from 'node:test';
+import { beforeEach, test } from 'node:test';
 import { inWindow, pageOf, until } from './browser.mjs';
-import { browser, host, serve } from './served.mjs';
+import { browser, holds, host, serve } from './served.mjs';
 
 const HOSTILE = '<script>document.title=1<script>';
 const LABELS = 'SerialBus/CANBusSettings/LabelListSettings/SerialBusLabelItem';
 
 serve();
+beforeEach(() => host.ask('/preset', {}));
 
 test('the search misses names, meanings, units or values', async () => {
     await host.set('Vertical/Channel[2]/Label', 'Motor');
@@ -75,7 +76,6 @@ test('a favourite is gone when the page is loaded again', async () => {
 });
 
 test('a setting that differs from its default is not marked', async () => {
-    await host.ask('/preset', {});
     await inWindow(browser, host, {}, async (page) => {
         await page.getByLabel('Only what differs').check();
         const group = page.getByRole('treeitem', { name: /^Horizontal/ });
@@ -89,7 +89,6 @@ test('a setting that differs from its default is not marked', async () => {
 });
 
 test('a name is taken for markup', async () => {
-    await host.ask('/preset', {});
     for (const key of ['<script>', '<img src=x onerror=alert>', '&lt;b>']) {
         const answer = await host.ask('/items', { path: LABELS, do: 'insert', key });
         assert.equal(answer.name, 'OK', key);
@@ -112,7 +111,6 @@ test('a name is taken for markup', async () => {
 });
 
 test('a mouse is needed', async () => {
-    await host.ask('/preset', {});
     await inWindow(browser, host, {}, async (page) => {
         await page.getByRole('tree').waitFor();
         await page.keyboard.press('/');
@@ -125,11 +123,11 @@ test('a mouse is needed', async () => {
         await page.keyboard.press('Control+a');
         await page.keyboard.type('2 ms');
         await page.keyboard.press('Enter');
-        await until(async () => assert.equal((await host.node('Horizontal/Scale')).value, 0.002));
+        await holds('Horizontal/Scale', 0.002);
         const undo = page.getByRole('button', { name: /^Undo/ });
         await press(page, 'Shift+Tab', undo);
         await page.keyboard.press('Enter');
-        await until(async () => assert.equal((await host.node('Horizontal/Scale')).value, 1e-7));
+        await holds('Horizontal/Scale', 1e-7);
     });
     await inWindow(browser, host, {}, async (page) => {
         const group = page.getByRole('treeitem', { name: /^Horizontal/ });

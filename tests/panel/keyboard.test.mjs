@@ -3,22 +3,10 @@
 
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { inWindow, pageOf, until } from './browser.mjs';
-import { browser, host, serve } from './served.mjs';
+import { enter, until } from './browser.mjs';
+import { at, holds, host, serve } from './served.mjs';
 
 serve();
-
-async function at(place, steps) {
-    await inWindow(browser, host, { place: pageOf(place) }, async (page) => {
-        const control = page.getByRole('main').locator('.main-control');
-        await control.waitFor();
-        await steps(page, control);
-    });
-}
-
-async function holds(place, value) {
-    await until(async () => assert.deepEqual((await host.node(place)).value, value));
-}
 
 /** The name of what has the focus. */
 function focused(page) {
@@ -33,7 +21,7 @@ async function focusIs(page, name) {
 }
 
 test('a greyed value can not be reached by keys, or does not lead to what offers it', async () => {
-    await at('Trigger/Source', async (page, control) => {
+    await at('Trigger/Source', async ({ page, control }) => {
         await control.getByRole('button', { name: 'Source' }).focus();
         await page.keyboard.press('ArrowDown');
         await focusIs(page, /^C1$/);
@@ -62,7 +50,7 @@ test('a greyed value can not be reached by keys, or does not lead to what offers
 });
 
 test('Escape leaves a list open, or loses the focus', async () => {
-    await at('Horizontal/Scale', async (page, control) => {
+    await at('Horizontal/Scale', async ({ page, control }) => {
         const opener = control.getByRole('button', { name: 'Values of Scale' });
         await opener.press('Enter');
         await focusIs(page, /^100 ns\/div$/);
@@ -83,7 +71,7 @@ test('Escape leaves a list open, or loses the focus', async () => {
 test('the wheel of a page that is scrolled sets a number', async () => {
     const place = 'Setup/Display/GridIntensity';
     await host.set(place, 40);
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         const field = control.getByRole('spinbutton');
         await field.hover();
         await page.mouse.wheel(0, 300);
@@ -99,7 +87,7 @@ test('the wheel of a page that is scrolled sets a number', async () => {
 });
 
 test('what comes faster than it is answered is lost, or overtaken', async () => {
-    await at('Trigger/Mode', async (page, control) => {
+    await at('Trigger/Mode', async ({ page, control }) => {
         const choices = [1, 2, 1, 0, 2, 1, 0, 2];
         let answers = 0;
         page.on('response', (answer) => {
@@ -113,7 +101,7 @@ test('what comes faster than it is answered is lost, or overtaken', async () => 
     });
     const place = 'Setup/Display/GridIntensity';
     await host.set(place, 0);
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         await control.getByRole('spinbutton').focus();
         for (let i = 0; i < 15; ++i) {
             await page.keyboard.press('ArrowUp');
@@ -124,7 +112,7 @@ test('what comes faster than it is answered is lost, or overtaken', async () => 
 
 test('a draft is lost, or overtaken by another user', async () => {
     const place = 'Setup/Display/TraceIntensity';
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         const field = control.getByRole('spinbutton');
         await field.fill('3');
         await host.set(place, 70);
@@ -139,7 +127,7 @@ test('a draft is lost, or overtaken by another user', async () => {
 
 test('what is chosen for a reference is not what the instrument takes', async () => {
     const place = 'Logger/LoggerAttributes/LoggerChannel[0]/LoggerChannelSource/Item';
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         await control.getByRole('button', { name: 'Items for Item' }).press('ArrowDown');
         await focusIs(page, /^None$/);
         await page.keyboard.press('ArrowDown');
@@ -157,11 +145,10 @@ test('what is chosen for a reference is not what the instrument takes', async ()
 
 test('the focus does not follow an item that is renamed or removed', async () => {
     const place = 'Setup/Display/UserInterfaceLanguage';
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         const name = control.getByRole('textbox', { name: 'Name of the new item' });
         for (const language of ['A', '<b>B</b>', 'C']) {
-            await name.fill(language.replace(/[/]/g, ''));
-            await name.press('Enter');
+            await enter(name, language.replace(/[/]/g, ''));
             await until(async () => assert.equal(await name.inputValue(), ''));
         }
         await control.getByRole('button', { name: 'Rename <b>B<b>' }).press('Enter');
@@ -183,7 +170,7 @@ test('what was chosen and is held back is not told', async () => {
     const place = 'Horizontal/Position';
     await host.set('Horizontal/Scale', '1 ms');
     await host.set(place, 5);
-    await at(place, async (page, control) => {
+    await at(place, async ({ page, control }) => {
         await host.set('Horizontal/Scale', '100 ns');
         await control.getByText('5 s was chosen, and is held back').waitFor();
         await host.set('Horizontal/Scale', '1 ms');

@@ -7,14 +7,15 @@ import { mkdtemp, rm, writeFile } from 'node:fs/promises';
 import net from 'node:net';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
-import { test } from 'node:test';
-import { inWindow, pageOf, until } from './browser.mjs';
+import { beforeEach, test } from 'node:test';
+import { enter, inWindow, pageOf, until } from './browser.mjs';
 import { Host } from './host.mjs';
-import { browser, host, serve } from './served.mjs';
+import { browser, holds, host, serve, withHost } from './served.mjs';
 
 const SCALE = 'Horizontal/Scale';
 
 serve();
+beforeEach(() => host.ask('/preset', {}));
 
 const fieldOf = (page) => page.getByRole('main').getByRole('spinbutton', { name: 'Scale' });
 const shows = (page, text) =>
@@ -63,12 +64,10 @@ class Way {
 }
 
 test('two windows show different values, or what moved is not told', async () => {
-    await host.ask('/preset', {});
     await inWindow(browser, host, { place: pageOf(SCALE) }, async (one) => {
         await inWindow(browser, host, { place: pageOf('Horizontal') }, async (other) => {
             await fieldOf(other).waitFor();
-            await fieldOf(one).fill('2 ms');
-            await fieldOf(one).press('Enter');
+            await enter(fieldOf(one), '2 ms');
             await shows(other, '2 ms/div');
             for (const page of [one, other]) {
                 const moved = page.getByRole('complementary', { name: 'What moved' });
@@ -83,31 +82,28 @@ test('two windows show different values, or what moved is not told', async () =>
 });
 
 test('undo takes back another step, too many, or only a part of it', async () => {
-    await host.ask('/preset', {});
     await inWindow(browser, host, { place: pageOf(SCALE) }, async (page) => {
         for (const text of ['2 ms', '5 ms']) {
-            await fieldOf(page).fill(text);
-            await fieldOf(page).press('Enter');
+            await enter(fieldOf(page), text);
             await shows(page, `${text}/div`);
         }
         await page.getByRole('link', { name: 'History', exact: true }).click();
         const main = page.getByRole('main');
         await main.getByText(/You wrote Scale/).nth(1).waitFor();
         await main.getByRole('button', { name: /^Undo/ }).first().click();
-        await until(async () => assert.equal((await host.node(SCALE)).value, 0.002));
+        await holds(SCALE, 0.002);
         await main.getByText(/You undid/).first().waitFor();
         assert.equal((await host.node('Horizontal/AcquisitionTime')).value, 0.02);
         await page.keyboard.press('Control+z');
-        await until(async () => assert.equal((await host.node(SCALE)).value, 1e-7));
+        await holds(SCALE, 1e-7);
         await main.getByRole('button', { name: /^Redo 2 steps: Scale: 5 ms/ }).click();
-        await until(async () => assert.equal((await host.node(SCALE)).value, 0.005));
+        await holds(SCALE, 0.005);
         await main.getByRole('button', { name: /^Undo 2 steps: Scale: 2 ms/ }).click();
-        await until(async () => assert.equal((await host.node(SCALE)).value, 1e-7));
+        await holds(SCALE, 1e-7);
     });
 });
 
 test('a trial writes, or does not tell what would move', async () => {
-    await host.ask('/preset', {});
     await inWindow(browser, host, { place: pageOf(SCALE) }, async (page) => {
         const trial = page.getByRole('region', { name: 'What would move?' });
         await trial.getByRole('textbox').fill('1');
@@ -122,17 +118,7 @@ test('a trial writes, or does not tell what would move', async () => {
     });
 });
 
-test('what a property moves and follows is not told', async () => {
-    await inWindow(browser, host, { place: pageOf(SCALE) }, async (page) => {
-        const main = page.getByRole('main');
-        await main.getByText('What it moves and follows').click();
-        await main.getByText('CalculateScaleGui').first().waitFor();
-        await main.getByRole('link', { name: 'Horizontal/ScaleGUI' }).first().waitFor();
-    });
-});
-
 test('a break goes unseen, or what changed meanwhile is missed', async () => {
-    await host.ask('/preset', {});
     const way = await Way.to(host);
     try {
         await inWindow(browser, way, { place: pageOf(SCALE) }, async (page) => {
@@ -178,19 +164,14 @@ test('local lockout is not seen', async () => {
     });
 });
 
-test('a service that only reads looks as if it could be written', async () => {
-    const reader = await Host.start('--read-only');
-    try {
-        await inWindow(browser, reader, { place: pageOf(SCALE) }, async (page) => {
-            await page.getByText('Read only', { exact: true }).waitFor();
-            assert.equal(await fieldOf(page).isEditable(), false);
-            await fieldOf(page).press('ArrowUp');
-            await page.getByText(/only reads/).first().waitFor();
-        });
-    } finally {
-        await reader.end();
-    }
-});
+test('a service that only reads looks as if it could be written', () => withHost(['--read-only'], async (reader) => {
+    await inWindow(browser, reader, { place: pageOf(SCALE) }, async (page) => {
+        await page.getByText('Read only', { exact: true }).waitFor();
+        assert.equal(await fieldOf(page).isEditable(), false);
+        await fieldOf(page).press('ArrowUp');
+        await page.getByText(/only reads/).first().waitFor();
+    });
+}));
 
 test('a stranger sees the tree, or who has the token does not', async () => {
     const folder = await mkdtemp(path.join(tmpdir(), 'token-'));
@@ -202,12 +183,10 @@ test('a stranger sees the tree, or who has the token does not', async () => {
     try {
         await inWindow(browser, guarded, { place: pageOf(SCALE) }, async (page) => {
             const field = page.getByLabel('Token', { exact: true });
-            await field.fill('0123456789abcdef');
-            await field.press('Enter');
+            await enter(field, '0123456789abcdef');
             await page.getByRole('alert').filter({ hasText: /not the service/ }).waitFor();
             assert.equal(await page.getByRole('tree').count(), 0);
-            await field.fill(token);
-            await field.press('Enter');
+            await enter(field, token);
             await fieldOf(page).waitFor();
             await guarded.set(SCALE, '2 ms'); // changes come by the WebSocket
             await shows(page, '2 ms/div');

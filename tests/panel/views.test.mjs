@@ -4,7 +4,7 @@
 import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
 import { before, test } from 'node:test';
-import { inWindow, need, pageOf } from './browser.mjs';
+import { enter, inWindow, need, pageOf } from './browser.mjs';
 import { browser, host, serve } from './served.mjs';
 
 const WIDTHS = [320, 768, 1440];
@@ -19,8 +19,7 @@ const openTree = async (page) => {
 };
 const writeScale = (text) => async (page) => {
     const field = page.getByRole('main').getByRole('spinbutton', { name: 'Scale' });
-    await field.fill(text);
-    await field.press('Enter');
+    await enter(field, text);
 };
 
 /** Name, address, and what is done there before one looks. */
@@ -30,6 +29,7 @@ const VIEWS = [
     ['number', pageOf('Horizontal/Scale'), async (page) => {
         await page.getByText('What it moves and follows').click();
         await page.getByText('CalculateScaleGui').first().waitFor();
+        await page.getByRole('main').getByRole('link', { name: 'Horizontal/ScaleGUI' }).first().waitFor();
     }],
     ['number-written', pageOf('Horizontal/Scale'), async (page) => {
         await writeScale('2 ms')(page);

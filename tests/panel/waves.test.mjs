@@ -5,8 +5,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { setTimeout as pause } from 'node:timers/promises';
 import { inWindow, until } from './browser.mjs';
-import { Host } from './host.mjs';
-import { browser, host, serve } from './served.mjs';
+import { browser, host, serve, withHost } from './served.mjs';
 
 serve('--demo');
 
@@ -139,27 +138,17 @@ test('the spectrum is neither drawn nor told', () => inWindow(browser, host, ope
     await until(async () => assert.equal(await spectrum.count(), 0));
 }));
 
-test('no pictures come after the service was restarted', async () => {
-    const other = await Host.start('--demo');
-    try {
-        await inWindow(browser, other, open, async (page) => {
-            await pictureOf(page).waitFor();
-            await other.restart();
-            await page.getByText(/^Record \d\./).or(page.getByText(/^Record \d\d\./)).waitFor();
-        });
-    } finally {
-        await other.end();
-    }
-});
+test('no pictures come after the service was restarted', () => withHost(['--demo'], async (other) => {
+    await inWindow(browser, other, open, async (page) => {
+        await pictureOf(page).waitFor();
+        await other.restart();
+        await page.getByText(/^Record \d\./).or(page.getByText(/^Record \d\d\./)).waitFor();
+    });
+}));
 
-test('nothing is said where nothing is acquired', async () => {
-    const other = await Host.start();
-    try {
-        await inWindow(browser, other, open, async (page) => {
-            await page.getByText(/Nothing is acquired here/).waitFor();
-            assert.equal(await page.getByRole('img').count(), 0);
-        });
-    } finally {
-        await other.end();
-    }
-});
+test('nothing is said where nothing is acquired', () => withHost([], async (other) => {
+    await inWindow(browser, other, open, async (page) => {
+        await page.getByText(/Nothing is acquired here/).waitFor();
+        assert.equal(await page.getByRole('img').count(), 0);
+    });
+}));
