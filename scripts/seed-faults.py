@@ -136,7 +136,7 @@ def stages(file: str, root: Path) -> list[Stage]:
     room = suites_of(root / "tests/zel" / file.split("/")[1])
     rules = [gtest("test_zel", room), gtest("test_zel", f"-{room}")] if room else [
         gtest("test_zel")]
-    return [*numbers, *rules, *commands, zelctl("guides")]
+    return [*numbers, *rules, gtest("test_fuzz"), *commands, zelctl("guides")]
 
 
 def copy_project(target: Path) -> None:
