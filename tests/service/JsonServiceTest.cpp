@@ -477,4 +477,25 @@ TEST_F(JsonChanges, LockoutComesAndGoesInSilence)
               "\"local\"");
 }
 
+TEST_F(JsonChanges, ItemsComeAndGoInSilence)
+{
+    t_Subscription markers{{QStringLiteral("Spectrum/SpectrumMarkers")}, 0};
+    IDbContainer* const array =
+        std::dynamic_pointer_cast<IDbGroup>(
+            m_root->GetDbObject()->Find(QStringLiteral("Spectrum/SpectrumMarkers/SpectrumMarker")))
+            ->AsContainer();
+    const std::string count = std::to_string(array->GetCount());
+    ASSERT_EQ(array->InsertItem(QString()), eKW_ACC_OK);
+    const QString path = QStringLiteral("Spectrum/SpectrumMarkers/SpectrumMarker[%1]");
+    m_changes.Look();
+    const auto came = m_changes.Take(markers);
+    ASSERT_TRUE(came);
+    EXPECT_TRUE(came->contains((path.arg(array->GetCount() - 1) + "/").toLatin1()));
+    ASSERT_EQ(array->RemoveItem(QString::fromStdString(count)), eKW_ACC_OK);
+    m_changes.Look();
+    const auto gone = m_changes.Take(markers);
+    ASSERT_TRUE(gone);
+    EXPECT_TRUE(gone->contains(
+        ("{\"path\":\"" + path.arg(array->GetCount()) + "\",\"removed\":true}").toLatin1()));
+}
 } // namespace
