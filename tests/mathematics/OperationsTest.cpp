@@ -177,22 +177,6 @@ TEST(OverTime, FiltersKeepAConstantBeginAgainBehindGapsAndKnowTheirEnds)
     }
 }
 
-TEST(OverTime, FilterHas3DecibelAtItsCorner)
-{
-    std::vector<float> sine(20000);
-    for (std::size_t i = 0; i < sine.size(); ++i)
-    {
-        sine[i] = float(std::sin(2 * std::numbers::pi * 0.01 * double(i)));
-    }
-    for (const auto type : {eKW_ZEL_MATHEMATICS_TYPE_LOW_PASS, eKW_ZEL_MATHEMATICS_TYPE_HIGH_PASS})
-    {
-        KW_MathSettings settings = Operation(type);
-        settings.filterFrequency = 0.01;
-        const auto values = Curve(settings, RecordOf({t_TestTrace::Reals(kC1, sine)}));
-        EXPECT_NEAR(*std::max_element(values.begin() + 10000, values.end()), std::sqrt(0.5), 1e-4);
-    }
-}
-
 TEST(OperationsOnOne, AreComputedAndInvalidWithoutAResult)
 {
     const CKWRecord record = RecordOf({t_TestTrace::Reals(kC1, {4.0F, 0.0F, -0.25F, 1e-30F})});
