@@ -25,19 +25,6 @@ def _read_literals(source: str) -> str:
     return text
 
 
-_TEXT_ROWS = [
-    ("plain", ["Off", "On"]),
-    ("digits behind a separator", ["1", "2", "7.5", "8", "9", "0"]),
-    ("hex digits behind a text that is not set", [None, "A", None, "f", None, "0"]),
-    ("blank entries", ["", "x", ""]),
-    ("quotes and backslashes", ['"', "\\", '\\"', "\\0", "a\\"]),
-    ("other scripts", ["µV", "Ω", "√Hz", "°C", "∞", "V²"]),
-    ("one text", ["only"]),
-    ("not set at the ends", [None, "x", None]),
-    ("many", [f"Value {i}" for i in range(99)]),
-]
-
-
 class TextTest(unittest.TestCase):
     def _check(self, texts: list[str | None]) -> None:
         source = cpptext.packed_texts(texts, 8)
@@ -47,17 +34,12 @@ class TextTest(unittest.TestCase):
                              cpptext.WIDTH)
 
     def test_compiler_reads_other_texts(self) -> None:
-        for name, texts in _TEXT_ROWS:
-            with self.subTest(name):
-                self._check(texts)
-
-    def test_line_break_changes_texts(self) -> None:
         seed = 20240229
         generator = random.Random(seed)
         for round_number in range(200):
             with self.subTest(seed=seed, round=round_number):
                 self._check([
-                    generator.choice([None, "".join(generator.choices('07aF"\\ µ∞', k=n))])
+                    generator.choice([None, "".join(generator.choices('0123456789aF"\\ µ∞', k=n))])
                     for n in generator.choices(range(12), k=generator.randint(1, 60))
                 ])
 
