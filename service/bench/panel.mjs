@@ -2,12 +2,12 @@
 // What the panel takes of a browser's time, in figures; of the machine at hand, so that no test
 // depends on them.
 //
-//   ZELHOST=… [PANEL_FOLDER=…] node tests/panel/bench.mjs
+//   ZELHOST=… [PANEL_FOLDER=…] node service/bench/panel.mjs
 
 import net from 'node:net';
 import { setTimeout as pause } from 'node:timers/promises';
-import { startBrowser, Window } from './browser.mjs';
-import { Host } from './host.mjs';
+import { startBrowser, Window } from '../../tests/panel/browser.mjs';
+import { Host } from '../../tests/panel/host.mjs';
 
 const OPENINGS = 9;
 const WORD = 'horizontal scale 100 ns/div';
